@@ -1,0 +1,16 @@
+# Everything the build needs from outside, all Debian packages.
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Network)
+find_package(EXPAT REQUIRED)
+find_package(TCL 8.6 REQUIRED)
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(LIBGIT2 REQUIRED IMPORTED_TARGET libgit2)
+if(MORVALEN_TESTS)
+    find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
+endif()
+if(MORVALEN_BENCH)
+    find_package(benchmark REQUIRED)
+endif()
+
+add_library(tcl INTERFACE)
+target_include_directories(tcl SYSTEM INTERFACE ${TCL_INCLUDE_PATH})
+target_link_libraries(tcl INTERFACE ${TCL_LIBRARY})

@@ -1,0 +1,1 @@
+// The first source of this floor replaces this file.

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+
+namespace MorvalenCore {
+
+// An item of a design that stands for something on disk.
+class AbstractDesignLinkedItem
+{
+public:
+    virtual ~AbstractDesignLinkedItem() = default;
+
+    // Whether the item is on disk now.
+    virtual bool existsOnDisk() const = 0;
+
+    // Deletes what the item stands for from disk; with permanently it cannot be brought back,
+    // otherwise it goes to the trash. The item stays in its design. False when nothing was
+    // deleted, with the reason in the log.
+    virtual bool removeFromComputer(bool permanently) = 0;
+
+    // The abbreviated id of the last commit that touched the item; "-1" when it is not under
+    // version control.
+    virtual QString versionControlRevision() const = 0;
+
+    // The name of the version control system that manages the item; empty when none does.
+    virtual QString versionControlSystemName() const = 0;
+};
+
+} // namespace MorvalenCore

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <MorvalenCore/BuildStepPropertyManager.h>
+#include <MorvalenCore/MorvalenCoreExport.h>
+
+#include <QObject>
+#include <QStringList>
+
+namespace MorvalenCore {
+
+// A named way to build a design: target path, macros and ordered steps. Owned by its design.
+class MORVALENCORE_EXPORT BuildConfiguration : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum RunState { Idle, Running, Completed, Failed, Cancelled };
+    Q_ENUM(RunState)
+
+    explicit BuildConfiguration(QObject *parent = nullptr);
+    ~BuildConfiguration() override;
+
+    virtual QString configurationName() const = 0;
+
+    // The folder that the build writes to, as it was set; a relative one is of the design's
+    // working folder.
+    virtual QString getTargetPath() const = 0;
+    virtual void setTargetPath(const QString &path) = 0;
+
+    virtual RunState runState() const = 0;
+
+    // "Idle", "Running", "Completed", "Failed", "Cancelled".
+    static QString runStateToString(RunState state);
+
+    // Step names in the order of execution: the first count of them, or all for -1.
+    virtual QStringList stepNamesInOrder(int count) const = 0;
+
+    // Owned by the configuration.
+    virtual const BuildStepPropertyManager *propertyManager() const = 0;
+
+    // Looks anew at what is outdated.
+    virtual void refresh() = 0;
+
+    // Runs the build and returns when it has ended; false when it failed or was cancelled, with
+    // the reason in the log. A dry run only says what it would do.
+    virtual bool run(bool onlyOutdated, bool dryRun) = 0;
+};
+
+} // namespace MorvalenCore

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <MorvalenCore/IDesign.h>
+#include <MorvalenCore/MorvalenCoreExport.h>
+
+#include <Qtilities/FactoryItem.h>
+#include <Qtilities/FactoryItemID.h>
+
+namespace MorvalenCore {
+
+// The open designs, their types, and where they are kept. One per process.
+class MORVALENCORE_EXPORT DesignManager : public QObject
+{
+    Q_OBJECT
+
+public:
+    using ObjectFactory = Qtilities::Core::FactoryInterface<QObject>;
+
+    enum PathKind { BackupsPath = 0, DesignsPath = 1 };
+
+    // Why the manager is told to prepare for the end of the program.
+    enum ShutdownReason { ProgramClosed = 0, QuitCommand = 1 };
+
+    explicit DesignManager(QObject *parent = nullptr);
+    ~DesignManager() override;
+
+    // The manager: the one that was set, else one made on first use.
+    static DesignManager *instance();
+
+    // Replaces the manager, which stays the caller's; null brings the default back.
+    static void setInstance(DesignManager *manager);
+
+    // Ids of the open designs in the order of opening, and the design of an id, or null.
+    virtual QStringList openDesignIds() const = 0;
+    virtual Interfaces::IDesign *design(const QString &id) const = 0;
+
+    // The active designs; an entry is null when its design is gone.
+    virtual QList<Interfaces::IDesign *> activeDesigns() const = 0;
+    virtual void setActiveDesign(const QString &id) = 0;
+
+    virtual QStringList designTypes() const = 0;
+
+    // The default folder of a kind, absolute.
+    virtual QString path(PathKind kind) const = 0;
+
+    // The file of the application's settings, in the form of QSettings' INI format.
+    virtual QString settingsFileName() const = 0;
+
+    // Whether a design may have that name; *error says why not. A design that is given may keep
+    // its own name.
+    virtual bool checkDesignName(const QString &name, QString *error,
+                                 const Interfaces::IDesign *renamed = nullptr) const = 0;
+
+    // Adds a design to the open ones and takes ownership; false, and it stays the caller's, when
+    // one of its id is open. A position of 0 appends, others are reserved.
+    virtual bool attachDesign(Interfaces::IDesign *design, bool makeActive, int position) = 0;
+
+    // Opens a design from a file; null on failure, with the reason in the log. The format is
+    // empty for the only one there is.
+    virtual Interfaces::IDesign *parseDesignFromFile(const QString &format,
+                                                     const QString &fileName) = 0;
+
+    // Writes a copy of a design to a file; the design does not move. Warnings and errors may be
+    // null and are counted; the reason of a failure is in the log.
+    virtual bool parseDesignToFile(Interfaces::IDesign *design, const QString &fileName,
+                                   const QString &format, int *warnings, int *errors, int options,
+                                   bool overwrite) = 0;
+
+    // Closes designs, saving unsaved changes; with deleteWorkingFolder the folder goes for good
+    // when it lies below the designs path. False when one of them could not be closed, which is
+    // then still open, with the reason in the log.
+    virtual bool closeDesign(const QString &id, bool deleteWorkingFolder) = 0;
+    virtual bool closeDesigns(const QStringList &ids, bool deleteWorkingFolders) = 0;
+
+    // Saves what must not be lost; called before the program ends.
+    virtual void prepareForShutdown(int &reason) = 0;
+
+    // Makes a factory of objects known by a tag; it stays the caller's and must outlive the
+    // manager. False when the tag is taken.
+    virtual bool registerFactory(const ObjectFactory *factory,
+                                 const Qtilities::Core::FactoryItemID &id) = 0;
+    virtual const ObjectFactory *factory(const QString &tag) const = 0;
+
+    // The contexts in which extension widgets appear, the preferred one first.
+    virtual QStringList extensionWidgetContexts() const = 0;
+
+Q_SIGNALS:
+    void designAttached(const QString &id);
+    void designClosed(const QString &id);
+    void designChanged(const QString &id);
+    void activeDesignChanged();
+};
+
+} // namespace MorvalenCore

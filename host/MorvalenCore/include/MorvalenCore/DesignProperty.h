@@ -1,0 +1,27 @@
+#pragma once
+
+#include <MorvalenCore/MorvalenCoreExport.h>
+
+#include <Qtilities/AbstractTreeItem.h>
+#include <Qtilities/QtilitiesProperty.h>
+
+namespace MorvalenCore {
+
+// A property of a design. Owned by its design; hold it in a QPointer across anything that may
+// change the design.
+class MORVALENCORE_EXPORT DesignProperty : public Qtilities::CoreGui::AbstractTreeItem
+{
+    Q_OBJECT
+
+public:
+    explicit DesignProperty(QObject *parent = nullptr);
+    ~DesignProperty() override;
+
+    // Name, value, and the read-only and removable flags.
+    virtual Qtilities::Core::QtilitiesProperty propertyData() const = 0;
+
+    // Sets the value; a read-only property keeps its own and the log warns.
+    virtual void setValue(const QVariant &value) = 0;
+};
+
+} // namespace MorvalenCore

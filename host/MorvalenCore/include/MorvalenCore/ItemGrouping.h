@@ -1,0 +1,25 @@
+#pragma once
+
+namespace MorvalenCore {
+
+// Selects items of a design.
+class ItemGrouping
+{
+public:
+    // Only items that a build made.
+    bool generatedItemsOnly() const { return generatedOnly; }
+    void setGeneratedItemsOnly(bool flag) { generatedOnly = flag; }
+
+    // Items made by the current version of the design, and those made by earlier ones.
+    bool versionCurrent() const { return current; }
+    void setVersionCurrent(bool flag) { current = flag; }
+    bool versionsPrevious() const { return previous; }
+    void setVersionsPrevious(bool flag) { previous = flag; }
+
+private:
+    bool generatedOnly = false;
+    bool current = true;
+    bool previous = true;
+};
+
+} // namespace MorvalenCore

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <MorvalenCore/ExtensionWidgetParameters.h>
+#include <MorvalenCore/MorvalenCoreExport.h>
+
+#include <QObject>
+
+namespace MorvalenCore {
+
+// The services of the running program that belong to no design. One manager per process.
+class MORVALENCORE_EXPORT MorvalenManager : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit MorvalenManager(QObject *parent = nullptr);
+    ~MorvalenManager() override;
+
+    // The manager: the one that was set, else one made on first use.
+    static MorvalenManager *instance();
+
+    // Replaces the manager, which stays the caller's; null brings the default back.
+    static void setInstance(MorvalenManager *manager);
+
+    // Shows a widget of a plug-in's in the main window, which announces it with the signal;
+    // without a main window it shows as a window of its own.
+    virtual void addExtensionWidget(const ExtensionWidgetParameters &parameters);
+
+    // The UDP port on the loopback address by which other programs find this session; bound on
+    // first use, 0 when none could be had.
+    virtual int getUdpSocketForSession();
+
+Q_SIGNALS:
+    void extensionWidgetAdded(const MorvalenCore::ExtensionWidgetParameters &parameters);
+
+private:
+    QObject *sessionSocket = nullptr;
+};
+
+} // namespace MorvalenCore

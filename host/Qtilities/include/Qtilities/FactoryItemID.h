@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+namespace Qtilities::Core {
+
+// The name of an item in a factory: its tag, and a category for people to find it by.
+struct FactoryItemID
+{
+    QString tag;
+    QString category;
+
+    bool operator==(const FactoryItemID &) const = default;
+};
+
+} // namespace Qtilities::Core

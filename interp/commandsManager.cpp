@@ -1,0 +1,3 @@
+#include "interp/commandsManager.h"
+
+commandsManager *commandsManager::theInstance = nullptr;
