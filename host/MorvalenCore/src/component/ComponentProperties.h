@@ -1,0 +1,66 @@
+#pragma once
+
+#include "component/ItemId.h"
+
+#include <QList>
+#include <QString>
+
+namespace MorvalenCore {
+
+class ComponentTree;
+
+// What a new property is made of. Types are the words bool, int, uint, double and string.
+struct PropertyData
+{
+    QString name;
+    QString type;
+    // Levels joined by "::".
+    QString category;
+    QString value;
+    bool removable = true;
+    bool readOnly = false;
+
+    bool operator==(const PropertyData &) const = default;
+};
+
+// The properties of a component document: the component's own parameters, then those that we
+// keep beside them. New ones are always ours, since other programs keep checksums over the
+// parameters.
+class ComponentProperties
+{
+public:
+    explicit ComponentProperties(ComponentTree &tree);
+
+    QList<PropertyId> properties() const;
+    bool contains(PropertyId property) const;
+    // Whether it is one of the component's parameters.
+    bool isParameter(PropertyId property) const;
+
+    // All of it at once. A parameter's type comes from its format or type attribute, "string"
+    // where there is none or where the value does not parse as that type (an expression). It is
+    // read-only when it is resolved by a generator or depends on others, and not removable when
+    // something else in the document refers to it by its id.
+    PropertyData data(PropertyId property) const;
+    QString name(PropertyId property) const;
+    QString value(PropertyId property) const;
+    QString type(PropertyId property) const;
+    QString category(PropertyId property) const;
+    bool isReadOnly(PropertyId property) const;
+    bool isRemovable(PropertyId property) const;
+
+    PropertyId add(const PropertyData &data, QString *error = nullptr);
+    // Removes it whatever the flags say; the last parameter goes with the element around it.
+    void remove(PropertyId property);
+    bool setName(PropertyId property, const QString &name, QString *error = nullptr);
+    // Writes value text whatever the flags say; a parameter keeps its declared type.
+    bool setValue(PropertyId property, const QString &value, QString *error = nullptr);
+    // Value and type of one of ours; a parameter takes the value only.
+    bool setValue(PropertyId property, const QString &value, const QString &type,
+                  QString *error = nullptr);
+    bool setCategory(PropertyId property, const QString &category, QString *error = nullptr);
+
+private:
+    ComponentTree &tree;
+};
+
+} // namespace MorvalenCore
