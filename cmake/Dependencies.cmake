@@ -11,6 +11,7 @@ if(MORVALEN_BENCH)
     find_package(benchmark REQUIRED)
 endif()
 
+# Tcl as a target. The installed package looks for the Tcl of the machine it is used on.
+include(tcl-target)
 add_library(tcl INTERFACE)
-target_include_directories(tcl SYSTEM INTERFACE ${TCL_INCLUDE_PATH})
-target_link_libraries(tcl INTERFACE ${TCL_LIBRARY})
+use_tcl(tcl)
