@@ -1,0 +1,11 @@
+#pragma once
+
+#include "commands/Outcome.h"
+
+namespace commands {
+
+// The step of "designs new": makes a design of a registered type and structure, gives it its
+// working folder and opens it.
+Outcome newDesign(const Words &words);
+
+} // namespace commands
