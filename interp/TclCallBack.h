@@ -21,7 +21,7 @@ public:
     {
         instance = object;
         method.append(member);
-        methodNames.append(QString::fromUtf8(name));
+        methodNames.append(tcltext::fromTcl(name));
         commandsManager::getInstance(nullptr)->registerFunction(
             name, &TclCallBack<T>::callBackMethod, help, clientData);
     }
@@ -32,14 +32,13 @@ public:
     static int callBackMethod(ClientData clientData, Tcl_Interp *interp, int argc,
                               const char **argv)
     {
-        const qsizetype index = methodNames.indexOf(tcltext::fromTcl(argv[0]));
-        if (index < 0) {
-            Tcl_ResetResult(interp);
-            Tcl_AppendResult(interp, "\"", argv[0], "\" is not the name of a bound command",
-                             nullptr);
-            return TCL_ERROR;
+        for (qsizetype index = 0; index < methodNames.size(); ++index) {
+            if (tcltext::equals(methodNames.at(index), argv[0]))
+                return (instance->*method.at(index))(clientData, interp, argc, argv);
         }
-        return (instance->*method[index])(clientData, interp, argc, argv);
+        Tcl_ResetResult(interp);
+        Tcl_AppendResult(interp, "\"", argv[0], "\" is not the name of a bound command", nullptr);
+        return TCL_ERROR;
     }
 
     static inline T *instance = nullptr;

@@ -1,0 +1,11 @@
+#pragma once
+
+// Whether Tcl serves its events from Qt's event loop. Tcl's default is that it does not, and it
+// crashes when asked before it is initialised; so the later of the two, the interpreter or the
+// notifier, switches it on. Both calls may be repeated; later ones change nothing.
+namespace servicemode {
+
+void interpreterIsReady();
+void notifierIsInstalled();
+
+} // namespace servicemode
