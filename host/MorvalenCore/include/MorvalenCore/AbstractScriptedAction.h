@@ -22,9 +22,11 @@ public:
     // The script file, as it was set.
     virtual QString filePath() const { return path; }
     virtual void setFilePath(const QString &filePath) { path = filePath; }
+    // Whether it is a file; a folder or a device is not a script.
     virtual bool filePathExists() const;
 
-    // The whole file as UTF-8 text; empty when it is empty or cannot be read.
+    // The whole file as UTF-8 text without a byte order mark; empty when it is empty or cannot be
+    // read, and the log then warns, as it does of bytes that are not UTF-8.
     virtual QString fileContents() const;
 
     virtual bool showExecutionLog() const { return showLog; }

@@ -26,13 +26,17 @@ public:
     // Replaces the manager, which stays the caller's; null brings the default back.
     static void setInstance(ScriptManager *manager);
 
+    // Makes a script type known; what was known of it before is replaced.
     virtual void addKnownScriptType(const QString &scriptType,
                                     const LinkedScriptParameters &parameters);
+    // In alphabetic order.
     virtual QStringList knownScriptTypes() const;
+    // Three empty texts for a type that is not known.
     virtual LinkedScriptParameters scriptParameters(const QString &scriptType) const;
 
-    // A new action for a script file of a known type, made by the factory of its type and owned
-    // by the caller; null when the type is not known.
+    // A new action for a script file of a known type, owned by the caller. It is made by the
+    // design manager's factory for the type's instance tag and bears the file's name without the
+    // suffix. Null when the type is not known, or its factory is not or makes something else.
     virtual AbstractScriptedAction *createAction(const QString &scriptType,
                                                  const QString &filePath);
 

@@ -5,6 +5,7 @@
 
 #include <QList>
 #include <QObject>
+#include <QStringList>
 #include <QVariant>
 
 namespace Qtilities::Logging {
@@ -39,7 +40,8 @@ public:
     static void setInstance(Logger *logger);
 
     // Logs a message to the engine of that name, or to all engines that take messages of the
-    // whole system when the name is empty. The parts are joined by blanks, empty ones left out.
+    // whole system when the name is empty; a message to a name that no engine has goes nowhere.
+    // The parts are joined by blanks, empty ones left out; the entries of a list by commas.
     virtual void logMessage(const QString &engineName, MessageType type, const QVariant &message,
                             const QVariant &part1 = {}, const QVariant &part2 = {},
                             const QVariant &part3 = {});
@@ -49,26 +51,33 @@ public:
                                     const QVariant &message, const QVariant &part1 = {},
                                     const QVariant &part2 = {}, const QVariant &part3 = {});
 
-    // Adds an engine, which the log then owns. False, and the engine stays the caller's, when
-    // one of that name is there already.
+    // Adds an engine, which the log then owns. False, and the engine stays the caller's, when it
+    // is null or has no name, or one of that name is there already.
     virtual bool attachLoggerEngine(LoggerEngine *engine);
 
-    // Removes an engine and hands it back to the caller.
+    // Removes an engine and hands it back to the caller; null when there is none of that name.
     virtual LoggerEngine *detachLoggerEngine(const QString &name);
 
     // The engine of that name, or null; still owned by the log.
     virtual LoggerEngine *loggerEngineReference(const QString &name) const;
+    // The names of the engines in the order of attachment.
     virtual QStringList loggerEngineNames() const;
 
-    // The word that stands for a type in a log: "Info", "Warning", "Error" ...
+    // The word that stands for a type in a log: "Info", "Warning", "Error", "Fatal", "Debug",
+    // "Trace", and "None".
     static QString messageTypeName(MessageType type);
 
 Q_SIGNALS:
+    // A message was logged, whether or not an engine took it. A priority message comes with both
+    // signals.
     void messageLogged(const QString &engineName, Qtilities::Logging::Logger::MessageType type,
                        const QString &text);
     void priorityMessage(Qtilities::Logging::Logger::MessageType type, const QString &text);
 
 private:
+    void deliver(const QString &engineName, MessageType type, const QString &text, bool priority);
+    void forget(QObject *engine);
+
     QList<LoggerEngine *> engines;
 };
 

@@ -8,7 +8,8 @@
 namespace Qtilities::Logging {
 
 // A place that log messages go to: a file, a terminal, a widget. Its object name is its name in
-// the log. Engines are used on the GUI thread only and must not throw.
+// the log. Engines are used on the GUI thread only and must not throw. Deleting an engine takes it
+// off the log. Messages are plain text; an engine shows no character of theirs as markup.
 class QTILITIES_EXPORT LoggerEngine : public QObject
 {
     Q_OBJECT
@@ -22,6 +23,7 @@ public:
 
     QString name() const { return objectName(); }
 
+    // A mask of MessageContext.
     int messageContexts() const { return contexts; }
     void setMessageContexts(int mask) { contexts = mask; }
 
@@ -29,15 +31,29 @@ public:
     int messageTypes() const { return types; }
     void setMessageTypes(int mask) { types = mask; }
 
-    // Takes one message; called only for contexts and types that the engine takes.
+    // An engine that is not active takes nothing.
+    bool isActive() const { return active; }
+    void setActive(bool flag) { active = flag; }
+
+    // Takes one message; called only while the engine is active, and for contexts and types that
+    // it takes. What it logs itself meanwhile goes to the other engines.
     virtual void logMessage(int type, const QString &text) = 0;
+
+    // Takes a message that the user should not miss; an ordinary one unless the engine can make
+    // it stand out.
+    virtual void logPriorityMessage(int type, const QString &text) { logMessage(type, text); }
 
     // Drops what the engine shows so far, as before a new run; nothing for engines that keep it.
     virtual void clearLog() { }
 
 private:
+    friend class Logger;
+
     int contexts = AllContexts;
     int types = 126;
+    bool active = true;
+    // The log is handing it a message, and hands it no other one.
+    bool busy = false;
 };
 
 } // namespace Qtilities::Logging

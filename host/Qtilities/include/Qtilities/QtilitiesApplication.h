@@ -21,13 +21,15 @@ public:
     // application's data.
     static QString applicationSessionPath();
 
-    // Sets the session folder; a relative path is of the process's folder.
+    // Sets the session folder; a relative path is of the process's folder as it is now. An empty
+    // one brings the platform's folder back.
     static void setApplicationSessionPath(const QString &path);
 
-    // The settings file of the session: applicationSessionPath() + "/settings.ini".
+    // The settings file of the session: applicationSessionPath() + "/settings.ini". Open it with
+    // QSettings in INI format, which locks it and merges what other processes wrote.
     static QString settingsFileName();
 
-    // The main window, or null when the program has none.
+    // The main window, or null when the program has none; stays its owner's.
     static QMainWindow *mainWindow();
     static void setMainWindow(QMainWindow *window);
 };

@@ -1,0 +1,56 @@
+#include <MorvalenCore/AbstractScriptedAction.h>
+#include <MorvalenCore/ChangeBracket.h>
+
+#include <Qtilities/Logger.h>
+
+#include <QFile>
+#include <QFileInfo>
+#include <QStringDecoder>
+
+namespace MorvalenCore {
+
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+using Qtilities::Logging::Logger;
+
+void warn(const QString &text) { Logger::instance()->logMessage(QString(), Logger::Warning, text); }
+
+} // namespace
+
+AbstractScriptedAction::AbstractScriptedAction(QObject *parent) : TreeItemBase(parent) { }
+
+AbstractScriptedAction::~AbstractScriptedAction() = default;
+
+bool AbstractScriptedAction::filePathExists() const { return QFileInfo(filePath()).isFile(); }
+
+QString AbstractScriptedAction::fileContents() const
+{
+    // A pipe or a device would keep the caller waiting.
+    if (!filePathExists())
+        return {};
+    QFile file(filePath());
+    if (!file.open(QIODevice::ReadOnly)) {
+        warn(u"Cannot read the script file \"%1\": %2"_s.arg(filePath(), file.errorString()));
+        return {};
+    }
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        warn(u"Cannot read the script file \"%1\": %2"_s.arg(filePath(), file.errorString()));
+        return {};
+    }
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    const QString text = decoder.decode(bytes);
+    if (decoder.hasError()) {
+        warn(
+            u"The script file \"%1\" is not UTF-8; what cannot be read is replaced by U+FFFD"_s.arg(
+                filePath()));
+    }
+    return text;
+}
+
+void AbstractScriptedAction::initExec() { ChangeBracket::instance()->open(); }
+
+void AbstractScriptedAction::finalizeExec() { ChangeBracket::instance()->close(); }
+
+} // namespace MorvalenCore

@@ -1,0 +1,63 @@
+#include <MorvalenCore/DesignManager.h>
+#include <MorvalenCore/ScriptManager.h>
+
+#include <Qtilities/Replaceable.h>
+
+#include <QFileInfo>
+
+#include <memory>
+
+namespace MorvalenCore {
+
+namespace {
+
+Qtilities::Core::Replaceable<ScriptManager> &slot()
+{
+    static auto *const theSlot = new Qtilities::Core::Replaceable<ScriptManager>;
+    return *theSlot;
+}
+
+} // namespace
+
+ScriptManager::ScriptManager(QObject *parent) : QObject(parent) { }
+
+ScriptManager::~ScriptManager() = default;
+
+ScriptManager *ScriptManager::instance() { return slot().get(); }
+
+void ScriptManager::setInstance(ScriptManager *manager) { slot().set(manager); }
+
+void ScriptManager::addKnownScriptType(const QString &scriptType,
+                                       const LinkedScriptParameters &parameters)
+{
+    types.insert(scriptType, parameters);
+}
+
+QStringList ScriptManager::knownScriptTypes() const { return types.keys(); }
+
+LinkedScriptParameters ScriptManager::scriptParameters(const QString &scriptType) const
+{
+    return types.value(scriptType);
+}
+
+AbstractScriptedAction *ScriptManager::createAction(const QString &scriptType,
+                                                    const QString &filePath)
+{
+    const auto known = types.constFind(scriptType);
+    const DesignManager *const manager = DesignManager::instance();
+    if (known == types.cend() || !manager)
+        return nullptr;
+    const DesignManager::ObjectFactory *const factory = manager->factory(known->instanceTag);
+    if (!factory)
+        return nullptr;
+    std::unique_ptr<QObject> object(factory->createInstance());
+    auto *const action = qobject_cast<AbstractScriptedAction *>(object.get());
+    if (!action)
+        return nullptr;
+    object.release();
+    action->setFilePath(filePath);
+    action->setName(QFileInfo(filePath).completeBaseName());
+    return action;
+}
+
+} // namespace MorvalenCore

@@ -1,0 +1,26 @@
+#include <Qtilities/TreeItemBase.h>
+
+namespace Qtilities::CoreGui {
+
+TreeItemBase::TreeItemBase(QObject *parent) : AbstractTreeItem(parent) { }
+
+TreeItemBase::~TreeItemBase() = default;
+
+bool TreeItemBase::setCategory(const Core::QtilitiesCategory &category)
+{
+    if (category != itemCategory) {
+        itemCategory = category;
+        setModificationState(true);
+    }
+    return true;
+}
+
+void TreeItemBase::setModificationState(bool state)
+{
+    if (modified == state)
+        return;
+    modified = state;
+    Q_EMIT modificationStateChanged(modified);
+}
+
+} // namespace Qtilities::CoreGui
