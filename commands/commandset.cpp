@@ -17,7 +17,22 @@ namespace {
 constexpr Command rows[] = {
     {"log", LogQtiMessage, "Logs a system wide message"},
     {"logp", LogQtiPriorityMessage, "Logs a priority message"},
+    {"overview", CallOverview, "Provides an overview of current application status."},
+    {"project", CallProject, "Operations to control projects", &projectManual},
     {"designs", CallDesigns, "Operations on open designs.", &designsManual},
+    {"design", CallDesign, "Operations on the active design.", &designManual},
+    {"files", CallFiles, "Operations on files in the active design.", &filesManual},
+    {"sfile", CallFile, "Operations on the active file in the active design.", &fileManual},
+    {"folders", CallFolders, "Operations on folders in the active design.", &foldersManual},
+    {"sfolder", CallFolder, "Operations on the active folder in the active design.", &folderManual},
+    {"properties", CallProperties, "Operations on design parameters in the active design.",
+     &propertiesManual},
+    {"sproperty", CallProperty, "Operations on the active design parameters in the active design.",
+     &propertyManual},
+    {"builds", CallBuilds, "Operations on build configurations in the active design.",
+     &buildsManual},
+    {"build", CallBuild, "Operations on the active build configuration in the active design.",
+     &buildManual},
     {"quit", CallQuit, "Quit"},
 };
 

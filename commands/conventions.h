@@ -1,7 +1,5 @@
 #pragma once
 
-#include "interp/export.h"
-
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -11,15 +9,15 @@
 
 // The body of a usage text: a line for each key, in ascending order, all help texts in one column.
 // A leading apostrophe before an argument's name in a key marks it as optional.
-TCLSCRIPTING_EXPORT QString prepareUsageMessage(QMap<QString, QString> usage);
+QString prepareUsageMessage(QMap<QString, QString> usage);
 
 // The elements in double quotes, separated by one blank, ready to be a Tcl result. Elements are not
 // escaped; white space at both ends of the whole is lost.
-TCLSCRIPTING_EXPORT QString stringListToTclList(QStringList list);
+QString stringListToTclList(QStringList list);
 
 // A path as it is handed back to scripts: with the platform's separators.
-TCLSCRIPTING_EXPORT QString preparePath(const QString &path);
+QString preparePath(const QString &path);
 
 // Open and close a bracket around changes of the model, so that views follow once at its end.
-TCLSCRIPTING_EXPORT void initExec();
-TCLSCRIPTING_EXPORT void finalizeExec();
+void initExec();
+void finalizeExec();
