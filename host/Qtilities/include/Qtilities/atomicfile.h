@@ -1,0 +1,20 @@
+#pragma once
+
+#include <Qtilities/QtilitiesExport.h>
+
+#include <QByteArray>
+#include <QString>
+
+namespace Qtilities::Core {
+
+// Writes a whole file so that whatever happens, a killed process or a full disk, there is the old
+// file or the new one. The content goes to a temporary file beside the target, onto the disk, and
+// then takes the target's place, whose permissions and owner it keeps; a link is followed. What an
+// earlier write left behind when it was killed is removed, not so what another process is writing
+// right now. A file that may not be written stays as it is.
+//
+// On failure the answer is false, and *error says in one sentence which file and why.
+QTILITIES_EXPORT bool writeFileAtomically(const QString &fileName, const QByteArray &content,
+                                          QString *error);
+
+} // namespace Qtilities::Core

@@ -1,0 +1,179 @@
+#include <Qtilities/atomicfile.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRandomGenerator>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace Qtilities::Core {
+
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+// A file descriptor that is closed at the end of its scope.
+class Descriptor
+{
+public:
+    Descriptor(const QByteArray &path, int flags, mode_t mode = 0)
+        : number(::open(path.constData(), flags | O_CLOEXEC, mode))
+    {
+    }
+    ~Descriptor() { close(); }
+    Q_DISABLE_COPY_MOVE(Descriptor)
+
+    bool isOpen() const { return number >= 0; }
+    operator int() const { return number; }
+
+    bool close()
+    {
+        const int closing = number;
+        number = -1;
+        return closing < 0 || ::close(closing) == 0;
+    }
+
+private:
+    int number;
+};
+
+QString followed(QString path)
+{
+    for (int links = 0; links < 40 && QFileInfo(path).isSymLink(); ++links)
+        path = QFileInfo(path).symLinkTarget();
+    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+}
+
+// What the temporary files of a target begin with. A file's name has at most 255 bytes.
+QByteArray temporaryPrefix(const QString &target)
+{
+    return '.' + QFile::encodeName(QFileInfo(target).fileName()).left(200) + '.';
+}
+
+constexpr char temporarySuffix[] = ".part";
+
+// A writer holds a lock on its temporary file; one without a lock belongs to nobody any more.
+void removeLeftovers(const QString &target)
+{
+    const QByteArray folder = QFile::encodeName(QFileInfo(target).path()) + '/';
+    const QByteArray prefix = temporaryPrefix(target);
+    const QStringList hidden = QDir(QFileInfo(target).path(), u".*.part"_s)
+                                   .entryList(QDir::Files | QDir::Hidden | QDir::NoSymLinks);
+    for (const QString &entry : hidden) {
+        const QByteArray name = QFile::encodeName(entry);
+        if (!name.startsWith(prefix))
+            continue;
+        const Descriptor leftover(folder + name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
+        if (leftover.isOpen() && ::flock(leftover, LOCK_EX | LOCK_NB) == 0)
+            ::unlink((folder + name).constData());
+    }
+}
+
+bool writeAll(int descriptor, const QByteArray &content)
+{
+    qsizetype written = 0;
+    while (written < content.size()) {
+        const ssize_t count =
+            ::write(descriptor, content.constData() + written, size_t(content.size() - written));
+        if (count < 0 && errno != EINTR)
+            return false;
+        written += qMax<ssize_t>(count, 0);
+    }
+    return true;
+}
+
+// Locks the new file and tells whether it is still there: another process may have taken it for a
+// leftover between its creation and the lock.
+bool claim(int descriptor)
+{
+    struct stat status = {};
+    return ::flock(descriptor, LOCK_EX | LOCK_NB) == 0 && ::fstat(descriptor, &status) == 0
+        && status.st_nlink == 1;
+}
+
+bool keepOwnerAndMode(int descriptor, const QByteArray &target)
+{
+    struct stat status = {};
+    if (::stat(target.constData(), &status) != 0)
+        return errno == ENOENT;
+    // Only the superuser can give a file away; anybody else's file is theirs anyway.
+    if (status.st_uid != ::geteuid() || status.st_gid != ::getegid())
+        static_cast<void>(::fchown(descriptor, status.st_uid, status.st_gid) == 0);
+    return ::fchmod(descriptor, status.st_mode & 07777) == 0;
+}
+
+bool synchroniseFolder(const QByteArray &folder)
+{
+    const Descriptor descriptor(folder, O_RDONLY | O_DIRECTORY);
+    // Some file systems cannot do it and say so.
+    return descriptor.isOpen() && (::fsync(descriptor) == 0 || errno == EINVAL);
+}
+
+// The steps of the write proper; errno tells what went wrong.
+bool replace(const QByteArray &target, const QByteArray &temporary, const QByteArray &content)
+{
+    Descriptor file(temporary, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, 0666);
+    if (!file.isOpen())
+        return false;
+    if (!claim(file)) {
+        errno = EAGAIN;
+        return false;
+    }
+    const bool done = writeAll(file, content) && keepOwnerAndMode(file, target)
+        && ::fsync(file) == 0 && ::rename(temporary.constData(), target.constData()) == 0;
+    if (!done) {
+        const int reason = errno;
+        ::unlink(temporary.constData());
+        errno = reason;
+    }
+    return done && file.close();
+}
+
+QString whyNotWritable(const QString &target)
+{
+    const QFileInfo info(target);
+    if (info.isDir())
+        return u"it is a folder"_s;
+    if (info.exists() && !info.isFile())
+        return u"it is not a file"_s;
+    if (info.exists() && ::access(QFile::encodeName(target).constData(), W_OK) != 0)
+        return qt_error_string(errno);
+    return {};
+}
+
+QString writeTo(const QString &target, const QByteArray &content)
+{
+    const QString refusal = whyNotWritable(target);
+    if (!refusal.isEmpty())
+        return refusal;
+    removeLeftovers(target);
+    const QByteArray folder = QFile::encodeName(QFileInfo(target).path());
+    bool done = false;
+    for (int attempt = 0; !done && attempt < 10; ++attempt) {
+        const QByteArray number = QByteArray::number(QRandomGenerator::global()->generate(), 16);
+        done = replace(QFile::encodeName(target),
+                       folder + '/' + temporaryPrefix(target) + number + temporarySuffix, content);
+        if (!done && errno != EEXIST && errno != EAGAIN)
+            break;
+    }
+    return done && synchroniseFolder(folder) ? QString() : qt_error_string(errno);
+}
+
+} // namespace
+
+bool writeFileAtomically(const QString &fileName, const QByteArray &content, QString *error)
+{
+    const QString reason = fileName.isEmpty() || fileName.contains(QChar())
+        ? u"that is not the name of a file"_s
+        : writeTo(followed(fileName), content);
+    if (error && !reason.isEmpty())
+        *error = u"Cannot write \"%1\": %2"_s.arg(fileName, reason);
+    return reason.isEmpty();
+}
+
+} // namespace Qtilities::Core

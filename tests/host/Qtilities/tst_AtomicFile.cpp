@@ -1,0 +1,359 @@
+#include <Qtilities/atomicfile.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::writeFileAtomically;
+
+namespace {
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(cannot be read)");
+}
+
+void put(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(content), content.size());
+}
+
+mode_t modeOf(const QString &path)
+{
+    struct stat status = {};
+    return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_mode & 07777 : 0;
+}
+
+// Runs a step in a child process, which ends with the step's answer.
+template <typename Step>
+int inChild(Step step)
+{
+    const pid_t child = ::fork();
+    if (child == 0)
+        ::_exit(step() ? 0 : 1);
+    int status = -1;
+    ::waitpid(child, &status, 0);
+    return status;
+}
+
+} // namespace
+
+// Files are replaced as a whole or not at all.
+class TestAtomicFile : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        folder = std::make_unique<QTemporaryDir>();
+        QVERIFY(folder->isValid());
+    }
+    void cleanup() { folder.reset(); }
+
+    void writes_data();
+    void writes();
+    void replacesAnOldFile();
+    void keepsPermissions();
+    void givesANewFileTheUsualPermissions();
+    void followsLinks();
+    void followsALinkToNothing();
+    void refuses_data();
+    void refuses();
+    void refusesAFolderThatCannotBeWritten();
+    void refusesAFileThatMayNotBeWritten();
+    void leavesTheOldFileWhenTheDiskIsFull();
+    void removesWhatAKilledWriteLeft();
+    void leavesWhatAnotherProcessIsWriting();
+    void survivesBeingKilledAtAnyTime();
+    void survivesTwoWritersAtATime();
+
+private:
+    QString path(const QString &name) const { return folder->filePath(name); }
+    QStringList entries() const
+    {
+        return QDir(folder->path())
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    }
+
+    std::unique_ptr<QTemporaryDir> folder;
+};
+
+void TestAtomicFile::writes_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("content");
+
+    QTest::newRow("write-content-1 a text") << u"a.txt"_s << QByteArray("one\ntwo\n");
+    QTest::newRow("write-content-2 nothing") << u"a.txt"_s << QByteArray();
+    QTest::newRow("write-content-3 zero bytes") << u"a.txt"_s << QByteArray("a\0b\0", 4);
+    QTest::newRow("write-content-4 ten megabytes") << u"a.txt"_s << QByteArray(10'000'000, 'x');
+    QTest::newRow("write-name-1 blanks, brackets and dollars")
+        << u" [$a] \"b\".xml"_s << QByteArray("x");
+    QTest::newRow("write-name-2 letters beyond ASCII")
+        << u"\u00fc\U0001F600.xml"_s << QByteArray("x");
+    QTest::newRow("write-name-3 the longest name") << QString(255, u'n') << QByteArray("x");
+    QTest::newRow("write-name-4 a hidden file") << u".hidden"_s << QByteArray("x");
+}
+
+void TestAtomicFile::writes()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, content);
+    QString error = u"untouched"_s;
+
+    QVERIFY(writeFileAtomically(path(name), content, &error));
+
+    QCOMPARE(error, u"untouched"_s);
+    QCOMPARE(contentOf(path(name)), content);
+    QCOMPARE(entries(), QStringList {name});
+}
+
+void TestAtomicFile::replacesAnOldFile()
+{
+    put(path(u"a.txt"_s), "something old and longer");
+
+    QVERIFY(writeFileAtomically(path(u"a.txt"_s), "new", nullptr));
+
+    QCOMPARE(contentOf(path(u"a.txt"_s)), "new");
+    QCOMPARE(entries(), QStringList {u"a.txt"_s});
+}
+
+void TestAtomicFile::keepsPermissions()
+{
+    put(path(u"a.txt"_s), "old");
+    QCOMPARE(::chmod(QFile::encodeName(path(u"a.txt"_s)).constData(), 0751), 0);
+
+    QVERIFY(writeFileAtomically(path(u"a.txt"_s), "new", nullptr));
+
+    QCOMPARE(modeOf(path(u"a.txt"_s)), mode_t(0751));
+}
+
+void TestAtomicFile::givesANewFileTheUsualPermissions()
+{
+    const mode_t mask = ::umask(027);
+    const bool written = writeFileAtomically(path(u"a.txt"_s), "new", nullptr);
+    ::umask(mask);
+
+    QVERIFY(written);
+    QCOMPARE(modeOf(path(u"a.txt"_s)), mode_t(0640));
+}
+
+void TestAtomicFile::followsLinks()
+{
+    QVERIFY(QDir(folder->path()).mkdir(u"real"_s));
+    put(path(u"real/a.txt"_s), "old");
+    QVERIFY(QFile::link(u"real/a.txt"_s, path(u"first"_s)));
+    QVERIFY(QFile::link(u"first"_s, path(u"second"_s)));
+
+    QVERIFY(writeFileAtomically(path(u"second"_s), "new", nullptr));
+
+    QVERIFY(QFileInfo(path(u"second"_s)).isSymLink());
+    QVERIFY(!QFileInfo(path(u"real/a.txt"_s)).isSymLink());
+    QCOMPARE(contentOf(path(u"real/a.txt"_s)), "new");
+    QCOMPARE(entries(), QStringList({u"first"_s, u"real"_s, u"second"_s}));
+}
+
+void TestAtomicFile::followsALinkToNothing()
+{
+    QVERIFY(QFile::link(u"later.txt"_s, path(u"link"_s)));
+
+    QVERIFY(writeFileAtomically(path(u"link"_s), "new", nullptr));
+
+    QVERIFY(QFileInfo(path(u"link"_s)).isSymLink());
+    QCOMPARE(contentOf(path(u"later.txt"_s)), "new");
+}
+
+void TestAtomicFile::refuses_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("error");
+
+    QTest::newRow("refuse-name-1 a folder")
+        << u"%1/folder"_s << u"Cannot write \"%1\": it is a folder"_s;
+    QTest::newRow("refuse-name-2 a pipe")
+        << u"%1/pipe"_s << u"Cannot write \"%1\": it is not a file"_s;
+    QTest::newRow("refuse-name-3 in a folder that is not there")
+        << u"%1/none/a.txt"_s << u"Cannot write \"%1\": No such file or directory"_s;
+    QTest::newRow("refuse-name-4 below a file")
+        << u"%1/file/a.txt"_s << u"Cannot write \"%1\": Not a directory"_s;
+    QTest::newRow("refuse-name-5 a name that is too long")
+        << u"%1/"_s + QString(256, u'n') << u"Cannot write \"%1\": File name too long"_s;
+    QTest::newRow("refuse-name-6 no name")
+        << u""_s << u"Cannot write \"%1\": that is not the name of a file"_s;
+    QTest::newRow("refuse-name-7 a zero in the name")
+        << u"%1/a"_s + QChar() + u"b"_s << u"Cannot write \"%1\": that is not the name of a file"_s;
+    QTest::newRow("refuse-name-8 a link to itself")
+        << u"%1/loop"_s << u"Cannot write \"%1\": Too many levels of symbolic links"_s;
+}
+
+void TestAtomicFile::refuses()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, error);
+    QVERIFY(QDir(folder->path()).mkdir(u"folder"_s));
+    QCOMPARE(::mkfifo(QFile::encodeName(path(u"pipe"_s)).constData(), 0600), 0);
+    put(path(u"file"_s), "content");
+    QVERIFY(QFile::link(u"loop"_s, path(u"loop"_s)));
+    const QStringList before = entries();
+    const QString target = name.replace(u"%1"_s, folder->path());
+    QString answer;
+
+    QVERIFY(!writeFileAtomically(target, "new", &answer));
+
+    QCOMPARE(answer, error.replace(u"%1"_s, target));
+    QCOMPARE(entries(), before);
+    QVERIFY(!writeFileAtomically(target, "new", nullptr));
+}
+
+void TestAtomicFile::refusesAFolderThatCannotBeWritten()
+{
+    put(path(u"a.txt"_s), "old");
+    const QByteArray encoded = QFile::encodeName(folder->path());
+    QCOMPARE(::chmod(encoded.constData(), 0555), 0);
+
+    // The superuser may write everywhere; the child is somebody else.
+    const int status = inChild([&] {
+        if (::geteuid() == 0 && ::setuid(65534) != 0)
+            return false;
+        QString error;
+        return !writeFileAtomically(path(u"a.txt"_s), "new", &error) && !error.isEmpty();
+    });
+    QCOMPARE(::chmod(encoded.constData(), 0755), 0);
+
+    QCOMPARE(status, 0);
+    QCOMPARE(contentOf(path(u"a.txt"_s)), "old");
+    QCOMPARE(entries(), QStringList {u"a.txt"_s});
+}
+
+void TestAtomicFile::refusesAFileThatMayNotBeWritten()
+{
+    put(path(u"a.txt"_s), "old");
+    QCOMPARE(::chmod(QFile::encodeName(path(u"a.txt"_s)).constData(), 0444), 0);
+    QCOMPARE(::chmod(QFile::encodeName(folder->path()).constData(), 0777), 0);
+
+    const int status = inChild([&] {
+        if (::geteuid() == 0 && ::setuid(65534) != 0)
+            return false;
+        QString error;
+        return !writeFileAtomically(path(u"a.txt"_s), "new", &error)
+            && error == u"Cannot write \"%1\": Permission denied"_s.arg(path(u"a.txt"_s));
+    });
+
+    QCOMPARE(status, 0);
+    QCOMPARE(contentOf(path(u"a.txt"_s)), "old");
+    QCOMPARE(entries(), QStringList {u"a.txt"_s});
+}
+
+void TestAtomicFile::leavesTheOldFileWhenTheDiskIsFull()
+{
+    put(path(u"a.txt"_s), "old");
+
+    // A limit on the size of files fails a write in its middle, as a full disk does.
+    const int status = inChild([&] {
+        ::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit = {5000, 5000};
+        if (::setrlimit(RLIMIT_FSIZE, &limit) != 0)
+            return false;
+        QString error;
+        return !writeFileAtomically(path(u"a.txt"_s), QByteArray(10'000, 'x'), &error)
+            && error == u"Cannot write \"%1\": File too large"_s.arg(path(u"a.txt"_s));
+    });
+
+    QCOMPARE(status, 0);
+    QCOMPARE(contentOf(path(u"a.txt"_s)), "old");
+    QCOMPARE(entries(), QStringList {u"a.txt"_s});
+}
+
+void TestAtomicFile::removesWhatAKilledWriteLeft()
+{
+    put(path(u".a.txt.1f.part"_s), "half");
+    put(path(u".a.txt.2e.part"_s), "");
+    put(path(u".b.txt.1f.part"_s), "another file's");
+    put(path(u"a.txt.part"_s), "somebody's own");
+
+    QVERIFY(writeFileAtomically(path(u"a.txt"_s), "new", nullptr));
+
+    QCOMPARE(entries(), QStringList({u".b.txt.1f.part"_s, u"a.txt"_s, u"a.txt.part"_s}));
+}
+
+void TestAtomicFile::leavesWhatAnotherProcessIsWriting()
+{
+    put(path(u".a.txt.1f.part"_s), "half");
+    const int other = ::open(QFile::encodeName(path(u".a.txt.1f.part"_s)).constData(), O_WRONLY);
+    QVERIFY(other >= 0);
+    QCOMPARE(::flock(other, LOCK_EX), 0);
+
+    const bool written = writeFileAtomically(path(u"a.txt"_s), "new", nullptr);
+    ::close(other);
+
+    QVERIFY(written);
+    QCOMPARE(entries(), QStringList({u".a.txt.1f.part"_s, u"a.txt"_s}));
+}
+
+void TestAtomicFile::survivesBeingKilledAtAnyTime()
+{
+    const QByteArray old(300'000, 'o');
+    const QByteArray fresh(400'000, 'n');
+    put(path(u"a.txt"_s), old);
+
+    for (int round = 0; round < 30; ++round) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            for (bool turn = false;; turn = !turn)
+                writeFileAtomically(path(u"a.txt"_s), turn ? old : fresh, nullptr);
+        }
+        QTest::qSleep(1 + round % 7);
+        ::kill(child, SIGKILL);
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        const QByteArray content = contentOf(path(u"a.txt"_s));
+        QVERIFY(content == old || content == fresh);
+    }
+
+    QVERIFY(writeFileAtomically(path(u"a.txt"_s), "end", nullptr));
+    QCOMPARE(entries(), QStringList {u"a.txt"_s});
+}
+
+void TestAtomicFile::survivesTwoWritersAtATime()
+{
+    QList<pid_t> writers;
+    for (int writer = 0; writer < 2; ++writer) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            bool done = true;
+            for (int round = 0; round < 100; ++round)
+                done = writeFileAtomically(path(u"a.txt"_s), QByteArray(5000, char('0' + writer)),
+                                           nullptr)
+                    && done;
+            ::_exit(done ? 0 : 1);
+        }
+        writers.append(child);
+    }
+    for (const pid_t writer : writers) {
+        int status = -1;
+        ::waitpid(writer, &status, 0);
+        QCOMPARE(status, 0);
+    }
+
+    const QByteArray content = contentOf(path(u"a.txt"_s));
+    QVERIFY(content == QByteArray(5000, '0') || content == QByteArray(5000, '1'));
+    QCOMPARE(entries(), QStringList {u"a.txt"_s});
+}
+
+QTEST_GUILESS_MAIN(TestAtomicFile)
+#include "tst_AtomicFile.moc"
