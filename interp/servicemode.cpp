@@ -6,22 +6,24 @@ namespace servicemode {
 
 namespace {
 
-bool interpreter = false;
-bool notifier = false;
+bool interpreterReady = false;
+bool notifierInstalled = false;
 
 void become(bool &party)
 {
     if (party)
         return;
     party = true;
-    if (interpreter && notifier)
+    if (isOn())
         Tcl_SetServiceMode(TCL_SERVICE_ALL);
 }
 
 } // namespace
 
-void interpreterIsReady() { become(interpreter); }
+void interpreterIsReady() { become(interpreterReady); }
 
-void notifierIsInstalled() { become(notifier); }
+void notifierIsInstalled() { become(notifierInstalled); }
+
+bool isOn() { return interpreterReady && notifierInstalled; }
 
 } // namespace servicemode

@@ -8,4 +8,7 @@ namespace servicemode {
 void interpreterIsReady();
 void notifierIsInstalled();
 
+// Whether both have been called.
+bool isOn();
+
 } // namespace servicemode

@@ -1,0 +1,62 @@
+#include "interp/TclTimeNotifier.h"
+
+#include "interp/NotifierState.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QTimer>
+
+#include <utility>
+
+#include <tcl.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+// How soon after the end of a callback that ran an event loop of its own, as a dialog does, Tcl
+// serves what happened meanwhile; in milliseconds.
+static constexpr int retryInterval = 10;
+
+TclTimeNotifier::TclTimeNotifier() { setObjectName(u"TclTimeNotifier"_s); }
+
+// While one of its callbacks runs, Tcl serves nothing. Where that callback runs in a wait, the wait
+// sees to it; otherwise nobody tells when it has ended.
+void TclTimeNotifier::serve()
+{
+    if (notifier->waits || Tcl_GetServiceMode() == TCL_SERVICE_ALL) {
+        Tcl_ServiceAll();
+    } else if (!std::exchange(retrying, true)) {
+        QTimer::singleShot(retryInterval, this, [this] {
+            retrying = false;
+            serve();
+        });
+    }
+}
+
+void TclTimeNotifier::serveLater()
+{
+    if (!std::exchange(posted, true))
+        QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+}
+
+void TclTimeNotifier::cancel()
+{
+    if (std::exchange(posted, false))
+        QCoreApplication::removePostedEvents(this, QEvent::User);
+}
+
+void TclTimeNotifier::customEvent(QEvent *)
+{
+    posted = false;
+    serve();
+}
+
+// The timer is not stopped here: it goes on at its interval until SetTimer restarts or stops it.
+// Only a notifier that rests stops it, and asks Tcl for its next time.
+void TclTimeNotifier::gong()
+{
+    notifier->timerActive = 0;
+    notifier->found = true;
+    if (notifier->resting)
+        notifier->timer->stop();
+    serve();
+}
