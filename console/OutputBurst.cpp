@@ -1,0 +1,82 @@
+#include "console/OutputBurst.h"
+
+#include <QTimerEvent>
+
+namespace {
+constexpr int rhythm = 50; // milliseconds
+}
+
+OutputBurst::OutputBurst(QTextEdit *widget) : view(widget), cursor(widget->document())
+{
+    sinceRepaint.start();
+}
+
+QTextCursor &OutputBurst::open()
+{
+    if (isOpen)
+        return cursor;
+    isOpen = true;
+    place.emplace(view);
+    keepSelection();
+    undoWasOn = view->document()->isUndoRedoEnabled();
+    view->document()->setUndoRedoEnabled(false);
+    cursor.beginEditBlock();
+    deadline.start(rhythm, this);
+    return cursor;
+}
+
+void OutputBurst::written()
+{
+    if (sinceRepaint.elapsed() < rhythm)
+        return;
+    close();
+    if (view->isVisible())
+        view->viewport()->repaint();
+    restartClock();
+}
+
+void OutputBurst::close()
+{
+    if (!isOpen)
+        return;
+    isOpen = false;
+    deadline.stop();
+    cursor.endEditBlock();
+    view->document()->setUndoRedoEnabled(undoWasOn);
+    restoreSelection();
+    place->restore();
+}
+
+void OutputBurst::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() == deadline.timerId())
+        close();
+}
+
+// A text cursor whose end lies where text is inserted moves behind that text. For a lone cursor
+// that is right, a selection must not grow.
+void OutputBurst::keepSelection()
+{
+    const QTextCursor user = view->textCursor();
+    anchor = position = QTextCursor();
+    if (!user.hasSelection())
+        return;
+    anchor = position = user;
+    anchor.setPosition(user.anchor());
+    position.setPosition(user.position());
+    QTextCursor &end = user.anchor() > user.position() ? anchor : position;
+    end.setKeepPositionOnInsert(true);
+}
+
+void OutputBurst::restoreSelection()
+{
+    if (anchor.isNull())
+        return;
+    QTextCursor user = view->textCursor();
+    if (user.anchor() != anchor.position() || user.position() != position.position()) {
+        user.setPosition(anchor.position());
+        user.setPosition(position.position(), QTextCursor::KeepAnchor);
+        view->setTextCursor(user);
+    }
+    anchor = position = QTextCursor();
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "console/ScrollPlace.h"
+
+#include <QBasicTimer>
+#include <QElapsedTimer>
+#include <QObject>
+#include <QTextCursor>
+
+#include <optional>
+
+// Writes many lines into a text widget at the price of few layouts.
+//
+// The document is laid out when an edit block ends, so all that is written within 50 ms shares one.
+// The block is open between open() and close(); nothing may read the layout in between, so the
+// owner calls close() before it hands any event to the widget or moves the widget's cursor. When
+// neither happens a timer closes it. A script that writes for long without returning to the event
+// loop sees its output painted every 50 ms; no event is ever processed for that.
+//
+// While the block is open undo is off, and all of the user's is left as it was: the selection, and
+// the place that is scrolled to, unless the view stood at its end: then it follows the output.
+//
+// The widget owns its burst and outlives it.
+class OutputBurst : public QObject
+{
+public:
+    explicit OutputBurst(QTextEdit *view);
+
+    // The cursor to write with. It stands where it was left; writing through any other one is
+    // allowed too.
+    QTextCursor &open();
+
+    // To be called after each paragraph: paints when that is due.
+    void written();
+
+    // Ends the edit block, if one is open.
+    void close();
+
+    // Counts the 50 ms until the next painting from now, because the widget is about to be painted
+    // anyway or has just been.
+    void restartClock() { sinceRepaint.start(); }
+
+protected:
+    void timerEvent(QTimerEvent *event) override;
+
+private:
+    void keepSelection();
+    void restoreSelection();
+
+    QTextEdit *const view;
+    QTextCursor cursor;
+    QTextCursor anchor;
+    QTextCursor position;
+    QBasicTimer deadline;
+    QElapsedTimer sinceRepaint;
+    bool isOpen = false;
+    bool undoWasOn = false;
+    std::optional<ScrollPlace> place;
+};

@@ -1,0 +1,149 @@
+#pragma once
+
+#include "console/OutputBurst.h"
+#include "interp/export.h"
+
+#include <QColor>
+#include <QStringList>
+#include <QTextCharFormat>
+#include <QTextEdit>
+
+#include <optional>
+
+// An interactive command console: output and a prompt in one document, of which only the text
+// behind the last prompt (the edition zone) can be edited. It knows no command language; a derived
+// class brings one by overriding isCommandComplete, interpretCommand and suggestCommand.
+//
+// All text is shown as it is, never as markup, and nothing is ever trimmed. Output touches neither
+// the user's selection nor, unless the view stands at its end, the place that is scrolled to.
+// Commands are reported by their result and their text's colour; nothing is thrown.
+class TCLSCRIPTING_EXPORT QConsole : public QTextEdit
+{
+    Q_OBJECT
+
+public:
+    // Shows welcomeText, but no prompt yet.
+    QConsole(QWidget *parent, const QString &welcomeText);
+
+    // Empties text, history and recorded script and shows welcomeText. The prompt is kept, but not
+    // displayed.
+    void reset(const QString &welcomeText);
+    void clear();
+
+    // Sets the prompt. A prompt that is on screen keeps its length until the next one is displayed.
+    void setPrompt(const QString &newPrompt, bool display);
+
+    // Sets the font of all text, now and later; colours stay.
+    void setFont(const QFont &font);
+
+    // Runs one command and shows its result: in a line of the console, if writeCommand, as if it
+    // had been typed. Afterwards a new prompt, if showPrompt. The result's text also goes to
+    // result, if that is given. Returns whether the command succeeded.
+    bool execCommand(const QString &command, bool writeCommand, bool showPrompt, QString *result);
+
+    // Writes the commands that succeeded so far, one a line. Returns 0, or -1 when the file cannot
+    // be written.
+    int saveScript(const QString &fileName);
+
+    // Runs each line of a file as a command of its own. Returns 0, or -1 when the file cannot be
+    // opened.
+    int loadScript(const QString &fileName);
+
+    // Turns every backslash of a text that names a drive (":\") into a slash.
+    static void correctPathName(QString &text);
+
+    // The command that is being typed; its paragraphs are joined by line feeds.
+    QString getCurrentCommand() const;
+    void replaceCurrentCommand(const QString &newCommand);
+
+    bool isInEditionZone() const;
+    bool isInEditionZone(const int &position) const;
+    bool isSelectionInEditionZone() const;
+
+    // Whether Return runs the command, rather than go on in a new line.
+    virtual bool isCommandComplete(const QString &command);
+
+    // Runs a command. A *res other than 0 stands for failure. Returns the result's text. The base
+    // only takes the command into the history and, when *res is 0, into the recorded script.
+    virtual QString interpretCommand(const QString &command, int *res);
+
+    // The candidates for what stands at the end of cmd. prefix receives the text in front of it.
+    virtual QStringList suggestCommand(const QString &cmd, QString &prefix);
+
+public Q_SLOTS:
+    // Removes the selection when all of it may be edited, and copies it otherwise.
+    void cut();
+
+    // Deletes the selection or the next character; nothing outside the edition zone.
+    void del();
+
+    // Shows the prompt at the end of the document. Undo never goes back behind it.
+    void displayPrompt();
+
+Q_SIGNALS:
+    // A command has been run. Its line feeds are written as a backslash and the letter n.
+    void commandExecuted(const QString &command);
+
+protected:
+    // Shows what a running script writes as a paragraph of its own: at the end of the document, or
+    // in front of the prompt's paragraph while a prompt waits for a command.
+    void writeOutput(const QString &text, const QColor &color);
+
+    bool event(QEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void inputMethodEvent(QInputMethodEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void dragMoveEvent(QDragMoveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+    void insertFromMimeData(const QMimeData *source) override;
+
+    QColor cmdColor;
+    QColor errColor;
+    QColor outColor;
+    QColor completionColor;
+    int oldPosition; // the cursor's at the last press of a mouse button
+    int promptLength = 0;
+    QString prompt;
+    QStringList history; // oldest first, line feeds written as a backslash and the letter n
+    QStringList recordedScript; // the commands that succeeded, as typed
+    int historyIndex = 0;
+    int promptParagraph = 0; // number of the block that holds the current prompt
+
+private:
+    QTextCharFormat format(const QColor &color) const;
+    void appendParagraph(const QString &text, const QTextCharFormat &characters);
+    void insertBeforePrompt(const QString &text, const QTextCharFormat &characters);
+    void echo(const QString &command);
+    void showResult(const QString &text, const QColor &color);
+    void moveToEnd();
+
+    bool isInEditionZone(const QTextCursor &cursor) const;
+    int promptEnd() const;
+    QTextCursor commandSelection() const;
+
+    bool handleControlKeyPress(QKeyEvent *event);
+    bool handleCopyKeyPress(QKeyEvent *event);
+    void handleTabKeyPress();
+    void handleBackspaceKeyPress(QKeyEvent *event);
+    void handleReturnKeyPress();
+    void handleHomeKeyPress(QKeyEvent *event);
+    void handleUpKeyPress();
+    void handleDownKeyPress();
+    void handleOtherKeyPress(QKeyEvent *event);
+    void passWithoutEditing(QKeyEvent *event);
+    void deleteStartOfWord();
+    void listCandidates(const QStringList &candidates, const QString &prefix);
+
+    void dragCopy(const QMouseEvent *event);
+
+    QTextCharFormat textFormat; // the font of all text
+    int promptColumn = 0; // where the prompt on screen ends
+    bool promptWaits = false; // for a command
+    std::optional<QPoint> copyDragStart; // a press on a selection that must not be moved away
+    QTextCursor outputEnd; // behind what was written after the prompt; null when nothing was
+    OutputBurst burst;
+};

@@ -1,0 +1,91 @@
+#include "console/QtclConsole.h"
+
+#include "console/tclchannels.h"
+#include "interp/TclCallBack.h"
+#include "interp/tcltext.h"
+
+#include <QRegularExpression>
+
+using namespace Qt::Literals::StringLiterals;
+
+QtclConsole *QtclConsole::theInstance = nullptr;
+
+QtclConsole *QtclConsole::getInstance(QWidget *parent, const QString &welcomeText)
+{
+    if (!theInstance)
+        theInstance = new QtclConsole(parent, welcomeText);
+    return theInstance;
+}
+
+QtclConsole::QtclConsole(QWidget *parent, const QString &welcomeText)
+    : QConsole(parent, welcomeText)
+{
+    using Binding = TclCallBack<QtclConsole>;
+    Binding::registerMethod(this, "history", &QtclConsole::showHistory,
+                            "Shows the commands history", nullptr);
+    Binding::registerMethod(this, "set_prompt", &QtclConsole::setPrompt, "Set a new prompt",
+                            nullptr);
+    Binding::registerMethod(this, "save_script", &QtclConsole::saveScript,
+                            "Saves a script of executed commands", nullptr);
+    interp = commandsManager::getInstance(nullptr)->interp;
+    tclchannels::install(interp, this);
+    setPrompt(u"morvalen > "_s, true);
+}
+
+QtclConsole::~QtclConsole()
+{
+    const QStringList names = TclCallBack<QtclConsole>::methodNames;
+    for (const QString &name : names)
+        commandsManager::getInstance(nullptr)->unregisterFunction(name.toUtf8().constData());
+}
+
+bool QtclConsole::isCommandComplete(const QString &command)
+{
+    return Tcl_CommandComplete(tcltext::toTcl(command).constData()) != 0;
+}
+
+QString QtclConsole::interpretCommand(const QString &command, int *res)
+{
+    if (!mutex.tryLock()) {
+        *res = 1;
+        return u"Command cannot be executed!"_s;
+    }
+    QString result;
+    if (!command.isEmpty()) {
+        // Tcl's own exit would end the program without asking.
+        const QString torun = command == "exit"_L1 ? u"dbgExit"_s : command;
+        *res = Tcl_Eval(interp, tcltext::toTcl(torun).constData());
+        result = tcltext::result(interp);
+        QConsole::interpretCommand(torun, res);
+    }
+    mutex.unlock();
+    return result;
+}
+
+QStringList QtclConsole::suggestCommand(const QString &cmd, QString &prefix)
+{
+    static const QRegularExpression opening(u"[[{;\n]"_s);
+    const qsizetype begin = cmd.lastIndexOf(opening) + 1;
+    prefix = cmd.first(begin);
+    const QString query = u"info commands [join {"_s + cmd.sliced(begin) + u"*}]"_s;
+    if (Tcl_Eval(interp, tcltext::toTcl(query).constData()) != TCL_OK)
+        return {};
+    const QString names = tcltext::result(interp);
+    return names.isEmpty() ? QStringList() : names.split(u' ');
+}
+
+void QtclConsole::logConsoleOutput(const QString &output) { Q_EMIT newConsoleOutput(output); }
+
+void QtclConsole::logErrorOutput(const QString &output) { Q_EMIT newErrorOutput(output); }
+
+void QtclConsole::showOutput(const QString &output)
+{
+    writeOutput(output, outColor);
+    logConsoleOutput(output);
+}
+
+void QtclConsole::showError(const QString &output)
+{
+    writeOutput(output, errColor);
+    logErrorOutput(output);
+}

@@ -1,0 +1,95 @@
+#include "console/tclchannels.h"
+
+#include "console/QtclConsole.h"
+#include "interp/tcltext.h"
+
+#include <QPointer>
+
+namespace {
+
+using Show = void (QtclConsole::*)(const QString &);
+
+QPointer<QtclConsole> console;
+bool hadConsole = false;
+
+QtclConsole *target()
+{
+    if (!hadConsole) {
+        hadConsole = true;
+        console = QtclConsole::getInstance(nullptr, QString());
+    }
+    return console;
+}
+
+int write(bool &lastCR, Show show, const char *buf, int toWrite, int *errorCodePtr)
+{
+    *errorCodePtr = 0;
+    Tcl_SetErrno(0);
+    const bool isText = !lastCR;
+    lastCR = !lastCR;
+    QtclConsole *const shown = isText ? target() : nullptr;
+    if (shown)
+        (shown->*show)(tcltext::fromTcl(buf, qsizetype(qstrnlen(buf, uint(toWrite)))));
+    return toWrite;
+}
+
+// Tcl calls it without asking whether there is one.
+void watch(ClientData, int) { }
+
+Tcl_ChannelType channelType(const char *name, Tcl_DriverOutputProc *output)
+{
+    Tcl_ChannelType type {};
+    type.typeName = name;
+    type.version = nullptr;
+    type.closeProc = closeProcedureForBothTcl_ChannelType;
+    type.outputProc = output;
+    type.watchProc = watch;
+    return type;
+}
+
+void installOne(Tcl_Interp *interp, const Tcl_ChannelType &type, const char *name, int stream)
+{
+    Tcl_Channel channel =
+        Tcl_CreateChannel(&type, name, reinterpret_cast<ClientData>(stream), TCL_WRITABLE);
+    if (!channel)
+        return;
+    Tcl_SetChannelOption(nullptr, channel, "-translation", "lf");
+    Tcl_SetChannelOption(nullptr, channel, "-buffering", "none");
+    // With Tcl's own size a text of more than 4,096 bytes would arrive in several calls.
+    Tcl_SetChannelOption(nullptr, channel, "-buffersize", "1000000");
+    Tcl_RegisterChannel(interp, channel);
+    // As Tcl does for its own standard channels: no interpreter can take the last reference away.
+    Tcl_RegisterChannel(nullptr, channel);
+    Tcl_SetStdChannel(channel, stream);
+}
+
+} // namespace
+
+int ConsoleOutput(ClientData, const char *buf, int toWrite, int *errorCodePtr)
+{
+    static bool lastCR = false;
+    return write(lastCR, &QtclConsole::showOutput, buf, toWrite, errorCodePtr);
+}
+
+int ConsoleError(ClientData, const char *buf, int toWrite, int *errorCodePtr)
+{
+    static bool lastCR = false;
+    return write(lastCR, &QtclConsole::showError, buf, toWrite, errorCodePtr);
+}
+
+int closeProcedureForBothTcl_ChannelType(ClientData, Tcl_Interp *) { return 0; }
+
+const Tcl_ChannelType consoleOutputChannelType = channelType("console1", ConsoleOutput);
+const Tcl_ChannelType consoleErrorChannelType = channelType("console2", ConsoleError);
+
+namespace tclchannels {
+
+void install(Tcl_Interp *interp, QtclConsole *owner)
+{
+    console = owner;
+    hadConsole = true;
+    installOne(interp, consoleOutputChannelType, "stdout", TCL_STDOUT);
+    installOne(interp, consoleErrorChannelType, "stderr", TCL_STDERR);
+}
+
+} // namespace tclchannels
