@@ -63,9 +63,9 @@ constexpr Scenario scenarios[] = {
     {"error-timer-1 an error in a timer reaches bgerror and the next timer runs",
      "proc bgerror text {lappend ::answer $text}; after 0 {error oops}; after 20 finish", "oops"},
     {"error-file-1 an error in a file handler reaches bgerror and ends the handler",
-     "proc bgerror text {lappend ::answer $text}; lassign [chan pipe] r w; "
-     "fileevent $r readable {error broken}; puts $w x; flush $w; "
-     "after 50 {lappend answer [fileevent $r readable]; close $r; close $w; finish}",
+     "proc bgerror text {lappend ::answer $text [fileevent $::r readable]; close $::r; "
+     "close $::w; finish}; lassign [chan pipe] r w; fileevent $r readable {error broken}; "
+     "puts $w x; flush $w",
      "broken {}"},
     {"pipe-read-1 a line through a pipe",
      "lassign [chan pipe] r w; fconfigure $w -buffering line; "
@@ -285,7 +285,7 @@ private Q_SLOTS:
         for (const Scenario &row : scenarios) {
             for (const bool resting : {false, true}) {
                 for (const bool vwait : {false, true}) {
-                    QTest::addRow("%s, %s, %s", row.name, resting ? "resting" : "as specified",
+                    QTest::addRow("%s, %s, %s", row.name, resting ? "resting" : "spinning",
                                   vwait ? "vwait" : "event loop")
                         << QByteArray(row.script) << QString::fromUtf8(row.answer) << resting
                         << vwait;
