@@ -1,0 +1,58 @@
+#pragma once
+
+#include "tests/fakes/Journal.h"
+
+#include <MorvalenCore/DesignFolder.h>
+
+#include <QDynamicPropertyChangeEvent>
+
+// A folder that is on no disk and does as its public members say.
+class FakeDesignFolder : public MorvalenCore::DesignFolder
+{
+public:
+    FakeDesignFolder(Journal &theJournal, const QString &thePath)
+        : path(thePath),
+          journal(theJournal)
+    {
+    }
+
+    QString actualPath() const override { return path; }
+    void setActualPath(const QString &newPath) override
+    {
+        journal.perform(callText("folder.setActualPath", {newPath}), [&] { path = newPath; });
+    }
+    Qtilities::Core::QtilitiesCategory category() const override { return levels; }
+    bool setCategory(const Qtilities::Core::QtilitiesCategory &category) override
+    {
+        return journal.perform(
+            callText("folder.setCategory", {category.toString(QStringLiteral("/"))}),
+            [&] { levels = category; });
+    }
+    bool existsOnDisk() const override { return onDisk; }
+    bool removeFromComputer(bool permanently) override
+    {
+        return journal.perform(callText("folder.removeFromComputer", {path, callWord(permanently)}),
+                               [&] { onDisk = false; });
+    }
+    QString versionControlRevision() const override { return revision; }
+    QString versionControlSystemName() const override { return system; }
+
+    bool event(QEvent *event) override
+    {
+        if (event->type() == QEvent::DynamicPropertyChange) {
+            const QByteArray name =
+                static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName();
+            journal.perform(callText("folder.setProperty", {QString::fromUtf8(name)}));
+        }
+        return MorvalenCore::DesignFolder::event(event);
+    }
+
+    QString path;
+    Qtilities::Core::QtilitiesCategory levels;
+    QString revision = QStringLiteral("-1");
+    QString system;
+    bool onDisk = true;
+
+private:
+    Journal &journal;
+};
