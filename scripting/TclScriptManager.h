@@ -1,0 +1,68 @@
+#pragma once
+
+#include "interp/export.h"
+
+#include <Qtilities/IMode.h>
+
+#include <QMainWindow>
+
+#include <memory>
+
+#include <tcl.h>
+
+namespace Ui {
+class TclScriptManager;
+}
+
+namespace TclScripting {
+
+struct TclScriptManagerPrivate;
+
+// The Scripting mode and the library's entry object: making one brings the Tcl environment up.
+// It makes the console, and with it the interpreter, registers the application's commands, runs
+// startup.tcl of the session's Scripts folder, and makes Tcl scripts known to the host.
+//
+// A host makes exactly one, on the GUI thread, once its managers, its session path and its main
+// window exist; the parent owns it. Start-up never fails visibly: an error in startup.tcl is
+// dropped. The console belongs to the main window until initializeMode takes it into this one;
+// commands and interpreter outlive the manager.
+class TCLSCRIPTING_EXPORT TclScriptManager : public QMainWindow,
+                                             public Qtilities::CoreGui::Interfaces::IMode
+{
+    Q_OBJECT
+    Q_INTERFACES(Qtilities::CoreGui::Interfaces::IMode)
+
+public:
+    // The interpreter goes to the command registry, which makes its own when it is null and
+    // ignores it when the registry is there already.
+    explicit TclScriptManager(Tcl_Interp *interp, QWidget *parent = nullptr);
+    ~TclScriptManager() override;
+
+    QString contextString() const override;
+    QString contextHelpId() const override;
+
+    // This window, in which initializeMode puts the console.
+    QWidget *modeWidget() override;
+    void initializeMode() override;
+    QIcon modeIcon() const override;
+    QString modeName() const override;
+    int modeID() const override;
+
+    QObject *objectBase() override { return this; }
+    const QObject *objectBase() const override { return this; }
+
+    // Evaluates a command in the console without echo and returns the result's text. *result,
+    // unless it is null, receives Tcl's completion code; without a console it stays as it is and
+    // the text says so.
+    QString execCommad(const QString &command, int *result);
+
+private:
+    void initInterp();
+    void runStartupScript();
+    void makeScriptsKnown();
+
+    std::unique_ptr<Ui::TclScriptManager> ui;
+    std::unique_ptr<TclScriptManagerPrivate> d;
+};
+
+} // namespace TclScripting
