@@ -1,1 +1,119 @@
-int main() { return 0; }
+// The program: a desktop application for designs, and the same without a window for scripts.
+
+#include "app/BatchRun.h"
+#include "app/CommandLine.h"
+#include "app/DesignsMode.h"
+#include "app/MainWindow.h"
+#include "app/programend.h"
+#include "app/qtmessages.h"
+#include "app/Session.h"
+#include "app/standardstreams.h"
+#include "interp/commandsManager.h"
+#include "interp/QtNotifier.h"
+#include "scripting/TclScriptManager.h"
+
+#include <Qtilities/QtilitiesApplication.h>
+
+#include <QDir>
+#include <QTimer>
+
+using namespace Qt::Literals::StringLiterals;
+using Qtilities::CoreGui::QtilitiesApplication;
+
+namespace {
+
+constexpr int badCommandLine = 2;
+
+int fail(const QString &reason)
+{
+    standardstreams::complain(u"morvalen: "_s + reason);
+    return badCommandLine;
+}
+
+int show(const QString &text) { return standardstreams::print(text) ? 0 : 1; }
+
+QString version()
+{
+    return QCoreApplication::applicationName() + u' ' + QCoreApplication::applicationVersion();
+}
+
+void prepareEnd() { programend::prepare(commandsManager::getInstance(nullptr)->interp); }
+
+int runInWindow(const CommandLine &line)
+{
+    MainWindow window;
+    QtilitiesApplication::setMainWindow(&window);
+    auto *scripting = new TclScripting::TclScriptManager(nullptr, &window);
+    prepareEnd();
+    window.addMode(new DesignsMode(&window));
+    window.addMode(scripting);
+    window.activateMode(line.files.isEmpty() ? scripting->modeID() : DesignsMode::id);
+    window.show();
+    QTimer::singleShot(0, &window, [&window, &line] { window.openFiles(line.files); });
+    // A script that waits for an event must not keep the program alive without a window: the
+    // timer fires in the script's own wait, if there is one.
+    QObject::connect(&window, &MainWindow::closed, qApp, [] {
+        QCoreApplication::quit();
+        QTimer::singleShot(0, qApp, [] { programend::leave(0); });
+    });
+    return QCoreApplication::exec();
+}
+
+int runInBatch(const CommandLine &line)
+{
+    TclScripting::TclScriptManager manager(nullptr);
+    manager.initializeMode();
+    prepareEnd();
+    return BatchRun(line, manager).run();
+}
+
+// The words of the command line are not Qt's; without a window its platform is one that needs no
+// display.
+int runApplication(const CommandLine &line)
+{
+    static QByteArray words[] {"morvalen", "-platform", "offscreen"};
+    static char *argv[] {words[0].data(), words[1].data(), words[2].data(), nullptr};
+    static int argc = 3;
+    if (line.hasWindow()) {
+        argc = 1;
+        argv[1] = nullptr;
+    }
+    QtilitiesApplication application(argc, argv);
+    QtilitiesApplication::setApplicationDisplayName(u"Morvalen"_s);
+    QtilitiesApplication::setApplicationSessionPath(line.sessionFolder);
+    Qtk_InitNotifier(&application);
+    Qtk_LetNotifierRest();
+    return line.hasWindow() ? runInWindow(line) : runInBatch(line);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    standardstreams::openClosedOnes();
+    qtmessages::sendToLog();
+    QCoreApplication::setApplicationName(u"morvalen"_s);
+    QCoreApplication::setApplicationVersion(QStringLiteral(MORVALEN_VERSION));
+
+    QStringList words;
+    for (int i = 1; i < argc; ++i)
+        words.append(QString::fromLocal8Bit(argv[i]));
+    QString error;
+    std::optional<CommandLine> line = CommandLine::parse(words, QDir::currentPath(), &error);
+    if (!line)
+        return fail(error + u"\nTry \"morvalen --help\"."_s);
+    if (line->run == CommandLine::Run::ShowHelp)
+        return show(CommandLine::help());
+    if (line->run == CommandLine::Run::ShowVersion)
+        return show(version());
+
+    const QString problem =
+        line->run == CommandLine::Run::Script ? BatchRun::scriptProblem(line->script) : QString();
+    if (!problem.isEmpty())
+        return fail(u"cannot read the script %1: %2"_s.arg(line->script, problem));
+    if (line->sessionFolder.isEmpty())
+        line->sessionFolder = Session::defaultFolder();
+    if (!Session::prepare(line->sessionFolder, &error))
+        return fail(error);
+    programend::leave(runApplication(*line));
+}

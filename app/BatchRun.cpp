@@ -1,0 +1,125 @@
+#include "app/BatchRun.h"
+
+#include "app/programend.h"
+#include "app/standardstreams.h"
+#include "interp/commandsManager.h"
+#include "interp/tcltext.h"
+#include "scripting/TclScriptManager.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <cstring>
+
+#include <unistd.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Keeps a Tcl value alive.
+class Value
+{
+public:
+    explicit Value(Tcl_Obj *value) : object(value) { Tcl_IncrRefCount(object); }
+    explicit Value(const QString &text) : Value(fromText(text)) { }
+    ~Value() { Tcl_DecrRefCount(object); }
+    Q_DISABLE_COPY_MOVE(Value)
+
+    operator Tcl_Obj *() const { return object; }
+    QString text() const { return tcltext::fromTcl(Tcl_GetString(object)); }
+
+private:
+    static Tcl_Obj *fromText(const QString &text)
+    {
+        const QByteArray bytes = tcltext::toTcl(text);
+        return Tcl_NewStringObj(bytes.constData(), int(bytes.size()));
+    }
+
+    Tcl_Obj *object;
+};
+
+QString listOf(const QStringList &words)
+{
+    const Value list(Tcl_NewListObj(0, nullptr));
+    for (const QString &word : words)
+        Tcl_ListObjAppendElement(nullptr, list, Value(word));
+    return list.text();
+}
+
+// Where the error of the last command came from; the message is its first line, unless the script
+// gave it another.
+QString errorReport(Tcl_Interp *interp, int code, const QString &message)
+{
+    const Value options(Tcl_GetReturnOptions(interp, code));
+    Tcl_Obj *stack = nullptr;
+    Tcl_DictObjGet(nullptr, options, Value(u"-errorinfo"_s), &stack);
+    const QString info = stack ? tcltext::fromTcl(Tcl_GetString(stack)) : QString();
+    if (info.startsWith(message))
+        return info;
+    return message + u'\n' + info;
+}
+
+} // namespace
+
+BatchRun::BatchRun(const CommandLine &commandLine, TclScripting::TclScriptManager &scriptManager)
+    : line(commandLine),
+      manager(scriptManager),
+      interp(commandsManager::getInstance(nullptr)->interp)
+{
+}
+
+int BatchRun::run()
+{
+    standardstreams::giveToTcl(interp);
+    const bool done = line.run == CommandLine::Run::Script ? runScript() : runCommands();
+    return done && programend::save() ? 0 : 1;
+}
+
+bool BatchRun::runScript()
+{
+    setArguments();
+    int code = TCL_OK;
+    const QString text = manager.execCommad(listOf({u"source"_s, line.script}), &code);
+    if (code != TCL_OK)
+        standardstreams::complain(errorReport(interp, code, text));
+    return code == TCL_OK;
+}
+
+bool BatchRun::runCommands()
+{
+    for (const QString &command : line.commands) {
+        int code = TCL_OK;
+        const QString text = manager.execCommad(command, &code);
+        if (code != TCL_OK) {
+            standardstreams::complain(text);
+            return false;
+        }
+        if (!text.isEmpty() && !standardstreams::printToTcl(text)) {
+            standardstreams::complain(u"morvalen: cannot write to standard output"_s);
+            return false;
+        }
+    }
+    return true;
+}
+
+void BatchRun::setArguments()
+{
+    const auto set = [this](const char *name, Tcl_Obj *value) {
+        Tcl_SetVar2Ex(interp, name, nullptr, value, TCL_GLOBAL_ONLY);
+    };
+    set("argv0", Value(line.script));
+    set("argv", Value(listOf(line.scriptArguments)));
+    set("argc", Value(Tcl_NewWideIntObj(line.scriptArguments.size())));
+}
+
+QString BatchRun::scriptProblem(const QString &script)
+{
+    const QByteArray path = QFile::encodeName(script);
+    if (::access(path.constData(), R_OK) != 0)
+        return QString::fromLocal8Bit(std::strerror(errno));
+    if (QFileInfo(script).isDir())
+        return QString::fromLocal8Bit(std::strerror(EISDIR));
+    return QString();
+}

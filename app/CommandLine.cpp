@@ -1,0 +1,227 @@
+#include "app/CommandLine.h"
+
+#include <Qtilities/Logger.h>
+
+#include <QDir>
+
+#include <array>
+
+using namespace Qt::Literals::StringLiterals;
+using Qtilities::Logging::Logger;
+
+namespace {
+
+struct LogLevel
+{
+    QStringView word;
+    int types;
+};
+
+constexpr int errors = Logger::Error | Logger::Fatal;
+constexpr int warnings = errors | Logger::Warning;
+constexpr int infos = warnings | Logger::Info;
+
+constexpr std::array logLevels {
+    LogLevel {u"error", errors},
+    LogLevel {u"warning", warnings},
+    LogLevel {u"info", infos},
+    LogLevel {u"debug", infos | Logger::Debug | Logger::Trace},
+};
+
+// Goes through the words once, from left to right.
+class Parser
+{
+public:
+    Parser(const QStringList &words, const QString &folder) : rest(words), base(folder) { }
+
+    // False with the reason in error.
+    bool run();
+
+    CommandLine line;
+    QString error;
+
+private:
+    // Takes one option; its value, if it wants one, stands behind an equals sign or is the next
+    // word.
+    struct Option
+    {
+        QStringView name;
+        QStringView shortName;
+        QStringView value;
+        bool (Parser::*take)(const QString &value);
+    };
+    static const std::array<Option, 6> options;
+
+    bool takeWord(const QString &word);
+    bool takeOption(const Option &option, const QString &word, std::optional<QString> value);
+    bool takeScript(const QString &value);
+    bool takeCommand(const QString &value);
+    bool takeSession(const QString &value);
+    bool takeLogLevel(const QString &value);
+    bool takeHelp(const QString &value);
+    bool takeVersion(const QString &value);
+
+    bool fail(const QString &reason);
+    QString absolute(const QString &path) const { return QDir(base).absoluteFilePath(path); }
+
+    QStringList rest;
+    QString base;
+    bool onlyFiles = false;
+    bool finished = false;
+};
+
+const std::array<Parser::Option, 6> Parser::options {{
+    {u"--batch", {}, u"SCRIPT", &Parser::takeScript},
+    {{}, u"-c", u"COMMAND", &Parser::takeCommand},
+    {u"--session", {}, u"DIR", &Parser::takeSession},
+    {u"--log-level", {}, u"LEVEL", &Parser::takeLogLevel},
+    {u"--help", u"-h", {}, &Parser::takeHelp},
+    {u"--version", u"-v", {}, &Parser::takeVersion},
+}};
+
+bool Parser::run()
+{
+    line.logTypes = warnings;
+    while (!rest.isEmpty() && !finished) {
+        if (!takeWord(rest.takeFirst()))
+            return false;
+    }
+    if (!line.hasWindow() && !line.files.isEmpty() && !finished)
+        return fail(u"files are opened in a window only: %1"_s.arg(line.files.first()));
+    return true;
+}
+
+bool Parser::takeWord(const QString &word)
+{
+    if (onlyFiles || !word.startsWith(u'-') || word == u"-") {
+        if (word.isEmpty())
+            return fail(u"a file name is empty"_s);
+        line.files.append(absolute(word));
+        return true;
+    }
+    if (word == u"--") {
+        onlyFiles = true;
+        return true;
+    }
+    const qsizetype equals = word.startsWith(u"--"_s) ? word.indexOf(u'=') : -1;
+    const QString name = word.left(equals);
+    for (const Option &option : options) {
+        if (name == option.name || name == option.shortName)
+            return takeOption(option, name,
+                              equals < 0 ? std::nullopt : std::optional(word.mid(equals + 1)));
+    }
+    return fail(u"unknown option %1"_s.arg(name));
+}
+
+bool Parser::takeOption(const Option &option, const QString &word, std::optional<QString> value)
+{
+    const bool wantsValue = !option.value.isEmpty();
+    if (!wantsValue && value)
+        return fail(u"%1 takes no value"_s.arg(word));
+    if (wantsValue && !value) {
+        if (rest.isEmpty())
+            return fail(u"%1 needs %2 behind it"_s.arg(word, option.value));
+        value = rest.takeFirst();
+    }
+    return (this->*option.take)(value.value_or(QString()));
+}
+
+bool Parser::takeScript(const QString &value)
+{
+    if (line.run == CommandLine::Run::Commands)
+        return fail(u"--batch and -c exclude each other"_s);
+    if (value.isEmpty())
+        return fail(u"the name of the script is empty"_s);
+    line.run = CommandLine::Run::Script;
+    line.script = absolute(value);
+    line.scriptArguments = rest;
+    rest.clear();
+    return true;
+}
+
+bool Parser::takeCommand(const QString &value)
+{
+    line.run = CommandLine::Run::Commands;
+    line.commands.append(value);
+    return true;
+}
+
+bool Parser::takeSession(const QString &value)
+{
+    if (value.isEmpty())
+        return fail(u"the name of the session folder is empty"_s);
+    line.sessionFolder = absolute(value);
+    return true;
+}
+
+bool Parser::takeLogLevel(const QString &value)
+{
+    for (const LogLevel &level : logLevels) {
+        if (value == level.word) {
+            line.logTypes = level.types;
+            return true;
+        }
+    }
+    return fail(u"unknown log level %1 (error, warning, info, debug)"_s.arg(value));
+}
+
+bool Parser::takeHelp(const QString &)
+{
+    line.run = CommandLine::Run::ShowHelp;
+    finished = true;
+    return true;
+}
+
+bool Parser::takeVersion(const QString &)
+{
+    line.run = CommandLine::Run::ShowVersion;
+    finished = true;
+    return true;
+}
+
+bool Parser::fail(const QString &reason)
+{
+    error = reason;
+    return false;
+}
+
+} // namespace
+
+std::optional<CommandLine> CommandLine::parse(const QStringList &words, const QString &folder,
+                                              QString *error)
+{
+    Parser parser(words, folder);
+    if (parser.run())
+        return parser.line;
+    *error = parser.error;
+    return std::nullopt;
+}
+
+QString CommandLine::help()
+{
+    return uR"(Usage: morvalen [OPTION...] [FILE...]
+       morvalen [OPTION...] --batch SCRIPT [ARG...]
+       morvalen [OPTION...] -c COMMAND [-c COMMAND...]
+
+Opens the main window, and in it the component and project files named. With
+--batch or -c no window is opened and none is needed.
+
+  --batch SCRIPT [ARG...]  runs the Tcl file SCRIPT, with the words behind it in
+                           argv, and ends
+  -c COMMAND               runs a Tcl command and prints its result; stops at
+                           the first one that fails
+  --session DIR            keeps scripts, designs and settings in folder DIR,
+                           which is made when it is missing
+  --log-level LEVEL        which messages of the log go to standard error with
+                           --batch or -c: error, warning (the default), info
+                           or debug
+  -h, --help               shows this text
+  -v, --version            shows the version
+
+Relative paths are of the folder of the call; scripts and commands run in the
+Scripts folder of the session.
+
+Exit status: 0 when all went well, 1 when a command failed, 2 for a bad command
+line, session folder or an unreadable script; else what quit or exit says.
+)"_s;
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+// What the words of the command line ask for. Paths are absolute: a relative one is of the folder
+// of the call.
+struct CommandLine
+{
+    enum class Run { Window, Script, Commands, ShowHelp, ShowVersion };
+
+    Run run = Run::Window;
+    // Component and project files to open.
+    QStringList files;
+    // The script, and the words behind it, which are its own.
+    QString script;
+    QStringList scriptArguments;
+    QStringList commands;
+    // Empty for the default one.
+    QString sessionFolder;
+    // What of the log goes to standard error, a mask of Logger::MessageType.
+    int logTypes = 0;
+
+    bool hasWindow() const { return run == Run::Window; }
+
+    // Reads the words behind the program's name. Without a result the line is bad and *error says
+    // why, in one sentence without a final line feed.
+    static std::optional<CommandLine> parse(const QStringList &words, const QString &folder,
+                                            QString *error);
+
+    // The text of --help, with a final line feed.
+    static QString help();
+};

@@ -1,0 +1,100 @@
+#include "app/ScriptMenu.h"
+
+#include <MorvalenCore/ScriptManager.h>
+#include <Qtilities/Logger.h>
+
+#include <QDesktopServices>
+#include <QDir>
+#include <QUrl>
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::AbstractScriptedAction;
+using Qtilities::Logging::Logger;
+
+ScriptMenu::ScriptMenu(const QString &folder, QWidget *parent)
+    : QMenu(tr("&Scripts"), parent),
+      scriptFolder(folder),
+      showLog(new QAction(tr("Show Execution &Log"), this))
+{
+    setObjectName(u"scriptMenu"_s);
+    showLog->setObjectName(u"showExecutionLog"_s);
+    showLog->setCheckable(true);
+    showLog->setChecked(true);
+    watcher.addPath(folder);
+    connect(&watcher, &QFileSystemWatcher::directoryChanged, this, &ScriptMenu::readFolder);
+    connect(this, &QMenu::aboutToShow, this, &ScriptMenu::readFolder);
+    readFolder();
+    rebuild();
+}
+
+void ScriptMenu::readFolder()
+{
+    QStringList found;
+    const QFileInfoList entries =
+        QDir(scriptFolder)
+            .entryInfoList({u"*.tcl"_s}, QDir::Files,
+                           QDir::Name | QDir::IgnoreCase | QDir::LocaleAware);
+    for (const QFileInfo &entry : entries)
+        found.append(entry.absoluteFilePath());
+    if (found == files)
+        return;
+    files = found;
+    rebuild();
+}
+
+void ScriptMenu::rebuild()
+{
+    // One of the old entries may be the one that is running.
+    const QList<QAction *> old = actions();
+    for (QAction *entry : old) {
+        removeAction(entry);
+        if (entry != showLog)
+            entry->deleteLater();
+    }
+    for (const QString &script : std::as_const(files)) {
+        QString name = QFileInfo(script).fileName();
+        QAction *entry = addAction(name.replace(u'&', u"&&"_s));
+        connect(entry, &QAction::triggered, this, [this, script] { run(script); });
+    }
+    if (files.isEmpty())
+        addAction(tr("No Scripts in the Session's Folder"))->setEnabled(false);
+    addSeparator();
+    addAction(showLog);
+    connect(addAction(tr("Open Scripts &Folder")), &QAction::triggered, this,
+            [this] { QDesktopServices::openUrl(QUrl::fromLocalFile(scriptFolder)); });
+}
+
+bool ScriptMenu::run(const QString &script)
+{
+    AbstractScriptedAction *action = actionFor(script);
+    if (!action)
+        return false;
+    action->setShowExecutionLog(showLog->isChecked());
+    bool started = false;
+    QString error;
+    running.append(script);
+    action->execute(&started, &error);
+    running.removeOne(script);
+    if (started)
+        return true;
+    // That a file is missing, the action has logged itself.
+    if (action->filePathExists())
+        Logger::instance()->logPriorityMessage(QString(), Logger::Error, error);
+    // An action that found its file empty refuses to run ever after; the next run gets a new one.
+    if (!running.contains(script))
+        delete actionOfScript.take(script);
+    return false;
+}
+
+AbstractScriptedAction *ScriptMenu::actionFor(const QString &script)
+{
+    AbstractScriptedAction *action = actionOfScript.value(script);
+    if (!action) {
+        action = MorvalenCore::ScriptManager::instance()->createAction(u"text/x-tcl"_s, script);
+        if (!action)
+            return nullptr;
+        action->setParent(this);
+        actionOfScript.insert(script, action);
+    }
+    return action;
+}

@@ -1,0 +1,68 @@
+#include "app/Session.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSettings>
+#include <QStandardPaths>
+
+#include <filesystem>
+
+#include <unistd.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QStringList subfolders {u"/Scripts"_s, u"/Projects"_s, u"/Designs"_s, u"/Backups"_s,
+                              u"/Logs"_s};
+
+// The system's reason why the folder cannot be used; empty when it can.
+QString makeFolder(const QString &path)
+{
+    const std::filesystem::path folder(QFile::encodeName(path).toStdString());
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (!error && !std::filesystem::is_directory(folder, error) && !error)
+        error = std::make_error_code(std::errc::not_a_directory);
+    if (!error && ::access(folder.c_str(), R_OK | W_OK | X_OK) != 0)
+        error.assign(errno, std::generic_category());
+    return error ? QString::fromStdString(error.message()) : QString();
+}
+
+// New settings start with the vendor of new designs.
+bool makeSettings(const QString &path)
+{
+    if (QFile::exists(path))
+        return true;
+    QSettings settings(path, QSettings::IniFormat);
+    settings.setValue(u"Designs/Environment/organization_name"_s, u"local"_s);
+    settings.sync();
+    return settings.status() == QSettings::NoError;
+}
+
+} // namespace
+
+QString Session::defaultFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+}
+
+bool Session::prepare(const QString &folder, QString *error)
+{
+    const QString message = u"cannot use the session folder %1: %2"_s;
+    QStringList paths {folder};
+    for (const QString &name : subfolders)
+        paths.append(folder + name);
+    for (const QString &path : paths) {
+        const QString reason = makeFolder(path);
+        if (!reason.isEmpty()) {
+            *error = message.arg(path, reason);
+            return false;
+        }
+    }
+    const QString settings = folder + u"/settings.ini"_s;
+    if (makeSettings(settings))
+        return true;
+    *error = message.arg(settings, u"the settings cannot be written"_s);
+    return false;
+}

@@ -1,0 +1,33 @@
+#include "app/openfile.h"
+
+#include <MorvalenCore/DesignManager.h>
+#include <Qtilities/ProjectManager.h>
+
+#include <QFile>
+#include <QXmlStreamReader>
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::DesignManager;
+using Qtilities::ProjectManagement::ProjectManager;
+
+namespace {
+
+constexpr qint64 bytesToLookAt = 65'536;
+
+bool isProject(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    QXmlStreamReader reader(file.read(bytesToLookAt));
+    return reader.readNextStartElement() && reader.name() == u"project"_s;
+}
+
+} // namespace
+
+bool openFile(const QString &file)
+{
+    if (isProject(file))
+        return ProjectManager::instance()->openProject(file);
+    return DesignManager::instance()->parseDesignFromFile(QString(), file) != nullptr;
+}

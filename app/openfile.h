@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QString>
+
+// Opens a component or a project file; which of them it is, its first bytes tell. False when it
+// cannot be opened, with the reason in the log.
+bool openFile(const QString &file);

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <tcl.h>
+
+// How the program ends: by its own will, by "quit", or by Tcl's "exit".
+namespace programend {
+
+// Prepares an interpreter that has the application's commands: typing "exit" ends the program as
+// "quit" does, and Tcl's "exit 0" saves as a good end does.
+void prepare(Tcl_Interp *interp);
+
+// Saves what closing the program saves. False when a design that has a component file could not be
+// saved; the log has the reason.
+bool save();
+
+// Ends the process with the status, as it is, after Tcl's exit handlers have run.
+[[noreturn]] void leave(int status);
+
+} // namespace programend
