@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <cstdint>
+
 namespace MorvalenCore {
 
 class ComponentTree;
@@ -65,6 +67,9 @@ public:
     bool remove(const QString &name);
 
 private:
+    QList<std::uint32_t> nodes() const;
+    std::uint32_t find(const QString &name) const;
+
     ComponentTree &tree;
 };
 

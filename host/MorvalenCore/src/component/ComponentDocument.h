@@ -4,6 +4,8 @@
 #include "component/ComponentFiles.h"
 #include "component/ComponentFolders.h"
 #include "component/ComponentProperties.h"
+#include "component/DesignField.h"
+#include "component/Generation.h"
 #include "component/SharedValues.h"
 
 #include <QByteArray>
@@ -14,11 +16,7 @@
 
 namespace MorvalenCore {
 
-// The generations of IP-XACT that are read and written. A document is saved in the one it came in.
-enum class Generation { Spirit14, Spirit15, Ieee2009, Ieee2014, Ieee2022 };
-
-// Texts that a component has once. Vendor, library, name and version identify it.
-enum class DesignField { Vendor, Library, Name, Version, Description, Author, Type, Structure };
+class ComponentFile;
 
 // An IP-XACT component file, read whole and edited in place. Every edit is kept beside the bytes
 // that were read and takes effect on all later queries at once; bytes() and the save functions
@@ -113,11 +111,12 @@ public:
 
     // Writes a copy elsewhere, atomically, replacing what is there; path(), the edits and
     // isModified() stay as they are. Saves as save() does where the path is the document's own.
-    bool saveCopy(const QString &path, QString *error = nullptr) const;
+    bool saveCopy(const QString &path, QString *error = nullptr);
 
 private:
     class Private;
     explicit ComponentDocument(std::unique_ptr<Private> data);
+    static Opened read(const ComponentFile &file, const QByteArray &bytes);
 
     std::unique_ptr<Private> d;
     std::unique_ptr<ComponentFiles> filesPart;

@@ -2,7 +2,9 @@
 
 #include "component/ItemId.h"
 
+#include <QHash>
 #include <QList>
+#include <QRegularExpression>
 #include <QString>
 #include <QStringList>
 
@@ -88,6 +90,7 @@ public:
     FileId add(const QString &path, FileSetId set, QString *error = nullptr);
     // Appends to the first file set that holds files of that type or one of whose patterns
     // matches, else to the set named "files", which is created where there is none.
+    // Sets in the group generatedFiles take no such file, and the type "unknown" is none.
     FileId add(const QString &path, const QList<FileSetPatterns> &patterns,
                QString *error = nullptr);
     // Removes this one entry. The file set stays, even when it is empty now.
@@ -96,7 +99,8 @@ public:
     bool setPath(FileId file, const QString &path, QString *error = nullptr);
     // Our own category; an empty text removes it, so that the standard one shows again.
     bool setCategory(FileId file, const QString &category, QString *error = nullptr);
-    // Info without a version removes our entry.
+    // Info without a version removes our entry; refused for a file whose file set says that it
+    // is generated.
     bool setGenerated(FileId file, const GeneratedInfo &info, QString *error = nullptr);
 
     // The standard's fileType for a file name by its suffix, "unknown" for an unknown one; the
@@ -104,7 +108,18 @@ public:
     QString fileTypeOf(const QString &path) const;
 
 private:
+    bool isInGeneratedGroup(FileSetId set) const;
+    QString standardCategory(FileId file) const;
+    FileSetId setFor(const QString &path, const QList<FileSetPatterns> &patterns);
+    bool takes(FileSetId set, const QString &path, const QString &type,
+               const QList<FileSetPatterns> &patterns);
+    void countType(FileSetId set, const QString &type, int by);
+
     ComponentTree &tree;
+    // How many files of which type a set holds, counted when rules are first asked for.
+    QHash<FileSetId, QHash<QString, int>> typeCounts;
+    // Compiled patterns.
+    QHash<QString, QRegularExpression> expressions;
 };
 
 } // namespace MorvalenCore

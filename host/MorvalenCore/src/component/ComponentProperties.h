@@ -2,12 +2,16 @@
 
 #include "component/ItemId.h"
 
+#include <QByteArrayView>
 #include <QList>
 #include <QString>
+
+#include <memory>
 
 namespace MorvalenCore {
 
 class ComponentTree;
+class IdReferences;
 
 // What a new property is made of. Types are the words bool, int, uint, double and string.
 struct PropertyData
@@ -30,6 +34,7 @@ class ComponentProperties
 {
 public:
     explicit ComponentProperties(ComponentTree &tree);
+    ~ComponentProperties();
 
     QList<PropertyId> properties() const;
     bool contains(PropertyId property) const;
@@ -60,7 +65,12 @@ public:
     bool setCategory(PropertyId property, const QString &category, QString *error = nullptr);
 
 private:
+    std::uint32_t valueNode(PropertyId property) const;
+    QString parameterAttribute(PropertyId property, QByteArrayView name) const;
+
     ComponentTree &tree;
+    // Made when first asked for.
+    mutable std::unique_ptr<IdReferences> references;
 };
 
 } // namespace MorvalenCore

@@ -35,6 +35,10 @@ public:
     bool remove(ItemId item, const QString &name);
 
 private:
+    std::uint32_t list(ItemId item) const;
+    std::uint32_t find(ItemId item, const QString &name) const;
+    void makeRoom(std::uint32_t property);
+
     ComponentTree &tree;
 };
 

@@ -1,0 +1,203 @@
+#include "component/ComponentBuilds.h"
+
+#include "component/ComponentTree.h"
+#include "component/itemcheck.h"
+
+#include <algorithm>
+
+namespace MorvalenCore {
+
+namespace {
+
+// How a list of things lies in child elements of one name.
+template <typename T>
+struct ListFormat
+{
+    QByteArrayView element;
+    T (*read)(const ComponentTree &tree, XmlNode node);
+    void (*write)(ComponentTree &tree, XmlNode node, const T &thing);
+};
+
+QStringList texts(const ComponentTree &tree, XmlNode parent, QByteArrayView element)
+{
+    QStringList list;
+    for (const XmlNode node : tree.ownChildren(parent, element))
+        list += tree.xml.text(node);
+    return list;
+}
+
+BuildMacro readMacro(const ComponentTree &tree, XmlNode node)
+{
+    return {tree.attribute(node, "name"), tree.xml.text(node)};
+}
+
+void writeMacro(ComponentTree &tree, XmlNode node, const BuildMacro &macro)
+{
+    tree.setAttribute(node, "name", macro.name);
+    tree.xml.setText(node, macro.value);
+}
+
+BuildStep readStep(const ComponentTree &tree, XmlNode node)
+{
+    return {tree.attribute(node, "name"), tree.ownText(node, "command"), texts(tree, node, "input"),
+            texts(tree, node, "output")};
+}
+
+void writeStep(ComponentTree &tree, XmlNode node, const BuildStep &step)
+{
+    tree.setAttribute(node, "name", step.name);
+    tree.xml.setText(tree.addOwn(node, "command"), step.command);
+    for (const QString &input : step.inputs)
+        tree.xml.setText(tree.addOwn(node, "input"), input);
+    for (const QString &output : step.outputs)
+        tree.xml.setText(tree.addOwn(node, "output"), output);
+}
+
+const ListFormat<BuildMacro> macroFormat {"macro", readMacro, writeMacro};
+const ListFormat<BuildStep> stepFormat {"step", readStep, writeStep};
+
+template <typename T>
+QList<T> readList(const ComponentTree &tree, XmlNode parent, const ListFormat<T> &format)
+{
+    QList<T> list;
+    for (const XmlNode node : tree.ownChildren(parent, format.element))
+        list += format.read(tree, node);
+    return list;
+}
+
+// Writes only what is between the equal things at both ends. The first thing comes behind `after`
+// where there is none yet.
+template <typename T>
+void writeList(ComponentTree &tree, XmlNode parent, const ListFormat<T> &format,
+               const QList<T> &wanted, XmlNode after)
+{
+    const QList<XmlNode> nodes = tree.ownChildren(parent, format.element);
+    const QList<T> present = readList(tree, parent, format);
+    const qsizetype shorter = std::min(wanted.size(), present.size());
+    qsizetype head = 0;
+    while (head < shorter && wanted[head] == present[head])
+        ++head;
+    qsizetype tail = 0;
+    while (tail < shorter - head
+           && wanted[wanted.size() - 1 - tail] == present[present.size() - 1 - tail])
+        ++tail;
+    if (head > 0)
+        after = nodes[head - 1];
+    else if (!nodes.isEmpty())
+        after = tree.xml.previous(nodes.first());
+    for (qsizetype i = head; i < nodes.size() - tail; ++i)
+        tree.xml.remove(nodes[i]);
+    for (qsizetype i = head; i < wanted.size() - tail; ++i) {
+        after = tree.addOwn(parent, format.element, after);
+        format.write(tree, after, wanted[i]);
+    }
+}
+
+bool check(const BuildDescription &build, QString *error)
+{
+    const auto carries = [error](const QString &text) {
+        return ComponentTree::check({text}, error);
+    };
+    const auto carriesMacro = [&](const BuildMacro &macro) {
+        return carries(macro.name) && carries(macro.value);
+    };
+    const auto carriesStep = [&](const BuildStep &step) {
+        return carries(step.name) && carries(step.command)
+            && std::all_of(step.inputs.begin(), step.inputs.end(), carries)
+            && std::all_of(step.outputs.begin(), step.outputs.end(), carries);
+    };
+    return carries(build.name) && carries(build.targetPath)
+        && std::all_of(build.macros.begin(), build.macros.end(), carriesMacro)
+        && std::all_of(build.steps.begin(), build.steps.end(), carriesStep);
+}
+
+} // namespace
+
+ComponentBuilds::ComponentBuilds(ComponentTree &componentTree) : tree(componentTree) { }
+
+QList<std::uint32_t> ComponentBuilds::nodes() const
+{
+    return tree.ownChildren(tree.ownChild(tree.design(), "buildConfigurations"),
+                            "buildConfiguration");
+}
+
+std::uint32_t ComponentBuilds::find(const QString &name) const
+{
+    for (const XmlNode node : nodes()) {
+        if (tree.attribute(node, "name") == name)
+            return node;
+    }
+    return 0;
+}
+
+QStringList ComponentBuilds::names() const
+{
+    QStringList list;
+    for (const XmlNode node : nodes())
+        list += tree.attribute(node, "name");
+    return list;
+}
+
+QList<BuildDescription> ComponentBuilds::configurations() const
+{
+    QList<BuildDescription> list;
+    for (const XmlNode node : nodes()) {
+        list.append({tree.attribute(node, "name"), tree.attribute(node, "targetPath"),
+                     readList(tree, node, macroFormat), readList(tree, node, stepFormat)});
+    }
+    return list;
+}
+
+QString ComponentBuilds::activeName() const
+{
+    return tree.attribute(tree.ownChild(tree.design(), "buildConfigurations"), "active");
+}
+
+bool ComponentBuilds::setActiveName(const QString &name, QString *error)
+{
+    if (!tree.check({name}, error))
+        return false;
+    if (name == activeName())
+        return true;
+    const XmlNode list = tree.ensureOwn(tree.ensureDesign(), "buildConfigurations");
+    tree.setAttribute(list, "active", name);
+    tree.prune(list);
+    return true;
+}
+
+bool ComponentBuilds::write(const BuildDescription &configuration, QString *error)
+{
+    if (!ItemCheck::isGiven(configuration.name, u"name of a build configuration", error)
+        || !check(configuration, error))
+        return false;
+    XmlNode node = find(configuration.name);
+    if (node == 0) {
+        node = tree.addOwn(tree.ensureOwn(tree.ensureDesign(), "buildConfigurations"),
+                           "buildConfiguration");
+        tree.setAttribute(node, "name", configuration.name);
+    }
+    tree.setAttribute(node, "targetPath", configuration.targetPath);
+    writeList(tree, node, macroFormat, configuration.macros, 0);
+    writeList(tree, node, stepFormat, configuration.steps, tree.xml.last(node));
+    return true;
+}
+
+bool ComponentBuilds::setTargetPath(const QString &name, const QString &targetPath, QString *error)
+{
+    const XmlNode node = find(name);
+    if (!ItemCheck::isThere(node != 0, u"build configuration", error)
+        || !tree.check({targetPath}, error))
+        return false;
+    tree.setAttribute(node, "targetPath", targetPath);
+    return true;
+}
+
+bool ComponentBuilds::remove(const QString &name)
+{
+    const XmlNode node = find(name);
+    if (node != 0)
+        tree.removeAndPrune(node);
+    return node != 0;
+}
+
+} // namespace MorvalenCore

@@ -1,0 +1,121 @@
+#include "component/ComponentFile.h"
+
+#include <Qtilities/atomicfile.h>
+
+#include <QCryptographicHash>
+#include <QFile>
+#include <QFileInfo>
+
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <ctime>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace MorvalenCore {
+
+namespace {
+
+constexpr std::int64_t nanoseconds = 1'000'000'000;
+// Coarser than the clock of any file system in use.
+constexpr std::int64_t restingTime = 2 * nanoseconds;
+
+std::int64_t inNanoseconds(const timespec &time)
+{
+    return std::int64_t(time.tv_sec) * nanoseconds + time.tv_nsec;
+}
+
+QByteArray hashOf(const QByteArray &bytes)
+{
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Blake2b_256);
+}
+
+} // namespace
+
+ComponentFile::ComponentFile(const QString &path) : filePath(path) { }
+
+std::optional<ComponentFile::Stamp> ComponentFile::stampOf() const
+{
+    struct stat status = {};
+    if (::stat(QFile::encodeName(filePath).constData(), &status) != 0)
+        return {};
+    timespec now = {};
+    ::clock_gettime(CLOCK_REALTIME, &now);
+    const std::int64_t changed = inNanoseconds(status.st_mtim);
+    return Stamp {status.st_size, changed, inNanoseconds(now) - changed < restingTime};
+}
+
+bool ComponentFile::read(QByteArray &bytes, QString &error)
+{
+    struct stat status = {};
+    if (::stat(QFile::encodeName(filePath).constData(), &status) != 0) {
+        error = u"The file cannot be read: %1."_s.arg(qt_error_string(errno));
+        return false;
+    }
+    if (S_ISDIR(status.st_mode)) {
+        error = u"The path is a directory, not a component file."_s;
+        return false;
+    }
+    if (!S_ISREG(status.st_mode)) {
+        error = u"The path is no regular file."_s;
+        return false;
+    }
+    if (status.st_size > greatestSize) {
+        error = u"The file is larger than %1 MiB."_s.arg(greatestSize >> 20);
+        return false;
+    }
+    stamp = stampOf();
+    QFile file(filePath);
+    if (!file.open(QIODevice::ReadOnly)) {
+        error = u"The file cannot be read: %1."_s.arg(file.errorString());
+        return false;
+    }
+    // One byte more tells whether it has grown beyond the limit meanwhile.
+    bytes = file.read(greatestSize + 1);
+    if (file.error() != QFileDevice::NoError || bytes.size() > greatestSize) {
+        error = u"The file cannot be read: %1."_s.arg(
+            bytes.size() > greatestSize ? u"it is growing"_s : file.errorString());
+        return false;
+    }
+    contentRead = bytes;
+    return true;
+}
+
+bool ComponentFile::isChanged() const
+{
+    const auto now = stampOf();
+    if (!now)
+        return false;
+    if (!stamp)
+        return true;
+    if (now->size != stamp->size)
+        return true;
+    if (now->changed == stamp->changed && !stamp->isFresh)
+        return false;
+    QFile file(filePath);
+    if (!file.open(QIODevice::ReadOnly))
+        return true;
+    const QByteArray content = file.readAll();
+    return contentHash.isEmpty() ? content != contentRead : hashOf(content) != contentHash;
+}
+
+bool ComponentFile::write(const QByteArray &bytes, QString *error)
+{
+    if (isChanged()) {
+        if (error != nullptr)
+            *error = stamp
+                ? u"The file %1 has changed on disk since it was read; it is not "
+                  "overwritten."_s.arg(filePath)
+                : u"The file %1 is there already; it is not overwritten."_s.arg(filePath);
+        return false;
+    }
+    if (!Qtilities::Core::writeFileAtomically(filePath, bytes, error))
+        return false;
+    stamp = stampOf();
+    contentHash = hashOf(bytes);
+    contentRead.clear();
+    return true;
+}
+
+} // namespace MorvalenCore

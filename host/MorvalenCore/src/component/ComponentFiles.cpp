@@ -1,0 +1,300 @@
+#include "component/ComponentFiles.h"
+
+#include "component/ComponentTree.h"
+#include "component/ipxact.h"
+#include "component/itemcheck.h"
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace MorvalenCore {
+
+namespace {
+
+constexpr char generatedGroup[] = "generatedFiles";
+
+// "vhdlSource" of "vhdlSource-93": the same kind of file.
+QString familyOf(const QString &type) { return type.section(u'-', 0, 0); }
+
+QString fileNameOf(const QString &path)
+{
+    return path.sliced(1 + std::max(path.lastIndexOf(u'/'), path.lastIndexOf(u'\\')));
+}
+
+} // namespace
+
+ComponentFiles::ComponentFiles(ComponentTree &componentTree) : tree(componentTree) { }
+
+QList<FileSetId> ComponentFiles::fileSets() const
+{
+    QList<FileSetId> sets;
+    for (const XmlNode node :
+         tree.standardChildren(tree.standardChild(XmlTree::root, "fileSets"), "fileSet"))
+        sets.append(FileSetId {{node}});
+    return sets;
+}
+
+QList<FileId> ComponentFiles::files() const
+{
+    QList<FileId> all;
+    for (const FileSetId set : fileSets())
+        all += files(set);
+    return all;
+}
+
+QList<FileId> ComponentFiles::files(FileSetId set) const
+{
+    QList<FileId> list;
+    if (!contains(set))
+        return list;
+    for (const XmlNode node : tree.standardChildren(set.node, "file"))
+        list.append(FileId {{node}});
+    return list;
+}
+
+bool ComponentFiles::contains(FileId file) const { return tree.xml.isAlive(file.node); }
+
+bool ComponentFiles::contains(FileSetId set) const { return tree.xml.isAlive(set.node); }
+
+QString ComponentFiles::name(FileSetId set) const
+{
+    return contains(set) ? tree.standardText(set.node, "name") : QString();
+}
+
+QStringList ComponentFiles::groups(FileSetId set) const
+{
+    QStringList groups;
+    if (!contains(set))
+        return groups;
+    for (const XmlNode node : tree.standardChildren(set.node, "group"))
+        groups += tree.xml.text(node);
+    return groups;
+}
+
+bool ComponentFiles::isInGeneratedGroup(FileSetId set) const
+{
+    return groups(set).contains(QLatin1StringView(generatedGroup));
+}
+
+FileSetId ComponentFiles::fileSet(const QString &name) const
+{
+    for (const FileSetId set : fileSets()) {
+        if (this->name(set) == name)
+            return set;
+    }
+    return {};
+}
+
+FileSetId ComponentFiles::fileSet(FileId file) const
+{
+    return contains(file) ? FileSetId {{tree.xml.parent(file.node)}} : FileSetId {};
+}
+
+QString ComponentFiles::path(FileId file) const
+{
+    return contains(file) ? tree.standardText(file.node, "name") : QString();
+}
+
+QString ComponentFiles::fileType(FileId file) const
+{
+    if (!contains(file))
+        return {};
+    const XmlNode type = tree.standardChild(file.node, "fileType");
+    return type != 0 ? tree.xml.text(type) : tree.standardText(file.node, "userFileType");
+}
+
+QString ComponentFiles::standardCategory(FileId file) const
+{
+    const FileSetId set = fileSet(file);
+    const XmlNode group = tree.standardChild(set.node, "group");
+    return group != 0 ? tree.xml.text(group) : name(set);
+}
+
+QString ComponentFiles::category(FileId file) const
+{
+    if (!contains(file))
+        return {};
+    const QString own = tree.attribute(tree.item(file.node), "category");
+    return own.isEmpty() ? standardCategory(file) : own;
+}
+
+bool ComponentFiles::hasOwnCategory(FileId file) const
+{
+    return contains(file) && !tree.attribute(tree.item(file.node), "category").isEmpty();
+}
+
+GeneratedInfo ComponentFiles::generated(FileId file) const
+{
+    if (!contains(file))
+        return {};
+    const XmlNode own = tree.ownChild(tree.item(file.node), "generated");
+    if (own != 0)
+        return {tree.attribute(own, "by"), tree.attribute(own, "version")};
+    if (isInGeneratedGroup(fileSet(file)))
+        return {{}, tree.standardText(XmlTree::root, "version")};
+    return {};
+}
+
+FileBuildCommand ComponentFiles::buildCommand(FileId file) const
+{
+    if (!contains(file))
+        return {};
+    const XmlNode node = tree.standardChild(file.node, "buildCommand");
+    if (node == 0)
+        return {};
+    FileBuildCommand build;
+    build.command = tree.standardText(node, "command");
+    build.flags = tree.standardText(node, "flags");
+    const QString replace = tree.standardText(node, "replaceDefaultFlags");
+    build.replaceDefaultFlags = replace == "true"_L1 || replace == "1"_L1;
+    build.targetName = tree.standardText(node, "targetName");
+    return build;
+}
+
+QList<FileId> ComponentFiles::filesWithBuildCommand() const
+{
+    QList<FileId> list = files();
+    list.removeIf([this](FileId file) { return buildCommand(file).command.isEmpty(); });
+    return list;
+}
+
+FileSetId ComponentFiles::addFileSet(const QString &name, QString *error)
+{
+    if (!ItemCheck::isGiven(name, u"name of a file set", error) || !tree.check({name}, error))
+        return {};
+    const XmlNode sets = tree.ensureStandard(XmlTree::root, "fileSets");
+    const XmlNode set = tree.addStandard(sets, "fileSet");
+    tree.xml.setText(tree.addStandard(set, "name"), name);
+    return {{set}};
+}
+
+FileId ComponentFiles::add(const QString &path, FileSetId set, QString *error)
+{
+    if (!ItemCheck::isThere(contains(set), u"file set", error)
+        || !ItemCheck::isGiven(path, u"path of a file", error) || !tree.check({path}, error))
+        return {};
+    const QString type = fileTypeOf(path);
+    const XmlNode file = tree.addStandard(set.node, "file");
+    tree.xml.setText(tree.addStandard(file, "name"), path);
+    tree.xml.setText(tree.addStandard(file, "fileType"), type);
+    countType(set, type, 1);
+    return {{file}};
+}
+
+FileId ComponentFiles::add(const QString &path, const QList<FileSetPatterns> &patterns,
+                           QString *error)
+{
+    if (!ItemCheck::isGiven(path, u"path of a file", error) || !tree.check({path}, error))
+        return {};
+    return add(path, setFor(path, patterns), error);
+}
+
+FileSetId ComponentFiles::setFor(const QString &path, const QList<FileSetPatterns> &patterns)
+{
+    const QString type = familyOf(fileTypeOf(path));
+    for (const FileSetId set : fileSets()) {
+        if (takes(set, path, type, patterns))
+            return set;
+    }
+    const QString common = u"files"_s;
+    const FileSetId set = fileSet(common);
+    return set ? set : addFileSet(common);
+}
+
+bool ComponentFiles::takes(FileSetId set, const QString &path, const QString &type,
+                           const QList<FileSetPatterns> &patterns)
+{
+    if (isInGeneratedGroup(set))
+        return false;
+    auto counts = typeCounts.find(set);
+    if (counts == typeCounts.end()) {
+        counts = typeCounts.insert(set, {});
+        for (const FileId file : files(set))
+            ++(*counts)[familyOf(fileType(file))];
+    }
+    if (type != "unknown"_L1 && counts->value(type) > 0)
+        return true;
+    const QString setName = name(set);
+    const QString fileName = fileNameOf(path);
+    const auto matches = [&](const QString &pattern) {
+        auto expression = expressions.find(pattern);
+        if (expression == expressions.end())
+            expression = expressions.insert(
+                pattern, QRegularExpression::fromWildcard(pattern, Qt::CaseInsensitive));
+        return expression->match(fileName).hasMatch();
+    };
+    return std::any_of(patterns.begin(), patterns.end(), [&](const FileSetPatterns &row) {
+        return row.fileSet == setName
+            && std::any_of(row.patterns.begin(), row.patterns.end(), matches);
+    });
+}
+
+void ComponentFiles::countType(FileSetId set, const QString &type, int by)
+{
+    const auto counts = typeCounts.find(set);
+    if (counts != typeCounts.end())
+        (*counts)[familyOf(type)] += by;
+}
+
+void ComponentFiles::remove(FileId file)
+{
+    if (!contains(file))
+        return;
+    countType(fileSet(file), fileType(file), -1);
+    tree.xml.remove(file.node);
+}
+
+bool ComponentFiles::setPath(FileId file, const QString &path, QString *error)
+{
+    if (!ItemCheck::isThere(contains(file), u"file", error)
+        || !ItemCheck::isGiven(path, u"path of a file", error) || !tree.check({path}, error))
+        return false;
+    tree.xml.setText(tree.ensureStandard(file.node, "name"), path);
+    return true;
+}
+
+bool ComponentFiles::setCategory(FileId file, const QString &category, QString *error)
+{
+    if (!ItemCheck::isThere(contains(file), u"file", error) || !tree.check({category}, error))
+        return false;
+    const bool isStandard = category.isEmpty() || category == standardCategory(file);
+    const XmlNode item = isStandard ? tree.item(file.node) : tree.ensureItem(file.node);
+    if (item == 0)
+        return true;
+    tree.setAttribute(item, "category", isStandard ? QString() : category);
+    tree.prune(item);
+    return true;
+}
+
+bool ComponentFiles::setGenerated(FileId file, const GeneratedInfo &info, QString *error)
+{
+    if (!ItemCheck::isThere(contains(file), u"file", error)
+        || !tree.check({info.by, info.version}, error))
+        return false;
+    if (generated(file) == info)
+        return true;
+    if (info.isGenerated()) {
+        const XmlNode entry = tree.ensureOwn(tree.ensureItem(file.node), "generated");
+        tree.setAttribute(entry, "by", info.by);
+        tree.setAttribute(entry, "version", info.version);
+        return true;
+    }
+    if (isInGeneratedGroup(fileSet(file))) {
+        if (error != nullptr)
+            *error = u"The file %1 is generated, since its file set is in the group %2."_s.arg(
+                path(file), QLatin1StringView(generatedGroup));
+        return false;
+    }
+    const XmlNode entry = tree.ownChild(tree.item(file.node), "generated");
+    if (entry != 0)
+        tree.removeAndPrune(entry);
+    return true;
+}
+
+QString ComponentFiles::fileTypeOf(const QString &path) const
+{
+    return Ipxact::fileTypeOf(tree.generation(), path);
+}
+
+} // namespace MorvalenCore

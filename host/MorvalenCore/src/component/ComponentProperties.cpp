@@ -1,0 +1,235 @@
+#include "component/ComponentProperties.h"
+
+#include "component/ComponentTree.h"
+#include "component/IdReferences.h"
+#include "component/itemcheck.h"
+
+#include <array>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace MorvalenCore {
+
+namespace {
+
+// The standard's words for types, of all generations. Others are texts, bit vectors among them.
+struct TypeRow
+{
+    QLatin1StringView standard;
+    QLatin1StringView type;
+};
+
+constexpr std::array types {
+    TypeRow {"bool"_L1, "bool"_L1},        TypeRow {"byte"_L1, "int"_L1},
+    TypeRow {"shortint"_L1, "int"_L1},     TypeRow {"int"_L1, "int"_L1},
+    TypeRow {"long"_L1, "int"_L1},         TypeRow {"longint"_L1, "int"_L1},
+    TypeRow {"float"_L1, "double"_L1},     TypeRow {"real"_L1, "double"_L1},
+    TypeRow {"shortreal"_L1, "double"_L1},
+};
+
+bool parses(const QString &value, QLatin1StringView type)
+{
+    bool good = true;
+    if (type == "bool"_L1)
+        good = value.compare("true"_L1, Qt::CaseInsensitive) == 0
+            || value.compare("false"_L1, Qt::CaseInsensitive) == 0;
+    else if (type == "int"_L1)
+        value.toInt(&good);
+    else
+        value.toDouble(&good);
+    return good;
+}
+
+} // namespace
+
+ComponentProperties::ComponentProperties(ComponentTree &componentTree) : tree(componentTree) { }
+
+ComponentProperties::~ComponentProperties() = default;
+
+QList<PropertyId> ComponentProperties::properties() const
+{
+    QList<XmlNode> nodes =
+        tree.standardChildren(tree.standardChild(XmlTree::root, "parameters"), "parameter");
+    nodes += tree.ownChildren(tree.ownChild(tree.design(), "properties"), "property");
+    QList<PropertyId> list;
+    list.reserve(nodes.size());
+    for (const XmlNode node : std::as_const(nodes))
+        list.append(PropertyId {{node}});
+    return list;
+}
+
+bool ComponentProperties::contains(PropertyId property) const
+{
+    return tree.xml.isAlive(property.node);
+}
+
+bool ComponentProperties::isParameter(PropertyId property) const
+{
+    return contains(property) && tree.isStandard(property.node, "parameter");
+}
+
+PropertyData ComponentProperties::data(PropertyId property) const
+{
+    return {name(property),  type(property),        category(property),
+            value(property), isRemovable(property), isReadOnly(property)};
+}
+
+QString ComponentProperties::name(PropertyId property) const
+{
+    if (!contains(property))
+        return {};
+    // The first generations of parameters had their name in an attribute.
+    const XmlNode node = isParameter(property) ? tree.standardChild(property.node, "name") : 0;
+    return node != 0 ? tree.xml.text(node) : tree.attribute(property.node, "name");
+}
+
+QString ComponentProperties::value(PropertyId property) const
+{
+    if (!contains(property))
+        return {};
+    const XmlNode node = valueNode(property);
+    return tree.xml.text(node != 0 ? node : property.node);
+}
+
+XmlNode ComponentProperties::valueNode(PropertyId property) const
+{
+    return isParameter(property) ? tree.standardChild(property.node, "value")
+                                 : tree.ownChild(property.node, "value");
+}
+
+// An attribute of a parameter, which the older generations put on its value.
+QString ComponentProperties::parameterAttribute(PropertyId property, QByteArrayView name) const
+{
+    const QString own = tree.attribute(property.node, name);
+    return own.isEmpty() ? tree.attribute(valueNode(property), name) : own;
+}
+
+QString ComponentProperties::type(PropertyId property) const
+{
+    if (!contains(property))
+        return {};
+    const QString text = u"string"_s;
+    if (!isParameter(property)) {
+        const QString type = tree.attribute(property.node, "type");
+        return type.isEmpty() ? text : type;
+    }
+    const QString format = parameterAttribute(property, "format");
+    const QString standard = format.isEmpty() ? parameterAttribute(property, "type") : format;
+    for (const TypeRow &row : types) {
+        if (row.standard == standard && parses(value(property), row.type))
+            return row.type;
+    }
+    return text;
+}
+
+QString ComponentProperties::category(PropertyId property) const
+{
+    if (!contains(property))
+        return {};
+    return tree.attribute(isParameter(property) ? tree.item(property.node) : property.node,
+                          "category");
+}
+
+bool ComponentProperties::isReadOnly(PropertyId property) const
+{
+    if (!contains(property))
+        return false;
+    if (!isParameter(property))
+        return tree.attribute(property.node, "readOnly") == "true"_L1;
+    const QString resolve = parameterAttribute(property, "resolve");
+    return resolve == "generated"_L1 || resolve == "dependent"_L1;
+}
+
+bool ComponentProperties::isRemovable(PropertyId property) const
+{
+    if (!contains(property))
+        return false;
+    if (!isParameter(property))
+        return tree.attribute(property.node, "removable") != "false"_L1;
+    if (!references)
+        references = std::make_unique<IdReferences>(tree);
+    return !references->isReferenced(property.node);
+}
+
+PropertyId ComponentProperties::add(const PropertyData &data, QString *error)
+{
+    if (!ItemCheck::isGiven(data.name, u"name of a property", error)
+        || !tree.check({data.name, data.type, data.category, data.value}, error))
+        return {};
+    const XmlNode list = tree.ensureOwn(tree.ensureDesign(), "properties");
+    const XmlNode property = tree.addOwn(list, "property");
+    tree.setAttribute(property, "name", data.name);
+    tree.setAttribute(property, "type", data.type);
+    tree.setAttribute(property, "category", data.category);
+    tree.setAttribute(property, "removable", data.removable ? QString() : u"false"_s);
+    tree.setAttribute(property, "readOnly", data.readOnly ? u"true"_s : QString());
+    tree.xml.setText(property, data.value);
+    return {{property}};
+}
+
+void ComponentProperties::remove(PropertyId property)
+{
+    if (!contains(property))
+        return;
+    // What it refers to can be told apart only while it is there.
+    isRemovable(property);
+    tree.removeAndPrune(property.node);
+}
+
+bool ComponentProperties::setName(PropertyId property, const QString &name, QString *error)
+{
+    if (!ItemCheck::isThere(contains(property), u"property", error)
+        || !ItemCheck::isGiven(name, u"name of a property", error) || !tree.check({name}, error))
+        return false;
+    const bool inElement = isParameter(property)
+        && (tree.standardChild(property.node, "name") != 0
+            || !tree.xml.attribute(property.node, "name"));
+    if (inElement)
+        tree.xml.setText(tree.ensureStandard(property.node, "name"), name);
+    else
+        tree.setAttribute(property.node, "name", name);
+    return true;
+}
+
+bool ComponentProperties::setValue(PropertyId property, const QString &value, QString *error)
+{
+    if (!ItemCheck::isThere(contains(property), u"property", error) || !tree.check({value}, error))
+        return false;
+    XmlNode node = valueNode(property);
+    const bool textIsValue =
+        !isParameter(property) || tree.standardChild(property.node, "name") == 0;
+    if (node == 0)
+        node = textIsValue ? property.node : tree.addStandard(property.node, "value");
+    tree.xml.setText(node, value);
+    return true;
+}
+
+bool ComponentProperties::setValue(PropertyId property, const QString &value, const QString &type,
+                                   QString *error)
+{
+    if (!tree.check({type}, error) || !setValue(property, value, error))
+        return false;
+    if (!isParameter(property))
+        tree.setAttribute(property.node, "type", type);
+    return true;
+}
+
+bool ComponentProperties::setCategory(PropertyId property, const QString &category, QString *error)
+{
+    if (!ItemCheck::isThere(contains(property), u"property", error)
+        || !tree.check({category}, error))
+        return false;
+    if (!isParameter(property)) {
+        tree.setAttribute(property.node, "category", category);
+        return true;
+    }
+    const XmlNode item =
+        category.isEmpty() ? tree.item(property.node) : tree.ensureItem(property.node);
+    if (item == 0)
+        return true;
+    tree.setAttribute(item, "category", category);
+    tree.prune(item);
+    return true;
+}
+
+} // namespace MorvalenCore

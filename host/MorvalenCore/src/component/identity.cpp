@@ -1,0 +1,146 @@
+#include "component/identity.h"
+
+#include "component/itemcheck.h"
+
+#include <algorithm>
+#include <array>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace MorvalenCore {
+
+namespace {
+
+struct FieldRow
+{
+    // An element of the component where it is standard, else an attribute of mv:design.
+    QByteArrayView name;
+    bool isStandard;
+};
+
+// In the order of DesignField; the author is found otherwise.
+constexpr std::array<FieldRow, 8> fields {{
+    {"vendor", true},
+    {"library", true},
+    {"name", true},
+    {"version", true},
+    {"description", true},
+    {"author", false},
+    {"type", false},
+    {"structure", false},
+}};
+
+const FieldRow &rowOf(DesignField field) { return fields[static_cast<size_t>(field)]; }
+
+bool isIdentity(DesignField field) { return field <= DesignField::Version; }
+
+// The element author of another program, directly in the component's extensions.
+XmlNode foreignAuthor(const ComponentTree &tree)
+{
+    const XmlNode extensions = tree.standardChild(XmlTree::root, "vendorExtensions");
+    if (extensions == 0)
+        return 0;
+    XmlNode node = tree.xml.first(extensions);
+    while (node != 0 && (tree.isOwn(node) || tree.xml.name(node).local != "author"))
+        node = tree.xml.next(node);
+    return node;
+}
+
+void setAuthor(ComponentTree &tree, const QString &author)
+{
+    const XmlNode foreign = foreignAuthor(tree);
+    if (foreign != 0) {
+        tree.xml.setText(foreign, author);
+    } else if (!author.isEmpty()) {
+        tree.xml.setText(tree.ensureOwn(tree.ensureDesign(), "author"), author);
+    } else if (const XmlNode own = tree.ownChild(tree.design(), "author"); own != 0) {
+        tree.removeAndPrune(own);
+    }
+}
+
+void setElement(ComponentTree &tree, DesignField field, const QString &text)
+{
+    const QByteArrayView name = rowOf(field).name;
+    if (!text.isEmpty() || isIdentity(field))
+        tree.xml.setText(tree.ensureStandard(XmlTree::root, name), text);
+    else if (const XmlNode node = tree.standardChild(XmlTree::root, name); node != 0)
+        tree.xml.remove(node);
+}
+
+// The standard has names there: letters, digits and a few marks.
+bool isOdd(const QString &text)
+{
+    return !std::all_of(text.begin(), text.end(), [](QChar c) {
+        return c.isLetterOrNumber() || c.isSurrogate() || c.isMark() || u"_-.:"_s.contains(c);
+    });
+}
+
+} // namespace
+
+QString IdentityFields::text(const ComponentTree &tree, DesignField field)
+{
+    const FieldRow &row = rowOf(field);
+    if (row.isStandard)
+        return tree.standardText(XmlTree::root, row.name);
+    if (field != DesignField::Author)
+        return tree.attribute(tree.design(), row.name);
+    const XmlNode foreign = foreignAuthor(tree);
+    return foreign != 0 ? tree.xml.text(foreign) : tree.ownText(tree.design(), row.name);
+}
+
+bool IdentityFields::setText(ComponentTree &tree, DesignField field, const QString &text,
+                             QString *error)
+{
+    if (field == DesignField::Name && !ItemCheck::isGiven(text, u"name of a design", error))
+        return false;
+    if (!tree.check({text}, error))
+        return false;
+    if (text == IdentityFields::text(tree, field))
+        return true;
+    const FieldRow &row = rowOf(field);
+    if (field == DesignField::Author)
+        setAuthor(tree, text);
+    else if (row.isStandard)
+        setElement(tree, field, text);
+    else
+        setDesignAttribute(tree, row.name, text);
+    return true;
+}
+
+void IdentityFields::setDesignAttribute(ComponentTree &tree, QByteArrayView attribute,
+                                        const QString &value)
+{
+    const XmlNode design = value.isEmpty() ? tree.design() : tree.ensureDesign();
+    if (design == 0)
+        return;
+    tree.setAttribute(design, attribute, value);
+    tree.prune(design);
+}
+
+IdentityFindings IdentityCheck::check(const ComponentTree &tree, const QString &path)
+{
+    IdentityFindings findings;
+    const auto place = [&](XmlNode node) {
+        const qsizetype offset = tree.xml.offset(node != 0 ? node : XmlTree::root);
+        return path + u':' + QString::number(XmlIndex::lineOf(tree.xml.originalBytes(), offset))
+            + u": "_s;
+    };
+    for (const DesignField field :
+         {DesignField::Vendor, DesignField::Library, DesignField::Name, DesignField::Version}) {
+        const QByteArrayView name = rowOf(field).name;
+        const XmlNode node = tree.standardChild(XmlTree::root, name);
+        const QString what = QString::fromLatin1(name);
+        const QString text = IdentityFields::text(tree, field);
+        if (text.isEmpty() && field == DesignField::Name)
+            findings.error = place(node) + u"The component has no name."_s;
+        else if (text.isEmpty())
+            findings.warnings += place(node) + u"The component has no %1."_s.arg(what);
+        else if (isOdd(text))
+            findings.warnings += place(node)
+                + u"The %1 \"%2\" holds characters that the standard does not allow there."_s.arg(
+                    what, text);
+    }
+    return findings;
+}
+
+} // namespace MorvalenCore
