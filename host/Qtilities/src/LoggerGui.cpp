@@ -1,8 +1,7 @@
 #include <Qtilities/Logger.h>
 #include <Qtilities/LoggerGui.h>
 
-#include <QPlainTextEdit>
-#include <QPointer>
+#include "LogWidget.h"
 
 namespace Qtilities::CoreGui {
 
@@ -12,38 +11,36 @@ using namespace Qt::Literals::StringLiterals;
 using Logging::Logger;
 using Logging::LoggerEngine;
 
-class TextEngine : public LoggerEngine
+QString freeEngineName(const QString &wish)
 {
-public:
-    TextEngine(const QString &name, QPlainTextEdit *view) : LoggerEngine(name), textView(view) { }
-
-    void logMessage(int, const QString &text) override { textView->appendPlainText(text); }
-    void clearLog() override { textView->clear(); }
-
-private:
-    QPlainTextEdit *textView;
-};
+    const QString wanted = wish.isEmpty() ? u"Log"_s : wish;
+    QString name = wanted;
+    for (int number = 2; Logger::instance()->loggerEngineReference(name); ++number)
+        name = u"%1 %2"_s.arg(wanted).arg(number);
+    return name;
+}
 
 } // namespace
 
-QWidget *LoggerGui::createLogWidget(QString *engineName, int, const QString &title, bool activate,
-                                    int messageTypes)
+QWidget *LoggerGui::createLogWidget(QString *engineName, int displays, const QString &title,
+                                    bool activate, int messageTypes)
 {
-    QString name = engineName ? *engineName : title;
-    for (int number = 2; Logger::instance()->loggerEngineReference(name); ++number)
-        name = u"%1 %2"_s.arg(engineName ? *engineName : title).arg(number);
-    auto *const view = new QPlainTextEdit;
-    view->setReadOnly(true);
-    view->setMaximumBlockCount(10000);
-    view->setWindowTitle(title);
-    auto *const engine = new TextEngine(name, view);
-    engine->setMessageTypes(messageTypes);
-    engine->setActive(activate);
-    QObject::connect(view, &QObject::destroyed, engine, [engine] { delete engine; });
-    Logger::instance()->attachLoggerEngine(engine);
+    const bool named = engineName && !engineName->isEmpty();
+    const QString name = freeEngineName(named ? *engineName : title);
+    auto *const widget = new LogWidget(name, displays, messageTypes);
+    widget->setWindowTitle(title);
+    widget->engine()->setActive(activate);
     if (engineName)
         *engineName = name;
-    return view;
+    return widget;
+}
+
+QWidget *LoggerGui::createSystemLogWidget(const QString &title)
+{
+    auto *const widget = new LogWidget(freeEngineName(title), AllDisplays, Logger::AllLogLevels);
+    widget->setWindowTitle(title);
+    widget->engine()->setMessageContexts(LoggerEngine::SystemWide);
+    return widget;
 }
 
 } // namespace Qtilities::CoreGui

@@ -1,0 +1,204 @@
+#include "LogModel.h"
+
+#include "logline.h"
+
+#include <Qtilities/Logger.h>
+
+#include <QColor>
+#include <QFont>
+
+namespace Qtilities::CoreGui {
+
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+using Logging::Logger;
+
+// Readable on a light and on a dark ground.
+QVariant colourOf(int type)
+{
+    switch (type) {
+    case Logger::Error:
+    case Logger::Fatal:
+        return QColor(0xd3, 0x2f, 0x2f);
+    case Logger::Warning:
+        return QColor(0xb2, 0x6a, 0x00);
+    case Logger::Debug:
+    case Logger::Trace:
+        return QColor(0x80, 0x80, 0x80);
+    default:
+        return {};
+    }
+}
+
+// The beginning of a long line, with blanks in place of tabs.
+QString shownText(const QString &text)
+{
+    constexpr qsizetype tabColumns = 8;
+    QString shown = text.left(LogModel::shownCharacters);
+    for (qsizetype tab = shown.indexOf(u'\t'); tab >= 0; tab = shown.indexOf(u'\t', tab))
+        shown.replace(tab, 1, QString(tabColumns - tab % tabColumns, u' '));
+    return text.size() > LogModel::shownCharacters ? shown + u'\u2026' : shown;
+}
+
+QString cellText(const LogLine &line, int column)
+{
+    if (column == LogModel::TextColumn)
+        return shownText(line.text);
+    if (!line.first)
+        return {};
+    if (column == LogModel::TimeColumn)
+        return line.time.toString(u"HH:mm:ss.zzz"_s);
+    return Logger::messageTypeName(Logger::MessageType(line.type));
+}
+
+} // namespace
+
+LogModel::LogModel(QObject *parent) : QAbstractTableModel(parent) { }
+
+LogModel::~LogModel() = default;
+
+void LogModel::setLimits(qsizetype maximumLines, qsizetype maximumCharacters)
+{
+    lineLimit = maximumLines;
+    characterLimit = maximumCharacters;
+}
+
+void LogModel::append(int type, bool priority, const QString &text)
+{
+    LogLine line {QDateTime::currentDateTime(), type, priority, true, QString()};
+    const qsizetype excess = text.size() - characterLimit / 2;
+    QStringList texts = Logging::messageLines(excess > 0 ? text.left(characterLimit / 2) : text);
+    if (excess > 0)
+        texts.append(tr("(%n more character(s))", nullptr, int(excess)));
+    for (const QString &each : texts) {
+        line.text = each;
+        appendLine(line);
+        line.first = false;
+    }
+}
+
+void LogModel::appendLine(LogLine line)
+{
+    characters += line.text.size();
+    pending.push_back(std::move(line));
+    while (qsizetype(lines.size() - doomed + pending.size()) > lineLimit
+           || characters > characterLimit) {
+        if (doomed < lines.size()) {
+            characters -= lines[doomed++].text.size();
+        } else {
+            characters -= pending.front().text.size();
+            pending.pop_front();
+            ++missed;
+        }
+    }
+}
+
+void LogModel::publish()
+{
+    dropDoomed();
+    publishPending();
+}
+
+void LogModel::dropDoomed()
+{
+    const qint64 firstKept = dropped + qint64(doomed);
+    const auto keptRows = std::lower_bound(rowNumbers.begin(), rowNumbers.end(), firstKept);
+    const int rows = int(keptRows - rowNumbers.begin());
+    if (rows > 0)
+        beginRemoveRows({}, 0, rows - 1);
+    rowNumbers.erase(rowNumbers.begin(), keptRows);
+    lines.erase(lines.begin(), lines.begin() + qsizetype(doomed));
+    dropped = firstKept + missed;
+    doomed = 0;
+    missed = 0;
+    if (rows > 0)
+        endRemoveRows();
+}
+
+void LogModel::publishPending()
+{
+    const auto rows = std::count_if(pending.cbegin(), pending.cend(),
+                                    [this](const LogLine &line) { return isShown(line); });
+    if (rows > 0)
+        beginInsertRows({}, rowCount(), rowCount() + int(rows) - 1);
+    for (LogLine &line : pending) {
+        if (isShown(line))
+            rowNumbers.push_back(dropped + qint64(lines.size()));
+        lines.push_back(std::move(line));
+    }
+    pending.clear();
+    if (rows > 0)
+        endInsertRows();
+}
+
+void LogModel::clear()
+{
+    beginResetModel();
+    lines.clear();
+    rowNumbers.clear();
+    pending.clear();
+    doomed = 0;
+    dropped = missed = 0;
+    characters = 0;
+    endResetModel();
+}
+
+void LogModel::setShownTypes(int mask)
+{
+    publish();
+    beginResetModel();
+    shownMask = mask;
+    rowNumbers.clear();
+    for (size_t index = 0; index < lines.size(); ++index) {
+        if (isShown(lines[index]))
+            rowNumbers.push_back(dropped + qint64(index));
+    }
+    endResetModel();
+}
+
+int LogModel::find(const QString &text, int fromRow, bool backwards) const
+{
+    const int rows = rowCount();
+    const int step = backwards ? rows - 1 : 1;
+    int row = rows > 0 ? (fromRow % rows + rows) % rows : 0;
+    for (int tried = 0; tried < rows; ++tried, row = (row + step) % rows) {
+        if (line(row).text.contains(text, Qt::CaseInsensitive))
+            return row;
+    }
+    return -1;
+}
+
+int LogModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : int(rowNumbers.size());
+}
+
+int LogModel::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : ColumnCount;
+}
+
+QVariant LogModel::data(const QModelIndex &index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    const LogLine &shown = line(index.row());
+    switch (role) {
+    case Qt::DisplayRole:
+        return cellText(shown, index.column());
+    case Qt::ForegroundRole:
+        return colourOf(shown.type);
+    case Qt::BackgroundRole:
+        return shown.priority ? QVariant(QColor(0xff, 0xc1, 0x07, 0x40)) : QVariant();
+    case Qt::FontRole: {
+        QFont bold;
+        bold.setBold(true);
+        return shown.priority ? QVariant(bold) : QVariant();
+    }
+    default:
+        return {};
+    }
+}
+
+} // namespace Qtilities::CoreGui

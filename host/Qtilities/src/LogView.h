@@ -1,0 +1,45 @@
+#pragma once
+
+#include "LogModel.h"
+
+#include <QTableView>
+
+namespace Qtilities::CoreGui {
+
+// Shows the rows of a log model as plain text, in lines of equal height. It follows the end of the
+// log as long as it stands there, and otherwise keeps what the user is reading in place.
+class LogView : public QTableView
+{
+    Q_OBJECT
+
+public:
+    // The model stays the caller's.
+    explicit LogView(LogModel *model, QWidget *parent = nullptr);
+    ~LogView() override;
+
+    // Shows what was appended to the model. With now also when no event loop is running, as while
+    // a script runs.
+    void publish(bool now);
+
+    // Selects the next row that holds the text and brings it into view; false when none does.
+    bool selectNext(const QString &text, bool backwards);
+
+    // Puts the selected lines on the clipboard, all when none is selected; with time and level on
+    // demand.
+    void copyLines(bool withTimeAndLevel) const;
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+
+private:
+    void widenForRows(int first, int last);
+    QList<int> chosenRows() const;
+
+    LogModel *log;
+    // Of the widest line so far, in pixels.
+    int textWidth = 0;
+    int removedRows = 0;
+};
+
+} // namespace Qtilities::CoreGui
