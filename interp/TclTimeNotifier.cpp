@@ -2,8 +2,6 @@
 
 #include "interp/NotifierState.h"
 
-#include <QCoreApplication>
-#include <QEvent>
 #include <QTimer>
 
 #include <utility>
@@ -32,21 +30,18 @@ void TclTimeNotifier::serve()
     }
 }
 
+// A timer, not a posted event: that would wake the next wait even after it has been taken back.
 void TclTimeNotifier::serveLater()
 {
-    if (!std::exchange(posted, true))
-        QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+    if (!later.isActive())
+        later.start(0, this);
 }
 
-void TclTimeNotifier::cancel()
-{
-    if (std::exchange(posted, false))
-        QCoreApplication::removePostedEvents(this, QEvent::User);
-}
+void TclTimeNotifier::cancel() { later.stop(); }
 
-void TclTimeNotifier::customEvent(QEvent *)
+void TclTimeNotifier::timerEvent(QTimerEvent *)
 {
-    posted = false;
+    later.stop();
     serve();
 }
 

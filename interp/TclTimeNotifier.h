@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBasicTimer>
 #include <QObject>
 
 // Lets Tcl serve its events when its timer has gone off, and when control comes back to Qt's event
@@ -18,16 +19,16 @@ public:
     // that waited may go on with events still queued and timers that nobody has started.
     void serveLater();
 
-    // Takes serveLater back: a wait that blocks would be woken by it.
+    // Takes serveLater back, as a wait does that begins: it would only wake it.
     void cancel();
 
 public Q_SLOTS:
     void gong();
 
 protected:
-    void customEvent(QEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
 
 private:
-    bool posted = false; // serveLater's event
+    QBasicTimer later;
     bool retrying = false;
 };

@@ -35,7 +35,6 @@ int restingWait(const Tcl_Time *time)
         return time->usec > 0 || notifier->found;
     }
     SetTimer(time);
-    notifier->timeNotifier->cancel();
     QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     return 1;
 }
@@ -69,6 +68,7 @@ int WaitForEvent(const Tcl_Time *time)
     if (!notifier)
         return 0;
     notifier->found = false;
+    notifier->timeNotifier->cancel();
     ++notifier->waits;
     const int answer = notifier->resting ? restingWait(time) : spinningWait(time);
     --notifier->waits;
