@@ -16,13 +16,21 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-// The files of this class in a folder, the oldest first.
+// The files of this class in a folder, the oldest first. Those of one moment are in the order of
+// their numbers.
 QStringList logFiles(const QString &folder)
 {
     static const QRegularExpression ours(u"^\\d{4}-\\d\\d-\\d\\d_\\d{6}_\\d+_\\d+\\.log$"_s);
-    return QDir(folder)
-        .entryList(QDir::Files | QDir::NoSymLinks, QDir::Time | QDir::Reversed)
-        .filter(ours);
+    QList<std::pair<QDateTime, QString>> files;
+    for (const QFileInfo &info : QDir(folder).entryInfoList(QDir::Files | QDir::NoSymLinks)) {
+        if (ours.match(info.fileName()).hasMatch())
+            files.append({info.lastModified(), info.fileName()});
+    }
+    std::sort(files.begin(), files.end());
+    QStringList names;
+    for (const auto &[time, name] : files)
+        names.append(name);
+    return names;
 }
 
 // A full disk takes the beginning of a text first and gives its reason with the rest.
@@ -70,7 +78,7 @@ bool FileLoggerEngine::startFile()
         ++number;
         file.setFileName(u"%1/%2_%3_%4.log"_s.arg(folderPath, start)
                              .arg(QCoreApplication::applicationPid())
-                             .arg(number));
+                             .arg(number, 4, 10, QChar(u'0')));
     } while (file.exists());
     if (!file.open(QIODevice::NewOnly | QIODevice::WriteOnly | QIODevice::Unbuffered))
         return false;

@@ -514,7 +514,7 @@ void TestLogger::writesToAFile()
     QCOMPARE(withoutTimes(contentOf(engine->fileName())),
              u"TIME Info: a \u20ac\nTIME Error: b\n    c\\x1b\n"_s);
     static const QRegularExpression pattern(
-        u"^%1/Logs/deep/\\d{4}-\\d\\d-\\d\\d_\\d{6}_%2_1\\.log$"_s
+        u"^%1/Logs/deep/\\d{4}-\\d\\d-\\d\\d_\\d{6}_%2_0001\\.log$"_s
             .arg(QRegularExpression::escape(folder.path()))
             .arg(QCoreApplication::applicationPid()));
     QVERIFY2(pattern.match(engine->fileName()).hasMatch(), qPrintable(engine->fileName()));

@@ -7,7 +7,7 @@
 namespace Qtilities::Logging {
 
 // Keeps messages in files of a folder that several processes may share: every process writes files
-// of its own, named by start, process id and a number, such as 2024-05-31_142501_7321_1.log. A
+// of its own, named by start, process id and a number, such as 2024-05-31_142501_7321_0001.log. A
 // line is the time, the word for the type, a colon, and the text; further lines of a message are
 // indented. Each message is in the file when logMessage returns.
 //
