@@ -124,9 +124,15 @@ LinkedVariable::LinkedVariable(Tcl_Interp *interp, const char *name, void *varia
       linked(tclVariable),
       type(linkType)
 {
+    Tcl_CallWhenDeleted(tcl, &LinkedVariable::interpDeleted, this);
 }
 
-LinkedVariable::~LinkedVariable() { unlink(); }
+LinkedVariable::~LinkedVariable()
+{
+    unlink();
+    if (tcl)
+        Tcl_DontCallWhenDeleted(tcl, &LinkedVariable::interpDeleted, this);
+}
 
 void LinkedVariable::linkAgain()
 {
@@ -165,14 +171,19 @@ char *LinkedVariable::afterLink(ClientData self, Tcl_Interp *, const char *, con
                                 int flags)
 {
     auto *link = static_cast<LinkedVariable *>(self);
-    if (flags & TCL_INTERP_DESTROYED) {
-        link->tcl = nullptr;
-    } else if (flags & TCL_TRACE_DESTROYED) {
+    if (flags & TCL_INTERP_DESTROYED)
+        return nullptr;
+    if (flags & TCL_TRACE_DESTROYED) {
         // Tcl has restored the variable and its own trace, which is now in the wrong place.
-        Tcl_UnlinkVar(link->tcl, link->key);
+        link->unlink();
         link->link();
     } else if (flags & TCL_TRACE_WRITES) {
         link->push();
     }
     return nullptr;
+}
+
+void LinkedVariable::interpDeleted(ClientData self, Tcl_Interp *)
+{
+    static_cast<LinkedVariable *>(self)->tcl = nullptr;
 }

@@ -51,6 +51,7 @@ private:
     void unlink();
 
     static char *beforeLink(ClientData self, Tcl_Interp *, const char *, const char *, int flags);
+    static void interpDeleted(ClientData self, Tcl_Interp *);
     static char *afterLink(ClientData self, Tcl_Interp *, const char *, const char *, int flags);
 
     Tcl_Interp *tcl; // null once it is deleted

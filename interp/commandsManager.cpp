@@ -70,6 +70,7 @@ commandsManager::~commandsManager()
         getInstance(nullptr)->unregisterFunction(tcltext::toTcl(name).constData());
     TclCallBack<commandsManager>::method = {};
     TclCallBack<commandsManager>::methodNames = {};
+    links.clear();
     if (interp && ownsInterp) {
         Tcl_DeleteInterp(interp);
         interp = nullptr;

@@ -66,14 +66,15 @@ QByteArray toTcl(const QString &text)
 
 bool equals(const QString &text, const char *tclText)
 {
+    const char *at = tclText;
     for (const QChar unit : text) {
-        const auto byte = static_cast<unsigned char>(*tclText++);
+        const auto byte = static_cast<unsigned char>(*at++);
         if (byte >= 0x80)
-            return text == fromTcl(tclText - 1 - (&unit - text.constData()));
+            return text == fromTcl(tclText);
         if (byte == 0 || unit.unicode() != byte)
             return false;
     }
-    return *tclText == '\0';
+    return *at == '\0';
 }
 
 void appendResult(Tcl_Interp *interp, const QString &text)
