@@ -1,22 +1,29 @@
 #include <MorvalenCore/DesignStructureManager.h>
 
-#include <QPointer>
+#include "structures/StandardStructureManager.h"
+
+#include <Qtilities/Replaceable.h>
 
 namespace MorvalenCore {
 
 namespace {
-QPointer<DesignStructureManager> replacement;
+
+using Slot = Qtilities::Core::Replaceable<DesignStructureManager, StandardStructureManager>;
+
+Slot &slot()
+{
+    static auto *const theSlot = new Slot;
+    return *theSlot;
 }
+
+} // namespace
 
 DesignStructureManager::DesignStructureManager(QObject *parent) : QObject(parent) { }
 
 DesignStructureManager::~DesignStructureManager() = default;
 
-DesignStructureManager *DesignStructureManager::instance() { return replacement; }
+DesignStructureManager *DesignStructureManager::instance() { return slot().get(); }
 
-void DesignStructureManager::setInstance(DesignStructureManager *manager)
-{
-    replacement = manager;
-}
+void DesignStructureManager::setInstance(DesignStructureManager *manager) { slot().set(manager); }
 
 } // namespace MorvalenCore

@@ -14,9 +14,10 @@ class MORVALENCORE_EXPORT DesignConstructor
 public:
     DesignConstructor() = delete;
 
-    // Creates a working folder and links it to the design; an empty path stands for the usual
-    // place, below the designs path. Progress goes to the task unless it is null. False, with
-    // nothing left behind, when the folder cannot be used.
+    // Creates a working folder and links it to the design. An empty path stands for the folder
+    // that the design has, which is completed on disk, or else for the usual place below the
+    // designs path. No options, task or overwriting are in use yet. False, with nothing left
+    // behind and the reason in the log, when the folder cannot be used; a design does not move.
     static bool
     assignPhysicalWorkingFolderToDesign(Interfaces::IDesign *design, const QString &path,
                                         Interfaces::IDesignParser::DesignParserOptions options,

@@ -51,7 +51,7 @@ public:
     virtual bool checkDesignName(const QString &name, QString *error,
                                  const Interfaces::IDesign *renamed = nullptr) const = 0;
 
-    // Adds a design to the open ones and takes ownership; false, and it stays the caller's, when
+    // Adds a design to the open ones and takes ownership of the object behind it; false, and it stays the caller's, when
     // one of its id is open. A position of 0 appends, others are reserved.
     virtual bool attachDesign(Interfaces::IDesign *design, bool makeActive, int position) = 0;
 
@@ -68,7 +68,8 @@ public:
 
     // Closes designs, saving unsaved changes; with deleteWorkingFolder the folder goes for good
     // when it lies below the designs path. False when one of them could not be closed, which is
-    // then still open, with the reason in the log.
+    // then still open, with the reason in the log. A closed design is destroyed later, when no
+    // bracket of changes is open and control is back in the event loop; its items go at once.
     virtual bool closeDesign(const QString &id, bool deleteWorkingFolder) = 0;
     virtual bool closeDesigns(const QStringList &ids, bool deleteWorkingFolders) = 0;
 
@@ -85,8 +86,12 @@ public:
     virtual QStringList extensionWidgetContexts() const = 0;
 
 Q_SIGNALS:
-    void designAttached(const QString &id);
+    // Sent at once, or gathered while a ChangeBracket is open and sent once when it closes, in
+    // the order below. A design that comes and goes within one bracket is not told of.
     void designClosed(const QString &id);
+    void designIdChanged(const QString &oldId, const QString &newId);
+    void designAttached(const QString &id);
+    // Anything in the design or about it.
     void designChanged(const QString &id);
     void activeDesignChanged();
 };

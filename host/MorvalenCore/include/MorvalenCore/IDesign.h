@@ -54,7 +54,9 @@ public:
     // Place on disk. Paths are absolute and clean.
     virtual QString workingFolderPath() const = 0;
     // Makes the path the design's working folder: creates it, with the folders of the design's
-    // structure. False, with nothing left behind, when it cannot be used.
+    // structure and the component file. False, with nothing left behind and the reason in the
+    // log, when it cannot be used: it is there and not empty, or the design has another one. For
+    // the folder that the design has, makes what is missing in it.
     virtual bool assignPhysicalWorkingFolderPath(const QString &path) = 0;
     virtual QString componentFileName() const = 0;
     virtual bool saveToComponentFile(QString *error) = 0;

@@ -2,7 +2,7 @@
 
 namespace MorvalenCore {
 
-// Selects items of a design.
+// Selects items of a design. Unless told otherwise, generated items of all versions.
 class ItemGrouping
 {
 public:
@@ -17,7 +17,7 @@ public:
     void setVersionsPrevious(bool flag) { previous = flag; }
 
 private:
-    bool generatedOnly = false;
+    bool generatedOnly = true;
     bool current = true;
     bool previous = true;
 };

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "component/ComponentBuilds.h"
+
+#include <MorvalenCore/BuildConfiguration.h>
+
+#include <memory>
+#include <vector>
+
+namespace MorvalenCore {
+
+class ConfigurationItem;
+class DesignState;
+
+// The build configurations of a design: those of its document, and "Default" where files bring
+// build commands of their own. Part of its design.
+class DesignBuilds
+{
+public:
+    explicit DesignBuilds(DesignState &designState);
+    ~DesignBuilds();
+
+    // Takes up what the document holds.
+    void load();
+    void clear();
+
+    // See IDesign for what these do.
+    QStringList names() const;
+    BuildConfiguration *find(const QString &name) const;
+    // The one that the document names, else the first; null when there is none.
+    BuildConfiguration *active() const;
+    // Changes nothing when the configuration is not one of this design. A read-only design
+    // remembers it as long as it is open.
+    void setActive(const BuildConfiguration *configuration);
+
+    // Adds a configuration, or changes the one of that name.
+    bool write(const BuildDescription &description, QString *error);
+    bool remove(const QString &name, QString *error);
+
+private:
+    void takeUp(const BuildDescription &description);
+
+    DesignState &state;
+    std::vector<std::unique_ptr<ConfigurationItem>> items;
+    QString activeName;
+};
+
+} // namespace MorvalenCore

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "component/ComponentDocument.h"
+
+#include <functional>
+#include <memory>
+#include <utility>
+
+namespace MorvalenCore {
+
+// What the parts of one design share: its document, and the one way in which it is changed. Part
+// of its design.
+class DesignState
+{
+public:
+    explicit DesignState(std::unique_ptr<ComponentDocument> document);
+    ~DesignState();
+    DesignState(const DesignState &) = delete;
+    DesignState &operator=(const DesignState &) = delete;
+
+    ComponentDocument &document() { return *component; }
+    const ComponentDocument &document() const { return *component; }
+    void setDocument(std::unique_ptr<ComponentDocument> document);
+
+    QString name() const { return component->text(DesignField::Name); }
+
+    // Whether the design has a component file, and so a folder that paths can be of.
+    bool isPlaced() const { return placed; }
+    void setPlaced(bool flag) { placed = flag; }
+    // The folder of the component file, absolute and clean; empty as long as there is none.
+    QString folder() const;
+
+    // Read-only by its own flag, or because the component file cannot be written.
+    bool isReadOnly() const;
+    void setFileReadOnly(bool flag) { fileReadOnly = flag; }
+
+    // Changes the design: the edit fills in its error text and returns false when it refuses. When
+    // it, or the design as a whole, refuses, the reason goes to *error, or to the log as a warning
+    // when error is null.
+    using Edit = std::function<bool(QString *error)>;
+    bool change(QString *error, const Edit &edit);
+
+    // Called after each change of the design.
+    std::function<void()> changed;
+
+private:
+    std::unique_ptr<ComponentDocument> component;
+    bool placed = false;
+    bool fileReadOnly = false;
+};
+
+} // namespace MorvalenCore

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "component/ComponentFiles.h"
+
+#include <QHash>
+
+namespace MorvalenCore {
+
+class DesignState;
+
+// Counts the files of each type in each file set, so that a new file finds its like at once. The
+// document is counted when it is first asked for.
+class FileTypeCounts
+{
+public:
+    explicit FileTypeCounts(const DesignState &designState) : state(designState) { }
+
+    // The first file set that holds a file of the type; none for an unknown type.
+    FileSetId firstSetWith(const QString &type);
+
+    // An entry was added, or will be removed.
+    void added(FileId entry) { count(entry, 1); }
+    void removing(FileId entry) { count(entry, -1); }
+    void clear();
+
+private:
+    void count(FileId entry, int by);
+
+    const DesignState &state;
+    // By type, then by file set.
+    QHash<QString, QHash<FileSetId, qsizetype>> counts;
+    bool isCounted = false;
+};
+
+} // namespace MorvalenCore

@@ -1,0 +1,96 @@
+#pragma once
+
+#include <QHash>
+#include <QList>
+#include <QPointer>
+#include <QSet>
+#include <QString>
+
+#include <memory>
+
+namespace MorvalenCore {
+
+// The items of one kind in a design, found by their key (a path or name) and by the elements of
+// the document that they stand for. Several elements may stand for one item; it goes with the last
+// of them. Everything but the lists takes the same time however many items there are.
+template <typename Item, typename Id>
+class ItemTable
+{
+public:
+    Item *byKey(const QString &key) const { return keys.value(key); }
+    Item *byId(Id id) const { return ids.value(id).get(); }
+
+    // Each item once, in the order of the ids.
+    template <typename Base = Item>
+    QList<Base *> inOrder(const QList<Id> &order) const
+    {
+        QList<Base *> list;
+        QSet<const Item *> seen;
+        for (const Id &id : order) {
+            Item *item = byId(id);
+            if (item && item->elements().size() > 1) {
+                if (seen.contains(item))
+                    continue;
+                seen.insert(item);
+            }
+            if (item)
+                list.append(item);
+        }
+        return list;
+    }
+
+    // Takes up an element: one more of the item of that key, or of a new one that make() gives.
+    template <typename Make>
+    Item *insert(const QString &key, Id id, Make make)
+    {
+        Item *&item = keys[key];
+        std::shared_ptr<Item> owner = item ? ids.value(item->elements().first()) : make();
+        item = owner.get();
+        item->addElement(id);
+        ids.insert(id, std::move(owner));
+        return item;
+    }
+
+    void rename(const QString &oldKey, const QString &newKey)
+    {
+        if (Item *item = keys.take(oldKey))
+            keys.insert(newKey, item);
+    }
+
+    // Destroys the item.
+    void remove(const QString &key)
+    {
+        Item *item = keys.take(key);
+        const QList<Id> elements = item->elements();
+        for (const Id &id : elements)
+            ids.remove(id);
+    }
+
+    void clear()
+    {
+        keys.clear();
+        ids.clear();
+    }
+
+private:
+    QHash<QString, Item *> keys;
+    QHash<Id, std::shared_ptr<Item>> ids;
+};
+
+// The active items of one kind. Those that were destroyed drop out.
+template <typename Item>
+class ActiveItems
+{
+public:
+    QList<QPointer<Item>> get() const
+    {
+        items.removeIf([](const QPointer<Item> &item) { return item.isNull(); });
+        return items;
+    }
+    void set(const QList<QPointer<Item>> &active) { items = active; }
+
+private:
+    mutable QList<QPointer<Item>> items;
+};
+
+} // namespace MorvalenCore

@@ -1,0 +1,61 @@
+#include "design/itemdisk.h"
+
+#include "design/DesignState.h"
+#include "designs/protectedfolders.h"
+#include "disk/itempaths.h"
+#include "disk/removal.h"
+#include "hostlog.h"
+
+#include <QFileInfo>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace MorvalenCore {
+
+namespace {
+
+// The path with the design's folder resolved, which may be reached through links; what lies below
+// it stays as it is, so that the guard sees links there.
+QString withResolvedFolder(const QString &path, const QString &folder)
+{
+    const QString resolved = QFileInfo(folder).canonicalFilePath();
+    return !resolved.isEmpty() && path.startsWith(folder + u'/')
+        ? resolved + path.mid(folder.size())
+        : path;
+}
+
+bool deleteFromDisk(const DesignState &state, const QString &actualPath, ItemKind kind,
+                    Deletion how, QString *error)
+{
+    if (state.isReadOnly()) {
+        *error = u"The design \"%1\" is read-only"_s.arg(state.name());
+        return false;
+    }
+    const QString path = pathOnDisk(actualPath, state.folder(), error);
+    if (path.isEmpty())
+        return false;
+    const DeletionLimits limits {state.folder(), protectedFolders()};
+    const QString resolved = withResolvedFolder(path, state.folder());
+    return kind == ItemKind::File ? deleteFile(resolved, limits, how, error)
+                                  : deleteFolder(resolved, limits, how, error);
+}
+
+} // namespace
+
+bool removeItemFromDisk(const DesignState &state, const QString &actualPath, ItemKind kind,
+                        bool permanently)
+{
+    QString error;
+    if (deleteFromDisk(state, actualPath, kind,
+                       permanently ? Deletion::Permanent : Deletion::ToTrash, &error))
+        return true;
+    logWarning(error);
+    return false;
+}
+
+GitHistory itemHistory(const DesignState &state, const QString &actualPath)
+{
+    return GitHistory::of(pathOnDisk(actualPath, state.folder()));
+}
+
+} // namespace MorvalenCore

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "vcs/GitHistory.h"
+
+#include <QString>
+
+namespace MorvalenCore {
+
+class DesignState;
+
+enum class ItemKind { File, Folder };
+
+// Deletes the file or folder that an item with that actual path stands for. It must lie below the
+// design's folder, with no link on the way. False when nothing was deleted, with the reason in the
+// log.
+bool removeItemFromDisk(const DesignState &state, const QString &actualPath, ItemKind kind,
+                        bool permanently);
+
+// What version control knows of the item with that actual path.
+GitHistory itemHistory(const DesignState &state, const QString &actualPath);
+
+} // namespace MorvalenCore

@@ -1,0 +1,95 @@
+#include "designs/DesignAnnouncements.h"
+
+#include <MorvalenCore/ChangeBracket.h>
+
+#include <utility>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace MorvalenCore {
+
+DesignAnnouncements::Entry &DesignAnnouncements::entry(const Interfaces::IDesign *design,
+                                                       const QString &known)
+{
+    for (Entry &news : entries) {
+        if (news.design == design && !news.isClosed)
+            return news;
+    }
+    return entries.emplaceBack(design, known);
+}
+
+void DesignAnnouncements::attached(const Interfaces::IDesign *design)
+{
+    entry(design, QString());
+    sendNowOrLater();
+}
+
+void DesignAnnouncements::closed(const Interfaces::IDesign *design)
+{
+    entry(design, design->id(u"."_s)).isClosed = true;
+    sendNowOrLater();
+}
+
+void DesignAnnouncements::changed(const Interfaces::IDesign *design)
+{
+    // A batch of changes to one design comes this way each time.
+    if (!entries.isEmpty() && entries.last().design == design && entries.last().isChanged)
+        return;
+    entry(design, design->id(u"."_s)).isChanged = true;
+    sendNowOrLater();
+}
+
+void DesignAnnouncements::idChanged(const Interfaces::IDesign *design, const QString &oldId)
+{
+    entry(design, oldId);
+    sendNowOrLater();
+}
+
+void DesignAnnouncements::activeChanged()
+{
+    active = true;
+    sendNowOrLater();
+}
+
+void DesignAnnouncements::sendNowOrLater()
+{
+    ChangeBracket *bracket = ChangeBracket::instance();
+    if (bracket->depth() == 0)
+        send();
+    else if (!awaitedClosing)
+        awaitedClosing =
+            QObject::connect(bracket, &ChangeBracket::closed, manager, [this] { send(); });
+}
+
+// Listeners may change designs themselves, which is told of in a round of its own.
+void DesignAnnouncements::send()
+{
+    QObject::disconnect(std::exchange(awaitedClosing, {}));
+    const QList<Entry> all = std::exchange(entries, {});
+    const bool activeToo = std::exchange(active, false);
+    for (const Entry &news : all) {
+        if (news.isClosed && !news.known.isEmpty())
+            Q_EMIT manager->designClosed(news.known);
+    }
+    for (const Entry &news : all) {
+        if (!news.isClosed)
+            tellOf(news);
+    }
+    if (activeToo)
+        Q_EMIT manager->activeDesignChanged();
+}
+
+void DesignAnnouncements::tellOf(const Entry &news)
+{
+    const QString id = news.design->id(u"."_s);
+    if (news.known.isEmpty()) {
+        Q_EMIT manager->designAttached(id);
+        return;
+    }
+    if (news.known != id)
+        Q_EMIT manager->designIdChanged(news.known, id);
+    if (news.isChanged)
+        Q_EMIT manager->designChanged(id);
+}
+
+} // namespace MorvalenCore

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <MorvalenCore/DesignManager.h>
+
+#include <QList>
+
+namespace MorvalenCore {
+
+// Gathers what happens to open designs while a bracket of changes is open, so that the design
+// manager's signals are sent once, when it closes. One per design manager, part of it.
+class DesignAnnouncements
+{
+public:
+    explicit DesignAnnouncements(DesignManager *sender) : manager(sender) { }
+
+    void attached(const Interfaces::IDesign *design);
+    // The design's id is still what it was.
+    void closed(const Interfaces::IDesign *design);
+    void changed(const Interfaces::IDesign *design);
+    void idChanged(const Interfaces::IDesign *design, const QString &oldId);
+    void activeChanged();
+
+private:
+    struct Entry
+    {
+        const Interfaces::IDesign *design = nullptr;
+        // The id that listeners know; empty when they do not know the design yet.
+        QString known;
+        bool isClosed = false;
+        bool isChanged = false;
+    };
+
+    Entry &entry(const Interfaces::IDesign *design, const QString &known);
+    void sendNowOrLater();
+    void send();
+    void tellOf(const Entry &news);
+
+    DesignManager *manager;
+    QList<Entry> entries;
+    bool active = false;
+    QMetaObject::Connection awaitedClosing;
+};
+
+} // namespace MorvalenCore

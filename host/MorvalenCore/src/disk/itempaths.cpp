@@ -1,0 +1,104 @@
+#include "disk/itempaths.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QProcessEnvironment>
+#include <QRegularExpression>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace MorvalenCore {
+
+namespace {
+
+const QRegularExpression &variable()
+{
+    static const QRegularExpression pattern(
+        uR"(\$\{(\w+)\}|\$\((\w+)\)|\$([A-Za-z_]\w*)|%([A-Za-z_]\w*)%)"_s);
+    return pattern;
+}
+
+bool mayHoldVariable(const QString &text) { return text.contains(u'$') || text.contains(u'%'); }
+
+bool beginsWithVariable(const QString &text)
+{
+    return mayHoldVariable(text) && variable().match(text).capturedStart() == 0;
+}
+
+bool beginsWithDrive(const QString &path)
+{
+    return path.size() > 2 && path[0].unicode() < 128 && path[0].isLetter() && path[1] == u':'
+        && path[2] == u'/';
+}
+
+bool isShare(const QString &text) { return text.startsWith(u"\\\\"_s) || text.startsWith(u"//"_s); }
+
+// Empty when a variable is not set.
+QString expanded(const QString &text, QString *error)
+{
+    const QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    QString path;
+    qsizetype end = 0;
+    for (auto found = variable().globalMatch(text); found.hasNext();) {
+        const QRegularExpressionMatch match = found.next();
+        const QString name = match.captured(match.lastCapturedIndex());
+        if (!environment.contains(name)) {
+            if (error)
+                *error = u"\"%1\" names the environment variable \"%2\", which is not set"_s.arg(
+                    text, name);
+            return {};
+        }
+        path += text.mid(end, match.capturedStart() - end) + environment.value(name);
+        end = match.capturedEnd();
+    }
+    path += text.mid(end);
+    return path.replace(u'\\', u'/');
+}
+
+// What stands for "one folder up" behind a variable depends on its value.
+QString cleaned(const QString &path)
+{
+    if (!mayHoldVariable(path) || !variable().match(path).hasMatch())
+        return QDir::cleanPath(path);
+    QStringList parts = path.split(u'/', Qt::SkipEmptyParts);
+    parts.removeAll(u"."_s);
+    return (path.startsWith(u'/') ? u"/"_s : QString()) + parts.join(u'/');
+}
+
+} // namespace
+
+QString actualItemPath(const QString &text, const QString &folder)
+{
+    if (text.isEmpty())
+        return {};
+    QString path = text;
+    path.replace(u'\\', u'/');
+    if (text.startsWith(u"\\\\"_s))
+        return u'/' + cleaned(path.mid(1));
+    if (path.startsWith(u'/') || beginsWithDrive(path) || beginsWithVariable(path))
+        return cleaned(path);
+    return cleaned(folder + u'/' + path);
+}
+
+QString storedItemPath(const QString &text, const QString &folder)
+{
+    if (!text.startsWith(u'/') || isShare(text))
+        return text;
+    const QString path = cleaned(text);
+    return path.startsWith(folder + u'/') ? path.mid(folder.size() + 1) : text;
+}
+
+QString pathOnDisk(const QString &actualPath, const QString &folder, QString *error)
+{
+    if (beginsWithDrive(actualPath) || isShare(actualPath)) {
+        if (error)
+            *error = u"\"%1\" is not a path of this system"_s.arg(actualPath);
+        return {};
+    }
+    const QString path = mayHoldVariable(actualPath) && !QFileInfo::exists(actualPath)
+        ? expanded(actualPath, error)
+        : actualPath;
+    return path.isEmpty() ? QString() : QDir::cleanPath(QDir(folder).absoluteFilePath(path));
+}
+
+} // namespace MorvalenCore

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <MorvalenCore/DesignStructureManager.h>
+
+namespace MorvalenCore {
+
+// Offers the structures of structures.h. The default structures that the user has set are kept in
+// the session's settings.
+class StandardStructureManager final : public DesignStructureManager
+{
+    Q_OBJECT
+
+public:
+    using DesignStructureManager::DesignStructureManager;
+
+    QStringList designStructureNames() const override;
+    QStringList designStructureNamesForDesign(const QString &designType) const override;
+    QString defaultStructureIdForDesignType(const QString &designType) const override;
+    QString defaultStructureNameForDesignType(const QString &designType) const override;
+    bool setDefaultStructureNameForDesignType(const QString &designType,
+                                              const QString &structureName) override;
+    QString designStructureID(const QString &structureName) const override;
+    QString activeDesignRepositoryPathForStructure(const QString &structure,
+                                                   bool create) const override;
+};
+
+} // namespace MorvalenCore
