@@ -1,6 +1,7 @@
 #include "component/ComponentFiles.h"
 
 #include "component/ComponentTree.h"
+#include "component/FileSetRules.h"
 #include "component/ipxact.h"
 #include "component/itemcheck.h"
 
@@ -14,17 +15,15 @@ namespace {
 
 constexpr char generatedGroup[] = "generatedFiles";
 
-// "vhdlSource" of "vhdlSource-93": the same kind of file.
-QString familyOf(const QString &type) { return type.section(u'-', 0, 0); }
-
-QString fileNameOf(const QString &path)
-{
-    return path.sliced(1 + std::max(path.lastIndexOf(u'/'), path.lastIndexOf(u'\\')));
-}
-
 } // namespace
 
-ComponentFiles::ComponentFiles(ComponentTree &componentTree) : tree(componentTree) { }
+ComponentFiles::ComponentFiles(ComponentTree &componentTree)
+    : tree(componentTree),
+      rules(std::make_unique<FileSetRules>(*this))
+{
+}
+
+ComponentFiles::~ComponentFiles() = default;
 
 QList<FileSetId> ComponentFiles::fileSets() const
 {
@@ -64,12 +63,15 @@ QString ComponentFiles::name(FileSetId set) const
 
 QStringList ComponentFiles::groups(FileSetId set) const
 {
-    QStringList groups;
     if (!contains(set))
-        return groups;
-    for (const XmlNode node : tree.standardChildren(set.node, "group"))
-        groups += tree.xml.text(node);
-    return groups;
+        return {};
+    auto known = knownGroups.find(set);
+    if (known == knownGroups.end()) {
+        known = knownGroups.insert(set, {});
+        for (const XmlNode node : tree.standardChildren(set.node, "group"))
+            *known += tree.xml.text(node);
+    }
+    return *known;
 }
 
 bool ComponentFiles::isInGeneratedGroup(FileSetId set) const
@@ -107,8 +109,8 @@ QString ComponentFiles::fileType(FileId file) const
 QString ComponentFiles::standardCategory(FileId file) const
 {
     const FileSetId set = fileSet(file);
-    const XmlNode group = tree.standardChild(set.node, "group");
-    return group != 0 ? tree.xml.text(group) : name(set);
+    const QStringList all = groups(set);
+    return all.isEmpty() ? name(set) : all.first();
 }
 
 QString ComponentFiles::category(FileId file) const
@@ -178,7 +180,7 @@ FileId ComponentFiles::add(const QString &path, FileSetId set, QString *error)
     const XmlNode file = tree.addStandard(set.node, "file");
     tree.xml.setText(tree.addStandard(file, "name"), path);
     tree.xml.setText(tree.addStandard(file, "fileType"), type);
-    countType(set, type, 1);
+    rules->countFile(set, type, 1);
     return {{file}};
 }
 
@@ -187,61 +189,17 @@ FileId ComponentFiles::add(const QString &path, const QList<FileSetPatterns> &pa
 {
     if (!ItemCheck::isGiven(path, u"path of a file", error) || !tree.check({path}, error))
         return {};
-    return add(path, setFor(path, patterns), error);
-}
-
-FileSetId ComponentFiles::setFor(const QString &path, const QList<FileSetPatterns> &patterns)
-{
-    const QString type = familyOf(fileTypeOf(path));
-    for (const FileSetId set : fileSets()) {
-        if (takes(set, path, type, patterns))
-            return set;
-    }
-    const QString common = u"files"_s;
-    const FileSetId set = fileSet(common);
-    return set ? set : addFileSet(common);
-}
-
-bool ComponentFiles::takes(FileSetId set, const QString &path, const QString &type,
-                           const QList<FileSetPatterns> &patterns)
-{
-    if (isInGeneratedGroup(set))
-        return false;
-    auto counts = typeCounts.find(set);
-    if (counts == typeCounts.end()) {
-        counts = typeCounts.insert(set, {});
-        for (const FileId file : files(set))
-            ++(*counts)[familyOf(fileType(file))];
-    }
-    if (type != "unknown"_L1 && counts->value(type) > 0)
-        return true;
-    const QString setName = name(set);
-    const QString fileName = fileNameOf(path);
-    const auto matches = [&](const QString &pattern) {
-        auto expression = expressions.find(pattern);
-        if (expression == expressions.end())
-            expression = expressions.insert(
-                pattern, QRegularExpression::fromWildcard(pattern, Qt::CaseInsensitive));
-        return expression->match(fileName).hasMatch();
-    };
-    return std::any_of(patterns.begin(), patterns.end(), [&](const FileSetPatterns &row) {
-        return row.fileSet == setName
-            && std::any_of(row.patterns.begin(), row.patterns.end(), matches);
-    });
-}
-
-void ComponentFiles::countType(FileSetId set, const QString &type, int by)
-{
-    const auto counts = typeCounts.find(set);
-    if (counts != typeCounts.end())
-        (*counts)[familyOf(type)] += by;
+    FileSetId set = rules->choose(path, patterns);
+    if (!set)
+        set = fileSet(u"files"_s);
+    return add(path, set ? set : addFileSet(u"files"_s), error);
 }
 
 void ComponentFiles::remove(FileId file)
 {
     if (!contains(file))
         return;
-    countType(fileSet(file), fileType(file), -1);
+    rules->countFile(fileSet(file), fileType(file), -1);
     tree.xml.remove(file.node);
 }
 

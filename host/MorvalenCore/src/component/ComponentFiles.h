@@ -4,13 +4,15 @@
 
 #include <QHash>
 #include <QList>
-#include <QRegularExpression>
 #include <QString>
 #include <QStringList>
+
+#include <memory>
 
 namespace MorvalenCore {
 
 class ComponentTree;
+class FileSetRules;
 
 // Which file set takes new files of some names, as a design's structure says: file patterns with
 // the wildcards of the shell (*, ?, [...]), compared with the file name in any case.
@@ -52,6 +54,7 @@ class ComponentFiles
 {
 public:
     explicit ComponentFiles(ComponentTree &tree);
+    ~ComponentFiles();
 
     // All in document order.
     QList<FileSetId> fileSets() const;
@@ -63,6 +66,8 @@ public:
 
     QString name(FileSetId set) const;
     QStringList groups(FileSetId set) const;
+    // Whether all files of the set count as generated.
+    bool isInGeneratedGroup(FileSetId set) const;
     // The first file set of that exact name.
     FileSetId fileSet(const QString &name) const;
 
@@ -108,18 +113,12 @@ public:
     QString fileTypeOf(const QString &path) const;
 
 private:
-    bool isInGeneratedGroup(FileSetId set) const;
     QString standardCategory(FileId file) const;
-    FileSetId setFor(const QString &path, const QList<FileSetPatterns> &patterns);
-    bool takes(FileSetId set, const QString &path, const QString &type,
-               const QList<FileSetPatterns> &patterns);
-    void countType(FileSetId set, const QString &type, int by);
 
     ComponentTree &tree;
-    // How many files of which type a set holds, counted when rules are first asked for.
-    QHash<FileSetId, QHash<QString, int>> typeCounts;
-    // Compiled patterns.
-    QHash<QString, QRegularExpression> expressions;
+    std::unique_ptr<FileSetRules> rules;
+    // Groups are never changed here, and finding them takes a look at all files of a set.
+    mutable QHash<FileSetId, QStringList> knownGroups;
 };
 
 } // namespace MorvalenCore

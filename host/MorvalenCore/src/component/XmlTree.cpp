@@ -80,16 +80,7 @@ QString XmlTree::text(XmlNode node) const
     return XmlText::decodeContent(content(node), encoding);
 }
 
-bool XmlTree::isEmpty(XmlNode node) const
-{
-    if (first(node) != 0)
-        return false;
-    // What is left between the tags of a node whose elements were removed does not say.
-    if (!isNew(node) && hadElements(node))
-        return text(node).isEmpty() && !content(node).contains("<!--")
-            && !content(node).contains("<?");
-    return XmlText::isBlank(content(node));
-}
+bool XmlTree::isEmpty(XmlNode node) const { return first(node) == 0 && text(node).isEmpty(); }
 
 bool XmlTree::cameEmpty(XmlNode node) const
 {

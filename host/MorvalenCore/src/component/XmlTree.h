@@ -30,6 +30,8 @@ public:
     XmlNode last(XmlNode node) const { return at(node).last; }
     XmlNode next(XmlNode node) const { return at(node).next; }
     XmlNode previous(XmlNode node) const { return at(node).previous; }
+    // Whether the node was added, not read.
+    bool isNew(XmlNode node) const { return node >= elements.size(); }
     // Whether the node is one and neither it nor anything around it was removed.
     bool isAlive(XmlNode node) const;
 
@@ -44,9 +46,9 @@ public:
     std::optional<QString> attribute(XmlNode node, QByteArrayView local) const;
     // Whether there are attributes other than namespace declarations.
     bool hasAttributes(XmlNode node) const;
-    // Whether there is anything between the tags but blanks.
+    // Whether there are neither elements nor a text between the tags; comments do not count.
     bool isEmpty(XmlNode node) const;
-    // The same before any edit; false for a new node.
+    // Whether there was nothing between the tags before any edit; false for a new node.
     bool cameEmpty(XmlNode node) const;
 
     // Texts are ones that XmlText::isCarried() lets pass. Setting what is there is no edit;
@@ -97,7 +99,6 @@ private:
         bool isNothing() const { return !content && attributes.empty() && !hasNewChildren; }
     };
 
-    bool isNew(XmlNode node) const { return node >= elements.size(); }
     const XmlElement &at(XmlNode node) const;
     XmlElement &at(XmlNode node);
     QByteArrayView originalPart(std::uint32_t from, std::uint32_t to) const;

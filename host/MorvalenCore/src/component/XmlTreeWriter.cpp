@@ -7,41 +7,9 @@
 
 namespace MorvalenCore {
 
-namespace {
-
-bool isLineEnd(char character) { return character == '\n' || character == '\r'; }
-
-bool isIndent(char character) { return character == ' ' || character == '\t'; }
-
-// The blanks behind the last line end of a separator.
-QByteArrayView indentOf(QByteArrayView separator)
-{
-    qsizetype from = separator.size();
-    while (from > 0 && isIndent(separator[from - 1]))
-        --from;
-    return separator.sliced(from);
-}
-
-bool breaksLine(QByteArrayView separator)
-{
-    return std::any_of(separator.begin(), separator.end(), isLineEnd);
-}
-
-// The separator of the children of an element that stands behind this one.
-QByteArray inside(const QByteArray &separator, const QByteArray &unit)
-{
-    return breaksLine(separator) ? separator + unit : QByteArray();
-}
-
-QByteArray closing(const QByteArray &separator)
-{
-    return breaksLine(separator) ? separator : QByteArray();
-}
-
-} // namespace
-
 XmlTreeWriter::XmlTreeWriter(const XmlTree &editedTree)
     : tree(editedTree),
+      layout(editedTree),
       original(editedTree.original)
 {
 }
@@ -98,13 +66,13 @@ void XmlTreeWriter::gatherRemoval(XmlNode node)
     const XmlElement &element = tree.at(node);
     qsizetype from = element.start;
     qsizetype to = element.end;
-    const QByteArray separator = separatorOf(node);
+    const QByteArray separator = layout.separatorOf(node);
     qsizetype rest = to;
-    while (rest < original.size() && isIndent(original[rest]))
+    while (rest < original.size() && layout.isIndent(original[rest]))
         ++rest;
-    const bool endsLine = rest == original.size() || isLineEnd(original[rest])
+    const bool endsLine = rest == original.size() || layout.isLineEnd(original[rest])
         || QByteArrayView(original).sliced(rest).startsWith("</");
-    if (!breaksLine(separator) || endsLine)
+    if (!layout.breaksLine(separator) || endsLine)
         from -= separator.size();
     else
         to = rest;
@@ -154,9 +122,10 @@ void XmlTreeWriter::gatherContent(XmlNode node, const XmlTree::Edit &edit)
 {
     QByteArray content = *edit.content;
     if (tree.first(node) != 0) {
-        const QByteArray separator = separatorOf(node);
-        const QByteArray unit = unitOf(separator, tree.parent(node));
-        content += newChildren(node, inside(separator, unit), unit) + closing(separator);
+        const QByteArray separator = layout.separatorOf(node);
+        const QByteArray unit = layout.unitOf(separator, tree.parent(node));
+        content +=
+            newChildren(node, layout.inside(separator, unit), unit) + layout.closing(separator);
     }
     fill(node, std::move(content));
 }
@@ -181,20 +150,21 @@ void XmlTreeWriter::gatherNewChildren(XmlNode node)
                 continue;
             }
             if (place < 0) {
-                place = lineTail(previous != 0 ? tree.at(previous).end : element.startTagEnd);
-                separator = separatorIn(node, previous, child);
+                place =
+                    layout.lineTail(previous != 0 ? tree.at(previous).end : element.startTagEnd);
+                separator = layout.separatorIn(node, previous, child);
             }
-            writeNew(child, separator, unitOf(separator, node), text);
+            writeNew(child, separator, layout.unitOf(separator, node), text);
         }
         if (place >= 0)
             splices.push_back({place, place, text});
         return;
     }
-    const QByteArray outer = separatorOf(node);
-    const QByteArray unit = unitOf(outer, tree.parent(node));
-    QByteArray text = newChildren(node, inside(outer, unit), unit);
+    const QByteArray outer = layout.separatorOf(node);
+    const QByteArray unit = layout.unitOf(outer, tree.parent(node));
+    QByteArray text = newChildren(node, layout.inside(outer, unit), unit);
     if (XmlText::isBlank(tree.originalContent(node))) {
-        fill(node, text + closing(outer));
+        fill(node, text + layout.closing(outer));
         return;
     }
     // Comments or text: behind them.
@@ -202,8 +172,8 @@ void XmlTreeWriter::gatherNewChildren(XmlNode node)
     while (XmlText::isBlank(original[place - 1]))
         --place;
     const bool broken =
-        breaksLine(QByteArrayView(original).sliced(place, element.endTagStart - place));
-    splices.push_back({place, place, broken ? text : text + closing(outer)});
+        layout.breaksLine(QByteArrayView(original).sliced(place, element.endTagStart - place));
+    splices.push_back({place, place, broken ? text : text + layout.closing(outer)});
 }
 
 QByteArray XmlTreeWriter::newChildren(XmlNode parent, const QByteArray &separator,
@@ -229,74 +199,12 @@ void XmlTreeWriter::writeNew(XmlNode node, const QByteArray &separator, const QB
         content = edit->content.value_or(QByteArray());
     }
     if (tree.first(node) != 0)
-        content += newChildren(node, inside(separator, unit), unit) + closing(separator);
+        content +=
+            newChildren(node, layout.inside(separator, unit), unit) + layout.closing(separator);
     if (content.isEmpty())
         out += "/>";
     else
         out += '>' + content + "</" + name + '>';
-}
-
-QByteArray XmlTreeWriter::separatorOf(XmlNode node) const
-{
-    const qsizetype start = tree.at(node).start;
-    qsizetype from = start;
-    while (from > 0 && isIndent(original[from - 1]))
-        --from;
-    if (from > 0 && isLineEnd(original[from - 1])) {
-        --from;
-        if (from > 0 && original[from] == '\n' && original[from - 1] == '\r')
-            --from;
-    }
-    return original.mid(from, start - from);
-}
-
-QByteArray XmlTreeWriter::separatorIn(XmlNode parent, XmlNode previous, XmlNode next) const
-{
-    while (next != 0 && tree.isNew(next))
-        next = tree.next(next);
-    // The first element that was ever in the parent helps when the others are gone.
-    QByteArray fallback;
-    for (const XmlNode neighbour : {previous, next, parent + 1}) {
-        if (neighbour == 0)
-            continue;
-        QByteArray separator = separatorOf(neighbour);
-        if (breaksLine(separator))
-            return separator;
-        if (fallback.isEmpty())
-            fallback = separator;
-    }
-    return fallback;
-}
-
-// By how much the children of an element are indented against it, as its parent's are.
-QByteArray XmlTreeWriter::unitOf(const QByteArray &separator, XmlNode parent) const
-{
-    if (parent == 0)
-        return {};
-    const QByteArray outer = separatorOf(parent);
-    const QByteArrayView outerIndent = indentOf(outer);
-    const QByteArrayView indent = indentOf(separator);
-    if (!indent.startsWith(outerIndent))
-        return "  ";
-    return indent.sliced(outerIndent.size()).toByteArray();
-}
-
-// Behind a comment on the same line, which belongs to what stands before it.
-qsizetype XmlTreeWriter::lineTail(qsizetype from) const
-{
-    const auto skipIndent = [this](qsizetype at) {
-        while (at < original.size() && isIndent(original[at]))
-            ++at;
-        return at;
-    };
-    const qsizetype comment = skipIndent(from);
-    if (!QByteArrayView(original).sliced(comment).startsWith("<!--"))
-        return from;
-    const qsizetype end = original.indexOf("-->", comment + 4) + 3;
-    const qsizetype rest = skipIndent(end);
-    const bool wholeLine = rest < original.size() && isLineEnd(original[rest])
-        && !breaksLine(QByteArrayView(original).sliced(comment, end - comment));
-    return wholeLine ? end : from;
 }
 
 } // namespace MorvalenCore

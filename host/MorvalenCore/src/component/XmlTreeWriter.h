@@ -1,12 +1,11 @@
 #pragma once
 
+#include "component/XmlLayout.h"
 #include "component/XmlTree.h"
 
 #include <vector>
 
 namespace MorvalenCore {
-
-class XmlTag;
 
 // Writes a tree with its edits: gathers the edits as replacements of ranges of the original bytes
 // and applies them in one pass. New elements take indentation and line ends of their neighbours.
@@ -33,19 +32,13 @@ private:
     void gatherNewChildren(XmlNode node);
     void fill(XmlNode node, QByteArray content);
     QByteArray apply();
-
-    // What stands in front of an element that was read: line end and indentation, or blanks.
-    QByteArray separatorOf(XmlNode node) const;
-    // What stands in front of a new element in a parent that was read.
-    QByteArray separatorIn(XmlNode parent, XmlNode previous, XmlNode next) const;
-    qsizetype lineTail(qsizetype from) const;
     QByteArray newChildren(XmlNode parent, const QByteArray &separator,
                            const QByteArray &unit) const;
     void writeNew(XmlNode node, const QByteArray &separator, const QByteArray &unit,
                   QByteArray &out) const;
-    QByteArray unitOf(const QByteArray &separator, XmlNode parent) const;
 
     const XmlTree &tree;
+    XmlLayout layout;
     const QByteArray &original;
     std::vector<Splice> splices;
 };
