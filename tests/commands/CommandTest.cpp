@@ -27,6 +27,14 @@ void CommandTest::renewHost()
     prepare(*theHost);
 }
 
+CommandTest::Setup CommandTest::failing(const QStringList &calls)
+{
+    return [calls](FakeHost &host) {
+        for (const QString &call : calls)
+            host.journal.fail(call);
+    };
+}
+
 void CommandTest::addRows(const std::vector<Row> &rows)
 {
     QTest::addColumn<Row>("row");

@@ -58,6 +58,9 @@ protected:
 
     void renewHost();
 
+    // A setup in which these calls of the journal fail.
+    static Setup failing(const QStringList &calls);
+
 private:
     std::unique_ptr<FakeHost> theHost;
 };

@@ -122,9 +122,6 @@ private Q_SLOTS:
 
     void structures_data()
     {
-        const auto refuse = [](FakeHost &host) {
-            host.journal.fail(u"structures.setDefault(T %2, S)"_s);
-        };
         addRows({
             {"designs-structures-1 all", "designs structures", TCL_OK, "\"Flat\" \"Deep one\"", ""},
             {"designs-structures-2 an empty type gives all", "designs structures {}", TCL_OK,
@@ -143,7 +140,7 @@ private Q_SLOTS:
              "structures.setDefault(T, S)"},
             {"designs-structures-9 set default fails", "designs structures set_default {T %2} S",
              TCL_ERROR, "Failed to set default structure for design type \"T %2\"",
-             "structures.setDefault(T %2, S)", refuse},
+             "structures.setDefault(T %2, S)", failing({u"structures.setDefault(T %2, S)"_s})},
             {"designs-structures-10 get_default has no fourth word",
              "designs structures get_default T x", TCL_ERROR, usage, ""},
             {"designs-structures-11 set_default wants both", "designs structures set_default T",
@@ -180,9 +177,7 @@ private Q_SLOTS:
              TCL_OK,
              "Successfully closed design \"" + id + "\"",
              {},
-             [](FakeHost &host) {
-                 host.journal.fail(u"manager.closeDesign(acme.global.uart.1.0, false)"_s);
-             }},
+             failing({u"manager.closeDesign(acme.global.uart.1.0, false)"_s})},
         });
     }
     void close() { runRow(); }
@@ -217,20 +212,17 @@ private Q_SLOTS:
             {"designs-add-3 failure", "designs add %1", TCL_ERROR,
              "Failed to parse design from \"%1\"",
              "initExec\nmanager.parseDesignFromFile(, %1)\nfinalizeExec",
-             [](FakeHost &host) { host.journal.fail(u"manager.parseDesignFromFile(, %1)"_s); }},
+             failing({u"manager.parseDesignFromFile(, %1)"_s})},
             {"designs-add-4 without a file the host is asked all the same", "designs add",
              TCL_ERROR, "Failed to parse design from \"\"",
              "initExec\nmanager.parseDesignFromFile(, )\nfinalizeExec",
-             [](FakeHost &host) { host.journal.fail(u"manager.parseDesignFromFile(, )"_s); }},
+             failing({u"manager.parseDesignFromFile(, )"_s})},
         });
     }
     void add() { runRow(); }
 
     void create_data()
     {
-        const auto failing = [](const char *call) {
-            return [call](FakeHost &host) { host.journal.fail(QString::fromUtf8(call)); };
-        };
         const auto making = [](FakeDesignFactory::Product product) {
             return [product](FakeHost &host) { host.factory.product = product; };
         };
@@ -261,7 +253,7 @@ private Q_SLOTS:
              ""},
             {"designs-new-5 a name that the host refuses", "designs new x none", TCL_ERROR,
              "The name cannot be used", callsUntil(1, {}),
-             failing("manager.checkDesignName(x, new)")},
+             failing({u"manager.checkDesignName(x, new)"_s})},
             {"designs-new-6 an unknown type", "designs new x {none %1}", TCL_ERROR,
              "Design type \"none %1\" is does not exist", callsUntil(1, {})},
             {"designs-new-7 an empty type", "designs new x {}", TCL_ERROR,
@@ -285,11 +277,11 @@ private Q_SLOTS:
              "Cannot assign a physical working folder path for the new design at path "
              "\"/repository/x\"",
              callsUntil(10, {"product.destroyed()", "finalizeExec"}),
-             failing("design.assignPhysicalWorkingFolderPath(/repository/x)")},
+             failing({u"design.assignPhysicalWorkingFolderPath(/repository/x)"_s})},
             {"designs-new-14 the manager does not take it", "designs new x", TCL_ERROR,
              "Failed to attach new design \"x\" to the design manager",
              callsUntil(11, {"product.destroyed()", "finalizeExec"}),
-             failing("manager.attachDesign(x, true, 0)")},
+             failing({u"manager.attachDesign(x, true, 0)"_s})},
         });
     }
     void create() { runRow(); }
