@@ -1,0 +1,119 @@
+#include "build/BuildOutput.h"
+
+using namespace Qt::Literals::StringLiterals;
+using Qtilities::Logging::Logger;
+
+namespace MorvalenCore {
+
+BuildOutput::BuildOutput(const BuildPlan &ofPlan, const QString &logFile, BuildListener *tells)
+    : plan(ofPlan),
+      listener(tells),
+      output([this](const QByteArray &line) { readOutput(line); }),
+      errors([this](const QByteArray &line) { readError(line); }),
+      file(logFile)
+{
+}
+
+void BuildOutput::finish()
+{
+    output.finish();
+    errors.finish();
+    if (dropped > 0)
+        listener->line(Logger::Warning,
+                       u"%1 lines are left out here; all output is in \"%2\""_s.arg(dropped).arg(
+                           file.fileName()));
+    for (const auto &[type, line] : kept)
+        listener->line(type, shownText(line));
+    kept.clear();
+    if (file.isOpen())
+        file.close();
+}
+
+void BuildOutput::readOutput(const QByteArray &line)
+{
+    if (readStatus(line) || readNinjas(line))
+        return;
+    if (line.startsWith("FAILED: ")) {
+        inFailure = true;
+        if (!shown.isEmpty() && !failed.contains(shown.last()))
+            failed.append(shown.last());
+    }
+    pass(inFailure ? Logger::Error : Logger::Info, line);
+}
+
+// What steps write to standard error on their own, past Ninja, and what Ninja itself does.
+void BuildOutput::readError(const QByteArray &line)
+{
+    if (!readNinjas(line))
+        pass(inFailure ? Logger::Error : Logger::Warning, line);
+}
+
+bool BuildOutput::readStatus(const QByteArray &line)
+{
+    if (!line.startsWith('\x1d'))
+        return false;
+    const qsizetype end = line.indexOf('\x1d', 1);
+    const qsizetype slash = line.indexOf('/');
+    if (end < 0 || slash < 0 || slash > end)
+        return false;
+    if (labels.isEmpty()) {
+        for (const PlannedStep &step : plan.steps)
+            labels.insert(step.label);
+    }
+    const QByteArray counts = line.mid(1, end - 1);
+    const QString label = QString::fromUtf8(line.mid(end + 1));
+    // A Ninja that a step runs has inherited the form of the status line.
+    if (labels.contains(label)) {
+        inFailure = false;
+        shown.append(label);
+        listener->stepShown(label, counts.left(slash - 1).toInt(), counts.mid(slash).toInt());
+    }
+    pass(Logger::Info, '[' + counts + "] " + line.mid(end + 1));
+    return true;
+}
+
+bool BuildOutput::readNinjas(const QByteArray &line)
+{
+    if (!line.startsWith("ninja: "))
+        return false;
+    if (line.startsWith("ninja: error: ") || line.startsWith("ninja: fatal: ")) {
+        sawError = true;
+        pass(Logger::Error, line);
+    } else if (line.startsWith("ninja: warning: ")) {
+        pass(Logger::Warning, line);
+    }
+    return true;
+}
+
+void BuildOutput::pass(MessageType type, const QByteArray &line)
+{
+    writeToFile(line);
+    logged += line.size() + 1;
+    if (logged <= mostLogged) {
+        listener->line(type, shownText(line));
+        return;
+    }
+    kept.emplace_back(type, line);
+    keptBytes += line.size() + 1;
+    while (keptBytes > mostKept) {
+        keptBytes -= kept.front().second.size() + 1;
+        kept.pop_front();
+        ++dropped;
+    }
+}
+
+void BuildOutput::writeToFile(const QByteArray &line)
+{
+    if (!fileIsGood || file.fileName().isEmpty())
+        return;
+    if (!file.isOpen())
+        fileIsGood = file.open(QIODevice::WriteOnly | QIODevice::Truncate);
+    if (fileIsGood)
+        fileIsGood = file.write(line + '\n') == line.size() + 1;
+    if (!fileIsGood)
+        listener->line(Logger::Warning,
+                       u"The output cannot be written to \"%1\": %2"_s.arg(file.fileName(),
+                                                                           file.errorString()));
+}
+
+} // namespace MorvalenCore

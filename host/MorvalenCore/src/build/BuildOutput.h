@@ -1,0 +1,81 @@
+#pragma once
+
+#include "build/BuildPlan.h"
+#include "build/LineReader.h"
+
+#include <Qtilities/Logger.h>
+
+#include <QFile>
+#include <QSet>
+
+#include <deque>
+
+namespace MorvalenCore {
+
+// Who wants to know what Ninja says.
+class BuildListener
+{
+public:
+    using MessageType = Qtilities::Logging::Logger::MessageType;
+
+    virtual ~BuildListener() = default;
+
+    // A step has ended, or begins when it is one that runs alone.
+    virtual void stepShown(const QString &label, int done, int total) = 0;
+    virtual void line(MessageType type, const QString &text) = 0;
+};
+
+// Reads what Ninja prints: tells steps from their output, and hands on every line, up to a limit;
+// beyond it only the last lines, when the run is over. All of it goes to a file. Memory does not
+// grow with the output.
+class BuildOutput
+{
+public:
+    // In bytes.
+    static constexpr qint64 mostLogged = 2 << 20;
+    static constexpr qsizetype mostKept = 32 << 10;
+
+    // The file is begun with the first line, replacing the one of an earlier run.
+    BuildOutput(const BuildPlan &ofPlan, const QString &logFile, BuildListener *tells);
+
+    void takeOutput(const QByteArray &bytes) { output.take(bytes); }
+    void takeErrors(const QByteArray &bytes) { errors.take(bytes); }
+    // To be called once, when Ninja has ended.
+    void finish();
+
+    // Labels of the steps that were shown, and of those that failed, in order.
+    QStringList shownSteps() const { return shown; }
+    QStringList failedSteps() const { return failed; }
+    // Lines of Ninja's own that say what is wrong.
+    bool hasError() const { return sawError; }
+
+private:
+    using MessageType = BuildListener::MessageType;
+
+    void readOutput(const QByteArray &line);
+    void readError(const QByteArray &line);
+    bool readStatus(const QByteArray &line);
+    bool readNinjas(const QByteArray &line);
+    void pass(MessageType type, const QByteArray &line);
+    void writeToFile(const QByteArray &line);
+
+    const BuildPlan &plan;
+    BuildListener *listener;
+    LineReader output;
+    LineReader errors;
+    QSet<QString> labels;
+    QStringList shown;
+    QStringList failed;
+    bool sawError = false;
+    // Whether what comes is the output of a step that failed.
+    bool inFailure = false;
+
+    QFile file;
+    bool fileIsGood = true;
+    qint64 logged = 0;
+    std::deque<std::pair<MessageType, QByteArray>> kept;
+    qsizetype keptBytes = 0;
+    qint64 dropped = 0;
+};
+
+} // namespace MorvalenCore

@@ -1,0 +1,116 @@
+#include "build/BuildRun.h"
+
+#include "build/FolderLock.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+using namespace Qt::Literals::StringLiterals;
+using Qtilities::Logging::Logger;
+
+namespace MorvalenCore {
+
+BuildRun::BuildRun(const BuildPlan &aPlan, const NinjaFile &itsFile, QObject *parent)
+    : QObject(parent),
+      plan(aPlan),
+      file(itsFile)
+{
+    connect(&ninja, &NinjaProcess::outputReady, this,
+            [this](const QByteArray &bytes) { output->takeOutput(bytes); });
+    connect(&ninja, &NinjaProcess::errorReady, this,
+            [this](const QByteArray &bytes) { output->takeErrors(bytes); });
+}
+
+BuildRun::~BuildRun() = default;
+
+BuildRun::Result BuildRun::run(Kind kind)
+{
+    looking = kind == Kind::Look;
+    QString error;
+    if (!file.write(&error))
+        return fail(error);
+    FolderLock lock;
+    if (!looking && !lock.take(plan.targetFolder))
+        return fail(u"Another build is running in \"%1\""_s.arg(plan.targetFolder));
+
+    if (kind == Kind::All) {
+        const NinjaProcess::End end = runNinja({u"-t"_s, u"clean"_s}, {});
+        if (end != NinjaProcess::End::Success)
+            return result(end);
+    }
+    const QString logFile = looking ? QString() : plan.targetFolder + u"/build.log"_s;
+    const NinjaProcess::End end = runNinja(looking ? QStringList(u"-n"_s) : QStringList(), logFile);
+    if (!looking && end != NinjaProcess::End::Cancelled && !output->shownSteps().isEmpty())
+        endLeftBehind();
+    return result(end);
+}
+
+NinjaProcess::End BuildRun::runNinja(const QStringList &arguments, const QString &logFile)
+{
+    output = std::make_unique<BuildOutput>(plan, logFile, this);
+    const NinjaProcess::End end = ninja.run(plan.targetFolder, arguments);
+    output->finish();
+    return end;
+}
+
+void BuildRun::cancel() { ninja.cancel(); }
+
+void BuildRun::endNow() { ninja.endNow(); }
+
+QStringList BuildRun::doneSteps() const
+{
+    if (!output)
+        return {};
+    QStringList steps = output->shownSteps();
+    for (const QString &label : output->failedSteps())
+        steps.removeAll(label);
+    return steps;
+}
+
+QStringList BuildRun::failedSteps() const { return output ? output->failedSteps() : QStringList(); }
+
+void BuildRun::stepShown(const QString &label, int done, int total)
+{
+    if (!looking)
+        Q_EMIT progressed(done, total, label);
+}
+
+void BuildRun::line(MessageType type, const QString &text)
+{
+    if (!looking || type == Logger::Error)
+        Q_EMIT message(type, text);
+}
+
+BuildRun::Result BuildRun::fail(const QString &text)
+{
+    Q_EMIT message(Logger::Error, text);
+    return Result::Failed;
+}
+
+BuildRun::Result BuildRun::result(NinjaProcess::End end)
+{
+    switch (end) {
+    case NinjaProcess::End::Success:
+        return Result::Completed;
+    case NinjaProcess::End::Cancelled:
+        return Result::Cancelled;
+    case NinjaProcess::End::NotStarted:
+        return fail(ninja.error());
+    case NinjaProcess::End::Failure:
+        break;
+    }
+    return Result::Failed;
+}
+
+void BuildRun::endLeftBehind()
+{
+    QStringList names;
+    for (const ChildProcess &process : ninja.endLeftBehind())
+        names.append(u"%1 (%2)"_s.arg(process.name).arg(process.id));
+    if (!names.isEmpty())
+        Q_EMIT message(
+            Logger::Warning,
+            u"The steps left processes behind, which were ended: %1"_s.arg(names.join(u", "_s)));
+}
+
+} // namespace MorvalenCore

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "build/BuildOutput.h"
+#include "build/NinjaFile.h"
+#include "build/NinjaProcess.h"
+
+#include <memory>
+
+namespace MorvalenCore {
+
+// Carries out one plan in its target folder: writes build.ninja there and runs Ninja. One object
+// for one run; whoever runs it must keep it alive until run() has returned.
+class BuildRun : public QObject, public BuildListener
+{
+    Q_OBJECT
+
+public:
+    enum class Result { Completed, Failed, Cancelled };
+
+    // Outdated runs what is outdated, All removes what the steps have made and runs all, Look
+    // only says which steps are outdated.
+    enum class Kind { Outdated, All, Look };
+
+    // The file is the plan's, made beforehand so that it can be kept between runs.
+    BuildRun(const BuildPlan &aPlan, const NinjaFile &itsFile, QObject *parent = nullptr);
+    ~BuildRun() override;
+
+    // Returns when everything has ended; events are served meanwhile. Refused while another build
+    // uses the target folder.
+    Result run(Kind kind);
+
+    // The run ends soon, as cancelled; nothing when there is none.
+    void cancel();
+    // The same at once, without serving events.
+    void endNow();
+
+    void setGraceTime(int milliseconds) { ninja.setGraceTime(milliseconds); }
+
+    // Labels of the steps that were run and ended well (for Look: of those that are outdated), and
+    // of the steps that failed.
+    QStringList doneSteps() const;
+    QStringList failedSteps() const;
+
+Q_SIGNALS:
+    // How many of the outdated steps have ended, and the last one of them.
+    void progressed(int done, int total, const QString &label);
+    // For the log.
+    void message(Qtilities::Logging::Logger::MessageType type, const QString &text);
+
+private:
+    void stepShown(const QString &label, int done, int total) override;
+    void line(MessageType type, const QString &text) override;
+    NinjaProcess::End runNinja(const QStringList &arguments, const QString &logFile);
+    Result fail(const QString &text);
+    Result result(NinjaProcess::End end);
+    void endLeftBehind();
+
+    const BuildPlan plan;
+    const NinjaFile file;
+    NinjaProcess ninja;
+    std::unique_ptr<BuildOutput> output;
+    bool looking = false;
+};
+
+} // namespace MorvalenCore

@@ -1,0 +1,145 @@
+#include "build/NinjaFile.h"
+
+#include "build/ninjatext.h"
+#include "build/shell.h"
+
+#include <Qtilities/atomicfile.h>
+
+#include <QDir>
+#include <QFile>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace MorvalenCore {
+
+namespace {
+
+// Beyond this many bytes a command does not fit into one argument of the shell (131,072 bytes on
+// Linux) and is read from a file.
+constexpr qsizetype longestArgument = 100'000;
+
+const char rules[] = "\n"
+                     "rule step\n"
+                     "  command = cd $folder || exit; $line\n"
+                     "  description = $label\n"
+                     "  restat = 1\n"
+                     "\n"
+                     "rule long_step\n"
+                     "  command = /bin/sh $script\n"
+                     "  description = $label\n"
+                     "  restat = 1\n"
+                     "  rspfile = $script\n"
+                     "  rspfile_content = cd $folder || exit; $line\n";
+
+// Writes the statements, and keeps track of what a step has to wait for although no file says so.
+class Statements
+{
+public:
+    explicit Statements(QByteArray *target) : text(*target) { }
+
+    void add(const PlannedStep &step)
+    {
+        ++number;
+        const bool always = step.outputs.isEmpty();
+        if (always || step.inputs.isEmpty())
+            gatherPending();
+        const QByteArray self = "step-" + QByteArray::number(number) + ".always";
+        const QByteArray before = always || step.inputs.isEmpty() ? gate : barrier;
+
+        text += "\nbuild";
+        for (const QString &output : step.outputs)
+            appendNinjaPath(&(text += ' '), output);
+        if (always)
+            text += ' ' + self;
+        const bool fromFile = isTooLong(step.command);
+        text += fromFile ? ": long_step" : ": step";
+        for (const QString &input : step.inputs)
+            appendNinjaPath(&(text += ' '), input);
+        if (!before.isEmpty())
+            text += " || " + before;
+        appendBindings(step, always, fromFile);
+
+        if (always)
+            barrier = gate = self;
+        else
+            pending.append(step.outputs.first());
+    }
+
+private:
+    static bool isTooLong(const QString &command)
+    {
+        return command.size() > longestArgument / 3 && command.toUtf8().size() > longestArgument;
+    }
+
+    void appendBindings(const PlannedStep &step, bool always, bool fromFile)
+    {
+        text += "\n  label = ";
+        appendNinjaValue(&text, step.label);
+        text += "\n  line = ";
+        appendNinjaValue(&text, step.command);
+        if (fromFile)
+            text += "\n  script = step-" + QByteArray::number(number) + ".sh";
+        if (always)
+            text += "\n  pool = console";
+        text += '\n';
+    }
+
+    // One name for all steps so far.
+    void gatherPending()
+    {
+        if (pending.isEmpty())
+            return;
+        const QByteArray next = "before-" + QByteArray::number(number);
+        text += "\nbuild " + next + ": phony";
+        for (const QString &output : std::as_const(pending))
+            appendNinjaPath(&(text += ' '), output);
+        if (!gate.isEmpty())
+            text += ' ' + gate;
+        text += '\n';
+        pending.clear();
+        gate = next;
+    }
+
+    QByteArray &text;
+    int number = 0;
+    // The last step without outputs: all behind it wait for it.
+    QByteArray barrier;
+    // Stands for all steps so far but the pending ones.
+    QByteArray gate;
+    QStringList pending;
+};
+
+} // namespace
+
+NinjaFile::NinjaFile(const BuildPlan &plan) : folder(plan.targetFolder)
+{
+    content.reserve(200 * plan.steps.size() + 1000);
+    content += "# Written by Morvalen; changes are overwritten.\n"
+               "ninja_required_version = 1.8\n"
+               "pipe = |\n"
+               "folder = ";
+    appendNinjaValue(&content, shellWord(plan.workingFolder));
+    content += '\n';
+    content += rules;
+    Statements statements(&content);
+    for (const PlannedStep &step : plan.steps)
+        statements.add(step);
+}
+
+QString NinjaFile::path() const { return folder + u"/build.ninja"_s; }
+
+bool NinjaFile::write(QString *error) const
+{
+    QFile file(path());
+    if (file.open(QIODevice::ReadOnly) && file.size() == content.size()
+        && file.readAll() == content)
+        return true;
+    file.close();
+    if (!QDir().mkpath(folder)) {
+        *error = u"The target path \"%1\" cannot be made"_s.arg(folder);
+        return false;
+    }
+    return Qtilities::Core::writeFileAtomically(path(), content, error);
+}
+
+} // namespace MorvalenCore

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "build/BuildPlan.h"
+
+#include <QByteArray>
+
+namespace MorvalenCore {
+
+// The build.ninja of a plan. Every step is one build statement whose description is the step's
+// label, and whose command runs in the working folder.
+//
+// A step without outputs runs every time, alone and with its output shown as it comes: behind all
+// steps before it in the plan, before all behind it. A step with outputs but without inputs comes
+// behind all before it. Everything else runs side by side as the files allow.
+class NinjaFile
+{
+public:
+    explicit NinjaFile(const BuildPlan &plan);
+
+    // Its path: build.ninja in the plan's target folder.
+    QString path() const;
+
+    QByteArray text() const { return content; }
+
+    // Makes the target folder and writes the file there, atomically; leaves the file alone when
+    // it is the same already. False, with the reason in *error, when that cannot be done.
+    bool write(QString *error) const;
+
+private:
+    QString folder;
+    QByteArray content;
+};
+
+} // namespace MorvalenCore

@@ -1,0 +1,176 @@
+#include "build/NinjaProcess.h"
+
+#include <QEventLoop>
+#include <QRandomGenerator>
+#include <QStandardPaths>
+
+#include <csignal>
+#include <unistd.h>
+#ifdef Q_OS_LINUX
+#    include <sys/prctl.h>
+#endif
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace MorvalenCore {
+
+namespace {
+
+constexpr int pollInterval = 25;
+
+// Between fork and exec.
+void becomeLeader()
+{
+    setsid();
+#ifdef Q_OS_LINUX
+    // When this program is killed, Ninja ends its steps.
+    prctl(PR_SET_PDEATHSIG, SIGTERM);
+#endif
+}
+
+void send(const QList<ChildProcess> &processes, int signal)
+{
+    for (const ChildProcess &process : processes)
+        kill(process.id, signal);
+}
+
+} // namespace
+
+NinjaProcess::NinjaProcess(QObject *parent) : QObject(parent)
+{
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setChildProcessModifier(becomeLeader);
+    connect(&process, &QProcess::readyReadStandardOutput, this, &NinjaProcess::readAll);
+    connect(&process, &QProcess::readyReadStandardError, this, &NinjaProcess::readAll);
+    ending.setInterval(pollInterval);
+    connect(&ending, &QTimer::timeout, this, &NinjaProcess::goOnEnding);
+}
+
+NinjaProcess::~NinjaProcess() { endNow(); }
+
+NinjaProcess::End NinjaProcess::run(const QString &folder, const QStringList &arguments)
+{
+    const QString program = QStandardPaths::findExecutable(u"ninja"_s);
+    if (program.isEmpty()) {
+        reason = u"Ninja is not installed (Debian's package is ninja-build)"_s;
+        return End::NotStarted;
+    }
+    cancelled = false;
+    mark = "MORVALEN_BUILD=" + QByteArray::number(getpid()) + '-'
+        + QByteArray::number(QRandomGenerator::global()->generate64(), 36);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"MORVALEN_BUILD"_s, QString::fromLatin1(mark.mid(mark.indexOf('=') + 1)));
+    environment.insert(u"NINJA_STATUS"_s, u"\x1d%f/%t\x1d"_s);
+    environment.remove(u"CLICOLOR_FORCE"_s);
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(folder);
+
+    QEventLoop loop;
+    connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
+    connect(&process, &QProcess::errorOccurred, &loop, [&loop](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            loop.quit();
+    });
+    process.start(program, arguments);
+    session = pid_t(process.processId());
+    if (process.state() != QProcess::NotRunning)
+        loop.exec();
+    if (process.error() == QProcess::FailedToStart) {
+        reason = u"Ninja cannot be started: %1"_s.arg(process.errorString());
+        return End::NotStarted;
+    }
+    if (cancelled && ending.isActive()) {
+        connect(this, &NinjaProcess::ended, &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+    // The loop also ends with the application's.
+    endNow();
+    readAll();
+    if (cancelled)
+        return End::Cancelled;
+    return process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0 ? End::Success
+                                                                                   : End::Failure;
+}
+
+void NinjaProcess::readAll()
+{
+    const QByteArray output = process.readAllStandardOutput();
+    if (!output.isEmpty())
+        Q_EMIT outputReady(output);
+    const QByteArray errors = process.readAllStandardError();
+    if (!errors.isEmpty())
+        Q_EMIT errorReady(errors);
+}
+
+QList<ChildProcess> NinjaProcess::processes() const { return processesOfBuild(session, mark); }
+
+void NinjaProcess::cancel()
+{
+    if (process.state() == QProcess::NotRunning || cancelled)
+        return;
+    cancelled = true;
+    beginEnding([this] { return processes(); });
+}
+
+QList<ChildProcess> NinjaProcess::endLeftBehind()
+{
+    const QList<ChildProcess> left = processesOfSession(session);
+    if (left.isEmpty())
+        return left;
+    QEventLoop loop;
+    connect(this, &NinjaProcess::ended, &loop, &QEventLoop::quit);
+    beginEnding([this] { return processesOfSession(session); });
+    loop.exec();
+    if (ending.isActive())
+        endAtOnce();
+    return left;
+}
+
+void NinjaProcess::beginEnding(const Finder &finder)
+{
+    toEnd = finder;
+    send(toEnd(), SIGTERM);
+    sinceEnding.start();
+    ending.start();
+}
+
+void NinjaProcess::goOnEnding()
+{
+    QList<ChildProcess> left = toEnd();
+    // A process that waits for the kernel cannot be killed; nobody waits for it for ever.
+    const bool givenUp = sinceEnding.elapsed() > 4 * graceTime;
+    if (left.isEmpty() || givenUp) {
+        ending.stop();
+        Q_EMIT ended();
+        return;
+    }
+    if (sinceEnding.elapsed() < graceTime)
+        return;
+    // Ninja goes last: it removes what the steps have left half done.
+    if (sinceEnding.elapsed() < 2 * graceTime)
+        left.removeIf([this](const ChildProcess &child) { return child.id == session; });
+    send(left, SIGKILL);
+}
+
+void NinjaProcess::endNow()
+{
+    if (process.state() == QProcess::NotRunning && !ending.isActive())
+        return;
+    cancelled = true;
+    endAtOnce();
+}
+
+void NinjaProcess::endAtOnce()
+{
+    ending.stop();
+    for (int pass = 0; pass < 50; ++pass) {
+        const QList<ChildProcess> left = processes();
+        if (left.isEmpty())
+            break;
+        send(left, SIGKILL);
+        process.waitForFinished(10);
+    }
+    process.waitForFinished(1000);
+}
+
+} // namespace MorvalenCore

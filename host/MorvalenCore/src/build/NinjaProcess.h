@@ -1,0 +1,76 @@
+#pragma once
+
+#include "build/processtree.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QProcess>
+#include <QTimer>
+
+#include <functional>
+
+namespace MorvalenCore {
+
+// One run of Ninja, with all the processes that it starts. It leads a session of its own, so that
+// nothing of it survives a cancelled run, and ends when this process does.
+class NinjaProcess : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum class End { Success, Failure, NotStarted, Cancelled };
+
+    explicit NinjaProcess(QObject *parent = nullptr);
+    // Ends what still runs, at once.
+    ~NinjaProcess() override;
+
+    // Runs Ninja in the folder and returns when it has ended. Events are served meanwhile. One
+    // run at a time.
+    End run(const QString &folder, const QStringList &arguments);
+
+    // Why it was not started.
+    QString error() const { return reason; }
+
+    // Asks all processes of the run to end, and makes them after the grace time; run() returns
+    // when none is left. Nothing when none runs.
+    void cancel();
+
+    // Ends them at once, without serving events.
+    void endNow();
+
+    // Ends what the steps have left running in the session, events being served meanwhile, and
+    // says what it was. Who has made a session of its own (a daemon) stays.
+    QList<ChildProcess> endLeftBehind();
+
+    // In milliseconds: from the request to end until the signal that cannot be ignored.
+    void setGraceTime(int milliseconds) { graceTime = milliseconds; }
+
+Q_SIGNALS:
+    void outputReady(const QByteArray &bytes);
+    void errorReady(const QByteArray &bytes);
+    // What was to be ended is gone.
+    void ended();
+
+private:
+    using Finder = std::function<QList<ChildProcess>()>;
+
+    QList<ChildProcess> processes() const;
+    // Ends what the finder finds, until it finds nothing.
+    void beginEnding(const Finder &finder);
+    void goOnEnding();
+    void endAtOnce();
+    void readAll();
+
+    QProcess process;
+    pid_t session = 0;
+    QByteArray mark;
+    QString reason;
+    int graceTime = 3000;
+    bool cancelled = false;
+
+    Finder toEnd;
+    QTimer ending;
+    QElapsedTimer sinceEnding;
+};
+
+} // namespace MorvalenCore

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace MorvalenCore {
+
+// Texts as Ninja's files want them.
+
+// Appends a path of a build statement. It must not hold a line break or a zero, and the file must
+// give the variable "pipe" the value "|", which cannot be written otherwise.
+void appendNinjaPath(QByteArray *text, const QString &path);
+
+// Appends the value of a variable, which must not hold a line break or a zero.
+void appendNinjaValue(QByteArray *text, const QString &value);
+
+} // namespace MorvalenCore

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "build/BuildPlan.h"
+
+namespace MorvalenCore {
+
+// Puts the steps in an order in which each comes behind those that make its inputs, and that is
+// otherwise the one they have. False, with the reason in *error, when two steps make the same file
+// or steps wait for each other. Linear in steps and paths.
+bool orderSteps(QList<PlannedStep> *steps, QString *error);
+
+} // namespace MorvalenCore

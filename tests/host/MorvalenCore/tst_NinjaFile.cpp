@@ -1,0 +1,242 @@
+#include "BuildFixture.h"
+
+#include <QProcess>
+#include <QTest>
+
+using namespace Qt::Literals::StringLiterals;
+using namespace MorvalenCore;
+
+namespace {
+
+PlannedStep step(const QString &name, const QString &command, const QStringList &inputs,
+                 const QStringList &outputs)
+{
+    return {name, name, command, inputs, outputs};
+}
+
+BuildPlan planOf(const QList<PlannedStep> &steps)
+{
+    return {u"Test"_s, u"/w"_s, u"/w/out"_s, steps};
+}
+
+const QByteArray head = "# Written by Morvalen; changes are overwritten.\n"
+                        "ninja_required_version = 1.8\n"
+                        "pipe = |\n"
+                        "folder = /w\n"
+                        "\n"
+                        "rule step\n"
+                        "  command = cd $folder || exit; $line\n"
+                        "  description = $label\n"
+                        "  restat = 1\n"
+                        "\n"
+                        "rule long_step\n"
+                        "  command = /bin/sh $script\n"
+                        "  description = $label\n"
+                        "  restat = 1\n"
+                        "  rspfile = $script\n"
+                        "  rspfile_content = cd $folder || exit; $line\n";
+
+} // namespace
+
+// What is written for Ninja, and that Ninja reads it as it is meant.
+class TestNinjaFile : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void writes_data();
+    void writes();
+    void carriesOddNames_data();
+    void carriesOddNames();
+    void carriesAWorkingFolderOfAnOddName();
+    void carriesLongCommands();
+    void isLeftAloneWhenItIsTheSame();
+    void isWrittenAgainWhenSomebodyChangedIt();
+    void makesTheTargetFolder();
+    void saysWhyItCannotBeWritten_data();
+    void saysWhyItCannotBeWritten();
+    void growsWithTheStepsOnly();
+};
+
+void TestNinjaFile::writes_data()
+{
+    QTest::addColumn<QList<PlannedStep>>("steps");
+    QTest::addColumn<QByteArray>("expected");
+    QTest::newRow("file-1 no steps") << QList<PlannedStep>() << QByteArray();
+    QTest::newRow("file-2 compile and link")
+        << QList<PlannedStep> {step(u"compile"_s, u"cc a"_s, {u"/w/a.c"_s}, {u"/w/out/a.o"_s}),
+                               step(u"link"_s, u"ld a"_s, {u"/w/out/a.o"_s, u"/w/x"_s},
+                                    {u"/w/out/a"_s, u"/w/out/a.map"_s})}
+        << QByteArray("\nbuild /w/out/a.o: step /w/a.c\n  label = compile\n  line = cc a\n"
+                      "\nbuild /w/out/a /w/out/a.map: step /w/out/a.o /w/x\n  label = link\n"
+                      "  line = ld a\n");
+    QTest::newRow("file-3 special characters")
+        << QList<PlannedStep> {step(u" a: $b | c"_s, u" echo $x | y: z"_s, {u"/w/a b:c$d|e#f"_s},
+                                    {u"/w/größe"_s})}
+        << QByteArray("\nbuild /w/größe: step /w/a$ b$:c$$d${pipe}e#f\n  label = $ a: $$b | c\n"
+                      "  line = $ echo $$x | y: z\n");
+    QTest::newRow("file-4 a step without outputs runs alone and every time")
+        << QList<PlannedStep> {step(u"a"_s, u"a"_s, {u"/w/i"_s}, {u"/w/a"_s}),
+                               step(u"test"_s, u"t"_s, {u"/w/a"_s}, {}),
+                               step(u"b"_s, u"b"_s, {u"/w/i"_s}, {u"/w/b"_s})}
+        << QByteArray("\nbuild /w/a: step /w/i\n  label = a\n  line = a\n"
+                      "\nbuild before-2: phony /w/a\n"
+                      "\nbuild step-2.always: step /w/a || before-2\n  label = test\n  line = t\n"
+                      "  pool = console\n"
+                      "\nbuild /w/b: step /w/i || step-2.always\n  label = b\n  line = b\n");
+    QTest::newRow("file-5 a step without inputs waits for those before it")
+        << QList<PlannedStep> {step(u"a"_s, u"a"_s, {u"/w/i"_s}, {u"/w/a"_s}),
+                               step(u"b"_s, u"b"_s, {}, {u"/w/b"_s}),
+                               step(u"c"_s, u"c"_s, {}, {u"/w/c"_s}),
+                               step(u"d"_s, u"d"_s, {u"/w/i"_s}, {u"/w/d"_s})}
+        << QByteArray("\nbuild /w/a: step /w/i\n  label = a\n  line = a\n"
+                      "\nbuild before-2: phony /w/a\n"
+                      "\nbuild /w/b: step || before-2\n  label = b\n  line = b\n"
+                      "\nbuild before-3: phony /w/b before-2\n"
+                      "\nbuild /w/c: step || before-3\n  label = c\n  line = c\n"
+                      "\nbuild /w/d: step /w/i\n  label = d\n  line = d\n");
+    const QString longText(120'000, u'x');
+    QTest::newRow("file-6 a long command comes from a file")
+        << QList<PlannedStep> {step(u"a"_s, longText, {u"/w/i"_s}, {u"/w/a"_s})}
+        << QByteArray("\nbuild /w/a: long_step /w/i\n  label = a\n  line = " + longText.toUtf8()
+                      + "\n  script = step-1.sh\n");
+}
+
+void TestNinjaFile::writes()
+{
+    QFETCH(const QList<PlannedStep>, steps);
+    QFETCH(const QByteArray, expected);
+    const NinjaFile file(planOf(steps));
+    QCOMPARE(file.path(), u"/w/out/build.ninja"_s);
+    QCOMPARE(QString::fromUtf8(file.text()), QString::fromUtf8(head + expected));
+}
+
+void TestNinjaFile::carriesOddNames_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char *name : {"plain",      "a blank",    " blanks around ",
+                             "dollar $x$", "$(CC)",      "a:b",
+                             "a|b",        "a||b",       "100% #1",
+                             "it's",       "\"quoted\"", "back\\slash",
+                             "größe 日本", "𝄞",          "-x",
+                             "a;b&c",      "*?[x]",      "~",
+                             "a=b",        "^caret",     "`id`"})
+        QTest::newRow(name) << QString::fromUtf8(name);
+}
+
+void TestNinjaFile::carriesOddNames()
+{
+    QFETCH(const QString, name);
+    BuildFixture build;
+    build.request.macros = {{u"CC"_s, u"a macro"_s}};
+    const QString escaped = QString(name).replace(u"$("_s, u"$$("_s);
+    build.write(name, "content");
+    build.add(escaped, u"cp -- $(INPUTS) $(OUTPUTS)"_s, {escaped}, {u"out/copy of "_s + escaped});
+    QCOMPARE(build.run(), BuildFixture::Result::Completed);
+    QCOMPARE(build.read(u"out/copy of "_s + name), QByteArray("content"));
+    QCOMPARE(build.done.size(), 1);
+
+    QCOMPARE(build.run(), BuildFixture::Result::Completed);
+    QCOMPARE(build.done.size(), 0);
+    build.touch(name);
+    QCOMPARE(build.run(), BuildFixture::Result::Completed);
+    QCOMPARE(build.done.size(), 1);
+}
+
+void TestNinjaFile::carriesAWorkingFolderOfAnOddName()
+{
+    BuildFixture build;
+    build.request.workingFolder += u"/it's a: $(b) größe|%1 `x`"_s;
+    build.request.targetPath = u"out $x: y"_s;
+    build.write(u"in"_s, "1");
+    build.add(u"s"_s, u"cat in > $(OUTPUTS) && pwd > here"_s, {u"in"_s}, {u"out $x: y/o"_s});
+    QCOMPARE(build.run(), BuildFixture::Result::Completed);
+    QCOMPARE(build.read(u"out $x: y/o"_s), QByteArray("1"));
+    QCOMPARE(build.read(u"here"_s), build.request.workingFolder.toUtf8() + '\n');
+}
+
+void TestNinjaFile::carriesLongCommands()
+{
+    BuildFixture build;
+    QStringList inputs;
+    for (int i = 0; i < 20'000; ++i)
+        inputs.append(u"a file with a long name, number %1"_s.arg(i));
+    build.write(u"in"_s, "1");
+    build.add(u"long"_s,
+              u"echo "_s + shellWords(inputs) + u" | wc -c > $(OUTPUTS)\necho two >> $(OUTPUTS)"_s,
+              {u"in"_s}, {u"out/o"_s});
+    QCOMPARE(build.run(), BuildFixture::Result::Completed);
+    QCOMPARE(build.read(u"out/o"_s), QByteArray::number(inputs.join(u' ').size() + 1) + "\ntwo\n");
+    QCOMPARE(build.run(), BuildFixture::Result::Completed);
+    QCOMPARE(build.done.size(), 0);
+}
+
+void TestNinjaFile::isLeftAloneWhenItIsTheSame()
+{
+    BuildFixture build;
+    build.write(u"in"_s, "1");
+    build.add(u"s"_s, u"cp in out/o"_s, {u"in"_s}, {u"out/o"_s});
+    QCOMPARE(build.run(), BuildFixture::Result::Completed);
+    const QDateTime before = build.stamp(u"out/build.ninja"_s);
+    QTest::qWait(20);
+    QCOMPARE(build.run(), BuildFixture::Result::Completed);
+    QCOMPARE(build.stamp(u"out/build.ninja"_s), before);
+}
+
+void TestNinjaFile::isWrittenAgainWhenSomebodyChangedIt()
+{
+    BuildFixture build;
+    build.write(u"in"_s, "1");
+    build.add(u"s"_s, u"cp in out/o"_s, {u"in"_s}, {u"out/o"_s});
+    QCOMPARE(build.run(), BuildFixture::Result::Completed);
+    const QByteArray before = build.read(u"out/build.ninja"_s);
+    build.write(u"out/build.ninja"_s, "nonsense");
+    QCOMPARE(build.run(), BuildFixture::Result::Completed);
+    QCOMPARE(build.read(u"out/build.ninja"_s), before);
+    QCOMPARE(build.done.size(), 0);
+}
+
+void TestNinjaFile::makesTheTargetFolder()
+{
+    BuildFixture build;
+    BuildPlan plan = planOf({});
+    plan.targetFolder = build.path(u"a/b c/d"_s);
+    QString error;
+    QVERIFY2(NinjaFile(plan).write(&error), qPrintable(error));
+    QCOMPARE(build.read(u"a/b c/d/build.ninja"_s), NinjaFile(plan).text());
+}
+
+void TestNinjaFile::saysWhyItCannotBeWritten_data()
+{
+    QTest::addColumn<QString>("folder");
+    QTest::newRow("target-1 below a file") << u"WORK/file/out"_s;
+    QTest::newRow("target-2 in a file system without folders") << u"/proc/out"_s;
+}
+
+void TestNinjaFile::saysWhyItCannotBeWritten()
+{
+    QFETCH(QString, folder);
+    BuildFixture build;
+    build.write(u"file"_s, "");
+    BuildPlan plan = planOf({});
+    plan.targetFolder = folder.replace(u"WORK"_s, build.request.workingFolder);
+    QString error;
+    QVERIFY(!NinjaFile(plan).write(&error));
+    QCOMPARE(error, u"The target path \"%1\" cannot be made"_s.arg(plan.targetFolder));
+}
+
+// Steps that wait for all before them must not name them all.
+void TestNinjaFile::growsWithTheStepsOnly()
+{
+    const auto sizeOf = [](int count) {
+        QList<PlannedStep> steps;
+        for (int i = 0; i < count; ++i)
+            steps.append(step(u"s"_s, u"x"_s, {},
+                              i % 2 ? QStringList() : QStringList(u"/w/%1"_s.arg(i, 6))));
+        return NinjaFile(planOf(steps)).text().size();
+    };
+    QVERIFY(sizeOf(4000) < 12 * sizeOf(400));
+}
+
+QTEST_GUILESS_MAIN(TestNinjaFile)
+#include "tst_NinjaFile.moc"
