@@ -64,21 +64,19 @@ void Design::setIdentity(DesignField field, const QString &text)
     if (text == oldText)
         return;
     const QString oldId = id(u"."_s);
-    const bool changed = state.change(nullptr, [&](QString *error) {
+    state.change(nullptr, [&](QString *error) {
         if (!state.document().setText(field, text, error))
             return false;
-        const QString newId = id(u"."_s);
-        *error = registry && newId != oldId ? registry->idRefusal(newId) : QString();
-        if (error->isEmpty())
-            return true;
-        state.document().setText(field, oldText);
-        return false;
+        *error = registry && id(u"."_s) != oldId ? registry->idRefusal(id(u"."_s)) : QString();
+        if (!error->isEmpty()) {
+            state.document().setText(field, oldText);
+            return false;
+        }
+        setObjectName(name());
+        if (registry)
+            registry->designIdChanged(this, oldId);
+        return true;
     });
-    if (!changed)
-        return;
-    setObjectName(name());
-    if (registry)
-        registry->designIdChanged(this, oldId);
 }
 
 void Design::setText(DesignField field, const QString &text)

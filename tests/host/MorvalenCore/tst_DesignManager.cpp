@@ -1,0 +1,633 @@
+#include "tests/host/MorvalenCore/SessionFixture.h"
+
+#include <MorvalenCore/ChangeBracket.h>
+#include <MorvalenCore/DesignConstructor.h>
+#include <Qtilities/FactoryItem.h>
+
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <optional>
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::ChangeBracket;
+using MorvalenCore::DesignManager;
+using MorvalenCore::DesignStructureManager;
+using MorvalenCore::Interfaces::IDesign;
+
+namespace {
+
+const QByteArray component =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+    "<ipxact:component xmlns:ipxact=\"http://www.accellera.org/XMLSchema/IPXACT/1685-2014\">\n"
+    "  <ipxact:vendor>example.org</ipxact:vendor>\n"
+    "  <ipxact:library>cores</ipxact:library>\n"
+    "  <ipxact:name>NAME</ipxact:name>\n"
+    "  <ipxact:version>2.1</ipxact:version>\n"
+    "</ipxact:component>\n";
+
+QByteArray componentNamed(const QByteArray &name)
+{
+    return QByteArray(component).replace("NAME", name);
+}
+
+QString idOf(const IDesign *design) { return design ? design->id(u"."_s) : u"none"_s; }
+
+class Thing : public QObject
+{
+public:
+    explicit Thing(QObject *parent) : QObject(parent) { }
+};
+
+} // namespace
+
+// The open designs of a session.
+class TestDesignManager : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { session.emplace(); }
+    void cleanup() { session.reset(); }
+
+    void listsDesignsInTheOrderOfOpening();
+    void makesTheOneBeforeActiveWhenTheActiveOneCloses();
+    void forgetsADesignThatSomebodyDestroyed();
+    void setsTheActiveDesignById();
+    void knowsTypesPathsAndSettings();
+    void writesTheDefaultVendorIntoANewSettingsFileOnly();
+    void checksNames_data();
+    void checksNames();
+    void letsADesignKeepItsOwnName();
+    void refusesASecondDesignOfAnId();
+    void refusesARenamingThatMakesAnIdTwice();
+    void comparesIdsWhole();
+    void putsANewDesignOnDiskAtOnce();
+    void takesBackTheFolderOfADesignThatWasNeverAttached();
+    void leavesAloneWhatOthersPutIntoSuchAFolder();
+    void refusesAFolderThatIsNotEmpty();
+    void takesAnEmptyFolder();
+    void opensAComponentWhereItLies();
+    void refusesTheSameFileTwice();
+    void saysWhyAFileDoesNotOpen_data();
+    void saysWhyAFileDoesNotOpen();
+    void savesWhatIsChangedWhenItCloses();
+    void keepsADesignOpenThatCannotBeSaved();
+    void deletesTheWorkingFolderBelowTheDesignsPath();
+    void keepsAWorkingFolderElsewhere();
+    void keepsAWorkingFolderThatHoldsAnotherOpenDesign();
+    void keepsAWorkingFolderThatIsALink();
+    void closesSeveralAndSaysWhetherAllWent();
+    void writesACopyWithoutMovingTheDesign();
+    void refusesToWriteOverAnotherOpenDesign();
+    void savesAllDesignsBeforeTheEnd();
+    void sendsEachSignalOnceForABracket();
+    void tellsNothingOfADesignThatComesAndGoes();
+    void tellsTheOldAndNewIdOfARenamedDesign();
+    void keepsAClosedDesignAsLongAsACommandMayHoldIt();
+    void makesThingsByTheirTag();
+    void completesTheFolderOfADesign();
+
+private:
+    std::optional<SessionFixture> session;
+};
+
+void TestDesignManager::listsDesignsInTheOrderOfOpening()
+{
+    QVERIFY(session->create(u"b"_s));
+    QVERIFY(session->create(u"a"_s));
+    SessionFixture::write(session->path(u"c/component.xml"_s), componentNamed("c"));
+    QVERIFY(session->open(session->path(u"c/component.xml"_s)));
+    QCOMPARE(session->manager()->openDesignIds(),
+             (QStringList {u"local.global.b.1.0"_s, u"local.global.a.1.0"_s,
+                           u"example.org.cores.c.2.1"_s}));
+}
+
+void TestDesignManager::makesTheOneBeforeActiveWhenTheActiveOneCloses()
+{
+    DesignManager *manager = session->manager();
+    QVERIFY(manager->activeDesigns().isEmpty());
+    for (const QString &name : {u"a"_s, u"b"_s, u"c"_s})
+        QVERIFY(session->create(name));
+    QCOMPARE(manager->activeDesigns().size(), 1);
+    QCOMPARE(idOf(manager->activeDesigns().first()), u"local.global.c.1.0"_s);
+    manager->setActiveDesign(u"local.global.a.1.0"_s);
+    QVERIFY(manager->closeDesign(u"local.global.c.1.0"_s, false));
+    QCOMPARE(idOf(manager->activeDesigns().first()), u"local.global.a.1.0"_s);
+    QVERIFY(manager->closeDesign(u"local.global.a.1.0"_s, false));
+    QCOMPARE(idOf(manager->activeDesigns().first()), u"local.global.b.1.0"_s);
+    QVERIFY(manager->closeDesign(u"local.global.b.1.0"_s, false));
+    QVERIFY(manager->activeDesigns().isEmpty());
+}
+
+void TestDesignManager::forgetsADesignThatSomebodyDestroyed()
+{
+    QVERIFY(session->create(u"a"_s));
+    IDesign *design = session->create(u"b"_s);
+    delete design->objectBase();
+    QCOMPARE(session->manager()->openDesignIds(), QStringList {u"local.global.a.1.0"_s});
+    QCOMPARE(idOf(session->manager()->activeDesigns().first()), u"local.global.a.1.0"_s);
+}
+
+void TestDesignManager::setsTheActiveDesignById()
+{
+    QVERIFY(session->create(u"a"_s));
+    QVERIFY(session->create(u"b"_s));
+    QSignalSpy activeChanged(session->manager(), &DesignManager::activeDesignChanged);
+    session->manager()->setActiveDesign(u"nobody"_s);
+    session->manager()->setActiveDesign(u"local.global.b.1.0"_s);
+    QCOMPARE(activeChanged.size(), 0);
+    session->manager()->setActiveDesign(u"local.global.a.1.0"_s);
+    QCOMPARE(activeChanged.size(), 1);
+    QCOMPARE(idOf(session->manager()->activeDesigns().first()), u"local.global.a.1.0"_s);
+}
+
+void TestDesignManager::knowsTypesPathsAndSettings()
+{
+    const DesignManager *manager = session->manager();
+    QCOMPARE(manager->designTypes(),
+             (QStringList {u"Custom Design"_s, u"Hardware Design"_s, u"Software Design"_s}));
+    QCOMPARE(manager->path(DesignManager::DesignsPath), session->path(u"session/Designs"_s));
+    QCOMPARE(manager->path(DesignManager::BackupsPath), session->path(u"session/Backups"_s));
+    QCOMPARE(manager->settingsFileName(), session->path(u"session/settings.ini"_s));
+    QCOMPARE(manager->extensionWidgetContexts(), QStringList {u"Context.Designs"_s});
+}
+
+void TestDesignManager::writesTheDefaultVendorIntoANewSettingsFileOnly()
+{
+    const auto vendor = [this] {
+        QSettings settings(session->manager()->settingsFileName(), QSettings::IniFormat);
+        settings.beginGroup(u"Designs"_s);
+        settings.beginGroup(u"Environment"_s);
+        return settings.value(u"organization_name"_s, u"nothing"_s).toString();
+    };
+    QCOMPARE(vendor(), u"local"_s);
+    SessionFixture::write(session->path(u"session/settings.ini"_s), "[Other]\nkey=1\n");
+    QCOMPARE(vendor(), u"nothing"_s);
+}
+
+void TestDesignManager::checksNames_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("refusal");
+    QTest::newRow("name-accepted-1 a letter") << u"u"_s << QString();
+    QTest::newRow("name-accepted-2 an underscore first") << u"_1"_s << QString();
+    QTest::newRow("name-accepted-3 all that may follow") << u"a1_-.B"_s << QString();
+    QTest::newRow("name-accepted-4 letters of other scripts") << u"größe"_s << QString();
+    QTest::newRow("name-refused-1 empty") << QString() << u"A design's name cannot be empty"_s;
+    QTest::newRow("name-refused-2 a digit first")
+        << u"1a"_s << u"The design name \"1a\" begins with \"1\" instead of a letter or \"_\""_s;
+    QTest::newRow("name-refused-3 a dot first")
+        << u".."_s << u"The design name \"..\" begins with \".\" instead of a letter or \"_\""_s;
+    QTest::newRow("name-refused-4 a slash")
+        << u"a/b"_s
+        << u"The design name \"a/b\" holds \"/\", which is no letter, digit, \"_\", \"-\" or \".\""_s;
+    QTest::newRow("name-refused-5 a blank")
+        << u"a b"_s
+        << u"The design name \"a b\" holds \" \", which is no letter, digit, \"_\", \"-\" or \".\""_s;
+    QTest::newRow("name-refused-6 a zero")
+        << QString(u"a"_s + QChar(0))
+        << QString(u"The design name \"a"_s + QChar(0)
+                   + u"\" holds U+0000, which is no letter, digit, \"_\", \"-\" or \".\""_s);
+    QTest::newRow("name-refused-7 that of an open design")
+        << u"taken"_s << u"A design named \"taken\" is open already"_s;
+}
+
+void TestDesignManager::checksNames()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, refusal);
+    QVERIFY(session->create(u"taken"_s));
+    QString error;
+    QCOMPARE(session->manager()->checkDesignName(name, &error, nullptr), refusal.isEmpty());
+    QCOMPARE(error, refusal);
+}
+
+void TestDesignManager::letsADesignKeepItsOwnName()
+{
+    const IDesign *a = session->create(u"a"_s);
+    QVERIFY(session->create(u"b"_s));
+    QString error;
+    QVERIFY(session->manager()->checkDesignName(u"a"_s, &error, a));
+    QVERIFY(!session->manager()->checkDesignName(u"b"_s, &error, a));
+}
+
+void TestDesignManager::refusesASecondDesignOfAnId()
+{
+    SessionFixture::write(session->path(u"one/component.xml"_s), componentNamed("x"));
+    SessionFixture::write(session->path(u"two/component.xml"_s), componentNamed("x"));
+    QVERIFY(session->open(session->path(u"one/component.xml"_s)));
+    session->takeLog();
+    QVERIFY(!session->open(session->path(u"two/component.xml"_s)));
+    QCOMPARE(
+        session->takeLog(),
+        QStringList {u"Error: A design with the id \"example.org.cores.x.2.1\" is open already"_s});
+    QCOMPARE(session->manager()->openDesignIds().size(), 1);
+}
+
+void TestDesignManager::refusesARenamingThatMakesAnIdTwice()
+{
+    IDesign *a = session->create(u"a"_s);
+    QVERIFY(session->create(u"b"_s));
+    session->takeLog();
+    a->setName(u"b"_s);
+    QCOMPARE(a->name(), u"a"_s);
+    QCOMPARE(
+        session->takeLog(),
+        QStringList {u"Warning: A design with the id \"local.global.b.1.0\" is open already"_s});
+    a->setLibrary(u"own"_s);
+    a->setName(u"b"_s);
+    QCOMPARE(session->manager()->openDesignIds(),
+             (QStringList {u"local.own.b.1.0"_s, u"local.global.b.1.0"_s}));
+    QCOMPARE(session->manager()->design(u"local.own.b.1.0"_s), a);
+    QVERIFY(!session->manager()->design(u"local.global.a.1.0"_s));
+}
+
+void TestDesignManager::comparesIdsWhole()
+{
+    IDesign *a = session->create(u"a"_s);
+    IDesign *b = session->create(u"b.a"_s);
+    a->setVendor(u"x"_s);
+    a->setLibrary(u"y.b"_s);
+    QCOMPARE(idOf(a), u"x.y.b.a.1.0"_s);
+    b->setVendor(u"x"_s);
+    session->takeLog();
+    b->setLibrary(u"y"_s);
+    QCOMPARE(idOf(b), u"x.global.b.a.1.0"_s);
+    QCOMPARE(session->takeLog(),
+             QStringList {u"Warning: A design with the id \"x.y.b.a.1.0\" is open already"_s});
+}
+
+void TestDesignManager::putsANewDesignOnDiskAtOnce()
+{
+    const IDesign *design = session->create(u"uart"_s, u"Hardware Design"_s, u"Hardware"_s);
+    QVERIFY(design);
+    QCOMPARE(QDir(session->designs(u"uart"_s)).entryList(QDir::NoDotAndDotDot | QDir::AllEntries),
+             (QStringList {u"component.xml"_s, u"constraints"_s, u"documents"_s, u"rtl"_s,
+                           u"testbench"_s}));
+    QStringList folders;
+    for (const auto *folder : design->folders())
+        folders << folder->actualPath();
+    QCOMPARE(folders,
+             (QStringList {session->designs(u"uart/rtl"_s), session->designs(u"uart/testbench"_s),
+                           session->designs(u"uart/constraints"_s),
+                           session->designs(u"uart/documents"_s)}));
+    QCOMPARE(design->workingFolderPath(), session->designs(u"uart"_s));
+    QCOMPARE(design->componentFileName(), session->designs(u"uart/component.xml"_s));
+    QCOMPARE(design->designType(), u"Hardware Design"_s);
+    QCOMPARE(design->structureId(), u"Hardware"_s);
+    QCOMPARE(design->description(), QString());
+    QCOMPARE(design->buildConfigurationNames(), QStringList());
+    QVERIFY(!design->isModified());
+    QVERIFY(design->hasNode(u"rtl"_s));
+}
+
+void TestDesignManager::takesBackTheFolderOfADesignThatWasNeverAttached()
+{
+    {
+        std::unique_ptr<QObject> object(
+            session->factory()->createInstance({u"Design Factory"_s, u"Custom Design"_s, u"a"_s}));
+        auto *design = qobject_cast<IDesign *>(object.get());
+        QVERIFY(design->assignPhysicalWorkingFolderPath(session->designs(u"a"_s)));
+        QVERIFY(QFileInfo::exists(session->designs(u"a/component.xml"_s)));
+    }
+    QVERIFY(!QFileInfo::exists(session->designs(u"a"_s)));
+    QCOMPARE(session->takeLog(), QStringList());
+}
+
+void TestDesignManager::leavesAloneWhatOthersPutIntoSuchAFolder()
+{
+    {
+        std::unique_ptr<QObject> object(
+            session->factory()->createInstance({u"Design Factory"_s, u"Custom Design"_s, u"a"_s}));
+        auto *design = qobject_cast<IDesign *>(object.get());
+        QVERIFY(design->assignPhysicalWorkingFolderPath(session->designs(u"a"_s)));
+        SessionFixture::write(session->designs(u"a/files/mine.txt"_s), "mine");
+    }
+    QCOMPARE(SessionFixture::read(session->designs(u"a/files/mine.txt"_s)), "mine");
+    QVERIFY(!QFileInfo::exists(session->designs(u"a/component.xml"_s)));
+}
+
+void TestDesignManager::refusesAFolderThatIsNotEmpty()
+{
+    SessionFixture::write(session->designs(u"a/.hidden"_s), "mine");
+    QVERIFY(!session->create(u"a"_s));
+    QCOMPARE(
+        session->takeLog(),
+        QStringList {u"Error: The folder \"%1\" is not empty"_s.arg(session->designs(u"a"_s))});
+    QCOMPARE(QDir(session->designs(u"a"_s))
+                 .entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::Hidden),
+             QStringList {u".hidden"_s});
+}
+
+void TestDesignManager::takesAnEmptyFolder()
+{
+    QVERIFY(QDir().mkpath(session->designs(u"a"_s)));
+    QVERIFY(session->create(u"a"_s));
+    QVERIFY(QFileInfo::exists(session->designs(u"a/component.xml"_s)));
+}
+
+void TestDesignManager::opensAComponentWhereItLies()
+{
+    SessionFixture::write(session->path(u"elsewhere/ip.xml"_s), componentNamed("ip"));
+    const IDesign *design = session->open(session->path(u"elsewhere/ip.xml"_s));
+    QVERIFY(design);
+    QCOMPARE(idOf(design), u"example.org.cores.ip.2.1"_s);
+    QCOMPARE(design->vendor(), u"example.org"_s);
+    QCOMPARE(design->library(), u"cores"_s);
+    QCOMPARE(design->name(), u"ip"_s);
+    QCOMPARE(design->version(u"."_s), u"2.1"_s);
+    QCOMPARE(design->version(u"_"_s), u"2_1"_s);
+    QCOMPARE(design->workingFolderPath(), session->path(u"elsewhere"_s));
+    QCOMPARE(design->designType(), u"Custom Design"_s);
+    QCOMPARE(design->structureId(), QString());
+    QVERIFY(!design->isModified());
+    QCOMPARE(session->manager()->activeDesigns().first(), design);
+}
+
+void TestDesignManager::refusesTheSameFileTwice()
+{
+    const QString file = session->path(u"one/component.xml"_s);
+    SessionFixture::write(file, componentNamed("x"));
+    QVERIFY(session->open(file)->objectBase());
+    session->manager()->activeDesigns().first()->setName(u"renamed"_s);
+    QVERIFY(QFile::link(session->path(u"one"_s), session->path(u"link"_s)));
+    session->takeLog();
+    QVERIFY(!session->open(session->path(u"link/component.xml"_s)));
+    QCOMPARE(session->takeLog(),
+             QStringList {u"Error: The component file \"%1\" is open already"_s.arg(
+                 session->path(u"link/component.xml"_s))});
+}
+
+void TestDesignManager::saysWhyAFileDoesNotOpen_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<int>("line");
+    QTest::newRow("open-refused-1 an empty file") << QByteArray() << 1;
+    QTest::newRow("open-refused-2 a torn file") << componentNamed("x").left(200) << 4;
+    QTest::newRow("open-refused-3 another document") << QByteArray("<a>\n</a>") << 1;
+}
+
+void TestDesignManager::saysWhyAFileDoesNotOpen()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(int, line);
+    const QString file = session->path(u"bad/component.xml"_s);
+    SessionFixture::write(file, bytes);
+    QVERIFY(!session->open(file));
+    const QStringList log = session->takeLog();
+    QCOMPARE(log.size(), 1);
+    QVERIFY2(log.first().startsWith(u"Error: %1:%2: "_s.arg(file).arg(line)),
+             qPrintable(log.first()));
+    QCOMPARE(SessionFixture::read(file), bytes);
+
+    QVERIFY(!session->open(QString()));
+    QCOMPARE(session->takeLog(), QStringList {u"Error: No file is named to open a design from"_s});
+    QVERIFY(session->manager()->openDesignIds().isEmpty());
+}
+
+void TestDesignManager::savesWhatIsChangedWhenItCloses()
+{
+    IDesign *design = session->create(u"a"_s);
+    design->setDescription(u"changed"_s);
+    QVERIFY(design->isModified());
+    design = session->reopen(design);
+    QCOMPARE(design->description(), u"changed"_s);
+}
+
+void TestDesignManager::keepsADesignOpenThatCannotBeSaved()
+{
+    const IDesign *design = session->create(u"a"_s);
+    session->manager()->design(idOf(design))->setDescription(u"mine"_s);
+    SessionFixture::write(session->designs(u"a/component.xml"_s), componentNamed("theirs"));
+    session->takeLog();
+    QVERIFY(!session->manager()->closeDesign(idOf(design), false));
+    QCOMPARE(session->takeLog().size(), 1);
+    QCOMPARE(session->manager()->openDesignIds(), QStringList {u"local.global.a.1.0"_s});
+    QCOMPARE(SessionFixture::read(session->designs(u"a/component.xml"_s)),
+             componentNamed("theirs"));
+}
+
+void TestDesignManager::deletesTheWorkingFolderBelowTheDesignsPath()
+{
+    QVERIFY(session->create(u"a"_s));
+    IDesign *design = session->create(u"b"_s);
+    design->setDescription(u"unsaved"_s);
+    QVERIFY(session->manager()->closeDesign(idOf(design), true));
+    QVERIFY(!QFileInfo::exists(session->designs(u"b"_s)));
+    QVERIFY(QFileInfo::exists(session->designs(u"a/component.xml"_s)));
+    QCOMPARE(session->takeLog(), QStringList());
+}
+
+void TestDesignManager::keepsAWorkingFolderElsewhere()
+{
+    const QString file = session->path(u"elsewhere/component.xml"_s);
+    SessionFixture::write(file, componentNamed("x"));
+    QVERIFY(QDir().mkpath(session->designs(u""_s)));
+    IDesign *design = session->open(file);
+    design->setDescription(u"saved"_s);
+    session->takeLog();
+    QVERIFY(session->manager()->closeDesign(idOf(design), true));
+    QCOMPARE(session->takeLog(),
+             QStringList {u"Warning: The working folder of the design \"example.org.cores.x.2.1\" "
+                          "stays: \"%1\" is not deleted because it does not lie below \"%2\""_s.arg(
+                              session->path(u"elsewhere"_s), session->path(u"session/Designs"_s))});
+    QVERIFY(SessionFixture::read(file).contains("saved"));
+    QVERIFY(session->manager()->openDesignIds().isEmpty());
+}
+
+void TestDesignManager::keepsAWorkingFolderThatHoldsAnotherOpenDesign()
+{
+    IDesign *outer = session->create(u"outer"_s);
+    SessionFixture::write(session->designs(u"outer/inner/component.xml"_s),
+                          componentNamed("inner"));
+    QVERIFY(session->open(session->designs(u"outer/inner/component.xml"_s)));
+    QVERIFY(session->manager()->closeDesign(idOf(outer), true));
+    QVERIFY(QFileInfo::exists(session->designs(u"outer/inner/component.xml"_s)));
+    QVERIFY(QFileInfo::exists(session->designs(u"outer/component.xml"_s)));
+}
+
+void TestDesignManager::keepsAWorkingFolderThatIsALink()
+{
+    SessionFixture::write(session->designs(u"real/component.xml"_s), componentNamed("real"));
+    QVERIFY(QFile::link(session->designs(u"real"_s), session->designs(u"link"_s)));
+    const IDesign *design = session->open(session->designs(u"link/component.xml"_s));
+    QVERIFY(session->manager()->closeDesign(idOf(design), true));
+    QVERIFY(QFileInfo::exists(session->designs(u"real/component.xml"_s)));
+    QVERIFY(QFileInfo(session->designs(u"link"_s)).isSymLink());
+}
+
+void TestDesignManager::closesSeveralAndSaysWhetherAllWent()
+{
+    QVERIFY(session->create(u"a"_s));
+    QVERIFY(session->create(u"b"_s));
+    const QStringList ids = session->manager()->openDesignIds();
+    QVERIFY(!session->manager()->closeDesigns(ids + QStringList {u"nobody"_s}, true));
+    QVERIFY(session->manager()->openDesignIds().isEmpty());
+    QVERIFY(QDir(session->designs(u""_s)).isEmpty());
+    QVERIFY(session->manager()->closeDesigns({}, true));
+}
+
+void TestDesignManager::writesACopyWithoutMovingTheDesign()
+{
+    IDesign *design = session->create(u"a"_s);
+    design->setDescription(u"in the copy"_s);
+    int warnings = 5;
+    int errors = 5;
+    QVERIFY(session->manager()->parseDesignToFile(design, session->path(u"copy.xml"_s), QString(),
+                                                  &warnings, &errors, 0, true));
+    QCOMPARE(warnings, 0);
+    QCOMPARE(errors, 0);
+    QVERIFY(SessionFixture::read(session->path(u"copy.xml"_s)).contains("in the copy"));
+    QCOMPARE(design->componentFileName(), session->designs(u"a/component.xml"_s));
+    QVERIFY(design->isModified());
+    QVERIFY(!session->manager()->parseDesignToFile(design, session->path(u"copy.xml"_s), QString(),
+                                                   nullptr, &errors, 0, false));
+    QCOMPARE(errors, 1);
+    QVERIFY(!session->manager()->parseDesignToFile(design, session->path(u"no/copy.xml"_s),
+                                                   QString(), nullptr, nullptr, 0, true));
+    QVERIFY(!session->manager()->parseDesignToFile(design, QString(), QString(), nullptr, nullptr,
+                                                   0, true));
+    QVERIFY(!session->manager()->parseDesignToFile(nullptr, session->path(u"x.xml"_s), QString(),
+                                                   nullptr, nullptr, 0, true));
+}
+
+void TestDesignManager::refusesToWriteOverAnotherOpenDesign()
+{
+    IDesign *a = session->create(u"a"_s);
+    const IDesign *b = session->create(u"b"_s);
+    const QByteArray before = SessionFixture::read(b->componentFileName());
+    session->takeLog();
+    QVERIFY(!session->manager()->parseDesignToFile(a, b->componentFileName(), QString(), nullptr,
+                                                   nullptr, 0, true));
+    QCOMPARE(session->takeLog(),
+             QStringList {u"Error: \"%1\" is the component file of the open design \"b\""_s.arg(
+                 b->componentFileName())});
+    QCOMPARE(SessionFixture::read(b->componentFileName()), before);
+}
+
+void TestDesignManager::savesAllDesignsBeforeTheEnd()
+{
+    IDesign *a = session->create(u"a"_s);
+    IDesign *b = session->create(u"b"_s);
+    a->setDescription(u"first"_s);
+    b->setDescription(u"second"_s);
+    int reason = DesignManager::QuitCommand;
+    session->manager()->prepareForShutdown(reason);
+    QVERIFY(SessionFixture::read(a->componentFileName()).contains("first"));
+    QVERIFY(SessionFixture::read(b->componentFileName()).contains("second"));
+}
+
+void TestDesignManager::sendsEachSignalOnceForABracket()
+{
+    IDesign *a = session->create(u"a"_s);
+    QVERIFY(session->create(u"b"_s));
+    DesignManager *manager = session->manager();
+    QSignalSpy attached(manager, &DesignManager::designAttached);
+    QSignalSpy closed(manager, &DesignManager::designClosed);
+    QSignalSpy changed(manager, &DesignManager::designChanged);
+    QSignalSpy active(manager, &DesignManager::activeDesignChanged);
+
+    ChangeBracket::instance()->open();
+    for (int i = 0; i < 100; ++i)
+        QVERIFY(a->addFile(u"f%1.v"_s.arg(i), QString(), true, nullptr));
+    QVERIFY(session->create(u"c"_s));
+    QVERIFY(manager->closeDesign(u"local.global.b.1.0"_s, false));
+    QVERIFY(attached.isEmpty() && closed.isEmpty() && changed.isEmpty() && active.isEmpty());
+    ChangeBracket::instance()->close();
+
+    QCOMPARE(attached, (QList<QVariantList> {{u"local.global.c.1.0"_s}}));
+    QCOMPARE(closed, (QList<QVariantList> {{u"local.global.b.1.0"_s}}));
+    QCOMPARE(changed, (QList<QVariantList> {{u"local.global.a.1.0"_s}}));
+    QCOMPARE(active.size(), 1);
+
+    a->setDescription(u"outside"_s);
+    QCOMPARE(changed.size(), 2);
+}
+
+void TestDesignManager::tellsNothingOfADesignThatComesAndGoes()
+{
+    QSignalSpy attached(session->manager(), &DesignManager::designAttached);
+    QSignalSpy closed(session->manager(), &DesignManager::designClosed);
+    ChangeBracket::instance()->open();
+    const IDesign *design = session->create(u"a"_s);
+    QVERIFY(session->manager()->closeDesign(idOf(design), true));
+    ChangeBracket::instance()->close();
+    QCOMPARE(attached.size(), 0);
+    QCOMPARE(closed.size(), 0);
+}
+
+void TestDesignManager::tellsTheOldAndNewIdOfARenamedDesign()
+{
+    IDesign *design = session->create(u"a"_s);
+    QSignalSpy idChanged(session->manager(), &DesignManager::designIdChanged);
+    ChangeBracket::instance()->open();
+    design->setName(u"b"_s);
+    design->setVendor(u"other"_s);
+    ChangeBracket::instance()->close();
+    QCOMPARE(idChanged, (QList<QVariantList> {{u"local.global.a.1.0"_s, u"other.global.b.1.0"_s}}));
+    QCOMPARE(design->workingFolderPath(), session->designs(u"a"_s));
+}
+
+void TestDesignManager::keepsAClosedDesignAsLongAsACommandMayHoldIt()
+{
+    IDesign *design = session->create(u"a"_s);
+    QVERIFY(design->addFile(u"x.v"_s, QString(), true, nullptr));
+    const QPointer<QObject> object = design->objectBase();
+    ChangeBracket::instance()->open();
+    QVERIFY(session->manager()->closeDesign(idOf(design), false));
+    QCoreApplication::processEvents();
+    QVERIFY(object);
+    QCOMPARE(design->name(), u"a"_s);
+    QVERIFY(design->filesUnderNode(QString(), true).isEmpty());
+    QVERIFY(!design->addFile(u"y.v"_s, QString(), true, nullptr));
+    QVERIFY(!design->saveToComponentFile(nullptr));
+    design->setName(u"still alive"_s);
+    ChangeBracket::instance()->close();
+    QVERIFY(object);
+    QTRY_VERIFY(!object);
+}
+
+void TestDesignManager::makesThingsByTheirTag()
+{
+    // It stays known until the process ends.
+    static const Qtilities::Core::FactoryItem<QObject, Thing> factory;
+    DesignManager *manager = session->manager();
+    QVERIFY(!manager->factory(u"thing"_s));
+    QVERIFY(manager->registerFactory(&factory, {u"thing"_s, QString()}));
+    QVERIFY(!manager->registerFactory(&factory, {u"thing"_s, QString()}));
+    QVERIFY(!manager->registerFactory(&factory, {u"Custom Design"_s, QString()}));
+    QVERIFY(!manager->registerFactory(&factory, {}));
+    QVERIFY(!manager->registerFactory(nullptr, {u"none"_s, QString()}));
+    QCOMPARE(manager->factory(u"thing"_s), &factory);
+
+    auto *provider = session->factory();
+    QCOMPARE(
+        provider->instanceTags(),
+        (QStringList {u"Custom Design"_s, u"Hardware Design"_s, u"Software Design"_s, u"thing"_s}));
+    const std::unique_ptr<QObject> made(
+        provider->createInstance({u"Design Factory"_s, u"thing"_s, u"mine"_s}));
+    QVERIFY(made);
+    QCOMPARE(made->objectName(), u"mine"_s);
+    QVERIFY(!provider->createInstance({u"Design Factory"_s, u"nothing"_s, u"mine"_s}));
+    QVERIFY(!provider->createInstance({u"Design Factory"_s, u"Custom Design"_s, QString()}));
+}
+
+void TestDesignManager::completesTheFolderOfADesign()
+{
+    using MorvalenCore::DesignConstructor;
+    IDesign *design = session->create(u"a"_s, u"Hardware Design"_s, u"Hardware"_s);
+    QVERIFY(QDir(session->designs(u"a"_s)).rmdir(u"rtl"_s));
+    QVERIFY(DesignConstructor::assignPhysicalWorkingFolderToDesign(design, QString(), {}, nullptr,
+                                                                   false));
+    QVERIFY(QFileInfo(session->designs(u"a/rtl"_s)).isDir());
+    QVERIFY(!DesignConstructor::assignPhysicalWorkingFolderToDesign(
+        design, session->designs(u"b"_s), {}, nullptr, false));
+    QVERIFY(!QFileInfo::exists(session->designs(u"b"_s)));
+    QVERIFY(!DesignConstructor::assignPhysicalWorkingFolderToDesign(nullptr, QString(), {}, nullptr,
+                                                                    false));
+}
+
+QTEST_MAIN(TestDesignManager)
+#include "tst_DesignManager.moc"
