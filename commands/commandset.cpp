@@ -20,6 +20,7 @@ constexpr Command rows[] = {
     {"overview", CallOverview, "Provides an overview of current application status."},
     {"project", CallProject, "Operations to control projects", &projectManual},
     {"designs", CallDesigns, "Operations on open designs.", &designsManual},
+    {"design", CallDesign, "Operations on the active design.", &designManual},
     {"files", CallFiles, "Operations on files in the active design.", &filesManual},
     {"sfile", CallFile, "Operations on the active file in the active design.", &fileManual},
     {"folders", CallFolders, "Operations on folders in the active design.", &foldersManual},
