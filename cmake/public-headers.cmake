@@ -3,4 +3,6 @@ set(TCLSCRIPTING_PUBLIC_HEADERS
     interp/export.h
     interp/commandsManager.h
     interp/TclCallBack.h
-    interp/tcltext.h)
+    interp/tcltext.h
+    commands/commands.h
+    commands/hostnames.h)
