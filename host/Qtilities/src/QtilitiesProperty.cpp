@@ -46,8 +46,8 @@ struct TypeWord
     QLatin1StringView word;
     QMetaType::Type type;
     QVariant (*parse)(const QString &text);
-    // Whether blanks around the text belong to it; the number parsers would pass over them.
-    bool blanksCount;
+    // Whether any text will do, blanks around it and all.
+    bool anyText;
 };
 
 // The first word of a type is the one that typeName answers.
@@ -60,9 +60,11 @@ constexpr TypeWord typeWords[] = {
     {"QString"_L1, QMetaType::QString, stringFrom, true},
 };
 
-bool hasOuterBlanks(const QString &text)
+// Whether a text is nothing but a word, as the number parsers do not insist.
+bool isBare(const QString &text)
 {
-    return !text.isEmpty() && (text.front().isSpace() || text.back().isSpace());
+    return !text.isEmpty() && !text.front().isSpace() && !text.back().isSpace()
+        && !text.contains(QChar());
 }
 
 } // namespace
@@ -77,7 +79,7 @@ QVariant QtilitiesProperty::constructVariant(const QString &type, const QString 
 {
     for (const TypeWord &row : typeWords) {
         if (type == row.word)
-            return row.blanksCount || !hasOuterBlanks(value) ? row.parse(value) : QVariant();
+            return row.anyText || isBare(value) ? row.parse(value) : QVariant();
     }
     return {};
 }

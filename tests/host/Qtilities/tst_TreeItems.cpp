@@ -1,0 +1,131 @@
+#include <Qtilities/TreeFileItem.h>
+#include <Qtilities/TreeItemBase.h>
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::InstanceFactoryInfo;
+using Qtilities::Core::Observer;
+using Qtilities::Core::QtilitiesCategory;
+using Qtilities::Core::Interfaces::IObjectBase;
+using Qtilities::CoreGui::TreeFileItem;
+using Qtilities::CoreGui::TreeItemBase;
+
+namespace {
+
+class FileItem : public TreeFileItem
+{
+public:
+    QString actualPath() const override { return path; }
+    void setActualPath(const QString &newPath) override { path = newPath; }
+    QtilitiesCategory category() const override { return {}; }
+    bool setCategory(const QtilitiesCategory &) override { return false; }
+
+private:
+    QString path;
+};
+
+class PlainItem : public TreeItemBase
+{
+public:
+    InstanceFactoryInfo instanceFactoryInfo() const override { return {}; }
+};
+
+} // namespace
+
+// Items of trees: names, categories, paths, and whether they have changed.
+class TestTreeItems : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void hasAName();
+    void givesTheLastPartOfAPath_data();
+    void givesTheLastPartOfAPath();
+    void tellsOfModifications();
+    void isModifiedByAnotherCategory();
+    void leadsBackToItsObject();
+};
+
+void TestTreeItems::hasAName()
+{
+    PlainItem item;
+    Observer context(u"context"_s);
+    QCOMPARE(context.objectName(), u"context"_s);
+    QCOMPARE(item.getName(), u""_s);
+
+    QVERIFY(item.setName(u"name"_s));
+    QVERIFY(!item.setName(u""_s));
+
+    QCOMPARE(item.getName(), u"name"_s);
+    QCOMPARE(item.getName(&context), u"name"_s);
+    QCOMPARE(item.objectName(), u"name"_s);
+    QVERIFY(item.setName(u"other"_s, &context));
+    QCOMPARE(item.getName(), u"other"_s);
+}
+
+void TestTreeItems::givesTheLastPartOfAPath_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("name");
+
+    QTest::newRow("file-name-1 a file") << u"/a/b.c"_s << u"b.c"_s;
+    QTest::newRow("file-name-2 a file that is not there") << u"/none/x y"_s << u"x y"_s;
+    QTest::newRow("file-name-3 no path") << u""_s << u""_s;
+}
+
+void TestTreeItems::givesTheLastPartOfAPath()
+{
+    QFETCH(QString, path);
+    QFETCH(QString, name);
+    FileItem item;
+
+    item.setActualPath(path);
+
+    QCOMPARE(item.fileName(), name);
+}
+
+void TestTreeItems::tellsOfModifications()
+{
+    PlainItem item;
+    QSignalSpy spy(&item, &TreeItemBase::modificationStateChanged);
+    QVERIFY(!item.isModified());
+
+    item.setModificationState(true);
+    item.setModificationState(true);
+    QVERIFY(item.isModified());
+    item.setModificationState(false);
+
+    QVERIFY(!item.isModified());
+    QCOMPARE(spy.size(), 2);
+    QCOMPARE(spy[0][0].toBool(), true);
+    QCOMPARE(spy[1][0].toBool(), false);
+}
+
+void TestTreeItems::isModifiedByAnotherCategory()
+{
+    PlainItem item;
+    const QtilitiesCategory category({u"a"_s, u"b"_s});
+
+    QVERIFY(item.setCategory(QtilitiesCategory()));
+    QVERIFY(!item.isModified());
+    QVERIFY(item.setCategory(category));
+
+    QVERIFY(item.isModified());
+    QVERIFY(item.category() == category);
+}
+
+void TestTreeItems::leadsBackToItsObject()
+{
+    PlainItem item;
+    const PlainItem &constant = item;
+
+    IObjectBase *const base = &item;
+    QCOMPARE(base->objectBase(), static_cast<QObject *>(&item));
+    QCOMPARE(static_cast<const IObjectBase &>(constant).objectBase(),
+             static_cast<const QObject *>(&item));
+}
+
+QTEST_APPLESS_MAIN(TestTreeItems)
+#include "tst_TreeItems.moc"
