@@ -119,8 +119,7 @@ void TestAbstractScriptedAction::readsItsFile_data()
     QTest::newRow("read-3 UTF-8") << QByteArray("puts \xe2\x82\xac\xf0\x9f\x98\x80")
                                   << u"puts \u20ac\U0001F600"_s;
     QTest::newRow("read-4 a byte order mark") << QByteArray("\xef\xbb\xbfputs a") << u"puts a"_s;
-    QTest::newRow("read-5 every kind of line end")
-        << QByteArray("a\r\nb\rc\n") << u"a\r\nb\rc\n"_s;
+    QTest::newRow("read-5 every kind of line end") << QByteArray("a\r\nb\rc\n") << u"a\r\nb\rc\n"_s;
     QTest::newRow("read-6 a zero") << QByteArray("a\0b", 3) << u"a"_s + QChar() + u"b"_s;
     QTest::newRow("read-7 only blanks") << QByteArray(" \n ") << u" \n "_s;
 }
@@ -165,9 +164,10 @@ void TestAbstractScriptedAction::warnsOfBytesThatAreNotUtf8()
     QCOMPARE(log.size(), 1);
     QCOMPARE(log[0][0].toString(), QString());
     QCOMPARE(log[0][1].value<Logger::MessageType>(), Logger::Warning);
-    QCOMPARE(log[0][2].toString(),
-             u"The script file \"%1\" is not UTF-8; what cannot be read is replaced by U+FFFD"_s
-                 .arg(path(u"latin.tcl"_s)));
+    QCOMPARE(
+        log[0][2].toString(),
+        u"The script file \"%1\" is not UTF-8; what cannot be read is replaced by U+FFFD"_s.arg(
+            path(u"latin.tcl"_s)));
 }
 
 void TestAbstractScriptedAction::warnsOfAFileThatCannotBeRead()

@@ -20,7 +20,7 @@ using MorvalenCore::MorvalenManager;
 using Qtilities::CoreGui::QtilitiesApplication;
 
 // The services that belong to no design.
-class TestManagers : public QObject
+class TestLightManagers : public QObject
 {
     Q_OBJECT
 
@@ -56,7 +56,7 @@ private:
     std::unique_ptr<QWidget> widget;
 };
 
-void TestManagers::givesTheSessionAPort()
+void TestLightManagers::givesTheSessionAPort()
 {
     const int port = manager->getUdpSocketForSession();
     QVERIFY(port > 0 && port < 65536);
@@ -71,7 +71,7 @@ void TestManagers::givesTheSessionAPort()
     QVERIFY(other.bind(QHostAddress::LocalHost, quint16(port), QUdpSocket::DontShareAddress));
 }
 
-void TestManagers::readsAndDropsWhatArrives()
+void TestLightManagers::readsAndDropsWhatArrives()
 {
     const int port = manager->getUdpSocketForSession();
     const auto *const socket = manager->findChild<QUdpSocket *>();
@@ -87,7 +87,7 @@ void TestManagers::readsAndDropsWhatArrives()
     }
 }
 
-void TestManagers::handsAWidgetToTheMainWindow()
+void TestLightManagers::handsAWidgetToTheMainWindow()
 {
     QMainWindow window;
     QtilitiesApplication::setMainWindow(&window);
@@ -107,7 +107,7 @@ void TestManagers::handsAWidgetToTheMainWindow()
     QVERIFY(!widget->isVisible());
 }
 
-void TestManagers::showsAWidgetByItselfWithoutAMainWindow()
+void TestLightManagers::showsAWidgetByItselfWithoutAMainWindow()
 {
     QSignalSpy spy(manager.get(), &MorvalenManager::extensionWidgetAdded);
 
@@ -119,7 +119,7 @@ void TestManagers::showsAWidgetByItselfWithoutAMainWindow()
     QCOMPARE(widget->windowTitle(), u"A <b>title</b>"_s);
 }
 
-void TestManagers::showsAWidgetByItselfWhenNobodyTakesIt()
+void TestLightManagers::showsAWidgetByItselfWhenNobodyTakesIt()
 {
     QMainWindow window;
     QtilitiesApplication::setMainWindow(&window);
@@ -133,7 +133,7 @@ void TestManagers::showsAWidgetByItselfWhenNobodyTakesIt()
     QCOMPARE(widget->windowTitle(), u"its own"_s);
 }
 
-void TestManagers::ignoresANullWidget()
+void TestLightManagers::ignoresANullWidget()
 {
     QSignalSpy spy(manager.get(), &MorvalenManager::extensionWidgetAdded);
     ExtensionWidgetParameters empty = parameters();
@@ -144,7 +144,7 @@ void TestManagers::ignoresANullWidget()
     QCOMPARE(spy.size(), 0);
 }
 
-void TestManagers::hasNoEditors()
+void TestLightManagers::hasNoEditors()
 {
     EditorManager editors;
     QString error;
@@ -154,7 +154,7 @@ void TestManagers::hasNoEditors()
     QCOMPARE(editors.createEditorForPath(u"/a/b.v"_s, nullptr, QString(), true, false), nullptr);
 }
 
-void TestManagers::canBeReplaced()
+void TestLightManagers::canBeReplaced()
 {
     MorvalenManager *const standard = MorvalenManager::instance();
     EditorManager *const standardEditors = EditorManager::instance();
@@ -172,5 +172,5 @@ void TestManagers::canBeReplaced()
     QCOMPARE(EditorManager::instance(), standardEditors);
 }
 
-QTEST_MAIN(TestManagers)
-#include "tst_Managers.moc"
+QTEST_MAIN(TestLightManagers)
+#include "tst_LightManagers.moc"
