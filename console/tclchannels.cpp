@@ -47,17 +47,30 @@ Tcl_ChannelType channelType(const char *name, Tcl_DriverOutputProc *output)
     return type;
 }
 
-void installOne(Tcl_Interp *interp, const Tcl_ChannelType &type, const char *name, int stream)
+// The process's standard channel of a kind; created by the first console and used by later ones.
+Tcl_Channel standardChannel(const Tcl_ChannelType &type, const char *name, int stream)
 {
-    Tcl_Channel channel =
-        Tcl_CreateChannel(&type, name, reinterpret_cast<ClientData>(stream), TCL_WRITABLE);
+    Tcl_Channel channel = Tcl_GetStdChannel(stream);
+    if (channel && Tcl_GetChannelType(channel) == &type)
+        return channel;
+    channel = Tcl_CreateChannel(&type, name, reinterpret_cast<ClientData>(stream), TCL_WRITABLE);
     if (!channel)
-        return;
+        return nullptr;
     Tcl_SetChannelOption(nullptr, channel, "-translation", "lf");
     Tcl_SetChannelOption(nullptr, channel, "-buffering", "none");
     // With Tcl's own size a text of more than 4,096 bytes would arrive in several calls.
     Tcl_SetChannelOption(nullptr, channel, "-buffersize", "1000000");
+    return channel;
+}
+
+void installOne(Tcl_Interp *interp, const Tcl_ChannelType &type, const char *name, int stream)
+{
+    Tcl_Channel channel = standardChannel(type, name, stream);
+    if (!channel)
+        return;
     Tcl_RegisterChannel(interp, channel);
+    if (Tcl_GetStdChannel(stream) == channel)
+        return;
     // As Tcl does for its own standard channels: no interpreter can take the last reference away.
     Tcl_RegisterChannel(nullptr, channel);
     Tcl_SetStdChannel(channel, stream);
