@@ -1,8 +1,18 @@
 # The headers of the scripting library that hosts may include.
 set(TCLSCRIPTING_PUBLIC_HEADERS
-    interp/export.h
+    interp/CommandAdapter.h
     interp/commandsManager.h
+    interp/export.h
+    interp/QtNotifier.h
     interp/TclCallBack.h
     interp/tcltext.h
+    console/OutputBurst.h
+    console/PopupCompleter.h
+    console/PopupListWidget.h
+    console/QConsole.h
+    console/QtclConsole.h
+    console/ScrollPlace.h
     commands/commands.h
-    commands/hostnames.h)
+    commands/hostnames.h
+    scripting/TclScriptedAction.h
+    scripting/TclScriptManager.h)

@@ -1,4 +1,5 @@
 # Compares what the library exports with exports.txt, both ways.
+cmake_minimum_required(VERSION 3.25)
 file(STRINGS "${LIST}" allowed REGEX "^[^#]")
 execute_process(COMMAND "${NM}" -D --defined-only -C "${LIBRARY}"
     OUTPUT_VARIABLE symbols RESULT_VARIABLE failed)
@@ -8,7 +9,6 @@ endif()
 
 # What the compiler emits for templates and inline functions of Qt and the standard library is
 # weak (W, V, u) and nobody's interface; what the library itself defines is T, D, B or R.
-string(REPLACE ";" "," symbols "${symbols}")
 string(REPLACE "\n" ";" symbols "${symbols}")
 set(seen)
 foreach(line IN LISTS symbols)
@@ -16,10 +16,14 @@ foreach(line IN LISTS symbols)
         continue()
     endif()
     set(symbol "${CMAKE_MATCH_1}")
+    if(symbol MATCHES "^(__bss_start|_edata|_end|_init|_fini)$") # the linker's own
+        continue()
+    endif()
     string(REGEX REPLACE "^(vtable for|typeinfo for|typeinfo name for|VTT for|guard variable for|(non-)?virtual thunk to|construction vtable for) " "" symbol "${symbol}")
     set(known FALSE)
     foreach(name IN LISTS allowed)
-        string(FIND "${symbol}" "${name}" position)
+        # A class is also the end of "vtable for X".
+        string(FIND "${symbol}::" "${name}" position)
         if(position EQUAL 0)
             list(APPEND seen "${name}")
             set(known TRUE)

@@ -1,10 +1,12 @@
 # Run by the test "package"; see CMakeLists.txt.
+cmake_minimum_required(VERSION 3.25)
+
 function(must)
     execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output
-        ERROR_VARIABLE output)
+        ERROR_VARIABLE errors)
     if(NOT result EQUAL 0)
         list(JOIN ARGN " " command)
-        message(FATAL_ERROR "${command}\nended with ${result}:\n${output}")
+        message(FATAL_ERROR "${command}\nended with ${result}:\n${output}${errors}")
     endif()
     set(output "${output}" PARENT_SCOPE)
 endfunction()
