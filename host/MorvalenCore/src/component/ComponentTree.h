@@ -56,7 +56,7 @@ public:
     void setAttribute(XmlNode node, QByteArrayView local, const QString &value);
 
     // Removes the element if it is one of ours and says nothing, or an empty vendorExtensions or
-    // parameters, and then looks at the one around it. An element that came empty stays.
+    // parameters, and then looks at the one around it. A standard element that came empty stays.
     void prune(XmlNode node);
     // Removes the element, and what around it would be left empty.
     void removeAndPrune(XmlNode node);
