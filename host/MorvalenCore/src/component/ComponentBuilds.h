@@ -58,8 +58,8 @@ public:
     // An empty name removes the mark.
     bool setActiveName(const QString &name, QString *error = nullptr);
 
-    // Writes a configuration: replaces the one of its name, else appends it. Steps and macros
-    // that are equal in name and content stay untouched in the file.
+    // Writes a configuration: replaces the one of its name, else appends it. Macros and steps
+    // before the first one and behind the last one that differs stay untouched in the file.
     bool write(const BuildDescription &configuration, QString *error = nullptr);
     // Only the target path, of the configuration of that name; false where there is none.
     bool setTargetPath(const QString &name, const QString &targetPath, QString *error = nullptr);
