@@ -314,10 +314,10 @@ void tst_ComponentExtensions::buildsChange_data()
     QTest::newRow("change-7 nothing left") << QStringList() << QStringList();
     QTest::newRow("change-8 a step twice") << QStringList {u"M"_s} << QStringList {u"a"_s, u"a"_s};
     QTest::newRow("change-9 macros")
-        << QStringList {u"K"_s, u"N"_s, u"O"_s} << QStringList {u"a"_s, u"b"_s, u"c"_s};
+        << QStringList {u"K"_s, u"N"_s} << QStringList {u"a"_s, u"b"_s, u"c"_s};
 }
 
-// What is equal stays as it stands in the file, comments beside it too.
+// What is equal at both ends stays as it stands in the file.
 void tst_ComponentExtensions::buildsChange()
 {
     QFETCH(QStringList, macros);
