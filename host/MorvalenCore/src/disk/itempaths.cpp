@@ -58,8 +58,13 @@ QString expanded(const QString &text, QString *error)
 // What stands for "one folder up" behind a variable depends on its value.
 QString cleaned(const QString &path)
 {
-    if (!mayHoldVariable(path) || !variable().match(path).hasMatch())
-        return QDir::cleanPath(path);
+    if (!mayHoldVariable(path) || !variable().match(path).hasMatch()) {
+        QString clean = QDir::cleanPath(path);
+        // Above the root is the root.
+        while (clean.startsWith("/../"_L1))
+            clean.remove(0, 3);
+        return clean == "/.."_L1 ? u"/"_s : clean;
+    }
     QStringList parts = path.split(u'/', Qt::SkipEmptyParts);
     parts.removeAll(u"."_s);
     return (path.startsWith(u'/') ? u"/"_s : QString()) + parts.join(u'/');

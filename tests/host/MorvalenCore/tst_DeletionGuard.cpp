@@ -1,0 +1,372 @@
+#include "disk/removal.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QScopeGuard>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <atomic>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+
+using namespace Qt::Literals::StringLiterals;
+using namespace MorvalenCore;
+
+namespace {
+
+void write(const QString &file)
+{
+    QDir().mkpath(QFileInfo(file).path());
+    QFile out(file);
+    if (!out.open(QIODevice::WriteOnly) || out.write("content") != 7)
+        qFatal("cannot write %s", qPrintable(file));
+}
+
+bool exists(const QString &path) { return QFileInfo::exists(path); }
+
+} // namespace
+
+// What stands before every deletion, and the deletions themselves.
+class TestDeletionGuard : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup() { QVERIFY(QDir(base).removeRecursively()); }
+
+    void refuses_data();
+    void refuses();
+    void refusesTheHomeFolderOfTheEnvironment();
+    void refusesTheCurrentFolderAndThoseAboveIt();
+    void refusesWhatIsKeptUnderAnotherSpelling();
+    void refusesWhenTheLimitIsNoFolder();
+    void deletesAFolderWithAllThatIsInIt();
+    void deletesLinksButNotWhatTheyPointAt();
+    void stopsWhereItMayNotDelete();
+    void deletesDeepFoldersAndRefusesTooDeepOnes();
+    void deletesNamesThatAreNotText();
+    void deletesOneFileOnly_data();
+    void deletesOneFileOnly();
+    void deletesAnEmptyFolderOnly();
+    void neverFollowsALinkThatIsSwappedIn();
+    void neverLeavesTheTreeWhenAFolderAboveIsSwapped();
+
+private:
+    QString in(const QString &name) const { return base + u'/' + name; }
+
+    QTemporaryDir outer;
+    QString base;
+};
+
+void TestDeletionGuard::init()
+{
+    base = QFileInfo(outer.path()).canonicalFilePath() + u"/base"_s;
+    QVERIFY(QDir().mkpath(in(u"work"_s)));
+}
+
+void TestDeletionGuard::refuses_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("refusal");
+    QTest::newRow("guard-text-1 nothing") << QString() << u"An empty path is not deleted"_s;
+    QTest::newRow("guard-text-2 a zero") << QString(u"BASE/work/a"_s + QChar(0) + u"b"_s)
+                                         << u"A path with a zero character is not deleted"_s;
+    QTest::newRow("guard-text-3 a relative path")
+        << u"work"_s << u"\"work\" is not deleted because it is not an absolute path"_s;
+    QTest::newRow("guard-text-4 the current folder")
+        << u"."_s << u"\".\" is not deleted because it is not an absolute path"_s;
+    QTest::newRow("guard-disk-1 missing")
+        << u"BASE/work/missing"_s << u"\"BASE/work/missing\" is not on disk"_s;
+    QTest::newRow("guard-disk-2 a link to a folder")
+        << u"BASE/work/link"_s << u"\"BASE/work/link\" is not deleted because it is a link"_s;
+    QTest::newRow("guard-disk-3 a link to nothing")
+        << u"BASE/work/torn"_s << u"\"BASE/work/torn\" is not deleted because it is a link"_s;
+    QTest::newRow("guard-disk-4 a link to itself")
+        << u"BASE/work/loop"_s << u"\"BASE/work/loop\" is not deleted because it is a link"_s;
+    QTest::newRow("guard-disk-5 behind a link")
+        << u"BASE/work/link/x"_s
+        << u"\"BASE/work/link/x\" is not deleted because it is not a canonical path"_s;
+    QTest::newRow("guard-disk-6 a slash at the end")
+        << u"BASE/work/folder/"_s
+        << u"\"BASE/work/folder/\" is not deleted because it is not a canonical path"_s;
+    QTest::newRow("guard-disk-7 a folder up")
+        << u"BASE/work/folder/.."_s
+        << u"\"BASE/work/folder/..\" is not deleted because it is not a canonical path"_s;
+    QTest::newRow("guard-place-1 the root")
+        << u"/"_s << u"\"/\" is not deleted because it is or holds \"/\""_s;
+    QTest::newRow("guard-place-2 the limit itself")
+        << u"BASE/work"_s
+        << u"\"BASE/work\" is not deleted because it is or holds \"BASE/work/kept/design\""_s;
+    QTest::newRow("guard-place-3 beside the limit")
+        << u"BASE/other"_s
+        << u"\"BASE/other\" is not deleted because it does not lie below \"BASE/work\""_s;
+    QTest::newRow("guard-place-4 a name that begins like the limit")
+        << u"BASE/workshop"_s
+        << u"\"BASE/workshop\" is not deleted because it does not lie below \"BASE/work\""_s;
+    QTest::newRow("guard-kept-1 what is kept")
+        << u"BASE/work/kept/design"_s
+        << u"\"BASE/work/kept/design\" is not deleted because it is or holds \"BASE/work/kept/design\""_s;
+    QTest::newRow("guard-kept-2 a folder above it")
+        << u"BASE/work/kept"_s
+        << u"\"BASE/work/kept\" is not deleted because it is or holds \"BASE/work/kept/design\""_s;
+    QTest::newRow("guard-accepted-1 a folder") << u"BASE/work/folder"_s << QString();
+    QTest::newRow("guard-accepted-2 a folder below what is kept")
+        << u"BASE/work/kept/design/part"_s << QString();
+    QTest::newRow("guard-accepted-3 beside what is kept") << u"BASE/work/kept/other"_s << QString();
+}
+
+void TestDeletionGuard::refuses()
+{
+    QFETCH(QString, path);
+    QFETCH(QString, refusal);
+    for (const QString &file :
+         {u"work/folder/f"_s, u"work/kept/design/part/f"_s, u"work/kept/other/f"_s, u"other/f"_s,
+          u"workshop/f"_s, u"outside/x/f"_s})
+        write(in(file));
+    QVERIFY(QFile::link(in(u"outside"_s), in(u"work/link"_s)));
+    QVERIFY(QFile::link(in(u"nowhere"_s), in(u"work/torn"_s)));
+    QVERIFY(QFile::link(in(u"work/loop"_s), in(u"work/loop"_s)));
+
+    const DeletionLimits limits {in(u"work"_s), {in(u"work/kept/design"_s)}};
+    QCOMPARE(deletionRefusal(QString(path).replace(u"BASE"_s, base), limits),
+             QString(refusal).replace(u"BASE"_s, base));
+    QString error;
+    if (!refusal.isEmpty()) {
+        QVERIFY(!deleteFolder(QString(path).replace(u"BASE"_s, base), limits, Deletion::Permanent,
+                              &error));
+        QCOMPARE(error, QString(refusal).replace(u"BASE"_s, base));
+        QVERIFY(exists(in(u"outside/x/f"_s)));
+    }
+}
+
+void TestDeletionGuard::refusesTheHomeFolderOfTheEnvironment()
+{
+    const QByteArray home = qgetenv("HOME");
+    const auto restore = qScopeGuard([&] { qputenv("HOME", home); });
+    QVERIFY(QDir().mkpath(in(u"work/home/me"_s)));
+    qputenv("HOME", QFile::encodeName(in(u"work/home/me"_s)));
+    QVERIFY(!deletionRefusal(in(u"work/home/me"_s), {in(u"work"_s), {}}).isEmpty());
+    QVERIFY(!deletionRefusal(in(u"work/home"_s), {in(u"work"_s), {}}).isEmpty());
+    // Deeper down the home folder is like any other.
+    QVERIFY(QDir().mkpath(in(u"work/home/me/x"_s)));
+    QCOMPARE(deletionRefusal(in(u"work/home/me/x"_s), {in(u"work"_s), {}}), QString());
+}
+
+void TestDeletionGuard::refusesTheCurrentFolderAndThoseAboveIt()
+{
+    const QString before = QDir::currentPath();
+    const auto restore = qScopeGuard([&] { QDir::setCurrent(before); });
+    QVERIFY(QDir().mkpath(in(u"work/a/b"_s)));
+    QVERIFY(QDir::setCurrent(in(u"work/a/b"_s)));
+    QVERIFY(!deletionRefusal(in(u"work/a/b"_s), {in(u"work"_s), {}}).isEmpty());
+    QVERIFY(!deletionRefusal(in(u"work/a"_s), {in(u"work"_s), {}}).isEmpty());
+}
+
+void TestDeletionGuard::refusesWhatIsKeptUnderAnotherSpelling()
+{
+    QVERIFY(QDir().mkpath(in(u"work/design/part"_s)));
+    QVERIFY(QFile::link(in(u"work/design"_s), in(u"alias"_s)));
+    for (const QString &kept :
+         {u"alias"_s, u"alias/part/.."_s, u"work//design/"_s, u"alias/not/there/yet"_s})
+        QVERIFY2(!deletionRefusal(in(u"work/design"_s), {in(u"work"_s), {in(kept)}}).isEmpty(),
+                 qPrintable(kept));
+}
+
+void TestDeletionGuard::refusesWhenTheLimitIsNoFolder()
+{
+    write(in(u"work/f"_s));
+    for (const QString &below : {QString(), in(u"missing"_s), u"/"_s})
+        QVERIFY2(!deletionRefusal(in(u"work/f"_s), {below, {}}).isEmpty(), qPrintable(below));
+}
+
+void TestDeletionGuard::deletesAFolderWithAllThatIsInIt()
+{
+    for (const QString &file : {u"work/d/a"_s, u"work/d/.b"_s, u"work/d/c/d/e"_s, u"work/stays"_s})
+        write(in(file));
+    QVERIFY(QDir().mkpath(in(u"work/d/empty"_s)));
+    QString error;
+    QVERIFY2(deleteFolder(in(u"work/d"_s), {in(u"work"_s), {}}, Deletion::Permanent, &error),
+             qPrintable(error));
+    QVERIFY(!exists(in(u"work/d"_s)));
+    QVERIFY(exists(in(u"work/stays"_s)));
+}
+
+void TestDeletionGuard::deletesLinksButNotWhatTheyPointAt()
+{
+    write(in(u"outside/f"_s));
+    write(in(u"work/d/x/f"_s));
+    QVERIFY(QFile::link(in(u"outside"_s), in(u"work/d/link"_s)));
+    QVERIFY(QFile::link(in(u"outside/f"_s), in(u"work/d/x/link"_s)));
+    QVERIFY(QFile::link(in(u"work/d"_s), in(u"work/d/x/loop"_s)));
+    QVERIFY(QFile::link(u"/"_s, in(u"work/d/root"_s)));
+    QString error;
+    QVERIFY2(deleteFolder(in(u"work/d"_s), {in(u"work"_s), {}}, Deletion::Permanent, &error),
+             qPrintable(error));
+    QVERIFY(!exists(in(u"work/d"_s)));
+    QVERIFY(exists(in(u"outside/f"_s)));
+}
+
+void TestDeletionGuard::stopsWhereItMayNotDelete()
+{
+    if (geteuid() == 0) {
+        // Root may delete everywhere, so another reason must do: a folder that is no folder.
+        write(in(u"work/file"_s));
+        QString error;
+        QVERIFY(
+            !deleteFolder(in(u"work/file"_s), {in(u"work"_s), {}}, Deletion::Permanent, &error));
+        QCOMPARE(error,
+                 u"\"%1\" is not deleted because it is not a folder"_s.arg(in(u"work/file"_s)));
+        QVERIFY(exists(in(u"work/file"_s)));
+        return;
+    }
+    write(in(u"work/d/locked/f"_s));
+    const auto unlock = qScopeGuard([&] {
+        QFile::setPermissions(in(u"work/d/locked"_s),
+                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    });
+    QFile::setPermissions(in(u"work/d/locked"_s), QFile::ReadOwner | QFile::ExeOwner);
+    QString error;
+    QVERIFY(!deleteFolder(in(u"work/d"_s), {in(u"work"_s), {}}, Deletion::Permanent, &error));
+    QCOMPARE(error,
+             u"\"%1\" could not be deleted: Permission denied"_s.arg(in(u"work/d/locked/f"_s)));
+    QVERIFY(exists(in(u"work/d/locked/f"_s)));
+}
+
+void TestDeletionGuard::deletesDeepFoldersAndRefusesTooDeepOnes()
+{
+    const auto deep = [this](int levels) {
+        QString path = in(u"work/deep"_s);
+        for (int i = 1; i < levels; ++i)
+            path += u"/d"_s;
+        return path;
+    };
+    QString error;
+    QVERIFY(QDir().mkpath(deep(256)));
+    QVERIFY2(deleteFolder(in(u"work/deep"_s), {in(u"work"_s), {}}, Deletion::Permanent, &error),
+             qPrintable(error));
+    QVERIFY(QDir().mkpath(deep(257)));
+    QVERIFY(!deleteFolder(in(u"work/deep"_s), {in(u"work"_s), {}}, Deletion::Permanent, &error));
+    QCOMPARE(error, u"\"%1\" is not deleted because it lies too deep"_s.arg(deep(257)));
+}
+
+void TestDeletionGuard::deletesNamesThatAreNotText()
+{
+    QVERIFY(QDir().mkpath(in(u"work/d"_s)));
+    const QByteArray odd = QFile::encodeName(in(u"work/d"_s)) + "/\xff\xfe\n";
+    FILE *file = fopen(odd.constData(), "w");
+    QVERIFY(file);
+    fclose(file);
+    QString error;
+    QVERIFY2(deleteFolder(in(u"work/d"_s), {in(u"work"_s), {}}, Deletion::Permanent, &error),
+             qPrintable(error));
+}
+
+void TestDeletionGuard::deletesOneFileOnly_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("refusal");
+    QTest::newRow("file-1 a file") << u"work/file"_s << QString();
+    QTest::newRow("file-2 a folder")
+        << u"work/folder"_s << u"\"%1\" is not deleted because it is not a regular file"_s;
+    QTest::newRow("file-3 a link")
+        << u"work/link"_s << u"\"%1\" is not deleted because it is a link"_s;
+    QTest::newRow("file-4 a pipe")
+        << u"work/pipe"_s << u"\"%1\" is not deleted because it is not a regular file"_s;
+    QTest::newRow("file-5 missing") << u"work/missing"_s << u"\"%1\" is not on disk"_s;
+    QTest::newRow("file-6 kept") << u"work/kept"_s
+                                 << u"\"%1\" is not deleted because it is or holds \"%1\""_s;
+}
+
+void TestDeletionGuard::deletesOneFileOnly()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, refusal);
+    for (const QString &file : {u"work/file"_s, u"work/folder/f"_s, u"work/kept"_s, u"target"_s})
+        write(in(file));
+    QVERIFY(QFile::link(in(u"target"_s), in(u"work/link"_s)));
+    QCOMPARE(mkfifo(QFile::encodeName(in(u"work/pipe"_s)).constData(), 0600), 0);
+
+    QString error;
+    const DeletionLimits limits {in(u"work"_s), {in(u"work/kept"_s)}};
+    QCOMPARE(deleteFile(in(name), limits, Deletion::Permanent, &error), refusal.isEmpty());
+    QCOMPARE(error, QString(refusal).replace(u"%1"_s, in(name)));
+    QCOMPARE(exists(in(u"work/file"_s)), name != u"work/file"_s);
+    for (const QString &file : {u"work/folder/f"_s, u"work/kept"_s, u"target"_s, u"work/link"_s})
+        QVERIFY(exists(in(file)));
+}
+
+void TestDeletionGuard::deletesAnEmptyFolderOnly()
+{
+    write(in(u"work/full/f"_s));
+    QVERIFY(QDir().mkpath(in(u"work/empty"_s)));
+    const DeletionLimits limits {in(u"work"_s), {}};
+    QString error;
+    QVERIFY(deleteEmptyFolder(in(u"work/empty"_s), limits, &error));
+    QVERIFY(!deleteEmptyFolder(in(u"work/full"_s), limits, &error));
+    QCOMPARE(error, u"\"%1\" could not be deleted: Directory not empty"_s.arg(in(u"work/full"_s)));
+}
+
+// While the tree is deleted, another thread turns one of its folders into a link to the outside
+// and back, as fast as it can.
+void TestDeletionGuard::neverFollowsALinkThatIsSwappedIn()
+{
+    write(in(u"outside/precious/f"_s));
+    int deletions = 0;
+    for (int round = 0; round < 15; ++round) {
+        for (int i = 0; i < 20; ++i)
+            write(in(u"work/d/sub%1/precious/f"_s.arg(i)));
+        QVERIFY(QFile::link(in(u"outside"_s), in(u"work/link"_s)));
+        std::atomic<bool> stop = false;
+        std::thread swapper([&] {
+            const QByteArray sub = QFile::encodeName(in(u"work/d/sub7"_s));
+            const QByteArray link = QFile::encodeName(in(u"work/link"_s));
+            while (!stop) {
+                renameat2(AT_FDCWD, sub.constData(), AT_FDCWD, link.constData(), RENAME_EXCHANGE);
+            }
+        });
+        QString error;
+        deletions +=
+            deleteFolder(in(u"work/d"_s), {in(u"work"_s), {}}, Deletion::Permanent, &error);
+        stop = true;
+        swapper.join();
+        QVERIFY(exists(in(u"outside/precious/f"_s)));
+        QVERIFY(QDir(in(u"work"_s)).removeRecursively());
+        QVERIFY(QDir().mkpath(in(u"work"_s)));
+    }
+    QVERIFY(deletions > 0);
+}
+
+void TestDeletionGuard::neverLeavesTheTreeWhenAFolderAboveIsSwapped()
+{
+    write(in(u"outside/d/f"_s));
+    for (int round = 0; round < 60; ++round) {
+        write(in(u"work/above/d/f"_s));
+        if (round == 0)
+            QVERIFY(QFile::link(in(u"outside"_s), in(u"work/link"_s)));
+        std::atomic<bool> stop = false;
+        std::thread swapper([&] {
+            const QByteArray above = QFile::encodeName(in(u"work/above"_s));
+            const QByteArray link = QFile::encodeName(in(u"work/link"_s));
+            while (!stop) {
+                // There and back, so that it always ends as it began.
+                for (int i = 0; i < 2; ++i) {
+                    renameat2(AT_FDCWD, above.constData(), AT_FDCWD, link.constData(),
+                              RENAME_EXCHANGE);
+                }
+            }
+        });
+        QString error;
+        deleteFolder(in(u"work/above/d"_s), {in(u"work"_s), {}}, Deletion::Permanent, &error);
+        stop = true;
+        swapper.join();
+        QVERIFY(exists(in(u"outside/d/f"_s)));
+    }
+}
+
+QTEST_GUILESS_MAIN(TestDeletionGuard)
+#include "tst_DeletionGuard.moc"
