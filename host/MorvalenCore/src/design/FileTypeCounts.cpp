@@ -24,12 +24,6 @@ FileSetId FileTypeCounts::firstSetWith(const QString &type)
     return {};
 }
 
-void FileTypeCounts::clear()
-{
-    counts.clear();
-    isCounted = false;
-}
-
 void FileTypeCounts::count(FileId entry, int by)
 {
     if (!isCounted)

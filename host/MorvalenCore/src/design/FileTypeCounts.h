@@ -21,7 +21,6 @@ public:
     // An entry was added, or will be removed.
     void added(FileId entry) { count(entry, 1); }
     void removing(FileId entry) { count(entry, -1); }
-    void clear();
 
 private:
     void count(FileId entry, int by);

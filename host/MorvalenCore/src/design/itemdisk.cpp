@@ -42,6 +42,12 @@ bool deleteFromDisk(const DesignState &state, const QString &actualPath, ItemKin
 
 } // namespace
 
+bool isItemOnDisk(const DesignState &state, const QString &actualPath, ItemKind kind)
+{
+    const QFileInfo info(pathOnDisk(actualPath, state.folder()));
+    return kind == ItemKind::File ? info.isFile() : info.isDir();
+}
+
 bool removeItemFromDisk(const DesignState &state, const QString &actualPath, ItemKind kind,
                         bool permanently)
 {

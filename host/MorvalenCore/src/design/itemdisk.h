@@ -10,6 +10,9 @@ class DesignState;
 
 enum class ItemKind { File, Folder };
 
+// Whether the file or folder that an item with that actual path stands for is on disk, and is one.
+bool isItemOnDisk(const DesignState &state, const QString &actualPath, ItemKind kind);
+
 // Deletes the file or folder that an item with that actual path stands for. It must lie below the
 // design's folder, with no link on the way. False when nothing was deleted, with the reason in the
 // log.
