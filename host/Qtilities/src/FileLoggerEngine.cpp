@@ -76,9 +76,9 @@ bool FileLoggerEngine::startFile()
     file.close();
     do {
         ++number;
-        file.setFileName(u"%1/%2_%3_%4.log"_s.arg(folderPath, start)
-                             .arg(QCoreApplication::applicationPid())
-                             .arg(number, 4, 10, QChar(u'0')));
+        file.setFileName(folderPath + u'/' + start
+                         + u"_%1_%2.log"_s.arg(QCoreApplication::applicationPid())
+                               .arg(number, 4, 10, QChar(u'0')));
     } while (file.exists());
     if (!file.open(QIODevice::NewOnly | QIODevice::WriteOnly | QIODevice::Unbuffered))
         return false;
