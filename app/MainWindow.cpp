@@ -121,12 +121,9 @@ void MainWindow::closeEvent(QCloseEvent *event)
 
 void MainWindow::createLogDock()
 {
-    QString engine = u"Log"_s;
-    QWidget *log = LoggerGui::createLogWidget(&engine, LoggerGui::AllDisplays, tr("Log"), true,
-                                              Logger::AllLogLevels);
     logDock = new QDockWidget(tr("Log"), this);
     logDock->setObjectName(u"logDock"_s);
-    logDock->setWidget(log);
+    logDock->setWidget(LoggerGui::createSystemLogWidget(tr("Log")));
     addDockWidget(Qt::BottomDockWidgetArea, logDock);
     resizeDocks({logDock}, {logHeight}, Qt::Vertical);
 }

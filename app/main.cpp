@@ -12,13 +12,20 @@
 #include "interp/QtNotifier.h"
 #include "scripting/TclScriptManager.h"
 
+#include <Qtilities/FileLoggerEngine.h>
+#include <Qtilities/Logger.h>
 #include <Qtilities/QtilitiesApplication.h>
+#include <Qtilities/StandardErrorEngine.h>
 
 #include <QDir>
 #include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::CoreGui::QtilitiesApplication;
+using Qtilities::Logging::FileLoggerEngine;
+using Qtilities::Logging::Logger;
+using Qtilities::Logging::LoggerEngine;
+using Qtilities::Logging::StandardErrorEngine;
 
 namespace {
 
@@ -35,6 +42,23 @@ int show(const QString &text) { return standardstreams::print(text) ? 0 : 1; }
 QString version()
 {
     return QCoreApplication::applicationName() + u' ' + QCoreApplication::applicationVersion();
+}
+
+// The log goes to a file of the session, and without a window to standard error.
+void startLog(const CommandLine &line)
+{
+    if (!line.hasWindow()) {
+        auto *engine = new StandardErrorEngine;
+        engine->setMessageContexts(LoggerEngine::SystemWide);
+        engine->setMessageTypes(line.logTypes);
+        Logger::instance()->attachLoggerEngine(engine);
+    }
+    auto *file = new FileLoggerEngine(u"Log File"_s, line.sessionFolder + u"/Logs"_s);
+    file->setMessageContexts(LoggerEngine::SystemWide);
+    Logger::instance()->attachLoggerEngine(file);
+    QString error;
+    if (!file->open(&error))
+        Logger::instance()->logMessage(QString(), Logger::Warning, error);
 }
 
 void prepareEnd() { programend::prepare(commandsManager::getInstance(nullptr)->interp); }
@@ -81,6 +105,7 @@ int runApplication(const CommandLine &line)
     QtilitiesApplication application(argc, argv);
     QtilitiesApplication::setApplicationDisplayName(u"Morvalen"_s);
     QtilitiesApplication::setApplicationSessionPath(line.sessionFolder);
+    startLog(line);
     Qtk_InitNotifier(&application);
     Qtk_LetNotifierRest();
     return line.hasWindow() ? runInWindow(line) : runInBatch(line);

@@ -12,7 +12,10 @@ namespace standardstreams {
 
 namespace {
 
-QString asLine(const QString &text) { return text.endsWith(u'\n') ? text : text + u'\n'; }
+QString asLine(const QString &text)
+{
+    return text.isEmpty() || text.endsWith(u'\n') ? text : text + u'\n';
+}
 
 bool write(std::FILE *stream, const QString &text)
 {
@@ -33,6 +36,12 @@ void replaceChannel(Tcl_Interp *interp, Stream stream)
     const Tcl_Channel channel =
         Tcl_MakeFileChannel(reinterpret_cast<void *>(intptr_t(stream.descriptor)), TCL_WRITABLE);
     Tcl_SetChannelOption(nullptr, channel, "-buffering", "none");
+    // Tcl's own first channel on the descriptor may be there still, under the same name; Tcl itself
+    // goes on holding it, so that the descriptor stays open.
+    const Tcl_Channel twin = Tcl_GetChannel(interp, Tcl_GetChannelName(channel), nullptr);
+    Tcl_ResetResult(interp);
+    if (twin)
+        Tcl_UnregisterChannel(interp, twin);
     Tcl_SetStdChannel(channel, stream.tclKind);
     Tcl_RegisterChannel(interp, channel);
     // As Tcl does for its own standard channels: no interpreter's end closes the descriptor.
@@ -70,6 +79,6 @@ bool printToTcl(const QString &text)
 
 bool print(const QString &text) { return write(stdout, text); }
 
-void complain(const QString &text) { write(stderr, text); }
+bool complain(const QString &text) { return write(stderr, text); }
 
 } // namespace standardstreams

@@ -15,12 +15,13 @@ void openClosedOnes();
 // the interpreter writes to: without a buffer, byte for byte.
 void giveToTcl(Tcl_Interp *interp);
 
-// Writes a text, with a line feed unless it ends with one, to Tcl's standard output. False when it
-// cannot be written.
+// All of these write a text as a line: with a line feed unless it is empty or ends with one. False
+// when it cannot be written.
+
+// To Tcl's standard output, in the order of what scripts write.
 bool printToTcl(const QString &text);
 
-// Writes a text, with a line feed unless it ends with one. False when it cannot be written.
 bool print(const QString &text);
-void complain(const QString &text);
+bool complain(const QString &text);
 
 } // namespace standardstreams
