@@ -23,7 +23,7 @@ proc chapter {text} {
     puts "--- $text"
 }
 
-try log "The tour begins"
+puts "A tour of Morvalen: what one types, and what it answers."
 file mkdir $folder
 file copy [file join $examples uart] [file join $examples fifo] $folder
 
@@ -34,7 +34,8 @@ try designs structures "Hardware Design"
 chapter "A new design gets a folder of its own, and a component file in it."
 try designs new $name "Hardware Design"
 set new [lindex [designs list] end]
-puts [lsort [glob -tails -directory [file join [designs designs_path] $name] *]]
+try files add [file join [designs designs_path] $name rtl blinker.v]
+try design save
 
 chapter "Components of other tools are opened where they lie."
 set fifo [file join $folder fifo component.xml]
@@ -45,9 +46,12 @@ chapter "All of them are open now, in the order of opening; commands work on the
 try designs list
 try designs set_active morvalen.example.serial.uart.1.2
 
+try files list rtl
+try design get description
+
 chapter "Closing a design saves it. What nobody changed keeps every byte."
 try designs close morvalen.example.memory.fifo.2.0.1
-puts "[file size $fifo] bytes before, [file size [file join $examples fifo component.xml]] after"
+puts "[file size $fifo] bytes now, [file size [file join $examples fifo component.xml]] before"
 
 chapter "The tour cleans up: its own design goes with its folder, the rest is only closed."
 try designs close $new true
