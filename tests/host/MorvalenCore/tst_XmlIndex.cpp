@@ -1,4 +1,5 @@
 #include "component/XmlIndex.h"
+#include "component/XmlScan.h"
 #include "component/XmlTag.h"
 
 #include <QTest>
@@ -53,6 +54,9 @@ private Q_SLOTS:
     void accepted();
     void limits_data();
     void limits();
+    void memoryLimits();
+    void scans_data();
+    void scans();
     void longConstructs();
     void tags_data();
     void tags();
@@ -285,6 +289,54 @@ void tst_XmlIndex::limits()
     // Limits hold where nothing is indexed, too.
     const auto none = [](const XmlNames &, const XmlName &, int) { return false; };
     QTEST(XmlIndex::read(bytes, none).error, "error");
+}
+
+void tst_XmlIndex::memoryLimits()
+{
+    XmlLimits limits;
+    limits.elements = 10;
+    limits.names = 6;
+    const auto errorOf = [&](const QByteArray &inside, const XmlIndex::Wanted &wanted) {
+        return XmlIndex::read("<r>\n" + inside + "</r>", wanted, limits).error;
+    };
+    QCOMPARE(errorOf(QByteArray("<a/>").repeated(9), all), QString());
+    QCOMPARE(errorOf(QByteArray("<a/>").repeated(10), all),
+             u"The document has more than 10 elements."_s);
+    const auto none = [](const XmlNames &, const XmlName &, int) { return false; };
+    QCOMPARE(errorOf("<a>" + QByteArray("<b/>").repeated(100) + "</a>", none), QString());
+    // The outermost scope counts, too.
+    QCOMPARE(errorOf("<a/><b/><c/><d/><a/>", all), QString());
+    QCOMPARE(errorOf("<a/><b/><c/><d/><e/><f/>", all),
+             u"The document has more than 6 names of elements."_s);
+    QCOMPARE(errorOf("<a xmlns='u'/><a xmlns='v'/><a xmlns='w'/>", all),
+             u"The document has more than 6 names of elements."_s);
+}
+
+void tst_XmlIndex::scans_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<int>("elements");
+    QTest::addColumn<int>("tooMany");
+    const QByteArray wide = "<w" + QByteArray(" a=\">\"").repeated(4) + ">";
+    QTest::newRow("scans-1 nothing") << QByteArray() << 0 << -1;
+    QTest::newRow("scans-2 elements") << QByteArray("<a><b/></a><") << 2 << -1;
+    QTest::newRow("scans-3 comments, CDATA and instructions")
+        << "<a><!-- " + wide + " --><![CDATA[ " + wide + " ]]><?p " + wide + "?></a>" << 1 << -1;
+    QTest::newRow("scans-4 attributes beyond an angle bracket") << "<a>" + wide << 2 << 3;
+    QTest::newRow("scans-5 as many as allowed") << QByteArray("<a b='' c='' d='===='/>") << 1 << -1;
+    QTest::newRow("scans-6 a comment without an end") << QByteArray("<a><!-- <b>") << 1 << -1;
+    QTest::newRow("scans-7 a document type")
+        << QByteArray("<!DOCTYPE a [<!ELEMENT a>]><a/>") << 1 << -1;
+    QTest::newRow("scans-8 equals signs in text")
+        << "<a>" + QByteArray("= ").repeated(100) + "</a>" << 1 << -1;
+}
+
+void tst_XmlIndex::scans()
+{
+    QFETCH(QByteArray, bytes);
+    const XmlScan scan = XmlScan::over(bytes, 3);
+    QTEST(int(scan.elements), "elements");
+    QTEST(int(scan.tooManyAttributes), "tooMany");
 }
 
 // The parser is fed in slices; places must not depend on where they are cut.

@@ -169,10 +169,10 @@ void ComponentTree::setAttribute(XmlNode node, QByteArrayView local, const QStri
 void ComponentTree::prune(XmlNode node)
 {
     while (node != 0 && node != XmlTree::root && xml.isEmpty(node)) {
-        const bool container
-            = isStandard(node, "vendorExtensions") || isStandard(node, "parameters");
-        const bool goes
-            = container ? !xml.cameEmpty(node) : isOwn(node) && !xml.hasAttributes(node);
+        const bool container =
+            isStandard(node, "vendorExtensions") || isStandard(node, "parameters");
+        const bool goes =
+            container ? !xml.cameEmpty(node) : isOwn(node) && !xml.hasAttributes(node);
         if (!goes)
             return;
         const XmlNode parent = xml.parent(node);

@@ -35,6 +35,10 @@ struct XmlLimits
 {
     int depth = 256;
     int attributes = 1000;
+    // That are indexed; others are not kept.
+    size_t elements = 8'000'000;
+    // Different ones, and different namespace declarations.
+    size_t names = 65'536;
 };
 
 // The elements of an XML document by their places in its bytes. Number 1 is the root element,

@@ -42,6 +42,9 @@ public:
 
     const XmlName &at(std::uint32_t name) const { return names[name]; }
 
+    // How many names and scopes are known.
+    size_t size() const { return names.size() + scopes.size(); }
+
     // The number of a namespace, which is made known if it was not.
     std::uint32_t space(QByteArrayView uri);
     const QByteArray &uri(std::uint32_t space) const { return spaces[space]; }

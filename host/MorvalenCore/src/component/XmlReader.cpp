@@ -1,5 +1,7 @@
 #include "component/XmlReader.h"
 
+#include "component/XmlScan.h"
+
 #include <QStringDecoder>
 
 #include <algorithm>
@@ -10,21 +12,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace MorvalenCore {
 
 namespace {
-
-// An upper bound of the number of elements, so that the index need not grow.
-size_t countStartTags(const QByteArray &bytes)
-{
-    size_t count = 0;
-    const char *const end = bytes.data() + bytes.size();
-    for (const char *at = bytes.data(); at < end; ++at) {
-        at = static_cast<const char *>(std::memchr(at, '<', static_cast<size_t>(end - at)));
-        if (at == nullptr)
-            break;
-        if (at + 1 < end && at[1] != '/' && at[1] != '!' && at[1] != '?')
-            ++count;
-    }
-    return count;
-}
 
 QString encodingRefusal(const QString &encoding)
 {
@@ -48,12 +35,23 @@ XmlReader::XmlReader(const QByteArray &documentBytes, const XmlIndex::Wanted &wa
 
 XmlIndex XmlReader::read()
 {
-    if (!refuseByFirstBytes()) {
-        index.elements.reserve(countStartTags(bytes) + 1);
+    if (!refuseByFirstBytes() && !refuseByScan()) {
         index.elements.emplace_back();
         parse();
     }
     return std::move(index);
+}
+
+bool XmlReader::refuseByScan()
+{
+    const XmlScan scan = XmlScan::over(bytes, limits.attributes);
+    if (scan.tooManyAttributes >= 0) {
+        index.error = u"An element has more than %1 attributes."_s.arg(limits.attributes);
+        index.line = XmlIndex::lineOf(bytes, scan.tooManyAttributes);
+        return true;
+    }
+    index.elements.reserve(std::min(scan.elements, limits.elements) + 1);
+    return false;
 }
 
 bool XmlReader::refuseByFirstBytes()
@@ -187,9 +185,6 @@ void XmlReader::start(const char *name, const char **attributes)
         return;
     if (++depth > limits.depth)
         return refuse(u"The elements are nested deeper than %1 levels."_s.arg(limits.depth));
-    if (XML_GetSpecifiedAttributeCount(parser.get()) > 2 * limits.attributes) {
-        return refuse(u"An element has more than %1 attributes."_s.arg(limits.attributes));
-    }
     if (skipBelow == 0)
         addElement(name, attributes);
 }
@@ -221,6 +216,11 @@ void XmlReader::addElement(const char *name, const char **attributes)
         element.start + static_cast<std::uint32_t>(XML_GetCurrentByteCount(parser.get()));
     index.elements.push_back(element);
     current = number;
+
+    if (number > limits.elements)
+        return refuse(u"The document has more than %1 elements."_s.arg(limits.elements));
+    if (index.names.size() > limits.names)
+        return refuse(u"The document has more than %1 names of elements."_s.arg(limits.names));
 
     const int level = depth - 1;
     const bool asked = level == 1 || level == 2;

@@ -31,6 +31,7 @@ private:
     void end();
     void refuse(const QString &reason);
     bool refuseByFirstBytes();
+    bool refuseByScan();
     void parse();
     void refuseByParser();
     QString parserReason() const;
