@@ -71,11 +71,11 @@ bool ComponentFile::read(QByteArray &bytes, QString &error)
         error = u"The file cannot be read: %1."_s.arg(file.errorString());
         return false;
     }
-    // One byte more tells whether it has grown beyond the limit meanwhile.
-    bytes = file.read(greatestSize + 1);
-    if (file.error() != QFileDevice::NoError || bytes.size() > greatestSize) {
+    // One byte more tells whether it has grown meanwhile.
+    bytes = file.read(status.st_size + 1);
+    if (file.error() != QFileDevice::NoError || bytes.size() != status.st_size) {
         error = u"The file cannot be read: %1."_s.arg(
-            bytes.size() > greatestSize ? u"it is growing"_s : file.errorString());
+            file.error() != QFileDevice::NoError ? file.errorString() : u"it changes meanwhile"_s);
         return false;
     }
     contentRead = bytes;

@@ -50,7 +50,8 @@ bool XmlReader::refuseByScan()
         index.line = XmlIndex::lineOf(bytes, scan.tooManyAttributes);
         return true;
     }
-    index.elements.reserve(std::min(scan.elements, limits.elements) + 1);
+    // Number 0 stands for none, and the first one too many is noticed when it is there.
+    index.elements.reserve(std::min(scan.elements, limits.elements) + 2);
     return false;
 }
 
@@ -133,7 +134,7 @@ void XmlReader::refuse(const QString &reason)
 {
     index.error = reason;
     index.line = static_cast<int>(XML_GetCurrentLineNumber(parser.get()));
-    index.elements.clear();
+    index.elements = {};
     XML_StopParser(parser.get(), XML_FALSE);
 }
 
