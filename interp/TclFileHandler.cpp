@@ -58,12 +58,17 @@ void TclFileHandler::fileactive(int)
         event = TCL_WRITABLE;
     else if (sender() == exceptionNotifier)
         event = TCL_EXCEPTION;
-    if (!(mask & event) || (readyMask & event))
+    if (!(mask & event))
         return;
+    if (readyMask & event) {
+        // Still queued and ready for good: a pass that is given a time would go round on it until
+        // the time is over. Not done at once, as most events are delivered before this happens,
+        // and each switch costs two system calls.
+        watch(false);
+        return;
+    }
     // Everything asked for counts as ready, not only what was seen.
     readyMask |= mask;
-    // Or a pass that is given a time goes round on this descriptor until the time is over.
-    watch(false);
     notifier->found = true;
     queueFileEvent(fd);
     notifier->timeNotifier->serve(); // may delete this

@@ -590,12 +590,30 @@ private Q_SLOTS:
         TclFileHandler *handler = notifier->find(pair.ours());
         pair.write();
         Unserved unserved;
-        QTRY_COMPARE(handler->readyMask, TCL_READABLE);
+        QTRY_COMPARE(stateOf(handler), u"mask 2 ready 2 read off write none exception none"_s);
         CreateFileHandler(pair.ours(), newMask, Calls::record, &calls);
         QTEST(stateOf(handler), "queued");
         Tcl_ServiceEvent(TCL_FILE_EVENTS);
         QCOMPARE(calls.masks, masks);
         QCOMPARE(handler->readyMask, 0);
+    }
+
+    void aQueuedReadinessThatIsSeenAgainSwitchesItsNotifiersOff()
+    {
+        SocketPair pair;
+        Calls calls;
+        CreateFileHandler(pair.ours(), TCL_READABLE, Calls::record, &calls);
+        TclFileHandler *handler = notifier->find(pair.ours());
+        pair.write();
+        Unserved unserved;
+        QTRY_COMPARE(stateOf(handler), u"mask 2 ready 2 read off write none exception none"_s);
+        CreateFileHandler(pair.ours(), TCL_READABLE | TCL_WRITABLE, Calls::record, &calls);
+        QTRY_COMPARE(stateOf(handler), u"mask 6 ready 6 read off write off exception none"_s);
+        QCOMPARE(Tcl_ServiceEvent(TCL_FILE_EVENTS), 1);
+        QCOMPARE(calls.masks, QList<int> {TCL_READABLE | TCL_WRITABLE});
+        QCOMPARE(stateOf(handler), u"mask 6 ready 0 read on write on exception none"_s);
+        QCOMPARE(Tcl_ServiceEvent(TCL_FILE_EVENTS), 1); // queued by the writable end
+        QCOMPARE(calls.masks.size(), 1);
     }
 
     void aNotifierMadeWhileItsEventIsQueuedStaysOff()
