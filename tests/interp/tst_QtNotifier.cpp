@@ -150,6 +150,7 @@ private Q_SLOTS:
         QVERIFY(!notifier->resting);
         QCOMPARE(notifier->timer->parent(), nullptr);
         QVERIFY(!notifier->timer->isSingleShot());
+        QCOMPARE(notifier->timer->timerType(), Qt::PreciseTimer);
         QVERIFY(!notifier->timer->isActive());
         QCOMPARE(notifier->timeNotifier->parent(), nullptr);
         QCOMPARE(notifier->timeNotifier->objectName(), u"TclTimeNotifier"_s);
