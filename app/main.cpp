@@ -12,8 +12,10 @@
 #include "interp/QtNotifier.h"
 #include "scripting/TclScriptManager.h"
 
+#include <MorvalenCore/DesignProjectItem.h>
 #include <Qtilities/FileLoggerEngine.h>
 #include <Qtilities/Logger.h>
+#include <Qtilities/ProjectManager.h>
 #include <Qtilities/QtilitiesApplication.h>
 #include <Qtilities/StandardErrorEngine.h>
 
@@ -26,6 +28,7 @@ using Qtilities::Logging::FileLoggerEngine;
 using Qtilities::Logging::Logger;
 using Qtilities::Logging::LoggerEngine;
 using Qtilities::Logging::StandardErrorEngine;
+using Qtilities::ProjectManagement::ProjectManager;
 
 namespace {
 
@@ -106,6 +109,8 @@ int runApplication(const CommandLine &line)
     QtilitiesApplication::setApplicationDisplayName(u"Morvalen"_s);
     QtilitiesApplication::setApplicationSessionPath(line.sessionFolder);
     startLog(line);
+    static MorvalenCore::DesignProjectItem designsOfProjects;
+    ProjectManager::instance()->addProjectItem(&designsOfProjects);
     Qtk_InitNotifier(&application);
     Qtk_LetNotifierRest();
     return line.hasWindow() ? runInWindow(line) : runInBatch(line);

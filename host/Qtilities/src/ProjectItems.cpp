@@ -2,8 +2,6 @@
 
 #include <Qtilities/Logger.h>
 
-#include <QSet>
-
 namespace Qtilities::ProjectManagement {
 
 namespace {
@@ -97,14 +95,12 @@ bool ProjectItems::openSection(const ProjectSection &section, Opened *opened, in
                                QString *error)
 {
     IProjectItem *const item = itemFor(section.name);
-    QSet<QString> openBefore;
-    for (const ProjectEntry &entry : item->entries())
-        openBefore.insert(entry.path);
     for (const ProjectEntry &entry : section.entries) {
+        const qsizetype before = item->entries().size();
         *line = entry.line;
         if (!item->open(entry, error))
             return false;
-        if (!openBefore.contains(entry.path))
+        if (item->entries().size() > before)
             opened->append({item, entry});
     }
     return true;

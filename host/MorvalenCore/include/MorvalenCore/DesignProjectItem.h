@@ -1,0 +1,27 @@
+#pragma once
+
+#include <MorvalenCore/MorvalenCoreExport.h>
+
+#include <Qtilities/IProjectItem.h>
+
+namespace MorvalenCore {
+
+// Makes the open designs part of projects, by their component files; a design that has none is
+// left out. The program makes one and adds it to the project manager. It works on the design
+// manager of the moment, which logs why a design cannot be opened or closed.
+class MORVALENCORE_EXPORT DesignProjectItem : public Qtilities::ProjectManagement::IProjectItem
+{
+public:
+    using ProjectEntry = Qtilities::ProjectManagement::ProjectEntry;
+
+    // "designs"
+    QString sectionName() const override;
+    QList<ProjectEntry> entries() const override;
+    bool check(const ProjectEntry &entry, QString *error) const override;
+    bool open(const ProjectEntry &entry, QString *error) override;
+    void activate(const ProjectEntry &entry) override;
+    // The working folder stays.
+    bool close(const ProjectEntry &entry, QString *error) override;
+};
+
+} // namespace MorvalenCore
