@@ -31,7 +31,10 @@ QString ProjectReader::baseFolder(const QString &fileName)
 }
 
 ProjectReader::ProjectReader(const QString &fileName, const QByteArray &bytes)
-    : xml(bytes), file(fileName), folder(baseFolder(fileName)), badLine(lineThatIsNotUtf8(bytes))
+    : xml(bytes),
+      file(fileName),
+      folder(baseFolder(fileName)),
+      badLine(lineThatIsNotUtf8(bytes))
 {
     // The parser would blame the first line.
     if (badLine > 0)
