@@ -6,12 +6,10 @@ set(TCLSCRIPTING_PUBLIC_HEADERS
     interp/QtNotifier.h
     interp/TclCallBack.h
     interp/tcltext.h
-    console/OutputBurst.h
     console/PopupCompleter.h
     console/PopupListWidget.h
     console/QConsole.h
     console/QtclConsole.h
-    console/ScrollPlace.h
     commands/commands.h
     commands/hostnames.h
     scripting/TclScriptedAction.h

@@ -1,5 +1,7 @@
 #include "console/QConsole.h"
 
+#include "console/OutputBurst.h"
+
 #include <QApplication>
 #include <QFontMetricsF>
 
@@ -11,7 +13,7 @@ QConsole::QConsole(QWidget *parent, const QString &welcomeText)
       errColor(Qt::red),
       outColor(Qt::blue),
       completionColor(Qt::darkGreen),
-      burst(this)
+      burst(std::make_unique<OutputBurst>(this))
 {
     document()->setUndoRedoEnabled(false);
     setAcceptRichText(false);
@@ -20,6 +22,8 @@ QConsole::QConsole(QWidget *parent, const QString &welcomeText)
     reset(welcomeText);
     setTabStopDistance(4 * QFontMetricsF(currentFont()).horizontalAdvance(u'a'));
 }
+
+QConsole::~QConsole() = default;
 
 void QConsole::reset(const QString &welcomeText)
 {
@@ -30,10 +34,10 @@ void QConsole::reset(const QString &welcomeText)
     setCurrentFont(font);
     textFormat = QTextCharFormat();
     textFormat.setFont(font);
-    burst.open();
+    burst->open();
     appendParagraph(welcomeText, textFormat);
     appendParagraph(QString(), textFormat);
-    burst.close();
+    burst->close();
     promptParagraph = 0;
     promptColumn = 0;
     historyIndex = 0;
@@ -43,7 +47,7 @@ void QConsole::reset(const QString &welcomeText)
 
 void QConsole::clear()
 {
-    burst.close();
+    burst->close();
     promptWaits = false;
     QTextEdit::clear();
 }
@@ -58,7 +62,7 @@ void QConsole::setPrompt(const QString &newPrompt, bool display)
 
 void QConsole::displayPrompt()
 {
-    burst.close();
+    burst->close();
     const ScrollPlace place(this);
     document()->setUndoRedoEnabled(false);
     const QTextCharFormat own = format(cmdColor);
@@ -79,7 +83,7 @@ void QConsole::displayPrompt()
 
 void QConsole::setFont(const QFont &font)
 {
-    burst.close();
+    burst->close();
     const bool undoWasOn = document()->isUndoRedoEnabled();
     document()->setUndoRedoEnabled(false);
     textFormat.setFont(font);
@@ -102,7 +106,7 @@ bool QConsole::execCommand(const QString &command, bool writeCommand, bool showP
     if (writeCommand)
         echo(modified);
     promptWaits = false;
-    burst.restartClock();
+    burst->restartClock();
     int res = 0;
     const QString text = interpretCommand(modified, &res);
     if (result)

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "console/OutputBurst.h"
 #include "interp/export.h"
 
 #include <QColor>
@@ -8,7 +7,10 @@
 #include <QTextCharFormat>
 #include <QTextEdit>
 
+#include <memory>
 #include <optional>
+
+class OutputBurst;
 
 // An interactive command console: output and a prompt in one document, of which only the text
 // behind the last prompt (the edition zone) can be edited. It knows no command language; a derived
@@ -24,6 +26,7 @@ class TCLSCRIPTING_EXPORT QConsole : public QTextEdit
 public:
     // Shows welcomeText, but no prompt yet.
     QConsole(QWidget *parent, const QString &welcomeText);
+    ~QConsole() override;
 
     // Empties text, history and recorded script and shows welcomeText. The prompt is kept, but not
     // displayed.
@@ -145,5 +148,5 @@ private:
     bool promptWaits = false; // for a command
     std::optional<QPoint> copyDragStart; // a press on a selection that must not be moved away
     QTextCursor outputEnd; // behind what was written after the prompt; null when nothing was
-    OutputBurst burst;
+    const std::unique_ptr<OutputBurst> burst;
 };

@@ -1,5 +1,7 @@
 #include "console/QConsole.h"
 
+#include "console/OutputBurst.h"
+
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
@@ -37,10 +39,10 @@ void QConsole::handleTabKeyPress()
 // Leaves what all candidates begin with behind a new prompt.
 void QConsole::listCandidates(const QStringList &candidates, const QString &prefix)
 {
-    burst.open();
+    burst->open();
     appendParagraph(candidates.join(u", "_s), format(completionColor));
     appendParagraph(QString(), format(cmdColor));
-    burst.close();
+    burst->close();
     displayPrompt();
     insertPlainText(prefix + commonPrefix(candidates));
 }

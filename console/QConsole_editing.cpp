@@ -1,5 +1,7 @@
 #include "console/QConsole.h"
 
+#include "console/OutputBurst.h"
+
 #include <QMimeData>
 #include <QTextBlock>
 
@@ -51,7 +53,7 @@ QString QConsole::getCurrentCommand() const
 
 void QConsole::replaceCurrentCommand(const QString &newCommand)
 {
-    burst.close();
+    burst->close();
     QTextCursor command = commandSelection();
     command.insertText(newCommand, format(cmdColor));
     setTextCursor(command);
@@ -67,14 +69,14 @@ void QConsole::cut()
 
 void QConsole::del()
 {
-    burst.close();
+    burst->close();
     if (isSelectionInEditionZone())
         textCursor().deleteChar();
 }
 
 void QConsole::insertFromMimeData(const QMimeData *source)
 {
-    burst.close();
+    burst->close();
     if (isSelectionInEditionZone())
         QTextEdit::insertFromMimeData(source);
 }

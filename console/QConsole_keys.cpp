@@ -1,5 +1,7 @@
 #include "console/QConsole.h"
 
+#include "console/OutputBurst.h"
+
 #include <QKeyEvent>
 
 #include <algorithm>
@@ -200,12 +202,12 @@ void QConsole::inputMethodEvent(QInputMethodEvent *event)
 
 bool QConsole::event(QEvent *event)
 {
-    burst.close();
+    burst->close();
     return QTextEdit::event(event);
 }
 
 bool QConsole::viewportEvent(QEvent *event)
 {
-    burst.close();
+    burst->close();
     return QTextEdit::viewportEvent(event);
 }

@@ -1,5 +1,7 @@
 #include "console/QConsole.h"
 
+#include "console/OutputBurst.h"
+
 #include <QTextBlock>
 
 QTextCharFormat QConsole::format(const QColor &color) const
@@ -11,18 +13,18 @@ QTextCharFormat QConsole::format(const QColor &color) const
 
 void QConsole::writeOutput(const QString &text, const QColor &color)
 {
-    burst.open();
+    burst->open();
     if (promptWaits)
         insertBeforePrompt(text, format(color));
     else
         appendParagraph(text, format(color));
-    burst.written();
+    burst->written();
 }
 
 // The burst must be open. Only an empty document takes its first paragraph without a break.
 void QConsole::appendParagraph(const QString &text, const QTextCharFormat &characters)
 {
-    QTextCursor &cursor = burst.open();
+    QTextCursor &cursor = burst->open();
     cursor.setPosition(document()->characterCount() - 1);
     if (document()->isEmpty())
         cursor.setBlockCharFormat(characters);
@@ -36,7 +38,7 @@ void QConsole::appendParagraph(const QString &text, const QTextCharFormat &chara
 // The burst must be open.
 void QConsole::insertBeforePrompt(const QString &text, const QTextCharFormat &characters)
 {
-    QTextCursor &cursor = burst.open();
+    QTextCursor &cursor = burst->open();
     cursor.setPosition(document()->findBlockByNumber(promptParagraph).position());
     const QTextCharFormat own = cursor.blockCharFormat();
     cursor.insertText(text, characters);
@@ -48,11 +50,11 @@ void QConsole::insertBeforePrompt(const QString &text, const QTextCharFormat &ch
 void QConsole::showResult(const QString &text, const QColor &color)
 {
     promptWaits = false;
-    burst.open();
+    burst->open();
     if (!text.isEmpty())
         appendParagraph(text.endsWith(u'\n') ? text.chopped(1) : text, format(color));
     appendParagraph(QString(), format(cmdColor));
-    burst.close();
+    burst->close();
     const ScrollPlace place(this);
     moveToEnd();
     place.restore();
@@ -60,7 +62,7 @@ void QConsole::showResult(const QString &text, const QColor &color)
 
 void QConsole::moveToEnd()
 {
-    burst.close();
+    burst->close();
     QTextCursor end(document());
     end.movePosition(QTextCursor::End);
     setTextCursor(end);
@@ -70,7 +72,7 @@ void QConsole::moveToEnd()
 // last one is free for it.
 void QConsole::echo(const QString &command)
 {
-    burst.close();
+    burst->close();
     const ScrollPlace place(this);
     moveToEnd();
     const bool behindOutput = !outputEnd.isNull() && !outputEnd.atBlockStart();
