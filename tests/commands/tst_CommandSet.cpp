@@ -1,0 +1,222 @@
+#include "commands/commands.h"
+#include "commands/commandset.h"
+#include "commands/manuals.h"
+#include "interp/tcltext.h"
+
+#include <QDir>
+#include <QRegularExpression>
+#include <QTest>
+
+using namespace Qt::Literals::StringLiterals;
+using commands::Command;
+
+namespace {
+
+const QDir source(QStringLiteral(SOURCE_DIR));
+
+QString textOf(const QString &path)
+{
+    QFile file(source.filePath(path));
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+QString pageOf(const Command &command)
+{
+    return textOf(u"docs/commands/"_s + QString::fromUtf8(command.word) + u".md"_s);
+}
+
+// The rows of the first table below a heading, as they are written.
+QStringList tableBelow(const QString &page, const QString &heading)
+{
+    QStringList rows;
+    const qsizetype start = page.indexOf(heading + u'\n');
+    if (start < 0)
+        return rows;
+    for (const QString &line : page.sliced(start).split(u'\n')) {
+        if (line.startsWith(u'|'))
+            rows.append(line);
+        else if (!rows.isEmpty())
+            break;
+    }
+    return rows;
+}
+
+} // namespace
+
+// Keeps the recipe above the table of commands true.
+class tst_CommandSet : public QObject
+{
+    Q_OBJECT
+
+    static void addCommands()
+    {
+        QTest::addColumn<int>("index");
+        int index = 0;
+        for (const Command &command : commands::commandSet())
+            QTest::newRow(command.word) << index++;
+    }
+
+    static void addManuals()
+    {
+        QTest::addColumn<int>("index");
+        int index = -1;
+        for (const Command &command : commands::commandSet()) {
+            ++index;
+            if (command.manual)
+                QTest::newRow(command.word) << index;
+        }
+    }
+
+private Q_SLOTS:
+    void theTableReadsAsUsersKnowIt()
+    {
+        struct Expected
+        {
+            const char *word;
+            commandsManager::CommandProc procedure;
+            const char *help;
+        };
+        const Expected expected[] = {
+            {"log", LogQtiMessage, "Logs a system wide message"},
+            {"logp", LogQtiPriorityMessage, "Logs a priority message"},
+            {"overview", CallOverview, "Provides an overview of current application status."},
+            {"project", CallProject, "Operations to control projects"},
+            {"designs", CallDesigns, "Operations on open designs."},
+            {"design", CallDesign, "Operations on the active design."},
+            {"files", CallFiles, "Operations on files in the active design."},
+            {"sfile", CallFile, "Operations on the active file in the active design."},
+            {"folders", CallFolders, "Operations on folders in the active design."},
+            {"sfolder", CallFolder, "Operations on the active folder in the active design."},
+            {"properties", CallProperties, "Operations on design parameters in the active design."},
+            {"sproperty", CallProperty,
+             "Operations on the active design parameters in the active design."},
+            {"builds", CallBuilds, "Operations on build configurations in the active design."},
+            {"build", CallBuild,
+             "Operations on the active build configuration in the active design."},
+            {"quit", CallQuit, "Quit"},
+        };
+        const auto rows = commands::commandSet();
+        QCOMPARE(rows.size(), std::size(expected));
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            QCOMPARE(rows[i].word, expected[i].word);
+            QCOMPARE(rows[i].help, expected[i].help);
+            QVERIFY2(rows[i].procedure == expected[i].procedure, rows[i].word);
+        }
+    }
+
+    void everyCommandIsRegisteredWithItsHelp()
+    {
+        commandsManager *registry = commandsManager::getInstance(nullptr);
+        commands::registerCommandSet(*registry);
+        QCOMPARE(Tcl_Eval(registry->interp, "help"), TCL_OK);
+        const QString listing = tcltext::result(registry->interp);
+        for (const Command &command : commands::commandSet()) {
+            Tcl_CmdInfo info;
+            QVERIFY2(Tcl_GetCommandInfo(registry->interp, command.word, &info), command.word);
+            const QRegularExpression line(
+                u"^"_s + QString::fromUtf8(command.word) + u" *: *"_s
+                    + QRegularExpression::escape(QString::fromUtf8(command.help)) + u"$"_s,
+                QRegularExpression::MultilineOption);
+            QVERIFY2(listing.contains(line), qPrintable(listing));
+        }
+        delete registry;
+    }
+
+    void everyCommandHasATest_data() { addCommands(); }
+    void everyCommandHasATest()
+    {
+        QFETCH(const int, index);
+        const QString name =
+            u"tst_"_s + QString::fromUtf8(commands::commandSet()[std::size_t(index)].word);
+        QVERIFY(source.exists(u"tests/commands/"_s + name + u".cpp"_s));
+        QVERIFY(textOf(u"tests/commands/CMakeLists.txt"_s)
+                    .contains(u"command_test("_s + name.sliced(4) + u")\n"_s));
+    }
+
+    void everyPageStartsWithTheHelp_data() { addCommands(); }
+    void everyPageStartsWithTheHelp()
+    {
+        QFETCH(const int, index);
+        const Command &command = commands::commandSet()[std::size_t(index)];
+        const QString start = u"# "_s + QString::fromUtf8(command.word) + u"\n\n"_s
+            + QString::fromUtf8(command.help) + u"\n\n"_s;
+        QCOMPARE(pageOf(command).first(qMin(start.size(), pageOf(command).size())), start);
+    }
+
+    void everyPageHasTheUsage_data() { addManuals(); }
+    void everyPageHasTheUsage()
+    {
+        QFETCH(const int, index);
+        const Command &command = commands::commandSet()[std::size_t(index)];
+        QMap<QString, QString> usage;
+        for (const commands::UsageRow &row : command.manual->usage)
+            usage.insert(QString::fromUtf8(row.key), QString::fromUtf8(row.help));
+        QStringList expected = {u"| Call | Does |"_s, u"|---|---|"_s};
+        for (auto row = usage.cbegin(); row != usage.cend(); ++row)
+            expected.append(u"| `"_s + row.key() + u"` | "_s + row.value() + u" |"_s);
+        QCOMPARE(tableBelow(pageOf(command), u"## Usage"_s), expected);
+    }
+
+    void everyPageNamesEveryForm_data() { addManuals(); }
+    void everyPageNamesEveryForm()
+    {
+        QFETCH(const int, index);
+        const Command &command = commands::commandSet()[std::size_t(index)];
+        const QString page = pageOf(command);
+        for (const QString &form : command.manual->forms())
+            QVERIFY2(page.contains(QRegularExpression(u"`"_s + form + u"[` ]"_s)),
+                     qPrintable(form));
+    }
+
+    // A key of a usage text starts with a form that a table understands.
+    void everyKeyIsUnderstood_data() { addManuals(); }
+    void everyKeyIsUnderstood()
+    {
+        QFETCH(const int, index);
+        const Command &command = commands::commandSet()[std::size_t(index)];
+        const QStringList forms = command.manual->forms();
+        for (const commands::UsageRow &row : command.manual->usage) {
+            const QString key = QString::fromUtf8(row.key) + u' ';
+            const bool understood =
+                std::any_of(forms.begin(), forms.end(),
+                            [&](const QString &form) { return key.startsWith(form + u' '); });
+            QVERIFY2(understood, row.key);
+        }
+    }
+
+    void theIndexListsThePagesInOrder()
+    {
+        QStringList expected = {u"| Command | Help |"_s, u"|---|---|"_s};
+        for (const Command &command : commands::commandSet()) {
+            const QString word = QString::fromUtf8(command.word);
+            expected.append(u"| ["_s + word + u"]("_s + word + u".md) | "_s
+                            + QString::fromUtf8(command.help) + u" |"_s);
+        }
+        QCOMPARE(tableBelow(textOf(u"docs/commands/README.md"_s), u"# Commands"_s), expected);
+    }
+
+    void noPageIsLeftOver()
+    {
+        QStringList expected = {u"README.md"_s};
+        for (const Command &command : commands::commandSet())
+            expected.append(QString::fromUtf8(command.word) + u".md"_s);
+        expected.sort();
+        QCOMPARE(QDir(source.filePath(u"docs/commands"_s)).entryList(QDir::Files, QDir::Name),
+                 expected);
+    }
+
+    void everyLinkBetweenPagesLeadsSomewhere()
+    {
+        static const QRegularExpression link(uR"re(\]\(([^)#:]+)\))re"_s);
+        const QDir pages(source.filePath(u"docs/commands"_s));
+        for (const QString &page : pages.entryList(QDir::Files)) {
+            for (const QRegularExpressionMatch &match :
+                 link.globalMatch(textOf(u"docs/commands/"_s + page)))
+                QVERIFY2(pages.exists(match.captured(1)),
+                         qPrintable(page + u": "_s + match.captured(1)));
+        }
+    }
+};
+
+QTEST_MAIN(tst_CommandSet)
+#include "tst_CommandSet.moc"
