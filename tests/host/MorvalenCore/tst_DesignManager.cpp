@@ -73,7 +73,8 @@ private Q_SLOTS:
     void saysWhyAFileDoesNotOpen_data();
     void saysWhyAFileDoesNotOpen();
     void savesWhatIsChangedWhenItCloses();
-    void keepsADesignOpenThatCannotBeSaved();
+    void backsUpWhatCannotBeSaved();
+    void keepsADesignOpenThatCannotBeSavedAnywhere();
     void deletesTheWorkingFolderBelowTheDesignsPath();
     void keepsAWorkingFolderElsewhere();
     void keepsAWorkingFolderThatHoldsAnotherOpenDesign();
@@ -396,17 +397,41 @@ void TestDesignManager::savesWhatIsChangedWhenItCloses()
     QCOMPARE(design->description(), u"changed"_s);
 }
 
-void TestDesignManager::keepsADesignOpenThatCannotBeSaved()
+void TestDesignManager::backsUpWhatCannotBeSaved()
 {
-    const IDesign *design = session->create(u"a"_s);
-    session->manager()->design(idOf(design))->setDescription(u"mine"_s);
+    IDesign *design = session->create(u"a"_s);
+    design->setDescription(u"mine"_s);
     SessionFixture::write(session->designs(u"a/component.xml"_s), componentNamed("theirs"));
     session->takeLog();
-    QVERIFY(!session->manager()->closeDesign(idOf(design), false));
-    QCOMPARE(session->takeLog().size(), 1);
-    QCOMPARE(session->manager()->openDesignIds(), QStringList {u"local.global.a.1.0"_s});
+    QVERIFY(session->manager()->closeDesign(idOf(design), false));
     QCOMPARE(SessionFixture::read(session->designs(u"a/component.xml"_s)),
              componentNamed("theirs"));
+    const QDir backups(session->path(u"session/Backups"_s));
+    QCOMPARE(backups.entryList(QDir::Files).size(), 1);
+    const QString copy = backups.filePath(backups.entryList(QDir::Files).first());
+    QVERIFY(SessionFixture::read(copy).contains("mine"));
+    const QStringList log = session->takeLog();
+    QCOMPARE(log.size(), 2);
+    QCOMPARE(log.last(),
+             u"Warning: The changes of the design \"a\" are in \"%1\" instead"_s.arg(copy));
+}
+
+void TestDesignManager::keepsADesignOpenThatCannotBeSavedAnywhere()
+{
+    IDesign *design = session->create(u"a"_s);
+    design->setDescription(u"mine"_s);
+    SessionFixture::write(session->designs(u"a/component.xml"_s), componentNamed("theirs"));
+    SessionFixture::write(session->path(u"session/Backups"_s), "no folder");
+    session->takeLog();
+    QVERIFY(!session->manager()->closeDesign(idOf(design), false));
+    QCOMPARE(session->takeLog().last(),
+             u"Error: The changes of the design \"a\" cannot be saved: The folder \"%1\" cannot "
+             "be made"_s.arg(session->path(u"session/Backups"_s)));
+    QCOMPARE(session->manager()->openDesignIds(), QStringList {u"local.global.a.1.0"_s});
+    QVERIFY(design->isModified());
+    // What goes with its folder need not be saved.
+    QVERIFY(session->manager()->closeDesign(idOf(design), true));
+    QVERIFY(!QFileInfo::exists(session->designs(u"a"_s)));
 }
 
 void TestDesignManager::deletesTheWorkingFolderBelowTheDesignsPath()

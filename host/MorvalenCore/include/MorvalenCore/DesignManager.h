@@ -67,13 +67,14 @@ public:
                                    bool overwrite) = 0;
 
     // Closes designs, saving unsaved changes; with deleteWorkingFolder the folder goes for good
-    // when it lies below the designs path. False when one of them could not be closed, which is
-    // then still open, with the reason in the log. A closed design is destroyed later, when no
+    // when it lies below the designs path. Changes that cannot be saved in the component file go
+    // to a copy in the backups folder, and the log says so. False when one of the designs could
+    // not be closed, which is then still open, with the reason in the log. A closed design is destroyed later, when no
     // bracket of changes is open and control is back in the event loop; its items go at once.
     virtual bool closeDesign(const QString &id, bool deleteWorkingFolder) = 0;
     virtual bool closeDesigns(const QStringList &ids, bool deleteWorkingFolders) = 0;
 
-    // Saves what must not be lost; called before the program ends.
+    // Saves what must not be lost, as closing does; called before the program ends.
     virtual void prepareForShutdown(int &reason) = 0;
 
     // Makes a factory of objects known by a tag; it stays the caller's and must outlive the

@@ -1,6 +1,7 @@
 // Opening, saving and closing designs.
 
 #include "design/Design.h"
+#include "designs/backup.h"
 #include "designs/protectedfolders.h"
 #include "designs/SessionDesignManager.h"
 #include "disk/removal.h"
@@ -16,7 +17,8 @@ namespace MorvalenCore {
 
 namespace {
 
-// Whether there is nothing left that closing would lose; the reason why not is in the log.
+// Whether there is nothing left that closing would lose. Changes that cannot be saved go to a
+// backup; what went wrong is in the log.
 bool isSafe(IDesign *design)
 {
     QString error;
@@ -24,7 +26,15 @@ bool isSafe(IDesign *design)
         || design->saveToComponentFile(&error))
         return true;
     logError(error);
-    return false;
+    auto *own = dynamic_cast<Design *>(design);
+    const QString copy = own ? backUp(*own, &error) : QString();
+    if (copy.isEmpty())
+        logError(
+            u"The changes of the design \"%1\" cannot be saved: %2"_s.arg(design->name(), error));
+    else
+        logWarning(
+            u"The changes of the design \"%1\" are in \"%2\" instead"_s.arg(design->name(), copy));
+    return !copy.isEmpty();
 }
 
 // The path with its parent resolved: where the folder lies, even when it is a link itself.

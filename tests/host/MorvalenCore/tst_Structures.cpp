@@ -1,0 +1,94 @@
+#include "tests/host/MorvalenCore/SessionFixture.h"
+
+#include <QTest>
+
+#include <optional>
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::DesignStructureManager;
+
+// The structures of designs and which of them is the default.
+class TestStructures : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { session.emplace(); }
+    void cleanup() { session.reset(); }
+
+    void listsAllForEveryType();
+    void hasADefaultForEachType();
+    void remembersTheDefaultInTheSettings();
+    void refusesUnknownNames();
+    void ignoresADefaultThatIsGone();
+    void knowsWhereDesignsAreKept();
+
+private:
+    static DesignStructureManager *structures() { return DesignStructureManager::instance(); }
+
+    std::optional<SessionFixture> session;
+    const QStringList names {u"Flat"_s, u"Hardware"_s, u"Software"_s};
+};
+
+void TestStructures::listsAllForEveryType()
+{
+    QCOMPARE(structures()->designStructureNames(), names);
+    QCOMPARE(structures()->designStructureNamesForDesign(QString()), names);
+    QCOMPARE(structures()->designStructureNamesForDesign(u"Hardware Design"_s), names);
+    QCOMPARE(structures()->designStructureNamesForDesign(u"Stage Design"_s), QStringList());
+}
+
+void TestStructures::hasADefaultForEachType()
+{
+    const QStringList types = session->manager()->designTypes();
+    for (int i = 0; i < types.size(); ++i) {
+        QCOMPARE(structures()->defaultStructureNameForDesignType(types[i]), names[i]);
+        QCOMPARE(structures()->defaultStructureIdForDesignType(types[i]), names[i]);
+        QCOMPARE(structures()->designStructureID(names[i]), names[i]);
+    }
+    QCOMPARE(structures()->defaultStructureNameForDesignType(u"Stage Design"_s), QString());
+    QCOMPARE(structures()->defaultStructureIdForDesignType(QString()), QString());
+    QCOMPARE(structures()->designStructureID(u"flat"_s), QString());
+}
+
+void TestStructures::remembersTheDefaultInTheSettings()
+{
+    QVERIFY(structures()->setDefaultStructureNameForDesignType(u"Custom Design"_s, u"Hardware"_s));
+    QCOMPARE(structures()->defaultStructureNameForDesignType(u"Custom Design"_s), u"Hardware"_s);
+    QCOMPARE(structures()->defaultStructureNameForDesignType(u"Software Design"_s), u"Software"_s);
+    QVERIFY(SessionFixture::read(session->path(u"session/settings.ini"_s)).contains("Hardware"));
+    // Another session has its own.
+    session.reset();
+    session.emplace();
+    QCOMPARE(structures()->defaultStructureNameForDesignType(u"Custom Design"_s), u"Flat"_s);
+}
+
+void TestStructures::refusesUnknownNames()
+{
+    QVERIFY(!structures()->setDefaultStructureNameForDesignType(u"Stage Design"_s, u"Flat"_s));
+    QVERIFY(!structures()->setDefaultStructureNameForDesignType(u"Custom Design"_s, u"Baroque"_s));
+    QVERIFY(!structures()->setDefaultStructureNameForDesignType(u"Custom Design"_s, QString()));
+    QCOMPARE(structures()->defaultStructureNameForDesignType(u"Custom Design"_s), u"Flat"_s);
+}
+
+void TestStructures::ignoresADefaultThatIsGone()
+{
+    QVERIFY(structures()->setDefaultStructureNameForDesignType(u"Custom Design"_s, u"Hardware"_s));
+    QByteArray settings = SessionFixture::read(session->path(u"session/settings.ini"_s));
+    SessionFixture::write(session->path(u"session/settings.ini"_s),
+                          settings.replace("Hardware", "Baroque"));
+    QCOMPARE(structures()->defaultStructureNameForDesignType(u"Custom Design"_s), u"Flat"_s);
+}
+
+void TestStructures::knowsWhereDesignsAreKept()
+{
+    const QString designs = session->path(u"session/Designs"_s);
+    QCOMPARE(structures()->activeDesignRepositoryPathForStructure(u"Flat"_s, false), designs);
+    QVERIFY(!QFileInfo::exists(designs));
+    QCOMPARE(structures()->activeDesignRepositoryPathForStructure(u"Flat"_s, true), designs);
+    QVERIFY(QFileInfo(designs).isDir());
+    QCOMPARE(structures()->activeDesignRepositoryPathForStructure(u"Baroque"_s, true), QString());
+}
+
+QTEST_MAIN(TestStructures)
+#include "tst_Structures.moc"
