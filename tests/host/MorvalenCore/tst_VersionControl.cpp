@@ -1,0 +1,303 @@
+#include "tests/host/MorvalenCore/SessionFixture.h"
+#include "vcs/GitHistory.h"
+
+#include <git2.h>
+
+#include <QTest>
+
+#include <optional>
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::GitHistory;
+using MorvalenCore::Interfaces::IDesign;
+
+namespace {
+
+// A real repository with a history made step by step.
+class Repository
+{
+public:
+    explicit Repository(const QString &path)
+    {
+        git_libgit2_init();
+        git_repository_init(&repository, QFile::encodeName(path).constData(), 0);
+    }
+    ~Repository()
+    {
+        git_repository_free(repository);
+        git_libgit2_shutdown();
+    }
+
+    // Commits the working folder as it is; gives the full id.
+    QString commit(const QByteArray &message, const QStringList &parents = {u"HEAD"_s})
+    {
+        git_index *index = nullptr;
+        git_repository_index(&index, repository);
+        git_index_add_all(index, nullptr, GIT_INDEX_ADD_FORCE, nullptr, nullptr);
+        git_index_update_all(index, nullptr, nullptr, nullptr);
+        git_index_write(index);
+        git_oid treeId;
+        git_index_write_tree(&treeId, index);
+        git_index_free(index);
+
+        git_tree *tree = nullptr;
+        git_tree_lookup(&tree, repository, &treeId);
+        QList<git_commit *> commits;
+        for (const QString &name : parents) {
+            git_object *object = nullptr;
+            if (git_revparse_single(&object, repository, name.toLatin1().constData()) == 0)
+                commits.append(reinterpret_cast<git_commit *>(object));
+        }
+        git_signature *me = nullptr;
+        git_signature_new(&me, "Me", "me@example.org", 1700000000 + count++, 0);
+        git_oid id;
+        QList<const git_commit *> of(commits.cbegin(), commits.cend());
+        const int failed =
+            git_commit_create(&id, repository, "HEAD", me, me, nullptr, message.constData(), tree,
+                              size_t(of.size()), of.data());
+        git_signature_free(me);
+        git_tree_free(tree);
+        for (git_commit *parent : commits)
+            git_commit_free(parent);
+        return failed ? QString() : QString::fromLatin1(git_oid_tostr_s(&id));
+    }
+
+    // Stages everything without a commit.
+    void stage()
+    {
+        git_index *index = nullptr;
+        git_repository_index(&index, repository);
+        git_index_add_all(index, nullptr, GIT_INDEX_ADD_FORCE, nullptr, nullptr);
+        git_index_write(index);
+        git_index_free(index);
+    }
+
+    // Puts HEAD and the working folder back to an earlier commit, for another branch from there.
+    void goBackTo(const QString &id)
+    {
+        git_object *object = nullptr;
+        git_revparse_single(&object, repository, id.toLatin1().constData());
+        git_reset(repository, object, GIT_RESET_HARD, nullptr);
+        git_object_free(object);
+    }
+
+private:
+    git_repository *repository = nullptr;
+    int count = 0;
+};
+
+} // namespace
+
+// What Git knows of the items of a design.
+class TestVersionControl : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        session.emplace();
+        QVERIFY(QDir().mkpath(in(QString())));
+        repository.emplace(in(QString()));
+    }
+    void cleanup()
+    {
+        repository.reset();
+        session.reset();
+    }
+
+    void findsTheLastCommitThatTouchedAFile();
+    void findsTheLastCommitThatTouchedAFolder();
+    void knowsNothingOfWhatWasNeverCommitted();
+    void knowsNothingOutsideARepository();
+    void knowsAFileThatIsGoneFromDisk();
+    void forgetsAFileThatWasRemovedByACommit();
+    void followsTheBranchThatChangedAFile();
+    void findsTheInnermostRepository();
+    void worksThroughALinkToTheFolder();
+    void knowsALinkItself();
+    void worksWithADetachedHead();
+    void changesNothingInTheRepository();
+    void answersForDesignItems();
+
+private:
+    QString in(const QString &name) const { return session->path(u"repo/"_s + name); }
+    void write(const QString &name, const QByteArray &bytes)
+    {
+        SessionFixture::write(in(name), bytes);
+    }
+    QString revision(const QString &name) const { return GitHistory::of(in(name)).revision; }
+    QString system(const QString &name) const { return GitHistory::of(in(name)).systemName; }
+
+    std::optional<SessionFixture> session;
+    std::optional<Repository> repository;
+};
+
+void TestVersionControl::findsTheLastCommitThatTouchedAFile()
+{
+    write(u"a.v"_s, "1");
+    write(u"b.v"_s, "1");
+    const QString first = repository->commit("one");
+    write(u"a.v"_s, "2");
+    const QString second = repository->commit("two");
+    write(u"c.v"_s, "1");
+    const QString third = repository->commit("three");
+    QCOMPARE(revision(u"a.v"_s), second.left(7));
+    QCOMPARE(revision(u"b.v"_s), first.left(7));
+    QCOMPARE(revision(u"c.v"_s), third.left(7));
+    QCOMPARE(system(u"a.v"_s), u"Git"_s);
+    // What is not committed yet has not touched it.
+    write(u"b.v"_s, "uncommitted");
+    QCOMPARE(revision(u"b.v"_s), first.left(7));
+}
+
+void TestVersionControl::findsTheLastCommitThatTouchedAFolder()
+{
+    write(u"rtl/deep/a.v"_s, "1");
+    write(u"doc/b.md"_s, "1");
+    const QString first = repository->commit("one");
+    write(u"rtl/deep/a.v"_s, "2");
+    const QString second = repository->commit("two");
+    QCOMPARE(revision(u"rtl"_s), second.left(7));
+    QCOMPARE(revision(u"rtl/deep"_s), second.left(7));
+    QCOMPARE(revision(u"doc"_s), first.left(7));
+    QCOMPARE(GitHistory::of(session->path(u"repo"_s)).revision, second.left(7));
+    QCOMPARE(GitHistory::of(session->path(u"repo/"_s)).systemName, u"Git"_s);
+}
+
+void TestVersionControl::knowsNothingOfWhatWasNeverCommitted()
+{
+    write(u"a.v"_s, "1");
+    QCOMPARE(revision(u"a.v"_s), u"-1"_s);
+    QCOMPARE(system(u"a.v"_s), QString());
+    repository->stage();
+    QCOMPARE(revision(u"a.v"_s), u"-1"_s);
+    QVERIFY(!repository->commit("one").isEmpty());
+    write(u"b.v"_s, "1");
+    QCOMPARE(revision(u"b.v"_s), u"-1"_s);
+    QCOMPARE(revision(u"no/such/folder/b.v"_s), u"-1"_s);
+    QCOMPARE(system(u".git/config"_s), QString());
+}
+
+void TestVersionControl::knowsNothingOutsideARepository()
+{
+    SessionFixture::write(session->path(u"outside/a.v"_s), "1");
+    for (const QString &path : {session->path(u"outside/a.v"_s), u"/"_s, u"/no/such/file"_s,
+                                QString(), u"$UNSET/a.v"_s}) {
+        QCOMPARE(GitHistory::of(path).revision, u"-1"_s);
+        QCOMPARE(GitHistory::of(path).systemName, QString());
+    }
+}
+
+void TestVersionControl::knowsAFileThatIsGoneFromDisk()
+{
+    write(u"rtl/a.v"_s, "1");
+    const QString first = repository->commit("one");
+    QVERIFY(QDir(in(u"rtl"_s)).removeRecursively());
+    QCOMPARE(revision(u"rtl/a.v"_s), first.left(7));
+}
+
+void TestVersionControl::forgetsAFileThatWasRemovedByACommit()
+{
+    write(u"a.v"_s, "1");
+    write(u"b.v"_s, "1");
+    QVERIFY(!repository->commit("one").isEmpty());
+    QVERIFY(QFile::remove(in(u"a.v"_s)));
+    QVERIFY(!repository->commit("two").isEmpty());
+    QCOMPARE(revision(u"a.v"_s), u"-1"_s);
+}
+
+void TestVersionControl::followsTheBranchThatChangedAFile()
+{
+    write(u"a.v"_s, "1");
+    write(u"b.v"_s, "1");
+    const QString base = repository->commit("base");
+    write(u"a.v"_s, "2");
+    const QString left = repository->commit("left");
+    repository->goBackTo(base);
+    write(u"b.v"_s, "2");
+    const QString right = repository->commit("right");
+    write(u"a.v"_s, "2");
+    const QString merge = repository->commit("merge", {right, left});
+    QVERIFY(!merge.isEmpty());
+    QCOMPARE(revision(u"a.v"_s), left.left(7));
+    QCOMPARE(revision(u"b.v"_s), right.left(7));
+}
+
+void TestVersionControl::findsTheInnermostRepository()
+{
+    write(u"a.v"_s, "1");
+    write(u"inner/b.v"_s, "1");
+    QVERIFY(!repository->commit("outer").isEmpty());
+    Repository inner(in(u"inner"_s));
+    QCOMPARE(revision(u"inner/b.v"_s), u"-1"_s);
+    const QString id = inner.commit("inner");
+    QCOMPARE(revision(u"inner/b.v"_s), id.left(7));
+}
+
+void TestVersionControl::worksThroughALinkToTheFolder()
+{
+    write(u"rtl/a.v"_s, "1");
+    const QString first = repository->commit("one");
+    QVERIFY(QFile::link(in(u"rtl"_s), session->path(u"alias"_s)));
+    QCOMPARE(GitHistory::of(session->path(u"alias/a.v"_s)).revision, first.left(7));
+}
+
+void TestVersionControl::knowsALinkItself()
+{
+    write(u"a.v"_s, "1");
+    QVERIFY(!repository->commit("one").isEmpty());
+    QVERIFY(QFile::link(u"a.v"_s, in(u"link.v"_s)));
+    const QString second = repository->commit("two");
+    QCOMPARE(revision(u"link.v"_s), second.left(7));
+}
+
+void TestVersionControl::worksWithADetachedHead()
+{
+    write(u"a.v"_s, "1");
+    const QString first = repository->commit("one");
+    write(u"a.v"_s, "2");
+    QVERIFY(!repository->commit("two").isEmpty());
+    write(u".git/HEAD"_s, first.toLatin1() + '\n');
+    QCOMPARE(revision(u"a.v"_s), first.left(7));
+    write(u".git/HEAD"_s, "nonsense\n");
+    QCOMPARE(revision(u"a.v"_s), u"-1"_s);
+}
+
+void TestVersionControl::changesNothingInTheRepository()
+{
+    write(u"a.v"_s, "1");
+    QVERIFY(!repository->commit("one").isEmpty());
+    const QByteArray index = SessionFixture::read(in(u".git/index"_s));
+    const QDateTime stamp = QFileInfo(in(u".git/index"_s)).lastModified();
+    const QStringList before = QDir(in(u".git"_s)).entryList();
+    write(u"a.v"_s, "2");
+    QVERIFY(revision(u"a.v"_s) != u"-1"_s);
+    QCOMPARE(SessionFixture::read(in(u".git/index"_s)), index);
+    QCOMPARE(QFileInfo(in(u".git/index"_s)).lastModified(), stamp);
+    QCOMPARE(QDir(in(u".git"_s)).entryList(), before);
+}
+
+void TestVersionControl::answersForDesignItems()
+{
+    const IDesign *made = session->create(u"a"_s);
+    const QByteArray component = SessionFixture::read(made->componentFileName());
+    session->closeAll();
+    write(u"ip/component.xml"_s, component);
+    write(u"ip/rtl/a.v"_s, "1");
+    write(u"ip/files/b.v"_s, "1");
+    const QString first = repository->commit("one");
+    IDesign *design = session->open(in(u"ip/component.xml"_s));
+    const auto *file = design->addFile(u"rtl/a.v"_s, QString(), true, nullptr);
+    QCOMPARE(file->versionControlRevision(), first.left(7));
+    QCOMPARE(file->versionControlSystemName(), u"Git"_s);
+    const auto *folder = design->folderByActualPath(u"files"_s);
+    QCOMPARE(folder->versionControlRevision(), first.left(7));
+    QCOMPARE(folder->versionControlSystemName(), u"Git"_s);
+    const auto *missing = design->addFile(u"$MV_UNSET/x.v"_s, QString(), true, nullptr);
+    QCOMPARE(missing->versionControlRevision(), u"-1"_s);
+    QCOMPARE(missing->versionControlSystemName(), QString());
+}
+
+QTEST_MAIN(TestVersionControl)
+#include "tst_VersionControl.moc"
