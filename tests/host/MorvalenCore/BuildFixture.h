@@ -88,8 +88,10 @@ public:
             });
         const Result result = run.run(kind);
         current = nullptr;
-        done = run.doneSteps();
-        failed = run.failedSteps();
+        for (const int step : run.doneSteps())
+            done.append(plan->steps[step].label);
+        for (const int step : run.failedSteps())
+            failed.append(plan->steps[step].label);
         return result;
     }
 

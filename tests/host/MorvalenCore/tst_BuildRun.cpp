@@ -87,6 +87,8 @@ private Q_SLOTS:
     void logsOutput_data();
     void logsOutput();
     void tellsWhichStepFailed();
+    void failsWhenAnOutputWasNotMade();
+    void takesNoWordsOfAStepForAFailure();
     void saysThatAnInputIsMissing();
     void saysThatNinjaIsMissing();
     void runsStepsWithoutOutputsEveryTimeInOrder();
@@ -303,6 +305,32 @@ void TestBuildRun::tellsWhichStepFailed()
     build.request.steps[1].command = u"cp out/g out/b"_s;
     QCOMPARE(build.run(), Result::Completed);
     QCOMPARE(build.done, QStringList({u"bad"_s, u"never"_s}));
+}
+
+void TestBuildRun::failsWhenAnOutputWasNotMade()
+{
+    BuildFixture build;
+    build.write(u"i"_s, "x");
+    build.add(u"lazy"_s, u"touch out/1"_s, {u"i"_s}, {u"out/1"_s, u"out/2"_s});
+    QCOMPARE(build.run(), Result::Failed);
+    QCOMPARE(build.failed, QStringList({u"lazy"_s}));
+    QCOMPARE(build.done, QStringList());
+    QCOMPARE(build.messages,
+             QStringList(
+                 {u"Info: [1/1] lazy"_s,
+                  u"Error: The step \"lazy\" ended without an error but has not made \"%1\""_s.arg(
+                      build.path(u"out/2"_s))}));
+}
+
+void TestBuildRun::takesNoWordsOfAStepForAFailure()
+{
+    BuildFixture build;
+    build.write(u"i"_s, "x");
+    build.add(u"with"_s, u"echo 'FAILED: no'; touch o"_s, {u"i"_s}, {u"o"_s});
+    build.add(u"without"_s, u"echo 'FAILED: no'"_s, {u"o"_s}, {});
+    QCOMPARE(build.run(), Result::Completed);
+    QCOMPARE(build.done, QStringList({u"with"_s, u"without"_s}));
+    QCOMPARE(build.failed, QStringList());
 }
 
 void TestBuildRun::saysThatAnInputIsMissing()

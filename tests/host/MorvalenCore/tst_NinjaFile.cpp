@@ -52,6 +52,7 @@ private Q_SLOTS:
     void carriesLongCommands();
     void isLeftAloneWhenItIsTheSame();
     void isWrittenAgainWhenSomebodyChangedIt();
+    void doesNotReplaceAFileOfSomebodyElse();
     void makesTheTargetFolder();
     void saysWhyItCannotBeWritten_data();
     void saysWhyItCannotBeWritten();
@@ -190,10 +191,24 @@ void TestNinjaFile::isWrittenAgainWhenSomebodyChangedIt()
     build.add(u"s"_s, u"cp in out/o"_s, {u"in"_s}, {u"out/o"_s});
     QCOMPARE(build.run(), BuildFixture::Result::Completed);
     const QByteArray before = build.read(u"out/build.ninja"_s);
-    build.write(u"out/build.ninja"_s, "nonsense");
+    build.write(u"out/build.ninja"_s, before.left(300) + "nonsense");
     QCOMPARE(build.run(), BuildFixture::Result::Completed);
     QCOMPARE(build.read(u"out/build.ninja"_s), before);
     QCOMPARE(build.done.size(), 0);
+}
+
+void TestNinjaFile::doesNotReplaceAFileOfSomebodyElse()
+{
+    BuildFixture build;
+    build.write(u"out/build.ninja"_s, "rule mine\n");
+    build.add(u"s"_s, u"touch no"_s, {}, {});
+    QCOMPARE(build.run(), BuildFixture::Result::Failed);
+    QCOMPARE(
+        build.messages,
+        QStringList({u"Error: \"%1\" is not a file of Morvalen's; choose another target path"_s.arg(
+            build.path(u"out/build.ninja"_s))}));
+    QCOMPARE(build.read(u"out/build.ninja"_s), QByteArray("rule mine\n"));
+    QVERIFY(!build.exists(u"no"_s));
 }
 
 void TestNinjaFile::makesTheTargetFolder()

@@ -38,12 +38,18 @@ public:
     // Owned by the configuration.
     virtual const BuildStepPropertyManager *propertyManager() const = 0;
 
-    // Looks anew at what is outdated.
+    // Looks anew at what is outdated; how the last run ended is forgotten.
     virtual void refresh() = 0;
+
+    // The steps that were outdated when somebody last looked, in the order of execution.
+    virtual QStringList outdatedStepNames() const { return {}; }
 
     // Runs the build and returns when it has ended; false when it failed or was cancelled, with
     // the reason in the log. A dry run only says what it would do.
     virtual bool run(bool onlyOutdated, bool dryRun) = 0;
+
+    // Lets a run end soon, with all its processes. Nothing when none is under way.
+    virtual void cancel() { }
 };
 
 } // namespace MorvalenCore

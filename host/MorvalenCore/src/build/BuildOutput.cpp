@@ -58,15 +58,15 @@ bool BuildOutput::readStatus(const QByteArray &line)
         return false;
     if (labels.isEmpty()) {
         for (const PlannedStep &step : plan.steps)
-            labels.insert(step.label);
+            labels.insert(step.label, int(labels.size()));
     }
     const QByteArray counts = line.mid(1, end - 1);
-    const QString label = QString::fromUtf8(line.mid(end + 1));
     // A Ninja that a step runs has inherited the form of the status line.
-    if (labels.contains(label)) {
+    const int step = labels.value(QString::fromUtf8(line.mid(end + 1)), -1);
+    if (step >= 0) {
         inFailure = false;
-        shown.append(label);
-        listener->stepShown(label, counts.left(slash - 1).toInt(), counts.mid(slash).toInt());
+        shown.append(step);
+        listener->stepShown(step, counts.left(slash - 1).toInt(), counts.mid(slash).toInt());
     }
     pass(Logger::Info, '[' + counts + "] " + line.mid(end + 1));
     return true;
@@ -77,7 +77,6 @@ bool BuildOutput::readNinjas(const QByteArray &line)
     if (!line.startsWith("ninja: "))
         return false;
     if (line.startsWith("ninja: error: ") || line.startsWith("ninja: fatal: ")) {
-        sawError = true;
         pass(Logger::Error, line);
     } else if (line.startsWith("ninja: warning: ")) {
         pass(Logger::Warning, line);

@@ -6,7 +6,6 @@
 #include <Qtilities/Logger.h>
 
 #include <QFile>
-#include <QSet>
 
 #include <deque>
 
@@ -20,8 +19,8 @@ public:
 
     virtual ~BuildListener() = default;
 
-    // A step has ended, or begins when it is one that runs alone.
-    virtual void stepShown(const QString &label, int done, int total) = 0;
+    // A step of the plan has ended, or begins when it is one that runs alone.
+    virtual void stepShown(int step, int done, int total) = 0;
     virtual void line(MessageType type, const QString &text) = 0;
 };
 
@@ -43,11 +42,9 @@ public:
     // To be called once, when Ninja has ended.
     void finish();
 
-    // Labels of the steps that were shown, and of those that failed, in order.
-    QStringList shownSteps() const { return shown; }
-    QStringList failedSteps() const { return failed; }
-    // Lines of Ninja's own that say what is wrong.
-    bool hasError() const { return sawError; }
+    // Which steps of the plan were shown, and which of them failed, in order.
+    QList<int> shownSteps() const { return shown; }
+    QList<int> failedSteps() const { return failed; }
 
 private:
     using MessageType = BuildListener::MessageType;
@@ -63,10 +60,10 @@ private:
     BuildListener *listener;
     LineReader output;
     LineReader errors;
-    QSet<QString> labels;
-    QStringList shown;
-    QStringList failed;
-    bool sawError = false;
+    // To where they are in the plan.
+    QHash<QString, int> labels;
+    QList<int> shown;
+    QList<int> failed;
     // Whether what comes is the output of a step that failed.
     bool inFailure = false;
 

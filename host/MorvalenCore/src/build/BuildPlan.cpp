@@ -52,6 +52,9 @@ public:
         plan.configuration = request.configuration;
         plan.workingFolder = request.workingFolder;
         plan.targetFolder = targetFolderOf(request.targetPath, request.workingFolder);
+        for (const QString &name :
+             {u"build.ninja"_s, u"build.log"_s, u".ninja_log"_s, u".ninja_deps"_s})
+            buildFiles.append(plan.targetFolder + u'/' + name);
     }
 
     bool add(const BuildStep &step)
@@ -137,6 +140,10 @@ private:
                                                        plan.workingFolder);
                 return false;
             }
+            if (buildFiles.contains(absolutePath)) {
+                error = u"The output \"%1\" is a file of the build itself"_s.arg(absolutePath);
+                return false;
+            }
             planned->outputs.append(absolutePath);
         }
         if (hasNode) {
@@ -180,6 +187,7 @@ private:
     const BuildRequest &request;
     MacroScope scope {{}, &request.macros};
     QSet<QString> labels;
+    QStringList buildFiles;
     bool hasNode = false;
 };
 

@@ -42,6 +42,7 @@ BuildRun::Result BuildRun::run(Kind kind)
     const NinjaProcess::End end = runNinja(looking ? QStringList(u"-n"_s) : QStringList(), logFile);
     if (!looking && end != NinjaProcess::End::Cancelled && !output->shownSteps().isEmpty())
         endLeftBehind();
+    sortOut(end);
     return result(end);
 }
 
@@ -57,22 +58,35 @@ void BuildRun::cancel() { ninja.cancel(); }
 
 void BuildRun::endNow() { ninja.endNow(); }
 
-QStringList BuildRun::doneSteps() const
+// Tells the steps that ended well from those that did not, among them who made less than promised.
+void BuildRun::sortOut(NinjaProcess::End end)
 {
-    if (!output)
-        return {};
-    QStringList steps = output->shownSteps();
-    for (const QString &label : output->failedSteps())
-        steps.removeAll(label);
-    return steps;
+    // Steps may print what looks like a failure.
+    if (end != NinjaProcess::End::Success)
+        failed = output->failedSteps();
+    for (const int index : output->shownSteps()) {
+        const PlannedStep &step = plan.steps[index];
+        const bool begunOnly = end == NinjaProcess::End::Cancelled && step.outputs.isEmpty();
+        if (failed.contains(index) || (begunOnly && index == output->shownSteps().last()))
+            continue;
+        const auto missing =
+            std::find_if(step.outputs.cbegin(), step.outputs.cend(),
+                         [](const QString &path) { return !QFileInfo::exists(path); });
+        if (looking || missing == step.outputs.cend()) {
+            done.append(index);
+            continue;
+        }
+        failed.append(index);
+        Q_EMIT message(Logger::Error,
+                       u"The step \"%1\" ended without an error but has not made \"%2\""_s.arg(
+                           step.name, *missing));
+    }
 }
 
-QStringList BuildRun::failedSteps() const { return output ? output->failedSteps() : QStringList(); }
-
-void BuildRun::stepShown(const QString &label, int done, int total)
+void BuildRun::stepShown(int step, int ended, int total)
 {
     if (!looking)
-        Q_EMIT progressed(done, total, label);
+        Q_EMIT progressed(ended, total, plan.steps[step].name);
 }
 
 void BuildRun::line(MessageType type, const QString &text)
@@ -91,7 +105,7 @@ BuildRun::Result BuildRun::result(NinjaProcess::End end)
 {
     switch (end) {
     case NinjaProcess::End::Success:
-        return Result::Completed;
+        return failed.isEmpty() ? Result::Completed : Result::Failed;
     case NinjaProcess::End::Cancelled:
         return Result::Cancelled;
     case NinjaProcess::End::NotStarted:

@@ -36,29 +36,32 @@ public:
 
     void setGraceTime(int milliseconds) { ninja.setGraceTime(milliseconds); }
 
-    // Labels of the steps that were run and ended well (for Look: of those that are outdated), and
-    // of the steps that failed.
-    QStringList doneSteps() const;
-    QStringList failedSteps() const;
+    // Which steps of the plan were run and ended well (for Look: which are outdated), and which
+    // failed.
+    QList<int> doneSteps() const { return done; }
+    QList<int> failedSteps() const { return failed; }
 
 Q_SIGNALS:
-    // How many of the outdated steps have ended, and the last one of them.
-    void progressed(int done, int total, const QString &label);
+    // How many of the outdated steps have ended, and the one that this is about.
+    void progressed(int done, int total, const QString &step);
     // For the log.
     void message(Qtilities::Logging::Logger::MessageType type, const QString &text);
 
 private:
-    void stepShown(const QString &label, int done, int total) override;
+    void stepShown(int step, int ended, int total) override;
     void line(MessageType type, const QString &text) override;
     NinjaProcess::End runNinja(const QStringList &arguments, const QString &logFile);
     Result fail(const QString &text);
     Result result(NinjaProcess::End end);
     void endLeftBehind();
+    void sortOut(NinjaProcess::End end);
 
     const BuildPlan plan;
     const NinjaFile file;
     NinjaProcess ninja;
     std::unique_ptr<BuildOutput> output;
+    QList<int> done;
+    QList<int> failed;
     bool looking = false;
 };
 

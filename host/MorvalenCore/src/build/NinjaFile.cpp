@@ -18,6 +18,8 @@ namespace {
 // Linux) and is read from a file.
 constexpr qsizetype longestArgument = 100'000;
 
+const char firstLine[] = "# Written by Morvalen; changes are overwritten.\n";
+
 const char rules[] = "\n"
                      "rule step\n"
                      "  command = cd $folder || exit; $line\n"
@@ -114,8 +116,8 @@ private:
 NinjaFile::NinjaFile(const BuildPlan &plan) : folder(plan.targetFolder)
 {
     content.reserve(200 * plan.steps.size() + 1000);
-    content += "# Written by Morvalen; changes are overwritten.\n"
-               "ninja_required_version = 1.8\n"
+    content += firstLine;
+    content += "ninja_required_version = 1.8\n"
                "pipe = |\n"
                "folder = ";
     appendNinjaValue(&content, shellWord(plan.workingFolder));
@@ -131,9 +133,16 @@ QString NinjaFile::path() const { return folder + u"/build.ninja"_s; }
 bool NinjaFile::write(QString *error) const
 {
     QFile file(path());
-    if (file.open(QIODevice::ReadOnly) && file.size() == content.size()
-        && file.readAll() == content)
-        return true;
+    if (file.open(QIODevice::ReadOnly)) {
+        const QByteArray old = file.readAll();
+        if (old == content)
+            return true;
+        if (!old.isEmpty() && !old.startsWith(firstLine)) {
+            *error =
+                u"\"%1\" is not a file of Morvalen's; choose another target path"_s.arg(path());
+            return false;
+        }
+    }
     file.close();
     if (!QDir().mkpath(folder)) {
         *error = u"The target path \"%1\" cannot be made"_s.arg(folder);

@@ -23,7 +23,8 @@ public:
     QByteArray text() const { return content; }
 
     // Makes the target folder and writes the file there, atomically; leaves the file alone when
-    // it is the same already. False, with the reason in *error, when that cannot be done.
+    // it is the same already. False, with the reason in *error, when that cannot be done, or when
+    // there is a file of somebody else's.
     bool write(QString *error) const;
 
 private:

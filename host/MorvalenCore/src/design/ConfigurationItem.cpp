@@ -2,19 +2,20 @@
 
 #include "design/DesignState.h"
 #include "disk/itempaths.h"
-#include "hostlog.h"
 
-#include <QDir>
+#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace MorvalenCore {
 
-ConfigurationItem::ConfigurationItem(DesignState &designState, const BuildDescription &description)
+ConfigurationItem::ConfigurationItem(DesignState &designState, DesignFiles &files,
+                                     const BuildDescription &description)
     : BuildConfiguration(nullptr),
       state(designState),
       data(description),
-      macros(*this, designState)
+      macros(*this, designState),
+      runner(*this, designState, files)
 {
 }
 
@@ -39,20 +40,15 @@ void ConfigurationItem::setTargetPath(const QString &path)
     });
 }
 
-QString ConfigurationItem::absoluteTargetPath() const
+QString ConfigurationItem::absoluteTargetPath(QString *error) const
 {
-    return pathOnDisk(actualItemPath(getTargetPath(), state.folder()), state.folder());
+    return pathOnDisk(actualItemPath(getTargetPath(), state.folder()), state.folder(), error);
 }
 
 QStringList ConfigurationItem::stepNamesInOrder(int count) const
 {
-    QStringList names;
-    for (const BuildStep &step : steps()) {
-        if (names.size() == count)
-            break;
-        names.append(step.name);
-    }
-    return names;
+    const QStringList names = runner.stepNames();
+    return count < 0 ? names : names.first(std::min<qsizetype>(count, names.size()));
 }
 
 QList<BuildStep> ConfigurationItem::steps() const
@@ -67,12 +63,13 @@ QList<BuildStep> ConfigurationItem::stepsOfFiles() const
     for (const FileId &file : files.filesWithBuildCommand()) {
         const FileBuildCommand build = files.buildCommand(file);
         const QString path = files.path(file);
-        QStringList words {build.command, build.flags, path};
+        const QString onDisk = pathOnDisk(actualItemPath(path, state.folder()), state.folder());
+        QStringList words {build.command, build.flags, u"$(INPUTS)"_s};
         words.removeAll(QString());
         BuildStep step;
         step.name = build.targetName.isEmpty() ? path : build.targetName;
         step.command = words.join(u' ');
-        step.inputs = QStringList {path};
+        step.inputs = QStringList {onDisk.isEmpty() ? path : onDisk};
         if (!build.targetName.isEmpty())
             step.outputs = QStringList {build.targetName};
         steps.append(step);
@@ -80,13 +77,9 @@ QList<BuildStep> ConfigurationItem::stepsOfFiles() const
     return steps;
 }
 
-void ConfigurationItem::refresh() { lastRun = lastRun == Running ? Running : Idle; }
-
-bool ConfigurationItem::run(bool, bool)
+bool ConfigurationItem::run(bool onlyOutdated, bool dryRun)
 {
-    logError(u"The build configuration \"%1\" cannot be run"_s.arg(data.name));
-    lastRun = Failed;
-    return false;
+    return dryRun ? runner.runDry() : runner.run(onlyOutdated);
 }
 
 } // namespace MorvalenCore

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "build/ConfigurationRunner.h"
 #include "component/ComponentBuilds.h"
 #include "design/MacroTable.h"
 
@@ -7,6 +8,7 @@
 
 namespace MorvalenCore {
 
+class DesignFiles;
 class DesignState;
 
 // A build configuration of a design, kept in the design's document.
@@ -15,7 +17,8 @@ class ConfigurationItem final : public BuildConfiguration
     Q_OBJECT
 
 public:
-    ConfigurationItem(DesignState &designState, const BuildDescription &description);
+    ConfigurationItem(DesignState &designState, DesignFiles &files,
+                      const BuildDescription &description);
 
     // The configuration that also runs the build commands that files bring along.
     static QString nameOfDefault();
@@ -23,19 +26,23 @@ public:
     QString configurationName() const override { return data.name; }
     QString getTargetPath() const override;
     void setTargetPath(const QString &path) override;
-    RunState runState() const override { return lastRun; }
+    RunState runState() const override { return runner.state(); }
     QStringList stepNamesInOrder(int count) const override;
     const BuildStepPropertyManager *propertyManager() const override { return &macros; }
-    void refresh() override;
+    void refresh() override { runner.refresh(); }
+    QStringList outdatedStepNames() const override { return runner.outdatedStepNames(); }
     bool run(bool onlyOutdated, bool dryRun) override;
+    void cancel() override { runner.cancel(); }
 
     const BuildDescription &description() const { return data; }
     void setDescription(const BuildDescription &description) { data = description; }
 
-    // The steps in the order of execution.
+    // The steps as they are listed, those that files bring along last.
     QList<BuildStep> steps() const;
-    // The target path, absolute and clean.
-    QString absoluteTargetPath() const;
+    // The target path, absolute and clean; empty, with the reason in *error (which may be null),
+    // when it names what is not known.
+    QString absoluteTargetPath(QString *error = nullptr) const;
+    const MacroTable &macroTable() const { return macros; }
 
 private:
     QList<BuildStep> stepsOfFiles() const;
@@ -43,7 +50,8 @@ private:
     DesignState &state;
     BuildDescription data;
     MacroTable macros;
-    RunState lastRun = Idle;
+    // Asked for what is not to be known without planning; a plan is kept.
+    mutable ConfigurationRunner runner;
 };
 
 } // namespace MorvalenCore

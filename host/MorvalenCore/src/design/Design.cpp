@@ -12,7 +12,7 @@ Design::Design(std::unique_ptr<ComponentDocument> document)
       files(state),
       folderItems(state),
       propertyItems(state),
-      builds(state)
+      builds(state, files)
 {
     state.changed = [this] { announceChange(); };
     setObjectName(state.name());

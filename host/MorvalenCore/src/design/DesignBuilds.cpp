@@ -9,7 +9,11 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace MorvalenCore {
 
-DesignBuilds::DesignBuilds(DesignState &designState) : state(designState) { }
+DesignBuilds::DesignBuilds(DesignState &designState, DesignFiles &fileItems)
+    : state(designState),
+      files(fileItems)
+{
+}
 
 DesignBuilds::~DesignBuilds() = default;
 
@@ -26,7 +30,7 @@ void DesignBuilds::load()
 
 void DesignBuilds::takeUp(const BuildDescription &description)
 {
-    items.push_back(std::make_unique<ConfigurationItem>(state, description));
+    items.push_back(std::make_unique<ConfigurationItem>(state, files, description));
 }
 
 void DesignBuilds::clear() { items.clear(); }

@@ -10,6 +10,7 @@
 namespace MorvalenCore {
 
 class ConfigurationItem;
+class DesignFiles;
 class DesignState;
 
 // The build configurations of a design: those of its document, and "Default" where files bring
@@ -17,7 +18,7 @@ class DesignState;
 class DesignBuilds
 {
 public:
-    explicit DesignBuilds(DesignState &designState);
+    DesignBuilds(DesignState &designState, DesignFiles &fileItems);
     ~DesignBuilds();
 
     // Takes up what the document holds.
@@ -41,6 +42,7 @@ private:
     void takeUp(const BuildDescription &description);
 
     DesignState &state;
+    DesignFiles &files;
     std::vector<std::unique_ptr<ConfigurationItem>> items;
     QString activeName;
 };

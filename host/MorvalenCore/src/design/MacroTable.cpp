@@ -1,5 +1,6 @@
 #include "design/MacroTable.h"
 
+#include "build/macros.h"
 #include "design/ConfigurationItem.h"
 #include "design/DesignState.h"
 
@@ -47,6 +48,16 @@ QHash<QString, QString> MacroTable::configurationMacros() const
 }
 
 QHash<QString, QString> MacroTable::macroValues(MacroMode mode) const
+{
+    const QHash<QString, QString> all = rawValues(DesignMacros | ConfigurationMacros);
+    QHash<QString, QString> macros = rawValues(mode);
+    QString ignored;
+    for (QString &value : macros)
+        expandMacros(&value, {{}, &all}, &ignored);
+    return macros;
+}
+
+QHash<QString, QString> MacroTable::rawValues(MacroMode mode) const
 {
     QHash<QString, QString> macros;
     if (mode.testFlag(DesignMacros))

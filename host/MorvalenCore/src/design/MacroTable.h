@@ -21,7 +21,12 @@ public:
     {
     }
 
+    // Values as commands see them, with the macros in them expanded; a value that cannot be
+    // expanded is as it was written.
     QHash<QString, QString> macroValues(MacroMode mode) const override;
+
+    // Values as they were written.
+    QHash<QString, QString> rawValues(MacroMode mode) const;
 
 private:
     QHash<QString, QString> designMacros() const;

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <MorvalenCore/MorvalenCoreExport.h>
+
+#include <QList>
+#include <QObject>
+#include <QString>
+
+namespace MorvalenCore {
+
+class BuildConfiguration;
+
+// Tells of the builds that are under way, of whichever design, for those who show them. One per
+// process. A build is cancelled by its configuration.
+class MORVALENCORE_EXPORT BuildMonitor : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit BuildMonitor(QObject *parent = nullptr);
+    ~BuildMonitor() override;
+
+    // The one that was set, else one made on first use.
+    static BuildMonitor *instance();
+
+    // Replaces it; it stays the caller's, null brings the default back.
+    static void setInstance(BuildMonitor *monitor);
+
+    // The configurations whose builds are under way, in the order of their start.
+    QList<BuildConfiguration *> running() const { return configurations; }
+
+    // Called by the configurations.
+    void begin(BuildConfiguration *configuration);
+    void progress(BuildConfiguration *configuration, int done, int total, const QString &step);
+    void end(BuildConfiguration *configuration);
+
+Q_SIGNALS:
+    void started(MorvalenCore::BuildConfiguration *configuration);
+    // Steps done of steps to do, and the step that this is about.
+    void progressed(MorvalenCore::BuildConfiguration *configuration, int done, int total,
+                    const QString &step);
+    // The configuration's run state says how. It may be about to be destroyed.
+    void ended(MorvalenCore::BuildConfiguration *configuration);
+
+private:
+    QList<BuildConfiguration *> configurations;
+};
+
+} // namespace MorvalenCore

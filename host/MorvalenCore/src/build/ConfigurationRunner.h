@@ -1,0 +1,55 @@
+#pragma once
+
+#include "build/PlanKeeper.h"
+
+#include <MorvalenCore/BuildConfiguration.h>
+
+namespace MorvalenCore {
+
+class BuildRun;
+class ConfigurationItem;
+class DesignFiles;
+class DesignState;
+
+// Runs the build of one configuration, and looks at what is outdated. Part of the configuration;
+// when that goes in the middle of a run, the run ends at once.
+class ConfigurationRunner
+{
+public:
+    ConfigurationRunner(ConfigurationItem &owner, DesignState &designState, DesignFiles &fileItems);
+    ~ConfigurationRunner();
+    ConfigurationRunner(const ConfigurationRunner &) = delete;
+    ConfigurationRunner &operator=(const ConfigurationRunner &) = delete;
+
+    BuildConfiguration::RunState state() const { return runState; }
+
+    // In the order of execution; as listed when the steps cannot be run.
+    QStringList stepNames();
+
+    // See BuildConfiguration for what these do.
+    bool run(bool onlyOutdated);
+    bool runDry();
+    void refresh();
+    void cancel();
+    QStringList outdatedStepNames() const { return outdated; }
+
+private:
+    std::shared_ptr<KeptPlan> plan(QString *error);
+    // The same, with all that must be looked at before something runs; null when the log has said
+    // why not.
+    std::shared_ptr<KeptPlan> checkedPlan();
+    bool request(BuildRequest *request, QString *error) const;
+    bool look(const KeptPlan &kept);
+    void noteGenerated(KeptPlan &kept, QList<int> steps);
+    QString title() const;
+
+    ConfigurationItem &configuration;
+    DesignState &design;
+    DesignFiles &files;
+    PlanKeeper plans;
+    BuildRun *current = nullptr;
+    BuildConfiguration::RunState runState = BuildConfiguration::Idle;
+    QStringList outdated;
+};
+
+} // namespace MorvalenCore
