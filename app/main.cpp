@@ -8,6 +8,7 @@
 #include "app/qtmessages.h"
 #include "app/Session.h"
 #include "app/standardstreams.h"
+#include "app/TerminalProgress.h"
 #include "interp/commandsManager.h"
 #include "interp/QtNotifier.h"
 #include "scripting/TclScriptManager.h"
@@ -91,6 +92,7 @@ int runInBatch(const CommandLine &line)
     TclScripting::TclScriptManager manager(nullptr);
     manager.initializeMode();
     prepareEnd();
+    const TerminalProgress progress;
     return BatchRun(line, manager).run();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <MorvalenCore/BuildConfiguration.h>
 #include <MorvalenCore/MorvalenCoreExport.h>
 
 #include <QList>
@@ -7,8 +8,6 @@
 #include <QString>
 
 namespace MorvalenCore {
-
-class BuildConfiguration;
 
 // Tells of the builds that are under way, of whichever design, for those who show them. One per
 // process. A build is cancelled by its configuration.
