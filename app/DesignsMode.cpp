@@ -15,6 +15,8 @@ using MorvalenCore::Interfaces::IDesign;
 
 namespace {
 
+const QString modeIconFile = u":/morvalen/designs_mode.png"_s;
+
 enum Column { NameColumn, VersionColumn, LibraryColumn, VendorColumn, TypeColumn, FolderColumn };
 
 QTreeWidgetItem *rowOf(const IDesign &design, bool active)
@@ -27,6 +29,7 @@ QTreeWidgetItem *rowOf(const IDesign &design, bool active)
         design.designType(),
         QDir::toNativeSeparators(design.workingFolderPath()),
     });
+    row->setIcon(NameColumn, QIcon(modeIconFile));
     row->setToolTip(NameColumn, design.description());
     QFont font;
     font.setBold(active);
@@ -47,6 +50,7 @@ QTreeWidget *makeTree(QWidget *parent)
     tree->setUniformRowHeights(true);
     tree->setAlternatingRowColors(true);
     tree->setFrameShape(QFrame::NoFrame);
+    tree->setStyleSheet(u"QTreeView::item, QHeaderView::section { padding: 4px 10px 4px 4px; }"_s);
     tree->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     return tree;
 }
@@ -93,7 +97,7 @@ QString DesignsMode::contextString() const { return u"Context.Designs"_s; }
 
 QString DesignsMode::contextHelpId() const { return QString(); }
 
-QIcon DesignsMode::modeIcon() const { return QIcon(u":/morvalen/designs_mode.png"_s); }
+QIcon DesignsMode::modeIcon() const { return QIcon(modeIconFile); }
 
 QString DesignsMode::modeName() const { return tr("Designs"); }
 

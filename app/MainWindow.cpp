@@ -54,9 +54,9 @@ MainWindow::MainWindow(QWidget *parent)
             &MainWindow::showExtensionWidget);
     connect(DesignManager::instance(), &DesignManager::activeDesignChanged, this,
             &MainWindow::updateTitle);
-    connect(Logger::instance(), &Logger::priorityMessage, this,
-            [this](Logger::MessageType, const QString &text) {
-                statusBar()->showMessage(text, messageMilliseconds);
+    connect(Logger::instance(), &Logger::priorityMessage, statusBar(),
+            [bar = statusBar()](Logger::MessageType, const QString &text) {
+                bar->showMessage(text, messageMilliseconds);
             });
     updateTitle();
     restoreLayout();
@@ -65,6 +65,8 @@ MainWindow::MainWindow(QWidget *parent)
 void MainWindow::addMode(IMode *mode)
 {
     modes.insert(mode->modeID(), mode);
+    // The console is a child of the window from the start; its mode takes it out of sight.
+    mode->initializeMode();
     stack->addWidget(mode->modeWidget());
     modeBar->addMode(mode->modeID(), mode->modeIcon(), mode->modeName());
 }
@@ -76,7 +78,6 @@ void MainWindow::activateMode(int id)
         return;
     currentMode = id;
     modeBar->choose(id);
-    mode->initializeMode();
     mode->aboutToBeActivated();
     stack->setCurrentWidget(mode->modeWidget());
     mode->justActivated();
@@ -158,10 +159,10 @@ void MainWindow::saveLayout() const
 
 void MainWindow::askForFiles()
 {
-    openFiles(QFileDialog::getOpenFileNames(
-        this, tr("Open Components and Projects"),
-        DesignManager::instance()->path(DesignManager::DesignsPath),
-        tr("Components and projects (*.xml *.mvproject);;All files (*)")));
+    openFiles(
+        QFileDialog::getOpenFileNames(this, tr("Open Components and Projects"),
+                                      DesignManager::instance()->path(DesignManager::DesignsPath),
+                                      tr("Components and projects (*.xml);;All files (*)")));
 }
 
 void MainWindow::updateTitle()

@@ -33,15 +33,23 @@ using Qtilities::ProjectManagement::ProjectManager;
 
 namespace {
 
+constexpr int failure = 1;
 constexpr int badCommandLine = 2;
 
-int fail(const QString &reason)
+int fail(const QString &reason, int status = badCommandLine)
 {
     standardstreams::complain(u"morvalen: "_s + reason);
-    return badCommandLine;
+    return status;
 }
 
-int show(const QString &text) { return standardstreams::print(text) ? 0 : 1; }
+int show(const QString &text) { return standardstreams::print(text) ? 0 : failure; }
+
+// Without this, Qt would abort.
+bool hasDisplay()
+{
+    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY")
+        || qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+}
 
 QString version()
 {
@@ -143,6 +151,8 @@ int main(int argc, char **argv)
         line->run == CommandLine::Run::Script ? BatchRun::scriptProblem(line->script) : QString();
     if (!problem.isEmpty())
         return fail(u"cannot read the script %1: %2"_s.arg(line->script, problem));
+    if (line->hasWindow() && !hasDisplay())
+        return fail(u"there is no display for a window; --batch and -c need none"_s, failure);
     if (line->sessionFolder.isEmpty())
         line->sessionFolder = Session::defaultFolder();
     if (!Session::prepare(line->sessionFolder, &error))

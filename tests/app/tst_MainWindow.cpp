@@ -93,10 +93,14 @@ void tst_MainWindow::initTestCase()
     auto *scripting = new TclScriptManager(nullptr, window.get());
     window->addMode(new DesignsMode(window.get()));
     window->addMode(scripting);
-    window->activateMode(scripting->modeID());
+    window->activateMode(DesignsMode::id);
     window->show();
     QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    // The console was made as a child of the window, and does not show before its mode does.
     console = QtclConsole::getInstance(nullptr, QString());
+    QVERIFY(!console->isVisible());
+    window->activateMode(scripting->modeID());
+    QVERIFY(console->isVisible());
 }
 
 void tst_MainWindow::init()
@@ -281,7 +285,10 @@ void tst_MainWindow::filesAreOpened_data()
     QTest::newRow("open-2 not XML") << QByteArray("once upon a time") << design;
     QTest::newRow("open-3 empty") << QByteArray("") << design;
     QTest::newRow("open-4 missing") << QByteArray() << design;
-    QTest::newRow("open-5 a component that names projects")
+    QTest::newRow("open-5 a project")
+        << QByteArray("<?xml version=\"1.0\"?>\n<project version=\"1\"/>")
+        << u"projects.openProject(%1)"_s;
+    QTest::newRow("open-6 a component that names projects")
         << QByteArray("<component><project/></component>") << design;
 }
 

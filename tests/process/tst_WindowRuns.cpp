@@ -1,0 +1,129 @@
+// Runs with a window: what the command line opens, and how they end. The start-up script stands in
+// for the user.
+
+#include "tests/process/Program.h"
+
+#include <QDir>
+#include <QTest>
+
+using namespace Qt::Literals::StringLiterals;
+
+class tst_WindowRuns : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void ends_data();
+    void ends();
+    void filesAreOpened();
+    void badFilesAreInTheLog();
+    void anIdleWindowRests();
+    void noDisplay();
+
+private:
+    // Runs with a start-up script whose later part runs when the window stands.
+    Ended runWindow(const QByteArray &later, const QStringList &files = {});
+    QByteArray log() const;
+
+    std::unique_ptr<Program> program;
+};
+
+void tst_WindowRuns::init()
+{
+    program = std::make_unique<Program>();
+    program->environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+}
+
+Ended tst_WindowRuns::runWindow(const QByteArray &later, const QStringList &files)
+{
+    program->write(u"session/Scripts/startup.tcl"_s,
+                   "proc say {text} {set f [open said a]; puts $f $text; close $f}\n"
+                   "after 300 {\n"
+                       + later + "\n}\n");
+    return program->run(files);
+}
+
+QByteArray tst_WindowRuns::log() const
+{
+    const QDir logs(program->session + u"/Logs"_s);
+    const QStringList files = logs.entryList(QDir::Files);
+    return files.isEmpty() ? QByteArray() : Program::read(logs.filePath(files.first()));
+}
+
+void tst_WindowRuns::ends_data()
+{
+    QTest::addColumn<QByteArray>("script");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<bool>("saved");
+    QTest::newRow("end-1 quit") << QByteArray("quit") << 0 << true;
+    QTest::newRow("end-2 quit with a status") << QByteArray("quit 3") << 3 << true;
+    QTest::newRow("end-3 exit") << QByteArray("exit") << 0 << true;
+    QTest::newRow("end-4 exit with a status") << QByteArray("exit 4") << 4 << false;
+    QTest::newRow("end-5 what typing exit runs") << QByteArray("dbgExit") << 0 << true;
+    QTest::newRow("end-6 while a script waits")
+        << QByteArray("after 100 quit; vwait forever") << 0 << true;
+}
+
+void tst_WindowRuns::ends()
+{
+    QFETCH(const QByteArray, script);
+    QFETCH(const int, status);
+    QFETCH(const bool, saved);
+    QCOMPARE(runWindow("designs new uart; files add late.v\n" + script), (Ended {status, "", ""}));
+    QCOMPARE(Program::read(program->session + u"/Designs/uart/component.xml"_s).contains("late.v"),
+             saved);
+}
+
+void tst_WindowRuns::filesAreOpened()
+{
+    const QString examples = QStringLiteral(SOURCE_DIR "/examples");
+    program->currentFolder = examples + u"/fifo"_s;
+    QCOMPARE(runWindow("say [designs list]; exit 7",
+                       {examples + u"/uart/component.xml"_s, u"component.xml"_s}),
+             (Ended {7, "", ""}));
+    QCOMPARE(Program::read(program->session + u"/Scripts/said"_s),
+             QByteArray("\"morvalen.example.serial.uart.1.2\" "
+                        "\"morvalen.example.memory.fifo.2.0.1\"\n"));
+}
+
+void tst_WindowRuns::badFilesAreInTheLog()
+{
+    const QString bad = program->write(u"bad.xml"_s, "<x>");
+    QCOMPARE(runWindow("say <[designs list]>; quit", {bad, program->path(u"none.xml"_s)}),
+             (Ended {0, "", ""}));
+    QCOMPARE(Program::read(program->session + u"/Scripts/said"_s), QByteArray("<>\n"));
+    QVERIFY(log().contains(" Error: " + bad.toUtf8() + ":1: "));
+    QVERIFY(log().contains(" Error: " + program->path(u"none.xml"_s).toUtf8()));
+}
+
+// Ticks of the clock, a hundredth of a second each, in more than a second after a timer has fired.
+void tst_WindowRuns::anIdleWindowRests()
+{
+    QCOMPARE(runWindow("proc ticks {} {\n"
+                       "    set f [open /proc/self/stat]\n"
+                       "    set fields [split [lindex [split [read $f] )] end]]\n"
+                       "    close $f\n"
+                       "    return [expr {[lindex $fields 12] + [lindex $fields 13]}]\n"
+                       "}\n"
+                       "after 10 {\n"
+                       "    set ::start [ticks]\n"
+                       "    after 1200 {say [expr {[ticks] - $::start}]; quit}\n"
+                       "}\n"),
+             (Ended {0, "", ""}));
+    bool isNumber = false;
+    const QByteArray said = Program::read(program->session + u"/Scripts/said"_s);
+    const int ticks = said.trimmed().toInt(&isNumber);
+    QVERIFY2(isNumber && ticks <= 10, said.constData());
+}
+
+void tst_WindowRuns::noDisplay()
+{
+    program->environment.remove(u"QT_QPA_PLATFORM"_s);
+    QCOMPARE(
+        program->run({}),
+        (Ended {1, "", "morvalen: there is no display for a window; --batch and -c need none\n"}));
+}
+
+QTEST_GUILESS_MAIN(tst_WindowRuns)
+#include "tst_WindowRuns.moc"
