@@ -18,6 +18,7 @@ private Q_SLOTS:
     void initTestCase() { before = examples(); }
     void init() { program = std::make_unique<Program>(); }
     void tour();
+    void check();
     void components_data();
     void components();
     void nothingHasChanged();
@@ -58,6 +59,29 @@ void tst_Examples::tour()
     QVERIFY(QDir(program->session + u"/Designs"_s).isEmpty());
     // It can be taken again.
     QCOMPARE(program->run({u"--batch"_s, folder() + u"/01-tour.tcl"_s}).status, 0);
+}
+
+void tst_Examples::check()
+{
+    const QString script = folder() + u"/02-check.tcl"_s;
+    program->currentFolder = folder();
+    program->environment.insert(u"PWD"_s, folder());
+    QCOMPARE(
+        program->run({u"--batch"_s, script, u"uart/component.xml"_s, u"fifo/component.xml"_s}),
+        (Ended {0, "good  uart/component.xml\ngood  fifo/component.xml\n2 checked, 0 bad\n", ""}));
+
+    const QByteArray lonely = Program::read(folder() + u"/fifo/component.xml"_s);
+    const QByteArray path = program->write(u"lonely/component.xml"_s, lonely).toUtf8();
+    const QByteArray place = program->path(u"lonely/"_s).toUtf8();
+    const QByteArray broken = program->write(u"broken.xml"_s, "<x>").toUtf8();
+    const Ended ended = program->run({u"--batch"_s, script, QString::fromUtf8(path),
+                                      u"uart/component.xml"_s, QString::fromUtf8(broken)});
+    QCOMPARE(ended.status, 1);
+    QCOMPARE(ended.out,
+             "bad   " + path + "\n      " + place + "rtl/fifo.vhd is missing\n      " + place
+                 + "sim/fifo_tb.vhd is missing\ngood  uart/component.xml\nbad   " + broken
+                 + "\n      Failed to parse design from \"" + broken + "\"\n3 checked, 2 bad\n");
+    QVERIFY(ended.err.startsWith("Error: " + broken + ":1: "));
 }
 
 void tst_Examples::components_data()

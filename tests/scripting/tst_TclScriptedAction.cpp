@@ -60,6 +60,7 @@ private Q_SLOTS:
     void logOfARun();
     void theWindowIsUsedAgain();
     void aClosedWindowIsMadeAnew();
+    void theWindowOutlivesTheAction();
     void twoActionsOfOneName();
     void theWindowShowsTheRun();
 
@@ -505,6 +506,18 @@ void tst_TclScriptedAction::aClosedWindowIsMadeAnew()
     QCOMPARE(host->manager.extensions.size(), 2);
     QVERIFY(host->manager.extensions.last().widget);
     QCOMPARE(host->logger.loggerEngineNames(), QStringList {u"Script.Exec.Job"_s});
+}
+
+void tst_TclScriptedAction::theWindowOutlivesTheAction()
+{
+    TclScriptedAction *run = action(script("set x 1"));
+    run->setShowExecutionLog(true);
+    run->execute();
+    const QPointer<QWidget> window = host->manager.extensions.first().widget;
+    delete run;
+    QVERIFY(window);
+    QCOMPARE(host->logger.loggerEngineNames(), QStringList {u"Script.Exec.Job"_s});
+    delete window;
 }
 
 // The second one's engine gets another name, in its first run and in all that follow.
