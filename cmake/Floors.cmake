@@ -13,6 +13,8 @@ add_library(conventions INTERFACE)
 target_compile_features(conventions INTERFACE cxx_std_20)
 target_compile_options(conventions INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-function-type
+    # GCC 12 takes the payload of an empty std::optional for a variable that is read unset.
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>
     $<$<BOOL:${MORVALEN_WERROR}>:-Werror>
     $<$<BOOL:${MORVALEN_SANITIZE}>:-fsanitize=address,undefined
         -fno-sanitize-recover=undefined -fno-omit-frame-pointer>)
