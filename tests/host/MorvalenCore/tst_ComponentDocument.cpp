@@ -179,6 +179,10 @@ void tst_ComponentDocument::unreadable()
              missing + u":1: The file cannot be read: No such file or directory."_s);
     QCOMPARE(errorOf(folder.path()),
              folder.path() + u":1: The path is a directory, not a component file."_s);
+    const QString there = folder.filePath(u"there.xml"_s);
+    put(there, component({}));
+    const QString cut = there + QChar(0) + u"x"_s;
+    QCOMPARE(errorOf(cut), cut + u":1: The path holds a zero byte."_s);
     const QString pipe = folder.filePath(u"pipe"_s);
     QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
     QCOMPARE(errorOf(pipe), pipe + u":1: The path is no regular file."_s);

@@ -52,8 +52,8 @@ public:
 
     // Reads the component file at path; a relative path is of the process's folder. Refused are
     // what cannot be read or is not well-formed, other documents than components, unknown
-    // generations, a missing name, document types, other encodings than UTF-8 and Latin-1, and
-    // what goes beyond the limits (256 MiB, 256 levels, 1,000 attributes of one element).
+    // generations, a missing name, document types, other encodings than UTF-8, Latin-1 and ASCII,
+    // and what goes beyond the limits (256 MiB, and those of XmlLimits).
     static Opened open(const QString &path);
 
     // The same for bytes at hand; path is what messages call it and where save() would write.

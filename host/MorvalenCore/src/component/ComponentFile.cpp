@@ -48,6 +48,11 @@ std::optional<ComponentFile::Stamp> ComponentFile::stampOf() const
 
 bool ComponentFile::read(QByteArray &bytes, QString &error)
 {
+    // The system would take the part in front of the zero for the name.
+    if (filePath.contains(QChar(0))) {
+        error = u"The path holds a zero byte."_s;
+        return false;
+    }
     struct stat status = {};
     if (::stat(QFile::encodeName(filePath).constData(), &status) != 0) {
         error = u"The file cannot be read: %1."_s.arg(qt_error_string(errno));
