@@ -5,10 +5,15 @@
 #include <QPointer>
 #include <QSet>
 #include <QString>
+#include <QVarLengthArray>
 
 #include <memory>
 
 namespace MorvalenCore {
+
+// The elements of the document that one item stands for; nearly always one.
+template <typename Id>
+using Elements = QVarLengthArray<Id, 1>;
 
 // The items of one kind in a design, found by their key (a path or name) and by the elements of
 // the document that they stand for. Several elements may stand for one item; it goes with the last
@@ -61,7 +66,7 @@ public:
     void remove(const QString &key)
     {
         Item *item = keys.take(key);
-        const QList<Id> elements = item->elements();
+        const Elements<Id> elements = item->elements();
         for (const Id &id : elements)
             ids.remove(id);
     }

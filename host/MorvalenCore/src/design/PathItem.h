@@ -1,6 +1,7 @@
 #pragma once
 
 #include "design/DesignState.h"
+#include "design/ItemTable.h"
 #include "design/pathkinds.h"
 #include "design/SharedPropertyKeeper.h"
 
@@ -66,7 +67,7 @@ public:
     }
 
     // The elements in the document, in its order.
-    const QList<Id> &elements() const { return entries; }
+    const Elements<Id> &elements() const { return entries; }
 
     // For the collection: takes up an element, and the path that the elements got.
     void addElement(Id element)
@@ -94,7 +95,7 @@ private:
     Items &items;
     DesignState &state;
     QString path;
-    QList<Id> entries;
+    Elements<Id> entries;
     SharedPropertyKeeper shared;
 };
 

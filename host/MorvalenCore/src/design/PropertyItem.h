@@ -1,11 +1,10 @@
 #pragma once
 
 #include "component/ItemId.h"
+#include "design/ItemTable.h"
 #include "design/SharedPropertyKeeper.h"
 
 #include <MorvalenCore/DesignProperty.h>
-
-#include <QList>
 
 #include <functional>
 
@@ -31,7 +30,7 @@ public:
     void setValue(const QVariant &value) override;
 
     // The elements in the document, in its order; several only where it gives a name twice.
-    const QList<PropertyId> &elements() const { return entries; }
+    const Elements<PropertyId> &elements() const { return entries; }
     void addElement(PropertyId entry);
 
 protected:
@@ -43,7 +42,7 @@ private:
 
     DesignProperties &properties;
     DesignState &state;
-    QList<PropertyId> entries;
+    Elements<PropertyId> entries;
     SharedPropertyKeeper shared;
 };
 
