@@ -93,8 +93,7 @@ void QConsole::setFont(const QFont &font)
     all.mergeBlockCharFormat(textFormat);
     all.mergeCharFormat(textFormat);
     setTextCursor(kept);
-    if (!kept.hasSelection())
-        setCurrentFont(font);
+    setCurrentFont(font);
     document()->setUndoRedoEnabled(undoWasOn);
 }
 
