@@ -40,7 +40,7 @@ QString AbstractScriptedAction::fileContents() const
         return {};
     }
     QStringDecoder decoder(QStringDecoder::Utf8);
-    const QString text = decoder.decode(bytes);
+    QString text = decoder.decode(bytes);
     if (decoder.hasError()) {
         warn(
             u"The script file \"%1\" is not UTF-8; what cannot be read is replaced by U+FFFD"_s.arg(

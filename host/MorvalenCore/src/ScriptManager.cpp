@@ -5,8 +5,6 @@
 
 #include <QFileInfo>
 
-#include <memory>
-
 namespace MorvalenCore {
 
 namespace {
@@ -50,11 +48,12 @@ AbstractScriptedAction *ScriptManager::createAction(const QString &scriptType,
     const DesignManager::ObjectFactory *const factory = manager->factory(known->instanceTag);
     if (!factory)
         return nullptr;
-    std::unique_ptr<QObject> object(factory->createInstance());
-    auto *const action = qobject_cast<AbstractScriptedAction *>(object.get());
-    if (!action)
+    QObject *const object = factory->createInstance();
+    auto *const action = qobject_cast<AbstractScriptedAction *>(object);
+    if (!action) {
+        delete object;
         return nullptr;
-    object.release();
+    }
     action->setFilePath(filePath);
     action->setName(QFileInfo(filePath).completeBaseName());
     return action;

@@ -108,9 +108,8 @@ void FileLoggerEngine::logMessage(int type, const QString &text)
         return;
     const QString time = QDateTime::currentDateTime().toString(Qt::ISODateWithMs) + u' ';
     const QByteArray entry = logEntry(time, type, text).toUtf8();
-    if (file.pos() > 0 && file.pos() + entry.size() > maximumBytes && !startFile())
-        giveUp();
-    else if (!writeAll(file, entry))
+    const bool full = file.pos() > 0 && file.pos() + entry.size() > maximumBytes;
+    if ((full && !startFile()) || !writeAll(file, entry))
         giveUp();
 }
 

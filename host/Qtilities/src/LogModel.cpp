@@ -58,23 +58,18 @@ LogModel::LogModel(QObject *parent) : QAbstractTableModel(parent) { }
 
 LogModel::~LogModel() = default;
 
-void LogModel::setLimits(qsizetype maximumLines, qsizetype maximumCharacters)
-{
-    lineLimit = maximumLines;
-    characterLimit = maximumCharacters;
-}
-
 void LogModel::append(int type, bool priority, const QString &text)
 {
     LogLine line {QDateTime::currentDateTime(), type, priority, true, QString()};
-    const qsizetype excess = text.size() - characterLimit / 2;
-    QStringList texts = Logging::messageLines(excess > 0 ? text.left(characterLimit / 2) : text);
-    if (excess > 0)
-        texts.append(tr("(%n more character(s))", nullptr, int(excess)));
-    for (const QString &each : texts) {
-        line.text = each;
+    QStringView rest = QStringView(text).left(maximumCharacters / 2);
+    do {
+        line.text = Logging::takeLine(&rest).toString();
         appendLine(line);
         line.first = false;
+    } while (!rest.isEmpty());
+    if (text.size() > maximumCharacters / 2) {
+        line.text = tr("(%L1 more characters)").arg(text.size() - maximumCharacters / 2);
+        appendLine(line);
     }
 }
 
@@ -82,8 +77,8 @@ void LogModel::appendLine(LogLine line)
 {
     characters += line.text.size();
     pending.push_back(std::move(line));
-    while (qsizetype(lines.size() - doomed + pending.size()) > lineLimit
-           || characters > characterLimit) {
+    while (qsizetype(lines.size()) - qsizetype(doomed) + qsizetype(pending.size()) > maximumLines
+           || characters > maximumCharacters) {
         if (doomed < lines.size()) {
             characters -= lines[doomed++].text.size();
         } else {

@@ -27,15 +27,16 @@ class LogModel : public QAbstractTableModel
 public:
     enum Column { TimeColumn, LevelColumn, TextColumn, ColumnCount };
 
+    // How many lines, and how many characters in all of them, are kept. Of one message there are
+    // at most half as many characters.
+    static constexpr qsizetype maximumLines = 50'000;
+    static constexpr qsizetype maximumCharacters = 20'000'000;
+
     // Characters of a line that views show; copying gives all of them.
     static constexpr int shownCharacters = 1000;
 
     explicit LogModel(QObject *parent = nullptr);
     ~LogModel() override;
-
-    // How many lines, and how many characters in all of them, are kept. A message alone that is
-    // longer than that is cut.
-    void setLimits(qsizetype lines, qsizetype characters);
 
     void append(int type, bool priority, const QString &text);
     void publish();
@@ -74,8 +75,6 @@ private:
     std::deque<LogLine> pending;
     // In the lines that stay.
     qsizetype characters = 0;
-    qsizetype lineLimit = 50'000;
-    qsizetype characterLimit = 20'000'000;
     int shownMask = 126;
 };
 

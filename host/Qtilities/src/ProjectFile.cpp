@@ -15,7 +15,7 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-constexpr qint64 maximumBytes = 16 * 1024 * 1024;
+constexpr qint64 maximumBytes = qint64(16) * 1024 * 1024;
 
 // The content of a file that can be a project; *error says why it cannot.
 QByteArray bytesOf(const QString &fileName, QString *error)

@@ -186,7 +186,8 @@ bool ProjectManager::saveProject(QString fileName, bool makeRelative)
         return failed(u"There is no project to save"_s);
     if (fileName.isEmpty())
         return failed(u"The project \"%1\" has no file to be saved to"_s.arg(current->name));
-    if (!save(QDir::cleanPath(QFileInfo(fileName).absoluteFilePath()), makeRelative, &error))
+    fileName = QDir::cleanPath(QFileInfo(fileName).absoluteFilePath());
+    if (!save(fileName, makeRelative, &error))
         return failed(error);
     Q_EMIT currentProjectChanged();
     return true;

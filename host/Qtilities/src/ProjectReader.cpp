@@ -136,7 +136,7 @@ ProjectEntry ProjectReader::readEntry()
     expectAttributes({"path"_L1, "active"_L1});
     const QString path = xml.attributes().value("path"_L1).toString();
     const QString active = xml.attributes().value("active"_L1).toString();
-    const ProjectEntry entry {absolute(path), active == "true"_L1, int(xml.lineNumber())};
+    ProjectEntry entry {absolute(path), active == "true"_L1, int(xml.lineNumber())};
     checkEntry(entry, path, active);
     paths.insert(entry.path);
     anyActive = anyActive || entry.active;

@@ -148,7 +148,7 @@ QString whyNotWritable(const QString &target)
 
 QString writeTo(const QString &target, const QByteArray &content)
 {
-    const QString refusal = whyNotWritable(target);
+    QString refusal = whyNotWritable(target);
     if (!refusal.isEmpty())
         return refusal;
     removeLeftovers(target);

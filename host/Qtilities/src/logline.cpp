@@ -13,10 +13,10 @@ bool isHarmless(QChar character)
     return character == u'\t' || character.category() != QChar::Other_Control;
 }
 
-QString printable(const QString &line)
+QString printable(QStringView line)
 {
     if (std::all_of(line.cbegin(), line.cend(), isHarmless))
-        return line;
+        return line.toString();
     QString spelt;
     for (const QChar character : line) {
         if (isHarmless(character))
@@ -29,34 +29,27 @@ QString printable(const QString &line)
 
 } // namespace
 
-QStringList messageLines(const QString &text)
+QStringView takeLine(QStringView *rest)
 {
-    QStringList lines;
-    qsizetype start = 0;
-    while (start < text.size()) {
-        qsizetype end = start;
-        while (end < text.size() && text[end] != u'\n' && text[end] != u'\r')
-            ++end;
-        lines.append(text.mid(start, end - start));
-        const bool pair = end + 1 < text.size() && text[end] == u'\r' && text[end + 1] == u'\n';
-        start = end + (pair ? 2 : 1);
-    }
-    if (lines.isEmpty())
-        lines.append(QString());
-    return lines;
+    const auto isLineEnd = [](QChar character) { return character == u'\n' || character == u'\r'; };
+    const auto end = std::find_if(rest->cbegin(), rest->cend(), isLineEnd);
+    const QStringView line = rest->first(end - rest->cbegin());
+    *rest = rest->sliced(line.size());
+    if (rest->startsWith("\r\n"_L1))
+        *rest = rest->sliced(2);
+    else if (!rest->isEmpty())
+        *rest = rest->sliced(1);
+    return line;
 }
 
 QString logEntry(const QString &prefix, int type, const QString &text)
 {
     const QString word = Logger::messageTypeName(Logger::MessageType(type));
     QString entry = prefix + word + ": "_L1;
-    bool first = true;
-    for (const QString &line : messageLines(text)) {
-        if (!first)
-            entry += "    "_L1;
-        entry += printable(line) + u'\n';
-        first = false;
-    }
+    QStringView rest = text;
+    entry += printable(takeLine(&rest)) + u'\n';
+    while (!rest.isEmpty())
+        entry += "    "_L1 + printable(takeLine(&rest)) + u'\n';
     return entry;
 }
 

@@ -1,12 +1,13 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
+#include <QStringView>
 
 namespace Qtilities::Logging {
 
-// The lines of a message: split at every kind of line end, a last one that is empty left out.
-QStringList messageLines(const QString &text);
+// The first line of what is left of a message, which is shortened by it and its line end, of
+// whatever kind that is.
+QStringView takeLine(QStringView *rest);
 
 // A message as an entry of a log that is read line by line: PREFIX, the word for its type, a colon
 // and its text. Further lines are indented, so that no message can pass for two, and control

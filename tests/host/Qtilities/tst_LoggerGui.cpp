@@ -653,7 +653,7 @@ void TestLoggerGui::cutsAMessageThatIsTooLong()
     log(QString(10'000'005, u'x'));
     settle();
 
-    QCOMPARE(shown(), QStringList({QString(1000, u'x') + u'\u2026', u"(5 more character(s))"_s}));
+    QCOMPARE(shown(), QStringList({QString(1000, u'x') + u'\u2026', u"(5 more characters)"_s}));
 }
 
 void TestLoggerGui::keepsItsMemoryBoundedWhileNothingIsShown()

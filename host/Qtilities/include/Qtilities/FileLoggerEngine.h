@@ -42,7 +42,7 @@ private:
     QString folderPath;
     QString start;
     int number = 0;
-    qint64 maximumBytes = 8 * 1024 * 1024;
+    qint64 maximumBytes = qint64(8) * 1024 * 1024;
     int maximumFiles = 16;
     QFile file;
 };
