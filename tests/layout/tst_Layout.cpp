@@ -211,7 +211,7 @@ void tst_Layout::everyExampleIsShort()
 
 void tst_Layout::everyPublicHeaderIncludesPublicOnesOnly()
 {
-    const QStringList headers = QStringLiteral(PUBLIC_HEADERS).split(u';');
+    const QStringList headers = QStringLiteral(PUBLIC_HEADERS).split(u',');
     QVERIFY(headers.size() > 3);
     static const QRegularExpression pattern(u"#include \"([^\"]+)\""_s);
     for (const QString &header : headers) {
