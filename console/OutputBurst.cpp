@@ -4,10 +4,12 @@
 
 namespace {
 constexpr int rhythm = 50; // milliseconds
-}
+constexpr int paintingShare = 10; // painting takes at most one part of so many of the time
+} // namespace
 
 OutputBurst::OutputBurst(QTextEdit *widget) : view(widget), cursor(widget->document())
 {
+    sinceClose.start();
     sinceRepaint.start();
 }
 
@@ -27,12 +29,15 @@ QTextCursor &OutputBurst::open()
 
 void OutputBurst::written()
 {
-    if (sinceRepaint.elapsed() < rhythm)
+    if (sinceClose.elapsed() < rhythm)
         return;
     close();
-    if (view->isVisible())
-        view->viewport()->repaint();
-    restartClock();
+    sinceClose.start();
+    if (!view->isVisible() || sinceRepaint.elapsed() < pause)
+        return;
+    sinceRepaint.start();
+    view->viewport()->repaint();
+    pause = paintingShare * sinceRepaint.elapsed();
 }
 
 void OutputBurst::close()

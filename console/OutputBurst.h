@@ -14,8 +14,9 @@
 // The document is laid out when an edit block ends, so all that is written within 50 ms shares one.
 // The block is open between open() and close(); nothing may read the layout in between, so the
 // owner calls close() before it hands any event to the widget or moves the widget's cursor. When
-// neither happens a timer closes it. A script that writes for long without returning to the event
-// loop sees its output painted every 50 ms; no event is ever processed for that.
+// neither happens a timer closes it. The output of a script that writes for long without returning
+// to the event loop is painted every 50 ms, or less often where painting is slow; no event is ever
+// processed for that.
 //
 // While the block is open undo is off, and all of the user's is left as it was: the selection, and
 // the place that is scrolled to, unless the view stood at its end: then it follows the output.
@@ -36,9 +37,9 @@ public:
     // Ends the edit block, if one is open.
     void close();
 
-    // Counts the 50 ms until the next painting from now, because the widget is about to be painted
-    // anyway or has just been.
-    void restartClock() { sinceRepaint.start(); }
+    // Counts the 50 ms until the next painting from now: what a short command writes is painted
+    // once, behind the command.
+    void restartClock() { sinceClose.start(); }
 
 protected:
     void timerEvent(QTimerEvent *event) override;
@@ -52,7 +53,9 @@ private:
     QTextCursor anchor;
     QTextCursor position;
     QBasicTimer deadline;
+    QElapsedTimer sinceClose;
     QElapsedTimer sinceRepaint;
+    qint64 pause = 0; // milliseconds until the next painting
     bool isOpen = false;
     bool undoWasOn = false;
     std::optional<ScrollPlace> place;
