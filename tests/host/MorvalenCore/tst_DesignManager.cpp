@@ -650,6 +650,12 @@ void TestDesignManager::completesTheFolderOfADesign()
     QVERIFY(!DesignConstructor::assignPhysicalWorkingFolderToDesign(
         design, session->designs(u"b"_s), {}, nullptr, false));
     QVERIFY(!QFileInfo::exists(session->designs(u"b"_s)));
+    // What came from elsewhere has no structure, and gets no folders.
+    SessionFixture::write(session->path(u"ip/component.xml"_s), componentNamed("ip"));
+    QVERIFY(DesignConstructor::assignPhysicalWorkingFolderToDesign(
+        session->open(session->path(u"ip/component.xml"_s)), QString(), {}, nullptr, false));
+    QCOMPARE(QDir(session->path(u"ip"_s)).entryList(QDir::NoDotAndDotDot | QDir::AllEntries),
+             QStringList {u"component.xml"_s});
     QVERIFY(!DesignConstructor::assignPhysicalWorkingFolderToDesign(nullptr, QString(), {}, nullptr,
                                                                     false));
 }

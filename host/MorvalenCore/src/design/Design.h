@@ -6,7 +6,7 @@
 #include "design/DesignProperties.h"
 #include "design/DesignRegistry.h"
 #include "design/DesignState.h"
-#include "design/WorkingFolder.h"
+#include "disk/WorkingFolder.h"
 
 #include <MorvalenCore/IDesign.h>
 

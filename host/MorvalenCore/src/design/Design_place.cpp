@@ -160,16 +160,21 @@ std::unique_ptr<ComponentDocument> Design::placedDocument(const QString &path, Q
 
 bool Design::restoreFolders(QString *error) const
 {
-    for (const QString &folder : structureFolders()) {
-        const QString path = state.folder() + u'/' + folder;
-        if (!QDir().mkpath(path)) {
-            *error = u"The folder \"%1\" cannot be made"_s.arg(path);
+    QStringList folders {state.folder()};
+    if (findDesignStructure(structureId())) {
+        for (const QString &name : structureFolders())
+            folders.append(state.folder() + u'/' + name);
+    }
+    for (const QString &folder : folders) {
+        if (!QDir().mkpath(folder)) {
+            *error = u"The folder \"%1\" cannot be made"_s.arg(folder);
             return false;
         }
     }
     return true;
 }
 
+// A new design without a structure gets the simplest one's.
 QStringList Design::structureFolders() const
 {
     const DesignStructure *structure = findDesignStructure(structureId());

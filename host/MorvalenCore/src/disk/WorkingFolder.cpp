@@ -1,4 +1,4 @@
-#include "design/WorkingFolder.h"
+#include "disk/WorkingFolder.h"
 
 #include "disk/removal.h"
 #include "hostlog.h"
@@ -86,10 +86,10 @@ void WorkingFolder::takeBack()
     QString error;
     if (!file.isEmpty() && !deleteFile(file, {place, {}}, Deletion::Permanent, &error))
         logWarning(error);
+    // A folder stays when somebody else has put something into it.
     while (!made.isEmpty()) {
         const QString folder = made.takeLast();
-        if (!deleteEmptyFolder(folder, {QFileInfo(folder).path(), {}}, &error))
-            logWarning(error);
+        deleteEmptyFolder(folder, {QFileInfo(folder).path(), {}}, &error);
     }
     file.clear();
 }
