@@ -9,6 +9,8 @@
 #include <Qtilities/ObjectManager.h>
 #include <Qtilities/SharedProperty.h>
 
+#include <QApplication>
+
 #include <benchmark/benchmark.h>
 
 using namespace Qt::Literals::StringLiterals;
