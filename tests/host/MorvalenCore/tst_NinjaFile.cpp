@@ -54,8 +54,8 @@ private Q_SLOTS:
     void isWrittenAgainWhenSomebodyChangedIt();
     void doesNotReplaceAFileOfSomebodyElse();
     void makesTheTargetFolder();
-    void saysWhyItCannotBeWritten_data();
-    void saysWhyItCannotBeWritten();
+    void saysWhyTheFolderCannotBeMade_data();
+    void saysWhyTheFolderCannotBeMade();
     void growsWithTheStepsOnly();
 };
 
@@ -217,18 +217,19 @@ void TestNinjaFile::makesTheTargetFolder()
     BuildPlan plan = planOf({});
     plan.targetFolder = build.path(u"a/b c/d"_s);
     QString error;
+    QVERIFY2(NinjaFile(plan).makeFolder(&error), qPrintable(error));
     QVERIFY2(NinjaFile(plan).write(&error), qPrintable(error));
     QCOMPARE(build.read(u"a/b c/d/build.ninja"_s), NinjaFile(plan).text());
 }
 
-void TestNinjaFile::saysWhyItCannotBeWritten_data()
+void TestNinjaFile::saysWhyTheFolderCannotBeMade_data()
 {
     QTest::addColumn<QString>("folder");
     QTest::newRow("target-1 below a file") << u"WORK/file/out"_s;
     QTest::newRow("target-2 in a file system without folders") << u"/proc/out"_s;
 }
 
-void TestNinjaFile::saysWhyItCannotBeWritten()
+void TestNinjaFile::saysWhyTheFolderCannotBeMade()
 {
     QFETCH(QString, folder);
     BuildFixture build;
@@ -236,7 +237,7 @@ void TestNinjaFile::saysWhyItCannotBeWritten()
     BuildPlan plan = planOf({});
     plan.targetFolder = folder.replace(u"WORK"_s, build.request.workingFolder);
     QString error;
-    QVERIFY(!NinjaFile(plan).write(&error));
+    QVERIFY(!NinjaFile(plan).makeFolder(&error));
     QCOMPARE(error, u"The target path \"%1\" cannot be made"_s.arg(plan.targetFolder));
 }
 

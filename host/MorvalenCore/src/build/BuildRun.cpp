@@ -27,11 +27,13 @@ BuildRun::Result BuildRun::run(Kind kind)
 {
     looking = kind == Kind::Look;
     QString error;
-    if (!file.write(&error))
+    if (!file.makeFolder(&error))
         return fail(error);
     FolderLock lock;
     if (!looking && !lock.take(plan.targetFolder))
         return fail(u"Another build is running in \"%1\""_s.arg(plan.targetFolder));
+    if (!file.write(&error))
+        return fail(error);
 
     if (kind == Kind::All) {
         const NinjaProcess::End end = runNinja({u"-t"_s, u"clean"_s}, {});

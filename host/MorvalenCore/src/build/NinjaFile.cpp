@@ -130,6 +130,14 @@ NinjaFile::NinjaFile(const BuildPlan &plan) : folder(plan.targetFolder)
 
 QString NinjaFile::path() const { return folder + u"/build.ninja"_s; }
 
+bool NinjaFile::makeFolder(QString *error) const
+{
+    const bool isThere = QDir().mkpath(folder);
+    if (!isThere)
+        *error = u"The target path \"%1\" cannot be made"_s.arg(folder);
+    return isThere;
+}
+
 bool NinjaFile::write(QString *error) const
 {
     QFile file(path());
@@ -144,10 +152,6 @@ bool NinjaFile::write(QString *error) const
         }
     }
     file.close();
-    if (!QDir().mkpath(folder)) {
-        *error = u"The target path \"%1\" cannot be made"_s.arg(folder);
-        return false;
-    }
     return Qtilities::Core::writeFileAtomically(path(), content, error);
 }
 

@@ -22,9 +22,12 @@ public:
 
     QByteArray text() const { return content; }
 
-    // Makes the target folder and writes the file there, atomically; leaves the file alone when
-    // it is the same already. False, with the reason in *error, when that cannot be done, or when
-    // there is a file of somebody else's.
+    // Makes the target folder. False, with the reason in *error, when that cannot be done.
+    bool makeFolder(QString *error) const;
+
+    // Writes the file into the target folder, atomically; leaves it alone when it is the same
+    // already. False, with the reason in *error, when that cannot be done, or when there is a file
+    // of somebody else's.
     bool write(QString *error) const;
 
 private:
