@@ -1,7 +1,6 @@
 # Everything the build needs from outside, all Debian packages.
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Network)
 find_package(EXPAT REQUIRED)
-find_package(TCL 8.6 REQUIRED)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(LIBGIT2 REQUIRED IMPORTED_TARGET libgit2)
 if(MORVALEN_TESTS)
@@ -13,5 +12,6 @@ endif()
 
 # Tcl as a target. The installed package looks for the Tcl of the machine it is used on.
 include(tcl-target)
+find_tcl()
 add_library(tcl INTERFACE)
 use_tcl(tcl)
