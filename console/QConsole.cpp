@@ -36,7 +36,6 @@ void QConsole::reset(const QString &welcomeText)
     setCurrentFont(font);
     textFormat = QTextCharFormat();
     textFormat.setFont(font);
-    burst->open();
     appendParagraph(welcomeText, textFormat);
     appendParagraph(QString(), textFormat);
     burst->close();

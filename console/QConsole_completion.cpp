@@ -39,7 +39,6 @@ void QConsole::handleTabKeyPress()
 // Leaves what all candidates begin with behind a new prompt.
 void QConsole::listCandidates(const QStringList &candidates, const QString &prefix)
 {
-    burst->open();
     appendParagraph(candidates.join(u", "_s), format(completionColor));
     appendParagraph(QString(), format(cmdColor));
     burst->close();

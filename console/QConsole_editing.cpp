@@ -61,6 +61,7 @@ void QConsole::replaceCurrentCommand(const QString &newCommand)
 
 void QConsole::cut()
 {
+    burst->close();
     if (isSelectionInEditionZone())
         QTextEdit::cut();
     else

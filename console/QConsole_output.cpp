@@ -13,7 +13,6 @@ QTextCharFormat QConsole::format(const QColor &color) const
 
 void QConsole::writeOutput(const QString &text, const QColor &color)
 {
-    burst->open();
     if (promptWaits)
         insertBeforePrompt(text, format(color));
     else
@@ -21,7 +20,8 @@ void QConsole::writeOutput(const QString &text, const QColor &color)
     burst->written();
 }
 
-// The burst must be open. Only an empty document takes its first paragraph without a break.
+// Opens the burst, and leaves it to the caller to close it. Only an empty document takes its first
+// paragraph without a break.
 void QConsole::appendParagraph(const QString &text, const QTextCharFormat &characters)
 {
     QTextCursor &cursor = burst->open();
@@ -35,7 +35,7 @@ void QConsole::appendParagraph(const QString &text, const QTextCharFormat &chara
     outputEnd.setKeepPositionOnInsert(true);
 }
 
-// The burst must be open.
+// Opens the burst too.
 void QConsole::insertBeforePrompt(const QString &text, const QTextCharFormat &characters)
 {
     QTextCursor &cursor = burst->open();
@@ -50,7 +50,6 @@ void QConsole::insertBeforePrompt(const QString &text, const QTextCharFormat &ch
 void QConsole::showResult(const QString &text, const QColor &color)
 {
     promptWaits = false;
-    burst->open();
     if (!text.isEmpty())
         appendParagraph(text.endsWith(u'\n') ? text.chopped(1) : text, format(color));
     appendParagraph(QString(), format(cmdColor));

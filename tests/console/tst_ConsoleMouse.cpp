@@ -114,12 +114,6 @@ private Q_SLOTS:
         QCOMPARE(console->picture(), u"Welcome\n>| abcd"_s);
     }
 
-    void aMiddleReleaseAlonePastesNothing()
-    {
-        QTest::mouseRelease(console->viewport(), Qt::MiddleButton, {}, placeOf(12));
-        QCOMPARE(console->toPlainText(), u"Welcome\n> abcd"_s);
-    }
-
     void aDragIsAcceptedOverTheZoneOnly_data()
     {
         QTest::addColumn<int>("position");
