@@ -17,19 +17,6 @@ using Result = BuildRun::Result;
 
 namespace {
 
-// Memory that this process has ever held, in kB.
-qint64 peakMemory()
-{
-    QFile status(u"/proc/self/status"_s);
-    if (!status.open(QIODevice::ReadOnly))
-        return -1;
-    for (const QByteArray &line : status.readAll().split('\n')) {
-        if (line.startsWith("VmHWM:"))
-            return line.simplified().split(' ').value(1).toLongLong();
-    }
-    return -1;
-}
-
 bool isAlive(const QByteArray &id)
 {
     QFile stat(u"/proc/%1/stat"_s.arg(QString::fromLatin1(id.trimmed())));
@@ -94,8 +81,6 @@ private Q_SLOTS:
     void runsStepsWithoutOutputsEveryTimeInOrder();
     void showsOutputOfAStepThatRunsAloneAtOnce();
     void sendsEveryStepThroughTheLauncher();
-    void takesAHundredMegabytesOfOutput_data();
-    void takesAHundredMegabytesOfOutput();
     void readsNestedRunsOfNinja();
     void refusesASecondRunInTheSameFolder();
     void saysThatTheTargetPathCannotBeUsed();
@@ -411,43 +396,6 @@ void TestBuildRun::sendsEveryStepThroughTheLauncher()
              QByteArray("cp i out/1\n/bin/sh -c cp out/1 out/2 && echo it\\'s\n"
                         "/bin/sh -c cp out/2 out/3\necho two\ncat out/3\n"));
     QCOMPARE(build.read(u"out/3"_s), QByteArray("x"));
-}
-
-void TestBuildRun::takesAHundredMegabytesOfOutput_data()
-{
-    QTest::addColumn<QString>("command");
-    QTest::addColumn<bool>("hasOutput");
-    QTest::newRow("flood-1 lines, held by Ninja")
-        << u"yes 'a line of output' | head -c 100000000"_s << true;
-    QTest::newRow("flood-2 lines, as they come")
-        << u"yes 'a line of output' | head -c 100000000"_s << false;
-    QTest::newRow("flood-3 one line") << u"head -c 100000000 /dev/zero | tr '\\0' x"_s << false;
-}
-
-void TestBuildRun::takesAHundredMegabytesOfOutput()
-{
-    QFETCH(const QString, command);
-    QFETCH(const bool, hasOutput);
-    BuildFixture build;
-    build.write(u"i"_s, "x");
-    build.add(u"flood"_s, command + u"; echo; echo the end; touch o"_s, {u"i"_s},
-              hasOutput ? QStringList(u"o"_s) : QStringList());
-    const qint64 before = peakMemory();
-    QVERIFY(before > 0);
-    QCOMPARE(build.run(), Result::Completed);
-    const qint64 growth = peakMemory() - before;
-    QVERIFY2(growth < 50'000, qPrintable(u"%1 kB"_s.arg(growth)));
-
-    QVERIFY(QFileInfo(build.path(u"out/build.log"_s)).size() > 100'000'000);
-    QCOMPARE(build.messages.last(), u"Info: the end"_s);
-    qsizetype size = 0;
-    for (const QString &message : std::as_const(build.messages))
-        size += message.size() - 6;
-    QVERIFY(size < BuildOutput::mostLogged + BuildOutput::mostKept + 1000);
-    const QStringList notes = build.messages.filter(u"left out"_s);
-    QCOMPARE(notes.size(), 1);
-    QVERIFY(notes.first().endsWith(u" lines are left out here; all output is in \"%1\""_s.arg(
-        build.path(u"out/build.log"_s))));
 }
 
 void TestBuildRun::readsNestedRunsOfNinja()
