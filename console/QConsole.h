@@ -141,8 +141,6 @@ private:
     void deleteStartOfWord();
     void listCandidates(const QStringList &candidates, const QString &prefix);
 
-    void dragCopy(const QMouseEvent *event);
-
     QTextCharFormat textFormat; // the font of all text
     int promptColumn = 0; // where the prompt on screen ends
     bool promptWaits = false; // for a command

@@ -45,18 +45,9 @@ void QConsole::mouseMoveEvent(QMouseEvent *event)
     if (!copyDragStart || !(event->buttons() & Qt::LeftButton))
         return QTextEdit::mouseMoveEvent(event);
     const QPoint way = event->position().toPoint() - *copyDragStart;
-    if (way.manhattanLength() >= QApplication::startDragDistance())
-        dragCopy(event);
-}
-
-void QConsole::dragCopy(const QMouseEvent *event)
-{
-    const QTextCursor selection = textCursor();
-    // A drag takes the button's release from the widget, which must not go on waiting for it.
-    QMouseEvent release(QEvent::MouseButtonRelease, event->position(), event->globalPosition(),
-                        Qt::LeftButton, Qt::NoButton, event->modifiers());
-    mouseReleaseEvent(&release);
-    setTextCursor(selection);
+    if (way.manhattanLength() < QApplication::startDragDistance())
+        return;
+    copyDragStart.reset();
     auto *drag = new QDrag(this);
     drag->setMimeData(createMimeDataFromSelection());
     drag->exec(Qt::CopyAction);
