@@ -13,8 +13,10 @@ namespace {
 //   2. if it has subcommands, declare its manual in manuals.h and define it beside its tables;
 //   3. add its row here, at the place where it is to be registered;
 //   4. write its page docs/commands/WORD.md, name it in docs/commands/README.md, and write its
-//      test tests/commands/tst_WORD.cpp.
-// tst_CommandSet fails while one of these is missing.
+//      test tests/commands/tst_WORD.cpp;
+//   5. call every subcommand in a script below tests/transcripts/WORD and let the program write the
+//      text beside it: tst_Transcripts --renew.
+// tst_CommandSet and tst_Transcripts fail while one of these is missing.
 constexpr Command rows[] = {
     {"log", LogQtiMessage, "Logs a system wide message"},
     {"logp", LogQtiPriorityMessage, "Logs a priority message"},

@@ -41,6 +41,57 @@ QStringList tableBelow(const QString &page, const QString &heading)
     return rows;
 }
 
+// The sentences among the text literals of the commands, adjacent literals joined, each value a *.
+// Usage texts and the lines of the overview have tests of their own.
+QSet<QString> sentencesOfSources()
+{
+    static const QRegularExpression literals(
+        uR"re((?:\bu|QStringLiteral\()("(?:[^"\\]|\\.)*"(?:\s*"(?:[^"\\]|\\.)*")*))re"_s);
+    static const QRegularExpression seam(uR"re((?<!\\)"\s*")re"_s);
+    static const QRegularExpression value(u"%\\d"_s);
+    QSet<QString> sentences;
+    for (const QString &file : QDir(source.filePath(u"commands"_s)).entryList(QDir::Files)) {
+        if (file == "overview.cpp"_L1 || file == "hostnames.cpp"_L1)
+            continue;
+        for (const QRegularExpressionMatch &match :
+             literals.globalMatch(textOf(u"commands/"_s + file))) {
+            QString text = match.captured(1).sliced(1).chopped(1);
+            text.remove(seam).replace(u"\\\""_s, u"\""_s).replace(value, u"*"_s);
+            if (text.count(u' ') > 1 && text.front().isUpper() && !text.contains(u"\\n"_s))
+                sentences.insert(text);
+        }
+    }
+    return sentences;
+}
+
+// The sentences that the tables of answers quote, each value a *.
+QSet<QString> sentencesOfPages()
+{
+    static const QRegularExpression code(u"`([A-Z][^`]* [^`]* [^`]*)`"_s);
+    static const QRegularExpression value(u"\"[A-Z]+\""_s);
+    static const QRegularExpression item(
+        uR"(property "\*" on (file|folder|design property) "\*")"_s);
+    QSet<QString> sentences;
+    for (const Command &command : commands::commandSet()) {
+        for (const QString &row : tableBelow(pageOf(command), u"## Answers"_s)) {
+            for (const QRegularExpressionMatch &match : code.globalMatch(row.section(u'|', 1, 1))) {
+                QString text = match.captured(1);
+                text.replace(value, u"\"*\""_s).replace(u"REASON"_s, u"*"_s);
+                sentences.insert(text.replace(item, u"property \"*\" on * \"*\""_s));
+            }
+        }
+    }
+    return sentences;
+}
+
+// In order, one a line.
+QString lines(const QSet<QString> &sentences)
+{
+    QStringList sorted(sentences.begin(), sentences.end());
+    sorted.sort();
+    return sorted.join(u'\n');
+}
+
 } // namespace
 
 // Keeps the recipe above the table of commands true.
@@ -182,6 +233,14 @@ private Q_SLOTS:
                             [&](const QString &form) { return key.startsWith(form + u' '); });
             QVERIFY2(understood, row.key);
         }
+    }
+
+    void thePagesQuoteEveryAnswerAndNoOther()
+    {
+        const QSet<QString> sources = sentencesOfSources();
+        const QSet<QString> pages = sentencesOfPages();
+        QCOMPARE(lines(pages - sources), QString());
+        QCOMPARE(lines(sources - pages), QString());
     }
 
     void theIndexListsThePagesInOrder()
