@@ -16,7 +16,7 @@ foreach(line IN LISTS symbols)
         continue()
     endif()
     set(symbol "${CMAKE_MATCH_1}")
-    if(symbol MATCHES "^(__bss_start|_edata|_end|_init|_fini)$") # the linker's own
+    if(symbol MATCHES "^(__bss_start|_edata|_end|_init|_fini|__odr_asan.*)$") # the linker's and the sanitizer's own
         continue()
     endif()
     string(REGEX REPLACE "^(vtable for|typeinfo for|typeinfo name for|VTT for|guard variable for|(non-)?virtual thunk to|construction vtable for) " "" symbol "${symbol}")

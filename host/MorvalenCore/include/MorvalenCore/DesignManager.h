@@ -51,8 +51,8 @@ public:
     virtual bool checkDesignName(const QString &name, QString *error,
                                  const Interfaces::IDesign *renamed = nullptr) const = 0;
 
-    // Adds a design to the open ones and takes ownership of the object behind it; false, and it stays the caller's, when
-    // one of its id is open. A position of 0 appends, others are reserved.
+    // Adds a design to the open ones and takes ownership of the object behind it; false, and it
+    // stays the caller's, when one of its id is open. A position of 0 appends, others are reserved.
     virtual bool attachDesign(Interfaces::IDesign *design, bool makeActive, int position) = 0;
 
     // Opens a design from a file; null on failure, with the reason in the log. The format is
@@ -69,8 +69,9 @@ public:
     // Closes designs, saving unsaved changes; with deleteWorkingFolder the folder goes for good
     // when it lies below the designs path. Changes that cannot be saved in the component file go
     // to a copy in the backups folder, and the log says so. False when one of the designs could
-    // not be closed, which is then still open, with the reason in the log. A closed design is destroyed later, when no
-    // bracket of changes is open and control is back in the event loop; its items go at once.
+    // not be closed, which is then still open, with the reason in the log. A closed design is
+    // destroyed later, when no bracket of changes is open and control is back in the event loop;
+    // its items go at once.
     virtual bool closeDesign(const QString &id, bool deleteWorkingFolder) = 0;
     virtual bool closeDesigns(const QStringList &ids, bool deleteWorkingFolders) = 0;
 
