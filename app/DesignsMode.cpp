@@ -1,10 +1,14 @@
 #include "app/DesignsMode.h"
 
+#include "app/editor/EditorArea.h"
+
 #include <MorvalenCore/DesignManager.h>
 
 #include <QDir>
+#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QSplitter>
 #include <QStackedLayout>
 #include <QTimer>
 #include <QTreeWidget>
@@ -71,10 +75,19 @@ QLabel *makeHint(QWidget *parent)
 
 DesignsMode::DesignsMode(QWidget *parent)
     : QWidget(parent),
-      pages(new QStackedLayout(this)),
+      editors(new EditorArea(this)),
+      pages(new QStackedLayout),
       designs(makeTree(this)),
       refreshTimer(new QTimer(this))
 {
+    auto *left = new QWidget(this);
+    left->setLayout(pages);
+    auto *splitter = new QSplitter(this);
+    splitter->addWidget(left);
+    splitter->addWidget(editors);
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(splitter);
     pages->addWidget(makeHint(this));
     pages->addWidget(designs);
     connect(designs, &QTreeWidget::itemActivated, this, [this](const QTreeWidgetItem *row) {

@@ -4,12 +4,13 @@
 
 #include <QWidget>
 
+class EditorArea;
 class QStackedLayout;
 class QTimer;
 class QTreeWidget;
 
-// The Designs mode: the open designs in the order of opening, the active one marked. It follows
-// the design manager once control is back in the event loop.
+// The Designs mode: on the left the open designs in the order of opening, the active one marked;
+// on the right the editors. It follows the design manager once control is back in the event loop.
 class DesignsMode : public QWidget, public Qtilities::CoreGui::Interfaces::IMode
 {
     Q_OBJECT
@@ -31,10 +32,13 @@ public:
     QObject *objectBase() override { return this; }
     const QObject *objectBase() const override { return this; }
 
+    EditorArea *editorArea() const { return editors; }
+
 private:
     void refresh();
     void activateDesign(const QString &designId);
 
+    EditorArea *editors;
     QStackedLayout *pages;
     QTreeWidget *designs;
     QTimer *refreshTimer;

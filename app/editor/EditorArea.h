@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QTabWidget>
+
+class EditorPage;
+
+// The editor area: pages behind tabs that can be moved and closed. A page with unsaved changes has
+// a star behind its title, and nothing closes it before the user was asked.
+class EditorArea : public QTabWidget
+{
+    Q_OBJECT
+
+public:
+    explicit EditorArea(QWidget *parent = nullptr);
+
+    // Adds a page, which belongs to the area then; with bringUp in front. A page whose key is
+    // there already is deleted, and the one that is there takes its place. Returns the page that
+    // is in the area.
+    EditorPage *addPage(EditorPage *page, bool bringUp = true);
+
+    // Null when there is none.
+    EditorPage *page(const QString &key) const;
+    EditorPage *currentPage() const;
+    QList<EditorPage *> pages() const;
+    QList<EditorPage *> modifiedPages() const;
+
+    // Saves a page; the user is told when that cannot be.
+    bool savePage(EditorPage *page);
+    // False when one of the changed pages is still unsaved.
+    bool saveAll();
+
+    // Closes pages; the user is asked about unsaved changes: save, discard or cancel. False when
+    // one of them stays.
+    bool closePage(EditorPage *page);
+    bool closeAll();
+
+Q_SIGNALS:
+    // Another page is in front, or the state of the one in front is another one.
+    void currentPageChanged();
+
+private:
+    void updateTab(EditorPage *page);
+    bool mayClose(EditorPage *page);
+};
