@@ -64,6 +64,7 @@ public:
     QList<MorvalenCore::DesignFile *> filesUnderNode(const QString &node,
                                                      bool recursive) const override;
     bool hasNode(const QString &node) const override { return nodes.contains(node); }
+    QStringList nodeNames() const override { return nodes; }
     QList<QPointer<MorvalenCore::DesignFile>> activeFiles() const override { return filesActive; }
     void setActiveFiles(const QList<QPointer<MorvalenCore::DesignFile>> &files) override;
 

@@ -215,6 +215,10 @@ void TestDesignFiles::addsToANamedNode()
     QCOMPARE(design->addFile(u"a.v"_s, u"sim"_s, true, nullptr)->node(), u"sim"_s);
     QCOMPARE(design->addFile(u"b.v"_s, u"brand_new"_s, true, nullptr)->node(), u"brand_new"_s);
     QVERIFY(design->hasNode(u"brand_new"_s));
+    QCOMPARE(design->nodeNames().last(), u"brand_new"_s);
+    QVERIFY(design->removeFile(u"b.v"_s));
+    QCOMPARE(design->nodeNames().last(), u"brand_new"_s);
+    QCOMPARE(design->nodeNames().count(u"sim"_s), 1);
 }
 
 void TestDesignFiles::givesANewFileTheCategoryOfItsKind_data()

@@ -1,94 +1,18 @@
+#include "tests/host/MorvalenCore/GitRepository.h"
 #include "tests/host/MorvalenCore/SessionFixture.h"
 #include "vcs/GitHistory.h"
-
-#include <git2.h>
 
 #include <QTest>
 
 #include <optional>
+#include <thread>
 
 using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::AbstractDesignLinkedItem;
 using MorvalenCore::GitHistory;
+using MorvalenCore::LinkedItemState;
 using MorvalenCore::Interfaces::IDesign;
 
-namespace {
-
-// A real repository with a history made step by step.
-class Repository
-{
-public:
-    explicit Repository(const QString &path)
-    {
-        git_libgit2_init();
-        git_repository_init(&repository, QFile::encodeName(path).constData(), 0);
-    }
-    ~Repository()
-    {
-        git_repository_free(repository);
-        git_libgit2_shutdown();
-    }
-
-    // Commits the working folder as it is; gives the full id.
-    QString commit(const QByteArray &message, const QStringList &parents = {u"HEAD"_s})
-    {
-        git_index *index = nullptr;
-        git_repository_index(&index, repository);
-        git_index_add_all(index, nullptr, GIT_INDEX_ADD_FORCE, nullptr, nullptr);
-        git_index_update_all(index, nullptr, nullptr, nullptr);
-        git_index_write(index);
-        git_oid treeId;
-        git_index_write_tree(&treeId, index);
-        git_index_free(index);
-
-        git_tree *tree = nullptr;
-        git_tree_lookup(&tree, repository, &treeId);
-        QList<git_commit *> commits;
-        for (const QString &name : parents) {
-            git_object *object = nullptr;
-            if (git_revparse_single(&object, repository, name.toLatin1().constData()) == 0)
-                commits.append(reinterpret_cast<git_commit *>(object));
-        }
-        git_signature *me = nullptr;
-        git_signature_new(&me, "Me", "me@example.org", 1700000000 + count++, 0);
-        git_oid id;
-        QList<const git_commit *> of(commits.cbegin(), commits.cend());
-        const int failed =
-            git_commit_create(&id, repository, "HEAD", me, me, nullptr, message.constData(), tree,
-                              size_t(of.size()), of.data());
-        git_signature_free(me);
-        git_tree_free(tree);
-        for (git_commit *parent : commits)
-            git_commit_free(parent);
-        return failed ? QString() : QString::fromLatin1(git_oid_tostr_s(&id));
-    }
-
-    // Stages everything without a commit.
-    void stage()
-    {
-        git_index *index = nullptr;
-        git_repository_index(&index, repository);
-        git_index_add_all(index, nullptr, GIT_INDEX_ADD_FORCE, nullptr, nullptr);
-        git_index_write(index);
-        git_index_free(index);
-    }
-
-    // Puts HEAD and the working folder back to an earlier commit, for another branch from there.
-    void goBackTo(const QString &id)
-    {
-        git_object *object = nullptr;
-        git_revparse_single(&object, repository, id.toLatin1().constData());
-        git_reset(repository, object, GIT_RESET_HARD, nullptr);
-        git_object_free(object);
-    }
-
-private:
-    git_repository *repository = nullptr;
-    int count = 0;
-};
-
-} // namespace
-
-// What Git knows of the items of a design.
 class TestVersionControl : public QObject
 {
     Q_OBJECT
@@ -118,7 +42,9 @@ private Q_SLOTS:
     void knowsALinkItself();
     void worksWithADetachedHead();
     void changesNothingInTheRepository();
+    void givesUpWhenCancelled();
     void answersForDesignItems();
+    void answersForDesignItemsInAnotherThread();
 
 private:
     QString in(const QString &name) const { return session->path(u"repo/"_s + name); }
@@ -126,11 +52,13 @@ private:
     {
         SessionFixture::write(in(name), bytes);
     }
+    // A design in the folder "ip" of the repository, without files.
+    void writeDesign();
     QString revision(const QString &name) const { return GitHistory::of(in(name)).revision; }
     QString system(const QString &name) const { return GitHistory::of(in(name)).systemName; }
 
     std::optional<SessionFixture> session;
-    std::optional<Repository> repository;
+    std::optional<GitRepository> repository;
 };
 
 void TestVersionControl::findsTheLastCommitThatTouchedAFile()
@@ -229,7 +157,7 @@ void TestVersionControl::findsTheInnermostRepository()
     write(u"a.v"_s, "1");
     write(u"inner/b.v"_s, "1");
     QVERIFY(!repository->commit("outer").isEmpty());
-    Repository inner(in(u"inner"_s));
+    GitRepository inner(in(u"inner"_s));
     QCOMPARE(revision(u"inner/b.v"_s), u"-1"_s);
     const QString id = inner.commit("inner");
     QCOMPARE(revision(u"inner/b.v"_s), id.left(7));
@@ -278,12 +206,27 @@ void TestVersionControl::changesNothingInTheRepository()
     QCOMPARE(QDir(in(u".git"_s)).entryList(), before);
 }
 
-void TestVersionControl::answersForDesignItems()
+void TestVersionControl::givesUpWhenCancelled()
+{
+    write(u"a.v"_s, "1");
+    const QString first = repository->commit("one");
+    std::atomic_bool cancelled = false;
+    QCOMPARE(GitHistory::of(in(u"a.v"_s), &cancelled).revision, first.left(7));
+    cancelled = true;
+    QCOMPARE(GitHistory::of(in(u"a.v"_s), &cancelled).revision, u"-1"_s);
+}
+
+void TestVersionControl::writeDesign()
 {
     const IDesign *made = session->create(u"a"_s);
     const QByteArray component = SessionFixture::read(made->componentFileName());
     session->closeAll();
     write(u"ip/component.xml"_s, component);
+}
+
+void TestVersionControl::answersForDesignItems()
+{
+    writeDesign();
     write(u"ip/rtl/a.v"_s, "1");
     write(u"ip/files/b.v"_s, "1");
     const QString first = repository->commit("one");
@@ -297,6 +240,31 @@ void TestVersionControl::answersForDesignItems()
     const auto *missing = design->addFile(u"$MV_UNSET/x.v"_s, QString(), true, nullptr);
     QCOMPARE(missing->versionControlRevision(), u"-1"_s);
     QCOMPARE(missing->versionControlSystemName(), QString());
+}
+
+void TestVersionControl::answersForDesignItemsInAnotherThread()
+{
+    writeDesign();
+    write(u"ip/rtl/a.v"_s, "1");
+    const QString first = repository->commit("one");
+    IDesign *design = session->open(in(u"ip/component.xml"_s));
+    const auto lookedUp = [](const AbstractDesignLinkedItem *item) {
+        LinkedItemState state;
+        const std::atomic_bool cancelled = false;
+        const auto lookup = item->stateLookup();
+        std::thread([&] { state = lookup(cancelled); }).join();
+        return state;
+    };
+    const auto *file = design->addFile(u"rtl/a.v"_s, QString(), true, nullptr);
+    const auto *missing = design->addFile(u"rtl/b.v"_s, QString(), true, nullptr);
+    const auto *folder = design->addFolder(u"rtl"_s, nullptr);
+    QCOMPARE(lookedUp(file), (LinkedItemState {true, first.left(7), u"Git"_s}));
+    QCOMPARE(lookedUp(missing), LinkedItemState());
+    QCOMPARE(lookedUp(folder), (LinkedItemState {true, first.left(7), u"Git"_s}));
+
+    const auto lookup = file->stateLookup();
+    QVERIFY(design->removeFile(u"rtl/a.v"_s));
+    QCOMPARE(lookup(false), (LinkedItemState {true, first.left(7), u"Git"_s}));
 }
 
 QTEST_MAIN(TestVersionControl)

@@ -2,7 +2,20 @@
 
 #include <QString>
 
+#include <atomic>
+#include <functional>
+
 namespace MorvalenCore {
+
+// What an item is outside its design; see AbstractDesignLinkedItem for each.
+struct LinkedItemState
+{
+    bool existsOnDisk = false;
+    QString versionControlRevision = QStringLiteral("-1");
+    QString versionControlSystemName;
+
+    bool operator==(const LinkedItemState &) const = default;
+};
 
 // An item of a design that stands for something on disk.
 class AbstractDesignLinkedItem
@@ -24,6 +37,17 @@ public:
 
     // The name of the version control system that manages the item; empty when none does.
     virtual QString versionControlSystemName() const = 0;
+
+    // A function that looks all of that up later: without the item, in any thread, since a long
+    // history takes its time. What it gives once cancelled is set means nothing.
+    using StateLookup = std::function<LinkedItemState(const std::atomic_bool &cancelled)>;
+    virtual StateLookup stateLookup() const
+    {
+        return [state = LinkedItemState {existsOnDisk(), versionControlRevision(),
+                                         versionControlSystemName()}](const std::atomic_bool &) {
+            return state;
+        };
+    }
 };
 
 } // namespace MorvalenCore

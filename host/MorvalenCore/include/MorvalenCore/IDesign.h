@@ -71,6 +71,8 @@ public:
     // The files of a node, all files for an empty one, in document order; each path once.
     virtual QList<DesignFile *> filesUnderNode(const QString &node, bool recursive) const = 0;
     virtual bool hasNode(const QString &node) const = 0;
+    // The names of the nodes in document order, each once, those without files too.
+    virtual QStringList nodeNames() const = 0;
     virtual QList<QPointer<DesignFile>> activeFiles() const = 0;
     virtual void setActiveFiles(const QList<QPointer<DesignFile>> &files) = 0;
 

@@ -87,6 +87,7 @@ public:
     bool removeFile(const QString &actualPath) override;
     QList<DesignFile *> filesUnderNode(const QString &node, bool recursive) const override;
     bool hasNode(const QString &node) const override;
+    QStringList nodeNames() const override;
     QList<QPointer<DesignFile>> activeFiles() const override;
     void setActiveFiles(const QList<QPointer<DesignFile>> &active) override;
     DesignFolder *folderByActualPath(const QString &path) const override;

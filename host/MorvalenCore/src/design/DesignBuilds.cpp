@@ -68,6 +68,8 @@ void DesignBuilds::setActive(const BuildConfiguration *configuration)
         state.change(nullptr, [&](QString *error) {
             return state.document().builds().setActiveName(activeName, error);
         });
+    else if (state.changed)
+        state.changed();
 }
 
 bool DesignBuilds::write(const BuildDescription &description, QString *error)

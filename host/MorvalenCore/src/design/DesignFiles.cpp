@@ -128,4 +128,13 @@ bool DesignFiles::hasNode(const QString &node) const
     return !entriesUnderNode(node, true).isEmpty();
 }
 
+QStringList DesignFiles::nodeNames() const
+{
+    QStringList names;
+    for (const FileSetId &set : part().fileSets())
+        names.append(part().name(set));
+    names.removeDuplicates();
+    return names;
+}
+
 } // namespace MorvalenCore

@@ -17,6 +17,7 @@ public:
     DesignFile *add(const QString &path, const QString &node, QString *error);
     QList<DesignFile *> underNode(const QString &node, bool recursive) const;
     bool hasNode(const QString &node) const;
+    QStringList nodeNames() const;
 
     // Marks a file as made by a build of the design's current version.
     bool setGenerated(DesignFile *file, const QString &by, QString *error);

@@ -29,6 +29,8 @@ QList<DesignFile *> Design::filesUnderNode(const QString &node, bool recursive) 
 
 bool Design::hasNode(const QString &node) const { return files.hasNode(node); }
 
+QStringList Design::nodeNames() const { return files.nodeNames(); }
+
 QList<QPointer<DesignFile>> Design::activeFiles() const { return files.active.get(); }
 
 void Design::setActiveFiles(const QList<QPointer<DesignFile>> &active)

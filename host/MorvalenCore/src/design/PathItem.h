@@ -65,6 +65,10 @@ public:
     {
         return itemHistory(state, path).systemName;
     }
+    AbstractDesignLinkedItem::StateLookup stateLookup() const override
+    {
+        return itemStateLookup(state, path, kindOf(Id()));
+    }
 
     // The elements in the document, in its order.
     const Elements<Id> &elements() const { return entries; }

@@ -24,6 +24,12 @@ QString withResolvedFolder(const QString &path, const QString &folder)
         : path;
 }
 
+bool isOnDisk(const QString &path, ItemKind kind)
+{
+    const QFileInfo info(path);
+    return kind == ItemKind::File ? info.isFile() : info.isDir();
+}
+
 bool deleteFromDisk(const DesignState &state, const QString &actualPath, ItemKind kind,
                     Deletion how, QString *error)
 {
@@ -44,8 +50,7 @@ bool deleteFromDisk(const DesignState &state, const QString &actualPath, ItemKin
 
 bool isItemOnDisk(const DesignState &state, const QString &actualPath, ItemKind kind)
 {
-    const QFileInfo info(pathOnDisk(actualPath, state.folder()));
-    return kind == ItemKind::File ? info.isFile() : info.isDir();
+    return isOnDisk(pathOnDisk(actualPath, state.folder()), kind);
 }
 
 bool removeItemFromDisk(const DesignState &state, const QString &actualPath, ItemKind kind,
@@ -62,6 +67,17 @@ bool removeItemFromDisk(const DesignState &state, const QString &actualPath, Ite
 GitHistory itemHistory(const DesignState &state, const QString &actualPath)
 {
     return GitHistory::of(pathOnDisk(actualPath, state.folder()));
+}
+
+// The environment, which scripts can change, is read before another thread is at work.
+AbstractDesignLinkedItem::StateLookup itemStateLookup(const DesignState &state,
+                                                      const QString &actualPath, ItemKind kind)
+{
+    return [path = pathOnDisk(actualPath, state.folder()),
+            kind](const std::atomic_bool &cancelled) -> LinkedItemState {
+        const GitHistory history = GitHistory::of(path, &cancelled);
+        return {isOnDisk(path, kind), history.revision, history.systemName};
+    };
 }
 
 } // namespace MorvalenCore

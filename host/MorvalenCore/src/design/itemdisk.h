@@ -2,6 +2,8 @@
 
 #include "vcs/GitHistory.h"
 
+#include <MorvalenCore/AbstractDesignLinkedItem.h>
+
 #include <QString>
 
 namespace MorvalenCore {
@@ -21,5 +23,9 @@ bool removeItemFromDisk(const DesignState &state, const QString &actualPath, Ite
 
 // What version control knows of the item with that actual path.
 GitHistory itemHistory(const DesignState &state, const QString &actualPath);
+
+// All of that later; see AbstractDesignLinkedItem.
+AbstractDesignLinkedItem::StateLookup itemStateLookup(const DesignState &state,
+                                                      const QString &actualPath, ItemKind kind);
 
 } // namespace MorvalenCore

@@ -88,12 +88,12 @@ bool same(const std::optional<git_oid> &left, const std::optional<git_oid> &righ
 
 // Goes back from a commit as long as a parent holds the same at the path. Where branches were
 // joined, the first parent that holds the same is where the content came from.
-Commit lastChange(Commit commit, const QByteArray &path)
+Commit lastChange(Commit commit, const QByteArray &path, const std::atomic_bool *cancelled)
 {
     const std::optional<git_oid> content = idAt(commit.get(), path);
     if (!content)
         return {};
-    while (true) {
+    while (!cancelled || !*cancelled) {
         Commit origin;
         for (unsigned i = 0; i < git_commit_parentcount(commit.get()) && !origin; ++i) {
             Commit parent = made<Commit>(
@@ -105,6 +105,7 @@ Commit lastChange(Commit commit, const QByteArray &path)
             return commit;
         commit = std::move(origin);
     }
+    return {};
 }
 
 QString abbreviatedId(const git_commit *commit)
@@ -120,7 +121,7 @@ QString abbreviatedId(const git_commit *commit)
 
 } // namespace
 
-GitHistory GitHistory::of(const QString &path)
+GitHistory GitHistory::of(const QString &path, const std::atomic_bool *cancelled)
 {
     static const int started = git_libgit2_init();
     if (started < 0 || path.isEmpty())
@@ -149,7 +150,7 @@ GitHistory GitHistory::of(const QString &path)
         return {};
 
     const Commit commit =
-        lastChange(std::move(newest), QFile::encodeName(place.mid(top.size() + 1)));
+        lastChange(std::move(newest), QFile::encodeName(place.mid(top.size() + 1)), cancelled);
     if (!commit)
         return {};
     return {u"Git"_s, abbreviatedId(commit.get())};

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <atomic>
+
 namespace MorvalenCore {
 
 // What Git knows of one path. Reads the repository, never writes to it; looked up anew each time.
@@ -13,7 +15,9 @@ struct GitHistory
     QString revision = QStringLiteral("-1");
 
     // The history of a file or folder, which need not be on disk any more. The path is absolute.
-    static GitHistory of(const QString &path);
+    // May be called from any thread. Gives up, as if there were no commit, once *cancelled (which
+    // may be null) is set.
+    static GitHistory of(const QString &path, const std::atomic_bool *cancelled = nullptr);
 };
 
 } // namespace MorvalenCore
