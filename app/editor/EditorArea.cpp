@@ -1,38 +1,62 @@
 #include "app/editor/EditorArea.h"
 
+#include "app/editor/EditorActions.h"
 #include "app/editor/EditorPage.h"
+#include "app/editor/EditorTabBar.h"
+#include "app/editor/TabMenu.h"
+#include "app/editor/unsavedchanges.h"
 
 #include <QMessageBox>
+#include <QPainter>
+#include <QPointer>
 
 using namespace Qt::Literals::StringLiterals;
 
-EditorArea::EditorArea(QWidget *parent) : QTabWidget(parent)
+EditorArea::EditorArea(QWidget *parent) : QTabWidget(parent), tabs(new EditorTabBar(this))
 {
     setObjectName(u"editorArea"_s);
+    setTabBar(tabs);
     setDocumentMode(true);
     setMovable(true);
     setTabsClosable(true);
+    setElideMode(Qt::ElideMiddle);
+    setUsesScrollButtons(true);
+    setFocusPolicy(Qt::StrongFocus);
+    theActions = new EditorActions(this);
     connect(this, &QTabWidget::tabCloseRequested, this,
             [this](int index) { closePage(qobject_cast<EditorPage *>(widget(index))); });
     connect(this, &QTabWidget::currentChanged, this, &EditorArea::currentPageChanged);
+    connect(tabs, &EditorTabBar::menuRequested, this, &EditorArea::showMenu);
+}
+
+// The pages go while the area is still whole, since they speak to it.
+EditorArea::~EditorArea()
+{
+    disconnect(this, nullptr, nullptr, nullptr);
+    qDeleteAll(pages());
 }
 
 EditorPage *EditorArea::addPage(EditorPage *added, bool bringUp)
 {
     EditorPage *shown = page(added->key());
-    if (shown) {
+    if (shown && shown != added) {
         added->deleteLater();
-    } else {
+    } else if (!shown) {
         shown = added;
         addTab(shown, QString());
         updateTab(shown);
         connect(shown, &EditorPage::stateChanged, this, [this, shown] { updateTab(shown); });
+        connect(shown, &EditorPage::commandsChanged, theActions, &EditorActions::update);
     }
-    if (bringUp) {
-        setCurrentWidget(shown);
-        shown->setFocus();
-    }
+    if (bringUp)
+        bringUpPage(shown);
     return shown;
+}
+
+void EditorArea::bringUpPage(EditorPage *page)
+{
+    setCurrentWidget(page);
+    page->setFocus();
 }
 
 EditorPage *EditorArea::page(const QString &key) const
@@ -66,6 +90,7 @@ bool EditorArea::savePage(EditorPage *page)
     QString error;
     if (!page->isModified() || page->save(&error))
         return true;
+    setCurrentWidget(page);
     if (!error.isEmpty())
         QMessageBox::warning(this, tr("Not Saved"), error);
     return false;
@@ -79,19 +104,79 @@ bool EditorArea::saveAll()
     return saved;
 }
 
-bool EditorArea::closePage(EditorPage *page)
+bool EditorArea::closePage(EditorPage *page) { return closePages({page}); }
+
+bool EditorArea::closeOthers(EditorPage *page)
 {
-    if (!mayClose(page))
+    QList<EditorPage *> others = pages();
+    others.removeOne(page);
+    return closePages(others);
+}
+
+bool EditorArea::closeAll() { return closePages(pages()); }
+
+void EditorArea::step(int distance)
+{
+    if (count() == 0)
+        return;
+    const int index = (currentIndex() + distance) % count();
+    bringUpPage(qobject_cast<EditorPage *>(widget(index < 0 ? index + count() : index)));
+}
+
+void EditorArea::paintEvent(QPaintEvent *event)
+{
+    QTabWidget::paintEvent(event);
+    if (count() > 0)
+        return;
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    const int margin = fontMetrics().averageCharWidth() * 4;
+    painter.drawText(rect().adjusted(margin, 0, -margin, 0), Qt::AlignCenter | Qt::TextWordWrap,
+                     tr("No file is open here.\n"
+                        "Double-click a file of a design to edit it."));
+}
+
+void EditorArea::tabInserted(int) { theActions->update(); }
+
+// The focus stays in the area when the tab that had it is closed.
+void EditorArea::tabRemoved(int)
+{
+    theActions->update();
+    QWidget *focused = focusWidget();
+    const bool inArea = focused && (focused == this || isAncestorOf(focused));
+    if (currentPage() && inArea)
+        currentPage()->setFocus();
+}
+
+bool EditorArea::closePages(const QList<EditorPage *> &closing)
+{
+    QList<EditorPage *> changed = closing;
+    changed.removeIf([](const EditorPage *page) { return !page->isModified(); });
+    const QList<QPointer<EditorPage>> leaving(closing.begin(), closing.end());
+    if (!changed.isEmpty() && !saveBeforeClosing(changed))
         return false;
-    removeTab(indexOf(page));
-    page->deleteLater();
+    for (const QPointer<EditorPage> &page : leaving) {
+        if (!page)
+            continue;
+        removeTab(indexOf(page));
+        page->deleteLater();
+    }
     return true;
 }
 
-bool EditorArea::closeAll()
+bool EditorArea::saveBeforeClosing(const QList<EditorPage *> &changed)
 {
-    for (EditorPage *page : pages()) {
-        if (!closePage(page))
+    const QList<QPointer<EditorPage>> asked(changed.begin(), changed.end());
+    QStringList titles;
+    for (const EditorPage *page : changed)
+        titles.append(page->title());
+    if (!changed.contains(currentPage()))
+        setCurrentWidget(changed.first());
+    const auto answer = unsavedchanges::ask(this, titles);
+    if (answer != unsavedchanges::Answer::Save)
+        return answer == unsavedchanges::Answer::Discard;
+    for (const QPointer<EditorPage> &page : asked) {
+        if (page && !savePage(page))
             return false;
     }
     return true;
@@ -106,20 +191,13 @@ void EditorArea::updateTab(EditorPage *page)
     title.replace(u'&', u"&&"_s);
     setTabText(index, page->isModified() ? title + u'*' : title);
     setTabToolTip(index, page->toolTipText());
+    theActions->update();
     if (page == currentPage())
         Q_EMIT currentPageChanged();
 }
 
-bool EditorArea::mayClose(EditorPage *page)
+void EditorArea::showMenu(int index, const QPoint &globalPosition)
 {
-    if (!page->isModified())
-        return true;
-    setCurrentWidget(page);
-    const auto answer = QMessageBox::question(
-        this, tr("Unsaved Changes"),
-        tr("\"%1\" has changes that are not saved.").arg(page->title()),
-        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
-    if (answer == QMessageBox::Save)
-        return savePage(page);
-    return answer == QMessageBox::Discard;
+    TabMenu menu(this, qobject_cast<EditorPage *>(widget(index)));
+    menu.exec(globalPosition);
 }

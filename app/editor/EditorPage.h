@@ -9,6 +9,22 @@ class EditorPage : public QWidget
     Q_OBJECT
 
 public:
+    // What menus ask of the page in front.
+    enum Command {
+        SaveCopy,
+        Undo,
+        Redo,
+        Cut,
+        Copy,
+        Paste,
+        SelectAll,
+        Find,
+        FindNext,
+        FindPrevious,
+        Replace,
+        GoToLine
+    };
+
     using QWidget::QWidget;
 
     // What tells the page from all others, such as the canonical path of its file: the area has
@@ -19,16 +35,24 @@ public:
     virtual QString title() const = 0;
     virtual QString toolTipText() const { return {}; }
 
+    // The path of the page's file; empty when the page shows no file.
+    virtual QString filePath() const { return {}; }
+
     virtual bool isModified() const { return false; }
 
     // Saves the changes. False when that cannot be, with the changes kept and one sentence without
-    // a final line feed in *error; the sentence is empty when the user chose not to.
+    // a final line feed in *error; the sentence is empty when the user chose not to, or the page
+    // itself shows what is to be decided first.
     virtual bool save(QString *error) = 0;
 
-    // Lets the user search the page; nothing for pages that have nothing to search.
-    virtual void find() { }
+    // Whether the page can do something now, and doing it.
+    virtual bool can(Command) const { return false; }
+    virtual void run(Command) { }
 
 Q_SIGNALS:
     // The key, the title or what the mouse tells is another one, or whether there are changes.
     void stateChanged();
+
+    // What the page can do is something else.
+    void commandsChanged();
 };

@@ -1,0 +1,117 @@
+#include "app/editor/EditorActions.h"
+
+#include "app/editor/EditorArea.h"
+#include "app/editor/EditorPage.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Actions for the area itself, and whether there is something for them to do.
+struct AreaRow
+{
+    EditorActions::Id id;
+    const char *text;
+    const char *name;
+    const char *shortcuts;
+    void (*run)(EditorArea *);
+    bool (*enabled)(const EditorArea *);
+};
+
+bool hasPage(const EditorArea *area) { return area->currentPage(); }
+bool hasSeveral(const EditorArea *area) { return area->count() > 1; }
+bool hasChanges(const EditorArea *area) { return !area->modifiedPages().isEmpty(); }
+bool isChanged(const EditorArea *area)
+{
+    return hasPage(area) && area->currentPage()->isModified();
+}
+
+const AreaRow areaRows[] = {
+    {EditorActions::Save, QT_TRANSLATE_NOOP("EditorActions", "&Save"), "editorSave", "Ctrl+S",
+     [](EditorArea *area) { area->savePage(area->currentPage()); }, isChanged},
+    {EditorActions::SaveAll, QT_TRANSLATE_NOOP("EditorActions", "Save A&ll"), "editorSaveAll",
+     "Ctrl+Shift+S", [](EditorArea *area) { area->saveAll(); }, hasChanges},
+    {EditorActions::Close, QT_TRANSLATE_NOOP("EditorActions", "&Close"), "editorClose", "Ctrl+W",
+     [](EditorArea *area) { area->closePage(area->currentPage()); }, hasPage},
+    {EditorActions::CloseOthers, QT_TRANSLATE_NOOP("EditorActions", "Close &Others"),
+     "editorCloseOthers", "", [](EditorArea *area) { area->closeOthers(area->currentPage()); },
+     hasSeveral},
+    {EditorActions::CloseAll, QT_TRANSLATE_NOOP("EditorActions", "Close &All"), "editorCloseAll",
+     "Ctrl+Shift+W", [](EditorArea *area) { area->closeAll(); }, hasPage},
+    {EditorActions::NextPage, QT_TRANSLATE_NOOP("EditorActions", "&Next File"), "editorNextPage",
+     "Ctrl+Tab; Ctrl+PgDown", [](EditorArea *area) { area->step(1); }, hasSeveral},
+    {EditorActions::PreviousPage, QT_TRANSLATE_NOOP("EditorActions", "&Previous File"),
+     "editorPreviousPage", "Ctrl+Shift+Tab; Ctrl+PgUp", [](EditorArea *area) { area->step(-1); },
+     hasSeveral},
+};
+
+// Actions for the page in front.
+struct PageRow
+{
+    EditorActions::Id id;
+    EditorPage::Command command;
+    const char *text;
+    const char *name;
+    const char *shortcuts;
+};
+
+const PageRow pageRows[] = {
+    {EditorActions::SaveCopy, EditorPage::SaveCopy,
+     QT_TRANSLATE_NOOP("EditorActions", "Save a Cop&y..."), "editorSaveCopy", ""},
+    {EditorActions::Undo, EditorPage::Undo, QT_TRANSLATE_NOOP("EditorActions", "&Undo"),
+     "editorUndo", "Ctrl+Z"},
+    {EditorActions::Redo, EditorPage::Redo, QT_TRANSLATE_NOOP("EditorActions", "&Redo"),
+     "editorRedo", "Ctrl+Y; Ctrl+Shift+Z"},
+    {EditorActions::Cut, EditorPage::Cut, QT_TRANSLATE_NOOP("EditorActions", "Cu&t"), "editorCut",
+     "Ctrl+X"},
+    {EditorActions::Copy, EditorPage::Copy, QT_TRANSLATE_NOOP("EditorActions", "&Copy"),
+     "editorCopy", "Ctrl+C"},
+    {EditorActions::Paste, EditorPage::Paste, QT_TRANSLATE_NOOP("EditorActions", "&Paste"),
+     "editorPaste", "Ctrl+V"},
+    {EditorActions::SelectAll, EditorPage::SelectAll,
+     QT_TRANSLATE_NOOP("EditorActions", "Select &All"), "editorSelectAll", "Ctrl+A"},
+    {EditorActions::Find, EditorPage::Find, QT_TRANSLATE_NOOP("EditorActions", "&Find..."),
+     "editorFind", "Ctrl+F"},
+    {EditorActions::FindNext, EditorPage::FindNext,
+     QT_TRANSLATE_NOOP("EditorActions", "Find &Next"), "editorFindNext", "F3"},
+    {EditorActions::FindPrevious, EditorPage::FindPrevious,
+     QT_TRANSLATE_NOOP("EditorActions", "Find Pre&vious"), "editorFindPrevious", "Shift+F3"},
+    {EditorActions::Replace, EditorPage::Replace, QT_TRANSLATE_NOOP("EditorActions", "R&eplace..."),
+     "editorReplace", "Ctrl+H; Ctrl+R"},
+    {EditorActions::GoToLine, EditorPage::GoToLine,
+     QT_TRANSLATE_NOOP("EditorActions", "&Go to Line..."), "editorGoToLine", "Ctrl+L; Ctrl+G"},
+};
+
+} // namespace
+
+EditorActions::EditorActions(EditorArea *theArea) : QObject(theArea), area(theArea)
+{
+    const auto add = [this](const auto &row) {
+        auto *made = new QAction(tr(row.text), this);
+        made->setObjectName(QString::fromLatin1(row.name));
+        made->setShortcuts(QKeySequence::listFromString(QString::fromLatin1(row.shortcuts)));
+        made->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        area->addAction(made);
+        actions.insert(row.id, made);
+        return made;
+    };
+    for (const AreaRow &row : areaRows)
+        connect(add(row), &QAction::triggered, area, [this, run = row.run] { run(area); });
+    for (const PageRow &row : pageRows) {
+        connect(add(row), &QAction::triggered, area, [this, command = row.command] {
+            if (area->currentPage())
+                area->currentPage()->run(command);
+        });
+    }
+    connect(area, &EditorArea::currentPageChanged, this, &EditorActions::update);
+    update();
+}
+
+void EditorActions::update()
+{
+    for (const AreaRow &row : areaRows)
+        actions[row.id]->setEnabled(row.enabled(area));
+    const EditorPage *page = area->currentPage();
+    for (const PageRow &row : pageRows)
+        actions[row.id]->setEnabled(page && page->can(row.command));
+}

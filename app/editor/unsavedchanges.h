@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QStringList>
+
+class QWidget;
+
+// The question about changes that would be lost.
+namespace unsavedchanges {
+
+enum class Answer { Save, Discard, Cancel };
+
+// Asks what becomes of the changes in the pages of these titles, of which there is at least one;
+// one question names them all.
+Answer ask(QWidget *parent, const QStringList &titles);
+
+} // namespace unsavedchanges
