@@ -2,6 +2,7 @@
 
 #include "tests/fakes/Journal.h"
 
+#include <Qtilities/IProject.h>
 #include <Qtilities/ProjectManager.h>
 
 // A project manager whose project is its public members.
@@ -10,11 +11,9 @@ class FakeProjectManager : public Qtilities::ProjectManagement::ProjectManager
 public:
     explicit FakeProjectManager(Journal &theJournal) : journal(theJournal) { }
 
-    // Only whether it is null may be looked at.
     Qtilities::ProjectManagement::IProject *currentProject() const override
     {
-        auto *self = const_cast<FakeProjectManager *>(this);
-        return open ? reinterpret_cast<Qtilities::ProjectManagement::IProject *>(self) : nullptr;
+        return open ? &project : nullptr;
     }
     QString currentProjectName() const override { return name; }
     QString currentProjectFileName() const override { return file; }
@@ -40,5 +39,19 @@ public:
     QString projectsPath;
 
 private:
+    // The manager's project as others see it.
+    class Project : public Qtilities::ProjectManagement::IProject
+    {
+    public:
+        explicit Project(const FakeProjectManager &theManager) : manager(theManager) { }
+
+        QString projectName() const override { return manager.name; }
+        QString projectFileName() const override { return manager.file; }
+
+    private:
+        const FakeProjectManager &manager;
+    };
+
     Journal &journal;
+    mutable Project project {*this};
 };
