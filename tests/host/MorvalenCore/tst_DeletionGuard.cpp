@@ -66,7 +66,7 @@ private:
 void TestDeletionGuard::init()
 {
     base = QFileInfo(outer.path()).canonicalFilePath() + u"/base"_s;
-    QVERIFY(QDir().mkpath(in(u"work"_s)));
+    QVERIFY(QDir().mkpath(in(u"area"_s)));
 }
 
 void TestDeletionGuard::refuses_data()
@@ -74,50 +74,50 @@ void TestDeletionGuard::refuses_data()
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("refusal");
     QTest::newRow("guard-text-1 nothing") << QString() << u"An empty path is not deleted"_s;
-    QTest::newRow("guard-text-2 a zero") << QString(u"BASE/work/a"_s + QChar(0) + u"b"_s)
+    QTest::newRow("guard-text-2 a zero") << QString(u"BASE/area/a"_s + QChar(0) + u"b"_s)
                                          << u"A path with a zero character is not deleted"_s;
     QTest::newRow("guard-text-3 a relative path")
-        << u"work"_s << u"\"work\" is not deleted because it is not an absolute path"_s;
+        << u"area"_s << u"\"area\" is not deleted because it is not an absolute path"_s;
     QTest::newRow("guard-text-4 the current folder")
         << u"."_s << u"\".\" is not deleted because it is not an absolute path"_s;
     QTest::newRow("guard-disk-1 missing")
-        << u"BASE/work/missing"_s << u"\"BASE/work/missing\" is not on disk"_s;
+        << u"BASE/area/missing"_s << u"\"BASE/area/missing\" is not on disk"_s;
     QTest::newRow("guard-disk-2 a link to a folder")
-        << u"BASE/work/link"_s << u"\"BASE/work/link\" is not deleted because it is a link"_s;
+        << u"BASE/area/link"_s << u"\"BASE/area/link\" is not deleted because it is a link"_s;
     QTest::newRow("guard-disk-3 a link to nothing")
-        << u"BASE/work/torn"_s << u"\"BASE/work/torn\" is not deleted because it is a link"_s;
+        << u"BASE/area/torn"_s << u"\"BASE/area/torn\" is not deleted because it is a link"_s;
     QTest::newRow("guard-disk-4 a link to itself")
-        << u"BASE/work/loop"_s << u"\"BASE/work/loop\" is not deleted because it is a link"_s;
+        << u"BASE/area/loop"_s << u"\"BASE/area/loop\" is not deleted because it is a link"_s;
     QTest::newRow("guard-disk-5 behind a link")
-        << u"BASE/work/link/x"_s
-        << u"\"BASE/work/link/x\" is not deleted because it is not a canonical path"_s;
+        << u"BASE/area/link/x"_s
+        << u"\"BASE/area/link/x\" is not deleted because it is not a canonical path"_s;
     QTest::newRow("guard-disk-6 a slash at the end")
-        << u"BASE/work/folder/"_s
-        << u"\"BASE/work/folder/\" is not deleted because it is not a canonical path"_s;
+        << u"BASE/area/folder/"_s
+        << u"\"BASE/area/folder/\" is not deleted because it is not a canonical path"_s;
     QTest::newRow("guard-disk-7 a folder up")
-        << u"BASE/work/folder/.."_s
-        << u"\"BASE/work/folder/..\" is not deleted because it is not a canonical path"_s;
+        << u"BASE/area/folder/.."_s
+        << u"\"BASE/area/folder/..\" is not deleted because it is not a canonical path"_s;
     QTest::newRow("guard-place-1 the root")
         << u"/"_s << u"\"/\" is not deleted because it is or holds \"/\""_s;
     QTest::newRow("guard-place-2 the limit itself")
-        << u"BASE/work"_s
-        << u"\"BASE/work\" is not deleted because it is or holds \"BASE/work/kept/design\""_s;
+        << u"BASE/area"_s
+        << u"\"BASE/area\" is not deleted because it is or holds \"BASE/area/kept/design\""_s;
     QTest::newRow("guard-place-3 beside the limit")
         << u"BASE/other"_s
-        << u"\"BASE/other\" is not deleted because it does not lie below \"BASE/work\""_s;
+        << u"\"BASE/other\" is not deleted because it does not lie below \"BASE/area\""_s;
     QTest::newRow("guard-place-4 a name that begins like the limit")
-        << u"BASE/workshop"_s
-        << u"\"BASE/workshop\" is not deleted because it does not lie below \"BASE/work\""_s;
+        << u"BASE/areas"_s
+        << u"\"BASE/areas\" is not deleted because it does not lie below \"BASE/area\""_s;
     QTest::newRow("guard-kept-1 what is kept")
-        << u"BASE/work/kept/design"_s
-        << u"\"BASE/work/kept/design\" is not deleted because it is or holds \"BASE/work/kept/design\""_s;
+        << u"BASE/area/kept/design"_s
+        << u"\"BASE/area/kept/design\" is not deleted because it is or holds \"BASE/area/kept/design\""_s;
     QTest::newRow("guard-kept-2 a folder above it")
-        << u"BASE/work/kept"_s
-        << u"\"BASE/work/kept\" is not deleted because it is or holds \"BASE/work/kept/design\""_s;
-    QTest::newRow("guard-accepted-1 a folder") << u"BASE/work/folder"_s << QString();
+        << u"BASE/area/kept"_s
+        << u"\"BASE/area/kept\" is not deleted because it is or holds \"BASE/area/kept/design\""_s;
+    QTest::newRow("guard-accepted-1 a folder") << u"BASE/area/folder"_s << QString();
     QTest::newRow("guard-accepted-2 a folder below what is kept")
-        << u"BASE/work/kept/design/part"_s << QString();
-    QTest::newRow("guard-accepted-3 beside what is kept") << u"BASE/work/kept/other"_s << QString();
+        << u"BASE/area/kept/design/part"_s << QString();
+    QTest::newRow("guard-accepted-3 beside what is kept") << u"BASE/area/kept/other"_s << QString();
 }
 
 void TestDeletionGuard::refuses()
@@ -125,14 +125,14 @@ void TestDeletionGuard::refuses()
     QFETCH(QString, path);
     QFETCH(QString, refusal);
     for (const QString &file :
-         {u"work/folder/f"_s, u"work/kept/design/part/f"_s, u"work/kept/other/f"_s, u"other/f"_s,
-          u"workshop/f"_s, u"outside/x/f"_s})
+         {u"area/folder/f"_s, u"area/kept/design/part/f"_s, u"area/kept/other/f"_s, u"other/f"_s,
+          u"areas/f"_s, u"outside/x/f"_s})
         write(in(file));
-    QVERIFY(QFile::link(in(u"outside"_s), in(u"work/link"_s)));
-    QVERIFY(QFile::link(in(u"nowhere"_s), in(u"work/torn"_s)));
-    QVERIFY(QFile::link(in(u"work/loop"_s), in(u"work/loop"_s)));
+    QVERIFY(QFile::link(in(u"outside"_s), in(u"area/link"_s)));
+    QVERIFY(QFile::link(in(u"nowhere"_s), in(u"area/torn"_s)));
+    QVERIFY(QFile::link(in(u"area/loop"_s), in(u"area/loop"_s)));
 
-    const DeletionLimits limits {in(u"work"_s), {in(u"work/kept/design"_s)}};
+    const DeletionLimits limits {in(u"area"_s), {in(u"area/kept/design"_s)}};
     QCOMPARE(deletionRefusal(QString(path).replace(u"BASE"_s, base), limits),
              QString(refusal).replace(u"BASE"_s, base));
     QString error;
@@ -148,66 +148,66 @@ void TestDeletionGuard::refusesTheHomeFolderOfTheEnvironment()
 {
     const QByteArray home = qgetenv("HOME");
     const auto restore = qScopeGuard([&] { qputenv("HOME", home); });
-    QVERIFY(QDir().mkpath(in(u"work/home/me"_s)));
-    qputenv("HOME", QFile::encodeName(in(u"work/home/me"_s)));
-    QVERIFY(!deletionRefusal(in(u"work/home/me"_s), {in(u"work"_s), {}}).isEmpty());
-    QVERIFY(!deletionRefusal(in(u"work/home"_s), {in(u"work"_s), {}}).isEmpty());
+    QVERIFY(QDir().mkpath(in(u"area/home/me"_s)));
+    qputenv("HOME", QFile::encodeName(in(u"area/home/me"_s)));
+    QVERIFY(!deletionRefusal(in(u"area/home/me"_s), {in(u"area"_s), {}}).isEmpty());
+    QVERIFY(!deletionRefusal(in(u"area/home"_s), {in(u"area"_s), {}}).isEmpty());
     // Deeper down the home folder is like any other.
-    QVERIFY(QDir().mkpath(in(u"work/home/me/x"_s)));
-    QCOMPARE(deletionRefusal(in(u"work/home/me/x"_s), {in(u"work"_s), {}}), QString());
+    QVERIFY(QDir().mkpath(in(u"area/home/me/x"_s)));
+    QCOMPARE(deletionRefusal(in(u"area/home/me/x"_s), {in(u"area"_s), {}}), QString());
 }
 
 void TestDeletionGuard::refusesTheCurrentFolderAndThoseAboveIt()
 {
     const QString before = QDir::currentPath();
     const auto restore = qScopeGuard([&] { QDir::setCurrent(before); });
-    QVERIFY(QDir().mkpath(in(u"work/a/b"_s)));
-    QVERIFY(QDir::setCurrent(in(u"work/a/b"_s)));
-    QVERIFY(!deletionRefusal(in(u"work/a/b"_s), {in(u"work"_s), {}}).isEmpty());
-    QVERIFY(!deletionRefusal(in(u"work/a"_s), {in(u"work"_s), {}}).isEmpty());
+    QVERIFY(QDir().mkpath(in(u"area/a/b"_s)));
+    QVERIFY(QDir::setCurrent(in(u"area/a/b"_s)));
+    QVERIFY(!deletionRefusal(in(u"area/a/b"_s), {in(u"area"_s), {}}).isEmpty());
+    QVERIFY(!deletionRefusal(in(u"area/a"_s), {in(u"area"_s), {}}).isEmpty());
 }
 
 void TestDeletionGuard::refusesWhatIsKeptUnderAnotherSpelling()
 {
-    QVERIFY(QDir().mkpath(in(u"work/design/part"_s)));
-    QVERIFY(QFile::link(in(u"work/design"_s), in(u"alias"_s)));
+    QVERIFY(QDir().mkpath(in(u"area/design/part"_s)));
+    QVERIFY(QFile::link(in(u"area/design"_s), in(u"alias"_s)));
     for (const QString &kept :
-         {u"alias"_s, u"alias/part/.."_s, u"work//design/"_s, u"alias/not/there/yet"_s})
-        QVERIFY2(!deletionRefusal(in(u"work/design"_s), {in(u"work"_s), {in(kept)}}).isEmpty(),
+         {u"alias"_s, u"alias/part/.."_s, u"area//design/"_s, u"alias/not/there/yet"_s})
+        QVERIFY2(!deletionRefusal(in(u"area/design"_s), {in(u"area"_s), {in(kept)}}).isEmpty(),
                  qPrintable(kept));
 }
 
 void TestDeletionGuard::refusesWhenTheLimitIsNoFolder()
 {
-    write(in(u"work/f"_s));
+    write(in(u"area/f"_s));
     for (const QString &below : {QString(), in(u"missing"_s), u"/"_s})
-        QVERIFY2(!deletionRefusal(in(u"work/f"_s), {below, {}}).isEmpty(), qPrintable(below));
+        QVERIFY2(!deletionRefusal(in(u"area/f"_s), {below, {}}).isEmpty(), qPrintable(below));
 }
 
 void TestDeletionGuard::deletesAFolderWithAllThatIsInIt()
 {
-    for (const QString &file : {u"work/d/a"_s, u"work/d/.b"_s, u"work/d/c/d/e"_s, u"work/stays"_s})
+    for (const QString &file : {u"area/d/a"_s, u"area/d/.b"_s, u"area/d/c/d/e"_s, u"area/stays"_s})
         write(in(file));
-    QVERIFY(QDir().mkpath(in(u"work/d/empty"_s)));
+    QVERIFY(QDir().mkpath(in(u"area/d/empty"_s)));
     QString error;
-    QVERIFY2(deleteFolder(in(u"work/d"_s), {in(u"work"_s), {}}, Deletion::Permanent, &error),
+    QVERIFY2(deleteFolder(in(u"area/d"_s), {in(u"area"_s), {}}, Deletion::Permanent, &error),
              qPrintable(error));
-    QVERIFY(!exists(in(u"work/d"_s)));
-    QVERIFY(exists(in(u"work/stays"_s)));
+    QVERIFY(!exists(in(u"area/d"_s)));
+    QVERIFY(exists(in(u"area/stays"_s)));
 }
 
 void TestDeletionGuard::deletesLinksButNotWhatTheyPointAt()
 {
     write(in(u"outside/f"_s));
-    write(in(u"work/d/x/f"_s));
-    QVERIFY(QFile::link(in(u"outside"_s), in(u"work/d/link"_s)));
-    QVERIFY(QFile::link(in(u"outside/f"_s), in(u"work/d/x/link"_s)));
-    QVERIFY(QFile::link(in(u"work/d"_s), in(u"work/d/x/loop"_s)));
-    QVERIFY(QFile::link(u"/"_s, in(u"work/d/root"_s)));
+    write(in(u"area/d/x/f"_s));
+    QVERIFY(QFile::link(in(u"outside"_s), in(u"area/d/link"_s)));
+    QVERIFY(QFile::link(in(u"outside/f"_s), in(u"area/d/x/link"_s)));
+    QVERIFY(QFile::link(in(u"area/d"_s), in(u"area/d/x/loop"_s)));
+    QVERIFY(QFile::link(u"/"_s, in(u"area/d/root"_s)));
     QString error;
-    QVERIFY2(deleteFolder(in(u"work/d"_s), {in(u"work"_s), {}}, Deletion::Permanent, &error),
+    QVERIFY2(deleteFolder(in(u"area/d"_s), {in(u"area"_s), {}}, Deletion::Permanent, &error),
              qPrintable(error));
-    QVERIFY(!exists(in(u"work/d"_s)));
+    QVERIFY(!exists(in(u"area/d"_s)));
     QVERIFY(exists(in(u"outside/f"_s)));
 }
 
@@ -215,54 +215,54 @@ void TestDeletionGuard::stopsWhereItMayNotDelete()
 {
     if (geteuid() == 0) {
         // Root may delete everywhere, so another reason must do: a folder that is no folder.
-        write(in(u"work/file"_s));
+        write(in(u"area/file"_s));
         QString error;
         QVERIFY(
-            !deleteFolder(in(u"work/file"_s), {in(u"work"_s), {}}, Deletion::Permanent, &error));
+            !deleteFolder(in(u"area/file"_s), {in(u"area"_s), {}}, Deletion::Permanent, &error));
         QCOMPARE(error,
-                 u"\"%1\" is not deleted because it is not a folder"_s.arg(in(u"work/file"_s)));
-        QVERIFY(exists(in(u"work/file"_s)));
+                 u"\"%1\" is not deleted because it is not a folder"_s.arg(in(u"area/file"_s)));
+        QVERIFY(exists(in(u"area/file"_s)));
         return;
     }
-    write(in(u"work/d/locked/f"_s));
+    write(in(u"area/d/locked/f"_s));
     const auto unlock = qScopeGuard([&] {
-        QFile::setPermissions(in(u"work/d/locked"_s),
+        QFile::setPermissions(in(u"area/d/locked"_s),
                               QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     });
-    QFile::setPermissions(in(u"work/d/locked"_s), QFile::ReadOwner | QFile::ExeOwner);
+    QFile::setPermissions(in(u"area/d/locked"_s), QFile::ReadOwner | QFile::ExeOwner);
     QString error;
-    QVERIFY(!deleteFolder(in(u"work/d"_s), {in(u"work"_s), {}}, Deletion::Permanent, &error));
+    QVERIFY(!deleteFolder(in(u"area/d"_s), {in(u"area"_s), {}}, Deletion::Permanent, &error));
     QCOMPARE(error,
-             u"\"%1\" could not be deleted: Permission denied"_s.arg(in(u"work/d/locked/f"_s)));
-    QVERIFY(exists(in(u"work/d/locked/f"_s)));
+             u"\"%1\" could not be deleted: Permission denied"_s.arg(in(u"area/d/locked/f"_s)));
+    QVERIFY(exists(in(u"area/d/locked/f"_s)));
 }
 
 void TestDeletionGuard::deletesDeepFoldersAndRefusesTooDeepOnes()
 {
     const auto deep = [this](int levels) {
-        QString path = in(u"work/deep"_s);
+        QString path = in(u"area/deep"_s);
         for (int i = 1; i < levels; ++i)
             path += u"/d"_s;
         return path;
     };
     QString error;
     QVERIFY(QDir().mkpath(deep(256)));
-    QVERIFY2(deleteFolder(in(u"work/deep"_s), {in(u"work"_s), {}}, Deletion::Permanent, &error),
+    QVERIFY2(deleteFolder(in(u"area/deep"_s), {in(u"area"_s), {}}, Deletion::Permanent, &error),
              qPrintable(error));
     QVERIFY(QDir().mkpath(deep(257)));
-    QVERIFY(!deleteFolder(in(u"work/deep"_s), {in(u"work"_s), {}}, Deletion::Permanent, &error));
+    QVERIFY(!deleteFolder(in(u"area/deep"_s), {in(u"area"_s), {}}, Deletion::Permanent, &error));
     QCOMPARE(error, u"\"%1\" is not deleted because it lies too deep"_s.arg(deep(257)));
 }
 
 void TestDeletionGuard::deletesNamesThatAreNotText()
 {
-    QVERIFY(QDir().mkpath(in(u"work/d"_s)));
-    const QByteArray odd = QFile::encodeName(in(u"work/d"_s)) + "/\xff\xfe\n";
+    QVERIFY(QDir().mkpath(in(u"area/d"_s)));
+    const QByteArray odd = QFile::encodeName(in(u"area/d"_s)) + "/\xff\xfe\n";
     FILE *file = fopen(odd.constData(), "w");
     QVERIFY(file);
     fclose(file);
     QString error;
-    QVERIFY2(deleteFolder(in(u"work/d"_s), {in(u"work"_s), {}}, Deletion::Permanent, &error),
+    QVERIFY2(deleteFolder(in(u"area/d"_s), {in(u"area"_s), {}}, Deletion::Permanent, &error),
              qPrintable(error));
 }
 
@@ -270,15 +270,15 @@ void TestDeletionGuard::deletesOneFileOnly_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("refusal");
-    QTest::newRow("file-1 a file") << u"work/file"_s << QString();
+    QTest::newRow("file-1 a file") << u"area/file"_s << QString();
     QTest::newRow("file-2 a folder")
-        << u"work/folder"_s << u"\"%1\" is not deleted because it is not a regular file"_s;
+        << u"area/folder"_s << u"\"%1\" is not deleted because it is not a regular file"_s;
     QTest::newRow("file-3 a link")
-        << u"work/link"_s << u"\"%1\" is not deleted because it is a link"_s;
+        << u"area/link"_s << u"\"%1\" is not deleted because it is a link"_s;
     QTest::newRow("file-4 a pipe")
-        << u"work/pipe"_s << u"\"%1\" is not deleted because it is not a regular file"_s;
-    QTest::newRow("file-5 missing") << u"work/missing"_s << u"\"%1\" is not on disk"_s;
-    QTest::newRow("file-6 kept") << u"work/kept"_s
+        << u"area/pipe"_s << u"\"%1\" is not deleted because it is not a regular file"_s;
+    QTest::newRow("file-5 missing") << u"area/missing"_s << u"\"%1\" is not on disk"_s;
+    QTest::newRow("file-6 kept") << u"area/kept"_s
                                  << u"\"%1\" is not deleted because it is or holds \"%1\""_s;
 }
 
@@ -286,29 +286,29 @@ void TestDeletionGuard::deletesOneFileOnly()
 {
     QFETCH(QString, name);
     QFETCH(QString, refusal);
-    for (const QString &file : {u"work/file"_s, u"work/folder/f"_s, u"work/kept"_s, u"target"_s})
+    for (const QString &file : {u"area/file"_s, u"area/folder/f"_s, u"area/kept"_s, u"target"_s})
         write(in(file));
-    QVERIFY(QFile::link(in(u"target"_s), in(u"work/link"_s)));
-    QCOMPARE(mkfifo(QFile::encodeName(in(u"work/pipe"_s)).constData(), 0600), 0);
+    QVERIFY(QFile::link(in(u"target"_s), in(u"area/link"_s)));
+    QCOMPARE(mkfifo(QFile::encodeName(in(u"area/pipe"_s)).constData(), 0600), 0);
 
     QString error;
-    const DeletionLimits limits {in(u"work"_s), {in(u"work/kept"_s)}};
+    const DeletionLimits limits {in(u"area"_s), {in(u"area/kept"_s)}};
     QCOMPARE(deleteFile(in(name), limits, Deletion::Permanent, &error), refusal.isEmpty());
     QCOMPARE(error, QString(refusal).replace(u"%1"_s, in(name)));
-    QCOMPARE(exists(in(u"work/file"_s)), name != u"work/file"_s);
-    for (const QString &file : {u"work/folder/f"_s, u"work/kept"_s, u"target"_s, u"work/link"_s})
+    QCOMPARE(exists(in(u"area/file"_s)), name != u"area/file"_s);
+    for (const QString &file : {u"area/folder/f"_s, u"area/kept"_s, u"target"_s, u"area/link"_s})
         QVERIFY(exists(in(file)));
 }
 
 void TestDeletionGuard::deletesAnEmptyFolderOnly()
 {
-    write(in(u"work/full/f"_s));
-    QVERIFY(QDir().mkpath(in(u"work/empty"_s)));
-    const DeletionLimits limits {in(u"work"_s), {}};
+    write(in(u"area/full/f"_s));
+    QVERIFY(QDir().mkpath(in(u"area/empty"_s)));
+    const DeletionLimits limits {in(u"area"_s), {}};
     QString error;
-    QVERIFY(deleteEmptyFolder(in(u"work/empty"_s), limits, &error));
-    QVERIFY(!deleteEmptyFolder(in(u"work/full"_s), limits, &error));
-    QCOMPARE(error, u"\"%1\" could not be deleted: Directory not empty"_s.arg(in(u"work/full"_s)));
+    QVERIFY(deleteEmptyFolder(in(u"area/empty"_s), limits, &error));
+    QVERIFY(!deleteEmptyFolder(in(u"area/full"_s), limits, &error));
+    QCOMPARE(error, u"\"%1\" could not be deleted: Directory not empty"_s.arg(in(u"area/full"_s)));
 }
 
 // While the tree is deleted, another thread turns one of its folders into a link to the outside
@@ -319,24 +319,24 @@ void TestDeletionGuard::neverFollowsALinkThatIsSwappedIn()
     int deletions = 0;
     for (int round = 0; round < 15; ++round) {
         for (int i = 0; i < 20; ++i)
-            write(in(u"work/d/sub%1/precious/f"_s.arg(i)));
-        QVERIFY(QFile::link(in(u"outside"_s), in(u"work/link"_s)));
+            write(in(u"area/d/sub%1/precious/f"_s.arg(i)));
+        QVERIFY(QFile::link(in(u"outside"_s), in(u"area/link"_s)));
         std::atomic<bool> stop = false;
         std::thread swapper([&] {
-            const QByteArray sub = QFile::encodeName(in(u"work/d/sub7"_s));
-            const QByteArray link = QFile::encodeName(in(u"work/link"_s));
+            const QByteArray sub = QFile::encodeName(in(u"area/d/sub7"_s));
+            const QByteArray link = QFile::encodeName(in(u"area/link"_s));
             while (!stop) {
                 renameat2(AT_FDCWD, sub.constData(), AT_FDCWD, link.constData(), RENAME_EXCHANGE);
             }
         });
         QString error;
         deletions +=
-            deleteFolder(in(u"work/d"_s), {in(u"work"_s), {}}, Deletion::Permanent, &error);
+            deleteFolder(in(u"area/d"_s), {in(u"area"_s), {}}, Deletion::Permanent, &error);
         stop = true;
         swapper.join();
         QVERIFY(exists(in(u"outside/precious/f"_s)));
-        QVERIFY(QDir(in(u"work"_s)).removeRecursively());
-        QVERIFY(QDir().mkpath(in(u"work"_s)));
+        QVERIFY(QDir(in(u"area"_s)).removeRecursively());
+        QVERIFY(QDir().mkpath(in(u"area"_s)));
     }
     QVERIFY(deletions > 0);
 }
@@ -345,13 +345,13 @@ void TestDeletionGuard::neverLeavesTheTreeWhenAFolderAboveIsSwapped()
 {
     write(in(u"outside/d/f"_s));
     for (int round = 0; round < 60; ++round) {
-        write(in(u"work/above/d/f"_s));
+        write(in(u"area/above/d/f"_s));
         if (round == 0)
-            QVERIFY(QFile::link(in(u"outside"_s), in(u"work/link"_s)));
+            QVERIFY(QFile::link(in(u"outside"_s), in(u"area/link"_s)));
         std::atomic<bool> stop = false;
         std::thread swapper([&] {
-            const QByteArray above = QFile::encodeName(in(u"work/above"_s));
-            const QByteArray link = QFile::encodeName(in(u"work/link"_s));
+            const QByteArray above = QFile::encodeName(in(u"area/above"_s));
+            const QByteArray link = QFile::encodeName(in(u"area/link"_s));
             while (!stop) {
                 // There and back, so that it always ends as it began.
                 for (int i = 0; i < 2; ++i) {
@@ -361,7 +361,7 @@ void TestDeletionGuard::neverLeavesTheTreeWhenAFolderAboveIsSwapped()
             }
         });
         QString error;
-        deleteFolder(in(u"work/above/d"_s), {in(u"work"_s), {}}, Deletion::Permanent, &error);
+        deleteFolder(in(u"area/above/d"_s), {in(u"area"_s), {}}, Deletion::Permanent, &error);
         stop = true;
         swapper.join();
         QVERIFY(exists(in(u"outside/d/f"_s)));
