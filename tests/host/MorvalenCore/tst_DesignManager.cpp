@@ -85,6 +85,8 @@ private Q_SLOTS:
     void savesAllDesignsBeforeTheEnd();
     void sendsEachSignalOnceForABracket();
     void tellsNothingOfADesignThatComesAndGoes();
+    void forgetsADesignThatSomebodyElseDestroys_data();
+    void forgetsADesignThatSomebodyElseDestroys();
     void tellsTheOldAndNewIdOfARenamedDesign();
     void keepsAClosedDesignAsLongAsACommandMayHoldIt();
     void makesThingsByTheirTag();
@@ -581,6 +583,44 @@ void TestDesignManager::tellsNothingOfADesignThatComesAndGoes()
     ChangeBracket::instance()->close();
     QCOMPARE(attached.size(), 0);
     QCOMPARE(closed.size(), 0);
+}
+
+void TestDesignManager::forgetsADesignThatSomebodyElseDestroys_data()
+{
+    QTest::addColumn<bool>("bracketed");
+    QTest::newRow("at once") << false;
+    QTest::newRow("when the bracket closes, under the id that listeners know") << true;
+}
+
+void TestDesignManager::forgetsADesignThatSomebodyElseDestroys()
+{
+    QFETCH(const bool, bracketed);
+    DesignManager *manager = session->manager();
+    IDesign *design = session->create(u"a"_s);
+    const QString file = design->componentFileName();
+    QSignalSpy closed(manager, &DesignManager::designClosed);
+    QSignalSpy changed(manager, &DesignManager::designChanged);
+    QSignalSpy idChanged(manager, &DesignManager::designIdChanged);
+    QSignalSpy active(manager, &DesignManager::activeDesignChanged);
+    if (bracketed) {
+        ChangeBracket::instance()->open();
+        design->setName(u"b"_s);
+    }
+    delete design->objectBase();
+    QCOMPARE(manager->openDesignIds(), QStringList());
+    QCOMPARE(manager->activeDesigns(), QList<IDesign *>());
+    QVERIFY(!manager->design(u"local.global.a.1.0"_s));
+    QVERIFY(!manager->design(u"local.global.b.1.0"_s));
+    if (bracketed) {
+        QCOMPARE(closed.size(), 0);
+        ChangeBracket::instance()->close();
+    }
+    QCOMPARE(closed, (QList<QVariantList> {{u"local.global.a.1.0"_s}}));
+    QCOMPARE(active.size(), 1);
+    QCOMPARE(changed.size(), 0);
+    QCOMPARE(idChanged.size(), 0);
+    // Its file can be opened again.
+    QVERIFY(session->open(file));
 }
 
 void TestDesignManager::tellsTheOldAndNewIdOfARenamedDesign()

@@ -24,9 +24,9 @@ void DesignAnnouncements::attached(const Interfaces::IDesign *design)
     sendNowOrLater();
 }
 
-void DesignAnnouncements::closed(const Interfaces::IDesign *design)
+void DesignAnnouncements::closed(const Interfaces::IDesign *design, const QString &id)
 {
-    entry(design, design->id(u"."_s)).isClosed = true;
+    entry(design, id).isClosed = true;
     sendNowOrLater();
 }
 

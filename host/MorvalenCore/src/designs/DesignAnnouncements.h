@@ -14,8 +14,8 @@ public:
     explicit DesignAnnouncements(DesignManager *sender) : manager(sender) { }
 
     void attached(const Interfaces::IDesign *design);
-    // The design's id is still what it was.
-    void closed(const Interfaces::IDesign *design);
+    // The design, which is not looked at, had that id.
+    void closed(const Interfaces::IDesign *design, const QString &id);
     void changed(const Interfaces::IDesign *design);
     void idChanged(const Interfaces::IDesign *design, const QString &oldId);
     void activeChanged();

@@ -29,14 +29,15 @@ Interfaces::IDesign *OpenDesigns::findByFile(const QString &path) const
     return file.isEmpty() ? nullptr : byFile.value(file);
 }
 
-// By the object alone, since it may be half destroyed already.
-void OpenDesigns::remove(Interfaces::IDesign *design)
+QString OpenDesigns::remove(Interfaces::IDesign *design)
 {
+    const QString id = byId.key(design);
     order.removeAll(design);
     activations.removeAll(design);
     const auto isDesign = [design](const auto &entry) { return entry.value() == design; };
     byId.removeIf(isDesign);
     byFile.removeIf(isDesign);
+    return id;
 }
 
 void OpenDesigns::rename(const QString &oldId, const QString &newId)

@@ -21,7 +21,8 @@ public:
     Interfaces::IDesign *findByFile(const QString &path) const;
 
     void add(const QString &id, Interfaces::IDesign *design);
-    void remove(Interfaces::IDesign *design);
+    // The id that it had is the answer. The design itself is not looked at.
+    QString remove(Interfaces::IDesign *design);
     void rename(const QString &oldId, const QString &newId);
 
     // The active design: the one made active last among those open; null when there is none.

@@ -118,10 +118,11 @@ void SessionDesignManager::designIdChanged(IDesign *design, const QString &oldId
 
 void SessionDesignManager::designChanged(IDesign *design) { announcements.changed(design); }
 
+// The design may be half destroyed already, when somebody else destroys it.
 void SessionDesignManager::forget(IDesign *design)
 {
     const bool wasActive = design == open.active();
-    open.remove(design);
+    announcements.closed(design, open.remove(design));
     if (wasActive)
         announcements.activeChanged();
 }

@@ -111,7 +111,6 @@ bool SessionDesignManager::closeDesign(const QString &id, bool deleteWorkingFold
     if (!refusal.isEmpty() && !isSafe(design))
         return false;
 
-    announcements.closed(design);
     disconnect(design->objectBase(), nullptr, this, nullptr);
     forget(design);
     if (auto *own = dynamic_cast<Design *>(design))
