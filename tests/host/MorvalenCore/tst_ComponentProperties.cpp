@@ -64,6 +64,9 @@ private Q_SLOTS:
     void references_data();
     void references();
     void referencesFollowRemoval();
+    void referencesFollowValues();
+    void referencesGoWithTheirFile_data();
+    void referencesGoWithTheirFile();
     void values_data();
     void values();
     void names();
@@ -198,6 +201,16 @@ void tst_ComponentProperties::references_data()
         << false;
     QTest::newRow("references-15 no id")
         << parameters(parameter("P", "1") + parameter("Q", "P")) << true;
+    QTest::newRow("references-16 who made it says nothing")
+        << parameters(p).replace("vendor>v.org<", "vendor>the.id<") << true;
+    QTest::newRow("references-17 an attribute with a name says nothing")
+        << with("<i:x name='the.id'/>") << true;
+    QTest::newRow("references-18 our own extensions say nothing")
+        << with("<i:x/><mv:item xmlns:mv='urn:morvalen:host:1' category='the.id'>"
+                "<mv:shared>the.id</mv:shared></mv:item>")
+        << true;
+    QTest::newRow("references-19 other extensions may refer")
+        << with("<x:item xmlns:x='urn:x' category='the.id'/>") << false;
 }
 
 void tst_ComponentProperties::references()
@@ -221,6 +234,55 @@ void tst_ComponentProperties::referencesFollowRemoval()
     QVERIFY(!properties.isRemovable(all[0]));
     properties.remove(all[1]);
     QVERIFY(properties.isRemovable(all[0]));
+}
+
+void tst_ComponentProperties::referencesFollowValues()
+{
+    const auto document = open(parameters(parameter("P", "1", " parameterId='idP'")
+                                          + parameter("Q", "idP + idP", " parameterId='idQ'")));
+    ComponentProperties &properties = document->properties();
+    const PropertyId p = nth(*document, 0);
+    const PropertyId q = nth(*document, 1);
+    for (const auto &[value, removable] : {std::pair {u"1"_s, true},
+                                           {u"2 ** (idP-1)"_s, false},
+                                           {u"idQ"_s, true},
+                                           {u""_s, true},
+                                           {u"idP"_s, false},
+                                           {u"idP"_s, false},
+                                           {u"2"_s, true}}) {
+        QVERIFY(properties.setValue(q, value));
+        QCOMPARE(properties.isRemovable(p), removable);
+        const auto again = open(document->bytes());
+        QCOMPARE(again->properties().isRemovable(nth(*again, 0)), removable);
+    }
+    const PropertyId ours = properties.add({u"o"_s, u"string"_s, {}, u"idP"_s, true, false});
+    QVERIFY(properties.setValue(ours, u"idP idP"_s));
+    QVERIFY(properties.isRemovable(p));
+}
+
+void tst_ComponentProperties::referencesGoWithTheirFile_data()
+{
+    QTest::addColumn<bool>("askedBefore");
+    QTest::newRow("asked before") << true;
+    QTest::newRow("asked only then") << false;
+}
+
+void tst_ComponentProperties::referencesGoWithTheirFile()
+{
+    QFETCH(const bool, askedBefore);
+    const QByteArray sets = "  <i:fileSets><i:fileSet><i:name>s</i:name>"
+                            "<i:file><i:name>a</i:name></i:file>"
+                            "<i:file><i:name>b</i:name><i:dependency>idP</i:dependency></i:file>"
+                            "</i:fileSet></i:fileSets>\n";
+    const auto document =
+        open(parameters(parameter("P", "1", " parameterId='idP'"), "1685-2014", sets));
+    const PropertyId p = nth(*document, 0);
+    const QList<FileId> files = document->files().files();
+    document->files().remove(files[0]);
+    if (askedBefore)
+        QVERIFY(!document->properties().isRemovable(p));
+    document->files().remove(files[1]);
+    QVERIFY(document->properties().isRemovable(p));
 }
 
 void tst_ComponentProperties::values_data()

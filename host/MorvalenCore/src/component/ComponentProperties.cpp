@@ -169,11 +169,8 @@ PropertyId ComponentProperties::add(const PropertyData &data, QString *error)
 
 void ComponentProperties::remove(PropertyId property)
 {
-    if (!contains(property))
-        return;
-    // What it refers to can be told apart only while it is there.
-    isRemovable(property);
-    tree.removeAndPrune(property.node);
+    if (contains(property))
+        tree.removeAndPrune(property.node);
 }
 
 bool ComponentProperties::setName(PropertyId property, const QString &name, QString *error)
@@ -195,6 +192,8 @@ bool ComponentProperties::setValue(PropertyId property, const QString &value, QS
 {
     if (!ItemCheck::isThere(contains(property), u"property", error) || !tree.check({value}, error))
         return false;
+    if (references && isParameter(property))
+        references->valueChanged(property.node, this->value(property), value);
     XmlNode node = valueNode(property);
     const bool textIsValue =
         !isParameter(property) || tree.standardChild(property.node, "name") == 0;

@@ -1,6 +1,7 @@
 #include "component/IdReferences.h"
 
 #include "component/ComponentTree.h"
+#include "component/ipxact.h"
 
 #include <expat.h>
 
@@ -11,15 +12,26 @@ namespace MorvalenCore {
 
 namespace {
 
-bool isOneOf(QByteArrayView word, std::initializer_list<QByteArrayView> list)
+// Between the namespace and the local part of a name.
+constexpr char nameSeparator = ' ';
+
+// Texts for people, and names, which are looked up by nobody.
+constexpr QByteArrayView saysNothing[] = {"vendor",      "library",         "name",
+                                          "version",     "displayName",     "author",
+                                          "description", "shortDescription"};
+// An id of its own is no reference.
+constexpr QByteArrayView attributeSaysNothing[] = {"id", "parameterId", "name"};
+
+template <typename List>
+bool holds(const List &list, QByteArrayView word)
 {
-    return std::find(list.begin(), list.end(), word) != list.end();
+    return std::find(std::begin(list), std::end(list), word) != std::end(list);
 }
 
 QByteArrayView localPart(const char *name)
 {
     const QByteArrayView whole(name);
-    return whole.sliced(whole.lastIndexOf(':') + 1);
+    return whole.sliced(whole.lastIndexOf(nameSeparator) + 1);
 }
 
 bool isWordCharacter(char c)
@@ -30,15 +42,23 @@ bool isWordCharacter(char c)
 
 } // namespace
 
-// One pass of expat over a document that looks for words in attributes and texts.
+// One pass of expat over a document that looks for words in attributes and texts. It counts the
+// files and parameters on its way, and so knows in which of them it is.
 class IdScanner
 {
 public:
-    IdScanner(IdReferences &target, QList<XmlNode> parameterNodes)
+    explicit IdScanner(IdReferences &target)
         : references(target),
-          parameters(std::move(parameterNodes)),
-          parser(XML_ParserCreate(nullptr), XML_ParserFree)
+          standard(Ipxact::namespaceOf(target.tree.generation()).toByteArray() + nameSeparator),
+          own(QByteArray(Ipxact::ownNamespace) + nameSeparator),
+          parser(XML_ParserCreateNS(nullptr, nameSeparator), XML_ParserFree)
     {
+        const ComponentTree &tree = references.tree;
+        parameters.nodes =
+            tree.standardChildren(tree.standardChild(XmlTree::root, "parameters"), "parameter");
+        for (const XmlNode set :
+             tree.standardChildren(tree.standardChild(XmlTree::root, "fileSets"), "fileSet"))
+            files.nodes += tree.standardChildren(set, "file");
         XML_SetUserData(parser.get(), this);
         XML_SetElementHandler(parser.get(), onStart, onEnd);
         XML_SetCharacterDataHandler(parser.get(), onText);
@@ -55,6 +75,15 @@ public:
     }
 
 private:
+    // The elements of one kind, in document order. They lie in the first element of a name below
+    // the root.
+    struct Kind
+    {
+        QList<XmlNode> nodes;
+        qsizetype next = 0;
+        bool isOver = false;
+    };
+
     static void XMLCALL onStart(void *self, const XML_Char *name, const XML_Char **attributes)
     {
         static_cast<IdScanner *>(self)->start(name, attributes);
@@ -62,93 +91,86 @@ private:
 
     static void XMLCALL onEnd(void *self, const XML_Char *)
     {
-        static_cast<IdScanner *>(self)->flush();
+        static_cast<IdScanner *>(self)->end();
     }
 
     static void XMLCALL onText(void *self, const XML_Char *text, int length)
     {
         auto *scanner = static_cast<IdScanner *>(self);
-        if (!scanner->isName)
+        if (!scanner->isSilent)
             scanner->text.append(text, length);
     }
 
     void start(const char *name, const char **attributes)
     {
         flush();
-        // Texts for people, and names, which are looked up by nobody.
-        isName =
-            isOneOf(localPart(name), {"name", "displayName", "shortDescription", "description"});
-        for (; *attributes != nullptr; attributes += 2) {
-            // An id of its own is no reference.
-            if (!isOneOf(localPart(attributes[0]), {"id", "parameterId"}))
-                look(attributes[1]);
+        path.append(QByteArrayView(name).startsWith(standard) ? localPart(name).toByteArray()
+                                                              : QByteArray());
+        findUser();
+        const bool isOwn = QByteArrayView(name).startsWith(own);
+        isSilent = isOwn || holds(saysNothing, localPart(name));
+        for (; !isOwn && *attributes != nullptr; attributes += 2) {
+            if (!holds(attributeSaysNothing, localPart(attributes[0])))
+                references.count(attributes[1], user, 1);
         }
+    }
+
+    void end()
+    {
+        flush();
+        if (path.size() == userDepth) {
+            user = 0;
+            userDepth = 0;
+        }
+        if (path.size() == 2) {
+            parameters.isOver = parameters.isOver || path.last() == "parameters";
+            files.isOver = files.isOver || path.last() == "fileSets";
+        }
+        path.removeLast();
+    }
+
+    void findUser()
+    {
+        if (path.size() == 3 && path[1] == "parameters" && path[2] == "parameter")
+            take(parameters);
+        else if (path.size() == 4 && path[1] == "fileSets" && path[2] == "fileSet"
+                 && path[3] == "file")
+            take(files);
+    }
+
+    void take(Kind &kind)
+    {
+        if (kind.isOver || kind.next == kind.nodes.size())
+            return;
+        user = kind.nodes[kind.next++];
+        userDepth = path.size();
     }
 
     void flush()
     {
-        look(text);
+        references.count(text, user, 1);
         text.clear();
-        isName = false;
-    }
-
-    // An id may hold dots, hyphens and colons itself, which also stand between ids.
-    void look(QByteArrayView words)
-    {
-        for (qsizetype from = 0; from < words.size();) {
-            qsizetype to = from;
-            while (to < words.size() && isWordCharacter(words[to]))
-                ++to;
-            if (to > from)
-                lookWord(words.sliced(from, to - from).toByteArray());
-            from = to + 1;
-        }
-    }
-
-    void lookWord(const QByteArray &word)
-    {
-        add(word);
-        for (const char separator : {'-', '.', ':'}) {
-            if (!word.contains(separator))
-                continue;
-            for (const QByteArray &part : word.split(separator))
-                add(part);
-        }
-    }
-
-    void add(const QByteArray &word)
-    {
-        const auto users = references.users.find(word);
-        if (users == references.users.end())
-            return;
-        const XmlNode user = currentParameter();
-        if (!users->contains(user))
-            users->append(user);
-    }
-
-    XmlNode currentParameter()
-    {
-        const XmlTree &xml = references.tree.xml;
-        const qsizetype at = XML_GetCurrentByteIndex(parser.get());
-        while (next < parameters.size() && xml.endOffset(parameters[next]) <= at)
-            ++next;
-        const bool inside = next < parameters.size() && xml.offset(parameters[next]) <= at;
-        return inside ? parameters[next] : 0;
+        isSilent = false;
     }
 
     IdReferences &references;
-    QList<XmlNode> parameters;
-    qsizetype next = 0;
+    QByteArray standard;
+    QByteArray own;
+    Kind parameters;
+    Kind files;
     std::unique_ptr<std::remove_pointer_t<XML_Parser>, decltype(&XML_ParserFree)> parser;
+    // The names of the open elements, empty for those that are not the standard's.
+    QList<QByteArray> path;
+    XmlNode user = 0;
+    qsizetype userDepth = 0;
     QByteArray text;
-    bool isName = false;
+    bool isSilent = false;
 };
 
 IdReferences::IdReferences(const ComponentTree &componentTree) : tree(componentTree)
 {
     const XmlNode list = tree.standardChild(XmlTree::root, "parameters");
-    QList<XmlNode> parameters = tree.standardChildren(list, "parameter");
-    for (const XmlNode parameter : std::as_const(parameters)) {
+    for (const XmlNode parameter : tree.standardChildren(list, "parameter")) {
         QByteArray id = tree.attribute(parameter, "parameterId").toUtf8();
         if (id.isEmpty())
             id = tree.attribute(tree.standardChild(parameter, "value"), "id").toUtf8();
@@ -158,15 +180,56 @@ IdReferences::IdReferences(const ComponentTree &componentTree) : tree(componentT
         }
     }
     if (!ids.isEmpty())
-        IdScanner(*this, std::move(parameters)).scan(tree.xml.originalBytes());
+        IdScanner(*this).scan(tree.xml.bytes());
 }
 
 bool IdReferences::isReferenced(XmlNode parameter) const
 {
-    const QList<XmlNode> all = users.value(ids.value(parameter));
-    return std::any_of(all.begin(), all.end(), [&](XmlNode user) {
-        return user != parameter && (user == 0 || tree.xml.isAlive(user));
+    const QHash<XmlNode, int> all = users.value(ids.value(parameter));
+    return std::any_of(all.keyValueBegin(), all.keyValueEnd(), [&](const auto &use) {
+        const XmlNode user = use.first;
+        return use.second > 0 && user != parameter && (user == 0 || tree.xml.isAlive(user));
     });
+}
+
+void IdReferences::valueChanged(XmlNode parameter, const QString &before, const QString &after)
+{
+    count(before.toUtf8(), parameter, -1);
+    count(after.toUtf8(), parameter, 1);
+}
+
+void IdReferences::count(QByteArrayView words, XmlNode user, int by)
+{
+    for (qsizetype from = 0; from < words.size();) {
+        qsizetype to = from;
+        while (to < words.size() && isWordCharacter(words[to]))
+            ++to;
+        if (to > from)
+            countWord(words.sliced(from, to - from), user, by);
+        from = to + 1;
+    }
+}
+
+// An id may hold dots, hyphens and colons itself, which also stand between ids.
+void IdReferences::countWord(QByteArrayView word, XmlNode user, int by)
+{
+    countId(word, user, by);
+    for (const char separator : {'-', '.', ':'}) {
+        qsizetype from = 0;
+        for (qsizetype to = word.indexOf(separator); to >= 0; to = word.indexOf(separator, from)) {
+            countId(word.sliced(from, to - from), user, by);
+            from = to + 1;
+        }
+        if (from > 0)
+            countId(word.sliced(from), user, by);
+    }
+}
+
+void IdReferences::countId(QByteArrayView id, XmlNode user, int by)
+{
+    const auto uses = users.find(QByteArray::fromRawData(id.data(), id.size()));
+    if (uses != users.end())
+        (*uses)[user] += by;
 }
 
 } // namespace MorvalenCore
