@@ -106,12 +106,22 @@ private Q_SLOTS:
     void refusesToDeleteFromDisk();
     void deletesWhereTheDesignIsReachedThroughALink();
     void refusesEveryChangeOfAReadOnlyDesign();
+    void knowsGeneratedFiles_data();
     void knowsGeneratedFiles();
+    void addsNothingToGeneratedFiles_data();
+    void addsNothingToGeneratedFiles();
     void survivesAReopening();
     void sortsFilesByTheStructureOfANewDesign_data();
     void sortsFilesByTheStructureOfANewDesign();
 
 private:
+    void openInstead(const QByteArray &bytes)
+    {
+        QVERIFY(session->manager()->closeDesign(design->id(u"."_s), false));
+        SessionFixture::write(ip(u"component.xml"_s), bytes);
+        design = session->open(ip(u"component.xml"_s));
+        QVERIFY(design);
+    }
     QString ip(const QString &name) const { return session->path(u"ip/"_s + name); }
     DesignFile *add(const QString &path) { return design->addFile(path, QString(), true, nullptr); }
     QStringList all() const { return paths(design->filesUnderNode(QString(), true)); }
@@ -479,19 +489,67 @@ void TestDesignFiles::refusesEveryChangeOfAReadOnlyDesign()
     QCOMPARE(design->activeFiles().size(), 1);
 }
 
+void TestDesignFiles::knowsGeneratedFiles_data()
+{
+    QTest::addColumn<QByteArray>("version");
+    QTest::newRow("of the current version") << QByteArray("2.1");
+    QTest::newRow("where the component has no version") << QByteArray();
+}
+
 void TestDesignFiles::knowsGeneratedFiles()
 {
-    QVERIFY(session->manager()->closeDesign(design->id(u"."_s), false));
+    QFETCH(const QByteArray, version);
     QByteArray generated = component;
+    generated.replace(">2.1<", ">" + version + "<");
     generated.replace("<ipxact:group>nothing</ipxact:group>\n",
                       "<ipxact:group>generatedFiles</ipxact:group>\n"
                       "      <ipxact:file><ipxact:name>out/a.bit</ipxact:name>"
                       "<ipxact:fileType>unknown</ipxact:fileType></ipxact:file>\n");
-    SessionFixture::write(ip(u"component.xml"_s), generated);
-    design = session->open(ip(u"component.xml"_s));
-    QCOMPARE(design->fileByActualPath(u"out/a.bit"_s, false)->generatedVersion(), u"2.1"_s);
+    openInstead(generated);
+    QCOMPARE(design->fileByActualPath(u"out/a.bit"_s, false)->generatedVersion(),
+             QString::fromUtf8(version));
     QVERIFY(design->fileByActualPath(u"out/a.bit"_s, false)->isGenerated());
     QVERIFY(!design->fileByActualPath(u"rtl/uart.v"_s, false)->isGenerated());
+}
+
+void TestDesignFiles::addsNothingToGeneratedFiles_data()
+{
+    QTest::addColumn<QByteArray>("rest");
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("node");
+    const auto set = [](const QByteArray &name, const QByteArray &files) {
+        return "<ipxact:fileSet><ipxact:name>" + name + "</ipxact:name>" + files
+            + "</ipxact:fileSet>";
+    };
+    const QByteArray group = "<ipxact:group>generatedFiles</ipxact:group>";
+    const auto file = [](const QByteArray &name, const QByteArray &type) {
+        return "<ipxact:file><ipxact:name>" + name + "</ipxact:name><ipxact:fileType>" + type
+            + "</ipxact:fileType></ipxact:file>";
+    };
+    const QByteArray made = set("made", group + file("m.v", "verilogSource"));
+    const QByteArray old = set("old", file("a.v", "verilogSource-95"));
+    QTest::newRow("generated-1 of the same type")
+        << made + set("mine", {}) << u"n.v"_s << u"mine"_s;
+    QTest::newRow("generated-2 another year of the language")
+        << made + set("mine", {}) + old << u"n.v"_s << u"old"_s;
+    QTest::newRow("generated-3 the usual set")
+        << set("files", group) + set("mine", {}) << u"n.odd"_s << u"mine"_s;
+    QTest::newRow("generated-4 no other set is there") << made << u"n.v"_s << u"files"_s;
+    QTest::newRow("generated-5 nor is the usual one free")
+        << made + set("files", group) + set("files_2", group) << u"n.v"_s << u"files_3"_s;
+}
+
+void TestDesignFiles::addsNothingToGeneratedFiles()
+{
+    QFETCH(const QByteArray, rest);
+    QFETCH(const QString, path);
+    const qsizetype sets = component.indexOf("    <ipxact:fileSet>\n");
+    openInstead(component.first(sets) + rest
+                + component.sliced(component.indexOf("  </ipxact:fileSets>")));
+    const DesignFile *file = add(path);
+    QVERIFY(file);
+    QTEST(file->node(), "node");
+    QVERIFY(!file->isGenerated());
 }
 
 void TestDesignFiles::survivesAReopening()

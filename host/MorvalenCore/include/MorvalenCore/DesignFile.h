@@ -21,9 +21,10 @@ public:
     // The name of the node (file set) that holds the file.
     virtual QString node() const = 0;
 
-    // The version of the design whose build made the file; empty when no build did.
+    // Whether a build or a generator made the file, and the version that the design had then. The
+    // version is empty for other files, and where the design had none.
+    virtual bool isGenerated() const { return !generatedVersion().isEmpty(); }
     virtual QString generatedVersion() const = 0;
-    bool isGenerated() const { return !generatedVersion().isEmpty(); }
 };
 
 } // namespace MorvalenCore

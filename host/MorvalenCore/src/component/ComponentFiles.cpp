@@ -1,11 +1,8 @@
 #include "component/ComponentFiles.h"
 
 #include "component/ComponentTree.h"
-#include "component/FileSetRules.h"
 #include "component/ipxact.h"
 #include "component/itemcheck.h"
-
-#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -17,13 +14,7 @@ constexpr char generatedGroup[] = "generatedFiles";
 
 } // namespace
 
-ComponentFiles::ComponentFiles(ComponentTree &componentTree)
-    : tree(componentTree),
-      rules(std::make_unique<FileSetRules>(*this))
-{
-}
-
-ComponentFiles::~ComponentFiles() = default;
+ComponentFiles::ComponentFiles(ComponentTree &componentTree) : tree(componentTree) { }
 
 QList<FileSetId> ComponentFiles::fileSets() const
 {
@@ -126,15 +117,15 @@ bool ComponentFiles::hasOwnCategory(FileId file) const
     return contains(file) && !tree.attribute(tree.item(file.node), "category").isEmpty();
 }
 
-GeneratedInfo ComponentFiles::generated(FileId file) const
+std::optional<GeneratedInfo> ComponentFiles::generated(FileId file) const
 {
     if (!contains(file))
         return {};
     const XmlNode own = tree.ownChild(tree.item(file.node), "generated");
     if (own != 0)
-        return {tree.attribute(own, "by"), tree.attribute(own, "version")};
+        return GeneratedInfo {tree.attribute(own, "by"), tree.attribute(own, "version")};
     if (isInGeneratedGroup(fileSet(file)))
-        return {{}, tree.standardText(XmlTree::root, "version")};
+        return GeneratedInfo {{}, tree.standardText(XmlTree::root, "version")};
     return {};
 }
 
@@ -176,31 +167,16 @@ FileId ComponentFiles::add(const QString &path, FileSetId set, QString *error)
     if (!ItemCheck::isThere(contains(set), u"file set", error)
         || !ItemCheck::isGiven(path, u"path of a file", error) || !tree.check({path}, error))
         return {};
-    const QString type = fileTypeOf(path);
     const XmlNode file = tree.addStandard(set.node, "file");
     tree.xml.setText(tree.addStandard(file, "name"), path);
-    tree.xml.setText(tree.addStandard(file, "fileType"), type);
-    rules->countFile(set, type, 1);
+    tree.xml.setText(tree.addStandard(file, "fileType"), fileTypeOf(path));
     return {{file}};
-}
-
-FileId ComponentFiles::add(const QString &path, const QList<FileSetPatterns> &patterns,
-                           QString *error)
-{
-    if (!ItemCheck::isGiven(path, u"path of a file", error) || !tree.check({path}, error))
-        return {};
-    FileSetId set = rules->choose(path, patterns);
-    if (!set)
-        set = fileSet(u"files"_s);
-    return add(path, set ? set : addFileSet(u"files"_s), error);
 }
 
 void ComponentFiles::remove(FileId file)
 {
-    if (!contains(file))
-        return;
-    rules->countFile(fileSet(file), fileType(file), -1);
-    tree.xml.remove(file.node);
+    if (contains(file))
+        tree.xml.remove(file.node);
 }
 
 bool ComponentFiles::setPath(FileId file, const QString &path, QString *error)
@@ -225,17 +201,18 @@ bool ComponentFiles::setCategory(FileId file, const QString &category, QString *
     return true;
 }
 
-bool ComponentFiles::setGenerated(FileId file, const GeneratedInfo &info, QString *error)
+bool ComponentFiles::setGenerated(FileId file, const std::optional<GeneratedInfo> &info,
+                                  QString *error)
 {
     if (!ItemCheck::isThere(contains(file), u"file", error)
-        || !tree.check({info.by, info.version}, error))
+        || (info && !tree.check({info->by, info->version}, error)))
         return false;
     if (generated(file) == info)
         return true;
-    if (info.isGenerated()) {
+    if (info) {
         const XmlNode entry = tree.ensureOwn(tree.ensureItem(file.node), "generated");
-        tree.setAttribute(entry, "by", info.by);
-        tree.setAttribute(entry, "version", info.version);
+        tree.setAttribute(entry, "by", info->by);
+        tree.setAttribute(entry, "version", info->version);
         return true;
     }
     if (isInGeneratedGroup(fileSet(file))) {

@@ -7,30 +7,20 @@
 #include <QString>
 #include <QStringList>
 
-#include <memory>
+#include <optional>
 
 namespace MorvalenCore {
 
 class ComponentTree;
-class FileSetRules;
-
-// Which file set takes new files of some names, as a design's structure says: file patterns with
-// the wildcards of the shell (*, ?, [...]), compared with the file name in any case.
-struct FileSetPatterns
-{
-    QString fileSet;
-    QStringList patterns;
-};
 
 // That a file is the product of a build or a generator.
 struct GeneratedInfo
 {
     // Who made it; may be empty.
     QString by;
-    // The version of the design that made it. Empty only for files that nothing generated.
+    // The version of the design that made it; empty where the design had none.
     QString version;
 
-    bool isGenerated() const { return !version.isEmpty(); }
     bool operator==(const GeneratedInfo &) const = default;
 };
 
@@ -54,7 +44,6 @@ class ComponentFiles
 {
 public:
     explicit ComponentFiles(ComponentTree &tree);
-    ~ComponentFiles();
 
     // All in document order.
     QList<FileSetId> fileSets() const;
@@ -80,8 +69,8 @@ public:
     // Whether the category is our own.
     bool hasOwnCategory(FileId file) const;
     // A file of a set in the group generatedFiles without an entry of ours is generated, by
-    // nobody, with the current version of the design.
-    GeneratedInfo generated(FileId file) const;
+    // nobody, with the current version of the design. Nothing for a file that is not generated.
+    std::optional<GeneratedInfo> generated(FileId file) const;
     // With an empty command when the file has none.
     FileBuildCommand buildCommand(FileId file) const;
     // Those with a command, in document order.
@@ -93,20 +82,15 @@ public:
 
     // Appends a file to a set; its fileType comes from the suffix.
     FileId add(const QString &path, FileSetId set, QString *error = nullptr);
-    // Appends to the first file set that holds files of that type or one of whose patterns
-    // matches, else to the set named "files", which is created where there is none.
-    // Sets in the group generatedFiles take no such file, and the type "unknown" is none.
-    FileId add(const QString &path, const QList<FileSetPatterns> &patterns,
-               QString *error = nullptr);
     // Removes this one entry. The file set stays, even when it is empty now.
     void remove(FileId file);
 
     bool setPath(FileId file, const QString &path, QString *error = nullptr);
     // Our own category; an empty text removes it, so that the standard one shows again.
     bool setCategory(FileId file, const QString &category, QString *error = nullptr);
-    // Info without a version removes our entry; refused for a file whose file set says that it
-    // is generated.
-    bool setGenerated(FileId file, const GeneratedInfo &info, QString *error = nullptr);
+    // No info removes our entry; refused for a file whose file set says that it is generated.
+    bool setGenerated(FileId file, const std::optional<GeneratedInfo> &info,
+                      QString *error = nullptr);
 
     // The standard's fileType for a file name by its suffix, "unknown" for an unknown one; the
     // generations differ in the words they know.
@@ -116,7 +100,6 @@ private:
     QString standardCategory(FileId file) const;
 
     ComponentTree &tree;
-    std::unique_ptr<FileSetRules> rules;
     // Groups are never changed here, and finding them takes a look at all files of a set.
     mutable QHash<FileSetId, QStringList> knownGroups;
 };

@@ -56,14 +56,25 @@ FileSetId DesignFiles::fileSetFor(const QString &text, QString *error)
     const DesignStructure *structure =
         findDesignStructure(state.document().text(DesignField::Structure));
     const QString wanted = structure ? structure->fileSetFor(text) : QString();
-    if (!wanted.isEmpty())
+    if (!wanted.isEmpty() && !holdsGeneratedFiles(wanted))
         return fileSetNamed(wanted, error);
     if (const FileSetId set = types.firstSetWith(document.fileTypeOf(text)))
         return set;
-    if (const FileSetId set = document.fileSet(u"files"_s))
+    if (const FileSetId set = document.fileSet(u"files"_s); set && !holdsGeneratedFiles(u"files"_s))
         return set;
-    const QList<FileSetId> sets = document.fileSets();
-    return sets.isEmpty() ? fileSetNamed(u"files"_s, error) : sets.first();
+    for (const FileSetId set : document.fileSets()) {
+        if (!document.isInGeneratedGroup(set))
+            return set;
+    }
+    QString name = u"files"_s;
+    for (int i = 2; document.fileSet(name); ++i)
+        name = u"files_%1"_s.arg(i);
+    return fileSetNamed(name, error);
+}
+
+bool DesignFiles::holdsGeneratedFiles(const QString &fileSet) const
+{
+    return part().isInGeneratedGroup(part().fileSet(fileSet));
 }
 
 FileSetId DesignFiles::fileSetNamed(const QString &name, QString *error)
@@ -78,7 +89,7 @@ bool DesignFiles::setGenerated(DesignFile *file, const QString &by, QString *err
     const auto *item = dynamic_cast<FileItem *>(file);
     return item && state.change(error, [&](QString *reason) {
         const QString version = state.document().text(DesignField::Version);
-        return part().setGenerated(item->elements().first(), {by, version}, reason);
+        return part().setGenerated(item->elements().first(), GeneratedInfo {by, version}, reason);
     });
 }
 

@@ -25,8 +25,10 @@ public:
 private:
     void removing(FileId entry) override { types.removing(entry); }
     FileId addEntry(const QString &text, const QString &node, QString *error);
-    // For the file that is to be added under the text.
+    // For the file that is to be added under the text. Never a set of generated files: whatever
+    // lies in one is deleted when the design is cleaned.
     FileSetId fileSetFor(const QString &text, QString *error);
+    bool holdsGeneratedFiles(const QString &fileSet) const;
     FileSetId fileSetNamed(const QString &name, QString *error);
     QList<FileId> entriesUnderNode(const QString &node, bool recursive) const;
 

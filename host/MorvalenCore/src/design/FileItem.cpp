@@ -6,6 +6,11 @@ namespace MorvalenCore {
 
 QString FileItem::node() const { return part().name(part().fileSet(firstElement())); }
 
-QString FileItem::generatedVersion() const { return part().generated(firstElement()).version; }
+bool FileItem::isGenerated() const { return part().generated(firstElement()).has_value(); }
+
+QString FileItem::generatedVersion() const
+{
+    return part().generated(firstElement()).value_or(GeneratedInfo()).version;
+}
 
 } // namespace MorvalenCore

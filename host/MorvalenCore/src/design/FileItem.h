@@ -16,6 +16,7 @@ public:
     using PathItem::PathItem;
 
     QString node() const override;
+    bool isGenerated() const override;
     QString generatedVersion() const override;
 };
 

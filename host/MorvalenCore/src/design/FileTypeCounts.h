@@ -8,14 +8,15 @@ namespace MorvalenCore {
 
 class DesignState;
 
-// Counts the files of each type in each file set, so that a new file finds its like at once. The
-// document is counted when it is first asked for.
+// Counts the files of each type in each file set, so that a new file finds its like at once; the
+// years of a language are one type. The document is counted when it is first asked for.
 class FileTypeCounts
 {
 public:
     explicit FileTypeCounts(const DesignState &designState) : state(designState) { }
 
-    // The first file set that holds a file of the type; none for an unknown type.
+    // The first file set that holds a file of the type and is not one of generated files; none
+    // for an unknown type.
     FileSetId firstSetWith(const QString &type);
 
     // An entry was added, or will be removed.
