@@ -16,7 +16,9 @@ namespace MorvalenCore {
 
 namespace {
 
+// In milliseconds: how often is looked whether processes are gone, and how long killed ones have.
 constexpr int pollInterval = 25;
+constexpr int killTime = 10'000;
 
 // Between fork and exec.
 void becomeLeader()
@@ -138,7 +140,7 @@ void NinjaProcess::goOnEnding()
 {
     QList<ChildProcess> left = toEnd();
     // A process that waits for the kernel cannot be killed; nobody waits for it for ever.
-    const bool givenUp = sinceEnding.elapsed() > 4 * graceTime;
+    const bool givenUp = sinceEnding.elapsed() > graceTime + killTime;
     if (left.isEmpty() || givenUp) {
         ending.stop();
         Q_EMIT ended();
@@ -146,9 +148,9 @@ void NinjaProcess::goOnEnding()
     }
     if (sinceEnding.elapsed() < graceTime)
         return;
-    // Ninja goes last: it removes what the steps have left half done.
-    if (sinceEnding.elapsed() < 2 * graceTime)
-        left.removeIf([this](const ChildProcess &child) { return child.id == session; });
+    // Ninja ends once its steps have, and removes what they have left half done: on a busy machine
+    // that takes its time.
+    left.removeIf([this](const ChildProcess &child) { return child.id == session; });
     send(left, SIGKILL);
 }
 
