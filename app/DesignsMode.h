@@ -4,13 +4,10 @@
 
 #include <QWidget>
 
+class DesignTree;
 class EditorArea;
-class QStackedLayout;
-class QTimer;
-class QTreeWidget;
 
-// The Designs mode: on the left the open designs in the order of opening, the active one marked;
-// on the right the editors. It follows the design manager once control is back in the event loop.
+// The Designs mode: on the left the tree of open designs, on the right the editors.
 class DesignsMode : public QWidget, public Qtilities::CoreGui::Interfaces::IMode
 {
     Q_OBJECT
@@ -32,14 +29,10 @@ public:
     QObject *objectBase() override { return this; }
     const QObject *objectBase() const override { return this; }
 
+    DesignTree *designTree() const { return tree; }
     EditorArea *editorArea() const { return editors; }
 
 private:
-    void refresh();
-    void activateDesign(const QString &designId);
-
+    DesignTree *tree;
     EditorArea *editors;
-    QStackedLayout *pages;
-    QTreeWidget *designs;
-    QTimer *refreshTimer;
 };

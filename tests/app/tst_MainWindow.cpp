@@ -19,7 +19,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
-#include <QTreeWidget>
+#include <QTreeView>
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::CoreGui::QtilitiesApplication;
@@ -225,36 +225,45 @@ void tst_MainWindow::theLogShowsTheSystemsMessages()
 void tst_MainWindow::noDesignIsOpen()
 {
     window->activateMode(DesignsMode::id);
-    QVERIFY(!find<QTreeWidget>("designs")->isVisible());
+    QVERIFY(!find<QTreeView>("designs")->isVisible());
 }
 
 void tst_MainWindow::designsAreListed()
 {
-    const auto *tree = find<QTreeWidget>("designs");
+    const auto *tree = find<QTreeView>("designs");
+    const QAbstractItemModel *model = tree->model();
     window->activateMode(DesignsMode::id);
     host->designManager.openDesign(u"uart"_s)->folderPath = u"/work/uart"_s;
     FakeDesign *fifo = host->designManager.openDesign(u"fifo"_s);
     host->designManager.active = {fifo};
     Q_EMIT host->designManager.designAttached(QString());
     Q_EMIT host->designManager.activeDesignChanged();
-    QTRY_COMPARE(tree->topLevelItemCount(), 2);
+    QTRY_COMPARE(model->rowCount(), 2);
     QVERIFY(tree->isVisible());
-    QStringList uart;
-    for (int column = 0; column < tree->columnCount(); ++column)
-        uart.append(tree->topLevelItem(0)->text(column));
-    QCOMPARE(uart,
-             (QStringList {u"uart"_s, u"1.0"_s, u"global"_s, u"acme"_s, u"Custom Design"_s,
-                           u"/work/uart"_s}));
-    QVERIFY(!tree->topLevelItem(0)->font(0).bold());
-    QCOMPARE(tree->topLevelItem(1)->text(0), u"fifo"_s);
-    QVERIFY(tree->topLevelItem(1)->font(0).bold());
+    const auto texts = [model](int row) {
+        QStringList list;
+        for (int column = 0; column < model->columnCount(); ++column)
+            list.append(model->index(row, column).data().toString());
+        return list;
+    };
+    const auto isBold = [model](int row) {
+        return model->index(row, 0).data(Qt::FontRole).value<QFont>().bold();
+    };
+    const QString details = u"Custom Design, version 1.0"_s;
+    QCOMPARE(texts(0), (QStringList {u"uart"_s, details, QString(), QString()}));
+    QCOMPARE(model->index(0, 0).data(Qt::ToolTipRole).toString(),
+             u"acme.global.uart.1.0\n/work/uart"_s);
+    QVERIFY(!isBold(0));
+    QCOMPARE(texts(1), (QStringList {u"fifo"_s, details, QString(), u"Active, No folder"_s}));
+    QVERIFY(isBold(1));
 }
 
 void tst_MainWindow::aDoubleClickActivates()
 {
-    auto *tree = find<QTreeWidget>("designs");
-    QCOMPARE(tree->topLevelItemCount(), 2);
-    const QPoint row = tree->visualItemRect(tree->topLevelItem(0)).center();
+    auto *tree = find<QTreeView>("designs");
+    QCOMPARE(tree->model()->rowCount(), 2);
+    host->journal.take();
+    const QPoint row = tree->visualRect(tree->model()->index(0, 0)).center();
     QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, row);
     QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, row);
     QCOMPARE(host->journal.take(),

@@ -1,0 +1,189 @@
+#include "app/designs/DesignTreeView.h"
+
+#include "app/designs/DesignTreeModel.h"
+#include "app/designs/rowtexts.h"
+
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QPainter>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::Interfaces::IDesign;
+
+namespace {
+
+// Nodes with more files than that are closed at first, and filtered rows beyond that stay closed.
+constexpr int openFileLimit = 40;
+constexpr int openFilteredLimit = 2'000;
+
+// A name for a branch that stays when the branch comes again; empty for an item.
+QString nameOf(const TreeRow &row)
+{
+    const IDesign *design = row.design();
+    if (!design || row.isItem())
+        return {};
+    return design->id(u"."_s) + u'\n' + QString::number(int(row.kind)) + u'\n' + row.name;
+}
+
+void arrangeColumns(QHeaderView *header)
+{
+    const QFontMetrics metrics = header->fontMetrics();
+    header->resizeSection(NameColumn, metrics.averageCharWidth() * 30);
+    header->resizeSection(DetailsColumn, metrics.averageCharWidth() * 24);
+    header->resizeSection(VersionControlColumn, metrics.averageCharWidth() * 16);
+    header->setStretchLastSection(true);
+}
+
+} // namespace
+
+DesignTreeView::DesignTreeView(DesignTreeModel *treeModel, QWidget *parent)
+    : QTreeView(parent),
+      tree(treeModel)
+{
+    setObjectName(u"designs"_s);
+    setModel(tree);
+    setUniformRowHeights(true);
+    setSelectionMode(ExtendedSelection);
+    setExpandsOnDoubleClick(false);
+    setEditTriggers(NoEditTriggers);
+    setFrameShape(NoFrame);
+    setAllColumnsShowFocus(true);
+    setAutoScroll(true);
+    arrangeColumns(header());
+    connect(tree, &DesignTreeModel::aboutToFollow, this, &DesignTreeView::rememberPlace);
+    connect(tree, &DesignTreeModel::followed, this, &DesignTreeView::restorePlace);
+    connect(this, &QTreeView::expanded, this,
+            [this](const QModelIndex &index) { remember(index, true); });
+    connect(this, &QTreeView::collapsed, this,
+            [this](const QModelIndex &index) { remember(index, false); });
+}
+
+QList<TreeRow> DesignTreeView::selectedRows() const
+{
+    QModelIndexList indexes = selectionModel()->selectedRows();
+    if (indexes.isEmpty() && currentIndex().isValid())
+        indexes.append(currentIndex());
+    std::sort(indexes.begin(), indexes.end());
+    QList<TreeRow> rows;
+    for (const QModelIndex &index : std::as_const(indexes))
+        rows.append(tree->row(index));
+    return rows;
+}
+
+TreeRow DesignTreeView::currentRow() const { return tree->row(currentIndex()); }
+
+void DesignTreeView::applyFilter(const QString &text)
+{
+    const QScopedValueRollback silence(isRemembering, false);
+    tree->setFilter(TreeFilter(text));
+    for (int row = 0; row < tree->rowCount(); ++row)
+        openUp(tree->index(row, 0));
+    scrollTo(currentIndex());
+}
+
+void DesignTreeView::remember(const QModelIndex &index, bool isOpen)
+{
+    if (!isRemembering)
+        return;
+    const QString name = nameOf(tree->row(index));
+    if (isOpen)
+        openBranches.insert(name);
+    else
+        openBranches.remove(name);
+}
+
+void DesignTreeView::rowsInserted(const QModelIndex &parent, int start, int end)
+{
+    QTreeView::rowsInserted(parent, start, end);
+    if (tree->row(parent).kind == RowKind::Node)
+        return;
+    const QScopedValueRollback silence(isRemembering, false);
+    for (int row = start; row <= end; ++row)
+        openUp(tree->index(row, 0, parent));
+}
+
+// Opens a branch, and those below, as they were; one that is new opens unless it is long.
+void DesignTreeView::openUp(const QModelIndex &index)
+{
+    const TreeRow row = tree->row(index);
+    if (!index.isValid() || row.isItem())
+        return;
+    const QString name = nameOf(row);
+    const int rows = tree->rowCount(index);
+    if (!tree->filter().isEmpty()) {
+        setExpanded(index, rows <= openFilteredLimit);
+    } else {
+        if (!knownBranches.contains(name) && (rows <= openFileLimit || row.kind != RowKind::Node))
+            openBranches.insert(name);
+        knownBranches.insert(name);
+        setExpanded(index, openBranches.contains(name));
+    }
+    for (int below = 0; below < rows; ++below) {
+        const QModelIndex child = tree->index(below, 0, index);
+        if (tree->row(child).isItem())
+            return;
+        openUp(child);
+    }
+}
+
+void DesignTreeView::rememberPlace()
+{
+    topRow = indexAt(QPoint(0, 0));
+    topOffset = topRow.isValid() ? visualRect(topRow).top() : 0;
+}
+
+void DesignTreeView::restorePlace()
+{
+    const QModelIndex top = std::exchange(topRow, {});
+    if (!top.isValid() || verticalScrollBar()->value() == 0)
+        return;
+    executeDelayedItemsLayout();
+    const int moved = visualRect(top).top() - topOffset;
+    if (moved == 0)
+        return;
+    const int step = verticalScrollMode() == ScrollPerItem ? std::max(1, rowHeight(top)) : 1;
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + moved / step);
+}
+
+void DesignTreeView::keyPressEvent(QKeyEvent *event)
+{
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isReturn && event->modifiers() == Qt::NoModifier && currentIndex().isValid())
+        Q_EMIT rowActivated(currentRow());
+    else if (event->matches(QKeySequence::Delete))
+        Q_EMIT deletionAsked();
+    else
+        QTreeView::keyPressEvent(event);
+}
+
+void DesignTreeView::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    QTreeView::mouseDoubleClickEvent(event);
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (event->button() == Qt::LeftButton && index.isValid())
+        Q_EMIT rowActivated(tree->row(index));
+}
+
+void DesignTreeView::contextMenuEvent(QContextMenuEvent *event)
+{
+    if (event->reason() == QContextMenuEvent::Keyboard) {
+        const QRect rect = visualRect(currentIndex());
+        Q_EMIT menuAsked(viewport()->mapToGlobal(rect.bottomLeft()));
+    } else {
+        Q_EMIT menuAsked(event->globalPos());
+    }
+}
+
+void DesignTreeView::paintEvent(QPaintEvent *event)
+{
+    QTreeView::paintEvent(event);
+    if (tree->filter().isEmpty() || tree->rowCount() > 0)
+        return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport()->rect(), Qt::AlignCenter, tr("No item matches the filter"));
+}

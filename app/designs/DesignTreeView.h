@@ -1,0 +1,54 @@
+#pragma once
+
+#include "app/designs/TreeRow.h"
+
+#include <QSet>
+#include <QTreeView>
+
+class DesignTreeModel;
+
+// The view of the tree of open designs. What a user sees stays where it is when rows around it come
+// and go; what is open stays open, also over a filter. A design that comes opens up.
+class DesignTreeView : public QTreeView
+{
+    Q_OBJECT
+
+public:
+    explicit DesignTreeView(DesignTreeModel *treeModel, QWidget *parent = nullptr);
+
+    // The rows that are selected, from top to bottom; the current one alone when none is.
+    QList<TreeRow> selectedRows() const;
+    TreeRow currentRow() const;
+
+    // Shows the items of a filter with all rows above them open, and without one what was open
+    // before.
+    void applyFilter(const QString &text);
+
+Q_SIGNALS:
+    // A row is to do the first that comes to mind: by Return, or a double click.
+    void rowActivated(const TreeRow &row);
+    void deletionAsked();
+    void menuAsked(const QPoint &globalPosition);
+
+protected:
+    void rowsInserted(const QModelIndex &parent, int start, int end) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void rememberPlace();
+    void restorePlace();
+    void remember(const QModelIndex &index, bool isOpen);
+    void openUp(const QModelIndex &index);
+
+    DesignTreeModel *tree;
+    // The row at the upper edge, and how far above the edge it begins.
+    QPersistentModelIndex topRow;
+    int topOffset = 0;
+    // Which branches are open when there is no filter, and which designs were ever shown.
+    QSet<QString> openBranches;
+    QSet<QString> knownBranches;
+    bool isRemembering = true;
+};
