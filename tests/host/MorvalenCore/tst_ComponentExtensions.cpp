@@ -313,7 +313,7 @@ void tst_ComponentExtensions::buildsChange_data()
         << QStringList {u"M"_s, u"N"_s} << QStringList {u"c"_s, u"b"_s, u"a"_s};
     QTest::newRow("change-7 nothing left") << QStringList() << QStringList();
     QTest::newRow("change-8 a step twice") << QStringList {u"M"_s} << QStringList {u"a"_s, u"a"_s};
-    QTest::newRow("change-9 macros")
+    QTest::newRow("change-9 a macro renamed")
         << QStringList {u"K"_s, u"N"_s} << QStringList {u"a"_s, u"b"_s, u"c"_s};
 }
 
@@ -343,8 +343,9 @@ void tst_ComponentExtensions::buildsChange()
                       + inside
                       + "        </mv:buildConfiguration>\n      </mv:buildConfigurations>\n");
     };
-    const QStringList old {u"M"_s, u"N"_s};
-    const auto document = open(text(old, {u"a"_s, u"b"_s, u"c"_s}, old));
+    // Those whose elements stay, with their kind of quotes.
+    const QStringList quoted {u"M"_s, u"N"_s, u"K"_s};
+    const auto document = open(text({u"M"_s, u"N"_s}, {u"a"_s, u"b"_s, u"c"_s}, quoted));
     BuildDescription build {u"A"_s, {}, {}, {}};
     for (const QString &name : std::as_const(macros))
         build.macros.append({name, u"v"_s});
@@ -352,7 +353,7 @@ void tst_ComponentExtensions::buildsChange()
         build.steps.append(step(name));
     QVERIFY(document->builds().write(build));
     QCOMPARE(document->builds().configurations(), QList<BuildDescription> {build});
-    QCOMPARE(document->bytes(), text(macros, steps, old));
+    QCOMPARE(document->bytes(), text(macros, steps, quoted));
 }
 
 void tst_ComponentExtensions::buildsActive()

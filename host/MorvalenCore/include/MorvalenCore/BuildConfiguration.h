@@ -1,5 +1,6 @@
 #pragma once
 
+#include <MorvalenCore/BuildDescription.h>
 #include <MorvalenCore/BuildStepPropertyManager.h>
 #include <MorvalenCore/MorvalenCoreExport.h>
 
@@ -26,6 +27,15 @@ public:
     // working folder.
     virtual QString getTargetPath() const = 0;
     virtual void setTargetPath(const QString &path) = 0;
+
+    // What the design keeps of it, and the steps that come on top of that: those that files of the
+    // design bring along, which are changed in the files.
+    virtual BuildDescription description() const { return {}; }
+    virtual QList<BuildStep> stepsOfFiles() const { return {}; }
+    // Changes all of it, the name included. False, with nothing changed and the reason in *error,
+    // when the design refuses it: it is read-only, or another configuration has that name. A run
+    // that is under way goes on as it began.
+    virtual bool setDescription(const BuildDescription &description, QString *error);
 
     virtual RunState runState() const = 0;
 

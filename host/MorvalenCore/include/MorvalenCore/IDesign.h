@@ -100,6 +100,22 @@ public:
     virtual BuildConfiguration *activeBuildConfiguration() const = 0;
     // A null configuration changes nothing.
     virtual void setActiveBuildConfiguration(BuildConfiguration *configuration) = 0;
+    // A new configuration without macros and steps; null, with the reason in *error, when the
+    // design refuses it: the name is no good or taken, or the design is read-only.
+    virtual BuildConfiguration *addBuildConfiguration(const QString &name, QString *error)
+    {
+        Q_UNUSED(name)
+        *error = QStringLiteral("The design cannot have other build configurations");
+        return nullptr;
+    }
+    // Removes a configuration and destroys it; what builds have made stays on disk. Refused in the
+    // same way, also while its build is under way.
+    virtual bool removeBuildConfiguration(const QString &name, QString *error)
+    {
+        Q_UNUSED(name)
+        *error = QStringLiteral("The design cannot have other build configurations");
+        return false;
+    }
 };
 
 } // namespace MorvalenCore::Interfaces

@@ -2,6 +2,9 @@
 
 #include "component/ComponentTree.h"
 #include "component/itemcheck.h"
+#include "component/listalignment.h"
+
+#include <QSet>
 
 #include <algorithm>
 
@@ -14,47 +17,11 @@ template <typename T>
 struct ListFormat
 {
     QByteArrayView element;
+    QString (*name)(const T &thing);
     T (*read)(const ComponentTree &tree, XmlNode node);
+    // Into a new element, or over one that holds another thing; what is not ours stays in that.
     void (*write)(ComponentTree &tree, XmlNode node, const T &thing);
 };
-
-QStringList texts(const ComponentTree &tree, XmlNode parent, QByteArrayView element)
-{
-    QStringList list;
-    for (const XmlNode node : tree.ownChildren(parent, element))
-        list += tree.xml.text(node);
-    return list;
-}
-
-BuildMacro readMacro(const ComponentTree &tree, XmlNode node)
-{
-    return {tree.attribute(node, "name"), tree.xml.text(node)};
-}
-
-void writeMacro(ComponentTree &tree, XmlNode node, const BuildMacro &macro)
-{
-    tree.setAttribute(node, "name", macro.name);
-    tree.xml.setText(node, macro.value);
-}
-
-BuildStep readStep(const ComponentTree &tree, XmlNode node)
-{
-    return {tree.attribute(node, "name"), tree.ownText(node, "command"), texts(tree, node, "input"),
-            texts(tree, node, "output")};
-}
-
-void writeStep(ComponentTree &tree, XmlNode node, const BuildStep &step)
-{
-    tree.setAttribute(node, "name", step.name);
-    tree.xml.setText(tree.addOwn(node, "command"), step.command);
-    for (const QString &input : step.inputs)
-        tree.xml.setText(tree.addOwn(node, "input"), input);
-    for (const QString &output : step.outputs)
-        tree.xml.setText(tree.addOwn(node, "output"), output);
-}
-
-const ListFormat<BuildMacro> macroFormat {"macro", readMacro, writeMacro};
-const ListFormat<BuildStep> stepFormat {"step", readStep, writeStep};
 
 template <typename T>
 QList<T> readList(const ComponentTree &tree, XmlNode parent, const ListFormat<T> &format)
@@ -63,6 +30,15 @@ QList<T> readList(const ComponentTree &tree, XmlNode parent, const ListFormat<T>
     for (const XmlNode node : tree.ownChildren(parent, format.element))
         list += format.read(tree, node);
     return list;
+}
+
+template <typename T>
+QStringList namesIn(const QList<T> &list, const ListFormat<T> &format, qsizetype from, qsizetype to)
+{
+    QStringList names;
+    for (qsizetype i = from; i < to; ++i)
+        names.append(format.name(list[i]));
+    return names;
 }
 
 // Writes only what is between the equal things at both ends. The first thing comes behind `after`
@@ -81,17 +57,71 @@ void writeList(ComponentTree &tree, XmlNode parent, const ListFormat<T> &format,
     while (tail < shorter - head
            && wanted[wanted.size() - 1 - tail] == present[present.size() - 1 - tail])
         ++tail;
+
+    const QList<int> places = alignLists(namesIn(present, format, head, present.size() - tail),
+                                         namesIn(wanted, format, head, wanted.size() - tail));
     if (head > 0)
         after = nodes[head - 1];
     else if (!nodes.isEmpty())
         after = tree.xml.previous(nodes.first());
-    for (qsizetype i = head; i < nodes.size() - tail; ++i)
-        tree.xml.remove(nodes[i]);
-    for (qsizetype i = head; i < wanted.size() - tail; ++i) {
-        after = tree.addOwn(parent, format.element, after);
-        format.write(tree, after, wanted[i]);
+    const QSet<int> staying(places.cbegin(), places.cend());
+    for (qsizetype i = head; i < nodes.size() - tail; ++i) {
+        if (!staying.contains(int(i - head)))
+            tree.xml.remove(nodes[i]);
+    }
+    for (qsizetype i = 0; i < places.size(); ++i) {
+        after =
+            places[i] < 0 ? tree.addOwn(parent, format.element, after) : nodes[head + places[i]];
+        format.write(tree, after, wanted[head + i]);
     }
 }
+
+const ListFormat<BuildMacro> macroFormat {
+    .element = "macro",
+    .name = [](const BuildMacro &macro) { return macro.name; },
+    .read =
+        [](const ComponentTree &tree, XmlNode node) {
+            return BuildMacro {tree.attribute(node, "name"), tree.xml.text(node)};
+        },
+    .write =
+        [](ComponentTree &tree, XmlNode node, const BuildMacro &macro) {
+            tree.setAttribute(node, "name", macro.name);
+            tree.xml.setText(node, macro.value);
+        },
+};
+
+ListFormat<QString> pathFormat(QByteArrayView element)
+{
+    return {
+        .element = element,
+        .name = [](const QString &path) { return path; },
+        .read = [](const ComponentTree &tree, XmlNode node) { return tree.xml.text(node); },
+        .write = [](ComponentTree &tree, XmlNode node,
+                    const QString &path) { tree.xml.setText(node, path); },
+    };
+}
+
+const ListFormat<QString> inputFormat = pathFormat("input");
+const ListFormat<QString> outputFormat = pathFormat("output");
+
+const ListFormat<BuildStep> stepFormat {
+    .element = "step",
+    .name = [](const BuildStep &step) { return step.name; },
+    .read =
+        [](const ComponentTree &tree, XmlNode node) {
+            return BuildStep {tree.attribute(node, "name"), tree.ownText(node, "command"),
+                              readList(tree, node, inputFormat),
+                              readList(tree, node, outputFormat)};
+        },
+    .write =
+        [](ComponentTree &tree, XmlNode node, const BuildStep &step) {
+            tree.setAttribute(node, "name", step.name);
+            const XmlNode command = tree.ensureOwn(node, "command");
+            tree.xml.setText(command, step.command);
+            writeList(tree, node, inputFormat, step.inputs, command);
+            writeList(tree, node, outputFormat, step.outputs, tree.xml.last(node));
+        },
+};
 
 bool check(const BuildDescription &build, QString *error)
 {
@@ -165,17 +195,17 @@ bool ComponentBuilds::setActiveName(const QString &name, QString *error)
     return true;
 }
 
-bool ComponentBuilds::write(const BuildDescription &configuration, QString *error)
+bool ComponentBuilds::write(const BuildDescription &configuration, QString *error,
+                            const QString &formerName)
 {
     if (!ItemCheck::isGiven(configuration.name, u"name of a build configuration", error)
         || !check(configuration, error))
         return false;
-    XmlNode node = find(configuration.name);
-    if (node == 0) {
+    XmlNode node = find(formerName.isEmpty() ? configuration.name : formerName);
+    if (node == 0)
         node = tree.addOwn(tree.ensureOwn(tree.ensureDesign(), "buildConfigurations"),
                            "buildConfiguration");
-        tree.setAttribute(node, "name", configuration.name);
-    }
+    tree.setAttribute(node, "name", configuration.name);
     tree.setAttribute(node, "targetPath", configuration.targetPath);
     writeList(tree, node, macroFormat, configuration.macros, 0);
     writeList(tree, node, stepFormat, configuration.steps, tree.xml.last(node));

@@ -1,46 +1,12 @@
 #pragma once
 
-#include <QList>
-#include <QString>
-#include <QStringList>
+#include <MorvalenCore/BuildDescription.h>
 
 #include <cstdint>
 
 namespace MorvalenCore {
 
 class ComponentTree;
-
-// A named text that commands of a build configuration can refer to.
-struct BuildMacro
-{
-    QString name;
-    QString value;
-
-    bool operator==(const BuildMacro &) const = default;
-};
-
-// One command line with its files. An input "node:NAME" stands for the files of a node.
-struct BuildStep
-{
-    QString name;
-    QString command;
-    QStringList inputs;
-    QStringList outputs;
-
-    bool operator==(const BuildStep &) const = default;
-};
-
-// A build configuration as the document has it. An empty target path means the default.
-struct BuildDescription
-{
-    QString name;
-    QString targetPath;
-    QList<BuildMacro> macros;
-    // In order of execution.
-    QList<BuildStep> steps;
-
-    bool operator==(const BuildDescription &) const = default;
-};
 
 // The build configurations of a component document that are ours. What the standard's
 // buildCommand elements ask for is ComponentFiles's.
@@ -58,9 +24,10 @@ public:
     // An empty name removes the mark.
     bool setActiveName(const QString &name, QString *error = nullptr);
 
-    // Writes a configuration: replaces the one of its name, else appends it. Macros and steps
-    // before the first one and behind the last one that differs stay untouched in the file.
-    bool write(const BuildDescription &configuration, QString *error = nullptr);
+    // Writes a configuration over the one of its name, or of its former name, else appends it.
+    // What does not differ stays untouched in the file, and what is not ours stays.
+    bool write(const BuildDescription &configuration, QString *error = nullptr,
+               const QString &formerName = {});
     // Only the target path, of the configuration of that name; false where there is none.
     bool setTargetPath(const QString &name, const QString &targetPath, QString *error = nullptr);
     // False where there is none of that name.

@@ -1,5 +1,6 @@
 #include "design/ConfigurationItem.h"
 
+#include "design/DesignBuilds.h"
 #include "design/DesignState.h"
 #include "disk/itempaths.h"
 
@@ -9,9 +10,10 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace MorvalenCore {
 
-ConfigurationItem::ConfigurationItem(DesignState &designState, DesignFiles &files,
-                                     const BuildDescription &description)
+ConfigurationItem::ConfigurationItem(DesignBuilds &owner, DesignState &designState,
+                                     DesignFiles &files, const BuildDescription &description)
     : BuildConfiguration(nullptr),
+      builds(owner),
       state(designState),
       data(description),
       macros(*this, designState),
@@ -28,16 +30,14 @@ QString ConfigurationItem::getTargetPath() const
 
 void ConfigurationItem::setTargetPath(const QString &path)
 {
-    if (path == data.targetPath)
-        return;
-    state.change(nullptr, [&](QString *error) {
-        BuildDescription changed = data;
-        changed.targetPath = path;
-        if (!state.document().builds().write(changed, error))
-            return false;
-        data = changed;
-        return true;
-    });
+    BuildDescription changed = data;
+    changed.targetPath = path;
+    builds.change(*this, changed, nullptr);
+}
+
+bool ConfigurationItem::setDescription(const BuildDescription &description, QString *error)
+{
+    return builds.change(*this, description, error);
 }
 
 QString ConfigurationItem::absoluteTargetPath(QString *error) const
@@ -51,15 +51,14 @@ QStringList ConfigurationItem::stepNamesInOrder(int count) const
     return count < 0 ? names : names.first(std::min<qsizetype>(count, names.size()));
 }
 
-QList<BuildStep> ConfigurationItem::steps() const
-{
-    return data.name == nameOfDefault() ? data.steps + stepsOfFiles() : data.steps;
-}
+QList<BuildStep> ConfigurationItem::steps() const { return data.steps + stepsOfFiles(); }
 
 QList<BuildStep> ConfigurationItem::stepsOfFiles() const
 {
-    const ComponentFiles &files = state.document().files();
     QList<BuildStep> steps;
+    if (data.name != nameOfDefault())
+        return steps;
+    const ComponentFiles &files = state.document().files();
     for (const FileId &file : files.filesWithBuildCommand()) {
         const FileBuildCommand build = files.buildCommand(file);
         const QString path = files.path(file);

@@ -8,6 +8,7 @@
 
 namespace MorvalenCore {
 
+class DesignBuilds;
 class DesignFiles;
 class DesignState;
 
@@ -17,7 +18,7 @@ class ConfigurationItem final : public BuildConfiguration
     Q_OBJECT
 
 public:
-    ConfigurationItem(DesignState &designState, DesignFiles &files,
+    ConfigurationItem(DesignBuilds &owner, DesignState &designState, DesignFiles &files,
                       const BuildDescription &description);
 
     // The configuration that also runs the build commands that files bring along.
@@ -26,6 +27,9 @@ public:
     QString configurationName() const override { return data.name; }
     QString getTargetPath() const override;
     void setTargetPath(const QString &path) override;
+    BuildDescription description() const override { return data; }
+    QList<BuildStep> stepsOfFiles() const override;
+    bool setDescription(const BuildDescription &description, QString *error) override;
     RunState runState() const override { return runner.state(); }
     QStringList stepNamesInOrder(int count) const override;
     const BuildStepPropertyManager *propertyManager() const override { return &macros; }
@@ -34,8 +38,9 @@ public:
     bool run(bool onlyOutdated, bool dryRun) override;
     void cancel() override { runner.cancel(); }
 
-    const BuildDescription &description() const { return data; }
-    void setDescription(const BuildDescription &description) { data = description; }
+    const QList<BuildMacro> &ownMacros() const { return data.macros; }
+    // What the document holds by now.
+    void takeUp(const BuildDescription &description) { data = description; }
 
     // The steps as they are listed, those that files bring along last.
     QList<BuildStep> steps() const;
@@ -45,8 +50,7 @@ public:
     const MacroTable &macroTable() const { return macros; }
 
 private:
-    QList<BuildStep> stepsOfFiles() const;
-
+    DesignBuilds &builds;
     DesignState &state;
     BuildDescription data;
     MacroTable macros;

@@ -52,7 +52,6 @@ public:
 
     // The parts of the design beyond what every design has.
     DesignFiles &fileItems() { return files; }
-    DesignBuilds &buildItems() { return builds; }
 
     QString name() const override;
     QString vendor() const override;
@@ -108,6 +107,8 @@ public:
     BuildConfiguration *buildConfiguration(const QString &name) const override;
     BuildConfiguration *activeBuildConfiguration() const override;
     void setActiveBuildConfiguration(BuildConfiguration *configuration) override;
+    BuildConfiguration *addBuildConfiguration(const QString &name, QString *error) override;
+    bool removeBuildConfiguration(const QString &name, QString *error) override;
 
 private:
     explicit Design(std::unique_ptr<ComponentDocument> document);

@@ -19,18 +19,23 @@ DesignBuilds::~DesignBuilds() = default;
 
 void DesignBuilds::load()
 {
-    const ComponentDocument &document = state.document();
-    for (const BuildDescription &description : document.builds().configurations())
+    const ComponentBuilds &written = state.document().builds();
+    for (const BuildDescription &description : written.configurations())
         takeUp(description);
-    if (!find(ConfigurationItem::nameOfDefault())
-        && !document.files().filesWithBuildCommand().isEmpty())
-        takeUp({ConfigurationItem::nameOfDefault(), QString(), {}, {}});
-    activeName = document.builds().activeName();
+    takeUpDefault();
+    activeName = written.activeName();
 }
 
 void DesignBuilds::takeUp(const BuildDescription &description)
 {
-    items.push_back(std::make_unique<ConfigurationItem>(state, files, description));
+    items.push_back(std::make_unique<ConfigurationItem>(*this, state, files, description));
+}
+
+void DesignBuilds::takeUpDefault()
+{
+    if (!find(ConfigurationItem::nameOfDefault())
+        && !state.document().files().filesWithBuildCommand().isEmpty())
+        takeUp({ConfigurationItem::nameOfDefault(), QString(), {}, {}});
 }
 
 void DesignBuilds::clear() { items.clear(); }
@@ -72,19 +77,53 @@ void DesignBuilds::setActive(const BuildConfiguration *configuration)
         state.changed();
 }
 
-bool DesignBuilds::write(const BuildDescription &description, QString *error)
+bool DesignBuilds::isFree(const QString &name, QString *error) const
 {
+    if (name.isEmpty())
+        *error = u"The name of a build configuration cannot be empty"_s;
+    else if (name == u"."_s || name == u".."_s
+             || std::any_of(name.cbegin(), name.cend(), [](QChar c) {
+                    return c == u'/' || c.category() == QChar::Other_Control;
+                }))
+        *error = u"A build configuration cannot have the name \"%1\""_s.arg(name);
+    else if (find(name))
+        *error =
+            u"The design \"%1\" has a build configuration \"%2\" already"_s.arg(state.name(), name);
+    else
+        return true;
+    return false;
+}
+
+BuildConfiguration *DesignBuilds::add(const QString &name, QString *error)
+{
+    const bool added = state.change(error, [&](QString *reason) {
+        const BuildDescription description {name, {}, {}, {}};
+        if (!isFree(name, reason) || !state.document().builds().write(description, reason))
+            return false;
+        takeUp(description);
+        return true;
+    });
+    return added ? items.back().get() : nullptr;
+}
+
+bool DesignBuilds::change(ConfigurationItem &item, const BuildDescription &description,
+                          QString *error)
+{
+    const BuildDescription before = item.description();
+    if (description == before)
+        return true;
     return state.change(error, [&](QString *reason) {
-        if (description.name.isEmpty()) {
-            *reason = u"The name of a build configuration cannot be empty"_s;
+        ComponentBuilds &written = state.document().builds();
+        const bool renamed = description.name != before.name;
+        if ((renamed && !isFree(description.name, reason))
+            || !written.write(description, reason, before.name))
             return false;
-        }
-        if (!state.document().builds().write(description, reason))
-            return false;
-        if (auto *item = static_cast<ConfigurationItem *>(find(description.name)))
-            item->setDescription(description);
-        else
-            takeUp(description);
+        item.takeUp(description);
+        if (renamed && written.activeName() == before.name)
+            written.setActiveName(description.name);
+        if (renamed && activeName == before.name)
+            activeName = description.name;
+        takeUpDefault();
         return true;
     });
 }
@@ -92,12 +131,21 @@ bool DesignBuilds::write(const BuildDescription &description, QString *error)
 bool DesignBuilds::remove(const QString &name, QString *error)
 {
     return state.change(error, [&](QString *reason) {
-        if (!state.document().builds().remove(name)) {
+        const BuildConfiguration *item = find(name);
+        ComponentBuilds &written = state.document().builds();
+        if (item && item->runState() == BuildConfiguration::Running) {
+            *reason = u"The build \"%1\" of design \"%2\" is running"_s.arg(name, state.name());
+            return false;
+        }
+        if (!written.remove(name)) {
             *reason = u"The design \"%1\" has no build configuration \"%2\" of its own"_s.arg(
                 state.name(), name);
             return false;
         }
-        std::erase_if(items, [&](const auto &item) { return item->configurationName() == name; });
+        if (written.activeName() == name)
+            written.setActiveName({});
+        std::erase_if(items, [item](const auto &other) { return other.get() == item; });
+        takeUpDefault();
         return true;
     });
 }

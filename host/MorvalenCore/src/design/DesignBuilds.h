@@ -34,12 +34,17 @@ public:
     // remembers it as long as it is open.
     void setActive(const BuildConfiguration *configuration);
 
-    // Adds a configuration, or changes the one of that name.
-    bool write(const BuildDescription &description, QString *error);
+    BuildConfiguration *add(const QString &name, QString *error);
     bool remove(const QString &name, QString *error);
+
+    // What BuildConfiguration::setDescription() does; a refusal goes to the log when error is null.
+    bool change(ConfigurationItem &item, const BuildDescription &description, QString *error);
 
 private:
     void takeUp(const BuildDescription &description);
+    void takeUpDefault();
+    // Whether a configuration may get that name; the reason in *error.
+    bool isFree(const QString &name, QString *error) const;
 
     DesignState &state;
     DesignFiles &files;

@@ -102,4 +102,14 @@ void Design::setActiveBuildConfiguration(BuildConfiguration *configuration)
     builds.setActive(configuration);
 }
 
+BuildConfiguration *Design::addBuildConfiguration(const QString &name, QString *error)
+{
+    return builds.add(name, error);
+}
+
+bool Design::removeBuildConfiguration(const QString &name, QString *error)
+{
+    return builds.remove(name, error);
+}
+
 } // namespace MorvalenCore

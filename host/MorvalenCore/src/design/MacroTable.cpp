@@ -42,7 +42,7 @@ QHash<QString, QString> MacroTable::configurationMacros() const
         {u"CONFIGURATION"_s, configuration.configurationName()},
         {u"TARGET_PATH"_s, configuration.absoluteTargetPath()},
     };
-    for (const BuildMacro &macro : configuration.description().macros)
+    for (const BuildMacro &macro : configuration.ownMacros())
         macros.insert(macro.name, macro.value);
     return macros;
 }
