@@ -1,0 +1,103 @@
+#include "app/editor/TextEdit.h"
+
+#include "app/editor/EditorSettings.h"
+#include "app/editor/LineGutter.h"
+#include "app/editor/shades.h"
+
+#include <QKeyEvent>
+#include <QTextBlock>
+
+using namespace Qt::Literals::StringLiterals;
+
+TextEdit::TextEdit(QWidget *parent) : QPlainTextEdit(parent), gutter(new LineGutter(this))
+{
+    setObjectName(u"text"_s);
+    setLineWrapMode(QPlainTextEdit::NoWrap);
+    setFrameShape(QFrame::NoFrame);
+    setAccessibleName(tr("Text"));
+    connect(this, &QPlainTextEdit::blockCountChanged, this, &TextEdit::placeGutter);
+    connect(this, &QPlainTextEdit::updateRequest, gutter, &LineGutter::follow);
+    connect(this, &QPlainTextEdit::cursorPositionChanged, this, &TextEdit::showMarks);
+    connect(EditorSettings::instance(), &EditorSettings::fontChanged, this, &TextEdit::takeFont);
+    takeFont();
+    showMarks();
+}
+
+void TextEdit::setMarks(const QList<QTextEdit::ExtraSelection> &theMarks)
+{
+    marks = theMarks;
+    showMarks();
+}
+
+void TextEdit::goToLine(int line)
+{
+    const QTextBlock block = document()->findBlockByNumber(qBound(1, line, blockCount()) - 1);
+    setTextCursor(QTextCursor(block));
+    centerCursor();
+}
+
+void TextEdit::resizeEvent(QResizeEvent *event)
+{
+    QPlainTextEdit::resizeEvent(event);
+    placeGutter();
+}
+
+void TextEdit::changeEvent(QEvent *event)
+{
+    QPlainTextEdit::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        showMarks();
+    else if (event->type() == QEvent::FontChange)
+        placeGutter();
+}
+
+void TextEdit::keyPressEvent(QKeyEvent *event)
+{
+    if (!isReadOnly() && event->matches(QKeySequence::InsertParagraphSeparator))
+        breakLine();
+    else
+        QPlainTextEdit::keyPressEvent(event);
+}
+
+void TextEdit::takeFont()
+{
+    setFont(EditorSettings::instance()->font());
+    setTabStopDistance(EditorSettings::tabWidth * fontMetrics().horizontalAdvance(u' '));
+    placeGutter();
+}
+
+void TextEdit::placeGutter()
+{
+    const int width = gutter->sizeHint().width();
+    setViewportMargins(width, 0, 0, 0);
+    const QRect inside = contentsRect();
+    gutter->setGeometry(inside.left(), inside.top(), width, inside.height());
+}
+
+void TextEdit::showMarks()
+{
+    QTextEdit::ExtraSelection line;
+    line.format.setBackground(shades::currentLine(palette()));
+    line.format.setProperty(QTextFormat::FullWidthSelection, true);
+    line.cursor = textCursor();
+    line.cursor.clearSelection();
+    setExtraSelections(QList<QTextEdit::ExtraSelection> {line} + marks);
+    gutter->update();
+}
+
+// The new line begins as far to the right as the old one did.
+void TextEdit::breakLine()
+{
+    QTextCursor cursor = textCursor();
+    cursor.beginEditBlock();
+    cursor.removeSelectedText();
+    const QString before = cursor.block().text().first(cursor.positionInBlock());
+    qsizetype indent = 0;
+    while (indent < before.size() && (before[indent] == u' ' || before[indent] == u'\t'))
+        ++indent;
+    cursor.insertBlock();
+    cursor.insertText(before.first(indent));
+    cursor.endEditBlock();
+    setTextCursor(cursor);
+    ensureCursorVisible();
+}

@@ -1,0 +1,85 @@
+#include "app/editor/WindowEditorManager.h"
+
+#include "app/editor/designhold.h"
+#include "app/editor/EditorArea.h"
+#include "app/editor/TextPage.h"
+
+#include <MorvalenCore/DesignManager.h>
+#include <Qtilities/Logger.h>
+
+#include <QFileInfo>
+#include <QTimer>
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::DesignManager;
+using Qtilities::Logging::Logger;
+
+WindowEditorManager::WindowEditorManager(EditorArea *theArea, QObject *parent)
+    : EditorManager(parent),
+      area(theArea),
+      holdTimer(new QTimer(this))
+{
+    // However many changes a script makes, the pages are looked at once.
+    holdTimer->setSingleShot(true);
+    connect(holdTimer, &QTimer::timeout, this, &WindowEditorManager::updateHolds);
+    const auto updateSoon = [this] { holdTimer->start(0); };
+    const DesignManager *designs = DesignManager::instance();
+    connect(designs, &DesignManager::designAttached, this, updateSoon);
+    connect(designs, &DesignManager::designClosed, this, updateSoon);
+    connect(designs, &DesignManager::designChanged, this, updateSoon);
+    connect(designs, &DesignManager::designIdChanged, this, updateSoon);
+}
+
+QWidget *WindowEditorManager::createEditorForPath(const QString &path, QString *error,
+                                                  const QString &mode, bool bringUp, bool readOnly)
+{
+    QString reason;
+    TextPage *page = area ? open(path, mode, &reason) : nullptr;
+    if (!page) {
+        if (error)
+            *error = reason;
+        else
+            Logger::instance()->logMessage(QString(), Logger::Warning, reason);
+        return nullptr;
+    }
+    // What was typed stays changeable, so that it can be saved.
+    if (!page->isModified())
+        page->setHold(TextPage::Caller, readOnly ? tr("it was opened for reading") : QString());
+    if (bringUp) {
+        area->bringUpPage(page);
+        Q_EMIT bringUpRequested();
+    }
+    return page;
+}
+
+TextPage *WindowEditorManager::open(const QString &path, const QString &mode, QString *error)
+{
+    if (!mode.isEmpty() && mode != u"text"_s) {
+        *error = tr("There is no editor \"%1\"").arg(mode);
+        return nullptr;
+    }
+    const QString canonical = QFileInfo(path).canonicalFilePath();
+    if (auto *shown = qobject_cast<TextPage *>(area->page(canonical)))
+        return shown;
+    // A path without a canonical form names nothing; reading it says why.
+    TextPage *page = TextPage::open(canonical.isEmpty() ? path : canonical, error);
+    if (!page)
+        return nullptr;
+    area->addPage(page, false);
+    updateHolds();
+    return page;
+}
+
+void WindowEditorManager::updateHolds()
+{
+    if (!area)
+        return;
+    const QList<EditorPage *> pages = area->pages();
+    for (EditorPage *candidate : pages) {
+        auto *page = qobject_cast<TextPage *>(candidate);
+        if (!page)
+            continue;
+        page->setHold(TextPage::Host, designhold::asComponentFile(page->filePath()));
+        page->setHold(TextPage::Design, designhold::asFileOfReadOnlyDesign(page->filePath()));
+    }
+}

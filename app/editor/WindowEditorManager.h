@@ -1,0 +1,36 @@
+#pragma once
+
+#include <MorvalenCore/EditorManager.h>
+
+#include <QPointer>
+
+class EditorArea;
+class QTimer;
+class TextPage;
+
+// Opens files in the editor area of the window: one page for each file. It keeps users from
+// changing what the designs hold in memory: the component file of an open design, and the files of
+// a read-only one, are shown for reading only while that is so.
+class WindowEditorManager : public MorvalenCore::EditorManager
+{
+    Q_OBJECT
+
+public:
+    // The area outlives the manager, or takes its pages with it.
+    explicit WindowEditorManager(EditorArea *area, QObject *parent = nullptr);
+
+    // The mode is empty or "text". A reason that nobody asks for goes to the log.
+    QWidget *createEditorForPath(const QString &path, QString *error, const QString &mode,
+                                 bool bringUp, bool readOnly) override;
+
+Q_SIGNALS:
+    // A page was brought to the front of the area, which may be out of sight.
+    void bringUpRequested();
+
+private:
+    TextPage *open(const QString &path, const QString &mode, QString *error);
+    void updateHolds();
+
+    QPointer<EditorArea> area;
+    QTimer *holdTimer;
+};

@@ -1,0 +1,54 @@
+#include "app/editor/designhold.h"
+
+#include <MorvalenCore/DesignManager.h>
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::DesignManager;
+using MorvalenCore::Interfaces::IDesign;
+
+namespace designhold {
+
+namespace {
+
+template <typename Holds>
+QString nameOfDesign(Holds holds)
+{
+    const DesignManager *manager = DesignManager::instance();
+    const QStringList ids = manager->openDesignIds();
+    for (const QString &id : ids) {
+        const IDesign *design = manager->design(id);
+        if (design && holds(*design))
+            return design->name();
+    }
+    return {};
+}
+
+QString clause(const char *text, const QString &design)
+{
+    if (design.isEmpty())
+        return {};
+    return QCoreApplication::translate("designhold", text).arg(design);
+}
+
+} // namespace
+
+QString asComponentFile(const QString &path)
+{
+    return clause("it is the component file of the design \"%1\", which is open",
+                  nameOfDesign([&path](const IDesign &design) {
+                      return QFileInfo(design.componentFileName()).canonicalFilePath() == path;
+                  }));
+}
+
+QString asFileOfReadOnlyDesign(const QString &path)
+{
+    return clause("it belongs to the design \"%1\", which is read-only",
+                  nameOfDesign([&path](const IDesign &design) {
+                      return design.isReadOnly() && design.fileByActualPath(path, false);
+                  }));
+}
+
+} // namespace designhold

@@ -1,0 +1,39 @@
+#include "app/editor/shades.h"
+
+namespace shades {
+
+QColor mix(const QColor &first, const QColor &second, int hundredths)
+{
+    const auto between = [hundredths](int from, int to) {
+        return from + (to - from) * hundredths / 100;
+    };
+    return {between(first.red(), second.red()), between(first.green(), second.green()),
+            between(first.blue(), second.blue())};
+}
+
+QColor currentLine(const QPalette &palette)
+{
+    return mix(palette.color(QPalette::Base), palette.color(QPalette::Highlight), 12);
+}
+
+QColor gutter(const QPalette &palette)
+{
+    return mix(palette.color(QPalette::Base), palette.color(QPalette::Text), 5);
+}
+
+QColor quietText(const QPalette &palette)
+{
+    return mix(palette.color(QPalette::Base), palette.color(QPalette::Text), 50);
+}
+
+QColor found(const QPalette &palette)
+{
+    return mix(palette.color(QPalette::Base), palette.color(QPalette::Highlight), 40);
+}
+
+bool isDark(const QPalette &palette)
+{
+    return palette.color(QPalette::Text).lightness() > palette.color(QPalette::Base).lightness();
+}
+
+} // namespace shades
