@@ -3,6 +3,7 @@
 #include "app/BatchRun.h"
 #include "app/CommandLine.h"
 #include "app/DesignsMode.h"
+#include "app/editor/WindowEditorManager.h"
 #include "app/MainWindow.h"
 #include "app/programend.h"
 #include "app/qtmessages.h"
@@ -14,6 +15,7 @@
 #include "scripting/TclScriptManager.h"
 
 #include <MorvalenCore/DesignProjectItem.h>
+#include <MorvalenCore/EditorManager.h>
 #include <Qtilities/FileLoggerEngine.h>
 #include <Qtilities/Logger.h>
 #include <Qtilities/ProjectManager.h>
@@ -24,6 +26,7 @@
 #include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::EditorManager;
 using Qtilities::CoreGui::QtilitiesApplication;
 using Qtilities::Logging::FileLoggerEngine;
 using Qtilities::Logging::Logger;
@@ -81,8 +84,13 @@ int runInWindow(const CommandLine &line)
     QtilitiesApplication::setMainWindow(&window);
     auto *scripting = new TclScripting::TclScriptManager(nullptr, &window);
     prepareEnd();
-    window.addMode(new DesignsMode(&window));
+    auto *designs = new DesignsMode(&window);
+    window.addMode(designs);
     window.addMode(scripting);
+    auto *editors = new WindowEditorManager(designs->editorArea(), designs);
+    EditorManager::setInstance(editors);
+    QObject::connect(editors, &WindowEditorManager::bringUpRequested, &window,
+                     [&window] { window.activateMode(DesignsMode::id); });
     window.activateMode(line.files.isEmpty() ? scripting->modeID() : DesignsMode::id);
     window.show();
     QTimer::singleShot(0, &window, [&window, &line] { window.openFiles(line.files); });

@@ -23,9 +23,8 @@ ItemStates::~ItemStates()
     thread.waitForDone();
 }
 
-std::optional<LinkedItemState> ItemStates::state(QObject *object,
-                                                 const AbstractDesignLinkedItem &item,
-                                                 const QModelIndex &index)
+std::optional<LinkedItemState>
+ItemStates::state(QObject *object, const AbstractDesignLinkedItem &item, const QModelIndex &index)
 {
     Entry &entry = entries[object];
     if (entry.item != object)

@@ -25,7 +25,8 @@ struct Difference
         const auto shorter = qMin(old.size(), text.size());
         const auto head = std::mismatch(old.begin(), old.begin() + shorter, text.begin());
         begin = head.first - old.begin();
-        const auto tail = std::mismatch(old.rbegin(), old.rbegin() + shorter - begin, text.rbegin());
+        const auto tail =
+            std::mismatch(old.rbegin(), old.rbegin() + shorter - begin, text.rbegin());
         tailSize = tail.first - old.rbegin();
     }
 
@@ -59,8 +60,8 @@ void replaceText(TextEdit *edit, const QString &text)
     QTextCursor cursor(edit->document());
     cursor.setPosition(int(difference.begin));
     cursor.setPosition(int(end), QTextCursor::KeepAnchor);
-    cursor.insertText(text.sliced(difference.begin,
-                                  text.size() - difference.begin - difference.tailSize));
+    cursor.insertText(
+        text.sliced(difference.begin, text.size() - difference.begin - difference.tailSize));
     if (within) {
         const QTextBlock block =
             edit->document()->findBlockByNumber(qMin(line, edit->blockCount() - 1));

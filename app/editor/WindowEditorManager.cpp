@@ -30,11 +30,17 @@ WindowEditorManager::WindowEditorManager(EditorArea *theArea, QObject *parent)
     connect(designs, &DesignManager::designIdChanged, this, updateSoon);
 }
 
+WindowEditorManager::~WindowEditorManager()
+{
+    if (instance() == this)
+        setInstance(nullptr);
+}
+
 QWidget *WindowEditorManager::createEditorForPath(const QString &path, QString *error,
                                                   const QString &mode, bool bringUp, bool readOnly)
 {
     QString reason;
-    TextPage *page = area ? open(path, mode, &reason) : nullptr;
+    TextPage *page = open(path, mode, &reason);
     if (!page) {
         if (error)
             *error = reason;
@@ -46,14 +52,18 @@ QWidget *WindowEditorManager::createEditorForPath(const QString &path, QString *
     if (!page->isModified())
         page->setHold(TextPage::Caller, readOnly ? tr("it was opened for reading") : QString());
     if (bringUp) {
-        area->bringUpPage(page);
         Q_EMIT bringUpRequested();
+        area->bringUpPage(page);
     }
     return page;
 }
 
 TextPage *WindowEditorManager::open(const QString &path, const QString &mode, QString *error)
 {
+    if (!area) {
+        *error = tr("There is no window to open \"%1\" in").arg(path);
+        return nullptr;
+    }
     if (!mode.isEmpty() && mode != u"text"_s) {
         *error = tr("There is no editor \"%1\"").arg(mode);
         return nullptr;

@@ -16,15 +16,18 @@ class WindowEditorManager : public MorvalenCore::EditorManager
     Q_OBJECT
 
 public:
-    // The area outlives the manager, or takes its pages with it.
+    // The area may go first; then nothing can be opened any more.
     explicit WindowEditorManager(EditorArea *area, QObject *parent = nullptr);
+    // Gives its place to the default when it was set.
+    ~WindowEditorManager() override;
 
     // The mode is empty or "text". A reason that nobody asks for goes to the log.
     QWidget *createEditorForPath(const QString &path, QString *error, const QString &mode,
                                  bool bringUp, bool readOnly) override;
 
 Q_SIGNALS:
-    // A page was brought to the front of the area, which may be out of sight.
+    // A page comes to the front of the area, which may be out of sight; the page takes the focus
+    // afterwards.
     void bringUpRequested();
 
 private:

@@ -33,7 +33,8 @@ RunningProgram::~RunningProgram()
 
 void RunningProgram::start(const QStringList &words)
 {
-    process.start(QStringLiteral(PROGRAM), QStringList {u"--session"_s, path(u"session"_s)} + words);
+    process.start(QStringLiteral(PROGRAM),
+                  QStringList {u"--session"_s, path(u"session"_s)} + words);
     process.closeWriteChannel();
 }
 

@@ -57,7 +57,8 @@ QByteArray tst_EventExamples::ask(quint16 port, const QByteArray &request)
     if (!socket.waitForConnected(patience))
         return "no connection";
     socket.write(request);
-    while (socket.state() == QAbstractSocket::ConnectedState && socket.waitForReadyRead(patience)) { }
+    while (socket.state() == QAbstractSocket::ConnectedState && socket.waitForReadyRead(patience)) {
+    }
     return socket.readAll();
 }
 
@@ -91,14 +92,17 @@ void tst_EventExamples::serverWithoutAWindow()
 void tst_EventExamples::serverInTheConsole()
 {
     RunningProgram program(true);
-    program.write(u"session/Scripts/startup.tcl"_s,
-                  "set argv 0\n"
-                  "source {" + example(u"03-server.tcl"_s).toUtf8() + "}\n"
-                  "set f [open port.part w]\n"
-                  "puts $f [lindex [fconfigure $::server::socket -sockname] 2]\n"
-                  "close $f\n"
-                  "file rename port.part port\n"
-                  "trace add variable ::server::stopped write {apply {args {after 0 {quit 5}}}}\n");
+    program.write(
+        u"session/Scripts/startup.tcl"_s,
+        "set argv 0\n"
+        "source {"
+            + example(u"03-server.tcl"_s).toUtf8()
+            + "}\n"
+              "set f [open port.part w]\n"
+              "puts $f [lindex [fconfigure $::server::socket -sockname] 2]\n"
+              "close $f\n"
+              "file rename port.part port\n"
+              "trace add variable ::server::stopped write {apply {args {after 0 {quit 5}}}}\n");
     program.start({});
     QTRY_VERIFY_WITH_TIMEOUT(!program.read(u"session/Scripts/port"_s).isEmpty(), patience);
     const quint16 port = program.read(u"session/Scripts/port"_s).trimmed().toUShort();
@@ -117,13 +121,13 @@ void tst_EventExamples::serverSurvivesItsClients_data()
         << page("404 Not Found", "There is nothing at \"/x\".");
     QTest::newRow("client-2 an empty request")
         << QByteArray("\r\n") << page("404 Not Found", "There is nothing at \"\".");
-    QTest::newRow("client-3 one word") << QByteArray("GET\r\n\r\n")
-                                       << page("404 Not Found", "There is nothing at \"\".");
+    QTest::newRow("client-3 one word")
+        << QByteArray("GET\r\n\r\n") << page("404 Not Found", "There is nothing at \"\".");
     QTest::newRow("client-4 what looks like Tcl")
         << QByteArray("GET /[exit]$x{ HTTP/1.0\r\n\r\n")
         << page("404 Not Found", "There is nothing at \"/[exit]$x{\".");
-    QTest::newRow("client-5 a line without an end is cut off") << QByteArray(100'000, 'x')
-                                                               << QByteArray();
+    QTest::newRow("client-5 a line without an end is cut off")
+        << QByteArray(100'000, 'x') << QByteArray();
 }
 
 void tst_EventExamples::serverSurvivesItsClients()
@@ -204,13 +208,14 @@ void tst_EventExamples::toolInTheConsole()
 {
     RunningProgram program(true);
     program.write(u"session/Scripts/startup.tcl"_s,
-                  "source {" + example(u"04-tool.tcl"_s).toUtf8() + "}\n"
-                  "set ticks 0\n"
-                  "proc tick {} {incr ::ticks; after 10 tick}\n"
-                  "tick\n"
-                  "tool::start {sh -c {echo one; sleep 0.3; exit 4}} {apply {status {\n"
-                  "    quit [expr {$status == 4 && $::ticks > 3 ? 40 : 1}]\n"
-                  "}}}\n");
+                  "source {" + example(u"04-tool.tcl"_s).toUtf8()
+                      + "}\n"
+                        "set ticks 0\n"
+                        "proc tick {} {incr ::ticks; after 10 tick}\n"
+                        "tick\n"
+                        "tool::start {sh -c {echo one; sleep 0.3; exit 4}} {apply {status {\n"
+                        "    quit [expr {$status == 4 && $::ticks > 3 ? 40 : 1}]\n"
+                        "}}}\n");
     program.start({});
     QCOMPARE(program.status(), 40);
     QCOMPARE(program.errors(), "");

@@ -65,9 +65,8 @@ void tst_PopupExample::candidates_data()
         << u"beta alpha beta b_1 x"_s << u"b"_s << QStringList {u"b_1"_s, u"beta"_s};
     QTest::newRow("words-2 not the prefix itself") << u"be"_s << u"be"_s << QStringList {};
     QTest::newRow("words-3 case counts") << u"Beta"_s << u"b"_s << QStringList {};
-    QTest::newRow("words-4 letters beyond ASCII")
-        << u"M\u00fcller-M\u00fche"_s << u"M\u00fc"_s
-        << QStringList {u"M\u00fche"_s, u"M\u00fcller"_s};
+    QTest::newRow("words-4 letters beyond ASCII") << u"M\u00fcller-M\u00fche"_s << u"M\u00fc"_s
+                                                  << QStringList {u"M\u00fche"_s, u"M\u00fcller"_s};
     QTest::newRow("words-5 all words for no prefix")
         << u"b, a"_s << u""_s << QStringList {u"a"_s, u"b"_s};
 }
@@ -89,16 +88,15 @@ void tst_PopupExample::completes_data()
     const QStringList both {u"uart_rx"_s, u"uart_tx"_s};
     const QString before = u"uart_tx uart_rx\n"_s;
     QTest::newRow("complete-1 the first with Tab")
-        << u"x=ua"_s << QList<Qt::Key> {Qt::Key_Tab} << both
-        << before + u"x=uart_rx"_s;
+        << u"x=ua"_s << QList<Qt::Key> {Qt::Key_Tab} << both << before + u"x=uart_rx"_s;
     QTest::newRow("complete-2 the second with Return")
         << u"ua"_s << QList<Qt::Key> {Qt::Key_Down, Qt::Key_Return} << both
         << before + u"uart_tx"_s;
     QTest::newRow("complete-3 Escape leaves the text alone")
         << u"ua"_s << QList<Qt::Key> {Qt::Key_Escape} << both << before + u"ua"_s;
     QTest::newRow("complete-4 a word of one candidate")
-        << u"uart_t"_s << QList<Qt::Key> {Qt::Key_Return}
-        << QStringList {u"uart_tx"_s} << before + u"uart_tx"_s;
+        << u"uart_t"_s << QList<Qt::Key> {Qt::Key_Return} << QStringList {u"uart_tx"_s}
+        << before + u"uart_tx"_s;
 }
 
 void tst_PopupExample::completes()
