@@ -12,6 +12,9 @@ namespace {
 
 const QString modeIconFile = u":/morvalen/designs_mode.png"_s;
 
+// How much room the tree gets at first.
+constexpr int treeCharacters = 84;
+
 } // namespace
 
 DesignsMode::DesignsMode(QWidget *parent)
@@ -23,6 +26,8 @@ DesignsMode::DesignsMode(QWidget *parent)
     splitter->addWidget(tree);
     splitter->addWidget(editors);
     splitter->setStretchFactor(1, 1);
+    const int treeWidth = fontMetrics().averageCharWidth() * treeCharacters;
+    splitter->setSizes({treeWidth, treeWidth});
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(splitter);

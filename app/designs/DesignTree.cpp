@@ -1,15 +1,18 @@
 #include "app/designs/DesignTree.h"
 
+#include "app/designs/adding.h"
 #include "app/designs/DesignTreeModel.h"
 #include "app/designs/DesignTreeView.h"
+#include "app/designs/HostAttempt.h"
 #include "app/designs/NoDesignPage.h"
+#include "app/designs/RowAction.h"
 
 #include <MorvalenCore/DesignManager.h>
 #include <MorvalenCore/EditorManager.h>
 
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QMessageBox>
+#include <QMenu>
 #include <QStackedLayout>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -17,7 +20,6 @@
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
 using MorvalenCore::EditorManager;
-using MorvalenCore::Interfaces::IDesign;
 
 namespace {
 
@@ -60,7 +62,14 @@ DesignTree::DesignTree(QWidget *parent)
     connect(typing, &QTimer::timeout, this, [this] { view->applyFilter(filter->text()); });
     filter->installEventFilter(this);
 
+    view->installEventFilter(this);
     connect(view, &DesignTreeView::rowActivated, this, &DesignTree::activate);
+    connect(view, &DesignTreeView::menuAsked, this, &DesignTree::showMenu);
+    connect(model, &DesignTreeModel::valueGiven, this, &DesignTree::setValue);
+    connect(model, &DesignTreeModel::pathsDropped, this,
+            [this](const TreeRow &row, const QStringList &paths) {
+                adding::addPaths(row, paths, window());
+            });
     connect(model, &DesignTreeModel::followed, this, &DesignTree::showTreeOrHint);
     setFocusProxy(view);
 }
@@ -79,18 +88,76 @@ void DesignTree::hideEvent(QHideEvent *event)
 
 bool DesignTree::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched != filter || event->type() != QEvent::KeyPress)
+    const bool isKey = event->type() == QEvent::KeyPress;
+    if (!isKey && event->type() != QEvent::ShortcutOverride)
         return QWidget::eventFilter(watched, event);
-    const int key = static_cast<QKeyEvent *>(event)->key();
-    if (key == Qt::Key_Escape && !filter->text().isEmpty()) {
+    auto &key = *static_cast<QKeyEvent *>(event);
+    if (watched == filter)
+        return isKey && filterKey(key);
+    // Keys that mean something here are not left to the menus of the window.
+    const bool isOurs = watched == view && runByKey(key, !isKey);
+    if (isOurs && !isKey)
+        event->accept();
+    return isOurs;
+}
+
+bool DesignTree::filterKey(QKeyEvent &event)
+{
+    if (event.key() == Qt::Key_Escape && !filter->text().isEmpty())
         filter->clear();
-        return true;
-    }
-    if (key == Qt::Key_Down) {
+    else if (event.key() == Qt::Key_Down)
         view->setFocus(Qt::ShortcutFocusReason);
+    else
+        return false;
+    return true;
+}
+
+// Whether a key does something; unless that is only asked, it is done.
+bool DesignTree::runByKey(const QKeyEvent &event, bool onlyAsked)
+{
+    if (event.matches(QKeySequence::Find) || event.matches(QKeySequence::Refresh)) {
+        if (onlyAsked)
+            return true;
+        if (event.matches(QKeySequence::Find))
+            filter->setFocus(Qt::ShortcutFocusReason);
+        else
+            model->lookAgain();
         return true;
     }
-    return QWidget::eventFilter(watched, event);
+    const QList<TreeRow> rows = view->selectedRows();
+    const QList<const RowAction *> actions = rowactions::forRows(rows);
+    for (const RowAction *action : actions) {
+        if (action->key != event.keyCombination())
+            continue;
+        if (!onlyAsked)
+            action->runOn({rows, *this});
+        return true;
+    }
+    return false;
+}
+
+void DesignTree::showMenu(const QPoint &globalPosition)
+{
+    const RowCall call {view->selectedRows(), *this};
+    const QList<const RowAction *> actions = rowactions::forRows(call.rows);
+    if (actions.isEmpty())
+        return;
+    auto *menu = new QMenu(this);
+    menu->setObjectName(u"designMenu"_s);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    for (const RowAction *action : actions) {
+        if ((action->needs & RowAction::Separated) != 0)
+            menu->addSeparator();
+        QAction *entry = menu->addAction(tr(action->text));
+        if (action->key != Qt::Key_unknown)
+            entry->setShortcut(QKeySequence(action->key));
+        entry->setShortcutVisibleInContextMenu(true);
+        entry->setEnabled(action->isEnabled(call));
+        connect(entry, &QAction::triggered, this, [this, action, rows = call.rows] {
+            action->runOn({rows, *this});
+        });
+    }
+    menu->popup(globalPosition);
 }
 
 void DesignTree::showTreeOrHint()
@@ -100,19 +167,38 @@ void DesignTree::showTreeOrHint()
 
 void DesignTree::activate(const TreeRow &row)
 {
-    const IDesign *design = row.design();
-    if (!design)
+    if (!row.isThere())
         return;
-    if (row.kind == RowKind::Design) {
-        DesignManager::instance()->setActiveDesign(design->id(u"."_s));
-    } else if (const auto *file = row.file()) {
-        QString error;
-        if (!EditorManager::instance()->createEditorForPath(file->actualPath(), &error, QString(),
-                                                            true, design->isReadOnly()))
-            QMessageBox::warning(this, tr("Not Opened"), error);
-    } else if (const auto *configuration = row.configuration()) {
-        Q_EMIT configurationActivated(design->id(u"."_s), configuration->configurationName());
-    } else if (!row.isItem()) {
-        view->setExpanded(view->currentIndex(), !view->isExpanded(view->currentIndex()));
+    const QString id = row.design()->id(u"."_s);
+    switch (row.kind) {
+    case RowKind::Design:
+        DesignManager::instance()->setActiveDesign(id);
+        break;
+    case RowKind::File:
+        openFile(row);
+        break;
+    case RowKind::Property:
+        view->editValue(row);
+        break;
+    case RowKind::Configuration:
+        Q_EMIT configurationActivated(id, row.configuration()->configurationName());
+        break;
+    default:
+        break;
     }
+}
+
+void DesignTree::openFile(const TreeRow &row)
+{
+    QString error;
+    if (!EditorManager::instance()->createEditorForPath(row.file()->actualPath(), &error, QString(),
+                                                        true, row.design()->isReadOnly()))
+        tellUser(window(), tr("Not Opened"), {error});
+}
+
+void DesignTree::setValue(const TreeRow &row, const QVariant &value)
+{
+    const HostAttempt attempt(window(), tr("Not Changed"));
+    if (row.isThere())
+        row.property()->setValue(value);
 }

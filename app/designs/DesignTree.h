@@ -6,6 +6,7 @@
 
 class DesignTreeModel;
 class DesignTreeView;
+class QKeyEvent;
 class QLineEdit;
 class QStackedLayout;
 
@@ -20,6 +21,10 @@ public:
 
     DesignTreeView *treeView() const { return view; }
 
+    // Does what comes to mind first: opens a file, activates a design, asks for a configuration,
+    // edits a property. Errors are shown.
+    void activate(const TreeRow &row);
+
 Q_SIGNALS:
     // The user wants to see or edit a build configuration.
     void configurationActivated(const QString &designId, const QString &name);
@@ -30,7 +35,11 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void activate(const TreeRow &row);
+    void openFile(const TreeRow &row);
+    void setValue(const TreeRow &row, const QVariant &value);
+    void showMenu(const QPoint &globalPosition);
+    bool runByKey(const QKeyEvent &event, bool onlyAsked);
+    bool filterKey(QKeyEvent &event);
     void showTreeOrHint();
 
     DesignTreeModel *model;

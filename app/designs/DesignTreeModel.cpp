@@ -1,5 +1,6 @@
 #include "app/designs/DesignTreeModel.h"
 
+#include "app/designs/rowicons.h"
 #include "app/designs/rowtexts.h"
 
 #include <MorvalenCore/BuildMonitor.h>
@@ -204,8 +205,12 @@ QVariant DesignTreeModel::data(const QModelIndex &index, int role) const
     switch (role) {
     case Qt::DisplayRole:
         return text(row(index), index);
+    case Qt::EditRole:
+        return editedValue(row(index), index.column());
     case Qt::ToolTipRole:
         return rowtexts::toolTip(row(index));
+    case Qt::DecorationRole:
+        return index.column() == NameColumn ? icon(row(index), index) : QVariant();
     case Qt::FontRole:
         if (row(index).active) {
             QFont font;
@@ -234,6 +239,12 @@ std::optional<LinkedItemState> DesignTreeModel::stateOf(const TreeRow &row,
     if (const auto *folder = row.folder())
         return states.state(row.item, *folder, index);
     return std::nullopt;
+}
+
+QVariant DesignTreeModel::icon(const TreeRow &row, const QModelIndex &index) const
+{
+    const std::optional<LinkedItemState> state = stateOf(row, index);
+    return rowicons::icon(row.kind, state && !state->existsOnDisk);
 }
 
 QVariant DesignTreeModel::text(const TreeRow &row, const QModelIndex &index) const

@@ -46,8 +46,22 @@ public:
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     QVariant headerData(int section, Qt::Orientation orientation,
                         int role = Qt::DisplayRole) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+
+    // Ask for a change by a signal; the rows follow when it is made.
+    bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
+    bool dropMimeData(const QMimeData *data, Qt::DropAction action, int row, int column,
+                      const QModelIndex &parent) override;
+    // Files and folders of this machine, dropped on designs that take them.
+    bool canDropMimeData(const QMimeData *data, Qt::DropAction action, int row, int column,
+                         const QModelIndex &parent) const override;
+    QStringList mimeTypes() const override;
+    Qt::DropActions supportedDropActions() const override { return Qt::CopyAction; }
 
 Q_SIGNALS:
+    void valueGiven(const TreeRow &property, const QVariant &value);
+    void pathsDropped(const TreeRow &row, const QStringList &paths);
+
     // Around every change of the rows; behind the second one they show what there is now.
     void aboutToFollow();
     void followed();
@@ -73,6 +87,8 @@ private:
     std::optional<MorvalenCore::LinkedItemState> stateOf(const TreeRow &row,
                                                          const QModelIndex &index) const;
     QVariant text(const TreeRow &row, const QModelIndex &index) const;
+    QVariant icon(const TreeRow &row, const QModelIndex &index) const;
+    static QVariant editedValue(const TreeRow &row, int column);
 
     TreeBranch root {RowKind::Root};
     TreeFilter shownFilter;

@@ -1,6 +1,7 @@
 #include "app/designs/DesignTreeView.h"
 
 #include "app/designs/DesignTreeModel.h"
+#include "app/designs/RowDelegate.h"
 #include "app/designs/rowtexts.h"
 
 #include <QContextMenuEvent>
@@ -32,9 +33,9 @@ QString nameOf(const TreeRow &row)
 void arrangeColumns(QHeaderView *header)
 {
     const QFontMetrics metrics = header->fontMetrics();
-    header->resizeSection(NameColumn, metrics.averageCharWidth() * 30);
-    header->resizeSection(DetailsColumn, metrics.averageCharWidth() * 24);
-    header->resizeSection(VersionControlColumn, metrics.averageCharWidth() * 16);
+    constexpr int widths[] {32, 22, 16, 16};
+    for (int column = 0; column < TreeColumnCount; ++column)
+        header->resizeSection(column, metrics.averageCharWidth() * widths[column]);
     header->setStretchLastSection(true);
 }
 
@@ -52,7 +53,9 @@ DesignTreeView::DesignTreeView(DesignTreeModel *treeModel, QWidget *parent)
     setEditTriggers(NoEditTriggers);
     setFrameShape(NoFrame);
     setAllColumnsShowFocus(true);
-    setAutoScroll(true);
+    setItemDelegate(new RowDelegate(this));
+    setDragDropMode(DropOnly);
+    setDragDropOverwriteMode(true);
     arrangeColumns(header());
     connect(tree, &DesignTreeModel::aboutToFollow, this, &DesignTreeView::rememberPlace);
     connect(tree, &DesignTreeModel::followed, this, &DesignTreeView::restorePlace);
@@ -75,6 +78,15 @@ QList<TreeRow> DesignTreeView::selectedRows() const
 }
 
 TreeRow DesignTreeView::currentRow() const { return tree->row(currentIndex()); }
+
+void DesignTreeView::editValue(const TreeRow &row)
+{
+    const QModelIndex index = tree->indexOf(row.item).siblingAtColumn(DetailsColumn);
+    if (index.isValid() && (tree->flags(index) & Qt::ItemIsEditable) != 0) {
+        setCurrentIndex(index);
+        edit(index);
+    }
+}
 
 void DesignTreeView::applyFilter(const QString &text)
 {
@@ -152,10 +164,8 @@ void DesignTreeView::restorePlace()
 void DesignTreeView::keyPressEvent(QKeyEvent *event)
 {
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isReturn && event->modifiers() == Qt::NoModifier && currentIndex().isValid())
-        Q_EMIT rowActivated(currentRow());
-    else if (event->matches(QKeySequence::Delete))
-        Q_EMIT deletionAsked();
+    if (isReturn && (event->modifiers() & ~Qt::KeypadModifier) == 0 && currentIndex().isValid())
+        activateRow(currentIndex());
     else
         QTreeView::keyPressEvent(event);
 }
@@ -165,7 +175,17 @@ void DesignTreeView::mouseDoubleClickEvent(QMouseEvent *event)
     QTreeView::mouseDoubleClickEvent(event);
     const QModelIndex index = indexAt(event->position().toPoint());
     if (event->button() == Qt::LeftButton && index.isValid())
-        Q_EMIT rowActivated(tree->row(index));
+        activateRow(index);
+}
+
+// Groups have nothing to do but to open and close.
+void DesignTreeView::activateRow(const QModelIndex &index)
+{
+    const TreeRow row = tree->row(index);
+    if (row.isItem() || row.kind == RowKind::Design)
+        Q_EMIT rowActivated(row);
+    else
+        setExpanded(index.siblingAtColumn(0), !isExpanded(index.siblingAtColumn(0)));
 }
 
 void DesignTreeView::contextMenuEvent(QContextMenuEvent *event)

@@ -20,6 +20,9 @@ public:
     QList<TreeRow> selectedRows() const;
     TreeRow currentRow() const;
 
+    // Lets the user edit the value of a property where it stands; nothing for other rows.
+    void editValue(const TreeRow &row);
+
     // Shows the items of a filter with all rows above them open, and without one what was open
     // before.
     void applyFilter(const QString &text);
@@ -27,7 +30,6 @@ public:
 Q_SIGNALS:
     // A row is to do the first that comes to mind: by Return, or a double click.
     void rowActivated(const TreeRow &row);
-    void deletionAsked();
     void menuAsked(const QPoint &globalPosition);
 
 protected:
@@ -38,6 +40,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void activateRow(const QModelIndex &index);
     void rememberPlace();
     void restorePlace();
     void remember(const QModelIndex &index, bool isOpen);

@@ -47,8 +47,8 @@ struct TreeRow
     }
 
     bool isItem() const { return kind >= RowKind::File; }
-    // Whether what the row stands for is still there.
-    bool isThere() const { return design() && (!isItem() || item); }
+    // Whether what the row stands for is still there, in a design that is still open.
+    bool isThere() const;
 
 private:
     template <typename Item>

@@ -96,8 +96,8 @@ QString rowtexts::header(int column)
 {
     static constexpr const char *texts[TreeColumnCount] = {
         QT_TRANSLATE_NOOP("DesignTree", "Name"), QT_TRANSLATE_NOOP("DesignTree", "Details"),
-        QT_TRANSLATE_NOOP("DesignTree", "Version Control"),
-        QT_TRANSLATE_NOOP("DesignTree", "State")};
+        QT_TRANSLATE_NOOP("DesignTree", "State"),
+        QT_TRANSLATE_NOOP("DesignTree", "Version Control")};
     return tr(texts[column]);
 }
 
@@ -128,8 +128,7 @@ QString rowtexts::details(const TreeRow &row, int count)
     switch (row.kind) {
     case RowKind::Design: {
         const IDesign *design = row.design();
-        return design ? tr("%1, version %2").arg(design->designType(), design->version(u"."_s))
-                      : QString();
+        return design ? tr("%1 %2").arg(design->designType(), design->version(u"."_s)) : QString();
     }
     case RowKind::Files:
     case RowKind::Node:

@@ -9,7 +9,7 @@
 #include <optional>
 
 // The columns of the tree of open designs.
-enum TreeColumn { NameColumn, DetailsColumn, VersionControlColumn, StateColumn, TreeColumnCount };
+enum TreeColumn { NameColumn, DetailsColumn, StateColumn, VersionControlColumn, TreeColumnCount };
 
 // What the rows of the tree of open designs say. A row whose design or item is gone says nothing.
 namespace rowtexts {

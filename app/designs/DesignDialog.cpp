@@ -1,0 +1,139 @@
+#include "app/designs/DesignDialog.h"
+
+#include "app/designs/HostAttempt.h"
+
+#include <MorvalenCore/DesignManager.h>
+
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFormLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::DesignManager;
+using MorvalenCore::Interfaces::IDesign;
+
+namespace {
+
+// In characters and lines.
+constexpr int usualWidth = 70;
+constexpr int descriptionHeight = 5;
+
+QLabel *makeFact(const QString &text, QWidget *parent)
+{
+    auto *fact = new QLabel(text, parent);
+    fact->setTextFormat(Qt::PlainText);
+    fact->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    fact->setWordWrap(true);
+    return fact;
+}
+
+} // namespace
+
+DesignDialog::DesignDialog(const TreeRow &designRow, QWidget *parent)
+    : QDialog(parent),
+      row(designRow)
+{
+    setObjectName(u"designDialog"_s);
+    const IDesign &design = *row.design();
+    setWindowTitle(tr("Properties of \"%1\"").arg(design.name()));
+    auto *form = new QFormLayout(this);
+    name = addLine(form, tr("&Name:"), design.name());
+    vendor = addLine(form, tr("&Vendor:"), design.vendor());
+    library = addLine(form, tr("&Library:"), design.library());
+    author = addLine(form, tr("&Author:"), design.author());
+    description = new QPlainTextEdit(design.description(), this);
+    description->setTabChangesFocus(true);
+    description->setFixedHeight(fontMetrics().lineSpacing() * (descriptionHeight + 1));
+    form->addRow(tr("&Description:"), description);
+    readOnly = new QCheckBox(tr("&Read-only"), this);
+    readOnly->setChecked(design.isReadOnly());
+    form->addRow(QString(), readOnly);
+    addFacts(form, design);
+    problem = new QLabel(this);
+    problem->setObjectName(u"problem"_s);
+    problem->setTextFormat(Qt::PlainText);
+    problem->setWordWrap(true);
+    form->addRow(problem);
+    auto *buttons =
+        new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+    ok = buttons->button(QDialogButtonBox::Ok);
+    form->addRow(buttons);
+
+    connect(buttons, &QDialogButtonBox::accepted, this, &DesignDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(name, &QLineEdit::textChanged, this, &DesignDialog::check);
+    connect(readOnly, &QCheckBox::toggled, this, &DesignDialog::check);
+    connect(DesignManager::instance(), &DesignManager::designClosed, this, [this] {
+        if (!row.isThere())
+            reject();
+    });
+    resize(fontMetrics().averageCharWidth() * usualWidth, sizeHint().height());
+    check();
+}
+
+QLineEdit *DesignDialog::addLine(QFormLayout *form, const QString &label, const QString &text)
+{
+    auto *line = new QLineEdit(text, this);
+    form->addRow(label, line);
+    return line;
+}
+
+void DesignDialog::addFacts(QFormLayout *form, const IDesign &design)
+{
+    const QString none = tr("none yet");
+    const auto orNone = [&none](const QString &path) {
+        return path.isEmpty() ? none : QDir::toNativeSeparators(path);
+    };
+    form->addRow(tr("Version:"), makeFact(design.version(u"."_s), this));
+    form->addRow(tr("Type:"), makeFact(design.designType(), this));
+    form->addRow(tr("Component file:"), makeFact(orNone(design.componentFileName()), this));
+}
+
+// A read-only design takes no change but that of the flag.
+void DesignDialog::check()
+{
+    const bool writable = !readOnly->isChecked();
+    const QList<QLineEdit *> lines {name, vendor, library, author};
+    for (QLineEdit *line : lines)
+        line->setReadOnly(!writable);
+    description->setReadOnly(!writable);
+
+    QString error;
+    const bool good =
+        row.isThere() && DesignManager::instance()->checkDesignName(name->text(), &error,
+                                                                    row.design());
+    problem->setText(good ? QString() : error);
+    ok->setEnabled(good);
+}
+
+void DesignDialog::accept()
+{
+    QDialog::accept();
+    if (!row.isThere())
+        return;
+    const HostAttempt attempt(parentWidget(), tr("Not Changed"));
+    apply(*row.design());
+}
+
+void DesignDialog::apply(IDesign &design)
+{
+    if (design.isReadOnly() && !readOnly->isChecked())
+        design.setReadOnly(false);
+    if (name->text() != design.name())
+        design.setName(name->text());
+    if (vendor->text() != design.vendor())
+        design.setVendor(vendor->text());
+    if (library->text() != design.library())
+        design.setLibrary(library->text());
+    if (author->text() != design.author())
+        design.setAuthor(author->text());
+    if (description->toPlainText() != design.description())
+        design.setDescription(description->toPlainText());
+    if (!design.isReadOnly() && readOnly->isChecked())
+        design.setReadOnly(true);
+}

@@ -1,0 +1,72 @@
+#include "app/designs/RowDelegate.h"
+
+#include <Qtilities/QtilitiesProperty.h>
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QValidator>
+
+using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::QtilitiesProperty;
+
+namespace {
+
+// Lets through what is a value of a type; anything can become one.
+class TypeValidator : public QValidator
+{
+public:
+    TypeValidator(const QString &typeWord, QObject *parent) : QValidator(parent), type(typeWord) { }
+
+    State validate(QString &text, int &) const override
+    {
+        return QtilitiesProperty::constructVariant(type, text).isValid() ? Acceptable
+                                                                         : Intermediate;
+    }
+
+private:
+    QString type;
+};
+
+} // namespace
+
+QSize RowDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    const QSize size = QStyledItemDelegate::sizeHint(option, index);
+    return {size.width(), std::max(size.height(), option.fontMetrics.height() * 3 / 2)};
+}
+
+QWidget *RowDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &,
+                                     const QModelIndex &index) const
+{
+    const QString type = QtilitiesProperty::typeName(index.data(Qt::EditRole));
+    if (type == u"bool"_s) {
+        auto *choice = new QComboBox(parent);
+        choice->addItems({u"false"_s, u"true"_s});
+        return choice;
+    }
+    auto *line = new QLineEdit(parent);
+    line->setFrame(false);
+    line->setValidator(new TypeValidator(type, line));
+    return line;
+}
+
+void RowDelegate::setEditorData(QWidget *editor, const QModelIndex &index) const
+{
+    const QString text = index.data(Qt::EditRole).toString();
+    if (auto *choice = qobject_cast<QComboBox *>(editor))
+        choice->setCurrentText(text);
+    else if (auto *line = qobject_cast<QLineEdit *>(editor))
+        line->setText(text);
+}
+
+void RowDelegate::setModelData(QWidget *editor, QAbstractItemModel *model,
+                                 const QModelIndex &index) const
+{
+    const auto *choice = qobject_cast<QComboBox *>(editor);
+    const auto *line = qobject_cast<QLineEdit *>(editor);
+    const QString text = choice ? choice->currentText() : line->text();
+    const QVariant value = QtilitiesProperty::constructVariant(
+        QtilitiesProperty::typeName(index.data(Qt::EditRole)), text);
+    if (value.isValid() && value != index.data(Qt::EditRole))
+        model->setData(index, value);
+}

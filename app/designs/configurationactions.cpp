@@ -1,0 +1,58 @@
+// What can be done with build configurations.
+
+#include "app/designs/DesignTree.h"
+#include "app/designs/HostAttempt.h"
+#include "app/designs/RowAction.h"
+
+#include <QTimer>
+
+using MorvalenCore::BuildConfiguration;
+
+namespace {
+
+QString tr(const char *text) { return DesignTree::tr(text); }
+
+void setActive(const RowCall &call)
+{
+    const HostAttempt attempt(call.window(), tr("Not Activated"));
+    call.first().design()->setActiveBuildConfiguration(call.first().configuration());
+}
+
+void edit(const RowCall &call) { call.tree.activate(call.first()); }
+
+// The run returns when it has ended, so that it begins with nothing of the menu left to return to.
+void runConfiguration(const RowCall &call)
+{
+    QTimer::singleShot(0, &call.tree, [row = call.first()] {
+        if (row.isThere())
+            row.configuration()->run(true, false);
+    });
+}
+
+bool isResting(const RowCall &call)
+{
+    return call.first().configuration()->runState() != BuildConfiguration::Running;
+}
+
+constexpr unsigned configurations = rowBit(RowKind::Configuration);
+
+constexpr RowAction actions[] = {
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "Set &Active"),
+     .kinds = configurations,
+     .needs = RowAction::OneRow,
+     .run = setActive,
+     .isPossible = [](const RowCall &call) { return !call.first().active; }},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "&Edit..."),
+     .kinds = configurations,
+     .needs = RowAction::OneRow,
+     .run = edit},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "&Run"),
+     .kinds = configurations,
+     .needs = RowAction::OneRow | RowAction::Separated,
+     .run = runConfiguration,
+     .isPossible = isResting},
+};
+
+} // namespace
+
+std::span<const RowAction> rowactions::ofConfigurations() { return actions; }

@@ -1,0 +1,93 @@
+#include "app/designs/deleting.h"
+
+#include "app/designs/DesignTree.h"
+#include "app/designs/HostAttempt.h"
+#include "app/designs/questions.h"
+#include "app/designs/rowtexts.h"
+
+#include <QDir>
+
+using MorvalenCore::DesignFile;
+using MorvalenCore::DesignFolder;
+using MorvalenCore::Interfaces::IDesign;
+using Qtilities::CoreGui::TreeFileItem;
+
+namespace {
+
+QString tr(const char *text) { return DesignTree::tr(text); }
+
+QString pathOf(const TreeRow &row)
+{
+    const auto *item = qobject_cast<const TreeFileItem *>(row.item.data());
+    return item ? item->actualPath() : QString();
+}
+
+bool removeFromDesign(const TreeRow &row)
+{
+    IDesign &design = *row.design();
+    switch (row.kind) {
+    case RowKind::File:
+        return design.removeFile(pathOf(row));
+    case RowKind::Folder:
+        return design.removeFolder(pathOf(row));
+    default:
+        return design.removeProperty(row.property()->getName());
+    }
+}
+
+bool removeFromComputer(const TreeRow &row, bool permanently)
+{
+    if (DesignFile *file = row.file())
+        return file->removeFromComputer(permanently);
+    return row.folder()->removeFromComputer(permanently);
+}
+
+bool isRemovable(const TreeRow &row)
+{
+    return !row.property() || row.property()->propertyData().isRemovable();
+}
+
+} // namespace
+
+bool deleting::areRemovable(const RowCall &call)
+{
+    return std::all_of(call.rows.begin(), call.rows.end(), isRemovable);
+}
+
+void deleting::removeFromDesigns(const QList<TreeRow> &rows, QWidget *window)
+{
+    QStringList names;
+    for (const TreeRow &row : rows)
+        names.append(row.property() ? rowtexts::name(row)
+                                    : QDir::toNativeSeparators(pathOf(row)));
+    if (!questions::mayRemove(window, names))
+        return;
+    HostAttempt attempt(window, tr("Not Removed"));
+    for (const TreeRow &row : rows) {
+        if (row.isThere())
+            attempt.check(removeFromDesign(row));
+    }
+}
+
+void deleting::deleteFromDisk(const QList<TreeRow> &rows, QWidget *window)
+{
+    QStringList paths;
+    for (const TreeRow &row : rows)
+        paths.append(QDir::toNativeSeparators(pathOf(row)));
+    const questions::Deletion how = questions::howToDelete(
+        window, tr("Delete this from disk, and remove it from the design?"), paths);
+    if (how == questions::Deletion::None)
+        return;
+    HostAttempt attempt(window, tr("Not Deleted"));
+    for (qsizetype i = 0; i < rows.size(); ++i) {
+        const TreeRow &row = rows[i];
+        // What has another path by now is not what the user agreed to.
+        if (!row.isThere() || QDir::toNativeSeparators(pathOf(row)) != paths[i])
+            continue;
+        const bool deleted =
+            removeFromComputer(row, how == questions::Deletion::Permanent);
+        attempt.check(deleted);
+        if (deleted && row.isThere())
+            attempt.check(removeFromDesign(row));
+    }
+}

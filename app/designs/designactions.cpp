@@ -1,0 +1,252 @@
+// What can be done with open designs.
+
+#include "app/designs/DesignDialog.h"
+#include "app/designs/DesignTree.h"
+#include "app/designs/HostAttempt.h"
+#include "app/designs/questions.h"
+#include "app/designs/ReportDialog.h"
+#include "app/designs/RowAction.h"
+
+#include <MorvalenCore/Cleaner.h>
+#include <MorvalenCore/DesignConstructor.h>
+#include <MorvalenCore/DesignManager.h>
+
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFileDialog>
+#include <QGuiApplication>
+#include <QInputDialog>
+#include <QUrl>
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::Cleaner;
+using MorvalenCore::DesignCleanParameters;
+using MorvalenCore::DesignConstructor;
+using MorvalenCore::DesignFile;
+using MorvalenCore::DesignManager;
+using MorvalenCore::Interfaces::IDesign;
+
+namespace {
+
+QString tr(const char *text) { return DesignTree::tr(text); }
+
+QString idOf(const IDesign &design) { return design.id(u"."_s); }
+
+QString nativeFolder(const IDesign &design)
+{
+    return QDir::toNativeSeparators(design.workingFolderPath());
+}
+
+bool hasFolder(const RowCall &call)
+{
+    return std::all_of(call.rows.begin(), call.rows.end(), [](const TreeRow &row) {
+        return !row.design()->workingFolderPath().isEmpty();
+    });
+}
+
+void setActive(const RowCall &call)
+{
+    const HostAttempt attempt(call.window(), tr("Not Activated"));
+    DesignManager::instance()->setActiveDesign(idOf(*call.first().design()));
+}
+
+void save(const RowCall &call)
+{
+    HostAttempt attempt(call.window(), tr("Not Saved"));
+    for (IDesign *design : rowactions::designsOf(call.rows)) {
+        QString error;
+        if (!design->saveToComponentFile(&error))
+            attempt.refused(error);
+    }
+}
+
+void saveCopy(const RowCall &call)
+{
+    const TreeRow row = call.first();
+    const QString file =
+        QFileDialog::getSaveFileName(call.window(), tr("Save a Copy"),
+                                     row.design()->workingFolderPath(), tr("Components (*.xml)"));
+    if (file.isEmpty() || !row.isThere())
+        return;
+    HostAttempt attempt(call.window(), tr("Not Saved"));
+    int warnings = 0;
+    int errors = 0;
+    attempt.check(DesignManager::instance()->parseDesignToFile(row.design(), file, QString(),
+                                                               &warnings, &errors, 0, true));
+}
+
+QStringList idsOf(const QList<TreeRow> &rows)
+{
+    QStringList ids;
+    for (const IDesign *design : rowactions::designsOf(rows))
+        ids.append(idOf(*design));
+    return ids;
+}
+
+void close(const RowCall &call)
+{
+    HostAttempt attempt(call.window(), tr("Not Closed"));
+    attempt.check(DesignManager::instance()->closeDesigns(idsOf(call.rows), false));
+}
+
+void closeAndDelete(const RowCall &call)
+{
+    QStringList folders;
+    for (const IDesign *design : rowactions::designsOf(call.rows))
+        folders.append(nativeFolder(*design));
+    if (!questions::mayDelete(call.window(),
+                              tr("Close and delete these working folders, with everything in "
+                                 "them, for good?"),
+                              folders))
+        return;
+    HostAttempt attempt(call.window(), tr("Not Deleted"));
+    attempt.check(DesignManager::instance()->closeDesigns(idsOf(call.rows), true));
+}
+
+void rename(const RowCall &call)
+{
+    const TreeRow row = call.first();
+    bool given = false;
+    const QString name =
+        QInputDialog::getText(call.window(), tr("Rename Design"), tr("&Name:"), QLineEdit::Normal,
+                              row.design()->name(), &given);
+    if (!given || !row.isThere())
+        return;
+    HostAttempt attempt(call.window(), tr("Not Renamed"));
+    QString error;
+    if (DesignManager::instance()->checkDesignName(name, &error, row.design()))
+        row.design()->setName(name);
+    else
+        attempt.refused(error);
+}
+
+void showProperties(const RowCall &call)
+{
+    auto *dialog = new DesignDialog(call.first(), call.window());
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
+}
+
+// What the cleaner would delete from disk.
+QStringList generatedFiles(const IDesign &design, bool allVersions)
+{
+    QStringList paths;
+    const QList<DesignFile *> files = design.filesUnderNode(QString(), true);
+    for (const DesignFile *file : files) {
+        if (file->isGenerated()
+            && (allVersions || file->generatedVersion() == design.version(u"."_s)))
+            paths.append(QDir::toNativeSeparators(file->actualPath()));
+    }
+    return paths;
+}
+
+void cleanVersions(const RowCall &call, bool allVersions)
+{
+    const TreeRow row = call.first();
+    const QStringList files = generatedFiles(*row.design(), allVersions);
+    if (!files.isEmpty()
+        && !questions::mayDelete(
+            call.window(),
+            tr("Delete these generated files from disk, for good, and from the design?"), files))
+        return;
+    if (!row.isThere())
+        return;
+    DesignCleanParameters parameters;
+    parameters.grouping.setGeneratedItemsOnly(true);
+    parameters.grouping.setVersionCurrent(true);
+    parameters.grouping.setVersionsPrevious(allVersions);
+    QString report;
+    {
+        const HostAttempt attempt(call.window(), tr("Not Cleaned"));
+        Cleaner().cleanDesign(row.design(), parameters, &report);
+    }
+    auto *dialog = new ReportDialog(tr("Cleaning Report"), report, call.window());
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
+}
+
+void clean(const RowCall &call) { cleanVersions(call, false); }
+
+void cleanAllVersions(const RowCall &call) { cleanVersions(call, true); }
+
+void assignFolder(const RowCall &call)
+{
+    HostAttempt attempt(call.window(), tr("No Working Folder Assigned"));
+    attempt.check(DesignConstructor::assignPhysicalWorkingFolderToDesign(
+        call.first().design(), QString(), {}, nullptr, false));
+}
+
+void openFolder(const RowCall &call)
+{
+    for (const IDesign *design : rowactions::designsOf(call.rows))
+        QDesktopServices::openUrl(QUrl::fromLocalFile(design->workingFolderPath()));
+}
+
+void copyId(const RowCall &call)
+{
+    QGuiApplication::clipboard()->setText(idsOf(call.rows).join(u'\n'));
+}
+
+constexpr unsigned designs = rowBit(RowKind::Design);
+
+constexpr RowAction actions[] = {
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "Set &Active"),
+     .kinds = designs,
+     .needs = RowAction::OneRow,
+     .run = setActive,
+     .isPossible = [](const RowCall &call) { return !call.first().active; }},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "&Save"),
+     .kinds = designs,
+     .needs = RowAction::Separated,
+     .run = save,
+     .isPossible = hasFolder},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "Save a Cop&y..."),
+     .kinds = designs,
+     .needs = RowAction::OneRow,
+     .run = saveCopy},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "Clean &Generated Files..."),
+     .kinds = designs,
+     .needs = RowAction::OneRow | RowAction::Writable | RowAction::Separated,
+     .run = clean},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "Clean Generated Files of All &Versions..."),
+     .kinds = designs,
+     .needs = RowAction::OneRow | RowAction::Writable,
+     .run = cleanAllVersions},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "Assign a &Working Folder"),
+     .kinds = designs,
+     .needs = RowAction::OneRow,
+     .run = assignFolder,
+     .isPossible = [](const RowCall &call) { return !hasFolder(call); }},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "Open in File &Manager"),
+     .kinds = designs,
+     .needs = RowAction::Separated,
+     .run = openFolder,
+     .isPossible = hasFolder},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "Copy &Id"),
+     .kinds = designs,
+     .run = copyId,
+     .key = Qt::CTRL | Qt::Key_C},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "&Rename..."),
+     .kinds = designs,
+     .needs = RowAction::OneRow | RowAction::Writable | RowAction::Separated,
+     .run = rename,
+     .key = Qt::Key_F2},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "&Properties of the Design..."),
+     .kinds = designs,
+     .needs = RowAction::OneRow,
+     .run = showProperties,
+     .key = Qt::ALT | Qt::Key_Return},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "&Close"),
+     .kinds = designs,
+     .needs = RowAction::Separated,
+     .run = close},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "Close and &Delete Working Folder..."),
+     .kinds = designs,
+     .run = closeAndDelete,
+     .isPossible = hasFolder},
+};
+
+} // namespace
+
+std::span<const RowAction> rowactions::ofDesigns() { return actions; }

@@ -1,0 +1,241 @@
+// What can be done with files, folders and properties.
+
+#include "app/designs/deleting.h"
+#include "app/designs/DesignTree.h"
+#include "app/designs/DesignTreeView.h"
+#include "app/designs/HostAttempt.h"
+#include "app/designs/RowAction.h"
+#include "app/designs/SharedPropertiesDialog.h"
+
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QInputDialog>
+#include <QUrl>
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::BuildConfiguration;
+using MorvalenCore::DesignFile;
+using MorvalenCore::DesignFolder;
+using MorvalenCore::DesignProperty;
+using MorvalenCore::Interfaces::IDesign;
+using Qtilities::Core::QtilitiesCategory;
+using Qtilities::CoreGui::AbstractTreeItem;
+using Qtilities::CoreGui::TreeFileItem;
+
+namespace {
+
+const QString levelSeparator = u"::"_s;
+
+QString tr(const char *text) { return DesignTree::tr(text); }
+
+// The active items of one kind.
+template <typename Item>
+struct ActiveItems
+{
+    QList<QPointer<Item>> (IDesign::*get)() const;
+    void (IDesign::*set)(const QList<QPointer<Item>> &items);
+};
+
+constexpr ActiveItems<DesignFile> activeFiles {&IDesign::activeFiles, &IDesign::setActiveFiles};
+constexpr ActiveItems<DesignFolder> activeFolders {&IDesign::activeFolders,
+                                                   &IDesign::setActiveFolders};
+constexpr ActiveItems<DesignProperty> activeProperties {&IDesign::activeProperties,
+                                                        &IDesign::setActiveProperties};
+
+enum class Activation { Set, Add, Remove };
+
+template <typename Item>
+void activate(IDesign &design, const QList<TreeRow> &rows, Activation how,
+              const ActiveItems<Item> &kind)
+{
+    QList<QPointer<Item>> chosen;
+    for (const TreeRow &row : rows) {
+        auto *item = qobject_cast<Item *>(row.item.data());
+        if (item && row.design() == &design)
+            chosen.append(item);
+    }
+    if (chosen.isEmpty())
+        return;
+    QList<QPointer<Item>> active;
+    if (how != Activation::Set)
+        active = (design.*kind.get)();
+    for (const QPointer<Item> &item : chosen) {
+        active.removeAll(item);
+        if (how != Activation::Remove)
+            active.append(item);
+    }
+    (design.*kind.set)(active);
+}
+
+void activate(const RowCall &call, Activation how)
+{
+    const HostAttempt attempt(call.window(), tr("Not Activated"));
+    for (IDesign *design : rowactions::designsOf(call.rows)) {
+        activate(*design, call.rows, how, activeFiles);
+        activate(*design, call.rows, how, activeFolders);
+        activate(*design, call.rows, how, activeProperties);
+    }
+}
+
+bool someAre(const RowCall &call, bool active)
+{
+    return std::any_of(call.rows.begin(), call.rows.end(),
+                       [active](const TreeRow &row) { return row.active == active; });
+}
+
+void open(const RowCall &call)
+{
+    for (const TreeRow &row : call.rows)
+        call.tree.activate(row);
+}
+
+// The categories that items of the kind have in the designs.
+QStringList knownCategories(const RowCall &call)
+{
+    QStringList known;
+    const auto add = [&known](const AbstractTreeItem *item) {
+        const QString text = item->category().toString(levelSeparator);
+        if (!text.isEmpty())
+            known.append(text);
+    };
+    for (const IDesign *design : rowactions::designsOf(call.rows)) {
+        if (call.first().kind == RowKind::File)
+            for (const DesignFile *file : design->filesUnderNode(QString(), true))
+                add(file);
+        else
+            for (const DesignFolder *folder : design->folders())
+                add(folder);
+    }
+    known.removeDuplicates();
+    known.sort();
+    return known;
+}
+
+AbstractTreeItem *treeItem(const TreeRow &row)
+{
+    return qobject_cast<AbstractTreeItem *>(row.item.data());
+}
+
+void setCategory(const RowCall &call)
+{
+    const QList<TreeRow> rows = call.rows;
+    const QString present = treeItem(call.first())->category().toString(levelSeparator);
+    QStringList known = knownCategories(call);
+    if (!known.contains(present))
+        known.prepend(present);
+    bool given = false;
+    const QString category = QInputDialog::getItem(
+        call.window(), tr("Category"), tr("&Category, its levels separated by \"::\":"), known,
+        int(known.indexOf(present)), true, &given);
+    if (!given)
+        return;
+    HostAttempt attempt(call.window(), tr("Category Not Changed"));
+    for (const TreeRow &row : rows) {
+        if (row.isThere())
+            attempt.check(treeItem(row)->setCategory(
+                QtilitiesCategory::fromString(category, levelSeparator)));
+    }
+}
+
+void showSharedProperties(const RowCall &call)
+{
+    auto *dialog = new SharedPropertiesDialog(call.first(), call.window());
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
+}
+
+QString pathOf(const TreeRow &row)
+{
+    const auto *item = qobject_cast<const TreeFileItem *>(row.item.data());
+    return item ? QDir::toNativeSeparators(item->actualPath()) : QString();
+}
+
+void copyText(const RowCall &call)
+{
+    QStringList lines;
+    for (const TreeRow &row : call.rows) {
+        const auto *property = row.property();
+        lines.append(property ? property->propertyData().value().toString() : pathOf(row));
+    }
+    QGuiApplication::clipboard()->setText(lines.join(u'\n'));
+}
+
+void openFolder(const RowCall &call)
+{
+    const QString path = pathOf(call.first());
+    const QString folder =
+        call.first().kind == RowKind::Folder ? path : QFileInfo(path).absolutePath();
+    QDesktopServices::openUrl(QUrl::fromLocalFile(folder));
+}
+
+void remove(const RowCall &call) { deleting::removeFromDesigns(call.rows, call.window()); }
+
+void deleteFromDisk(const RowCall &call) { deleting::deleteFromDisk(call.rows, call.window()); }
+
+constexpr unsigned paths = rowBit(RowKind::File) | rowBit(RowKind::Folder);
+constexpr unsigned properties = rowBit(RowKind::Property);
+constexpr unsigned items = paths | properties;
+
+constexpr RowAction actions[] = {
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "&Open"), .kinds = rowBit(RowKind::File), .run = open},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "&Edit Value"),
+     .kinds = properties,
+     .needs = RowAction::OneRow | RowAction::Writable,
+     .run = open,
+     .isPossible =
+         [](const RowCall &call) { return !call.first().property()->propertyData().isReadOnly(); },
+     .key = Qt::Key_F2},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "Set &Active"),
+     .kinds = items,
+     .needs = RowAction::Separated,
+     .run = [](const RowCall &call) { activate(call, Activation::Set); }},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "A&dd to Active"),
+     .kinds = items,
+     .run = [](const RowCall &call) { activate(call, Activation::Add); },
+     .isPossible = [](const RowCall &call) { return someAre(call, false); }},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "Ta&ke from Active"),
+     .kinds = items,
+     .run = [](const RowCall &call) { activate(call, Activation::Remove); },
+     .isPossible = [](const RowCall &call) { return someAre(call, true); }},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "Ca&tegory..."),
+     .kinds = paths,
+     .needs = RowAction::Writable | RowAction::Separated,
+     .run = setCategory},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "&Shared Properties..."),
+     .kinds = items,
+     .needs = RowAction::OneRow,
+     .run = showSharedProperties,
+     .key = Qt::ALT | Qt::Key_Return},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "Copy &Path"),
+     .kinds = paths,
+     .needs = RowAction::Separated,
+     .run = copyText,
+     .key = Qt::CTRL | Qt::Key_C},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "&Copy Value"),
+     .kinds = properties,
+     .needs = RowAction::Separated,
+     .run = copyText,
+     .key = Qt::CTRL | Qt::Key_C},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "Open in File &Manager"),
+     .kinds = paths,
+     .needs = RowAction::OneRow,
+     .run = openFolder},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "&Remove from Design..."),
+     .kinds = items,
+     .needs = RowAction::Writable | RowAction::Separated,
+     .run = remove,
+     .isPossible = deleting::areRemovable,
+     .key = Qt::Key_Delete},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "De&lete from Disk..."),
+     .kinds = paths,
+     .needs = RowAction::Writable,
+     .run = deleteFromDisk,
+     .key = Qt::SHIFT | Qt::Key_Delete},
+};
+
+} // namespace
+
+std::span<const RowAction> rowactions::ofItems() { return actions; }

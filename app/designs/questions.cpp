@@ -1,0 +1,70 @@
+#include "app/designs/questions.h"
+
+#include "app/designs/DesignTree.h"
+
+#include <QMessageBox>
+#include <QPushButton>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr qsizetype lineLimit = 12;
+
+QString tr(const char *text) { return DesignTree::tr(text); }
+
+// Shows so many of the lines as fit a screen, all of them behind the button for details.
+void setLines(QMessageBox &box, const QString &question, const QStringList &lines)
+{
+    box.setTextFormat(Qt::PlainText);
+    box.setText(question);
+    QStringList shown = lines.first(std::min(lines.size(), lineLimit));
+    if (lines.size() > lineLimit) {
+        shown.append(tr("... and %1 more").arg(lines.size() - lineLimit));
+        box.setDetailedText(lines.join(u'\n'));
+    }
+    box.setInformativeText(shown.join(u'\n'));
+}
+
+} // namespace
+
+bool questions::mayDelete(QWidget *window, const QString &question, const QStringList &paths)
+{
+    QMessageBox box(QMessageBox::Warning, tr("Delete"), QString(), QMessageBox::Cancel, window);
+    setLines(box, question, paths);
+    const auto *agreed = box.addButton(tr("&Delete for Good"), QMessageBox::DestructiveRole);
+    box.setDefaultButton(QMessageBox::Cancel);
+    box.exec();
+    return box.clickedButton() == agreed;
+}
+
+questions::Deletion questions::howToDelete(QWidget *window, const QString &question,
+                                           const QStringList &paths)
+{
+    QMessageBox box(QMessageBox::Warning, tr("Delete from Disk"), QString(), QMessageBox::Cancel,
+                    window);
+    setLines(box, question, paths);
+    const auto *trash = box.addButton(tr("Move to &Trash"), QMessageBox::DestructiveRole);
+    const auto *permanent = box.addButton(tr("&Delete for Good"), QMessageBox::DestructiveRole);
+    box.setDefaultButton(QMessageBox::Cancel);
+    box.exec();
+    if (box.clickedButton() == trash)
+        return Deletion::ToTrash;
+    return box.clickedButton() == permanent ? Deletion::Permanent : Deletion::None;
+}
+
+bool questions::mayRemove(QWidget *window, const QStringList &names)
+{
+    QMessageBox box(QMessageBox::Question, tr("Remove from Design"), QString(),
+                    QMessageBox::Cancel, window);
+    setLines(box,
+             names.size() == 1 ? tr("Remove this item from its design? Nothing is deleted from "
+                                    "disk.")
+                               : tr("Remove these items from their design? Nothing is deleted "
+                                    "from disk."),
+             names);
+    auto *agreed = box.addButton(tr("&Remove"), QMessageBox::AcceptRole);
+    box.setDefaultButton(agreed);
+    box.exec();
+    return box.clickedButton() == agreed;
+}
