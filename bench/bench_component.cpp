@@ -126,9 +126,10 @@ void editFiles(benchmark::State &state)
     for (auto _ : state) {
         QFile::remove(path);
         const auto document = ComponentDocument::create({u"v"_s, u"l"_s, u"n"_s, u"1"_s}, path);
+        const FileSetId set = document->files().addFileSet(u"files"_s);
         QList<FileId> files;
         for (std::int64_t i = 0; i < state.range(0); ++i)
-            files += document->files().add(u"rtl/unit_%1.v"_s.arg(i), QList<FileSetPatterns> {});
+            files += document->files().add(u"rtl/unit_%1.v"_s.arg(i), set);
         for (qsizetype i = 0; i < files.size(); ++i) {
             if (i % 2 == 0)
                 document->files().remove(files[i]);
@@ -164,7 +165,7 @@ void editOpenedFiles(benchmark::State &state)
                 files.setPath(all[i], u"moved/unit_%1.v"_s.arg(i));
         }
         for (std::int64_t i = 0; i < state.range(0); ++i)
-            files.add(u"more/unit_%1.v"_s.arg(i), QList<FileSetPatterns> {});
+            files.add(u"more/unit_%1.v"_s.arg(i), files.fileSet(u"rtl"_s));
         if (!opened.document->save())
             state.SkipWithError("not saved");
     }

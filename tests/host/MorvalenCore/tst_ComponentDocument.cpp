@@ -487,7 +487,8 @@ void tst_ComponentDocument::savedTwice()
     const QString path = folder.filePath(u"component.xml"_s);
     put(path, component({}));
     const auto document = ComponentDocument::open(path).document;
-    const FileId file = document->files().add(u"a.v"_s, QList<FileSetPatterns> {});
+    const FileSetId set = document->files().addFileSet(u"files"_s);
+    const FileId file = document->files().add(u"a.v"_s, set);
     QVERIFY(document->save());
     QVERIFY(document->files().contains(file));
     QVERIFY(document->files().setPath(file, u"b.v"_s));

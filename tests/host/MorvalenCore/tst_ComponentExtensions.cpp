@@ -210,7 +210,8 @@ void tst_ComponentExtensions::sharedOfOwnProperty()
 void tst_ComponentExtensions::sharedWithCategory()
 {
     const auto document = open(component({}));
-    const FileId file = document->files().add(u"a.v"_s, QList<FileSetPatterns> {});
+    const FileSetId set = document->files().addFileSet(u"files"_s);
+    const FileId file = document->files().add(u"a.v"_s, set);
     QVERIFY(document->files().setCategory(file, u"C"_s));
     QVERIFY(document->sharedValues().set(file, {u"k"_s, {}, {}}));
     QVERIFY(document->sharedValues().remove(file, u"k"_s));
@@ -224,7 +225,8 @@ void tst_ComponentExtensions::sharedRefused()
 {
     const auto document = open(component({}));
     SharedValues &shared = document->sharedValues();
-    const FileId file = document->files().add(u"a.v"_s, QList<FileSetPatterns> {});
+    const FileSetId set = document->files().addFileSet(u"files"_s);
+    const FileId file = document->files().add(u"a.v"_s, set);
     const QByteArray bytes = document->bytes();
     QString error;
     QVERIFY(!shared.set(file, {{}, {}, u"x"_s}, &error));
