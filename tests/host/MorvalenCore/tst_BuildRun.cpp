@@ -86,6 +86,7 @@ private Q_SLOTS:
     void saysThatTheTargetPathCannotBeUsed();
     void endsEverythingWhenCancelled_data();
     void endsEverythingWhenCancelled();
+    void asksToEndWhatStartsMeanwhile();
     void leavesNoHalfMadeOutputWhenCancelled();
     void completesAfterACancelledRun();
     void endsEverythingAtOnce();
@@ -500,6 +501,25 @@ void TestBuildRun::endsEverythingWhenCancelled()
     QVERIFY2(!isAlive(build.read(u"pid"_s)), build.read(u"pid"_s).constData());
     QVERIFY(!build.exists(u"next"_s));
     QVERIFY(!build.done.contains(u"next"_s));
+}
+
+// Cancelled in the middle of starting, nothing is left for the signal that cannot be ignored.
+void TestBuildRun::asksToEndWhatStartsMeanwhile()
+{
+    BuildFixture build;
+    build.graceTime = 60'000;
+    build.add(u"long"_s, u"sleep 1000"_s, {}, {});
+    QElapsedTimer time;
+    time.start();
+    for (int delay = 0; delay < 20; ++delay) {
+        QTimer cancelling;
+        cancelling.setSingleShot(true);
+        QObject::connect(&cancelling, &QTimer::timeout, &cancelling,
+                         [&build] { build.current->cancel(); });
+        cancelling.start(delay);
+        QCOMPARE(build.run(), Result::Cancelled);
+    }
+    QVERIFY(time.elapsed() < build.graceTime);
 }
 
 void TestBuildRun::leavesNoHalfMadeOutputWhenCancelled()

@@ -131,9 +131,21 @@ QList<ChildProcess> NinjaProcess::endLeftBehind()
 void NinjaProcess::beginEnding(const Finder &finder)
 {
     toEnd = finder;
-    send(toEnd(), SIGTERM);
+    asked.clear();
+    askToEnd(toEnd());
     sinceEnding.start();
     ending.start();
+}
+
+// Each process once: some were started while the others were looked for.
+void NinjaProcess::askToEnd(const QList<ChildProcess> &found)
+{
+    for (const ChildProcess &child : found) {
+        if (asked.contains(child.id))
+            continue;
+        asked.insert(child.id);
+        kill(child.id, SIGTERM);
+    }
 }
 
 void NinjaProcess::goOnEnding()
@@ -146,8 +158,10 @@ void NinjaProcess::goOnEnding()
         Q_EMIT ended();
         return;
     }
-    if (sinceEnding.elapsed() < graceTime)
+    if (sinceEnding.elapsed() < graceTime) {
+        askToEnd(left);
         return;
+    }
     // Ninja ends once its steps have, and removes what they have left half done: on a busy machine
     // that takes its time.
     left.removeIf([this](const ChildProcess &child) { return child.id == session; });

@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QObject>
 #include <QProcess>
+#include <QSet>
 #include <QTimer>
 
 #include <functional>
@@ -57,6 +58,7 @@ private:
     QList<ChildProcess> processes() const;
     // Ends what the finder finds, until it finds nothing.
     void beginEnding(const Finder &finder);
+    void askToEnd(const QList<ChildProcess> &found);
     void goOnEnding();
     void endAtOnce();
     void readAll();
@@ -69,6 +71,7 @@ private:
     bool cancelled = false;
 
     Finder toEnd;
+    QSet<pid_t> asked;
     QTimer ending;
     QElapsedTimer sinceEnding;
 };
