@@ -1,12 +1,9 @@
 #include "BuildFixture.h"
 
-#include "build/processtree.h"
-
 #include <QProcess>
 #include <QTest>
 #include <QTimer>
 
-#include <csignal>
 #include <fstream>
 #include <unistd.h>
 
@@ -16,12 +13,6 @@ using Kind = BuildRun::Kind;
 using Result = BuildRun::Result;
 
 namespace {
-
-bool isAlive(const QByteArray &id)
-{
-    QFile stat(u"/proc/%1/stat"_s.arg(QString::fromLatin1(id.trimmed())));
-    return stat.open(QIODevice::ReadOnly) && !stat.readAll().contains(") Z ");
-}
 
 // Three sources, three objects, one program, and a journal of the steps that really ran.
 void addProgram(BuildFixture &build)
@@ -41,18 +32,6 @@ QStringList sorted(QStringList list)
 {
     list.sort();
     return list;
-}
-
-// Runs, and cancels as soon as the file is there.
-Result runAndCancel(BuildFixture &build, const QString &signFile)
-{
-    QTimer poll;
-    QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
-        if (build.exists(signFile) && build.current)
-            build.current->cancel();
-    });
-    poll.start(5);
-    return build.run();
 }
 
 } // namespace
@@ -84,16 +63,6 @@ private Q_SLOTS:
     void readsNestedRunsOfNinja();
     void refusesASecondRunInTheSameFolder();
     void saysThatTheTargetPathCannotBeUsed();
-    void endsEverythingWhenCancelled_data();
-    void endsEverythingWhenCancelled();
-    void asksToEndWhatStartsMeanwhile();
-    void leavesNoHalfMadeOutputWhenCancelled();
-    void completesAfterACancelledRun();
-    void endsEverythingAtOnce();
-    void endsWhatStepsLeaveBehind();
-    void leavesDaemonsAlone();
-    void endsWithTheApplication();
-    void endsWhenItsProgramIsKilled();
     void keepsToFiveThousandSteps();
 };
 
@@ -458,186 +427,6 @@ void TestBuildRun::saysThatTheTargetPathCannotBeUsed()
                           QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     QCOMPARE(build.messages.size(), 1);
     QVERIFY(build.messages.first().contains(build.path(u"closed/build.ninja"_s)));
-}
-
-void TestBuildRun::endsEverythingWhenCancelled_data()
-{
-    QTest::addColumn<QString>("command");
-    QTest::addColumn<bool>("hasOutput");
-    const QString sleep = u"echo $$ > pid; touch there; sleep 1000"_s;
-    QTest::newRow("cancel-1 a step") << sleep << true;
-    QTest::newRow("cancel-2 a step that runs alone") << sleep << false;
-    QTest::newRow("cancel-3 one that ignores termination")
-        << u"trap '' TERM INT HUP; "_s + sleep << true;
-    QTest::newRow("cancel-4 one that runs alone and ignores termination")
-        << u"trap '' TERM INT HUP; "_s + sleep << false;
-    QTest::newRow("cancel-5 a child in the background")
-        << u"(trap '' TERM; echo $$ > parent; exec sh -c 'echo $$ > pid; touch there; sleep 1000') "
-           u"& wait"_s
-        << true;
-    QTest::newRow("cancel-6 a child in a session of its own that ignores termination")
-        << u"setsid sh -c \"trap '' TERM; echo \\$\\$ > pid; touch there; sleep 1000\" "
-           u"> /dev/null 2>&1 < /dev/null & sleep 1000"_s
-        << true;
-    QTest::newRow("cancel-7 one that starts others when it is ended")
-        << u"trap 'sh -c \"echo \\$\\$ > pid; sleep 1000\"' TERM; touch there; while :; do sleep "
-           u"0.05; done"_s
-        << false;
-}
-
-void TestBuildRun::endsEverythingWhenCancelled()
-{
-    QFETCH(const QString, command);
-    QFETCH(const bool, hasOutput);
-    BuildFixture build;
-    build.write(u"i"_s, "x");
-    build.write(u"pid"_s, "1000000000");
-    build.add(u"long"_s, command, {u"i"_s}, hasOutput ? QStringList(u"o"_s) : QStringList());
-    build.add(u"next"_s, u"touch next"_s, {}, {});
-    QElapsedTimer time;
-    time.start();
-    QCOMPARE(runAndCancel(build, u"there"_s), Result::Cancelled);
-    QVERIFY(time.elapsed() < 10'000);
-    QVERIFY2(!isAlive(build.read(u"pid"_s)), build.read(u"pid"_s).constData());
-    QVERIFY(!build.exists(u"next"_s));
-    QVERIFY(!build.done.contains(u"next"_s));
-}
-
-// Cancelled in the middle of starting, nothing is left for the signal that cannot be ignored.
-void TestBuildRun::asksToEndWhatStartsMeanwhile()
-{
-    BuildFixture build;
-    build.graceTime = 60'000;
-    build.add(u"long"_s, u"sleep 1000"_s, {}, {});
-    QElapsedTimer time;
-    time.start();
-    for (int delay = 0; delay < 20; ++delay) {
-        QTimer cancelling;
-        cancelling.setSingleShot(true);
-        QObject::connect(&cancelling, &QTimer::timeout, &cancelling,
-                         [&build] { build.current->cancel(); });
-        cancelling.start(delay);
-        QCOMPARE(build.run(), Result::Cancelled);
-    }
-    QVERIFY(time.elapsed() < build.graceTime);
-}
-
-void TestBuildRun::leavesNoHalfMadeOutputWhenCancelled()
-{
-    BuildFixture build;
-    build.write(u"i"_s, "x");
-    build.add(u"long"_s, u"trap '' TERM; echo half > out/o; touch there; sleep 1000"_s, {u"i"_s},
-              {u"out/o"_s});
-    QCOMPARE(runAndCancel(build, u"there"_s), Result::Cancelled);
-    QVERIFY(!build.exists(u"out/o"_s));
-}
-
-void TestBuildRun::completesAfterACancelledRun()
-{
-    BuildFixture build;
-    addProgram(build);
-    build.request.steps[1].command = u"touch there; sleep 1000"_s;
-    QCOMPARE(runAndCancel(build, u"there"_s), Result::Cancelled);
-    addProgram(build);
-    build.request.steps = build.request.steps.mid(4);
-    QCOMPARE(build.run(), Result::Completed);
-    QCOMPARE(build.read(u"out/program"_s), QByteArray("abc"));
-}
-
-void TestBuildRun::endsEverythingAtOnce()
-{
-    BuildFixture build;
-    build.write(u"i"_s, "x");
-    build.add(u"long"_s, u"trap '' TERM; echo $$ > pid; touch there; sleep 1000"_s, {u"i"_s},
-              {u"out/o"_s});
-    bool aliveAfter = true;
-    QTimer poll;
-    connect(&poll, &QTimer::timeout, &poll, [&] {
-        if (build.exists(u"there"_s) && build.current) {
-            build.current->endNow();
-            aliveAfter = isAlive(build.read(u"pid"_s));
-        }
-    });
-    poll.start(5);
-    QCOMPARE(build.run(), Result::Cancelled);
-    QVERIFY(!aliveAfter);
-}
-
-void TestBuildRun::endsWhatStepsLeaveBehind()
-{
-    BuildFixture build;
-    build.write(u"i"_s, "x");
-    build.add(u"careless"_s,
-              u"sh -c \"trap '' TERM; echo \\$\\$ > pid; sleep 1000\" > /dev/null "
-              u"2>&1 & while [ ! -s pid ]; do sleep 0.01; done; cp i o"_s,
-              {u"i"_s}, {u"o"_s});
-    QCOMPARE(build.run(), Result::Completed);
-    QVERIFY(!isAlive(build.read(u"pid"_s)));
-    const QString id = QString::fromUtf8(build.read(u"pid"_s)).trimmed();
-    QCOMPARE(build.messages.size(), 2);
-    QVERIFY2(build.messages[1].startsWith(
-                 u"Warning: The steps left processes behind, which were ended: "_s)
-                 && build.messages[1].contains(u"sh (%1)"_s.arg(id)),
-             qPrintable(build.messages[1]));
-}
-
-void TestBuildRun::leavesDaemonsAlone()
-{
-    BuildFixture build;
-    build.write(u"i"_s, "x");
-    build.add(u"daemon"_s,
-              u"setsid sh -c 'echo $$ > pid; sleep 1000' > /dev/null 2>&1 & "
-              u"while [ ! -s pid ]; do sleep 0.01; done; cp i o"_s,
-              {u"i"_s}, {u"o"_s});
-    QCOMPARE(build.run(), Result::Completed);
-    QCOMPARE(build.messages, QStringList({u"Info: [1/1] daemon"_s}));
-    const pid_t id = build.read(u"pid"_s).trimmed().toInt();
-    QVERIFY(id > 0 && isAlive(QByteArray::number(id)));
-    QCOMPARE(kill(-id, SIGKILL), 0);
-}
-
-void TestBuildRun::endsWithTheApplication()
-{
-    BuildFixture build;
-    build.write(u"i"_s, "x");
-    build.add(u"long"_s, u"echo $$ > pid; touch there; sleep 1000"_s, {u"i"_s}, {u"o"_s});
-    QTimer poll;
-    connect(&poll, &QTimer::timeout, &poll, [&] {
-        if (build.exists(u"there"_s))
-            QCoreApplication::quit();
-    });
-    Result result = Result::Completed;
-    QTimer::singleShot(0, this, [&] {
-        poll.start(5);
-        result = build.run();
-        poll.stop();
-    });
-    QCoreApplication::exec();
-    QCOMPARE(result, Result::Cancelled);
-    QVERIFY(!isAlive(build.read(u"pid"_s)));
-}
-
-// Another process that runs a build is killed in the middle of it.
-void TestBuildRun::endsWhenItsProgramIsKilled()
-{
-    if (qEnvironmentVariableIsSet("BUILD_TO_BE_KILLED")) {
-        BuildFixture build;
-        build.request.workingFolder = qEnvironmentVariable("BUILD_TO_BE_KILLED");
-        build.add(u"long"_s, u"echo $$ > pid; touch there; sleep 1000"_s, {}, {u"o"_s});
-        build.run();
-        return;
-    }
-    BuildFixture build;
-    QProcess other;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"BUILD_TO_BE_KILLED"_s, build.request.workingFolder);
-    other.setProcessEnvironment(environment);
-    other.start(QCoreApplication::applicationFilePath(), {u"endsWhenItsProgramIsKilled"_s});
-    QTRY_VERIFY_WITH_TIMEOUT(build.exists(u"there"_s), 20'000);
-    QVERIFY(isAlive(build.read(u"pid"_s)));
-    other.kill();
-    QVERIFY(other.waitForFinished());
-    QTRY_VERIFY(!isAlive(build.read(u"pid"_s)));
 }
 
 void TestBuildRun::keepsToFiveThousandSteps()

@@ -19,6 +19,7 @@ BuildRun::BuildRun(const BuildPlan &aPlan, const NinjaFile &itsFile, QObject *pa
             [this](const QByteArray &bytes) { output->takeOutput(bytes); });
     connect(&ninja, &NinjaProcess::errorReady, this,
             [this](const QByteArray &bytes) { output->takeErrors(bytes); });
+    connect(&ninja, &NinjaProcess::endedLeftBehind, this, &BuildRun::tellLeftBehind);
 }
 
 BuildRun::~BuildRun() = default;
@@ -43,7 +44,7 @@ BuildRun::Result BuildRun::run(Kind kind)
     const QString logFile = looking ? QString() : plan.targetFolder + u"/build.log"_s;
     const NinjaProcess::End end = runNinja(looking ? QStringList(u"-n"_s) : QStringList(), logFile);
     if (!looking && end != NinjaProcess::End::Cancelled && !output->shownSteps().isEmpty())
-        endLeftBehind();
+        tellLeftBehind(ninja.endLeftBehind());
     sortOut(end);
     return result(end);
 }
@@ -118,10 +119,10 @@ BuildRun::Result BuildRun::result(NinjaProcess::End end)
     return Result::Failed;
 }
 
-void BuildRun::endLeftBehind()
+void BuildRun::tellLeftBehind(const QList<ChildProcess> &processes)
 {
     QStringList names;
-    for (const ChildProcess &process : ninja.endLeftBehind())
+    for (const ChildProcess &process : processes)
         names.append(u"%1 (%2)"_s.arg(process.name).arg(process.id));
     if (!names.isEmpty())
         Q_EMIT message(

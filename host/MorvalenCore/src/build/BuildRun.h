@@ -53,7 +53,7 @@ private:
     NinjaProcess::End runNinja(const QStringList &arguments, const QString &logFile);
     Result fail(const QString &text);
     Result result(NinjaProcess::End end);
-    void endLeftBehind();
+    void tellLeftBehind(const QList<ChildProcess> &processes);
     void sortOut(NinjaProcess::End end);
 
     const BuildPlan plan;

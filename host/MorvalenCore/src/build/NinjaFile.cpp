@@ -20,14 +20,18 @@ constexpr qsizetype longestArgument = 100'000;
 
 const char firstLine[] = "# Written by Morvalen; changes are overwritten.\n";
 
+// Ninja hands steps of the pool "console" a pipe by whose end it sees that they have ended; what
+// they leave running is not to keep it open.
+const char closing[] = "closing = $ 3>&- 4>&- 5>&- 6>&- 7>&-; exit\n";
+
 const char rules[] = "\n"
                      "rule step\n"
-                     "  command = cd $folder || exit; $line\n"
+                     "  command = cd $folder || exit; $line$alone\n"
                      "  description = $label\n"
                      "  restat = 1\n"
                      "\n"
                      "rule long_step\n"
-                     "  command = /bin/sh $script\n"
+                     "  command = /bin/sh $script$alone\n"
                      "  description = $label\n"
                      "  restat = 1\n"
                      "  rspfile = $script\n"
@@ -78,11 +82,11 @@ private:
         text += "\n  label = ";
         appendNinjaValue(&text, step.label);
         text += "\n  line = ";
-        appendNinjaValue(&text, step.command);
+        appendNinjaValue(&text, always && !fromFile ? asOneProgram(step.command) : step.command);
         if (fromFile)
             text += "\n  script = step-" + QByteArray::number(number) + ".sh";
         if (always)
-            text += "\n  pool = console";
+            text += "\n  pool = console\n  alone = $closing";
         text += '\n';
     }
 
@@ -122,6 +126,7 @@ NinjaFile::NinjaFile(const BuildPlan &plan) : folder(plan.targetFolder)
                "folder = ";
     appendNinjaValue(&content, shellWord(plan.workingFolder));
     content += '\n';
+    content += closing;
     content += rules;
     Statements statements(&content);
     for (const PlannedStep &step : plan.steps)

@@ -4,6 +4,7 @@
 #include <QRandomGenerator>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <csignal>
 #include <unistd.h>
 #ifdef Q_OS_LINUX
@@ -16,8 +17,10 @@ namespace MorvalenCore {
 
 namespace {
 
-// In milliseconds: how often is looked whether processes are gone, and how long killed ones have.
+// In milliseconds: how often is looked whether processes are gone, whether some keep Ninja waiting,
+// and how long killed ones have.
 constexpr int pollInterval = 25;
+constexpr int lookInterval = 500;
 constexpr int killTime = 10'000;
 
 // Between fork and exec.
@@ -46,6 +49,8 @@ NinjaProcess::NinjaProcess(QObject *parent) : QObject(parent)
     connect(&process, &QProcess::readyReadStandardError, this, &NinjaProcess::readAll);
     ending.setInterval(pollInterval);
     connect(&ending, &QTimer::timeout, this, &NinjaProcess::goOnEnding);
+    looking.setInterval(lookInterval);
+    connect(&looking, &QTimer::timeout, this, &NinjaProcess::lookForWaiting);
 }
 
 NinjaProcess::~NinjaProcess() { endNow(); }
@@ -75,8 +80,13 @@ NinjaProcess::End NinjaProcess::run(const QString &folder, const QStringList &ar
     });
     process.start(program, arguments);
     session = pid_t(process.processId());
+    unseen.clear();
+    keepers.clear();
+    sinceStart.start();
+    looking.start();
     if (process.state() != QProcess::NotRunning)
         loop.exec();
+    looking.stop();
     if (process.error() == QProcess::FailedToStart) {
         reason = u"Ninja cannot be started: %1"_s.arg(process.errorString());
         return End::NotStarted;
@@ -135,6 +145,30 @@ void NinjaProcess::beginEnding(const Finder &finder)
     askToEnd(toEnd());
     sinceEnding.start();
     ending.start();
+}
+
+// Ninja takes a step for ended when nobody can write to its output any more, and would wait for
+// ever for a process in the background that holds it.
+void NinjaProcess::lookForWaiting()
+{
+    const QList<pid_t> before = std::exchange(unseen, endedChildrenOf(session));
+    if (cancelled || std::none_of(before.cbegin(), before.cend(), [this](pid_t child) {
+            return unseen.contains(child);
+        }))
+        return;
+    QList<ChildProcess> fresh;
+    for (const ChildProcess &child : processesThatKeepWaiting(session, mark)) {
+        const auto askedAt = keepers.constFind(child.id);
+        if (askedAt == keepers.cend()) {
+            keepers.insert(child.id, sinceStart.elapsed());
+            kill(child.id, SIGTERM);
+            fresh.append(child);
+        } else if (sinceStart.elapsed() - *askedAt >= graceTime) {
+            kill(child.id, SIGKILL);
+        }
+    }
+    if (!fresh.isEmpty())
+        Q_EMIT endedLeftBehind(fresh);
 }
 
 // Each process once: some were started while the others were looked for.

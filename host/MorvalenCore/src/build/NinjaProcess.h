@@ -3,6 +3,7 @@
 #include "build/processtree.h"
 
 #include <QElapsedTimer>
+#include <QHash>
 #include <QObject>
 #include <QProcess>
 #include <QSet>
@@ -40,13 +41,15 @@ public:
     void endNow();
 
     // Ends what the steps have left running in the session, events being served meanwhile, and
-    // says what it was. Who has made a session of its own (a daemon) stays.
+    // says what it was. Who has made a session of its own (a daemon) stays, unless it kept Ninja
+    // waiting: those are ended, and told of, during the run.
     QList<ChildProcess> endLeftBehind();
 
     // In milliseconds: from the request to end until the signal that cannot be ignored.
     void setGraceTime(int milliseconds) { graceTime = milliseconds; }
 
 Q_SIGNALS:
+    void endedLeftBehind(const QList<MorvalenCore::ChildProcess> &processes);
     void outputReady(const QByteArray &bytes);
     void errorReady(const QByteArray &bytes);
     // What was to be ended is gone.
@@ -58,6 +61,7 @@ private:
     QList<ChildProcess> processes() const;
     // Ends what the finder finds, until it finds nothing.
     void beginEnding(const Finder &finder);
+    void lookForWaiting();
     void askToEnd(const QList<ChildProcess> &found);
     void goOnEnding();
     void endAtOnce();
@@ -69,6 +73,13 @@ private:
     QString reason;
     int graceTime = 3000;
     bool cancelled = false;
+
+    // Steps whose processes are gone, but whose end Ninja had not seen when it was looked last.
+    QTimer looking;
+    QList<pid_t> unseen;
+    QElapsedTimer sinceStart;
+    // Who kept Ninja waiting, and when it was asked to end.
+    QHash<pid_t, qint64> keepers;
 
     Finder toEnd;
     QSet<pid_t> asked;

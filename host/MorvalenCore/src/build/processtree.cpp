@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSet>
 
 using namespace Qt::Literals::StringLiterals;
@@ -43,16 +44,51 @@ Entry entryOf(const QByteArray &id)
     return entry;
 }
 
-QList<Entry> allProcesses()
+// With those that have ended and wait for their parents.
+QList<Entry> allEntries()
 {
     QList<Entry> entries;
     const QStringList ids = QDir(u"/proc"_s).entryList({u"[1-9]*"_s}, QDir::Dirs);
     for (const QString &id : ids) {
         const Entry entry = entryOf(id.toLatin1());
-        if (entry.alive)
+        if (entry.id != 0)
             entries.append(entry);
     }
     return entries;
+}
+
+QList<Entry> allProcesses()
+{
+    QList<Entry> entries = allEntries();
+    entries.removeIf([](const Entry &entry) { return !entry.alive; });
+    return entries;
+}
+
+// Names of the pipes that a process has open.
+QSet<QString> pipesOf(pid_t process)
+{
+    QSet<QString> pipes;
+    const QFileInfoList links =
+        QDir(u"/proc/%1/fd"_s.arg(process)).entryInfoList(QDir::Files | QDir::System);
+    for (const QFileInfo &link : links) {
+        const QString target = QFile::symLinkTarget(link.filePath());
+        if (target.contains(u"pipe:["_s))
+            pipes.insert(target.mid(target.indexOf(u"pipe:["_s)));
+    }
+    return pipes;
+}
+
+QSet<pid_t> withDescendants(pid_t leader, const QList<Entry> &all)
+{
+    QSet<pid_t> ids {leader};
+    for (qsizetype before = 0; before < ids.size();) {
+        before = ids.size();
+        for (const Entry &process : all) {
+            if (ids.contains(process.parent))
+                ids.insert(process.id);
+        }
+    }
+    return ids;
 }
 
 bool carries(const Entry &process, const QByteArray &entry)
@@ -91,6 +127,31 @@ QList<ChildProcess> processesOfBuild(pid_t session, const QByteArray &entry)
             }
         }
     }
+    return found;
+}
+
+QList<pid_t> endedChildrenOf(pid_t parent)
+{
+    QList<pid_t> ended;
+    for (const Entry &process : allEntries()) {
+        if (process.parent == parent && !process.alive)
+            ended.append(process.id);
+    }
+    return ended;
+}
+
+QList<ChildProcess> processesThatKeepWaiting(pid_t leader, const QByteArray &entry)
+{
+    const QSet<pid_t> attached = withDescendants(leader, allProcesses());
+    QSet<QString> pipes = pipesOf(leader);
+    for (const pid_t process : attached) {
+        if (process != leader)
+            pipes.subtract(pipesOf(process));
+    }
+    QList<ChildProcess> found = processesOfBuild(leader, entry);
+    found.removeIf([&](const ChildProcess &process) {
+        return attached.contains(process.id) || !pipesOf(process.id).intersects(pipes);
+    });
     return found;
 }
 

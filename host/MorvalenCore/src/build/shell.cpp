@@ -72,7 +72,8 @@ bool isPlainCommand(const QString &command)
 
     bool inSingleQuotes = false;
     bool inDoubleQuotes = false;
-    for (qsizetype at = 0; at < command.size(); ++at) {
+    qsizetype at = 0;
+    for (; at < command.size(); ++at) {
         const QChar c = command[at];
         if (inSingleQuotes)
             inSingleQuotes = c != u'\'';
@@ -85,16 +86,20 @@ bool isPlainCommand(const QString &command)
         else if (isMeta(command, at, inDoubleQuotes))
             return false;
     }
-    return true;
+    // Nothing is open that would take up what is put behind it.
+    return !inSingleQuotes && !inDoubleQuotes && at == command.size();
+}
+
+QString asOneProgram(const QString &command)
+{
+    return isPlainCommand(command) ? command : u"/bin/sh -c "_s + shellWord(command);
 }
 
 QString launched(const QString &command, const QString &launcher)
 {
     if (launcher.isEmpty())
         return command;
-    if (isPlainCommand(command))
-        return launcher + u' ' + command;
-    return launcher + u" /bin/sh -c "_s + shellWord(command);
+    return launcher + u' ' + asOneProgram(command);
 }
 
 QString inOneLine(const QString &command)

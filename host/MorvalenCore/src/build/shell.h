@@ -17,8 +17,10 @@ QString shellWords(const QStringList &texts);
 // assignment or built-in, so that another program can be put in front of it.
 bool isPlainCommand(const QString &command);
 
-// The command with a launcher in front: in front of its first word when it is a plain command,
-// else in front of a shell of its own. As it is when the launcher is empty.
+// The command as it is when it is a plain one, else a shell of its own with it.
+QString asOneProgram(const QString &command);
+
+// The command as one program with a launcher in front; as it is when the launcher is empty.
 QString launched(const QString &command, const QString &launcher);
 
 // The same command without line breaks and other control characters in its text.
