@@ -1,5 +1,7 @@
 #include "app/editor/TextPage.h"
 
+#include "app/editor/FindBar.h"
+#include "app/editor/GoToLineBar.h"
 #include "app/editor/NoticeBar.h"
 #include "app/editor/PositionBar.h"
 #include "app/editor/TextEdit.h"
@@ -46,6 +48,11 @@ const TextPage::CommandRow *TextPage::row(Command command)
         {Paste, [](const TextPage &page) { return page.edit->canPaste(); },
          [](TextPage &page) { page.edit->paste(); }},
         {SelectAll, always, [](TextPage &page) { page.edit->selectAll(); }},
+        {Find, always, [](TextPage &page) { page.openFind(false); }},
+        {FindNext, always, [](TextPage &page) { page.findBar->findNext(); }},
+        {FindPrevious, always, [](TextPage &page) { page.findBar->findPrevious(); }},
+        {Replace, changeable, [](TextPage &page) { page.openFind(true); }},
+        {GoToLine, always, [](TextPage &page) { page.openGoToLine(); }},
     };
     for (const CommandRow &candidate : rows) {
         if (candidate.command == command)
@@ -72,6 +79,8 @@ TextPage::TextPage(TextFile *theFile, QWidget *parent)
       file(theFile),
       notice(new NoticeBar(this)),
       edit(new TextEdit(this)),
+      findBar(new FindBar(edit, this)),
+      goToLineBar(new GoToLineBar(edit, this)),
       position(new PositionBar(edit, this))
 {
     file->setParent(this);
@@ -121,6 +130,19 @@ QString TextPage::readOnlyReason() const
     return {};
 }
 
+// One strip at a time.
+void TextPage::openFind(bool replacing)
+{
+    goToLineBar->hide();
+    findBar->open(replacing);
+}
+
+void TextPage::openGoToLine()
+{
+    findBar->hide();
+    goToLineBar->open();
+}
+
 void TextPage::layOut()
 {
     auto *layout = new QVBoxLayout(this);
@@ -128,6 +150,8 @@ void TextPage::layOut()
     layout->setSpacing(0);
     layout->addWidget(notice);
     layout->addWidget(edit, 1);
+    layout->addWidget(findBar);
+    layout->addWidget(goToLineBar);
     layout->addWidget(position);
     setFocusProxy(edit);
 }

@@ -5,6 +5,8 @@
 
 #include <QMap>
 
+class FindBar;
+class GoToLineBar;
 class NoticeBar;
 class PositionBar;
 class TextEdit;
@@ -54,6 +56,8 @@ private:
 
     explicit TextPage(TextFile *file, QWidget *parent);
     void layOut();
+    void openFind(bool replacing);
+    void openGoToLine();
     void followText();
     void fill(const lineends::Lines &lines);
 
@@ -72,6 +76,8 @@ private:
     TextFile *file;
     NoticeBar *notice;
     TextEdit *edit;
+    FindBar *findBar;
+    GoToLineBar *goToLineBar;
     PositionBar *position;
     int usualEnd = 0;
     TextFile::Disk disk = TextFile::Disk::Same;

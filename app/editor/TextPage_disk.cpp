@@ -181,10 +181,10 @@ bool TextPage::mayMakeAgain()
 
 void TextPage::updateNotice()
 {
-    const NoticeBar::Choice reloadIt {tr("&Reload"), [this] { reload(); }};
+    const NoticeBar::Choice reloadIt {tr("Re&load"), [this] { reload(); }};
     const NoticeBar::Choice keepIt {tr("&Keep Mine"), [this] { keepMine(); }};
-    const NoticeBar::Choice saveIt {tr("Save &Anyway"), [this] { writeOrTell(); }};
-    const NoticeBar::Choice makeIt {tr("&Write Again"), [this] { writeOrTell(); }};
+    const NoticeBar::Choice saveIt {tr("Save An&yway"), [this] { writeOrTell(); }};
+    const NoticeBar::Choice makeIt {tr("Write A&gain"), [this] { writeOrTell(); }};
     const QString reason = readOnlyReason();
     const bool held = !reason.isEmpty();
     if (!unreadable.isEmpty()) {

@@ -199,11 +199,11 @@ void tst_TextConflict::aConflictIsShown_data()
     QTest::addColumn<QString>("inPage");
     QTest::addColumn<bool>("modified");
     QTest::newRow("choose-1 reload")
-        << u"&Reload"_s << QByteArray("other\n") << u"other\n"_s << false;
+        << u"Re&load"_s << QByteArray("other\n") << u"other\n"_s << false;
     QTest::newRow("choose-2 keep mine")
         << u"&Keep Mine"_s << QByteArray("other\n") << u"xone\ntwo\n"_s << true;
     QTest::newRow("choose-3 save anyway")
-        << u"Save &Anyway"_s << QByteArray("xone\ntwo\n") << u"xone\ntwo\n"_s << false;
+        << u"Save An&yway"_s << QByteArray("xone\ntwo\n") << u"xone\ntwo\n"_s << false;
 }
 
 void tst_TextConflict::aConflictIsShown()
@@ -215,7 +215,7 @@ void tst_TextConflict::aConflictIsShown()
     type(u"x"_s);
     QVERIFY(files::replace(path, "other\n"));
     QTRY_COMPARE(notice(), conflict());
-    QCOMPARE(choices(), (QStringList {u"&Reload"_s, u"&Keep Mine"_s, u"Save &Anyway"_s}));
+    QCOMPARE(choices(), (QStringList {u"Re&load"_s, u"&Keep Mine"_s, u"Save An&yway"_s}));
     choose(choice);
     QCOMPARE(notice(), QString());
     QCOMPARE(files::read(path), onDisk);
@@ -270,8 +270,8 @@ void tst_TextConflict::aFileThatIsGoneKeepsItsText()
     QCOMPARE(states.size(), 1);
     QVERIFY(page->isModified());
     QCOMPARE(shown(), u"one\ntwo\n"_s);
-    QCOMPARE(choices(), QStringList {u"&Write Again"_s});
-    choose(u"&Write Again"_s);
+    QCOMPARE(choices(), QStringList {u"Write A&gain"_s});
+    choose(u"Write A&gain"_s);
     QCOMPARE(files::read(path), QByteArray("one\ntwo\n"));
     QVERIFY(!page->isModified());
     QCOMPARE(notice(), QString());
@@ -343,10 +343,10 @@ void tst_TextConflict::whatBecomesUnreadableKeepsItsText()
                  "it had is kept here."_s.arg(path));
     QVERIFY(page->isModified());
     QCOMPARE(shown(), u"one\ntwo\n"_s);
-    QCOMPARE(choices(), (QStringList {u"&Reload"_s, u"Save &Anyway"_s}));
+    QCOMPARE(choices(), (QStringList {u"Re&load"_s, u"Save An&yway"_s}));
     QVERIFY(!page->save(&error));
     QCOMPARE(files::read(path), QByteArray("a\0b", 3));
-    choose(u"Save &Anyway"_s);
+    choose(u"Save An&yway"_s);
     QCOMPARE(files::read(path), QByteArray("one\ntwo\n"));
     QVERIFY(!page->isModified());
     QCOMPARE(notice(), QString());

@@ -1,0 +1,175 @@
+#include "app/editor/FindBar.h"
+
+#include "app/editor/TextEdit.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QStyle>
+#include <QTimer>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int countMilliseconds = 100;
+
+QHBoxLayout *lineLayout(QWidget *line)
+{
+    auto *layout = new QHBoxLayout(line);
+    layout->setContentsMargins(0, 0, 0, 0);
+    return layout;
+}
+
+QLineEdit *field(QWidget *line, const char *name, const QString &text)
+{
+    auto *made = new QLineEdit(line);
+    made->setObjectName(QString::fromLatin1(name));
+    auto *label = new QLabel(text, line);
+    label->setBuddy(made);
+    line->layout()->addWidget(label);
+    line->layout()->addWidget(made);
+    return made;
+}
+
+QPushButton *button(QWidget *line, const char *name, const QString &text)
+{
+    auto *made = new QPushButton(text, line);
+    made->setObjectName(QString::fromLatin1(name));
+    made->setAutoDefault(false);
+    line->layout()->addWidget(made);
+    return made;
+}
+
+} // namespace
+
+FindBar::FindBar(TextEdit *theEdit, QWidget *parent)
+    : QWidget(parent),
+      edit(theEdit),
+      countTimer(new QTimer(this))
+{
+    setObjectName(u"findBar"_s);
+    auto *layout = new QVBoxLayout(this);
+    const int margin = fontMetrics().averageCharWidth();
+    layout->setContentsMargins(margin, margin / 2, margin, margin / 2);
+    layout->setSpacing(margin / 2);
+    layout->addWidget(searchLine());
+    replacing = replaceLine();
+    layout->addWidget(replacing);
+    hide();
+
+    countTimer->setSingleShot(true);
+    countTimer->setInterval(countMilliseconds);
+    connect(countTimer, &QTimer::timeout, this, &FindBar::count);
+    connect(edit, &QPlainTextEdit::textChanged, this, &FindBar::countSoon);
+    connect(edit->verticalScrollBar(), &QScrollBar::valueChanged, this, &FindBar::markVisible);
+}
+
+void FindBar::open(bool withReplacing)
+{
+    const QTextCursor cursor = edit->textCursor();
+    const QString chosen = cursor.selectedText();
+    origin = cursor.selectionStart();
+    replacing->setVisible(withReplacing && !edit->isReadOnly());
+    show();
+    if (!chosen.isEmpty() && !chosen.contains(QChar::ParagraphSeparator)
+        && !regularExpression->isChecked())
+        pattern->setText(chosen);
+    pattern->setFocus();
+    pattern->selectAll();
+    search();
+}
+
+void FindBar::findNext() { find(true); }
+
+void FindBar::findPrevious() { find(false); }
+
+void FindBar::keyPressEvent(QKeyEvent *event)
+{
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (event->key() == Qt::Key_Escape)
+        close();
+    else if (isReturn && words->hasFocus())
+        replace();
+    else if (isReturn)
+        find(!(event->modifiers() & Qt::ShiftModifier));
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void FindBar::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    countSoon();
+}
+
+void FindBar::hideEvent(QHideEvent *event)
+{
+    QWidget::hideEvent(event);
+    countTimer->stop();
+    edit->setMarks({});
+}
+
+QWidget *FindBar::searchLine()
+{
+    auto *line = new QWidget(this);
+    QHBoxLayout *layout = lineLayout(line);
+    pattern = field(line, "pattern", tr("Find:"));
+    layout->setStretchFactor(pattern, 1);
+    connect(button(line, "next", tr("&Next")), &QPushButton::clicked, this, &FindBar::findNext);
+    connect(button(line, "previous", tr("&Previous")), &QPushButton::clicked, this,
+            &FindBar::findPrevious);
+    matchCase = option(tr("Match &Case"), "matchCase");
+    wholeWords = option(tr("&Whole Words"), "wholeWords");
+    regularExpression = option(tr("Regular E&xpression"), "regularExpression");
+    for (QCheckBox *box : {matchCase, wholeWords, regularExpression})
+        layout->addWidget(box);
+    status = new QLabel(line);
+    status->setObjectName(u"status"_s);
+    status->setTextFormat(Qt::PlainText);
+    layout->addWidget(status, 1);
+    auto *shut = new QToolButton(line);
+    shut->setObjectName(u"close"_s);
+    shut->setIcon(style()->standardIcon(QStyle::SP_DockWidgetCloseButton));
+    shut->setAutoRaise(true);
+    shut->setToolTip(tr("Close"));
+    shut->setAccessibleName(tr("Close"));
+    layout->addWidget(shut);
+    connect(shut, &QToolButton::clicked, this, &FindBar::close);
+    connect(pattern, &QLineEdit::textEdited, this, &FindBar::search);
+    return line;
+}
+
+QWidget *FindBar::replaceLine()
+{
+    auto *line = new QWidget(this);
+    QHBoxLayout *layout = lineLayout(line);
+    words = field(line, "replacement", tr("Replace with:"));
+    connect(button(line, "replace", tr("&Replace")), &QPushButton::clicked, this,
+            &FindBar::replace);
+    connect(button(line, "replaceAll", tr("Replace &All")), &QPushButton::clicked, this,
+            &FindBar::replaceAll);
+    layout->addStretch(1);
+    layout->setStretchFactor(words, 1);
+    return line;
+}
+
+QCheckBox *FindBar::option(const QString &text, const char *name)
+{
+    auto *box = new QCheckBox(text, this);
+    box->setObjectName(QString::fromLatin1(name));
+    connect(box, &QCheckBox::toggled, this, &FindBar::search);
+    return box;
+}
+
+void FindBar::close()
+{
+    hide();
+    edit->setFocus();
+}
