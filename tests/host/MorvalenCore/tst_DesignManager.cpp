@@ -60,6 +60,7 @@ private Q_SLOTS:
     void checksNames_data();
     void checksNames();
     void letsADesignKeepItsOwnName();
+    void givesAReadOnlyDesignNoOtherName();
     void refusesASecondDesignOfAnId();
     void refusesARenamingThatMakesAnIdTwice();
     void comparesIdsWhole();
@@ -214,6 +215,17 @@ void TestDesignManager::letsADesignKeepItsOwnName()
     QString error;
     QVERIFY(session->manager()->checkDesignName(u"a"_s, &error, a));
     QVERIFY(!session->manager()->checkDesignName(u"b"_s, &error, a));
+}
+
+void TestDesignManager::givesAReadOnlyDesignNoOtherName()
+{
+    IDesign *a = session->create(u"a"_s);
+    a->setReadOnly(true);
+    QString error;
+    QVERIFY(!session->manager()->checkDesignName(u"b"_s, &error, a));
+    QCOMPARE(error, u"The design \"a\" is read-only"_s);
+    QVERIFY(session->manager()->checkDesignName(u"a"_s, &error, a));
+    QVERIFY(session->manager()->checkDesignName(u"b"_s, &error, nullptr));
 }
 
 void TestDesignManager::refusesASecondDesignOfAnId()

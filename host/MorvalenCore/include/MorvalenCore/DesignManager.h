@@ -47,7 +47,7 @@ public:
     virtual QString settingsFileName() const = 0;
 
     // Whether a design may have that name; *error says why not. A design that is given may keep
-    // its own name.
+    // its own name, and gets no other while it is read-only.
     virtual bool checkDesignName(const QString &name, QString *error,
                                  const Interfaces::IDesign *renamed = nullptr) const = 0;
 

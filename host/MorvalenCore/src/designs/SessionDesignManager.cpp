@@ -63,7 +63,9 @@ bool SessionDesignManager::checkDesignName(const QString &name, QString *error,
 {
     if (renamed && renamed->name() == name)
         return true;
-    QString refusal = designNameRefusal(name);
+    QString refusal = renamed && renamed->isReadOnly()
+        ? u"The design \"%1\" is read-only"_s.arg(renamed->name())
+        : designNameRefusal(name);
     for (const IDesign *design : open.all()) {
         if (refusal.isEmpty() && design->name() == name)
             refusal = u"A design named \"%1\" is open already"_s.arg(name);
