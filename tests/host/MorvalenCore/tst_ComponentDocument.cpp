@@ -252,11 +252,11 @@ void tst_ComponentDocument::texts_data()
     QTest::addColumn<QByteArray>("expected");
 
     QTest::newRow("texts-1 the vendor in place")
-        << component({}) << int(DesignField::Vendor) << u"a & b"_s
-        << component({}).replace("v.org", "a &amp; b");
-    QTest::newRow("texts-2 an empty vendor keeps its element")
+        << component({}) << int(DesignField::Vendor) << u"\u00e9-1.org"_s
+        << component({}).replace("v.org", "\u00e9-1.org");
+    QTest::newRow("texts-2 an empty vendor is a name to others")
         << component({}) << int(DesignField::Vendor) << QString()
-        << component({}).replace("v.org", "");
+        << component(ownDesign(" vendor=\"\"/>")).replace("v.org", "_");
     QTest::newRow("texts-3 a self-closing vendor is opened")
         << component({}).replace("<i:vendor>v.org</i:vendor>", "<i:vendor/>")
         << int(DesignField::Vendor) << u"v.org"_s << component({});
@@ -344,6 +344,21 @@ void tst_ComponentDocument::texts_data()
                      "</i:vendorExtensions>")
                .replace("\n", "")
                .replace("  ", "");
+    QTest::newRow("texts-24 a vendor that is no name is one to others")
+        << component({}) << int(DesignField::Vendor) << u"Acme & Co."_s
+        << component(ownDesign(" vendor=\"Acme &amp; Co.\"/>")).replace("v.org", "Acme___Co.");
+    QTest::newRow("texts-25 a library that does not begin like a name")
+        << component({}) << int(DesignField::Library) << u"9"_s
+        << component(ownDesign(" library=\"9\"/>")).replace(">lib<", ">_9<");
+    QTest::newRow("texts-26 a name may begin like that")
+        << component({}) << int(DesignField::Name) << u"9\U0001F600"_s
+        << component(ownDesign(" name=\"9\U0001F600\"/>")).replace(">demo<", ">9__<");
+    QTest::newRow("texts-27 a name again")
+        << component(ownDesign(" vendor=\"a b\"/>")).replace("v.org", "a_b")
+        << int(DesignField::Vendor) << u"a_b"_s << component({}).replace("v.org", "a_b");
+    QTest::newRow("texts-28 what somebody else wrote counts, and may be written again")
+        << component(ownDesign(" vendor=\"a b\"/>")) << int(DesignField::Vendor) << u"v.org"_s
+        << component(ownDesign(" vendor=\"a b\"/>"));
 }
 
 void tst_ComponentDocument::texts()
@@ -426,7 +441,7 @@ void tst_ComponentDocument::created()
     const QString path = folder.filePath(u"component.xml"_s);
     QString error;
     const auto document =
-        ComponentDocument::create({u"v & w"_s, u"lib"_s, u"demo"_s, u"1.0"_s}, path, &error);
+        ComponentDocument::create({u"v_w"_s, u"lib"_s, u"demo"_s, u"1.0"_s}, path, &error);
     QVERIFY2(document, qPrintable(error));
     QVERIFY(document->isModified());
     QVERIFY(!QFile::exists(path));
@@ -436,7 +451,7 @@ void tst_ComponentDocument::created()
              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
              "<ipxact:component "
              "xmlns:ipxact=\"http://www.accellera.org/XMLSchema/IPXACT/1685-2014\">\n"
-             "  <ipxact:vendor>v &amp; w</ipxact:vendor>\n"
+             "  <ipxact:vendor>v_w</ipxact:vendor>\n"
              "  <ipxact:library>lib</ipxact:library>\n"
              "  <ipxact:name>demo</ipxact:name>\n"
              "  <ipxact:version>1.0</ipxact:version>\n"

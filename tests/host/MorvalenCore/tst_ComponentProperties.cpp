@@ -69,6 +69,7 @@ private Q_SLOTS:
     void referencesGoWithTheirFile();
     void values_data();
     void values();
+    void refusesAnEmptyValueOf2014();
     void names();
     void categories();
     void added();
@@ -246,7 +247,7 @@ void tst_ComponentProperties::referencesFollowValues()
     for (const auto &[value, removable] : {std::pair {u"1"_s, true},
                                            {u"2 ** (idP-1)"_s, false},
                                            {u"idQ"_s, true},
-                                           {u""_s, true},
+
                                            {u"idP"_s, false},
                                            {u"idP"_s, false},
                                            {u"2"_s, true}}) {
@@ -294,7 +295,8 @@ void tst_ComponentProperties::values_data()
         return parameters(parameter("a", value, " x='1'", " y='2'"));
     };
     QTest::newRow("values-1 in place") << one("1") << u"2 < 3"_s << one("2 &lt; 3");
-    QTest::newRow("values-2 nothing") << one("1") << QString() << one("");
+    QTest::newRow("values-2 nothing") << parameters(parameter("a", "1"), "1685-2022") << QString()
+                                      << parameters(parameter("a", ""), "1685-2022");
     QTest::newRow("values-3 the same is no edit") << one("  1 ") << u"1"_s << one("  1 ");
     QTest::newRow("values-4 no value yet: at its place")
         << parameters("    <i:parameter><i:name>a</i:name><i:arrays/></i:parameter>\n") << u"v"_s
@@ -309,6 +311,19 @@ void tst_ComponentProperties::values_data()
         << u"2"_s
         << own("        <mv:property name='a'><mv:value>2</mv:value><mv:shared>"
                "<mv:property name='k'>v</mv:property></mv:shared></mv:property>\n");
+}
+
+// 1685-2014 has no empty expressions.
+void tst_ComponentProperties::refusesAnEmptyValueOf2014()
+{
+    const QByteArray bytes = parameters(parameter("a", "1"));
+    const auto document = open(bytes);
+    QString error;
+    QVERIFY(!document->properties().setValue(nth(*document, 0), QString(), &error));
+    QCOMPARE(error, u"The value of the parameter a must not be empty."_s);
+    QCOMPARE(document->bytes(), bytes);
+    const auto empty = open(parameters(parameter("a", "")));
+    QVERIFY(empty->properties().setValue(nth(*empty, 0), QString()));
 }
 
 void tst_ComponentProperties::values()

@@ -104,6 +104,13 @@ QString ComponentProperties::parameterAttribute(PropertyId property, QByteArrayV
     return own.isEmpty() ? tree.attribute(valueNode(property), name) : own;
 }
 
+// An empty value is no expression of IEEE 1685-2014; its successor takes it.
+bool ComponentProperties::needsValue(PropertyId property) const
+{
+    return tree.generation() == Generation::Ieee2014 && isParameter(property)
+        && !value(property).isEmpty();
+}
+
 QString ComponentProperties::type(PropertyId property) const
 {
     if (!contains(property))
@@ -192,6 +199,11 @@ bool ComponentProperties::setValue(PropertyId property, const QString &value, QS
 {
     if (!ItemCheck::isThere(contains(property), u"property", error) || !tree.check({value}, error))
         return false;
+    if (value.isEmpty() && needsValue(property)) {
+        if (error != nullptr)
+            *error = u"The value of the parameter %1 must not be empty."_s.arg(name(property));
+        return false;
+    }
     if (references && isParameter(property))
         references->valueChanged(property.node, this->value(property), value);
     XmlNode node = valueNode(property);

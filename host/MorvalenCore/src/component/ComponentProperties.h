@@ -57,7 +57,8 @@ public:
     // Removes it whatever the flags say; the last parameter goes with the element around it.
     void remove(PropertyId property);
     bool setName(PropertyId property, const QString &name, QString *error = nullptr);
-    // Writes value text whatever the flags say; a parameter keeps its declared type.
+    // Writes value text whatever the flags say; a parameter keeps its declared type, and refuses
+    // an empty value where its generation of the standard does.
     bool setValue(PropertyId property, const QString &value, QString *error = nullptr);
     // Value and type of one of ours; a parameter takes the value only.
     bool setValue(PropertyId property, const QString &value, const QString &type,
@@ -66,6 +67,7 @@ public:
 
 private:
     std::uint32_t valueNode(PropertyId property) const;
+    bool needsValue(PropertyId property) const;
     QString parameterAttribute(PropertyId property, QByteArrayView name) const;
 
     ComponentTree &tree;

@@ -1,6 +1,7 @@
 #include "component/identity.h"
 
 #include "component/itemcheck.h"
+#include "component/standardname.h"
 
 #include <algorithm>
 #include <array>
@@ -34,6 +35,43 @@ const FieldRow &rowOf(DesignField field) { return fields[static_cast<size_t>(fie
 
 bool isIdentity(DesignField field) { return field <= DesignField::Version; }
 
+// What the element of an identity says for a text. The design's own text stands beside it where
+// the standard has no room for it, so that the document stays valid.
+QString elementText(DesignField field, const QString &text)
+{
+    switch (field) {
+    case DesignField::Vendor:
+    case DesignField::Library:
+        return standardName(text, NameForm::Name);
+    case DesignField::Name:
+        return standardName(text, NameForm::NameToken);
+    default:
+        return text;
+    }
+}
+
+// The element counts when somebody else has changed it since.
+QString identityText(const ComponentTree &tree, DesignField field)
+{
+    const QByteArrayView name = rowOf(field).name;
+    const QString element = tree.standardText(XmlTree::root, name);
+    const XmlNode design = tree.design();
+    const std::optional<QString> own =
+        design != 0 ? tree.xml.attribute(design, name) : std::nullopt;
+    return own && elementText(field, *own) == element ? *own : element;
+}
+
+void setIdentity(ComponentTree &tree, DesignField field, const QString &text)
+{
+    const QByteArrayView name = rowOf(field).name;
+    const QString element = elementText(field, text);
+    tree.xml.setText(tree.ensureStandard(XmlTree::root, name), element);
+    if (element != text)
+        tree.xml.setAttribute(tree.ensureDesign(), name, text);
+    else
+        IdentityFields::setDesignAttribute(tree, name, QString());
+}
+
 // The element author of another program, directly in the component's extensions.
 XmlNode foreignAuthor(const ComponentTree &tree)
 {
@@ -58,10 +96,9 @@ void setAuthor(ComponentTree &tree, const QString &author)
     }
 }
 
-void setElement(ComponentTree &tree, DesignField field, const QString &text)
+void setElement(ComponentTree &tree, QByteArrayView name, const QString &text)
 {
-    const QByteArrayView name = rowOf(field).name;
-    if (!text.isEmpty() || isIdentity(field))
+    if (!text.isEmpty())
         tree.xml.setText(tree.ensureStandard(XmlTree::root, name), text);
     else if (const XmlNode node = tree.standardChild(XmlTree::root, name); node != 0)
         tree.xml.remove(node);
@@ -80,6 +117,8 @@ bool isOdd(const QString &text)
 QString IdentityFields::text(const ComponentTree &tree, DesignField field)
 {
     const FieldRow &row = rowOf(field);
+    if (isIdentity(field))
+        return identityText(tree, field);
     if (row.isStandard)
         return tree.standardText(XmlTree::root, row.name);
     if (field != DesignField::Author)
@@ -100,8 +139,10 @@ bool IdentityFields::setText(ComponentTree &tree, DesignField field, const QStri
     const FieldRow &row = rowOf(field);
     if (field == DesignField::Author)
         setAuthor(tree, text);
+    else if (isIdentity(field))
+        setIdentity(tree, field, text);
     else if (row.isStandard)
-        setElement(tree, field, text);
+        setElement(tree, row.name, text);
     else
         setDesignAttribute(tree, row.name, text);
     return true;
@@ -130,7 +171,7 @@ IdentityFindings IdentityCheck::check(const ComponentTree &tree, const QString &
         const QByteArrayView name = rowOf(field).name;
         const XmlNode node = tree.standardChild(XmlTree::root, name);
         const QString what = QString::fromLatin1(name);
-        const QString text = IdentityFields::text(tree, field);
+        const QString text = tree.standardText(XmlTree::root, name);
         if (text.isEmpty() && field == DesignField::Name)
             findings.error = place(node) + u"The component has no name."_s;
         else if (text.isEmpty())
