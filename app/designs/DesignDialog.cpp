@@ -59,8 +59,7 @@ DesignDialog::DesignDialog(const TreeRow &designRow, QWidget *parent)
     problem->setTextFormat(Qt::PlainText);
     problem->setWordWrap(true);
     form->addRow(problem);
-    auto *buttons =
-        new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     ok = buttons->button(QDialogButtonBox::Ok);
     form->addRow(buttons);
 
@@ -104,9 +103,8 @@ void DesignDialog::check()
     description->setReadOnly(!writable);
 
     QString error;
-    const bool good =
-        row.isThere() && DesignManager::instance()->checkDesignName(name->text(), &error,
-                                                                    row.design());
+    const bool good = row.isThere()
+        && DesignManager::instance()->checkDesignName(name->text(), &error, row.design());
     problem->setText(good ? QString() : error);
     ok->setEnabled(good);
 }

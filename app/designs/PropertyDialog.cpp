@@ -46,8 +46,7 @@ PropertyDialog::PropertyDialog(Kind kind, QWidget *parent)
         form->addRow(QString(), readOnlyBox);
     }
     form->addRow(problem);
-    auto *buttons =
-        new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     ok = buttons->button(QDialogButtonBox::Ok);
     form->addRow(buttons);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);

@@ -36,7 +36,7 @@ QSize RowDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelInde
 }
 
 QWidget *RowDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &,
-                                     const QModelIndex &index) const
+                                   const QModelIndex &index) const
 {
     const QString type = QtilitiesProperty::typeName(index.data(Qt::EditRole));
     if (type == u"bool"_s) {
@@ -60,7 +60,7 @@ void RowDelegate::setEditorData(QWidget *editor, const QModelIndex &index) const
 }
 
 void RowDelegate::setModelData(QWidget *editor, QAbstractItemModel *model,
-                                 const QModelIndex &index) const
+                               const QModelIndex &index) const
 {
     const auto *choice = qobject_cast<QComboBox *>(editor);
     const auto *line = qobject_cast<QLineEdit *>(editor);

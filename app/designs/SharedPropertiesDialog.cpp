@@ -86,8 +86,8 @@ void SharedPropertiesDialog::refresh()
     for (const QString &name : names) {
         const QVariant value =
             ObjectManager::getSharedProperty(row.item, name.toUtf8().constData()).value();
-        auto *line = new QTreeWidgetItem(
-            list, {name, QtilitiesProperty::typeName(value), value.toString()});
+        auto *line =
+            new QTreeWidgetItem(list, {name, QtilitiesProperty::typeName(value), value.toString()});
         if (name == current)
             list->setCurrentItem(line);
     }

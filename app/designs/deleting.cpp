@@ -58,8 +58,7 @@ void deleting::removeFromDesigns(const QList<TreeRow> &rows, QWidget *window)
 {
     QStringList names;
     for (const TreeRow &row : rows)
-        names.append(row.property() ? rowtexts::name(row)
-                                    : QDir::toNativeSeparators(pathOf(row)));
+        names.append(row.property() ? rowtexts::name(row) : QDir::toNativeSeparators(pathOf(row)));
     if (!questions::mayRemove(window, names))
         return;
     HostAttempt attempt(window, tr("Not Removed"));
@@ -84,8 +83,7 @@ void deleting::deleteFromDisk(const QList<TreeRow> &rows, QWidget *window)
         // What has another path by now is not what the user agreed to.
         if (!row.isThere() || QDir::toNativeSeparators(pathOf(row)) != paths[i])
             continue;
-        const bool deleted =
-            removeFromComputer(row, how == questions::Deletion::Permanent);
+        const bool deleted = removeFromComputer(row, how == questions::Deletion::Permanent);
         attempt.check(deleted);
         if (deleted && row.isThere())
             attempt.check(removeFromDesign(row));

@@ -108,9 +108,8 @@ void rename(const RowCall &call)
 {
     const TreeRow row = call.first();
     bool given = false;
-    const QString name =
-        QInputDialog::getText(call.window(), tr("Rename Design"), tr("&Name:"), QLineEdit::Normal,
-                              row.design()->name(), &given);
+    const QString name = QInputDialog::getText(call.window(), tr("Rename Design"), tr("&Name:"),
+                                               QLineEdit::Normal, row.design()->name(), &given);
     if (!given || !row.isThere())
         return;
     HostAttempt attempt(call.window(), tr("Not Renamed"));

@@ -28,22 +28,25 @@ QString folderFor(const TreeRow &row)
     return !row.name.isEmpty() && QFileInfo(own).isDir() ? own : folder;
 }
 
-bool hasFolder(const RowCall &call) { return !call.first().design()->workingFolderPath().isEmpty(); }
+bool hasFolder(const RowCall &call)
+{
+    return !call.first().design()->workingFolderPath().isEmpty();
+}
 
 void addFiles(const RowCall &call)
 {
     const TreeRow row = call.first();
-    adding::addPaths(
-        row, QFileDialog::getOpenFileNames(call.window(), tr("Add Files"), folderFor(row)),
-        call.window());
+    adding::addPaths(row,
+                     QFileDialog::getOpenFileNames(call.window(), tr("Add Files"), folderFor(row)),
+                     call.window());
 }
 
 void addNewFile(const RowCall &call)
 {
     const TreeRow row = call.first();
-    const QString path = QFileDialog::getSaveFileName(call.window(), tr("Add New File"),
-                                                      folderFor(row), QString(), nullptr,
-                                                      QFileDialog::DontConfirmOverwrite);
+    const QString path =
+        QFileDialog::getSaveFileName(call.window(), tr("Add New File"), folderFor(row), QString(),
+                                     nullptr, QFileDialog::DontConfirmOverwrite);
     if (!path.isEmpty() && adding::addNewFile(row, path, call.window()))
         EditorManager::instance()->createEditorForPath(path, nullptr, QString(), true, false);
 }

@@ -55,8 +55,8 @@ questions::Deletion questions::howToDelete(QWidget *window, const QString &quest
 
 bool questions::mayRemove(QWidget *window, const QStringList &names)
 {
-    QMessageBox box(QMessageBox::Question, tr("Remove from Design"), QString(),
-                    QMessageBox::Cancel, window);
+    QMessageBox box(QMessageBox::Question, tr("Remove from Design"), QString(), QMessageBox::Cancel,
+                    window);
     setLines(box,
              names.size() == 1 ? tr("Remove this item from its design? Nothing is deleted from "
                                     "disk.")

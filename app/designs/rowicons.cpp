@@ -44,7 +44,8 @@ void drawPage(QPainter &painter)
 
 void drawPages(QPainter &painter)
 {
-    painter.drawPolyline(QPolygonF({{5.5, 3.5}, {5.5, 1.5}, {13.5, 1.5}, {13.5, 11.5}, {11.5, 11.5}}));
+    painter.drawPolyline(
+        QPolygonF({{5.5, 3.5}, {5.5, 1.5}, {13.5, 1.5}, {13.5, 11.5}, {11.5, 11.5}}));
     painter.drawRect(QRectF(2.5, 3.5, 8, 11));
     painter.drawLine(QPointF(4.5, 7.5), QPointF(8.5, 7.5));
     painter.drawLine(QPointF(4.5, 10.5), QPointF(8.5, 10.5));
@@ -52,7 +53,8 @@ void drawPages(QPainter &painter)
 
 void drawFolder(QPainter &painter)
 {
-    painter.drawPolygon(QPolygonF({{1.5, 3.5}, {6.5, 3.5}, {8, 5.5}, {14.5, 5.5}, {14.5, 13.5}, {1.5, 13.5}}));
+    painter.drawPolygon(
+        QPolygonF({{1.5, 3.5}, {6.5, 3.5}, {8, 5.5}, {14.5, 5.5}, {14.5, 13.5}, {1.5, 13.5}}));
 }
 
 void drawSliders(QPainter &painter)
@@ -97,8 +99,9 @@ void drawChip(QPainter &painter)
     painter.drawRect(QRectF(3.5, 3.5, 9, 9));
 }
 
-void (*const shapes[])(QPainter &) = {nullptr,  drawChip, drawPages, drawPages,  drawFolder, drawSliders,
-                                      drawGear, drawPage, drawFolder, drawTag, drawGear};
+void (*const shapes[])(QPainter &) = {nullptr,    drawChip,    drawPages, drawPages,
+                                      drawFolder, drawSliders, drawGear,  drawPage,
+                                      drawFolder, drawTag,     drawGear};
 
 // Crosses out what is missing.
 void drawCross(QPainter &painter, const QColor &ground)
