@@ -1,5 +1,6 @@
 #include "console/QConsole.h"
 
+#include "console/HeightLimit.h"
 #include "console/OutputBurst.h"
 
 #include <QApplication>
@@ -13,7 +14,8 @@ QConsole::QConsole(QWidget *parent, const QString &welcomeText)
       errColor(Qt::red),
       outColor(Qt::blue),
       completionColor(Qt::darkGreen),
-      burst(std::make_unique<OutputBurst>(this))
+      burst(std::make_unique<OutputBurst>(this)),
+      heightLimit(std::make_unique<HeightLimit>(this))
 {
     document()->setUndoRedoEnabled(false);
     setAcceptRichText(false);

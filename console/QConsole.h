@@ -10,6 +10,7 @@
 #include <memory>
 #include <optional>
 
+class HeightLimit;
 class OutputBurst;
 
 // An interactive command console: output and a prompt in one document, of which only the text
@@ -147,4 +148,5 @@ private:
     std::optional<QPoint> copyDragStart; // a press on a selection that must not be moved away
     QTextCursor outputEnd; // behind what was written after the prompt; null when nothing was
     const std::unique_ptr<OutputBurst> burst;
+    const std::unique_ptr<HeightLimit> heightLimit;
 };

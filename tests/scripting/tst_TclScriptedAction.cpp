@@ -69,6 +69,8 @@ private Q_SLOTS:
     void deletedWhileRunning();
     void fileRemovedWhileRunning();
     void windowClosedWhileRunning();
+    void aHugeScript_data();
+    void aHugeScript();
     void handlersWithoutEngine();
 
 private:
@@ -660,6 +662,31 @@ void tst_TclScriptedAction::windowClosedWhileRunning()
                  u"finalizeExec"_s,
                  priority(2, u"Successfully executed script: "_s + path),
              }));
+}
+
+void tst_TclScriptedAction::aHugeScript_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::newRow("huge-1 one text without an end of line") << QByteArray("0123456789");
+    QTest::newRow("huge-2 many commands") << QByteArray("incr ::count; # one of very many\n");
+}
+
+void tst_TclScriptedAction::aHugeScript()
+{
+    QFETCH(const QByteArray, line);
+    constexpr qsizetype size = 50'000'000;
+    const qsizetype lines = size / line.size();
+    const QByteArray body = line.repeated(lines);
+    const bool commands = line.startsWith("incr");
+    const QString path = script(commands ? "set ::count 0\n" + body + "set ::count\n"
+                                         : "string length {" + body + '}');
+    TclScriptedAction *run = action(path);
+    run->setShowExecutionLog(true);
+    QCOMPARE(run->execute(nullptr, nullptr), 0);
+    const QString result = QString::number(commands ? lines : lines * line.size());
+    QCOMPARE(host->journal.take().constLast(), toEngine(u"Script.Exec.Job"_s, 2, result));
+    QVERIFY(console()->toPlainText().endsWith(u'\n' + result + u"\nmorvalen > "_s));
+    console()->setPlainText(QString());
 }
 
 void tst_TclScriptedAction::handlersWithoutEngine()
