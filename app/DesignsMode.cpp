@@ -23,6 +23,7 @@ DesignsMode::DesignsMode(QWidget *parent)
       editors(new EditorArea(this))
 {
     auto *splitter = new QSplitter(this);
+    splitter->setObjectName(u"designsSplitter"_s);
     splitter->addWidget(tree);
     splitter->addWidget(editors);
     splitter->setStretchFactor(1, 1);

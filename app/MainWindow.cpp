@@ -1,21 +1,34 @@
 #include "app/MainWindow.h"
 
+#include "app/ConsoleHistory.h"
+#include "app/DesignsMode.h"
+#include "app/editor/EditorArea.h"
+#include "app/ending/Leaving.h"
+#include "app/file/FileMenu.h"
+#include "app/file/RecentFiles.h"
+#include "app/help/HelpDock.h"
+#include "app/help/HelpMenu.h"
 #include "app/ModeBar.h"
 #include "app/openfile.h"
+#include "app/preferences/consolefont.h"
+#include "app/preferences/PreferencesDialog.h"
 #include "app/programend.h"
 #include "app/ScriptMenu.h"
+#include "app/window/EditMenu.h"
+#include "app/window/ViewMenu.h"
+#include "app/window/windowlayout.h"
+#include "console/QtclConsole.h"
 
 #include <MorvalenCore/DesignManager.h>
 #include <MorvalenCore/MorvalenManager.h>
 #include <Qtilities/Logger.h>
 #include <Qtilities/LoggerGui.h>
+#include <Qtilities/ProjectManager.h>
 #include <Qtilities/QtilitiesApplication.h>
 
 #include <QCloseEvent>
 #include <QDockWidget>
-#include <QFileDialog>
 #include <QMenuBar>
-#include <QSettings>
 #include <QStackedWidget>
 #include <QStatusBar>
 
@@ -27,40 +40,49 @@ using Qtilities::CoreGui::LoggerGui;
 using Qtilities::CoreGui::QtilitiesApplication;
 using Qtilities::CoreGui::Interfaces::IMode;
 using Qtilities::Logging::Logger;
+using Qtilities::ProjectManagement::ProjectManager;
 
 namespace {
 
-constexpr QSize usualSize(1180, 780);
 constexpr int logHeight = 190;
 constexpr int messageMilliseconds = 15'000;
-// Changes with the set of docks and tool bars, so that an old layout is not restored wrongly.
-constexpr int layoutVersion = 1;
 
 } // namespace
 
 MainWindow::MainWindow(QWidget *parent)
     : QMainWindow(parent),
       modeBar(new ModeBar(this)),
-      stack(new QStackedWidget(this))
+      stack(new QStackedWidget(this)),
+      designs(new DesignsMode(this)),
+      leaving(new Leaving(designs->editorArea(), this)),
+      helpDock(new HelpDock(this))
 {
     setObjectName(u"mainWindow"_s);
     setWindowIcon(QIcon(u":/morvalen/morvalen.png"_s));
     addToolBar(Qt::LeftToolBarArea, modeBar);
     setCentralWidget(stack);
     createLogDock();
+    addDockWidget(Qt::RightDockWidgetArea, helpDock);
+    helpDock->hide();
     createMenus();
+    new RecentFiles(this);
     connect(modeBar, &ModeBar::chosen, this, &MainWindow::activateMode);
     connect(MorvalenManager::instance(), &MorvalenManager::extensionWidgetAdded, this,
             &MainWindow::showExtensionWidget);
     connect(DesignManager::instance(), &DesignManager::activeDesignChanged, this,
             &MainWindow::updateTitle);
+    connect(ProjectManager::instance(), &ProjectManager::currentProjectChanged, this,
+            &MainWindow::updateTitle);
     connect(Logger::instance(), &Logger::priorityMessage, statusBar(),
             [bar = statusBar()](Logger::MessageType, const QString &text) {
                 bar->showMessage(text, messageMilliseconds);
             });
+    addMode(designs);
     updateTitle();
-    restoreLayout();
+    windowlayout::restore(this);
 }
+
+MainWindow::~MainWindow() = default;
 
 void MainWindow::addMode(IMode *mode)
 {
@@ -84,6 +106,14 @@ void MainWindow::activateMode(int id)
     const auto *window = qobject_cast<QMainWindow *>(mode->modeWidget());
     QWidget *main = window ? window->centralWidget() : mode->modeWidget();
     main->setFocus();
+}
+
+void MainWindow::adoptConsole(QtclConsole *theConsole)
+{
+    console = theConsole;
+    console->setAccessibleName(tr("Tcl Console"));
+    consolefont::apply(console);
+    history = new ConsoleHistory(console, this);
 }
 
 void MainWindow::openFiles(const QStringList &files)
@@ -112,9 +142,19 @@ void MainWindow::showExtensionWidget(const ExtensionWidgetParameters &parameters
     dock->raise();
 }
 
+void MainWindow::prepareForEnd()
+{
+    leaving->settleForGood();
+    remember();
+}
+
 void MainWindow::closeEvent(QCloseEvent *event)
 {
-    saveLayout();
+    if (!leaving->mayLeave()) {
+        event->ignore();
+        return;
+    }
+    remember();
     programend::save();
     event->accept();
     Q_EMIT closed();
@@ -131,46 +171,51 @@ void MainWindow::createLogDock()
 
 void MainWindow::createMenus()
 {
-    QMenu *file = menuBar()->addMenu(tr("&File"));
-    connect(file->addAction(tr("&Open..."), QKeySequence::Open), &QAction::triggered, this,
-            &MainWindow::askForFiles);
-    file->addSeparator();
-    connect(file->addAction(tr("&Quit"), QKeySequence::Quit), &QAction::triggered, this,
-            &QWidget::close);
+    auto *file = new FileMenu(designs->editorArea(), this);
+    connect(file, &FileMenu::preferencesWanted, this, &MainWindow::askForPreferences);
+    connect(file, &FileMenu::quitWanted, this, &QWidget::close);
+    auto *view = new ViewMenu(modeBar, this);
+    view->addDock(logDock->toggleViewAction());
+    view->addDock(helpDock->toggleViewAction());
+    auto *help = new HelpMenu(this);
+    connect(help, &HelpMenu::manualWanted, helpDock, &HelpDock::showCommand);
     const QString scripts = QtilitiesApplication::applicationSessionPath() + u"/Scripts"_s;
-    menuBar()->addMenu(new ScriptMenu(scripts, this));
-    menuBar()->addMenu(tr("&View"))->addAction(logDock->toggleViewAction());
+    for (QMenu *menu : std::initializer_list<QMenu *> {
+             file, new EditMenu(designs->editorArea()->editorActions(), this), view,
+             new ScriptMenu(scripts, this), help})
+        menuBar()->addMenu(menu);
 }
 
-void MainWindow::restoreLayout()
+void MainWindow::askForPreferences()
 {
-    resize(usualSize);
-    const QSettings settings(QtilitiesApplication::settingsFileName(), QSettings::IniFormat);
-    restoreGeometry(settings.value(u"Window/geometry"_s).toByteArray());
-    restoreState(settings.value(u"Window/state"_s).toByteArray(), layoutVersion);
+    PreferencesDialog dialog(this);
+    connect(&dialog, &PreferencesDialog::applied, this, &MainWindow::followPreferences);
+    dialog.exec();
 }
 
-void MainWindow::saveLayout() const
+void MainWindow::followPreferences()
 {
-    QSettings settings(QtilitiesApplication::settingsFileName(), QSettings::IniFormat);
-    settings.setValue(u"Window/geometry"_s, saveGeometry());
-    settings.setValue(u"Window/state"_s, saveState(layoutVersion));
+    if (console)
+        consolefont::apply(console);
+    if (history)
+        history->followPreferences();
 }
 
-void MainWindow::askForFiles()
+void MainWindow::remember()
 {
-    openFiles(
-        QFileDialog::getOpenFileNames(this, tr("Open Components and Projects"),
-                                      DesignManager::instance()->path(DesignManager::DesignsPath),
-                                      tr("Components and projects (*.xml);;All files (*)")));
+    windowlayout::save(this);
+    if (history)
+        history->write();
 }
 
 void MainWindow::updateTitle()
 {
     const auto active = DesignManager::instance()->activeDesigns();
-    const QString program = u"Morvalen"_s;
-    if (active.isEmpty() || !active.first())
-        setWindowTitle(program);
-    else
-        setWindowTitle(active.first()->name() + u" \u2013 "_s + program);
+    QStringList parts;
+    if (!active.isEmpty() && active.first())
+        parts.append(active.first()->name());
+    if (ProjectManager::instance()->currentProject())
+        parts.append(ProjectManager::instance()->currentProjectName());
+    parts.append(u"Morvalen"_s);
+    setWindowTitle(parts.join(u" \u2013 "_s));
 }

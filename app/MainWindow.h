@@ -10,19 +10,29 @@ namespace MorvalenCore {
 struct ExtensionWidgetParameters;
 }
 
+class ConsoleHistory;
+class DesignsMode;
+class HelpDock;
+class Leaving;
 class ModeBar;
 class QDockWidget;
 class QStackedWidget;
+class QtclConsole;
+class ViewMenu;
 
-// The window of the program: modes on the left, the log below, and menus for files and scripts.
-// Closing it saves what closing the program saves.
+// The window of the program: modes on the left, the log below, the manual beside them, and the
+// menus. It has the Designs mode from the start. Closing it asks about what is not saved, and saves
+// what closing the program saves.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
 
 public:
-    // Makes the log and the menus; the scripts are those of the session folder.
+    // Makes the docks and the menus; the scripts are those of the session folder.
     explicit MainWindow(QWidget *parent = nullptr);
+    ~MainWindow() override;
+
+    DesignsMode *designsMode() const { return designs; }
 
     // Adds a mode behind the others. Its widget becomes a child of the window.
     void addMode(Qtilities::CoreGui::Interfaces::IMode *mode);
@@ -31,12 +41,19 @@ public:
     void activateMode(int id);
     int activeMode() const { return currentMode; }
 
+    // Gives the console its font and its history, as the preferences say, and keeps the history.
+    void adoptConsole(QtclConsole *console);
+
     // Opens component and project files; what cannot be opened is in the log.
     void openFiles(const QStringList &files);
 
     // Shows a widget of a plug-in's in a dock of its own; a widget that is there already comes to
     // the front. Closing the dock deletes the widget.
     void showExtensionWidget(const MorvalenCore::ExtensionWidgetParameters &parameters);
+
+    // What must happen before a script ends the program: texts in the editors are asked about, and
+    // what is remembered is written.
+    void prepareForEnd();
 
 Q_SIGNALS:
     // The user has closed the window, and what can be saved is saved.
@@ -48,14 +65,19 @@ protected:
 private:
     void createLogDock();
     void createMenus();
-    void restoreLayout();
-    void saveLayout() const;
-    void askForFiles();
+    void askForPreferences();
+    void followPreferences();
+    void remember();
     void updateTitle();
 
     ModeBar *modeBar;
     QStackedWidget *stack;
+    DesignsMode *designs;
+    Leaving *leaving;
+    HelpDock *helpDock;
     QDockWidget *logDock = nullptr;
+    QPointer<QtclConsole> console;
+    ConsoleHistory *history = nullptr;
     QHash<int, Qtilities::CoreGui::Interfaces::IMode *> modes;
     QHash<QWidget *, QPointer<QDockWidget>> extensionDocks;
     int currentMode = -1;

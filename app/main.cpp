@@ -10,6 +10,7 @@
 #include "app/Session.h"
 #include "app/standardstreams.h"
 #include "app/TerminalProgress.h"
+#include "console/QtclConsole.h"
 #include "interp/commandsManager.h"
 #include "interp/QtNotifier.h"
 #include "scripting/TclScriptManager.h"
@@ -84,15 +85,16 @@ int runInWindow(const CommandLine &line)
     QtilitiesApplication::setMainWindow(&window);
     auto *scripting = new TclScripting::TclScriptManager(nullptr, &window);
     prepareEnd();
-    auto *designs = new DesignsMode(&window);
-    window.addMode(designs);
     window.addMode(scripting);
+    window.adoptConsole(QtclConsole::getInstance(nullptr, QString()));
+    DesignsMode *designs = window.designsMode();
     auto *editors = new WindowEditorManager(designs->editorArea(), designs);
     EditorManager::setInstance(editors);
     QObject::connect(editors, &WindowEditorManager::bringUpRequested, &window,
                      [&window] { window.activateMode(DesignsMode::id); });
     window.activateMode(line.files.isEmpty() ? scripting->modeID() : DesignsMode::id);
     window.show();
+    programend::setLastWish([&window] { window.prepareForEnd(); });
     QTimer::singleShot(0, &window, [&window, &line] { window.openFiles(line.files); });
     // A script that waits for an event must not keep the program alive without a window: the
     // timer fires in the script's own wait, if there is one.

@@ -14,7 +14,9 @@ namespace {
 
 constexpr qint64 bytesToLookAt = 65'536;
 
-bool isProject(const QString &path)
+} // namespace
+
+bool isProjectFile(const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
@@ -23,11 +25,9 @@ bool isProject(const QString &path)
     return reader.readNextStartElement() && reader.name() == u"project"_s;
 }
 
-} // namespace
-
 bool openFile(const QString &file)
 {
-    if (isProject(file))
+    if (isProjectFile(file))
         return ProjectManager::instance()->openProject(file);
     return DesignManager::instance()->parseDesignFromFile(QString(), file) != nullptr;
 }

@@ -2,7 +2,9 @@
 
 #include <MorvalenCore/DesignManager.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
@@ -17,9 +19,18 @@ bool isUnsaved(const QString &id)
     return design && design->isModified() && !design->componentFileName().isEmpty();
 }
 
+std::function<void()> &lastWish()
+{
+    static std::function<void()> wish;
+    return wish;
+}
+
 // Called by Tcl_Exit in place of its own work, which leave() then does.
 void leaveByExit(ClientData status)
 {
+    // Taken away first: what it does may let another script end the program.
+    if (const auto wish = std::exchange(lastWish(), {}))
+        wish();
     if (!status)
         save();
     leave(int(reinterpret_cast<intptr_t>(status)));
@@ -36,6 +47,8 @@ void prepare(Tcl_Interp *interp)
         Tcl_CreateCommand(interp, "dbgExit", quit.proc, quit.clientData, nullptr);
     Tcl_SetExitProc(leaveByExit);
 }
+
+void setLastWish(std::function<void()> wish) { lastWish() = std::move(wish); }
 
 bool save()
 {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include <tcl.h>
 
 // How the program ends: by its own will, by "quit", or by Tcl's "exit".
@@ -8,6 +10,10 @@ namespace programend {
 // Prepares an interpreter that has the application's commands: typing "exit" ends the program as
 // "quit" does, and Tcl's "exit 0" saves as a good end does.
 void prepare(Tcl_Interp *interp);
+
+// What the window does before Tcl's "exit", and so "quit", ends the process; an empty function for
+// nothing. There is no way back: it must not stop the end.
+void setLastWish(std::function<void()> wish);
 
 // Saves what closing the program saves. False when a design that has a component file could not be
 // saved; the log has the reason.

@@ -10,6 +10,7 @@ set(TCLSCRIPTING_PUBLIC_HEADERS
     console/PopupListWidget.h
     console/QConsole.h
     console/QtclConsole.h
+    commands/commandmanuals.h
     commands/commands.h
     commands/hostnames.h
     scripting/TclScriptedAction.h

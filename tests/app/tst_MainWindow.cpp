@@ -91,7 +91,6 @@ void tst_MainWindow::initTestCase()
     window = std::make_unique<MainWindow>();
     QtilitiesApplication::setMainWindow(window.get());
     auto *scripting = new TclScriptManager(nullptr, window.get());
-    window->addMode(new DesignsMode(window.get()));
     window->addMode(scripting);
     window->activateMode(DesignsMode::id);
     window->show();

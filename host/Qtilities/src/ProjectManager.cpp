@@ -102,6 +102,15 @@ QString ProjectManager::currentProjectFileName() const
     return current ? current->file : QString();
 }
 
+bool ProjectManager::isCurrentProjectModified() const
+{
+    if (!current)
+        return false;
+    const QList<ProjectSection> held = items->sections();
+    return current->file.isEmpty() ? holdsAnything(held)
+                                   : ProjectContent {current->name, held} != current->saved;
+}
+
 void ProjectManager::setCurrent(std::unique_ptr<Project> next)
 {
     current = std::move(next);
@@ -140,7 +149,7 @@ bool ProjectManager::closeProject()
     QString error;
     if (!current)
         return failed(u"There is no project to close"_s);
-    const bool listIsLost = current->file.isEmpty() && holdsAnything(items->sections());
+    const bool listIsLost = current->file.isEmpty() && isCurrentProjectModified();
     const QString name = current->name;
     if (!saveChanges(&error) || !items->closeAll(&error))
         return failed(error);
@@ -209,8 +218,7 @@ bool ProjectManager::save(const QString &fileName, bool makeRelative, QString *e
 
 bool ProjectManager::saveChanges(QString *error)
 {
-    return current->file.isEmpty()
-        || ProjectContent {current->name, items->sections()} == current->saved
+    return current->file.isEmpty() || !isCurrentProjectModified()
         || save(current->file, current->relative, error);
 }
 

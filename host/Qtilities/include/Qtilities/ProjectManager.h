@@ -47,6 +47,10 @@ public:
     virtual QString currentProjectName() const;
     virtual QString currentProjectFileName() const;
 
+    // Whether the open project holds something else than its file, or anything at all when it was
+    // never saved.
+    virtual bool isCurrentProjectModified() const;
+
     // The folder for projects that the user has set, or fallback when none is. It is kept in the
     // session's settings; setting an empty one removes it.
     virtual QString customProjectsPath(const QString &fallback) const;

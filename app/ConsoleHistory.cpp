@@ -1,0 +1,104 @@
+#include "app/ConsoleHistory.h"
+
+#include "app/preferences/preferences.h"
+#include "console/QConsole.h"
+
+#include <Qtilities/atomicfile.h>
+#include <Qtilities/Logger.h>
+#include <Qtilities/QtilitiesApplication.h>
+
+#include <QFile>
+#include <QLockFile>
+
+using namespace Qt::Literals::StringLiterals;
+using Qtilities::CoreGui::QtilitiesApplication;
+using Qtilities::Logging::Logger;
+
+namespace {
+
+constexpr int writeDelay = 1'000; // milliseconds
+constexpr int lockPatience = 2'000; // milliseconds
+constexpr auto forOwnerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+
+QStringList readLines()
+{
+    QFile file(ConsoleHistory::fileName());
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+}
+
+// Commands that nobody else may read are in it from the first byte on.
+bool makeFile()
+{
+    QFile file(ConsoleHistory::fileName());
+    return file.exists() || file.open(QIODevice::NewOnly | QIODevice::WriteOnly, forOwnerOnly)
+        || file.exists();
+}
+
+} // namespace
+
+ConsoleHistory::ConsoleHistory(QConsole *console, QObject *parent) : QObject(parent)
+{
+    writeTimer.setSingleShot(true);
+    writeTimer.callOnTimeout(this, &ConsoleHistory::write);
+    isKept = preferences::remembers(preferences::ConsoleHistory);
+    if (isKept)
+        give(console);
+    connect(console, &QConsole::commandExecuted, this, &ConsoleHistory::add);
+}
+
+ConsoleHistory::~ConsoleHistory() { write(); }
+
+QString ConsoleHistory::fileName()
+{
+    return QtilitiesApplication::applicationSessionPath() + u"/console_history"_s;
+}
+
+// A failed command of the base class is one that is taken into the history and nowhere else.
+void ConsoleHistory::give(QConsole *console)
+{
+    for (const QString &command : readLines()) {
+        int failed = 1;
+        console->QConsole::interpretCommand(command, &failed);
+    }
+}
+
+void ConsoleHistory::add(const QString &command)
+{
+    if (!isKept || command.isEmpty())
+        return;
+    added.append(command);
+    if (!writeTimer.isActive())
+        writeTimer.start(writeDelay);
+}
+
+void ConsoleHistory::followPreferences()
+{
+    isKept = preferences::remembers(preferences::ConsoleHistory);
+    if (isKept || !QFile::exists(fileName()))
+        return;
+    added.clear();
+    QString error;
+    if (!Qtilities::Core::writeFileAtomically(fileName(), QByteArray(), &error))
+        Logger::instance()->logMessage(QString(), Logger::Error, error);
+}
+
+void ConsoleHistory::write()
+{
+    if (added.isEmpty())
+        return;
+    QLockFile lock(fileName() + u".lock"_s);
+    QString error = u"Cannot lock \"%1\""_s.arg(fileName());
+    if (lock.tryLock(lockPatience) && makeFile()) {
+        QStringList all = readLines() + added;
+        all = all.last(qMin<qsizetype>(all.size(), most));
+        const QByteArray bytes = all.join(u'\n').toUtf8() + '\n';
+        if (Qtilities::Core::writeFileAtomically(fileName(), bytes, &error)) {
+            added.clear();
+            return;
+        }
+    }
+    Logger::instance()->logMessage(QString(), Logger::Warning, error);
+    added.clear();
+}

@@ -1,0 +1,19 @@
+#include "app/commandcall.h"
+
+#include "interp/tcltext.h"
+
+#include <vector>
+
+CommandAnswer callCommand(commandsManager::CommandProc procedure, const QStringList &words)
+{
+    std::vector<QByteArray> texts;
+    for (const QString &word : words)
+        texts.push_back(tcltext::toTcl(word));
+    std::vector<const char *> argv;
+    for (const QByteArray &text : texts)
+        argv.push_back(text.constData());
+    argv.push_back(nullptr);
+    Tcl_Interp *interp = commandsManager::getInstance(nullptr)->interp;
+    const int code = procedure(nullptr, interp, int(texts.size()), argv.data());
+    return {code == TCL_OK, tcltext::result(interp)};
+}

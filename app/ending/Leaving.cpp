@@ -1,0 +1,92 @@
+#include "app/ending/Leaving.h"
+
+#include "app/editor/EditorArea.h"
+#include "app/editor/EditorPage.h"
+#include "app/file/closing.h"
+#include "app/file/designsaving.h"
+#include "app/messages.h"
+#include "app/programend.h"
+#include "app/running.h"
+#include "interp/commandsManager.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QSessionManager>
+
+using namespace Qt::Literals::StringLiterals;
+
+Leaving::Leaving(EditorArea *area, QWidget *theWindow)
+    : QObject(theWindow),
+      editors(area),
+      window(theWindow)
+{
+    connect(qApp, &QGuiApplication::commitDataRequest, this, &Leaving::endOfSession);
+    qApp->installEventFilter(this);
+}
+
+// A script that quits ends the process itself. Before that it makes Qt want to close the window,
+// which would ask as if there were a way back.
+bool Leaving::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::Quit)
+        return QObject::eventFilter(watched, event);
+    const auto *registry = commandsManager::getInstance(nullptr);
+    return registry->interp && Tcl_InterpActive(registry->interp);
+}
+
+bool Leaving::mayLeave()
+{
+    // While the user is asked, the desktop may want the window to close too.
+    if (isAsking)
+        return false;
+    isAsking = true;
+    const bool agreed = askAll();
+    isAsking = false;
+    return agreed;
+}
+
+// Pages come last, since they are closed one by one as the user agrees.
+bool Leaving::askAll()
+{
+    return mayInterrupt() && closing::settleDesigns(window, designsaving::modifiedDesigns())
+        && closing::settleProject(window, false) && editors->closeAll();
+}
+
+bool Leaving::mayInterrupt() const
+{
+    return !running::isConsoleBusy()
+        || messages::confirm(window, tr("A Command Is Running"),
+                             tr("The console is running a command."),
+                             tr("Quitting ends it where it is."), tr("&Quit Anyway"));
+}
+
+void Leaving::settleForGood()
+{
+    const QList<EditorPage *> modified = editors->modifiedPages();
+    if (modified.isEmpty())
+        return;
+    QStringList titles;
+    for (const EditorPage *page : modified)
+        titles.append(page->title());
+    QMessageBox box(QMessageBox::Warning, tr("Unsaved Changes"),
+                    tr("The program ends, and there are changes that are not saved."),
+                    QMessageBox::Save | QMessageBox::Discard, window);
+    box.setTextFormat(Qt::PlainText);
+    box.setInformativeText(titles.join(u'\n'));
+    box.setDefaultButton(QMessageBox::Save);
+    // Closing the box must not lose anything.
+    box.setEscapeButton(QMessageBox::Save);
+    if (box.exec() == QMessageBox::Save)
+        editors->saveAll();
+}
+
+void Leaving::endOfSession(QSessionManager &session)
+{
+    if (session.allowsInteraction()) {
+        const bool agreed = mayLeave();
+        session.release();
+        if (!agreed)
+            return session.cancel();
+    }
+    programend::save();
+}

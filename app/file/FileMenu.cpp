@@ -1,0 +1,95 @@
+#include "app/file/FileMenu.h"
+
+#include "app/file/closing.h"
+#include "app/file/designsaving.h"
+#include "app/file/filedialogs.h"
+#include "app/file/NewDesignDialog.h"
+#include "app/file/opening.h"
+#include "app/file/ProjectMenu.h"
+#include "app/file/RecentMenu.h"
+#include "app/file/SaveActions.h"
+#include "app/messages.h"
+#include "app/running.h"
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::Interfaces::IDesign;
+
+FileMenu::FileMenu(EditorArea *editors, QWidget *theWindow)
+    : QMenu(tr("&File"), theWindow),
+      window(theWindow),
+      saving(new SaveActions(editors, this))
+{
+    setObjectName(u"fileMenu"_s);
+    addDesignActions();
+    addSeparator();
+    addAction(saving->saveAction());
+    addAction(saving->saveAllAction());
+    addSeparator();
+    closeAction = addAction(tr("&Close Design"));
+    closeAction->setObjectName(u"closeDesign"_s);
+    connect(closeAction, &QAction::triggered, this, &FileMenu::closeDesign);
+    addSeparator();
+    addMenu(new ProjectMenu(window));
+    addSeparator();
+    QAction *preferences = addAction(tr("Pre&ferences..."), QKeySequence(Qt::CTRL | Qt::Key_Comma));
+    preferences->setMenuRole(QAction::PreferencesRole);
+    connect(preferences, &QAction::triggered, this, &FileMenu::preferencesWanted);
+    addSeparator();
+    QAction *quit = addAction(tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q));
+    quit->setMenuRole(QAction::QuitRole);
+    connect(quit, &QAction::triggered, this, &FileMenu::quitWanted);
+    connect(this, &QMenu::aboutToShow, this, &FileMenu::showState);
+    connect(this, &QMenu::aboutToHide, this, &FileMenu::enable);
+}
+
+void FileMenu::addDesignActions()
+{
+    QAction *create = addAction(tr("&New Design..."), QKeySequence::New);
+    create->setObjectName(u"newDesign"_s);
+    connect(create, &QAction::triggered, this, &FileMenu::newDesign);
+    QAction *open = addAction(tr("&Open..."), QKeySequence::Open);
+    open->setObjectName(u"open"_s);
+    connect(open, &QAction::triggered, this,
+            [this] { opening::open(window, filedialogs::filesToOpen(window)); });
+    auto *recent = new RecentMenu(this);
+    connect(recent, &RecentMenu::chosen, this,
+            [this](const QString &file) { opening::open(window, {file}); });
+    addMenu(recent);
+    changing = {create, open, recent->menuAction()};
+}
+
+void FileMenu::showState()
+{
+    saving->showState();
+    const QString refusal = running::refusal();
+    for (QAction *action : std::as_const(changing)) {
+        action->setEnabled(refusal.isEmpty());
+        action->setStatusTip(refusal);
+    }
+    const IDesign *design = designsaving::activeDesign();
+    closeAction->setEnabled(design && refusal.isEmpty());
+    QString name = design ? design->name() : QString();
+    name.replace(u'&', u"&&"_s);
+    closeAction->setText(design ? tr("&Close \"%1\"").arg(name) : tr("&Close Design"));
+}
+
+// The keys of the entries answer while the menu is closed, whatever it showed last.
+void FileMenu::enable()
+{
+    saving->enable();
+    for (QAction *action : std::as_const(changing))
+        action->setEnabled(true);
+}
+
+void FileMenu::newDesign()
+{
+    if (const QString refusal = running::refusal(); !refusal.isEmpty())
+        return messages::tell(refusal);
+    NewDesignDialog(window).exec();
+}
+
+void FileMenu::closeDesign()
+{
+    if (const IDesign *design = designsaving::activeDesign())
+        closing::closeDesign(window, design->id(u"."_s));
+}

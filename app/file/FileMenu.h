@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QMenu>
+
+class EditorArea;
+class SaveActions;
+
+// The File menu: making, opening, saving and closing designs and projects. What closes or opens
+// designs is refused while a script runs, with the reason in the status bar.
+class FileMenu : public QMenu
+{
+    Q_OBJECT
+
+public:
+    FileMenu(EditorArea *editors, QWidget *window);
+
+Q_SIGNALS:
+    void preferencesWanted();
+    void quitWanted();
+
+private:
+    void addDesignActions();
+    void showState();
+    void enable();
+    void newDesign();
+    void closeDesign();
+
+    QWidget *window;
+    SaveActions *saving;
+    // Those that change which designs are open.
+    QList<QAction *> changing;
+    QAction *closeAction = nullptr;
+};

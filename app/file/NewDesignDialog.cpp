@@ -1,0 +1,133 @@
+#include "app/file/NewDesignDialog.h"
+
+#include "app/commandcall.h"
+#include "app/Complaints.h"
+#include "app/running.h"
+#include "commands/commands.h"
+
+#include <MorvalenCore/DesignManager.h>
+#include <MorvalenCore/DesignStructureManager.h>
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFormLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSettings>
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::DesignManager;
+using MorvalenCore::DesignStructureManager;
+
+namespace {
+
+constexpr int nameLength = 40; // in characters, as wide as the field is
+
+QString usualVendor()
+{
+    const QSettings settings(DesignManager::instance()->settingsFileName(), QSettings::IniFormat);
+    return settings.value(u"Designs/Environment/organization_name"_s).toString();
+}
+
+QLabel *plainLabel(QWidget *parent)
+{
+    auto *label = new QLabel(parent);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    return label;
+}
+
+} // namespace
+
+NewDesignDialog::NewDesignDialog(QWidget *parent)
+    : QDialog(parent),
+      name(new QLineEdit(this)),
+      type(new QComboBox(this)),
+      structure(new QComboBox(this)),
+      vendor(new QLineEdit(usualVendor(), this)),
+      library(new QLineEdit(u"global"_s, this)),
+      folder(plainLabel(this)),
+      complaint(plainLabel(this))
+{
+    setObjectName(u"newDesignDialog"_s);
+    setWindowTitle(tr("New Design"));
+    addFields();
+    type->addItems(DesignManager::instance()->designTypes());
+    showStructures();
+    check();
+    connect(name, &QLineEdit::textChanged, this, &NewDesignDialog::check);
+    connect(structure, &QComboBox::currentTextChanged, this, &NewDesignDialog::check);
+    connect(type, &QComboBox::currentTextChanged, this, &NewDesignDialog::showStructures);
+}
+
+void NewDesignDialog::addFields()
+{
+    name->setObjectName(u"designName"_s);
+    name->setMinimumWidth(fontMetrics().averageCharWidth() * nameLength);
+    type->setObjectName(u"designType"_s);
+    structure->setObjectName(u"designStructure"_s);
+    vendor->setObjectName(u"designVendor"_s);
+    library->setObjectName(u"designLibrary"_s);
+    complaint->setObjectName(u"complaint"_s);
+    complaint->setForegroundRole(QPalette::Text);
+    folder->setTextInteractionFlags(Qt::TextSelectableByMouse);
+
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
+    create = buttons->addButton(tr("&Create"), QDialogButtonBox::AcceptRole);
+    create->setObjectName(u"create"_s);
+    create->setDefault(true);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+
+    auto *form = new QFormLayout(this);
+    form->addRow(tr("&Name:"), name);
+    form->addRow(tr("&Type:"), type);
+    form->addRow(tr("&Structure:"), structure);
+    form->addRow(tr("&Vendor:"), vendor);
+    form->addRow(tr("&Library:"), library);
+    form->addRow(tr("Folder:"), folder);
+    form->addRow(complaint);
+    form->addRow(buttons);
+}
+
+void NewDesignDialog::showStructures()
+{
+    const DesignStructureManager *manager = DesignStructureManager::instance();
+    structure->clear();
+    structure->addItems(manager->designStructureNamesForDesign(type->currentText()));
+    structure->setCurrentText(manager->defaultStructureNameForDesignType(type->currentText()));
+}
+
+void NewDesignDialog::check()
+{
+    QString error;
+    const bool good = DesignManager::instance()->checkDesignName(name->text(), &error);
+    create->setEnabled(good);
+    complain(name->text().isEmpty() ? QString() : error);
+    const QString repository =
+        DesignStructureManager::instance()->activeDesignRepositoryPathForStructure(
+            structure->currentText(), false);
+    folder->setText(QDir::toNativeSeparators(QDir::cleanPath(repository + u'/' + name->text())));
+}
+
+void NewDesignDialog::complain(const QString &text)
+{
+    complaint->setText(text);
+    name->setAccessibleDescription(text);
+}
+
+void NewDesignDialog::accept()
+{
+    if (const QString refusal = running::refusal(); !refusal.isEmpty())
+        return complain(refusal);
+    const Complaints complaints;
+    const CommandAnswer answer =
+        callCommand(CallDesigns,
+                    {u"designs"_s, u"new"_s, name->text(), type->currentText(),
+                     structure->currentText(), library->text(), vendor->text()});
+    if (answer.succeeded)
+        return QDialog::accept();
+    complain(QStringList {answer.text, complaints.text()}.join(u'\n').trimmed());
+}

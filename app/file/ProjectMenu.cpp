@@ -1,0 +1,66 @@
+#include "app/file/ProjectMenu.h"
+
+#include "app/designs/HostAttempt.h"
+#include "app/file/designsaving.h"
+#include "app/file/filedialogs.h"
+#include "app/file/opening.h"
+#include "app/running.h"
+
+#include <Qtilities/ProjectManager.h>
+
+using namespace Qt::Literals::StringLiterals;
+using Qtilities::ProjectManagement::ProjectManager;
+
+ProjectMenu::ProjectMenu(QWidget *theWindow) : QMenu(tr("&Project"), theWindow), window(theWindow)
+{
+    setObjectName(u"projectMenu"_s);
+    connect(addAction(tr("&New Project")), &QAction::triggered, this, &ProjectMenu::create);
+    connect(addAction(tr("&Open Project...")), &QAction::triggered, this, &ProjectMenu::open);
+    addSeparator();
+    saveAction = addAction(tr("&Save Project"));
+    connect(saveAction, &QAction::triggered, this, [this] { designsaving::saveProject(window); });
+    saveAsAction = addAction(tr("Save Project &As..."));
+    connect(saveAsAction, &QAction::triggered, this,
+            [this] { designsaving::saveProjectAs(window); });
+    addSeparator();
+    closeAction = addAction(tr("&Close Project"));
+    connect(closeAction, &QAction::triggered, this, &ProjectMenu::close);
+    connect(this, &QMenu::aboutToShow, this, &ProjectMenu::showState);
+}
+
+void ProjectMenu::showState()
+{
+    const ProjectManager *manager = ProjectManager::instance();
+    const bool isOpen = manager->currentProject();
+    const bool isFree = running::refusal().isEmpty();
+    for (QAction *action : actions())
+        action->setEnabled(isFree);
+    saveAction->setEnabled(
+        isOpen
+        && (manager->currentProjectFileName().isEmpty() || manager->isCurrentProjectModified()));
+    saveAsAction->setEnabled(isOpen);
+    closeAction->setEnabled(isOpen && isFree);
+}
+
+void ProjectMenu::create()
+{
+    if (!opening::mayCloseProject(window))
+        return;
+    HostAttempt attempt(window, tr("Not Closed"));
+    attempt.check(ProjectManager::instance()->newProject());
+}
+
+void ProjectMenu::open()
+{
+    const QString file = filedialogs::projectToOpen(window);
+    if (!file.isEmpty())
+        opening::open(window, {file});
+}
+
+void ProjectMenu::close()
+{
+    if (!opening::mayCloseProject(window))
+        return;
+    HostAttempt attempt(window, tr("Not Closed"));
+    attempt.check(ProjectManager::instance()->closeProject());
+}

@@ -1,0 +1,87 @@
+#include "app/file/designsaving.h"
+
+#include "app/designs/HostAttempt.h"
+#include "app/file/filedialogs.h"
+#include "app/messages.h"
+
+#include <MorvalenCore/DesignManager.h>
+#include <Qtilities/ProjectManager.h>
+
+#include <QCoreApplication>
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::DesignManager;
+using MorvalenCore::Interfaces::IDesign;
+using Qtilities::ProjectManagement::ProjectManager;
+
+namespace designsaving {
+
+namespace {
+
+QString text(const char *sentence) { return QCoreApplication::translate("designsaving", sentence); }
+
+bool writeProject(QWidget *parent, const QString &fileName)
+{
+    HostAttempt attempt(parent, text("Not Saved"));
+    const bool saved = ProjectManager::instance()->saveProject(fileName, true);
+    attempt.check(saved);
+    if (saved)
+        messages::tell(text("Saved the project \"%1\"").arg(fileName));
+    return saved;
+}
+
+} // namespace
+
+IDesign *activeDesign()
+{
+    const QList<IDesign *> active = DesignManager::instance()->activeDesigns();
+    return active.isEmpty() ? nullptr : active.first();
+}
+
+QStringList modifiedDesigns()
+{
+    QStringList modified = DesignManager::instance()->openDesignIds();
+    modified.removeIf([](const QString &id) {
+        const IDesign *design = DesignManager::instance()->design(id);
+        return !design || !design->isModified();
+    });
+    return modified;
+}
+
+QString save(const QStringList &designIds)
+{
+    QStringList reasons;
+    for (const QString &id : designIds) {
+        IDesign *design = DesignManager::instance()->design(id);
+        QString error;
+        if (design && design->componentFileName().isEmpty())
+            reasons.append(text("The design \"%1\" has no component file").arg(design->name()));
+        else if (design && !design->saveToComponentFile(&error))
+            reasons.append(error);
+    }
+    return reasons.join(u'\n');
+}
+
+bool saveOrTell(QWidget *parent, const QStringList &designIds)
+{
+    const QString reasons = save(designIds);
+    if (!reasons.isEmpty())
+        tellUser(parent, text("Not Saved"), reasons.split(u'\n'));
+    else if (!designIds.isEmpty())
+        messages::tell(text("Saved %1").arg(designIds.join(u", "_s)));
+    return reasons.isEmpty();
+}
+
+bool saveProject(QWidget *parent)
+{
+    const QString fileName = ProjectManager::instance()->currentProjectFileName();
+    return fileName.isEmpty() ? saveProjectAs(parent) : writeProject(parent, fileName);
+}
+
+bool saveProjectAs(QWidget *parent)
+{
+    const QString fileName = filedialogs::projectToSave(parent);
+    return !fileName.isEmpty() && writeProject(parent, fileName);
+}
+
+} // namespace designsaving

@@ -1,0 +1,58 @@
+#include "app/file/filedialogs.h"
+
+#include <MorvalenCore/DesignManager.h>
+#include <Qtilities/ProjectManager.h>
+#include <Qtilities/QtilitiesApplication.h>
+
+#include <QCoreApplication>
+#include <QFileDialog>
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::DesignManager;
+using Qtilities::CoreGui::QtilitiesApplication;
+using Qtilities::ProjectManagement::ProjectManager;
+
+namespace filedialogs {
+
+namespace {
+
+QString text(const char *sentence) { return QCoreApplication::translate("filedialogs", sentence); }
+
+QString projectsFolder()
+{
+    return ProjectManager::instance()->customProjectsPath(
+        QtilitiesApplication::applicationSessionPath() + u"/Projects"_s);
+}
+
+QString projectFilter() { return text("Projects (*.xml);;All files (*)"); }
+
+} // namespace
+
+QStringList filesToOpen(QWidget *parent)
+{
+    return QFileDialog::getOpenFileNames(
+        parent, text("Open Designs and Projects"),
+        DesignManager::instance()->path(DesignManager::DesignsPath),
+        text("Component and project files (*.xml);;All files (*)"));
+}
+
+QString projectToOpen(QWidget *parent)
+{
+    return QFileDialog::getOpenFileName(parent, text("Open Project"), projectsFolder(),
+                                        projectFilter());
+}
+
+QString projectToSave(QWidget *parent)
+{
+    const ProjectManager *manager = ProjectManager::instance();
+    const QString shown = manager->currentProjectFileName();
+    QFileDialog dialog(parent, text("Save Project As"), projectsFolder(), projectFilter());
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(u"xml"_s);
+    dialog.selectFile(shown.isEmpty()
+                          ? projectsFolder() + u'/' + manager->currentProjectName() + u".xml"_s
+                          : shown);
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+} // namespace filedialogs

@@ -1,0 +1,61 @@
+#include "app/file/opening.h"
+
+#include "app/Complaints.h"
+#include "app/designs/HostAttempt.h"
+#include "app/file/closing.h"
+#include "app/openfile.h"
+#include "app/running.h"
+
+#include <MorvalenCore/DesignManager.h>
+#include <Qtilities/ProjectManager.h>
+
+#include <QCoreApplication>
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::DesignManager;
+using Qtilities::ProjectManagement::ProjectManager;
+
+namespace opening {
+
+namespace {
+
+QString text(const char *sentence) { return QCoreApplication::translate("opening", sentence); }
+
+bool isFree(QWidget *parent)
+{
+    const QString refusal = running::refusal();
+    if (!refusal.isEmpty())
+        tellUser(parent, text("Not Now"), {refusal});
+    return refusal.isEmpty();
+}
+
+} // namespace
+
+void open(QWidget *parent, const QStringList &files)
+{
+    QStringList reasons;
+    for (const QString &file : files) {
+        if (isProjectFile(file) ? !mayCloseProject(parent) : !isFree(parent))
+            return;
+        const Complaints complaints;
+        if (!openFile(file))
+            reasons.append(complaints.isEmpty() ? text("\"%1\" cannot be opened").arg(file)
+                                                : complaints.text());
+    }
+    if (!reasons.isEmpty())
+        tellUser(parent, text("Not Opened"), reasons);
+}
+
+bool mayCloseProject(QWidget *parent)
+{
+    if (!isFree(parent))
+        return false;
+    if (!ProjectManager::instance()->currentProject())
+        return true;
+    return closing::settleDesigns(parent, DesignManager::instance()->openDesignIds())
+        && closing::settleProject(parent, true)
+        // While the user was asked, a script may have begun.
+        && isFree(parent);
+}
+
+} // namespace opening

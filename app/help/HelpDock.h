@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QDockWidget>
+
+class HelpBrowser;
+
+// The dock of the commands' manual. The manual is made when it is first seen.
+class HelpDock : public QDockWidget
+{
+    Q_OBJECT
+
+public:
+    explicit HelpDock(QWidget *parent = nullptr);
+
+    // Comes to the front with the page of a command; an unknown one shows the contents.
+    void showCommand(const QString &word);
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
+private:
+    HelpBrowser *help();
+
+    HelpBrowser *made = nullptr;
+};

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "app/preferences/PreferencesPage.h"
+
+class QCheckBox;
+
+// What is kept from one run to the next.
+class MemoryPage : public PreferencesPage
+{
+    Q_OBJECT
+
+public:
+    explicit MemoryPage(QWidget *parent = nullptr);
+
+    QString title() const override { return tr("Memory"); }
+    void apply() override;
+    void showUsual() override;
+
+private:
+    QCheckBox *layoutBox;
+    QCheckBox *recentBox;
+    QCheckBox *historyBox;
+};

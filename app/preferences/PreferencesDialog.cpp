@@ -1,0 +1,62 @@
+#include "app/preferences/PreferencesDialog.h"
+
+#include "app/designs/HostAttempt.h"
+#include "app/preferences/FontPage.h"
+#include "app/preferences/MemoryPage.h"
+#include "app/preferences/PlacesPage.h"
+#include "app/preferences/preferences.h"
+
+#include <Qtilities/QtilitiesApplication.h>
+
+#include <QDialogButtonBox>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+using namespace Qt::Literals::StringLiterals;
+using Qtilities::CoreGui::QtilitiesApplication;
+
+PreferencesDialog::PreferencesDialog(QWidget *parent) : QDialog(parent), tabs(new QTabWidget(this))
+{
+    setObjectName(u"preferencesDialog"_s);
+    setWindowTitle(tr("Preferences"));
+    add(new FontPage(this));
+    add(new MemoryPage(this));
+    add(new PlacesPage(this));
+    auto *buttons =
+        new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Apply
+                                 | QDialogButtonBox::Cancel | QDialogButtonBox::RestoreDefaults,
+                             this);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(buttons->button(QDialogButtonBox::Apply), &QPushButton::clicked, this,
+            &PreferencesDialog::apply);
+    connect(buttons->button(QDialogButtonBox::RestoreDefaults), &QPushButton::clicked, this,
+            [this] { pages.at(tabs->currentIndex())->showUsual(); });
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(tabs);
+    layout->addWidget(buttons);
+}
+
+void PreferencesDialog::add(PreferencesPage *page)
+{
+    pages.append(page);
+    tabs->addTab(page, page->title());
+}
+
+void PreferencesDialog::accept()
+{
+    apply();
+    QDialog::accept();
+}
+
+void PreferencesDialog::apply()
+{
+    for (PreferencesPage *page : std::as_const(pages))
+        page->apply();
+    if (!preferences::isWritable())
+        tellUser(parentWidget(), tr("Not Kept"),
+                 {tr("The settings file \"%1\" cannot be written.")
+                      .arg(QtilitiesApplication::settingsFileName())});
+    Q_EMIT applied();
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QFont>
+#include <QString>
+
+#include <optional>
+
+// What the user has chosen for the window, kept in the session's settings. Setting nothing, or an
+// empty text, brings the usual value back. Writing fails in silence but for isWritable().
+namespace preferences {
+
+// What is kept from one run to the next.
+enum Memory { WindowLayout, RecentFiles, ConsoleHistory };
+
+bool remembers(Memory memory);
+void setRemembers(Memory memory, bool remember);
+
+// The font of the console; nothing when it is to have its usual one.
+std::optional<QFont> consoleFont();
+void setConsoleFont(const std::optional<QFont> &font);
+
+// What is put in front of the commands of build steps.
+QString launcher();
+void setLauncher(const QString &prefix);
+
+// Whether what was set so far is in the settings file.
+bool isWritable();
+
+} // namespace preferences

@@ -1,0 +1,98 @@
+#include "app/window/EditMenu.h"
+
+#include "app/editor/EditorActions.h"
+#include "console/QtclConsole.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Behind the tab stands the key that the console itself knows.
+struct ConsoleRow
+{
+    const char *text;
+    void (*run)(QConsole *);
+};
+
+const ConsoleRow consoleRows[] = {
+    {QT_TRANSLATE_NOOP("EditMenu", "&Undo\tCtrl+Z"), [](QConsole *console) { console->undo(); }},
+    {QT_TRANSLATE_NOOP("EditMenu", "&Redo\tCtrl+Y"), [](QConsole *console) { console->redo(); }},
+    {nullptr, nullptr},
+    {QT_TRANSLATE_NOOP("EditMenu", "Cu&t\tCtrl+X"), [](QConsole *console) { console->cut(); }},
+    {QT_TRANSLATE_NOOP("EditMenu", "&Copy\tCtrl+C"), [](QConsole *console) { console->copy(); }},
+    {QT_TRANSLATE_NOOP("EditMenu", "&Paste\tCtrl+V"), [](QConsole *console) { console->paste(); }},
+    {QT_TRANSLATE_NOOP("EditMenu", "&Delete\tDel"), [](QConsole *console) { console->del(); }},
+    {nullptr, nullptr},
+    {QT_TRANSLATE_NOOP("EditMenu", "Select &All\tCtrl+A"),
+     [](QConsole *console) { console->selectAll(); }},
+};
+
+// A negative id stands for a separator.
+constexpr int separator = -1;
+constexpr int editorRows[] = {
+    EditorActions::Undo,
+    EditorActions::Redo,
+    separator,
+    EditorActions::Cut,
+    EditorActions::Copy,
+    EditorActions::Paste,
+    separator,
+    EditorActions::SelectAll,
+    separator,
+    EditorActions::Find,
+    EditorActions::FindNext,
+    EditorActions::FindPrevious,
+    EditorActions::Replace,
+    separator,
+    EditorActions::GoToLine,
+    separator,
+    EditorActions::SaveCopy,
+    EditorActions::Close,
+    EditorActions::CloseAll,
+    EditorActions::NextPage,
+    EditorActions::PreviousPage,
+};
+
+} // namespace
+
+EditMenu::EditMenu(EditorActions *editorActions, QWidget *theWindow)
+    : QMenu(tr("&Edit"), theWindow),
+      editors(editorActions),
+      window(theWindow)
+{
+    setObjectName(u"editMenu"_s);
+    connect(this, &QMenu::aboutToShow, this, &EditMenu::rebuild);
+    rebuild();
+}
+
+void EditMenu::rebuild()
+{
+    clear();
+    auto *console = window->findChild<QtclConsole *>();
+    if (console && console->isVisible())
+        addConsoleActions(console);
+    else
+        addEditorActions();
+}
+
+void EditMenu::addConsoleActions(QConsole *console)
+{
+    for (const ConsoleRow &row : consoleRows) {
+        if (!row.text) {
+            addSeparator();
+            continue;
+        }
+        connect(addAction(tr(row.text)), &QAction::triggered, console,
+                [console, run = row.run] { run(console); });
+    }
+}
+
+void EditMenu::addEditorActions()
+{
+    for (const int id : editorRows) {
+        if (id == separator)
+            addSeparator();
+        else
+            addAction(editors->action(EditorActions::Id(id)));
+    }
+}
