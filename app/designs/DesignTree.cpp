@@ -74,6 +74,13 @@ DesignTree::DesignTree(QWidget *parent)
     setFocusProxy(view);
 }
 
+// A value that is being edited is given when the view goes, and then there is nobody to take it.
+DesignTree::~DesignTree()
+{
+    model->disconnect(this);
+    view->disconnect(this);
+}
+
 void DesignTree::showEvent(QShowEvent *event)
 {
     model->setWatched(true);
@@ -84,6 +91,14 @@ void DesignTree::hideEvent(QHideEvent *event)
 {
     model->setWatched(false);
     QWidget::hideEvent(event);
+}
+
+// Whoever comes back from another program may have changed files there.
+void DesignTree::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && isVisible())
+        model->lookAgain();
+    QWidget::changeEvent(event);
 }
 
 bool DesignTree::eventFilter(QObject *watched, QEvent *event)

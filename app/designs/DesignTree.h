@@ -18,6 +18,7 @@ class DesignTree : public QWidget
 
 public:
     explicit DesignTree(QWidget *parent = nullptr);
+    ~DesignTree() override;
 
     DesignTreeView *treeView() const { return view; }
 
@@ -32,6 +33,7 @@ Q_SIGNALS:
 protected:
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
+    void changeEvent(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:

@@ -16,14 +16,22 @@ using MorvalenCore::Interfaces::IDesign;
 
 namespace {
 
-// Following takes at most one part of so many of the time of a script that lets events in.
+// Following that takes longer than so many milliseconds takes at most one part of so many of the
+// time of a script that lets events in.
+constexpr qint64 unnoticed = 16;
 constexpr qint64 restFactor = 5;
+
+// Behind a change, in milliseconds.
+constexpr int lookDelay = 300;
 
 } // namespace
 
 DesignTreeModel::DesignTreeModel(QObject *parent) : QAbstractItemModel(parent)
 {
     followTimer.setSingleShot(true);
+    lookTimer.setSingleShot(true);
+    lookTimer.setInterval(lookDelay);
+    connect(&lookTimer, &QTimer::timeout, this, &DesignTreeModel::lookAgain);
     connect(&followTimer, &QTimer::timeout, this, &DesignTreeModel::follow);
     connect(&states, &ItemStates::found, this, [this](const QModelIndex &index) {
         Q_EMIT dataChanged(index.siblingAtColumn(0), index.siblingAtColumn(TreeColumnCount - 1));
@@ -64,7 +72,7 @@ void DesignTreeModel::setFilter(const TreeFilter &filter)
 void DesignTreeModel::setWatched(bool watched)
 {
     isWatched = watched;
-    if (watched && isBehind)
+    if (watched && behind)
         follow();
 }
 
@@ -83,10 +91,10 @@ void DesignTreeModel::changed(IDesign *design)
 
 void DesignTreeModel::followSoon()
 {
-    isBehind = true;
+    behind = true;
     if (!isWatched || followTimer.isActive())
         return;
-    const qint64 rest = restFactor * lastEffort;
+    const qint64 rest = lastEffort > unnoticed ? restFactor * lastEffort : 0;
     const qint64 past = sinceFollowed.isValid() ? sinceFollowed.elapsed() : rest;
     followTimer.start(int(std::max<qint64>(0, rest - past)));
 }
@@ -95,7 +103,7 @@ void DesignTreeModel::follow()
 {
     QElapsedTimer effort;
     effort.start();
-    isBehind = false;
+    behind = false;
     Q_EMIT aboutToFollow();
     const std::unique_ptr<TreeBranch> wanted = readAll();
     mergeBranches(root, *wanted);
@@ -103,6 +111,8 @@ void DesignTreeModel::follow()
         Q_EMIT dataChanged(index(0, 0), index(designs - 1, TreeColumnCount - 1));
     lastEffort = effort.elapsed();
     sinceFollowed.start();
+    if (!lookTimer.isActive())
+        lookTimer.start();
     Q_EMIT followed();
 }
 

@@ -34,6 +34,8 @@ public:
 
     // While nobody looks, changes are only noted. Nobody does at first.
     void setWatched(bool watched);
+    // Whether there were changes that the rows do not show yet.
+    bool isBehind() const { return behind; }
 
     // Looks anew at what items are on disk and in version control, as rows are shown.
     void lookAgain();
@@ -96,10 +98,12 @@ private:
     mutable ItemStates states;
 
     bool isWatched = false;
-    bool isBehind = true;
+    bool behind = true;
     bool isFilterNew = false;
     QSet<const QObject *> changedDesigns;
     QTimer followTimer;
     QElapsedTimer sinceFollowed;
     qint64 lastEffort = 0;
+    // Who changes a design often writes its files too.
+    QTimer lookTimer;
 };

@@ -146,10 +146,24 @@ void DesignTreeView::rememberPlace()
 {
     topRow = indexAt(QPoint(0, 0));
     topOffset = topRow.isValid() ? visualRect(topRow).top() : 0;
+    currentParent = currentIndex().parent();
+    currentPlace = currentIndex().row();
+}
+
+// Whoever goes on with the keys does so from where the row was.
+void DesignTreeView::restoreCurrent()
+{
+    const QModelIndex parent = std::exchange(currentParent, {});
+    const int place = std::min(currentPlace, tree->rowCount(parent) - 1);
+    if (!parent.isValid() || currentIndex().isValid())
+        return;
+    selectionModel()->setCurrentIndex(place < 0 ? parent : tree->index(place, 0, parent),
+                                      QItemSelectionModel::NoUpdate);
 }
 
 void DesignTreeView::restorePlace()
 {
+    restoreCurrent();
     const QModelIndex top = std::exchange(topRow, {});
     if (!top.isValid() || verticalScrollBar()->value() == 0)
         return;

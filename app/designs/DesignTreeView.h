@@ -43,6 +43,7 @@ private:
     void activateRow(const QModelIndex &index);
     void rememberPlace();
     void restorePlace();
+    void restoreCurrent();
     void remember(const QModelIndex &index, bool isOpen);
     void openUp(const QModelIndex &index);
 
@@ -50,6 +51,9 @@ private:
     // The row at the upper edge, and how far above the edge it begins.
     QPersistentModelIndex topRow;
     int topOffset = 0;
+    // Where the current row is, in case it goes.
+    QPersistentModelIndex currentParent;
+    int currentPlace = -1;
     // Which branches are open when there is no filter, and which designs were ever shown.
     QSet<QString> openBranches;
     QSet<QString> knownBranches;

@@ -1,0 +1,110 @@
+#pragma once
+
+#include "app/designs/DesignTree.h"
+#include "app/designs/DesignTreeModel.h"
+#include "app/designs/DesignTreeView.h"
+#include "app/designs/rowtexts.h"
+#include "tests/host/MorvalenCore/SessionFixture.h"
+
+#include <MorvalenCore/EditorManager.h>
+
+#include <QAbstractItemModelTester>
+#include <QApplication>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QTest>
+
+// The tree of open designs over designs on disk, shown, with a model that is checked at every
+// change.
+class DesignTreeFixture
+{
+public:
+    // An editor manager that notes what it was asked for, and refuses when it has a reason.
+    class Editors : public MorvalenCore::EditorManager
+    {
+    public:
+        QWidget *createEditorForPath(const QString &path, QString *error, const QString &, bool,
+                                     bool readOnly) override
+        {
+            opened.append(readOnly ? path + QStringLiteral(" (read-only)") : path);
+            if (error)
+                *error = refusal;
+            return refusal.isEmpty() ? &editor : nullptr;
+        }
+
+        QStringList opened;
+        QString refusal;
+
+    private:
+        QWidget editor;
+    };
+
+    DesignTreeFixture()
+    {
+        MorvalenCore::EditorManager::setInstance(&editors);
+        tree.resize(700, 500);
+        tree.show();
+        shown = QTest::qWaitForWindowActive(&tree);
+    }
+    ~DesignTreeFixture() { MorvalenCore::EditorManager::setInstance(nullptr); }
+
+    DesignTreeView *view() const { return tree.treeView(); }
+    DesignTreeModel *model() const { return static_cast<DesignTreeModel *>(view()->model()); }
+    QLineEdit *filter() const { return tree.findChild<QLineEdit *>(); }
+
+    // Lets the tree follow what was changed.
+    bool follow() const
+    {
+        return QTest::qWaitFor([this] { return !model()->isBehind(); });
+    }
+
+    // The names of the rows, two blanks in front for each row above them, and behind a colon what
+    // the other columns say, but for what version control knows.
+    QStringList lines(const QModelIndex &parent = {}, int depth = 0) const
+    {
+        QStringList all;
+        for (int row = 0; row < model()->rowCount(parent); ++row) {
+            const QModelIndex index = model()->index(row, 0, parent);
+            QStringList texts {textOf(index, DetailsColumn), textOf(index, StateColumn)};
+            texts.removeAll(QString());
+            const QString others = texts.join(QStringLiteral("; "));
+            all.append(QString(depth * 2, QLatin1Char(' ')) + textOf(index, NameColumn)
+                       + (others.isEmpty() ? QString() : QStringLiteral(": ") + others));
+            all += lines(index, depth + 1);
+        }
+        return all;
+    }
+
+    static QString textOf(const QModelIndex &index, int column)
+    {
+        return index.siblingAtColumn(column).data().toString();
+    }
+
+    // The row with these names, from the design on; invalid when there is none.
+    QModelIndex row(const QStringList &names) const
+    {
+        QModelIndex found;
+        for (const QString &name : names) {
+            const QModelIndexList matches =
+                model()->match(model()->index(0, 0, found), Qt::DisplayRole, name, 1,
+                               Qt::MatchExactly);
+            if (matches.isEmpty())
+                return {};
+            found = matches.first();
+        }
+        return found;
+    }
+
+    QPoint centre(const QModelIndex &index) const
+    {
+        view()->scrollTo(index);
+        return view()->visualRect(index).center();
+    }
+
+    SessionFixture session;
+    Editors editors;
+    DesignTree tree;
+    bool shown = false;
+    QAbstractItemModelTester tester {model(),
+                                     QAbstractItemModelTester::FailureReportingMode::QtTest};
+};
