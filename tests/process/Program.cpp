@@ -5,6 +5,10 @@
 #include <QProcess>
 #include <QTest>
 
+#include <linux/capability.h>
+#include <sys/prctl.h>
+#include <unistd.h>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -80,6 +84,13 @@ Ended Program::start(const QString &program, const QStringList &words,
     QProcess process;
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(currentFolder);
+    if (dropPrivileges && ::geteuid() == 0) {
+        process.setChildProcessModifier([] {
+            if (::prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE, 0, 0, 0) != 0
+                || ::prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH, 0, 0, 0) != 0)
+                ::_exit(1);
+        });
+    }
     process.start(program, words);
     process.write(input);
     process.closeWriteChannel();

@@ -47,6 +47,8 @@ public:
     QString session;
     QString currentFolder;
     QProcessEnvironment environment;
+    // Whether permissions of files hold for the program even when the superuser runs it.
+    bool dropPrivileges = false;
 
 private:
     Ended start(const QString &program, const QStringList &words, const QByteArray &input) const;

@@ -38,7 +38,7 @@ ModelDesign::ModelDesign(const QString &designsFolder)
     : disk(designsFolder + u"/d"_s),
       designs(designsFolder),
       workingFolder(designsFolder + u"/d"_s),
-      texts {{u"name"_s, u"d"_s},  {u"vendor"_s, u"local"_s}, {u"library"_s, u"global"_s},
+      texts {{u"name"_s, u"d"_s},      {u"vendor"_s, u"local"_s}, {u"library"_s, u"global"_s},
              {u"version"_s, u"1.0"_s}, {u"description"_s, {}},    {u"author"_s, {}}}
 {
     for (const QString &set : fileSets) {
@@ -53,22 +53,21 @@ QList<ModelPath> ModelDesign::filePaths() const
                              const QString &category) {
         return ModelPath {word, workingFolder + u'/' + actual, node, category};
     };
-    return {path(u"a.v"_s, u"a.v"_s, u"rtl"_s, u"HDL::Verilog"_s),
-            path(u"x/.././a.v"_s, u"a.v"_s, u"rtl"_s, u"HDL::Verilog"_s),
-            path(workingFolder + u"/a.v"_s, u"a.v"_s, u"rtl"_s, u"HDL::Verilog"_s),
-            path(u"%1 {b} \"$c\" \u20ac.v"_s, u"%1 {b} \"$c\" \u20ac.v"_s, u"rtl"_s,
-                 u"HDL::Verilog"_s),
-            path(u"testbench\\c.vhd"_s, u"testbench/c.vhd"_s, u"testbench"_s, u"HDL::VHDL"_s),
-            path(u"sub/d_tb.v"_s, u"sub/d_tb.v"_s, u"testbench"_s, u"HDL::Verilog"_s),
-            path(u"sub/two\nlines.xdc"_s, u"sub/two\nlines.xdc"_s, u"constraints"_s,
-                 u"Constraints"_s),
-            path(workingFolder + u"/documents/f.v"_s, u"documents/f.v"_s, u"documents"_s,
-                 u"HDL::Verilog"_s),
-            path(u"plain"_s, u"plain"_s, u"rtl"_s, u"Other"_s),
-            {u"../out/e.md"_s, designs + u"/out/e.md"_s, u"documents"_s, u"Documentation"_s},
-            {u"/"_s, u"/"_s, u"rtl"_s, u"Other"_s},
-            {{}, {}, {}, {}},
-            path(vocabulary::withZero, vocabulary::withZero, {}, {})};
+    return {
+        path(u"a.v"_s, u"a.v"_s, u"rtl"_s, u"HDL::Verilog"_s),
+        path(u"x/.././a.v"_s, u"a.v"_s, u"rtl"_s, u"HDL::Verilog"_s),
+        path(workingFolder + u"/a.v"_s, u"a.v"_s, u"rtl"_s, u"HDL::Verilog"_s),
+        path(u"%1 {b} \"$c\" \u20ac.v"_s, u"%1 {b} \"$c\" \u20ac.v"_s, u"rtl"_s, u"HDL::Verilog"_s),
+        path(u"testbench\\c.vhd"_s, u"testbench/c.vhd"_s, u"testbench"_s, u"HDL::VHDL"_s),
+        path(u"sub/d_tb.v"_s, u"sub/d_tb.v"_s, u"testbench"_s, u"HDL::Verilog"_s),
+        path(u"sub/two\nlines.xdc"_s, u"sub/two\nlines.xdc"_s, u"constraints"_s, u"Constraints"_s),
+        path(workingFolder + u"/documents/f.v"_s, u"documents/f.v"_s, u"documents"_s,
+             u"HDL::Verilog"_s),
+        path(u"plain"_s, u"plain"_s, u"rtl"_s, u"Other"_s),
+        {u"../out/e.md"_s, designs + u"/out/e.md"_s, u"documents"_s, u"Documentation"_s},
+        {u"/"_s, u"/"_s, u"rtl"_s, u"Other"_s},
+        {{}, {}, {}, {}},
+        path(vocabulary::withZero, vocabulary::withZero, {}, {})};
 }
 
 QList<ModelPath> ModelDesign::folderPaths() const
@@ -123,8 +122,8 @@ QList<ModelItem> ModelDesign::inOrder(const ModelKind &kind) const
 ModelAnswer ModelDesign::usage(const QString &about, const QString &word) const
 {
     return {TCL_ERROR,
-            u"Performs actions on %1design \"%2\".\nUsage: %3 args\n"_s.arg(
-                about, texts[u"name"_s], word),
+            u"Performs actions on %1design \"%2\".\nUsage: %3 args\n"_s.arg(about, texts[u"name"_s],
+                                                                            word),
             true};
 }
 
@@ -235,9 +234,8 @@ ModelAnswer ModelDesign::overviewAnswer() const
 QList<QStringList> ModelDesign::questions() const
 {
     QList<QStringList> all {{u"overview"_s}};
-    for (const QString &name :
-         {u"name"_s, u"description"_s, u"id"_s, u"vendor"_s, u"library"_s, u"author"_s,
-          u"version"_s, u"wfp"_s, u"busy"_s, u"read_only"_s})
+    for (const QString &name : {u"name"_s, u"description"_s, u"id"_s, u"vendor"_s, u"library"_s,
+                                u"author"_s, u"version"_s, u"wfp"_s, u"busy"_s, u"read_only"_s})
         all.append({u"design"_s, u"get"_s, name});
     for (const ModelKind *kind : {&files, &folders, &properties}) {
         all.append({kind->plural, u"list"_s});

@@ -106,8 +106,22 @@ private:
     QMap<QString, QString> texts;
     bool readOnly = false;
     bool busy = false;
-    ModelKind files {QStringLiteral("file"), QStringLiteral("files"), QStringLiteral("file(s)"), QStringLiteral("file"), {}, {}};
-    ModelKind folders {QStringLiteral("folder"), QStringLiteral("folders"), QStringLiteral("folder(s)"), QStringLiteral("folder"), {}, {}};
-    ModelKind properties {QStringLiteral("property"), QStringLiteral("properties"), QStringLiteral("properties"),
-                          QStringLiteral("design property"), {}, {}};
+    ModelKind files {QStringLiteral("file"),
+                     QStringLiteral("files"),
+                     QStringLiteral("file(s)"),
+                     QStringLiteral("file"),
+                     {},
+                     {}};
+    ModelKind folders {QStringLiteral("folder"),
+                       QStringLiteral("folders"),
+                       QStringLiteral("folder(s)"),
+                       QStringLiteral("folder"),
+                       {},
+                       {}};
+    ModelKind properties {QStringLiteral("property"),
+                          QStringLiteral("properties"),
+                          QStringLiteral("properties"),
+                          QStringLiteral("design property"),
+                          {},
+                          {}};
 };

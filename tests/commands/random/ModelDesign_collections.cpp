@@ -48,8 +48,8 @@ ModelAnswer ModelDesign::collectionAnswer(ModelKind &kind, const QStringList &wo
         return answerIf(item, u"true"_s, u"false"_s);
     if (!item)
         return {TCL_ERROR,
-                u"%1 \"%2\" does not match any %3 in design \"%4\""_s.arg(
-                    capital(kind.word), word, kind.plural, name)};
+                u"%1 \"%2\" does not match any %3 in design \"%4\""_s.arg(capital(kind.word), word,
+                                                                          kind.plural, name)};
     if (what == u"category")
         return {TCL_OK, categoryOf(*item)};
     if (what == u"remove")
@@ -57,9 +57,9 @@ ModelAnswer ModelDesign::collectionAnswer(ModelKind &kind, const QStringList &wo
     if (what == u"delete")
         return erase(kind, word);
     kind.active = item->key;
-    return {TCL_OK,
-            u"Successfully changed active %1 in design \"%2\" to \"%3\""_s.arg(kind.word, name,
-                                                                             word)};
+    return {
+        TCL_OK,
+        u"Successfully changed active %1 in design \"%2\" to \"%3\""_s.arg(kind.word, name, word)};
 }
 
 QString ModelDesign::categoryOf(const ModelItem &item) const
@@ -75,7 +75,7 @@ QString ModelDesign::addRefusal(const ModelKind &kind, const QString &word) cons
         return u"The design \"%1\" is read-only"_s.arg(name);
     if (word.isEmpty())
         return u"The %1 of a %2 cannot be empty"_s.arg(isPath(kind) ? u"path"_s : u"name"_s,
-                                                      kind.word);
+                                                       kind.word);
     if (const_cast<ModelKind &>(kind).find(key))
         return u"The design \"%1\" has the %2 \"%3\" already"_s.arg(name, kind.word, key);
     return vocabulary::isKept(word)
@@ -168,10 +168,9 @@ ModelAnswer ModelDesign::eraseAll(ModelKind &kind, const QString &node)
     const QStringList keys = keysUnder(kind, node);
     if (keys.isEmpty())
         return {TCL_ERROR,
-                node.isEmpty()
-                    ? u"No %1 found to delete in design \"%2\""_s.arg(kind.plural, name)
-                    : u"No %1 found to delete under node \"%2\" in design \"%3\""_s.arg(
-                        kind.plural, node, name)};
+                node.isEmpty() ? u"No %1 found to delete in design \"%2\""_s.arg(kind.plural, name)
+                               : u"No %1 found to delete under node \"%2\" in design \"%3\""_s.arg(
+                                   kind.plural, node, name)};
     qsizetype erased = 0;
     for (const QString &key : keys) {
         if (!eraseFromDisk(kind, key))

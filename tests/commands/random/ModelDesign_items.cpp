@@ -39,8 +39,7 @@ ModelAnswer ModelDesign::itemAnswer(ModelKind &kind, const QStringList &words)
     if (what == u"property" && words.size() > 3)
         return shared(kind, *item, words);
     if (what == u"exists" && words.size() == 2 && isPath(kind)) {
-        const bool exists =
-            &kind == &files ? disk.isFile(item->key) : disk.isFolder(item->key);
+        const bool exists = &kind == &files ? disk.isFile(item->key) : disk.isFolder(item->key);
         return {exists || &kind == &files ? TCL_OK : TCL_ERROR, exists ? u"true"_s : u"false"_s};
     }
     if (what == u"open" && words.size() == 2 && &kind == &files)

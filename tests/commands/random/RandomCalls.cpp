@@ -130,7 +130,8 @@ QStringList RandomCalls::item(const QString &command, const QString &what, const
         return call << u"set"_s << u"category"_s
                     << one(vocabulary::categories + QStringList {vocabulary::withZero});
     case 4:
-        return call << u"property"_s << one({u"exists"_s, u"get"_s}) << one(vocabulary::sharedNames);
+        return call << u"property"_s << one({u"exists"_s, u"get"_s})
+                    << one(vocabulary::sharedNames);
     case 5:
         return call << u"property"_s << u"remove"_s << one(vocabulary::sharedNames);
     default:

@@ -58,7 +58,7 @@ QString difference(const QStringList &words, const ModelAnswer &expected)
                                  : actual.text == expected.text);
     return right ? QString()
                  : u"{%1}\n  answers  %2\n  and not  %3"_s.arg(words.join(u"} {"_s), shown(actual),
-                                                             shown(expected));
+                                                               shown(expected));
 }
 
 // One run of a sequence in a session of its own.
@@ -133,9 +133,9 @@ private:
         QCoreApplication::processEvents();
         const QString file = model.folder() + u"/component.xml"_s;
         if (found.isEmpty())
-            found = difference(
-                {u"designs"_s, u"add"_s, file},
-                {TCL_OK, u"Successfully parsed design from \"%1\""_s.arg(file), false});
+            found =
+                difference({u"designs"_s, u"add"_s, file},
+                           {TCL_OK, u"Successfully parsed design from \"%1\""_s.arg(file), false});
         model.reopened();
         return found;
     }

@@ -46,8 +46,8 @@ inline const QStringList texts {u""_s, u"plain"_s, u"\"%1\" {<&>} $x [y]"_s,
 inline const QStringList names {u"d"_s, u"e.2-x"_s, u"_"_s, u"9"_s, u"a b"_s, u""_s};
 inline const QStringList truths {u"true"_s, u"FALSE"_s, u"yes"_s, u""_s};
 inline const QStringList categories {u"A::B"_s, u"A"_s, u""_s, u"::A::::x y::"_s, u"HDL"_s};
-inline const QStringList nodes {u"rtl"_s,           u"documents"_s, u"HDL"_s, u"HDL::Verilog"_s, u"A"_s,
-                                u"no node \"%1\""_s, u""_s};
+inline const QStringList nodes {u"rtl"_s, u"documents"_s,      u"HDL"_s, u"HDL::Verilog"_s,
+                                u"A"_s,   u"no node \"%1\""_s, u""_s};
 inline const QStringList propertyNames {u"p"_s, u"q r"_s, u"%2"_s, u"\u00e9\""_s, u""_s, withZero};
 inline const QStringList sharedNames {u"s"_s, u"%3 t"_s, u""_s, withZero, u"objectName"_s};
 

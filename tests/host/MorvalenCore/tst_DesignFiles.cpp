@@ -105,6 +105,7 @@ private Q_SLOTS:
     void refusesToDeleteFromDisk_data();
     void refusesToDeleteFromDisk();
     void deletesWhereTheDesignIsReachedThroughALink();
+    void deletesNothingInAFolderThatTookTheDesignsPlace();
     void refusesEveryChangeOfAReadOnlyDesign();
     void knowsGeneratedFiles_data();
     void knowsGeneratedFiles();
@@ -462,6 +463,21 @@ void TestDesignFiles::deletesWhereTheDesignIsReachedThroughALink()
     design = session->open(session->path(u"alias/component.xml"_s));
     QVERIFY(design->fileByActualPath(u"rtl/uart.v"_s, false)->removeFromComputer(true));
     QVERIFY(!QFileInfo::exists(ip(u"rtl/uart.v"_s)));
+}
+
+void TestDesignFiles::deletesNothingInAFolderThatTookTheDesignsPlace()
+{
+    SessionFixture::write(session->path(u"other/rtl/uart.v"_s), "module");
+    DesignFile *uart = design->fileByActualPath(u"rtl/uart.v"_s, false);
+    QVERIFY(QFile::rename(session->path(u"ip"_s), session->path(u"moved"_s)));
+    QVERIFY(QFile::link(session->path(u"other"_s), session->path(u"ip"_s)));
+    QVERIFY(uart->existsOnDisk());
+    QVERIFY(!uart->removeFromComputer(true));
+    QCOMPARE(
+        session->takeLog(),
+        QStringList {u"Warning: \"%1\" is not deleted because it is not a canonical path"_s.arg(
+            ip(u"rtl/uart.v"_s))});
+    QVERIFY(QFileInfo::exists(session->path(u"other/rtl/uart.v"_s)));
 }
 
 void TestDesignFiles::refusesEveryChangeOfAReadOnlyDesign()

@@ -28,36 +28,36 @@ void TestItemPaths::givesTheActualPath_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("path");
     QTest::newRow("actual-1 nothing") << QString() << QString();
-    QTest::newRow("actual-2 relative") << u"rtl/a.v"_s << u"/work/ip/rtl/a.v"_s;
-    QTest::newRow("actual-3 relative, not clean") << u"./rtl//x/../a.v"_s << u"/work/ip/rtl/a.v"_s;
-    QTest::newRow("actual-4 a folder up") << u"../common/a.v"_s << u"/work/common/a.v"_s;
+    QTest::newRow("actual-2 relative") << u"rtl/a.v"_s << u"/area/ip/rtl/a.v"_s;
+    QTest::newRow("actual-3 relative, not clean") << u"./rtl//x/../a.v"_s << u"/area/ip/rtl/a.v"_s;
+    QTest::newRow("actual-4 a folder up") << u"../common/a.v"_s << u"/area/common/a.v"_s;
     QTest::newRow("actual-5 absolute") << u"/other/a.v"_s << u"/other/a.v"_s;
     QTest::newRow("actual-6 absolute, not clean") << u"/other/./b/../a.v"_s << u"/other/a.v"_s;
     QTest::newRow("actual-7 above the root") << u"../../../../a.v"_s << u"/a.v"_s;
-    QTest::newRow("actual-8 a dot") << u"."_s << u"/work/ip"_s;
-    QTest::newRow("actual-windows-1 backslashes") << u"rtl\\a.v"_s << u"/work/ip/rtl/a.v"_s;
-    QTest::newRow("actual-windows-2 a drive") << u"C:\\work\\b.v"_s << u"C:/work/b.v"_s;
-    QTest::newRow("actual-windows-3 a drive with slashes") << u"c:/work/c.v"_s << u"c:/work/c.v"_s;
+    QTest::newRow("actual-8 a dot") << u"."_s << u"/area/ip"_s;
+    QTest::newRow("actual-windows-1 backslashes") << u"rtl\\a.v"_s << u"/area/ip/rtl/a.v"_s;
+    QTest::newRow("actual-windows-2 a drive") << u"C:\\area\\b.v"_s << u"C:/area/b.v"_s;
+    QTest::newRow("actual-windows-3 a drive with slashes") << u"c:/area/c.v"_s << u"c:/area/c.v"_s;
     QTest::newRow("actual-windows-4 a share") << u"\\\\srv\\share\\d.v"_s << u"//srv/share/d.v"_s;
-    QTest::newRow("actual-windows-5 a colon is no drive") << u"a:b.v"_s << u"/work/ip/a:b.v"_s;
+    QTest::newRow("actual-windows-5 a colon is no drive") << u"a:b.v"_s << u"/area/ip/a:b.v"_s;
     QTest::newRow("actual-variable-1 braces first") << u"${SRC}/a.v"_s << u"${SRC}/a.v"_s;
     QTest::newRow("actual-variable-2 bare first") << u"$SRC/b.v"_s << u"$SRC/b.v"_s;
     QTest::newRow("actual-variable-3 parentheses first") << u"$(SRC)//./c.v"_s << u"$(SRC)/c.v"_s;
     QTest::newRow("actual-variable-4 per cent first") << u"%SRC%\\d.v"_s << u"%SRC%/d.v"_s;
-    QTest::newRow("actual-variable-5 in the middle") << u"x/$SRC/a.v"_s << u"/work/ip/x/$SRC/a.v"_s;
+    QTest::newRow("actual-variable-5 in the middle") << u"x/$SRC/a.v"_s << u"/area/ip/x/$SRC/a.v"_s;
     QTest::newRow("actual-variable-6 nobody knows what is up")
-        << u"x/$SRC/../a.v"_s << u"/work/ip/x/$SRC/../a.v"_s;
-    QTest::newRow("actual-variable-7 a lone dollar") << u"a$1/../b.v"_s << u"/work/ip/b.v"_s;
-    QTest::newRow("actual-variable-8 a lone per cent") << u"100%/../b.v"_s << u"/work/ip/b.v"_s;
+        << u"x/$SRC/../a.v"_s << u"/area/ip/x/$SRC/../a.v"_s;
+    QTest::newRow("actual-variable-7 a lone dollar") << u"a$1/../b.v"_s << u"/area/ip/b.v"_s;
+    QTest::newRow("actual-variable-8 a lone per cent") << u"100%/../b.v"_s << u"/area/ip/b.v"_s;
 }
 
 void TestItemPaths::givesTheActualPath()
 {
     QFETCH(QString, text);
     QFETCH(QString, path);
-    QCOMPARE(actualItemPath(text, u"/work/ip"_s), path);
+    QCOMPARE(actualItemPath(text, u"/area/ip"_s), path);
     // What is listed can be given back.
-    QCOMPARE(actualItemPath(path, u"/work/ip"_s), path.startsWith(u"//"_s) ? path.mid(1) : path);
+    QCOMPARE(actualItemPath(path, u"/area/ip"_s), path.startsWith(u"//"_s) ? path.mid(1) : path);
 }
 
 void TestItemPaths::givesTheTextToKeep_data()
@@ -65,10 +65,10 @@ void TestItemPaths::givesTheTextToKeep_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("kept");
     QTest::newRow("kept-1 relative") << u"./rtl/a.v"_s << u"./rtl/a.v"_s;
-    QTest::newRow("kept-2 absolute below the folder") << u"/work/ip/rtl/a.v"_s << u"rtl/a.v"_s;
-    QTest::newRow("kept-3 the same, not clean") << u"/work/x/../ip/a.v"_s << u"a.v"_s;
-    QTest::newRow("kept-4 absolute elsewhere") << u"/work/ips/a.v"_s << u"/work/ips/a.v"_s;
-    QTest::newRow("kept-5 the folder itself") << u"/work/ip"_s << u"/work/ip"_s;
+    QTest::newRow("kept-2 absolute below the folder") << u"/area/ip/rtl/a.v"_s << u"rtl/a.v"_s;
+    QTest::newRow("kept-3 the same, not clean") << u"/area/x/../ip/a.v"_s << u"a.v"_s;
+    QTest::newRow("kept-4 absolute elsewhere") << u"/area/ips/a.v"_s << u"/area/ips/a.v"_s;
+    QTest::newRow("kept-5 the folder itself") << u"/area/ip"_s << u"/area/ip"_s;
     QTest::newRow("kept-6 a variable") << u"$SRC/a.v"_s << u"$SRC/a.v"_s;
     QTest::newRow("kept-7 a drive") << u"C:\\a.v"_s << u"C:\\a.v"_s;
 }
@@ -77,7 +77,7 @@ void TestItemPaths::givesTheTextToKeep()
 {
     QFETCH(QString, text);
     QFETCH(QString, kept);
-    QCOMPARE(storedItemPath(text, u"/work/ip"_s), kept);
+    QCOMPARE(storedItemPath(text, u"/area/ip"_s), kept);
 }
 
 void TestItemPaths::expandsVariablesToTouchTheDisk_data()
@@ -85,13 +85,13 @@ void TestItemPaths::expandsVariablesToTouchTheDisk_data()
     QTest::addColumn<QString>("actual");
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("error");
-    QTest::newRow("disk-1 no variable") << u"/work/ip/a.v"_s << u"/work/ip/a.v"_s << QString();
+    QTest::newRow("disk-1 no variable") << u"/area/ip/a.v"_s << u"/area/ip/a.v"_s << QString();
     for (const QString &form : {u"$MV_SRC"_s, u"${MV_SRC}"_s, u"$(MV_SRC)"_s, u"%MV_SRC%"_s})
         QTest::newRow(qPrintable(u"disk-2 "_s + form))
             << QString(form + u"/a.v"_s) << u"/abs/src/a.v"_s << QString();
     QTest::newRow("disk-3 two") << u"$MV_SRC/${MV_REL}/../a.v"_s << u"/abs/src/a.v"_s << QString();
     QTest::newRow("disk-4 a relative value")
-        << u"$MV_REL/a.v"_s << u"/work/ip/rel/a.v"_s << QString();
+        << u"$MV_REL/a.v"_s << u"/area/ip/rel/a.v"_s << QString();
     QTest::newRow("disk-5 an unset one")
         << u"$MV_SRC/$(MV_UNSET)/a.v"_s << QString()
         << u"\"$MV_SRC/$(MV_UNSET)/a.v\" names the environment variable \"MV_UNSET\", which is "
@@ -100,7 +100,7 @@ void TestItemPaths::expandsVariablesToTouchTheDisk_data()
         << u"$External$/e.v"_s << QString()
         << u"\"$External$/e.v\" names the environment variable \"External\", which is not set"_s;
     QTest::newRow("disk-7 a drive")
-        << u"C:/work/b.v"_s << QString() << u"\"C:/work/b.v\" is not a path of this system"_s;
+        << u"C:/area/b.v"_s << QString() << u"\"C:/area/b.v\" is not a path of this system"_s;
     QTest::newRow("disk-8 a share") << u"//srv/share/d.v"_s << QString()
                                     << u"\"//srv/share/d.v\" is not a path of this system"_s;
 }
@@ -114,9 +114,9 @@ void TestItemPaths::expandsVariablesToTouchTheDisk()
     qputenv("MV_REL", "rel");
     qunsetenv("MV_UNSET");
     QString reason;
-    QCOMPARE(pathOnDisk(actual, u"/work/ip"_s, &reason), path);
+    QCOMPARE(pathOnDisk(actual, u"/area/ip"_s, &reason), path);
     QCOMPARE(reason, error);
-    QCOMPARE(pathOnDisk(actual, u"/work/ip"_s), path);
+    QCOMPARE(pathOnDisk(actual, u"/area/ip"_s), path);
 }
 
 void TestItemPaths::meansWhatLiesOnDiskUnderTheVeryText()
@@ -125,6 +125,11 @@ void TestItemPaths::meansWhatLiesOnDiskUnderTheVeryText()
     const QString path = folder.filePath(u"a$b.v"_s);
     QVERIFY(QFile(path).open(QIODevice::WriteOnly));
     QCOMPARE(pathOnDisk(path, folder.path()), path);
+    // In the design's folder, not in the current one.
+    const QString other = folder.filePath(u"$MV_UNSET"_s);
+    QVERIFY(QFile(other).open(QIODevice::WriteOnly));
+    QCOMPARE(pathOnDisk(u"$MV_UNSET"_s, folder.path()), other);
+    QCOMPARE(pathOnDisk(u"$MV_UNSET"_s, folder.filePath(u"none"_s)), QString());
 }
 
 QTEST_GUILESS_MAIN(TestItemPaths)

@@ -2,6 +2,8 @@
 
 #include "hostlog.h"
 
+#include <QFileInfo>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace MorvalenCore {
@@ -16,6 +18,12 @@ DesignState::~DesignState() = default;
 void DesignState::setDocument(std::unique_ptr<ComponentDocument> document)
 {
     component = std::move(document);
+}
+
+void DesignState::setPlaced(bool flag)
+{
+    placed = flag;
+    resolvedFolder = flag ? QFileInfo(component->folder()).canonicalFilePath() : QString();
 }
 
 QString DesignState::folder() const { return placed ? component->folder() : QString(); }

@@ -26,9 +26,12 @@ public:
 
     // Whether the design has a component file, and so a folder that paths can be of.
     bool isPlaced() const { return placed; }
-    void setPlaced(bool flag) { placed = flag; }
+    void setPlaced(bool flag);
     // The folder of the component file, absolute and clean; empty as long as there is none.
     QString folder() const;
+    // The same without links on the way, as it was when the design came there. Whatever stands in
+    // its place later is not the design's.
+    QString folderOnDisk() const { return placed ? resolvedFolder : QString(); }
 
     // Read-only by its own flag, or because the component file cannot be written.
     bool isReadOnly() const;
@@ -46,6 +49,7 @@ public:
 private:
     std::unique_ptr<ComponentDocument> component;
     bool placed = false;
+    QString resolvedFolder;
     bool fileReadOnly = false;
 };
 

@@ -16,11 +16,10 @@ namespace {
 
 // The path with the design's folder resolved, which may be reached through links; what lies below
 // it stays as it is, so that the guard sees links there.
-QString withResolvedFolder(const QString &path, const QString &folder)
+QString withResolvedFolder(const QString &path, const DesignState &state)
 {
-    const QString resolved = QFileInfo(folder).canonicalFilePath();
-    return !resolved.isEmpty() && path.startsWith(folder + u'/')
-        ? resolved + path.mid(folder.size())
+    return path.startsWith(state.folder() + u'/')
+        ? state.folderOnDisk() + path.mid(state.folder().size())
         : path;
 }
 
@@ -40,8 +39,8 @@ bool deleteFromDisk(const DesignState &state, const QString &actualPath, ItemKin
     const QString path = pathOnDisk(actualPath, state.folder(), error);
     if (path.isEmpty())
         return false;
-    const DeletionLimits limits {state.folder(), protectedFolders()};
-    const QString resolved = withResolvedFolder(path, state.folder());
+    const DeletionLimits limits {state.folderOnDisk(), protectedFolders()};
+    const QString resolved = withResolvedFolder(path, state);
     return kind == ItemKind::File ? deleteFile(resolved, limits, how, error)
                                   : deleteFolder(resolved, limits, how, error);
 }

@@ -100,10 +100,12 @@ QString pathOnDisk(const QString &actualPath, const QString &folder, QString *er
             *error = u"\"%1\" is not a path of this system"_s.arg(actualPath);
         return {};
     }
-    const QString path = mayHoldVariable(actualPath) && !QFileInfo::exists(actualPath)
+    const QDir place(folder);
+    // What is there under the very text is meant.
+    const QString path = mayHoldVariable(actualPath) && !place.exists(actualPath)
         ? expanded(actualPath, error)
         : actualPath;
-    return path.isEmpty() ? QString() : QDir::cleanPath(QDir(folder).absoluteFilePath(path));
+    return path.isEmpty() ? QString() : QDir::cleanPath(place.absoluteFilePath(path));
 }
 
 } // namespace MorvalenCore
