@@ -232,7 +232,7 @@ void tst_MainWindow::designsAreListed()
     const auto *tree = find<QTreeView>("designs");
     const QAbstractItemModel *model = tree->model();
     window->activateMode(DesignsMode::id);
-    host->designManager.openDesign(u"uart"_s)->folderPath = u"/work/uart"_s;
+    host->designManager.openDesign(u"uart"_s)->folderPath = u"/area/uart"_s;
     FakeDesign *fifo = host->designManager.openDesign(u"fifo"_s);
     host->designManager.active = {fifo};
     Q_EMIT host->designManager.designAttached(QString());
