@@ -38,9 +38,7 @@ private:
     double linesALetter;
 };
 
-HeightLimit::HeightLimit(QTextEdit *widget, const Heights &heights)
-    : view(widget),
-      limits(heights)
+HeightLimit::HeightLimit(QTextEdit *widget, const Heights &heights) : view(widget), limits(heights)
 {
     // This signal comes before a change is laid out, the other one behind it.
     connect(view->document(), &QTextDocument::contentsChange, this, &HeightLimit::add);

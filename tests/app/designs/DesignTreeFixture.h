@@ -85,9 +85,8 @@ public:
     {
         QModelIndex found;
         for (const QString &name : names) {
-            const QModelIndexList matches =
-                model()->match(model()->index(0, 0, found), Qt::DisplayRole, name, 1,
-                               Qt::MatchExactly);
+            const QModelIndexList matches = model()->match(
+                model()->index(0, 0, found), Qt::DisplayRole, name, 1, Qt::MatchExactly);
             if (matches.isEmpty())
                 return {};
             found = matches.first();

@@ -97,11 +97,11 @@ QStringList tst_DesignTreeView::visibleNames() const
 void tst_DesignTreeView::opensNewDesigns()
 {
     add({u"a.v"_s});
-    QCOMPARE(visibleNames(),
-             (QStringList {u"uart"_s, u"Files"_s, u"rtl"_s, u"a.v"_s, u"testbench"_s,
-                           u"constraints"_s, u"documents"_s, u"Folders"_s, u"rtl"_s,
-                           u"testbench"_s, u"constraints"_s, u"documents"_s, u"Properties"_s,
-                           u"Build Configurations"_s}));
+    QCOMPARE(
+        visibleNames(),
+        (QStringList {u"uart"_s, u"Files"_s, u"rtl"_s, u"a.v"_s, u"testbench"_s, u"constraints"_s,
+                      u"documents"_s, u"Folders"_s, u"rtl"_s, u"testbench"_s, u"constraints"_s,
+                      u"documents"_s, u"Properties"_s, u"Build Configurations"_s}));
 }
 
 void tst_DesignTreeView::keepsLongNodesClosed()

@@ -44,8 +44,8 @@ private:
     QString in(const QString &name) const { return fixture->session.path(u"repo/"_s + name); }
     QString text(const QString &name, int column) const
     {
-        return DesignTreeFixture::textOf(
-            fixture->row({u"ip"_s, u"Files"_s, u"files"_s, name}), column);
+        return DesignTreeFixture::textOf(fixture->row({u"ip"_s, u"Files"_s, u"files"_s, name}),
+                                         column);
     }
 
     std::optional<DesignTreeFixture> fixture;
