@@ -74,13 +74,15 @@ if {$kind eq "folder"} { folders remove [pwd]/files }
 catch {${kind}s delete_all} text
 puts $text
 )",
-                                    {kind, path, outside});
+                                         {kind, path, outside});
     QCOMPARE(all.value(0), u"0 Successfully added %1 \"%2\" to design \"d\""_s.arg(kind, path));
-    QCOMPARE(all.value(1),
-             u"1 Failed to delete physical %1 \"%2\". It will not be removed from design \"d\": "_s
-                 .arg(kind, path));
+    QCOMPARE(
+        all.value(1),
+        u"1 Failed to delete physical %1 \"%2\". It will not be removed from design \"d\": "_s.arg(
+            kind, path));
     QCOMPARE(all.value(2), u"0 true"_s);
-    QVERIFY(all.value(3).startsWith(u"Failed to delete needed %1s. Only \"0\" of \"1\""_s.arg(kind)));
+    QVERIFY(
+        all.value(3).startsWith(u"Failed to delete needed %1s. Only \"0\" of \"1\""_s.arg(kind)));
     for (const QString &kept : {outside + u"/keep"_s, run->program.path(u"home/keep"_s),
                                 run->folder + u"/component.xml"_s})
         QVERIFY2(QFileInfo::exists(kept), qPrintable(kept));
@@ -99,7 +101,7 @@ exec ln -s [lindex $argv 0] $folder
 say files delete keep
 say files contains keep
 )",
-                                    {run->program.path(u"outside"_s)});
+                                         {run->program.path(u"outside"_s)});
     QCOMPARE(all,
              (QStringList {u"1 Failed to delete physical file \"keep\". It will not be removed "
                            "from design \"d\": "_s,
@@ -121,8 +123,8 @@ void tst_DeletionRuns::withoutPermission()
     QFETCH(const bool, isSeen);
     run->program.dropPrivileges = true;
     const QStringList all = run->answers("touch locked/f\nfiles add locked/f\nfolders add locked\n"
-                                    "file attributes locked -permissions 0"
-                                    + mode + R"(
+                                         "file attributes locked -permissions 0"
+                                         + mode + R"(
 files set_active locked/f
 say sfile exists
 say sfile get revision

@@ -6,7 +6,7 @@
 // made as short as it still fails, and told as a script.
 
 #include "commands/commandset.h"
-#include "interp/tcltext.h"
+#include "tests/commands/random/evaluation.h"
 #include "tests/commands/random/RandomCalls.h"
 #include "tests/host/MorvalenCore/SessionFixture.h"
 
@@ -14,7 +14,6 @@
 #include <QTest>
 
 #include <optional>
-#include <vector>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -28,21 +27,6 @@ constexpr int callsOfASequence = 400;
 // Milliseconds that shortening one sequence may take.
 constexpr int longestShortening = 20'000;
 
-ModelAnswer evaluate(const QStringList &words)
-{
-    Tcl_Interp *interp = commandsManager::getInstance(nullptr)->interp;
-    std::vector<Tcl_Obj *> objects;
-    for (const QString &word : words) {
-        const QByteArray bytes = tcltext::toTcl(word);
-        objects.push_back(Tcl_NewStringObj(bytes.constData(), int(bytes.size())));
-        Tcl_IncrRefCount(objects.back());
-    }
-    const int code = Tcl_EvalObjv(interp, int(objects.size()), objects.data(), 0);
-    for (Tcl_Obj *object : objects)
-        Tcl_DecrRefCount(object);
-    return {code, tcltext::result(interp)};
-}
-
 QString shown(const ModelAnswer &answer)
 {
     return u"%1: %2%3"_s.arg(QString::number(answer.code), answer.text,
@@ -52,7 +36,8 @@ QString shown(const ModelAnswer &answer)
 // What is wrong with the answer to a call; nothing when it is the model's.
 QString difference(const QStringList &words, const ModelAnswer &expected)
 {
-    const ModelAnswer actual = evaluate(words);
+    const auto [code, text] = evaluated(words);
+    const ModelAnswer actual {code, text};
     const bool right = actual.code == expected.code
         && (expected.isBeginning ? actual.text.startsWith(expected.text)
                                  : actual.text == expected.text);
@@ -68,7 +53,7 @@ public:
     Run() : folder(session.path(u"session/Designs"_s)), model(folder)
     {
         commands::registerCommandSet(*commandsManager::getInstance(nullptr));
-        evaluate({u"designs"_s, u"new"_s, u"d"_s, u"Hardware Design"_s});
+        evaluated({u"designs"_s, u"new"_s, u"d"_s, u"Hardware Design"_s});
     }
 
     // The first thing that is not as the model has it.
@@ -129,7 +114,7 @@ private:
     {
         const QStringList save {u"design"_s, u"save"_s};
         QString found = difference(save, model.answer(save));
-        evaluate({u"design"_s, u"close"_s});
+        evaluated({u"design"_s, u"close"_s});
         QCoreApplication::processEvents();
         const QString file = model.folder() + u"/component.xml"_s;
         if (found.isEmpty())
