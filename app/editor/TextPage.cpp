@@ -2,8 +2,10 @@
 
 #include "app/editor/FindBar.h"
 #include "app/editor/GoToLineBar.h"
+#include "app/editor/Highlighter.h"
 #include "app/editor/NoticeBar.h"
 #include "app/editor/PositionBar.h"
+#include "app/editor/Syntax.h"
 #include "app/editor/TextEdit.h"
 
 #include <QClipboard>
@@ -69,6 +71,7 @@ TextPage *TextPage::open(const QString &path, QString *error, QWidget *parent)
         return nullptr;
     auto *page = new TextPage(file.release(), parent);
     page->fill(*lines);
+    page->colour();
     page->setHold(Permission,
                   page->file->isWritable() ? QString() : tr("you may not write to the file"));
     return page;
@@ -180,6 +183,20 @@ void TextPage::fill(const lineends::Lines &lines)
     edit->setTextCursor(QTextCursor(document));
     usualEnd = lines.usual;
     position->setForm(file->form());
+}
+
+// The name of the file says what it is.
+void TextPage::colour()
+{
+    const Syntax *syntax = Syntax::of(file->path());
+    if (!syntax)
+        return;
+    if (edit->document()->characterCount() > colouredCharacters) {
+        position->setKind(tr("%1, too large to be coloured").arg(syntax->name));
+        return;
+    }
+    position->setKind(syntax->name);
+    new Highlighter(*syntax, edit->document(), edit);
 }
 
 QString TextPage::text() const { return lineends::join(*edit->document(), usualEnd); }

@@ -19,6 +19,9 @@ class TextPage : public EditorPage
     Q_OBJECT
 
 public:
+    // Larger texts are not coloured, since that takes too long; the page says so.
+    static constexpr int colouredCharacters = 2'000'000;
+
     // Who forbids changes; the first that does is the one that the page names.
     enum Hold { Host, Design, Permission, Caller };
 
@@ -56,6 +59,7 @@ private:
 
     explicit TextPage(TextFile *file, QWidget *parent);
     void layOut();
+    void colour();
     void openFind(bool replacing);
     void openGoToLine();
     void followText();
