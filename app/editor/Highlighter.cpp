@@ -4,6 +4,8 @@
 #include "app/editor/SyntaxScan.h"
 
 #include <QEvent>
+#include <QTextBlock>
+#include <QTimer>
 #include <QWidget>
 
 namespace {
@@ -22,19 +24,42 @@ constexpr Colour colours[] = {
     {Syntax::Tag, 0xFF00309C, 0xFF8AB4F8},
 };
 
+constexpr int sliceMilliseconds = 10;
+
+// What a block that was never coloured has.
+constexpr int noState = -1;
+
 } // namespace
 
 Highlighter::Highlighter(const Syntax &theSyntax, QTextDocument *document, QWidget *theWidget)
     : QSyntaxHighlighter(document),
       syntax(theSyntax),
-      widget(theWidget)
+      widget(theWidget),
+      sliceTimer(new QTimer(this)),
+      burstEnd(new QTimer(this))
 {
+    burstEnd->setSingleShot(true);
     widget->installEventFilter(this);
     takeColours();
+    connect(sliceTimer, &QTimer::timeout, this, &Highlighter::continueSlice);
+    // What waits can move up when something before it is removed.
+    connect(document, &QTextDocument::contentsChange, this, [this](int position) {
+        waiting = qMin(waiting, this->document()->findBlock(position).blockNumber());
+    });
+    start();
 }
 
 void Highlighter::highlightBlock(const QString &text)
 {
+    const int number = currentBlock().blockNumber();
+    if (sliceTimer->isActive() && currentBlockState() == noState && number >= waiting)
+        return;
+    if (isLate()) {
+        setCurrentBlockState(noState);
+        waiting = qMin(waiting, number);
+        sliceTimer->start(0);
+        return;
+    }
     const SyntaxScan scan(syntax, text, previousBlockState());
     for (const SyntaxScan::Piece &piece : scan.pieces())
         setFormat(piece.start, piece.length, formats[piece.style]);
@@ -45,7 +70,7 @@ bool Highlighter::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::PaletteChange) {
         takeColours();
-        rehighlight();
+        start();
     }
     return QSyntaxHighlighter::eventFilter(watched, event);
 }
@@ -56,4 +81,35 @@ void Highlighter::takeColours()
     formats = QList<QTextCharFormat>(Syntax::Tag + 1);
     for (const Colour &colour : colours)
         formats[colour.style].setForeground(QColor(dark ? colour.onDark : colour.onLight));
+}
+
+// The first slice is enough for most documents, which are never seen without colours.
+void Highlighter::start()
+{
+    for (QTextBlock block = document()->firstBlock(); block.isValid(); block = block.next())
+        block.setUserState(noState);
+    waiting = 0;
+    sliceTimer->start(0);
+    continueSlice();
+}
+
+void Highlighter::continueSlice()
+{
+    QTextBlock block = document()->findBlockByNumber(waiting);
+    for (; block.isValid() && !isLate(); block = block.next()) {
+        waiting = block.blockNumber() + 1;
+        if (block.userState() == noState)
+            rehighlightBlock(block);
+    }
+    if (!block.isValid())
+        sliceTimer->stop();
+}
+
+bool Highlighter::isLate()
+{
+    if (!burstEnd->isActive()) {
+        burst.start();
+        burstEnd->start(0);
+    }
+    return burst.elapsed() >= sliceMilliseconds;
 }

@@ -1,12 +1,16 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QSyntaxHighlighter>
 #include <QTextCharFormat>
 
 struct Syntax;
+class QTimer;
 class QWidget;
 
-// Colours a document by a syntax, for light and for dark palettes.
+// Colours a document by a syntax, for light and for dark palettes. A large document gets its
+// colours from the top down, a slice at a time, while its user works on; so does what comes behind
+// an edit that changes the meaning of the rest, such as the start of a comment.
 class Highlighter : public QSyntaxHighlighter
 {
     Q_OBJECT
@@ -21,8 +25,17 @@ protected:
 
 private:
     void takeColours();
+    void start();
+    void continueSlice();
+    bool isLate();
 
     const Syntax &syntax;
     QWidget *widget;
     QList<QTextCharFormat> formats;
+    QTimer *sliceTimer;
+    // Runs since control left the event loop.
+    QElapsedTimer burst;
+    QTimer *burstEnd;
+    // Blocks from this one on wait for their slice.
+    int waiting = 0;
 };

@@ -23,7 +23,7 @@ public:
     // Larger files are not opened: the editor would take some ten times their size in memory.
     static constexpr qint64 sizeLimit = 32 * 1024 * 1024;
     // The longest line; longer ones make every step of the cursor slow.
-    static constexpr qsizetype lineLimit = 1'000'000;
+    static constexpr qsizetype lineLimit = 250'000;
 
     // The path is canonical.
     explicit TextFile(const QString &path, QObject *parent = nullptr);

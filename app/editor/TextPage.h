@@ -20,7 +20,7 @@ class TextPage : public EditorPage
 
 public:
     // Larger texts are not coloured, since that takes too long; the page says so.
-    static constexpr int colouredCharacters = 2'000'000;
+    static constexpr int colouredCharacters = 8'000'000;
 
     // Who forbids changes; the first that does is the one that the page names.
     enum Hold { Host, Design, Permission, Caller };

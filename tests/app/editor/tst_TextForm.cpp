@@ -274,7 +274,7 @@ void tst_TextForm::longLinesAreRefused()
     QVERIFY(open("a\n" + longest + "\n" + longest));
     QVERIFY(!open("a\n" + longest + "x\nb"));
     QCOMPARE(error,
-             u"Cannot open \"%1\": it has a line of more than 1,000,000 characters"_s.arg(path));
+             u"Cannot open \"%1\": it has a line of more than 250,000 characters"_s.arg(path));
 }
 
 QTEST_MAIN(tst_TextForm)
