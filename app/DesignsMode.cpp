@@ -1,5 +1,6 @@
 #include "app/DesignsMode.h"
 
+#include "app/builds/buildpages.h"
 #include "app/designs/DesignTree.h"
 #include "app/editor/EditorArea.h"
 
@@ -33,6 +34,10 @@ DesignsMode::DesignsMode(QWidget *parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(splitter);
     setFocusProxy(tree);
+    connect(tree, &DesignTree::configurationActivated, editors,
+            [area = editors](const QString &designId, const QString &name) {
+                buildpages::show(area, designId, name);
+            });
 }
 
 QString DesignsMode::contextString() const { return u"Context.Designs"_s; }

@@ -1,5 +1,8 @@
 #include "app/MainWindow.h"
 
+#include "app/builds/BuildMenu.h"
+#include "app/builds/buildpages.h"
+#include "app/builds/BuildProgress.h"
 #include "app/ConsoleHistory.h"
 #include "app/DesignsMode.h"
 #include "app/editor/EditorArea.h"
@@ -65,6 +68,7 @@ MainWindow::MainWindow(QWidget *parent)
     addDockWidget(Qt::RightDockWidgetArea, helpDock);
     helpDock->hide();
     createMenus();
+    statusBar()->addPermanentWidget(new BuildProgress(this));
     new RecentFiles(this);
     connect(modeBar, &ModeBar::chosen, this, &MainWindow::activateMode);
     connect(MorvalenManager::instance(), &MorvalenManager::extensionWidgetAdded, this,
@@ -179,9 +183,15 @@ void MainWindow::createMenus()
     view->addDock(helpDock->toggleViewAction());
     auto *help = new HelpMenu(this);
     connect(help, &HelpMenu::manualWanted, helpDock, &HelpDock::showCommand);
+    auto *build = new BuildMenu(this);
+    connect(build, &BuildMenu::configurationActivated, this,
+            [this](const QString &designId, const QString &name) {
+                activateMode(DesignsMode::id);
+                buildpages::show(designs->editorArea(), designId, name);
+            });
     const QString scripts = QtilitiesApplication::applicationSessionPath() + u"/Scripts"_s;
     for (QMenu *menu : std::initializer_list<QMenu *> {
-             file, new EditMenu(designs->editorArea()->editorActions(), this), view,
+             file, new EditMenu(designs->editorArea()->editorActions(), this), view, build,
              new ScriptMenu(scripts, this), help})
         menuBar()->addMenu(menu);
 }

@@ -1,10 +1,9 @@
 // What can be done with build configurations.
 
+#include "app/builds/buildcalls.h"
 #include "app/designs/DesignTree.h"
 #include "app/designs/HostAttempt.h"
 #include "app/designs/RowAction.h"
-
-#include <QTimer>
 
 using MorvalenCore::BuildConfiguration;
 
@@ -20,14 +19,7 @@ void setActive(const RowCall &call)
 
 void edit(const RowCall &call) { call.tree.activate(call.first()); }
 
-// The run returns when it has ended, so that it begins with nothing of the menu left to return to.
-void runConfiguration(const RowCall &call)
-{
-    QTimer::singleShot(0, &call.tree, [row = call.first()] {
-        if (row.isThere())
-            row.configuration()->run(true, false);
-    });
-}
+void runConfiguration(const RowCall &call) { buildcalls::run(call.first().configuration(), true); }
 
 bool isResting(const RowCall &call)
 {

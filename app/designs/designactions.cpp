@@ -1,13 +1,12 @@
 // What can be done with open designs.
 
+#include "app/builds/buildcalls.h"
 #include "app/designs/DesignDialog.h"
 #include "app/designs/DesignTree.h"
 #include "app/designs/HostAttempt.h"
 #include "app/designs/questions.h"
-#include "app/designs/ReportDialog.h"
 #include "app/designs/RowAction.h"
 
-#include <MorvalenCore/Cleaner.h>
 #include <MorvalenCore/DesignConstructor.h>
 #include <MorvalenCore/DesignManager.h>
 
@@ -20,10 +19,7 @@
 #include <QUrl>
 
 using namespace Qt::Literals::StringLiterals;
-using MorvalenCore::Cleaner;
-using MorvalenCore::DesignCleanParameters;
 using MorvalenCore::DesignConstructor;
-using MorvalenCore::DesignFile;
 using MorvalenCore::DesignManager;
 using MorvalenCore::Interfaces::IDesign;
 
@@ -127,47 +123,12 @@ void showProperties(const RowCall &call)
     dialog->open();
 }
 
-// What the cleaner would delete from disk.
-QStringList generatedFiles(const IDesign &design, bool allVersions)
+void clean(const RowCall &call) { buildcalls::clean(call.first().design(), false, call.window()); }
+
+void cleanAllVersions(const RowCall &call)
 {
-    QStringList paths;
-    const QList<DesignFile *> files = design.filesUnderNode(QString(), true);
-    for (const DesignFile *file : files) {
-        if (file->isGenerated()
-            && (allVersions || file->generatedVersion() == design.version(u"."_s)))
-            paths.append(QDir::toNativeSeparators(file->actualPath()));
-    }
-    return paths;
+    buildcalls::clean(call.first().design(), true, call.window());
 }
-
-void cleanVersions(const RowCall &call, bool allVersions)
-{
-    const TreeRow row = call.first();
-    const QStringList files = generatedFiles(*row.design(), allVersions);
-    if (!files.isEmpty()
-        && !questions::mayDelete(
-            call.window(),
-            tr("Delete these generated files from disk, for good, and from the design?"), files))
-        return;
-    if (!row.isThere())
-        return;
-    DesignCleanParameters parameters;
-    parameters.grouping.setGeneratedItemsOnly(true);
-    parameters.grouping.setVersionCurrent(true);
-    parameters.grouping.setVersionsPrevious(allVersions);
-    QString report;
-    {
-        const HostAttempt attempt(call.window(), tr("Not Cleaned"));
-        Cleaner().cleanDesign(row.design(), parameters, &report);
-    }
-    auto *dialog = new ReportDialog(tr("Cleaning Report"), report, call.window());
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->open();
-}
-
-void clean(const RowCall &call) { cleanVersions(call, false); }
-
-void cleanAllVersions(const RowCall &call) { cleanVersions(call, true); }
 
 void assignFolder(const RowCall &call)
 {

@@ -1,0 +1,202 @@
+#include "app/builds/BuildMenu.h"
+
+#include "app/builds/buildcalls.h"
+#include "app/designs/HostAttempt.h"
+
+#include <MorvalenCore/BuildConfiguration.h>
+#include <MorvalenCore/BuildMonitor.h>
+#include <MorvalenCore/DesignManager.h>
+
+#include <QActionGroup>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::BuildConfiguration;
+using MorvalenCore::BuildMonitor;
+using MorvalenCore::DesignManager;
+using MorvalenCore::Interfaces::IDesign;
+
+namespace {
+
+QString idOf(const IDesign &design) { return design.id(u"."_s); }
+
+} // namespace
+
+BuildMenu::BuildMenu(QWidget *parent)
+    : QMenu(tr("&Build"), parent),
+      configurations(new QMenu(tr("&Active Configuration"), this)),
+      choices(new QActionGroup(this))
+{
+    setObjectName(u"buildMenu"_s);
+    configurations->setObjectName(u"buildConfigurations"_s);
+    runOutdatedAction =
+        add(tr("&Build"), QKeySequence(Qt::Key_F7), "buildOutdated", &BuildMenu::runOutdated);
+    runAllAction = add(tr("Build A&ll Steps"), QKeySequence(Qt::SHIFT | Qt::Key_F7), "buildAll",
+                       &BuildMenu::runAll);
+    refreshAction = add(tr("&Refresh"), {}, "buildRefresh", &BuildMenu::refresh);
+    cancelAction = add(tr("&Cancel Build"), QKeySequence(Qt::CTRL | Qt::Key_Pause), "buildCancel",
+                       &BuildMenu::cancel);
+    addSeparator();
+    cleanAction = add(tr("Clean &Generated Files..."), {}, "buildClean", &BuildMenu::clean);
+    addSeparator();
+    addMenu(configurations);
+    editAction = add(tr("&Edit Configuration..."), {}, "buildEdit", &BuildMenu::edit);
+    addAction = add(tr("&New Configuration..."), {}, "buildAdd", &BuildMenu::addConfiguration);
+    removeAction =
+        add(tr("Re&move Configuration..."), {}, "buildRemove", &BuildMenu::removeConfiguration);
+
+    connect(choices, &QActionGroup::triggered, this, [](const QAction *chosen) {
+        if (IDesign *active = design())
+            buildcalls::activate(active, chosen->data().toString());
+    });
+    const DesignManager *manager = DesignManager::instance();
+    connect(manager, &DesignManager::activeDesignChanged, this, &BuildMenu::update);
+    connect(manager, &DesignManager::designChanged, this, &BuildMenu::update);
+    const BuildMonitor *monitor = BuildMonitor::instance();
+    connect(monitor, &BuildMonitor::started, this, &BuildMenu::update);
+    connect(monitor, &BuildMonitor::ended, this, &BuildMenu::update);
+    connect(this, &QMenu::aboutToShow, this, &BuildMenu::update);
+    connect(configurations, &QMenu::aboutToShow, this, &BuildMenu::updateConfigurations);
+    update();
+}
+
+QAction *BuildMenu::add(const QString &text, const QKeySequence &key, const char *name, Step step)
+{
+    QAction *action = QMenu::addAction(text);
+    action->setShortcut(key);
+    action->setObjectName(QLatin1StringView(name));
+    connect(action, &QAction::triggered, this, step);
+    return action;
+}
+
+IDesign *BuildMenu::design() { return DesignManager::instance()->activeDesigns().value(0); }
+
+BuildConfiguration *BuildMenu::configuration()
+{
+    const IDesign *active = design();
+    return active ? active->activeBuildConfiguration() : nullptr;
+}
+
+void BuildMenu::update()
+{
+    const IDesign *active = design();
+    const BuildConfiguration *chosen = configuration();
+    const bool isResting = active && !buildcalls::isBuilding(*active);
+    const bool isWritable = active && !active->isReadOnly();
+    runOutdatedAction->setEnabled(chosen && isResting);
+    runAllAction->setEnabled(chosen && isResting);
+    refreshAction->setEnabled(chosen && isResting);
+    cleanAction->setEnabled(isResting && isWritable);
+    editAction->setEnabled(chosen);
+    addAction->setEnabled(isWritable);
+    removeAction->setEnabled(chosen && isResting && isWritable);
+    configurations->setEnabled(chosen);
+    cancelAction->setEnabled(!BuildMonitor::instance()->running().isEmpty());
+    const QString name = chosen ? chosen->configurationName().replace(u'&', u"&&"_s) : QString();
+    runOutdatedAction->setText(chosen ? tr("&Build \"%1\"").arg(name) : tr("&Build"));
+}
+
+void BuildMenu::updateConfigurations()
+{
+    configurations->clear();
+    const IDesign *active = design();
+    if (!active)
+        return;
+    const BuildConfiguration *chosen = configuration();
+    const QStringList names = active->buildConfigurationNames();
+    for (const QString &name : names) {
+        QAction *choice = configurations->addAction(QString(name).replace(u'&', u"&&"_s));
+        choice->setData(name);
+        choice->setCheckable(true);
+        choice->setChecked(chosen && chosen->configurationName() == name);
+        choices->addAction(choice);
+    }
+}
+
+void BuildMenu::runOutdated()
+{
+    if (BuildConfiguration *chosen = configuration())
+        buildcalls::run(chosen, true);
+}
+
+void BuildMenu::runAll()
+{
+    if (BuildConfiguration *chosen = configuration())
+        buildcalls::run(chosen, false);
+}
+
+void BuildMenu::refresh()
+{
+    if (BuildConfiguration *chosen = configuration())
+        buildcalls::refresh(chosen);
+}
+
+void BuildMenu::clean()
+{
+    if (IDesign *active = design())
+        buildcalls::clean(active, false, window());
+}
+
+void BuildMenu::cancel()
+{
+    const QList<BuildConfiguration *> running = BuildMonitor::instance()->running();
+    if (running.isEmpty())
+        return;
+    BuildConfiguration *chosen = configuration();
+    (running.contains(chosen) ? chosen : running.last())->cancel();
+}
+
+void BuildMenu::edit()
+{
+    if (const BuildConfiguration *chosen = configuration())
+        Q_EMIT configurationActivated(idOf(*design()), chosen->configurationName());
+}
+
+void BuildMenu::addConfiguration()
+{
+    IDesign *active = design();
+    if (!active)
+        return;
+    const QPointer<QObject> object = active->objectBase();
+    const QString name = QInputDialog::getText(window(), tr("New Build Configuration"),
+                                               tr("Name of the build configuration:"));
+    if (name.isEmpty() || !object)
+        return;
+    {
+        HostAttempt attempt(window(), tr("Not Added"));
+        QString error;
+        if (!active->addBuildConfiguration(name, &error)) {
+            attempt.refused(error);
+            return;
+        }
+    }
+    Q_EMIT configurationActivated(idOf(*active), name);
+}
+
+void BuildMenu::removeConfiguration()
+{
+    IDesign *active = design();
+    const BuildConfiguration *chosen = configuration();
+    if (!chosen)
+        return;
+    const QPointer<QObject> object = active->objectBase();
+    const QString name = chosen->configurationName();
+    QMessageBox box(QMessageBox::Warning, tr("Remove Build Configuration"),
+                    tr("Remove the build configuration \"%1\" from the design \"%2\"?")
+                        .arg(name, active->name()),
+                    QMessageBox::Cancel, window());
+    box.setTextFormat(Qt::PlainText);
+    box.setInformativeText(tr("What builds have made stays on disk."));
+    const QPushButton *agreed = box.addButton(tr("&Remove"), QMessageBox::DestructiveRole);
+    box.setDefaultButton(QMessageBox::Cancel);
+    box.exec();
+    if (box.clickedButton() != agreed || !object)
+        return;
+    HostAttempt attempt(window(), tr("Not Removed"));
+    QString error;
+    if (!active->removeBuildConfiguration(name, &error))
+        attempt.refused(error);
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+namespace MorvalenCore {
+class BuildConfiguration;
+}
+
+class QLabel;
+class QProgressBar;
+class QTimer;
+class QToolButton;
+
+// Shows how a build is getting on: what is built, steps done of steps to do, the step that runs,
+// and a button that cancels it. Afterwards it says for a while how the build has ended, and hides.
+// Of several builds at once it shows the one that began last.
+class BuildProgress : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit BuildProgress(QWidget *parent = nullptr);
+
+    // How long it says how a build has ended.
+    void setEndTime(int milliseconds);
+
+private:
+    void begin(MorvalenCore::BuildConfiguration *configuration);
+    void showProgress(MorvalenCore::BuildConfiguration *configuration, int done, int total,
+                      const QString &step);
+    void end(const MorvalenCore::BuildConfiguration *configuration);
+    void setStep(const QString &step);
+
+    QPointer<MorvalenCore::BuildConfiguration> shown;
+    QLabel *title;
+    QProgressBar *bar;
+    QLabel *step;
+    QToolButton *cancelButton;
+    QTimer *hiding;
+};

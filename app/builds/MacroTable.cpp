@@ -1,0 +1,112 @@
+#include "app/builds/MacroTable.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QTableWidget>
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::BuildMacro;
+
+MacroTable::MacroTable(QWidget *parent)
+    : QWidget(parent),
+      table(new QTableWidget(0, 2, this)),
+      addButton(new QPushButton(tr("Add Mac&ro"), this)),
+      removeButton(new QPushButton(tr("Remove M&acro"), this))
+{
+    table->setObjectName(u"macroTable"_s);
+    table->setHorizontalHeaderLabels({tr("Macro"), tr("Value")});
+    table->horizontalHeader()->setStretchLastSection(true);
+    table->verticalHeader()->hide();
+    table->setTabKeyNavigation(false);
+    table->setWordWrap(false);
+    table->setSelectionMode(QAbstractItemView::SingleSelection);
+    table->setAccessibleName(tr("Macros"));
+    table->setToolTip(tr("$(NAME) in a command, a path or a value stands for the macro's value."));
+    addButton->setObjectName(u"addMacro"_s);
+    removeButton->setObjectName(u"removeMacro"_s);
+    auto *buttons = new QHBoxLayout;
+    buttons->addWidget(addButton);
+    buttons->addWidget(removeButton);
+    buttons->addStretch();
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(table, 1);
+    layout->addLayout(buttons);
+
+    connect(table, &QTableWidget::itemChanged, this, &MacroTable::changed);
+    connect(table, &QTableWidget::currentCellChanged, this, &MacroTable::updateButtons);
+    connect(addButton, &QPushButton::clicked, this, &MacroTable::add);
+    connect(removeButton, &QPushButton::clicked, this, &MacroTable::remove);
+    updateButtons();
+}
+
+// A cell that is being edited when the table goes changes it once more.
+MacroTable::~MacroTable() { table->disconnect(this); }
+
+QList<BuildMacro> MacroTable::macros() const
+{
+    QList<BuildMacro> list;
+    for (int row = 0; row < table->rowCount(); ++row)
+        list.append({table->item(row, 0)->text(), table->item(row, 1)->text()});
+    const auto *typing = qobject_cast<const QLineEdit *>(window()->focusWidget());
+    if (typing && table->isAncestorOf(typing) && table->currentRow() >= 0) {
+        BuildMacro &macro = list[table->currentRow()];
+        (table->currentColumn() == 0 ? macro.name : macro.value) = typing->text();
+    }
+    return list;
+}
+
+void MacroTable::setMacros(const QList<BuildMacro> &macros)
+{
+    const QSignalBlocker blocker(table);
+    table->setRowCount(int(macros.size()));
+    for (int row = 0; row < macros.size(); ++row)
+        setRow(row, macros[row]);
+    updateButtons();
+}
+
+void MacroTable::setReadOnly(bool flag)
+{
+    readOnly = flag;
+    table->setEditTriggers(flag ? QAbstractItemView::NoEditTriggers
+                                : QAbstractItemView::DoubleClicked
+                                   | QAbstractItemView::EditKeyPressed
+                                   | QAbstractItemView::AnyKeyPressed);
+    updateButtons();
+}
+
+void MacroTable::setRow(int row, const BuildMacro &macro)
+{
+    table->setItem(row, 0, new QTableWidgetItem(macro.name));
+    table->setItem(row, 1, new QTableWidgetItem(macro.value));
+}
+
+void MacroTable::add()
+{
+    const int row = table->currentRow() + 1;
+    {
+        const QSignalBlocker blocker(table);
+        table->insertRow(row);
+        setRow(row, {tr("NAME"), {}});
+    }
+    table->setCurrentCell(row, 0);
+    table->setFocus();
+    Q_EMIT changed();
+    table->editItem(table->item(row, 0));
+}
+
+void MacroTable::remove()
+{
+    table->removeRow(table->currentRow());
+    updateButtons();
+    Q_EMIT changed();
+}
+
+void MacroTable::updateButtons()
+{
+    addButton->setEnabled(!readOnly);
+    removeButton->setEnabled(!readOnly && table->currentRow() >= 0);
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <MorvalenCore/BuildMacro.h>
+
+#include <QWidget>
+
+class QPushButton;
+class QTableWidget;
+
+// Lets the user change the macros of a build configuration.
+class MacroTable : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit MacroTable(QWidget *parent = nullptr);
+    ~MacroTable() override;
+
+    // With what is being typed.
+    QList<MorvalenCore::BuildMacro> macros() const;
+    void setMacros(const QList<MorvalenCore::BuildMacro> &macros);
+    void setReadOnly(bool flag);
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    void setRow(int row, const MorvalenCore::BuildMacro &macro);
+    void add();
+    void remove();
+    void updateButtons();
+
+    QTableWidget *table;
+    QPushButton *addButton;
+    QPushButton *removeButton;
+    bool readOnly = false;
+};

@@ -1,0 +1,117 @@
+#include "app/builds/buildcalls.h"
+
+#include "app/designs/HostAttempt.h"
+#include "app/designs/questions.h"
+#include "app/designs/ReportDialog.h"
+#include "app/running.h"
+
+#include <MorvalenCore/BuildConfiguration.h>
+#include <MorvalenCore/Cleaner.h>
+#include <MorvalenCore/IDesign.h>
+#include <Qtilities/Logger.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QTimer>
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::BuildConfiguration;
+using MorvalenCore::Cleaner;
+using MorvalenCore::DesignCleanParameters;
+using MorvalenCore::DesignFile;
+using MorvalenCore::Interfaces::IDesign;
+using Qtilities::Logging::Logger;
+
+namespace {
+
+QString tr(const char *text) { return QCoreApplication::translate("buildcalls", text); }
+
+bool isRefused()
+{
+    const QString refusal = running::refusal();
+    if (!refusal.isEmpty())
+        Logger::instance()->logPriorityMessage(QString(), Logger::Warning, refusal);
+    return !refusal.isEmpty();
+}
+
+// The receiver is what the call is about: when it goes, the call is not made.
+template <typename Call>
+void later(QObject *receiver, const Call &call)
+{
+    QTimer::singleShot(0, receiver, [call] {
+        if (!isRefused())
+            call();
+    });
+}
+
+// What the cleaner would delete from disk.
+QStringList generatedFiles(const IDesign &design, bool allVersions)
+{
+    QStringList paths;
+    const QList<DesignFile *> files = design.filesUnderNode(QString(), true);
+    for (const DesignFile *file : files) {
+        if (file->isGenerated()
+            && (allVersions || file->generatedVersion() == design.version(u"."_s)))
+            paths.append(QDir::toNativeSeparators(file->actualPath()));
+    }
+    return paths;
+}
+
+} // namespace
+
+void buildcalls::run(BuildConfiguration *configuration, bool onlyOutdated)
+{
+    later(configuration,
+          [configuration, onlyOutdated] { configuration->run(onlyOutdated, false); });
+}
+
+void buildcalls::refresh(BuildConfiguration *configuration)
+{
+    later(configuration, [configuration] { configuration->refresh(); });
+}
+
+void buildcalls::activate(IDesign *design, const QString &configurationName)
+{
+    later(design->objectBase(), [design, configurationName] {
+        design->setActiveBuildConfiguration(design->buildConfiguration(configurationName));
+    });
+}
+
+void buildcalls::clean(IDesign *design, bool allVersions, QWidget *window)
+{
+    if (isRefused())
+        return;
+    const QPointer<QObject> object = design->objectBase();
+    const QStringList files = generatedFiles(*design, allVersions);
+    if (!files.isEmpty()
+        && !questions::mayDelete(
+            window, tr("Delete these generated files from disk, for good, and from the design?"),
+            files))
+        return;
+    // Time has passed.
+    if (!object || isRefused())
+        return;
+    DesignCleanParameters parameters;
+    parameters.grouping.setGeneratedItemsOnly(true);
+    parameters.grouping.setVersionCurrent(true);
+    parameters.grouping.setVersionsPrevious(allVersions);
+    QString report;
+    {
+        const HostAttempt attempt(window, tr("Not Cleaned"));
+        Cleaner().cleanDesign(design, parameters, &report);
+    }
+    auto *dialog = new ReportDialog(tr("Cleaning Report"), report, window);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
+}
+
+bool buildcalls::isBuilding(const IDesign &design)
+{
+    const QStringList names = design.buildConfigurationNames();
+    return std::any_of(names.cbegin(), names.cend(), [&design](const QString &name) {
+        const BuildConfiguration *configuration = design.buildConfiguration(name);
+        return configuration && configuration->runState() == BuildConfiguration::Running;
+    });
+}
