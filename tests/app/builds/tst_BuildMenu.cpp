@@ -125,6 +125,8 @@ void tst_BuildMenu::init()
     design = session->create(u"d"_s);
     menu = new BuildMenu(window.get());
     window->menuBar()->addMenu(menu);
+    window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(window.get()));
     session->takeLog();
 }
 
