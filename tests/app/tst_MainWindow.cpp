@@ -251,7 +251,7 @@ void tst_MainWindow::designsAreListed()
     const QString details = u"Custom Design 1.0"_s;
     QCOMPARE(texts(0), (QStringList {u"uart"_s, details, QString(), QString()}));
     QCOMPARE(model->index(0, 0).data(Qt::ToolTipRole).toString(),
-             u"acme.global.uart.1.0\n/work/uart"_s);
+             u"acme.global.uart.1.0\n/area/uart"_s);
     QVERIFY(!isBold(0));
     QCOMPARE(texts(1), (QStringList {u"fifo"_s, details, u"Active, No folder"_s, QString()}));
     QVERIFY(isBold(1));
