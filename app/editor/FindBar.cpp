@@ -60,6 +60,7 @@ FindBar::FindBar(TextEdit *theEdit, QWidget *parent)
     layout->setContentsMargins(margin, margin / 2, margin, margin / 2);
     layout->setSpacing(margin / 2);
     layout->addWidget(searchLine());
+    layout->addWidget(optionLine());
     replacing = replaceLine();
     layout->addWidget(replacing);
     hide();
@@ -125,15 +126,6 @@ QWidget *FindBar::searchLine()
     connect(button(line, "next", tr("&Next")), &QPushButton::clicked, this, &FindBar::findNext);
     connect(button(line, "previous", tr("&Previous")), &QPushButton::clicked, this,
             &FindBar::findPrevious);
-    matchCase = option(tr("Match &Case"), "matchCase");
-    wholeWords = option(tr("&Whole Words"), "wholeWords");
-    regularExpression = option(tr("Regular E&xpression"), "regularExpression");
-    for (QCheckBox *box : {matchCase, wholeWords, regularExpression})
-        layout->addWidget(box);
-    status = new QLabel(line);
-    status->setObjectName(u"status"_s);
-    status->setTextFormat(Qt::PlainText);
-    layout->addWidget(status, 1);
     auto *shut = new QToolButton(line);
     shut->setObjectName(u"close"_s);
     shut->setIcon(style()->standardIcon(QStyle::SP_DockWidgetCloseButton));
@@ -146,6 +138,25 @@ QWidget *FindBar::searchLine()
     return line;
 }
 
+QWidget *FindBar::optionLine()
+{
+    auto *line = new QWidget(this);
+    QHBoxLayout *layout = lineLayout(line);
+    matchCase = option(tr("Match &case"), "matchCase");
+    wholeWords = option(tr("&Whole words"), "wholeWords");
+    regularExpression = option(tr("Regular e&xpression"), "regularExpression");
+    for (QCheckBox *box : {matchCase, wholeWords, regularExpression})
+        layout->addWidget(box);
+    status = new QLabel(line);
+    status->setObjectName(u"status"_s);
+    status->setTextFormat(Qt::PlainText);
+    status->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    // A long note must not make the whole window wider.
+    status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    layout->addWidget(status, 1);
+    return line;
+}
+
 QWidget *FindBar::replaceLine()
 {
     auto *line = new QWidget(this);
@@ -155,7 +166,6 @@ QWidget *FindBar::replaceLine()
             &FindBar::replace);
     connect(button(line, "replaceAll", tr("Replace &All")), &QPushButton::clicked, this,
             &FindBar::replaceAll);
-    layout->addStretch(1);
     layout->setStretchFactor(words, 1);
     return line;
 }

@@ -35,6 +35,7 @@ protected:
 
 private:
     QWidget *searchLine();
+    QWidget *optionLine();
     QWidget *replaceLine();
     QCheckBox *option(const QString &text, const char *name);
     void close();

@@ -60,29 +60,40 @@ TextFile::TextFile(const QString &path, QObject *parent)
 
 TextFile::~TextFile() { watch->remove(thePath); }
 
-std::optional<lineends::Lines> TextFile::read(QString *error)
+std::optional<TextFile::Contents> TextFile::load(QString *error) const
 {
-    const diskfile::Content content = diskfile::read(thePath, sizeLimit);
-    QString refusal = content.refusal;
+    Contents contents {diskfile::read(thePath, sizeLimit), {}, {}};
+    QString refusal = contents.content.refusal;
     if (refusal.isEmpty())
-        refusal = TextCoding::whyNotText(content.bytes);
-    QString text;
-    lineends::Lines lines;
-    TextCoding coding;
+        refusal = TextCoding::whyNotText(contents.content.bytes);
     if (refusal.isEmpty()) {
-        coding = TextCoding::of(content.bytes, &text);
-        lines = lineends::split(text);
-        if (hasLineBeyond(lines.text, lineLimit))
+        QString text;
+        contents.coding = TextCoding::of(contents.content.bytes, &text);
+        contents.lines = lineends::split(text);
+        if (hasLineBeyond(contents.lines.text, lineLimit))
             refusal = tr("it has a line of more than %L1 characters").arg(lineLimit);
     }
-    if (!refusal.isEmpty()) {
-        *error = tr("Cannot open \"%1\": %2").arg(thePath, refusal);
+    if (refusal.isEmpty())
+        return contents;
+    *error = tr("Cannot open \"%1\": %2").arg(thePath, refusal);
+    return std::nullopt;
+}
+
+std::optional<lineends::Lines> TextFile::read(QString *error)
+{
+    const std::optional<Contents> contents = load(error);
+    if (!contents)
         return std::nullopt;
-    }
-    theCoding = coding;
-    ends = lineends::name(lines);
-    know(content.bytes, content.stamp);
-    return lines;
+    theCoding = contents->coding;
+    ends = lineends::name(contents->lines);
+    know(contents->content.bytes, contents->content.stamp);
+    return contents->lines;
+}
+
+std::optional<QString> TextFile::textOnDisk(QString *error) const
+{
+    const std::optional<Contents> contents = load(error);
+    return contents ? std::optional(contents->lines.text) : std::nullopt;
 }
 
 bool TextFile::write(const QString &text, QString *error)

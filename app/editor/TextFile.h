@@ -35,6 +35,9 @@ public:
     // what is known unchanged, when it cannot be read or is not text.
     std::optional<lineends::Lines> read(QString *error);
 
+    // The lines that are on disk now, which changes nothing that is known.
+    std::optional<QString> textOnDisk(QString *error) const;
+
     // Replaces the file, whatever is there. False, with a sentence in *error and the file as it
     // was, when that cannot be.
     bool write(const QString &text, QString *error);
@@ -62,6 +65,14 @@ Q_SIGNALS:
     void touched(TextFile::Trust trust);
 
 private:
+    struct Contents
+    {
+        diskfile::Content content;
+        TextCoding coding;
+        lineends::Lines lines;
+    };
+
+    std::optional<Contents> load(QString *error) const;
     void touch(Trust trust);
     void know(const QByteArray &bytes, const diskfile::Stamp &stamp);
     std::optional<QByteArray> encode(const QString &text, QString *error) const;

@@ -70,6 +70,7 @@ private:
     void setDisk(TextFile::Disk state, const QString &why = {});
     void reload();
     void keepMine();
+    void showDifference();
     bool write(QString *error);
     void writeOrTell();
     bool mayMakeAgain();

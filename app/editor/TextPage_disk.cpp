@@ -1,5 +1,6 @@
 // What a page of text does about its file on disk.
 
+#include "app/editor/DifferenceDialog.h"
 #include "app/editor/NoticeBar.h"
 #include "app/editor/PositionBar.h"
 #include "app/editor/TextEdit.h"
@@ -154,6 +155,19 @@ void TextPage::keepMine()
     setDisk(file->look(TextFile::Trust::Nothing));
 }
 
+void TextPage::showDifference()
+{
+    QString error;
+    const std::optional<QString> onDisk = file->textOnDisk(&error);
+    if (!onDisk) {
+        QMessageBox::warning(this, tr("No Difference Shown"), error);
+        return;
+    }
+    auto *dialog = new DifferenceDialog(title(), *onDisk, linesOf(*edit->document()), this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->show();
+}
+
 bool TextPage::write(QString *error)
 {
     if (!file->write(text(), error))
@@ -184,6 +198,7 @@ void TextPage::updateNotice()
     const NoticeBar::Choice reloadIt {tr("Re&load"), [this] { reload(); }};
     const NoticeBar::Choice keepIt {tr("&Keep Mine"), [this] { keepMine(); }};
     const NoticeBar::Choice saveIt {tr("Save An&yway"), [this] { writeOrTell(); }};
+    const NoticeBar::Choice showIt {tr("Show &Difference"), [this] { showDifference(); }};
     const NoticeBar::Choice makeIt {tr("Write A&gain"), [this] { writeOrTell(); }};
     const QString reason = readOnlyReason();
     const bool held = !reason.isEmpty();
@@ -197,7 +212,8 @@ void TextPage::updateNotice()
         notice->show(tr("\"%1\" was changed on disk by another program, and has changes here that "
                         "are not saved.")
                          .arg(title()),
-                     held ? QList {reloadIt, keepIt} : QList {reloadIt, keepIt, saveIt});
+                     held ? QList {showIt, reloadIt, keepIt}
+                          : QList {showIt, reloadIt, keepIt, saveIt});
     } else {
         notice->show(held ? tr("Read-only: %1.").arg(reason) : QString());
     }

@@ -1,9 +1,11 @@
+#include "app/editor/DifferenceDialog.h"
 #include "app/editor/NoticeBar.h"
 #include "app/editor/TextEdit.h"
 #include "app/editor/TextPage.h"
 #include "tests/app/editor/DialogAnswer.h"
 #include "tests/app/editor/files.h"
 
+#include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -32,6 +34,8 @@ private Q_SLOTS:
 
     void aConflictIsShown_data();
     void aConflictIsShown();
+    void theDifferenceIsShown_data();
+    void theDifferenceIsShown();
     void aSaveSeesTheConflictItself();
     void theConflictGoesWhenTheFileIsAsBefore();
     void keepingMineAsksAgainNextTime();
@@ -215,7 +219,9 @@ void tst_TextConflict::aConflictIsShown()
     type(u"x"_s);
     QVERIFY(files::replace(path, "other\n"));
     QTRY_COMPARE(notice(), conflict());
-    QCOMPARE(choices(), (QStringList {u"Re&load"_s, u"&Keep Mine"_s, u"Save An&yway"_s}));
+    QCOMPARE(
+        choices(),
+        (QStringList {u"Show &Difference"_s, u"Re&load"_s, u"&Keep Mine"_s, u"Save An&yway"_s}));
     choose(choice);
     QCOMPARE(notice(), QString());
     QCOMPARE(files::read(path), onDisk);
@@ -223,6 +229,41 @@ void tst_TextConflict::aConflictIsShown()
     QCOMPARE(page->isModified(), modified);
     QVERIFY(page->save(&error));
     QCOMPARE(files::read(path), inPage.toUtf8());
+}
+
+void tst_TextConflict::theDifferenceIsShown_data()
+{
+    QTest::addColumn<QByteArray>("onDisk");
+    QTest::addColumn<QString>("said");
+    QTest::addColumn<QString>("difference");
+    QTest::newRow("differ-1 lines") << QByteArray("one\n2\n")
+                                    << u"Lines with \"-\" are on disk only, lines with \"+\" are "
+                                       "here only."_s
+                                    << u"@@ -1 +1 @@\n-one\n-2\n+xone\n+two\n \n"_s;
+    QTest::newRow("differ-2 ends of lines")
+        << QByteArray("xone\r\ntwo\r\n")
+        << u"The lines are the same; what differs is how they end, or how their characters are "
+           "written."_s
+        << QString();
+}
+
+void tst_TextConflict::theDifferenceIsShown()
+{
+    QFETCH(const QByteArray, onDisk);
+    QFETCH(const QString, said);
+    QFETCH(const QString, difference);
+    type(u"x"_s);
+    QVERIFY(files::replace(path, onDisk));
+    QTRY_COMPARE(notice(), conflict());
+    choose(u"Show &Difference"_s);
+    QPointer<DifferenceDialog> dialog = page->findChild<DifferenceDialog *>();
+    QVERIFY(dialog && dialog->isVisible());
+    QCOMPARE(dialog->windowTitle(), u"Difference: top.v"_s);
+    QCOMPARE(dialog->findChild<QLabel *>()->text(), said);
+    QCOMPARE(dialog->findChild<QPlainTextEdit *>()->toPlainText(), difference);
+    QTest::keyClick(dialog, Qt::Key_Escape);
+    QTRY_VERIFY(!dialog);
+    QCOMPARE(notice(), conflict());
 }
 
 // The file is replaced between the last look at it and the save.

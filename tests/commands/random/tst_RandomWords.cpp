@@ -13,7 +13,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QStringList commandWords {u"design"_s, u"files"_s,     u"sfile"_s,      u"folders"_s,
+const QStringList commandWords {u"design"_s,  u"files"_s,      u"sfile"_s,     u"folders"_s,
                                 u"sfolder"_s, u"properties"_s, u"sproperty"_s, u"overview"_s};
 
 const QStringList oddWords {u""_s,
