@@ -9,6 +9,7 @@
 
 #include <QFormLayout>
 #include <QLineEdit>
+#include <QScrollArea>
 #include <QSplitter>
 #include <QStyle>
 #include <QVBoxLayout>
@@ -81,15 +82,20 @@ void BuildConfigurationPage::layOut()
     splitter->addWidget(steps);
     splitter->setChildrenCollapsible(false);
     splitter->setStretchFactor(1, 1);
-    auto *content = new QVBoxLayout;
+    auto *inside = new QWidget;
+    auto *content = new QVBoxLayout(inside);
     const int margin = style()->pixelMetric(QStyle::PM_LayoutLeftMargin, nullptr, this);
     content->setContentsMargins(margin, margin, margin, margin);
     content->addLayout(form);
     content->addWidget(splitter, 1);
+    auto *scrolled = new QScrollArea(this);
+    scrolled->setFrameShape(QFrame::NoFrame);
+    scrolled->setWidgetResizable(true);
+    scrolled->setWidget(inside);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(notice);
-    layout->addLayout(content);
+    layout->addWidget(scrolled, 1);
     setFocusProxy(name);
 }
 

@@ -1,7 +1,8 @@
 #include "app/builds/MacroTable.h"
 
+#include "app/builds/tableform.h"
+
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
@@ -9,6 +10,12 @@
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::BuildMacro;
+
+namespace {
+
+constexpr int leastRows = 2;
+
+} // namespace
 
 MacroTable::MacroTable(QWidget *parent)
     : QWidget(parent),
@@ -20,6 +27,7 @@ MacroTable::MacroTable(QWidget *parent)
     table->setHorizontalHeaderLabels({tr("Macro"), tr("Value")});
     table->horizontalHeader()->setStretchLastSection(true);
     table->verticalHeader()->hide();
+    makeCompact(table, leastRows);
     table->setTabKeyNavigation(false);
     table->setWordWrap(false);
     table->setSelectionMode(QAbstractItemView::SingleSelection);

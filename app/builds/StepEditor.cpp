@@ -2,15 +2,21 @@
 
 #include "app/builds/StepForm.h"
 #include "app/builds/StepModel.h"
+#include "app/builds/tableform.h"
 
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QTableView>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::BuildStep;
+
+namespace {
+
+constexpr int leastRows = 5;
+
+} // namespace
 
 StepEditor::StepEditor(QWidget *parent)
     : QWidget(parent),
@@ -26,6 +32,7 @@ StepEditor::StepEditor(QWidget *parent)
     view->setEditTriggers(QAbstractItemView::NoEditTriggers);
     view->setTabKeyNavigation(false);
     view->setWordWrap(false);
+    makeCompact(view, leastRows);
     view->setAccessibleName(tr("Build steps"));
     view->horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
     view->horizontalHeader()->setStretchLastSection(true);

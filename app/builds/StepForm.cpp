@@ -66,7 +66,7 @@ QPlainTextEdit *StepForm::addText(const char *objectName, int lines)
     edit->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     edit->setTabChangesFocus(true);
     const int frame = 2 * (edit->frameWidth() + int(edit->document()->documentMargin()));
-    edit->setMinimumHeight(edit->fontMetrics().lineSpacing() * lines + frame);
+    edit->setFixedHeight(edit->fontMetrics().lineSpacing() * lines + frame);
     return edit;
 }
 
