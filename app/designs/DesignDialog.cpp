@@ -32,6 +32,14 @@ QLabel *makeFact(const QString &text, QWidget *parent)
     return fact;
 }
 
+// A read-only design has its new name checked as if it were a new design's: the dialog takes the
+// flag away first.
+bool isGoodName(const IDesign &design, const QString &name, QString *error)
+{
+    const bool isFree = name != design.name() && design.isReadOnly();
+    return DesignManager::instance()->checkDesignName(name, error, isFree ? nullptr : &design);
+}
+
 } // namespace
 
 DesignDialog::DesignDialog(const TreeRow &designRow, QWidget *parent)
@@ -103,8 +111,7 @@ void DesignDialog::check()
     description->setReadOnly(!writable);
 
     QString error;
-    const bool good = row.isThere()
-        && DesignManager::instance()->checkDesignName(name->text(), &error, row.design());
+    const bool good = row.isThere() && isGoodName(*row.design(), name->text(), &error);
     problem->setText(good ? QString() : error);
     ok->setEnabled(good);
 }

@@ -11,6 +11,7 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <map>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::Interfaces::IDesign;
@@ -28,6 +29,15 @@ QString nameOf(const TreeRow &row)
     if (!design || row.isItem())
         return {};
     return design->id(u"."_s) + u'\n' + QString::number(int(row.kind)) + u'\n' + row.name;
+}
+
+// The numbers of the rows on the way to a row; rows in this order are in that of the view.
+QList<int> placeOf(const QModelIndex &index)
+{
+    QList<int> place;
+    for (QModelIndex at = index; at.isValid(); at = at.parent())
+        place.prepend(at.row());
+    return place;
 }
 
 void arrangeColumns(QHeaderView *header)
@@ -70,11 +80,13 @@ QList<TreeRow> DesignTreeView::selectedRows() const
     QModelIndexList indexes = selectionModel()->selectedRows();
     if (indexes.isEmpty() && currentIndex().isValid())
         indexes.append(currentIndex());
-    std::sort(indexes.begin(), indexes.end());
-    QList<TreeRow> rows;
+    std::map<QList<int>, TreeRow> rows;
     for (const QModelIndex &index : std::as_const(indexes))
-        rows.append(tree->row(index));
-    return rows;
+        rows.emplace(placeOf(index), tree->row(index));
+    QList<TreeRow> ordered;
+    for (const auto &[place, row] : rows)
+        ordered.append(row);
+    return ordered;
 }
 
 TreeRow DesignTreeView::currentRow() const { return tree->row(currentIndex()); }
@@ -180,8 +192,16 @@ void DesignTreeView::keyPressEvent(QKeyEvent *event)
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (isReturn && (event->modifiers() & ~Qt::KeypadModifier) == 0 && currentIndex().isValid())
         activateRow(currentIndex());
+    else if (event->keyCombination() == (Qt::SHIFT | Qt::Key_F10))
+        askForMenu();
     else
         QTreeView::keyPressEvent(event);
+}
+
+void DesignTreeView::askForMenu()
+{
+    const QRect rect = visualRect(currentIndex());
+    Q_EMIT menuAsked(viewport()->mapToGlobal(rect.bottomLeft()));
 }
 
 void DesignTreeView::mouseDoubleClickEvent(QMouseEvent *event)
@@ -204,12 +224,10 @@ void DesignTreeView::activateRow(const QModelIndex &index)
 
 void DesignTreeView::contextMenuEvent(QContextMenuEvent *event)
 {
-    if (event->reason() == QContextMenuEvent::Keyboard) {
-        const QRect rect = visualRect(currentIndex());
-        Q_EMIT menuAsked(viewport()->mapToGlobal(rect.bottomLeft()));
-    } else {
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        askForMenu();
+    else
         Q_EMIT menuAsked(event->globalPos());
-    }
 }
 
 void DesignTreeView::paintEvent(QPaintEvent *event)

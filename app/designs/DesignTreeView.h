@@ -40,6 +40,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void askForMenu();
     void activateRow(const QModelIndex &index);
     void rememberPlace();
     void restorePlace();

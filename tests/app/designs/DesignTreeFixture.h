@@ -11,6 +11,7 @@
 #include <QAbstractItemModelTester>
 #include <QApplication>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QTest>
 
@@ -98,6 +99,52 @@ public:
     {
         view()->scrollTo(index);
         return view()->visualRect(index).center();
+    }
+
+    void select(const QModelIndex &index, Qt::KeyboardModifiers modifiers = {}) const
+    {
+        QTest::mouseClick(view()->viewport(), Qt::LeftButton, modifiers, centre(index));
+    }
+
+    // The menu of a row, asked for with the mouse, or by a key for what is selected.
+    QMenu *menu(const QModelIndex &index) const
+    {
+        const QPoint place = view()->viewport()->mapTo(&tree, centre(index));
+        QTest::mouseClick(tree.windowHandle(), Qt::RightButton, {}, place);
+        return qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    }
+    QMenu *menu() const
+    {
+        QTest::keyClick(view(), Qt::Key_F10, Qt::ShiftModifier);
+        return qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    }
+
+    // The texts of a menu's entries without the marks of their keys; in parentheses those that
+    // cannot be chosen.
+    static QStringList entries(const QMenu *menu)
+    {
+        QStringList texts;
+        const QList<QAction *> actions = menu ? menu->actions() : QList<QAction *>();
+        for (const QAction *action : actions) {
+            QString text = action->text().remove(QLatin1Char('&'));
+            if (!action->isSeparator())
+                texts.append(action->isEnabled() ? text
+                                                 : QLatin1Char('(') + text + QLatin1Char(')'));
+        }
+        return texts;
+    }
+
+    // Chooses an entry with the mouse; false when there is none.
+    static bool choose(QMenu *menu, const QString &text)
+    {
+        const QList<QAction *> actions = menu ? menu->actions() : QList<QAction *>();
+        for (QAction *action : actions) {
+            if (action->text().remove(QLatin1Char('&')) != text)
+                continue;
+            QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+            return true;
+        }
+        return false;
     }
 
     SessionFixture session;
