@@ -20,7 +20,20 @@ struct XmlName
     QByteArray prefix;
     QByteArray local;
 
-    QByteArray qualified() const { return prefix.isEmpty() ? local : prefix + ':' + local; }
+    QByteArray qualified() const
+    {
+        QByteArray text;
+        appendQualified(text);
+        return text;
+    }
+    void appendQualified(QByteArray &text) const
+    {
+        if (!prefix.isEmpty()) {
+            text += prefix;
+            text += ':';
+        }
+        text += local;
+    }
 };
 
 // The element names, namespaces and scopes of namespace declarations of one document. All three

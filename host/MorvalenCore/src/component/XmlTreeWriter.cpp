@@ -180,31 +180,51 @@ QByteArray XmlTreeWriter::newChildren(XmlNode parent, const QByteArray &separato
                                       const QByteArray &unit) const
 {
     QByteArray text;
-    for (XmlNode child = tree.first(parent); child != 0; child = tree.next(child))
-        writeNew(child, separator, unit, text);
+    writeChildren(parent, separator, unit, text);
     return text;
 }
 
-// Recursive, but only as deep as elements of our own making are nested.
+void XmlTreeWriter::writeChildren(XmlNode parent, const QByteArray &separator,
+                                  const QByteArray &unit, QByteArray &out) const
+{
+    for (XmlNode child = tree.first(parent); child != 0; child = tree.next(child))
+        writeNew(child, separator, unit, out);
+}
+
+// Recursive, but only as deep as elements of our own making are nested. Everything goes straight to
+// its place: many thousands of elements may be new.
 void XmlTreeWriter::writeNew(XmlNode node, const QByteArray &separator, const QByteArray &unit,
                              QByteArray &out) const
 {
+    const XmlName &name = tree.name(node);
+    out += separator;
+    out += '<';
+    name.appendQualified(out);
     const auto edit = tree.edits.constFind(node);
-    const QByteArray name = tree.name(node).qualified();
-    out += separator + '<' + name;
-    QByteArray content;
+    const bool hasContent = edit != tree.edits.cend() && edit->content && !edit->content->isEmpty();
     if (edit != tree.edits.cend()) {
-        for (const XmlTree::Attribute &attribute : edit->attributes)
-            out += ' ' + attribute.local + "=\"" + *attribute.value + '"';
-        content = edit->content.value_or(QByteArray());
+        for (const XmlTree::Attribute &attribute : edit->attributes) {
+            out += ' ';
+            out += attribute.local;
+            out += "=\"";
+            out += *attribute.value;
+            out += '"';
+        }
     }
-    if (tree.first(node) != 0)
-        content +=
-            newChildren(node, layout.inside(separator, unit), unit) + layout.closing(separator);
-    if (content.isEmpty())
+    if (!hasContent && tree.first(node) == 0) {
         out += "/>";
-    else
-        out += '>' + content + "</" + name + '>';
+        return;
+    }
+    out += '>';
+    if (hasContent)
+        out += *edit->content;
+    if (tree.first(node) != 0) {
+        writeChildren(node, layout.inside(separator, unit), unit, out);
+        out += layout.closing(separator);
+    }
+    out += "</";
+    name.appendQualified(out);
+    out += '>';
 }
 
 } // namespace MorvalenCore

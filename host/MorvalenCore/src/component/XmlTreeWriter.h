@@ -34,6 +34,8 @@ private:
     QByteArray apply();
     QByteArray newChildren(XmlNode parent, const QByteArray &separator,
                            const QByteArray &unit) const;
+    void writeChildren(XmlNode parent, const QByteArray &separator, const QByteArray &unit,
+                       QByteArray &out) const;
     void writeNew(XmlNode node, const QByteArray &separator, const QByteArray &unit,
                   QByteArray &out) const;
 

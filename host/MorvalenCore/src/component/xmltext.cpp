@@ -114,7 +114,9 @@ void addReferenceTo(QByteArray &out, uint code) { out += "&#" + QByteArray::numb
 
 void addCharacter(QByteArray &out, char32_t code, XmlEncoding encoding)
 {
-    if (code > greatestCode(encoding))
+    if (code < 0x80)
+        out += static_cast<char>(code);
+    else if (code > greatestCode(encoding))
         addReferenceTo(out, code);
     else if (encoding == XmlEncoding::Latin1)
         out += static_cast<char>(code);

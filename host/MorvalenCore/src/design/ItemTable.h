@@ -23,7 +23,11 @@ class ItemTable
 {
 public:
     Item *byKey(const QString &key) const { return keys.value(key); }
-    Item *byId(Id id) const { return ids.value(id).get(); }
+    Item *byId(Id id) const
+    {
+        const auto item = ids.constFind(id);
+        return item == ids.cend() ? nullptr : item->get();
+    }
 
     // Each item once, in the order of the ids.
     template <typename Base = Item>
