@@ -24,7 +24,9 @@ constexpr Colour colours[] = {
     {Syntax::Tag, 0xFF00309C, 0xFF8AB4F8},
 };
 
+// A slice goes on for so long, but does so many blocks in any case.
 constexpr int sliceMilliseconds = 10;
+constexpr int sliceBlocks = 200;
 
 // What a block that was never coloured has.
 constexpr int noState = -1;
@@ -109,7 +111,8 @@ bool Highlighter::isLate()
 {
     if (!burstEnd->isActive()) {
         burst.start();
+        burstBlocks = 0;
         burstEnd->start(0);
     }
-    return burst.elapsed() >= sliceMilliseconds;
+    return ++burstBlocks > sliceBlocks && burst.elapsed() >= sliceMilliseconds;
 }

@@ -27,14 +27,16 @@ private:
     void takeColours();
     void start();
     void continueSlice();
+    // Asked before each block that would be coloured.
     bool isLate();
 
     const Syntax &syntax;
     QWidget *widget;
     QList<QTextCharFormat> formats;
     QTimer *sliceTimer;
-    // Runs since control left the event loop.
+    // Runs since control left the event loop, and how often it was looked at since then.
     QElapsedTimer burst;
+    int burstBlocks = 0;
     QTimer *burstEnd;
     // Blocks from this one on wait for their slice.
     int waiting = 0;
