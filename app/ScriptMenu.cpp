@@ -11,20 +11,43 @@ using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::AbstractScriptedAction;
 using Qtilities::Logging::Logger;
 
+namespace {
+
+// For the text of an action, where an ampersand marks a key.
+QString nameOf(const QString &script)
+{
+    return QFileInfo(script).fileName().replace(u'&', u"&&"_s);
+}
+
+} // namespace
+
 ScriptMenu::ScriptMenu(const QString &folder, QWidget *parent)
     : QMenu(tr("&Scripts"), parent),
       scriptFolder(folder),
+      runAgain(new QAction(tr("Run Last Script &Again"), this)),
       showLog(new QAction(tr("Show Execution &Log"), this))
 {
     setObjectName(u"scriptMenu"_s);
     showLog->setObjectName(u"showExecutionLog"_s);
     showLog->setCheckable(true);
     showLog->setChecked(true);
-    watcher.addPath(folder);
+    runAgain->setObjectName(u"runLastScript"_s);
+    runAgain->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_R);
+    runAgain->setEnabled(false);
+    // A menu disconnects what is taken out of it from itself.
+    connect(runAgain, &QAction::triggered, runAgain, [this] { run(QString(lastScript)); });
     connect(&watcher, &QFileSystemWatcher::directoryChanged, this, &ScriptMenu::readFolder);
-    connect(this, &QMenu::aboutToShow, this, &ScriptMenu::readFolder);
-    readFolder();
+    connect(this, &QMenu::aboutToShow, this, &ScriptMenu::watch);
+    watch();
     rebuild();
+}
+
+// Anew, since the folder may have been replaced by another one of its name.
+void ScriptMenu::watch()
+{
+    watcher.removePath(scriptFolder);
+    watcher.addPath(scriptFolder);
+    readFolder();
 }
 
 void ScriptMenu::readFolder()
@@ -48,17 +71,17 @@ void ScriptMenu::rebuild()
     const QList<QAction *> old = actions();
     for (QAction *entry : old) {
         removeAction(entry);
-        if (entry != showLog)
+        if (entry != showLog && entry != runAgain)
             entry->deleteLater();
     }
     for (const QString &script : std::as_const(files)) {
-        QString name = QFileInfo(script).fileName();
-        QAction *entry = addAction(name.replace(u'&', u"&&"_s));
+        QAction *entry = addAction(nameOf(script));
         connect(entry, &QAction::triggered, this, [this, script] { run(script); });
     }
     if (files.isEmpty())
         addAction(tr("No Scripts in the Session's Folder"))->setEnabled(false);
     addSeparator();
+    addAction(runAgain);
     addAction(showLog);
     connect(addAction(tr("Open Scripts &Folder")), &QAction::triggered, this,
             [this] { QDesktopServices::openUrl(QUrl::fromLocalFile(scriptFolder)); });
@@ -69,6 +92,9 @@ bool ScriptMenu::run(const QString &script)
     AbstractScriptedAction *action = actionFor(script);
     if (!action)
         return false;
+    lastScript = script;
+    runAgain->setText(tr("Run %1 &Again").arg(nameOf(script)));
+    runAgain->setEnabled(true);
     action->setShowExecutionLog(showLog->isChecked());
     bool started = false;
     QString error;

@@ -10,7 +10,7 @@ class AbstractScriptedAction;
 }
 
 // The Tcl files of a folder, each of which runs as a scripted action, with or without its
-// execution log. The menu follows the folder.
+// execution log; the last one runs again with a key. The menu follows the folder.
 class ScriptMenu : public QMenu
 {
     Q_OBJECT
@@ -25,6 +25,7 @@ public:
     bool run(const QString &script);
 
 private:
+    void watch();
     void readFolder();
     void rebuild();
     MorvalenCore::AbstractScriptedAction *actionFor(const QString &script);
@@ -32,6 +33,8 @@ private:
     QString scriptFolder;
     QFileSystemWatcher watcher;
     QStringList files;
+    QString lastScript;
+    QAction *runAgain;
     QAction *showLog;
     // The actions made so far, kept because each has a log window of its own.
     QHash<QString, MorvalenCore::AbstractScriptedAction *> actionOfScript;
