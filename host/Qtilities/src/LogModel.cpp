@@ -14,22 +14,24 @@ namespace {
 using namespace Qt::Literals::StringLiterals;
 using Logging::Logger;
 
-// Readable on a light and on a dark ground.
-QVariant colourOf(int type)
+QVariant colourOf(int type, bool onDark)
 {
     switch (type) {
     case Logger::Error:
     case Logger::Fatal:
-        return QColor(0xd3, 0x2f, 0x2f);
+        return onDark ? QColor(0xff, 0x99, 0x90) : QColor(0xb7, 0x1c, 0x1c);
     case Logger::Warning:
-        return QColor(0xb2, 0x6a, 0x00);
+        return onDark ? QColor(0xff, 0xb7, 0x4d) : QColor(0x8a, 0x4b, 0x00);
     case Logger::Debug:
     case Logger::Trace:
-        return QColor(0x80, 0x80, 0x80);
+        return onDark ? QColor(0xb0, 0xb0, 0xb0) : QColor(0x60, 0x60, 0x60);
     default:
         return {};
     }
 }
+
+// Behind messages that the user should not miss.
+QColor groundOf(bool onDark) { return {0xff, 0xc1, 0x07, onDark ? 0x28 : 0x40}; }
 
 // The beginning of a long line, with blanks in place of tabs.
 QString shownText(const QString &text)
@@ -174,6 +176,21 @@ int LogModel::columnCount(const QModelIndex &parent) const
     return parent.isValid() ? 0 : ColumnCount;
 }
 
+Qt::ItemFlags LogModel::flags(const QModelIndex &index) const
+{
+    const Qt::ItemFlags usual = QAbstractTableModel::flags(index);
+    return index.column() == TextColumn ? usual | Qt::ItemIsEditable : usual;
+}
+
+void LogModel::setOnDark(bool onDark)
+{
+    if (dark == onDark)
+        return;
+    dark = onDark;
+    if (rowCount() > 0)
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
+}
+
 QVariant LogModel::data(const QModelIndex &index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
@@ -182,10 +199,12 @@ QVariant LogModel::data(const QModelIndex &index, int role) const
     switch (role) {
     case Qt::DisplayRole:
         return cellText(shown, index.column());
+    case Qt::EditRole:
+        return index.column() == TextColumn ? QVariant(shown.text) : QVariant();
     case Qt::ForegroundRole:
-        return colourOf(shown.type);
+        return colourOf(shown.type, dark);
     case Qt::BackgroundRole:
-        return shown.priority ? QVariant(QColor(0xff, 0xc1, 0x07, 0x40)) : QVariant();
+        return shown.priority ? QVariant(groundOf(dark)) : QVariant();
     case Qt::FontRole: {
         QFont bold;
         bold.setBold(true);

@@ -56,6 +56,11 @@ public:
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
+    // The whole text of a line can be opened, to select parts of it; it never changes.
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+
+    // Chooses colours that can be read on a dark ground.
+    void setOnDark(bool onDark);
 
 private:
     bool isShown(const LogLine &line) const { return line.type & shownMask; }
@@ -76,6 +81,7 @@ private:
     // In the lines that stay.
     qsizetype characters = 0;
     int shownMask = 126;
+    bool dark = false;
 };
 
 } // namespace Qtilities::CoreGui

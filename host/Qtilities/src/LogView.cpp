@@ -5,8 +5,10 @@
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QMenu>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
 
 namespace Qtilities::CoreGui {
 
@@ -21,6 +23,23 @@ bool hasWideCharacters(const QString &text)
                        [](QChar character) { return character.unicode() >= 0x1100; });
 }
 
+// Opens the text of a line to be read, and leaves it as it is.
+class ReadingDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &,
+                          const QModelIndex &) const override
+    {
+        auto *const field = new QLineEdit(parent);
+        field->setFrame(false);
+        field->setReadOnly(true);
+        return field;
+    }
+    void setModelData(QWidget *, QAbstractItemModel *, const QModelIndex &) const override { }
+};
+
 } // namespace
 
 LogView::LogView(LogModel *model, QWidget *parent) : QTableView(parent), log(model)
@@ -29,7 +48,8 @@ LogView::LogView(LogModel *model, QWidget *parent) : QTableView(parent), log(mod
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
-    setEditTriggers(NoEditTriggers);
+    setEditTriggers(DoubleClicked | EditKeyPressed);
+    setItemDelegate(new ReadingDelegate(this));
     setTabKeyNavigation(false);
     setShowGrid(false);
     setWordWrap(false);
@@ -50,6 +70,7 @@ LogView::LogView(LogModel *model, QWidget *parent) : QTableView(parent), log(mod
         textWidth = 0;
         widenForRows(0, log->rowCount() - 1);
     });
+    followPalette();
 }
 
 LogView::~LogView() = default;
@@ -80,7 +101,29 @@ void LogView::widenForRows(int first, int last)
         if (columns * column > textWidth)
             textWidth = qMax(textWidth, metrics.horizontalAdvance(text) + 2 * column);
     }
-    setColumnWidth(LogModel::TextColumn, qMax(textWidth, viewport()->width()));
+    fitTextColumn();
+}
+
+// The text takes what the other columns leave, or more where a line needs it.
+void LogView::fitTextColumn()
+{
+    const int others = columnWidth(LogModel::TimeColumn) + columnWidth(LogModel::LevelColumn);
+    setColumnWidth(LogModel::TextColumn, qMax(textWidth, viewport()->width() - others));
+}
+
+void LogView::followPalette() { log->setOnDark(palette().color(QPalette::Base).lightness() < 128); }
+
+void LogView::resizeEvent(QResizeEvent *event)
+{
+    QTableView::resizeEvent(event);
+    fitTextColumn();
+}
+
+void LogView::changeEvent(QEvent *event)
+{
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange)
+        followPalette();
 }
 
 bool LogView::selectNext(const QString &text, bool backwards)

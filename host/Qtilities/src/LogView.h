@@ -7,7 +7,8 @@
 namespace Qtilities::CoreGui {
 
 // Shows the rows of a log model as plain text, in lines of equal height. It follows the end of the
-// log as long as it stands there, and otherwise keeps what the user is reading in place.
+// log as long as it stands there, and otherwise keeps what the user is reading in place. A double
+// click or F2 opens a line as a field in which parts of it can be selected and copied.
 class LogView : public QTableView
 {
     Q_OBJECT
@@ -31,9 +32,13 @@ public:
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     void widenForRows(int first, int last);
+    void fitTextColumn();
+    void followPalette();
     QList<int> chosenRows() const;
 
     LogModel *log;
