@@ -110,8 +110,12 @@ void addToDesign(benchmark::State &state)
 
 } // namespace
 
-BENCHMARK(startWithDesign)->ArgName("files")->Arg(1)->Arg(10'000)->UseManualTime()->Unit(
-    benchmark::kMillisecond);
+BENCHMARK(startWithDesign)
+    ->ArgName("files")
+    ->Arg(1)
+    ->Arg(10'000)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(addToDesign)
     ->ArgNames({"files", "tree"})
     ->Args({100'000, 0})

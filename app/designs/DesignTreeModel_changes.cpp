@@ -53,12 +53,13 @@ bool DesignTreeModel::setData(const QModelIndex &index, const QVariant &value, i
 
 QStringList DesignTreeModel::mimeTypes() const { return {u"text/uri-list"_s}; }
 
-bool DesignTreeModel::canDropMimeData(const QMimeData *data, Qt::DropAction, int, int,
+// A place between two rows is none of them.
+bool DesignTreeModel::canDropMimeData(const QMimeData *data, Qt::DropAction, int place, int,
                                       const QModelIndex &parent) const
 {
     const TreeRow target = row(parent);
     const IDesign *design = target.isThere() ? target.design() : nullptr;
-    if (!design || !takesFiles(target.kind) || design->isReadOnly()
+    if (place >= 0 || !design || !takesFiles(target.kind) || design->isReadOnly()
         || design->workingFolderPath().isEmpty() || !data->hasUrls())
         return false;
     const QList<QUrl> urls = data->urls();

@@ -33,6 +33,7 @@ PropertyDialog::PropertyDialog(Kind kind, QWidget *parent)
     setObjectName(u"propertyDialog"_s);
     setWindowTitle(kind == DesignProperty ? tr("Property") : tr("Shared Property"));
     typeBox->addItems(typeWords);
+    problem->setObjectName(u"problem"_s);
     problem->setTextFormat(Qt::PlainText);
     auto *form = new QFormLayout(this);
     form->addRow(tr("&Name:"), nameLine);

@@ -4,6 +4,7 @@
 #include "app/designs/HostAttempt.h"
 #include "app/designs/questions.h"
 #include "app/designs/rowtexts.h"
+#include "app/running.h"
 
 #include <QDir>
 
@@ -77,6 +78,11 @@ void deleting::deleteFromDisk(const QList<TreeRow> &rows, QWidget *window)
         window, tr("Delete this from disk, and remove it from the design?"), paths);
     if (how == questions::Deletion::None)
         return;
+    // Nothing is deleted under the hands of a script, which may have begun meanwhile.
+    if (const QString refusal = running::refusal(); !refusal.isEmpty()) {
+        tellUser(window, tr("Not Deleted"), {refusal});
+        return;
+    }
     HostAttempt attempt(window, tr("Not Deleted"));
     for (qsizetype i = 0; i < rows.size(); ++i) {
         const TreeRow &row = rows[i];

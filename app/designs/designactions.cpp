@@ -6,6 +6,8 @@
 #include "app/designs/HostAttempt.h"
 #include "app/designs/questions.h"
 #include "app/designs/RowAction.h"
+#include "app/file/closing.h"
+#include "app/running.h"
 
 #include <MorvalenCore/DesignConstructor.h>
 #include <MorvalenCore/DesignManager.h>
@@ -39,6 +41,15 @@ bool hasFolder(const RowCall &call)
     return std::all_of(call.rows.begin(), call.rows.end(), [](const TreeRow &row) {
         return !row.design()->workingFolderPath().isEmpty();
     });
+}
+
+// Nothing is closed or deleted under the hands of a script.
+bool isRefused(const RowCall &call, const QString &title)
+{
+    const QString refusal = running::refusal();
+    if (!refusal.isEmpty())
+        tellUser(call.window(), title, {refusal});
+    return !refusal.isEmpty();
 }
 
 void setActive(const RowCall &call)
@@ -80,24 +91,35 @@ QStringList idsOf(const QList<TreeRow> &rows)
     return ids;
 }
 
+void closeAll(const RowCall &call, bool deleteFolders, const QString &title)
+{
+    const QStringList ids = idsOf(call.rows);
+    // While the user was asked, a script may have begun.
+    if (isRefused(call, title) || ids.isEmpty())
+        return;
+    HostAttempt attempt(call.window(), title);
+    attempt.check(DesignManager::instance()->closeDesigns(ids, deleteFolders));
+}
+
 void close(const RowCall &call)
 {
-    HostAttempt attempt(call.window(), tr("Not Closed"));
-    attempt.check(DesignManager::instance()->closeDesigns(idsOf(call.rows), false));
+    const QString title = tr("Not Closed");
+    if (!isRefused(call, title) && closing::settleDesigns(call.window(), idsOf(call.rows)))
+        closeAll(call, false, title);
 }
 
 void closeAndDelete(const RowCall &call)
 {
+    const QString title = tr("Not Deleted");
     QStringList folders;
     for (const IDesign *design : rowactions::designsOf(call.rows))
         folders.append(nativeFolder(*design));
-    if (!questions::mayDelete(call.window(),
-                              tr("Close and delete these working folders, with everything in "
-                                 "them, for good?"),
-                              folders))
-        return;
-    HostAttempt attempt(call.window(), tr("Not Deleted"));
-    attempt.check(DesignManager::instance()->closeDesigns(idsOf(call.rows), true));
+    if (!isRefused(call, title)
+        && questions::mayDelete(call.window(),
+                                tr("Close and delete these working folders, with everything in "
+                                   "them, for good?"),
+                                folders))
+        closeAll(call, true, title);
 }
 
 void rename(const RowCall &call)

@@ -3,6 +3,8 @@
 
 #include "app/designs/DesignDialog.h"
 
+#include <MorvalenCore/ChangeBracket.h>
+
 #include <QCheckBox>
 #include <QClipboard>
 #include <QFileDialog>
@@ -11,6 +13,7 @@
 #include <QPlainTextEdit>
 
 using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::ChangeBracket;
 using MorvalenCore::DesignManager;
 using MorvalenCore::Interfaces::IDesign;
 
@@ -33,7 +36,9 @@ private Q_SLOTS:
     void renames_data();
     void renames();
     void copiesIds();
+    void closes_data();
     void closes();
+    void closesNothingUnderAScript();
     void closesAndDeletes();
     void closesAndDeletesNothingWhenTheUserSaysNo();
     void cleans();
@@ -78,14 +83,14 @@ void tst_DesignActions::menuOfADesign()
 {
     QVERIFY(fixture->session.create(u"fifo"_s));
     QVERIFY(fixture->follow());
-    QCOMPARE(DesignTreeFixture::entries(fixture->menu(row(u"uart"_s))),
-             (QStringList {u"Set Active"_s, u"Save"_s, u"Save a Copy..."_s,
-                           u"Clean Generated Files..."_s,
-                           u"Clean Generated Files of All Versions..."_s,
-                           u"(Assign a Working Folder)"_s, u"Open in File Manager"_s, u"Copy Id"_s,
-                           u"Rename..."_s, u"Properties of the Design..."_s, u"Close"_s,
-                           u"Close and Delete Working Folder..."_s, u"Add Files..."_s,
-                           u"Add New File..."_s, u"Add Folder..."_s, u"Add Property..."_s}));
+    QCOMPARE(
+        DesignTreeFixture::entries(fixture->menu(row(u"uart"_s))),
+        (QStringList {u"Set Active"_s, u"Save"_s, u"Save a Copy..."_s,
+                      u"Clean Generated Files..."_s, u"Clean Generated Files of All Versions..."_s,
+                      u"(Assign a Working Folder)"_s, u"Open in File Manager"_s, u"Copy Id"_s,
+                      u"Rename..."_s, u"Properties of the Design..."_s, u"Close"_s,
+                      u"Close and Delete Working Folder..."_s, u"Add Files..."_s,
+                      u"Add New File..."_s, u"Add Folder..."_s, u"Add Property..."_s}));
 }
 
 void tst_DesignActions::menuOfAReadOnlyDesign()
@@ -99,8 +104,7 @@ void tst_DesignActions::menuOfAReadOnlyDesign()
                            u"(Assign a Working Folder)"_s, u"Open in File Manager"_s, u"Copy Id"_s,
                            u"(Rename...)"_s, u"Properties of the Design..."_s, u"Close"_s,
                            u"Close and Delete Working Folder..."_s, u"(Add Files...)"_s,
-                           u"(Add New File...)"_s, u"(Add Folder...)"_s,
-                           u"(Add Property...)"_s}));
+                           u"(Add New File...)"_s, u"(Add Folder...)"_s, u"(Add Property...)"_s}));
 }
 
 void tst_DesignActions::menuOfSeveralDesigns()
@@ -194,14 +198,37 @@ void tst_DesignActions::copiesIds()
     QCOMPARE(QGuiApplication::clipboard()->text(), u"local.global.uart.1.0"_s);
 }
 
+void tst_DesignActions::closes_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<bool>("isClosed");
+    QTest::newRow("close-1 saves") << u"Save and Close"_s << true;
+    QTest::newRow("close-2 not at all") << u"Cancel"_s << false;
+}
+
 void tst_DesignActions::closes()
 {
+    QFETCH(const QString, button);
+    QFETCH(const bool, isClosed);
     uart->setAuthor(u"Ann"_s);
     const QString file = uart->componentFileName();
+    const Answer answer(button);
     QVERIFY(choose(u"Close"_s));
+    QVERIFY(answer.isGiven());
     QVERIFY(fixture->follow());
-    QCOMPARE(DesignManager::instance()->openDesignIds(), QStringList());
-    QVERIFY(SessionFixture::read(file).contains("Ann"));
+    QCOMPARE(DesignManager::instance()->openDesignIds().isEmpty(), isClosed);
+    QCOMPARE(SessionFixture::read(file).contains("Ann"), isClosed);
+}
+
+void tst_DesignActions::closesNothingUnderAScript()
+{
+    ChangeBracket::instance()->open();
+    QVERIFY(choose(u"Close"_s));
+    QVERIFY(box());
+    QCOMPARE(box()->text(), u"A script is changing the designs."_s);
+    QTest::keyClick(box(), Qt::Key_Escape);
+    ChangeBracket::instance()->close();
+    QCOMPARE(DesignManager::instance()->openDesignIds().size(), 1);
 }
 
 void tst_DesignActions::closesAndDeletes()

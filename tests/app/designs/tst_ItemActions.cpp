@@ -89,16 +89,14 @@ void tst_ItemActions::menusOfItems_data()
                                                  u"Delete from Disk..."_s};
     QTest::newRow("menu-2 folder")
         << QStringList {u"Folders"_s, u"rtl"_s}
-        << QStringList {u"Set Active"_s,           u"Add to Active"_s,
-                        u"(Take from Active)"_s,   u"Category..."_s,
-                        u"Shared Properties..."_s, u"Copy Path"_s,
-                        u"Open in File Manager"_s, u"Remove from Design..."_s,
-                        u"Delete from Disk..."_s};
+        << QStringList {
+               u"Set Active"_s,           u"Add to Active"_s,         u"(Take from Active)"_s,
+               u"Category..."_s,          u"Shared Properties..."_s,  u"Copy Path"_s,
+               u"Open in File Manager"_s, u"Remove from Design..."_s, u"Delete from Disk..."_s};
     QTest::newRow("menu-3 property")
         << QStringList {u"Properties"_s, u"p"_s}
-        << QStringList {u"Edit Value"_s,         u"Set Active"_s,
-                        u"Add to Active"_s,      u"(Take from Active)"_s,
-                        u"Shared Properties..."_s, u"Copy Value"_s,
+        << QStringList {u"Edit Value"_s,           u"Set Active"_s,           u"Add to Active"_s,
+                        u"(Take from Active)"_s,   u"Shared Properties..."_s, u"Copy Value"_s,
                         u"Remove from Design..."_s};
     QTest::newRow("menu-4 node") << QStringList {u"Files"_s, u"rtl"_s}
                                  << QStringList {u"Add Files..."_s, u"Add New File..."_s};
@@ -158,8 +156,8 @@ void tst_ItemActions::activates()
     QCOMPARE(active(), u"c.v"_s);
     QVERIFY(choose(u"b.v"_s, u"Set Active"_s));
     QCOMPARE(active(), u"b.v"_s);
-    QVERIFY(DesignTreeFixture::choose(fixture->menu(fixture->row({u"uart"_s, u"Folders"_s, u"rtl"_s})),
-                                      u"Set Active"_s));
+    QVERIFY(DesignTreeFixture::choose(
+        fixture->menu(fixture->row({u"uart"_s, u"Folders"_s, u"rtl"_s})), u"Set Active"_s));
     QCOMPARE(uart->activeFolders().size(), 1);
     QCOMPARE(active(), u"b.v"_s);
 }
