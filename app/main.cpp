@@ -1,6 +1,7 @@
 // The program: a desktop application for designs, and the same without a window for scripts.
 
 #include "app/BatchRun.h"
+#include "app/builds/BuildInterrupt.h"
 #include "app/CommandLine.h"
 #include "app/DesignsMode.h"
 #include "app/editor/WindowEditorManager.h"
@@ -94,6 +95,7 @@ int runInWindow(const CommandLine &line)
                      [&window] { window.activateMode(DesignsMode::id); });
     window.activateMode(line.files.isEmpty() ? scripting->modeID() : DesignsMode::id);
     window.show();
+    const BuildInterrupt interrupt;
     programend::setLastWish([&window] { window.prepareForEnd(); });
     QTimer::singleShot(0, &window, [&window, &line] { window.openFiles(line.files); });
     // A script that waits for an event must not keep the program alive without a window: the
@@ -111,6 +113,7 @@ int runInBatch(const CommandLine &line)
     manager.initializeMode();
     prepareEnd();
     const TerminalProgress progress;
+    const BuildInterrupt interrupt;
     return BatchRun(line, manager).run();
 }
 

@@ -1,33 +1,15 @@
 // The commands "builds" and "build" on designs on disk, in processes of their own.
 
+#include "tests/process/builds/buildcomponent.h"
 #include "tests/process/Program.h"
 
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QTest>
-
-#include <csignal>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-bool isAlive(const QByteArray &id)
-{
-    const QByteArray stat =
-        Program::read(u"/proc/%1/stat"_s.arg(QString::fromLatin1(id.trimmed())));
-    return !stat.isEmpty() && !stat.contains(") Z ");
-}
-
-QByteArray step(const QByteArray &name, const QByteArray &command, const QByteArray &input = {},
-                const QByteArray &output = {})
-{
-    return "<mv:step name=\"" + name + "\"><mv:command>" + command + "</mv:command>"
-        + (input.isEmpty() ? QByteArray() : "<mv:input>" + input + "</mv:input>")
-        + (output.isEmpty() ? QByteArray() : "<mv:output>" + output + "</mv:output>")
-        + "</mv:step>";
-}
 
 const QByteArray copyStep = step("copy", "cp $(INPUTS) $(OUTPUTS)", "a.txt", "b.txt");
 
@@ -51,7 +33,6 @@ private Q_SLOTS:
     void cleansWhatItMade();
     void servesEventsMeanwhile();
     void refusesASecondRunMeanwhile();
-    void endsWhenItIsInterrupted();
     void takesAFloodOfOutput();
     void showsProgressOnATerminal();
 
@@ -73,23 +54,7 @@ void tst_BuildCalls::init()
 
 void tst_BuildCalls::makeDesign(const QByteArray &steps, const QByteArray &more) const
 {
-    program->write(u"soft/component.xml"_s,
-                   R"(<?xml version="1.0" encoding="UTF-8"?>
-<ipxact:component xmlns:ipxact="http://www.accellera.org/XMLSchema/IPXACT/1685-2014">
-  <ipxact:vendor>v</ipxact:vendor>
-  <ipxact:library>l</ipxact:library>
-  <ipxact:name>soft</ipxact:name>
-  <ipxact:version>1.0</ipxact:version>
-  <ipxact:vendorExtensions>
-    <mv:design xmlns:mv="urn:morvalen:host:1">
-      <mv:buildConfigurations>
-        <mv:buildConfiguration name="Main">)"
-                       + steps + "</mv:buildConfiguration>" + more + R"(
-      </mv:buildConfigurations>
-    </mv:design>
-  </ipxact:vendorExtensions>
-</ipxact:component>
-)");
+    program->write(u"soft/component.xml"_s, buildComponent(steps, more));
 }
 
 Ended tst_BuildCalls::run(const QStringList &commands, const QStringList &options) const
@@ -254,23 +219,6 @@ void tst_BuildCalls::refusesASecondRunMeanwhile()
              u"set answer"_s}),
         (Ended {0, "Build configuration completed successfully\nBuild configuration run failed\n",
                 "Error: The build \"Main\" of design \"soft\" is running already\n"}));
-}
-
-void tst_BuildCalls::endsWhenItIsInterrupted()
-{
-    makeDesign(step("long", "echo $$ &gt; pid; touch there; sleep 1000", "a.txt", "b.txt"));
-    QProcess process;
-    process.setProcessEnvironment(program->environment);
-    process.start(QStringLiteral(PROGRAM),
-                  {u"--session"_s, program->session, u"-c"_s,
-                   u"designs add {%1}"_s.arg(inDesign(u"component.xml"_s)), u"-c"_s,
-                   u"build run"_s});
-    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(inDesign(u"there"_s)), 30'000);
-    const QByteArray id = Program::read(inDesign(u"pid"_s));
-    QVERIFY(isAlive(id));
-    ::kill(pid_t(process.processId()), SIGINT);
-    QVERIFY(process.waitForFinished());
-    QTRY_VERIFY(!isAlive(id));
 }
 
 void tst_BuildCalls::takesAFloodOfOutput()

@@ -1,0 +1,182 @@
+// Builds that are interrupted, leave processes behind, or may not write, in processes of their own.
+
+#include "tests/process/builds/buildcomponent.h"
+#include "tests/process/Program.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTest>
+
+#include <csignal>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+bool isAlive(const QByteArray &id)
+{
+    const QByteArray stat =
+        Program::read(u"/proc/%1/stat"_s.arg(QString::fromLatin1(id.trimmed())));
+    return !stat.isEmpty() && !stat.contains(") Z ");
+}
+
+// Whether a process has a handler of its own for a signal.
+bool catches(qint64 process, int signal)
+{
+    const QByteArray status = Program::read(u"/proc/%1/status"_s.arg(process));
+    const qsizetype at = status.indexOf("SigCgt:") + 7;
+    const qulonglong caught =
+        status.mid(at, status.indexOf('\n', at) - at).trimmed().toULongLong(nullptr, 16);
+    return (caught >> (signal - 1) & 1) != 0;
+}
+
+const QByteArray longStep = "echo $$ > pid; touch there; exec sleep 1000";
+const QByteArray stubbornStep = "trap '' TERM INT HUP; " + longStep;
+
+} // namespace
+
+class tst_BuildTrouble : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void isCancelledByASignal_data();
+    void isCancelledByASignal();
+    void endsAtOnceAtTheSecondSignal();
+    void ignoresASignalThatItWasToldToIgnore();
+    void endsWhatStepsLeaveRunning();
+    void saysThatTheTargetPathIsClosed();
+
+private:
+    QString inDesign(const QString &name) const { return program->path(u"soft/"_s + name); }
+    QStringList words(const QString &command = u"build run"_s) const
+    {
+        return {u"-c"_s, u"set done [designs add {%1}]; list"_s.arg(inDesign(u"component.xml"_s)),
+                u"-c"_s, command};
+    }
+    void makeDesign(const QByteArray &steps) const
+    {
+        program->write(u"soft/component.xml"_s, buildComponent(steps));
+    }
+    // Starts a build, and returns when its step runs.
+    void startBuild(QProcess *process, const QString &shell = {}) const;
+    QByteArray stepId() const { return Program::read(inDesign(u"pid"_s)); }
+
+    std::unique_ptr<Program> program;
+};
+
+void tst_BuildTrouble::init()
+{
+    program = std::make_unique<Program>();
+    program->write(u"soft/a.txt"_s, "a");
+}
+
+void tst_BuildTrouble::startBuild(QProcess *process, const QString &shell) const
+{
+    process->setProcessEnvironment(program->environment);
+    const QStringList all = QStringList {u"--session"_s, program->session} + words();
+    if (shell.isEmpty())
+        process->start(QStringLiteral(PROGRAM), all);
+    else
+        process->start(u"/bin/sh"_s, QStringList {u"-c"_s, shell, QStringLiteral(PROGRAM)} + all);
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(inDesign(u"there"_s)), 30'000);
+    QVERIFY(isAlive(stepId()));
+}
+
+void tst_BuildTrouble::isCancelledByASignal_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QByteArray>("command");
+    QTest::addColumn<bool>("hasOutput");
+    QTest::newRow("signal-1 interrupted") << SIGINT << longStep << true;
+    QTest::newRow("signal-2 terminated") << SIGTERM << longStep << true;
+    QTest::newRow("signal-3 hung up") << SIGHUP << longStep << true;
+    QTest::newRow("signal-4 a step that ignores it") << SIGINT << stubbornStep << true;
+    QTest::newRow("signal-5 a step that runs alone and ignores it")
+        << SIGINT << stubbornStep << false;
+}
+
+void tst_BuildTrouble::isCancelledByASignal()
+{
+    QFETCH(const int, number);
+    QFETCH(QByteArray, command);
+    QFETCH(const bool, hasOutput);
+    makeDesign(step("long", command.replace('>', "&gt;"), "a.txt", hasOutput ? "b.txt" : ""));
+    QProcess process;
+    startBuild(&process);
+    const QByteArray id = stepId();
+    QCOMPARE(::kill(pid_t(process.processId()), number), 0);
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitStatus(), QProcess::CrashExit);
+    QCOMPARE(process.exitCode(), number);
+    QVERIFY(!isAlive(id));
+    QCOMPARE(process.readAllStandardOutput(), QByteArray());
+    QCOMPARE(process.readAllStandardError(),
+             QByteArray("Warning: The build \"Main\" of design \"soft\" was cancelled\n"));
+}
+
+void tst_BuildTrouble::endsAtOnceAtTheSecondSignal()
+{
+    makeDesign(step("long", QByteArray(stubbornStep).replace('>', "&gt;")));
+    QProcess process;
+    startBuild(&process);
+    const QByteArray id = stepId();
+    QCOMPARE(::kill(pid_t(process.processId()), SIGINT), 0);
+    // It is caught once; as soon as it is not, the next one counts.
+    QTRY_VERIFY(!catches(process.processId(), SIGINT));
+    QCOMPARE(::kill(pid_t(process.processId()), SIGINT), 0);
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), SIGINT);
+    QCOMPARE(process.readAllStandardError(), QByteArray());
+    ::kill(pid_t(id.trimmed().toInt()), SIGKILL);
+}
+
+void tst_BuildTrouble::ignoresASignalThatItWasToldToIgnore()
+{
+    makeDesign(
+        step("long", "echo $$ &gt; pid; touch there; while [ -e there ]; do sleep 0.01; done"));
+    QProcess process;
+    startBuild(&process, u"trap '' HUP; exec \"$0\" \"$@\""_s);
+    QCOMPARE(::kill(pid_t(process.processId()), SIGHUP), 0);
+    QVERIFY(QFile::remove(inDesign(u"there"_s)));
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.readAllStandardOutput(),
+             QByteArray("Build configuration completed successfully\n"));
+}
+
+void tst_BuildTrouble::endsWhatStepsLeaveRunning()
+{
+    makeDesign(
+        step("careless", "sleep 1000 &amp; echo $! &gt; pid; cp a.txt b.txt", "a.txt", "b.txt"));
+    const Ended ended = program->run(words());
+    const QByteArray id = stepId().trimmed();
+    QCOMPARE(ended,
+             (Ended {0, "Build configuration completed successfully\n",
+                     "Warning: The steps left processes behind, which were ended: sleep (" + id
+                         + ")\n"}));
+    QVERIFY(!isAlive(id));
+}
+
+void tst_BuildTrouble::saysThatTheTargetPathIsClosed()
+{
+    makeDesign(step("copy", "cp a.txt $(OUTPUTS)", "a.txt", "$(TARGET_PATH)/b.txt"));
+    program->dropPrivileges = true;
+    const QString target = inDesign(u"build/Main"_s);
+    QVERIFY(QDir().mkpath(target));
+    QVERIFY(QFile::setPermissions(target, QFile::ReadOwner | QFile::ExeOwner));
+    const Ended ended =
+        program->run(words(u"list [catch {build run} answer] $answer [build get run_state]"_s));
+    QVERIFY(QFile::setPermissions(target, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    QCOMPARE(ended,
+             (Ended {0, "1 {Build configuration run failed} Failed\n",
+                     "Error: Cannot write \"" + target.toUtf8()
+                         + "/build.ninja\": Permission denied\nError: The build \"Main\" of design "
+                           "\"soft\" failed\n"}));
+    QVERIFY(QDir(target).isEmpty());
+}
+
+QTEST_GUILESS_MAIN(tst_BuildTrouble)
+#include "tst_BuildTrouble.moc"
