@@ -6,9 +6,13 @@
 #include "app/editor/TabMenu.h"
 #include "app/editor/unsavedchanges.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPointer>
+
+#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -19,7 +23,7 @@ EditorArea::EditorArea(QWidget *parent) : QTabWidget(parent), tabs(new EditorTab
     setDocumentMode(true);
     setMovable(true);
     setTabsClosable(true);
-    setElideMode(Qt::ElideMiddle);
+    setElideMode(Qt::ElideNone);
     setUsesScrollButtons(true);
     setFocusPolicy(Qt::StrongFocus);
     theActions = new EditorActions(this);
@@ -44,7 +48,6 @@ EditorPage *EditorArea::addPage(EditorPage *added, bool bringUp)
     } else if (!shown) {
         shown = added;
         addTab(shown, QString());
-        updateTab(shown);
         connect(shown, &EditorPage::stateChanged, this, [this, shown] { updateTab(shown); });
         connect(shown, &EditorPage::commandsChanged, theActions, &EditorActions::update);
     }
@@ -136,12 +139,12 @@ void EditorArea::paintEvent(QPaintEvent *event)
                         "Double-click a file of a design to edit it."));
 }
 
-void EditorArea::tabInserted(int) { theActions->update(); }
+void EditorArea::tabInserted(int) { updateTabs(); }
 
 // The focus stays in the area when the tab that had it is closed.
 void EditorArea::tabRemoved(int)
 {
-    theActions->update();
+    updateTabs();
     QWidget *focused = focusWidget();
     const bool inArea = focused && (focused == this || isAncestorOf(focused));
     if (currentPage() && inArea)
@@ -187,13 +190,31 @@ void EditorArea::updateTab(EditorPage *page)
     const int index = indexOf(page);
     if (index < 0)
         return;
-    QString title = page->title();
+    QString title = titleAmongOthers(page);
     title.replace(u'&', u"&&"_s);
     setTabText(index, page->isModified() ? title + u'*' : title);
     setTabToolTip(index, page->toolTipText());
     theActions->update();
     if (page == currentPage())
         Q_EMIT currentPageChanged();
+}
+
+// Files of one name are told apart by their folders.
+QString EditorArea::titleAmongOthers(const EditorPage *page) const
+{
+    const QString title = page->title();
+    const QString folder = QFileInfo(page->filePath()).dir().dirName();
+    const QList<EditorPage *> all = pages();
+    const bool alone = std::none_of(all.begin(), all.end(), [&](const EditorPage *other) {
+        return other != page && other->title() == title;
+    });
+    return alone || page->filePath().isEmpty() ? title : tr("%1 \u2013 %2").arg(title, folder);
+}
+
+void EditorArea::updateTabs()
+{
+    for (EditorPage *page : pages())
+        updateTab(page);
 }
 
 void EditorArea::showMenu(int index, const QPoint &globalPosition)

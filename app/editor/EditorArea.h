@@ -58,6 +58,8 @@ private:
     bool closePages(const QList<EditorPage *> &closing);
     bool saveBeforeClosing(const QList<EditorPage *> &changed);
     void updateTab(EditorPage *page);
+    void updateTabs();
+    QString titleAmongOthers(const EditorPage *page) const;
     void showMenu(int index, const QPoint &globalPosition);
 
     EditorTabBar *tabs;

@@ -9,14 +9,16 @@
 class FakePage : public EditorPage
 {
 public:
-    explicit FakePage(const QString &name) : theName(name)
+    explicit FakePage(const QString &name, const QString &key = {})
+        : theName(name),
+          theKey(key.isEmpty() ? name : key)
     {
         setFocusProxy(line);
         auto *layout = new QVBoxLayout(this);
         layout->addWidget(line);
     }
 
-    QString key() const override { return theName; }
+    QString key() const override { return theKey; }
     QString title() const override { return theName; }
     QString toolTipText() const override { return QStringLiteral("the file ") + theName; }
     QString filePath() const override { return path; }
@@ -50,6 +52,7 @@ public:
 
 private:
     QString theName;
+    QString theKey;
     QLineEdit *line = new QLineEdit(this);
     bool modified = false;
 };

@@ -23,6 +23,7 @@ private Q_SLOTS:
     void cleanup();
 
     void aTabShowsItsPage();
+    void filesOfOneNameAreToldApart();
     void aKeyHasOnePage();
     void tabsAreClosed_data();
     void tabsAreClosed();
@@ -108,6 +109,21 @@ void tst_EditorArea::aTabShowsItsPage()
     QCOMPARE(changes.size(), 1);
     page->setModified(false);
     QCOMPARE(area->tabText(0), u"rtl && more.v"_s);
+}
+
+void tst_EditorArea::filesOfOneNameAreToldApart()
+{
+    const auto open = [this](const QString &path) {
+        auto *page = new FakePage(path.section(u'/', -1), path);
+        page->path = path;
+        return area->addPage(page);
+    };
+    open(u"/d/rtl/top.v"_s);
+    EditorPage *second = open(u"/d/sim/top.v"_s);
+    open(u"/d/sim/other.v"_s);
+    QCOMPARE(titles(), (QStringList {u"top.v \u2013 rtl"_s, u"top.v \u2013 sim"_s, u"other.v"_s}));
+    QVERIFY(area->closePage(second));
+    QCOMPARE(titles(), (QStringList {u"top.v"_s, u"other.v"_s}));
 }
 
 void tst_EditorArea::aKeyHasOnePage()
