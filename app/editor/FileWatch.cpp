@@ -43,6 +43,12 @@ void FileWatch::remove(const QString &path)
     release(QFileInfo(path).path());
 }
 
+void FileWatch::renew(const QString &path)
+{
+    watcher.addPath(path);
+    watcher.addPath(QFileInfo(path).path());
+}
+
 void FileWatch::hold(const QString &path)
 {
     if (++holders[path] == 1)

@@ -20,6 +20,9 @@ public:
     void add(const QString &path);
     void remove(const QString &path);
 
+    // Watches a path again that was lost, such as one whose folder was away for a while.
+    void renew(const QString &path);
+
 Q_SIGNALS:
     // Something happened to the file itself, or somewhere in its folder.
     void fileTouched(const QString &path);

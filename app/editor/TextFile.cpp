@@ -118,6 +118,7 @@ TextFile::Disk TextFile::look(Trust trust)
     const diskfile::Stamp now = diskfile::stamp(thePath);
     if (!now.exists())
         return Disk::Missing;
+    watch->renew(thePath);
     if (trust == Trust::Stamp && now == knownStamp)
         return Disk::Same;
     const diskfile::Content content = diskfile::read(thePath, sizeLimit);

@@ -8,6 +8,7 @@
 
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPointer>
 #include <QScrollBar>
 #include <QTextBlock>
 
@@ -89,9 +90,11 @@ bool TextPage::save(QString *error)
         setDisk(now, unreadable);
         return false;
     }
+    // The page may be gone when the question is answered.
+    const QPointer<TextPage> self(this);
     if (now == TextFile::Disk::Missing && !mayMakeAgain())
         return false;
-    return write(error);
+    return self && write(error);
 }
 
 bool TextPage::saveCopy(const QString &path, QString *error) const
@@ -221,8 +224,9 @@ void TextPage::updateNotice()
 
 void TextPage::askForCopy()
 {
+    const QPointer<TextPage> self(this);
     const QString path = QFileDialog::getSaveFileName(this, tr("Save a Copy"), file->path());
     QString error;
-    if (!path.isEmpty() && !saveCopy(path, &error))
+    if (self && !path.isEmpty() && !saveCopy(path, &error))
         QMessageBox::warning(this, tr("Not Saved"), error);
 }

@@ -44,6 +44,7 @@ private Q_SLOTS:
     void savingAFileThatIsGone_data();
     void savingAFileThatIsGone();
     void aFolderThatIsGone();
+    void aFolderThatComesBack();
     void aFileThatComesBack_data();
     void aFileThatComesBack();
     void whatBecomesUnreadableKeepsItsText();
@@ -354,6 +355,22 @@ void tst_TextConflict::aFolderThatIsGone()
     QCOMPARE(error, u"Cannot write \"%1\": No such file or directory"_s.arg(path));
     QVERIFY(page->isModified());
     QCOMPARE(shown(), u"xone\ntwo\n"_s);
+}
+
+// Nothing tells of a folder that is made again, but who comes back to the page sees it.
+void tst_TextConflict::aFolderThatComesBack()
+{
+    QVERIFY(QFile::remove(path));
+    QVERIFY(QDir(folder->path()).rmdir(u"rtl"_s));
+    QTRY_VERIFY(page->isModified());
+    QVERIFY(QDir(folder->path()).mkdir(u"rtl"_s));
+    QVERIFY(files::write(path, "other\n"));
+    page->hide();
+    page->show();
+    QCOMPARE(shown(), u"other\n"_s);
+    QVERIFY(!page->isModified());
+    QVERIFY(files::replace(path, "and again\n"));
+    QTRY_COMPARE(shown(), u"and again\n"_s);
 }
 
 void tst_TextConflict::aFileThatComesBack_data()
