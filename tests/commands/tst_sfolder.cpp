@@ -152,6 +152,8 @@ private Q_SLOTS:
              "Making a property read only is specified using \"true\" or \"false\" (Case "
              "Insensitive)",
              ""},
+            {"sfolder-property-set-8 with more words it is not looked at",
+             "sfolder property set q int 5 maybe x", TCL_OK, done, calls},
             {"sfolder-property-set-4 too few words", "sfolder property set q int", TCL_ERROR,
              "You did not provide enough parameters to set property \"q\" on folder \"/wf/a %3\"",
              ""},

@@ -163,6 +163,8 @@ private Q_SLOTS:
              "Making a property read only is specified using \"true\" or \"false\" (Case "
              "Insensitive)",
              ""},
+            {"sproperty-property-set-9 with more words it is not looked at",
+             "sproperty property set q int 5 maybe x", TCL_OK, done, calls},
             {"sproperty-property-set-4 too few words", "sproperty property set q int", TCL_ERROR,
              "You did not provide enough parameters to set property \"q\" on design property "
              "\"WIDTH %3\"",
