@@ -1,42 +1,14 @@
-#include "app/builds/BuildConfigurationPage.h"
-#include "tests/host/MorvalenCore/SessionFixture.h"
+#include "tests/app/builds/ConfigurationPageTest.h"
 
-#include <MorvalenCore/BuildConfiguration.h>
-
-#include <QHeaderView>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QPushButton>
 #include <QSignalSpy>
 #include <QTableWidget>
-#include <QTest>
 
-using namespace Qt::Literals::StringLiterals;
-using namespace MorvalenCore;
-using MorvalenCore::Interfaces::IDesign;
-
-namespace {
-
-const BuildDescription debug {
-    u"Debug"_s,
-    {},
-    {{u"CC"_s, u"cc"_s}},
-    {{u"compile"_s, u"$(CC) -c $(INPUTS)"_s, {u"a.c"_s}, {u"a.o"_s}},
-     {u"link"_s, u"ld $(INPUTS)"_s, {u"a.o"_s}, {u"a"_s}}},
-};
-
-} // namespace
-
-// The editor of build configurations, on a real design.
-class tst_BuildConfigurationPage : public QObject
+// What a user does with a build configuration.
+class tst_BuildConfigurationPage : public ConfigurationPageTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-
     void showsTheConfiguration();
     void savesWhatIsTyped();
     void savesAnotherName();
@@ -44,104 +16,8 @@ private Q_SLOTS:
     void movesSteps();
     void changesMacros();
     void keepsWhatIsNotTouched();
-    void followsAScript();
-    void asksInAConflict_data();
-    void asksInAConflict();
-    void refusesWhatTheDesignRefuses();
-    void isReadOnlyForAReadOnlyDesign();
     void showsStepsOfFilesWithTheReason();
-    void goesWithItsConfiguration();
-    void addsTheConfigurationAgain();
-    void keepsChangesOfAClosedDesign();
-    void staysModifiedWhenTheFileCannotBeWritten();
-
-private:
-    void showPage(const QString &name);
-    template <typename T>
-    T *child(const char *name) const
-    {
-        return page->findChild<T *>(QLatin1StringView(name));
-    }
-    void type(QWidget *field, const QString &text) const
-    {
-        field->setFocus();
-        QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClicks(field, text);
-    }
-    void click(const char *name) const
-    {
-        QTest::mouseClick(child<QPushButton>(name), Qt::LeftButton);
-    }
-    void clickStep(int row) const
-    {
-        auto *view = child<QTableView>("stepTable");
-        const QRect cell = view->visualRect(view->model()->index(row, 0));
-        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, cell.center());
-    }
-    QString notice() const
-    {
-        const auto *bar = child<QWidget>("notice");
-        QString text;
-        for (const QLabel *label : bar->findChildren<QLabel *>())
-            text += label->text();
-        return bar->isVisible() ? text : QString();
-    }
-    void answer(const QString &text) const
-    {
-        for (QPushButton *button : child<QWidget>("notice")->findChildren<QPushButton *>()) {
-            if (button->text() == text)
-                QTest::mouseClick(button, Qt::LeftButton);
-        }
-    }
-    // What another program would read.
-    BuildDescription inTheFile(const QString &name);
-
-    std::unique_ptr<SessionFixture> session;
-    IDesign *design = nullptr;
-    BuildConfiguration *configuration = nullptr;
-    QPointer<BuildConfigurationPage> page;
-    QString error;
 };
-
-void tst_BuildConfigurationPage::init()
-{
-    session = std::make_unique<SessionFixture>();
-    design = session->create(u"d"_s);
-    configuration = design->addBuildConfiguration(u"Debug"_s, &error);
-    QVERIFY(configuration && configuration->setDescription(debug, &error));
-    QVERIFY(design->saveToComponentFile(&error));
-    error.clear();
-    showPage(u"Debug"_s);
-}
-
-void tst_BuildConfigurationPage::cleanup()
-{
-    delete page;
-    session.reset();
-}
-
-void tst_BuildConfigurationPage::showPage(const QString &name)
-{
-    delete page;
-    page = BuildConfigurationPage::create(design, name);
-    QVERIFY(page);
-    page->resize(800, 800);
-    page->show();
-    QVERIFY(QTest::qWaitForWindowActive(page));
-}
-
-BuildDescription tst_BuildConfigurationPage::inTheFile(const QString &name)
-{
-    const QString copy = session->path(u"copy/component.xml"_s);
-    QByteArray bytes = SessionFixture::read(design->componentFileName());
-    SessionFixture::write(copy, bytes.replace("<ipxact:name>d<", "<ipxact:name>copy<"));
-    const IDesign *opened = session->open(copy);
-    const BuildConfiguration *found = opened ? opened->buildConfiguration(name) : nullptr;
-    const BuildDescription description = found ? found->description() : BuildDescription();
-    if (opened)
-        SessionFixture::manager()->closeDesign(opened->id(u"."_s), false);
-    return description;
-}
 
 void tst_BuildConfigurationPage::showsTheConfiguration()
 {
@@ -279,83 +155,6 @@ void tst_BuildConfigurationPage::keepsWhatIsNotTouched()
     QCOMPARE(configuration->description(), wanted);
 }
 
-void tst_BuildConfigurationPage::followsAScript()
-{
-    BuildDescription changed = debug;
-    changed.targetPath = u"elsewhere"_s;
-    changed.steps[0].command = u"clang"_s;
-    QVERIFY(configuration->setDescription(changed, &error));
-    QCOMPARE(child<QLineEdit>("targetPath")->text(), u"elsewhere"_s);
-    QCOMPARE(child<QPlainTextEdit>("stepCommand")->toPlainText(), u"clang"_s);
-    QVERIFY(!page->isModified());
-    QCOMPARE(notice(), QString());
-}
-
-void tst_BuildConfigurationPage::asksInAConflict_data()
-{
-    QTest::addColumn<QString>("button");
-    QTest::addColumn<QString>("targetPath");
-    QTest::addColumn<QString>("command");
-    QTest::newRow("conflict-1 theirs") << u"&Load Theirs"_s << u"theirs"_s << u"theirs too"_s;
-    QTest::newRow("conflict-2 mine") << u"&Keep Mine"_s << u""_s << u"mine"_s;
-}
-
-void tst_BuildConfigurationPage::asksInAConflict()
-{
-    QFETCH(const QString, button);
-    QFETCH(const QString, targetPath);
-    QFETCH(const QString, command);
-    type(child<QPlainTextEdit>("stepCommand"), u"mine"_s);
-    BuildDescription theirs = debug;
-    theirs.targetPath = u"theirs"_s;
-    theirs.steps[0].command = u"theirs too"_s;
-    QVERIFY(configuration->setDescription(theirs, &error));
-    QCOMPARE(notice(),
-             u"The build configuration was changed elsewhere, and you have changed it here."_s);
-    QCOMPARE(child<QPlainTextEdit>("stepCommand")->toPlainText(), u"mine"_s);
-    QVERIFY(!page->save(&error));
-    QCOMPARE(error, QString());
-    QCOMPARE(configuration->description(), theirs);
-
-    answer(button);
-    QCOMPARE(notice(), QString());
-    QVERIFY(page->save(&error));
-    QCOMPARE(configuration->description().targetPath, targetPath);
-    QCOMPARE(configuration->description().steps[0].command, command);
-    QVERIFY(!page->isModified());
-}
-
-void tst_BuildConfigurationPage::refusesWhatTheDesignRefuses()
-{
-    QVERIFY(design->addBuildConfiguration(u"Other"_s, &error));
-    type(child<QLineEdit>("configurationName"), u"Other"_s);
-    QVERIFY(!page->save(&error));
-    QCOMPARE(error, u"The design \"d\" has a build configuration \"Other\" already"_s);
-    QVERIFY(page->isModified());
-    QCOMPARE(child<QLineEdit>("configurationName")->text(), u"Other"_s);
-    QCOMPARE(configuration->description(), debug);
-}
-
-void tst_BuildConfigurationPage::isReadOnlyForAReadOnlyDesign()
-{
-    type(child<QLineEdit>("targetPath"), u"x"_s);
-    design->setReadOnly(true);
-    QCOMPARE(notice(), u"The design \"d\" is read-only."_s);
-    QVERIFY(!page->save(&error));
-    QCOMPARE(error, u"The design \"d\" is read-only"_s);
-    QTest::keyClicks(child<QLineEdit>("targetPath"), u"y"_s);
-    QTest::keyClicks(child<QLineEdit>("stepName"), u"y"_s);
-    QTest::keyClicks(child<QPlainTextEdit>("stepCommand"), u"y"_s);
-    QCOMPARE(child<QLineEdit>("targetPath")->text(), u"x"_s);
-    for (const char *button : {"addStep", "removeStep", "moveStepUp", "addMacro", "removeMacro"})
-        QVERIFY2(!child<QPushButton>(button)->isEnabled(), button);
-    design->setReadOnly(false);
-    QCOMPARE(notice(), QString());
-    QVERIFY(page->save(&error));
-    QCOMPARE(configuration->description().targetPath, u"x"_s);
-    QCOMPARE(configuration->description().steps, debug.steps);
-}
-
 void tst_BuildConfigurationPage::showsStepsOfFilesWithTheReason()
 {
     SessionFixture::write(
@@ -388,54 +187,6 @@ void tst_BuildConfigurationPage::showsStepsOfFilesWithTheReason()
     QVERIFY(page->save(&error));
     QCOMPARE(design->activeBuildConfiguration()->stepNamesInOrder(-1),
              QStringList({u"own"_s, u"a.o"_s}));
-}
-
-void tst_BuildConfigurationPage::goesWithItsConfiguration()
-{
-    QVERIFY(design->removeBuildConfiguration(u"Debug"_s, &error));
-    QTRY_VERIFY(!page);
-}
-
-void tst_BuildConfigurationPage::addsTheConfigurationAgain()
-{
-    type(child<QLineEdit>("targetPath"), u"x"_s);
-    QVERIFY(design->removeBuildConfiguration(u"Debug"_s, &error));
-    QTRY_COMPARE(notice(),
-                 u"The build configuration is no longer in the design \"d\"; saving adds it "
-                 u"again."_s);
-    QVERIFY2(page->save(&error), qPrintable(error));
-    BuildDescription wanted = debug;
-    wanted.targetPath = u"x"_s;
-    QCOMPARE(inTheFile(u"Debug"_s), wanted);
-    QVERIFY(!page->isModified());
-    QCOMPARE(notice(), QString());
-}
-
-void tst_BuildConfigurationPage::keepsChangesOfAClosedDesign()
-{
-    type(child<QLineEdit>("targetPath"), u"x"_s);
-    QVERIFY(SessionFixture::manager()->closeDesign(design->id(u"."_s), false));
-    QTRY_COMPARE(notice(), u"The design \"d\" is closed; your changes can no longer be saved."_s);
-    QVERIFY(page->isModified());
-    QVERIFY(!page->save(&error));
-    QCOMPARE(error, u"The design \"d\" is closed"_s);
-    QCOMPARE(child<QLineEdit>("targetPath")->text(), u"x"_s);
-}
-
-void tst_BuildConfigurationPage::staysModifiedWhenTheFileCannotBeWritten()
-{
-    type(child<QLineEdit>("targetPath"), u"x"_s);
-    const QString file = design->componentFileName();
-    QVERIFY(QFile::rename(file, file + u".away"_s));
-    QVERIFY(QDir().mkdir(file));
-    QVERIFY(!page->save(&error));
-    QVERIFY(!error.isEmpty());
-    QVERIFY(page->isModified());
-    QVERIFY(QDir().rmdir(file));
-    QVERIFY(QFile::rename(file + u".away"_s, file));
-    QVERIFY2(page->save(&error), qPrintable(error));
-    QVERIFY(!page->isModified());
-    QCOMPARE(inTheFile(u"Debug"_s).targetPath, u"x"_s);
 }
 
 QTEST_MAIN(tst_BuildConfigurationPage)
