@@ -14,7 +14,7 @@ namespace {
 const QString modeIconFile = u":/morvalen/designs_mode.png"_s;
 
 // How much room the tree gets at first.
-constexpr int treeCharacters = 84;
+constexpr int treeCharacters = 92;
 
 } // namespace
 

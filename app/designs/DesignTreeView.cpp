@@ -43,7 +43,7 @@ QList<int> placeOf(const QModelIndex &index)
 void arrangeColumns(QHeaderView *header)
 {
     const QFontMetrics metrics = header->fontMetrics();
-    constexpr int widths[] {32, 22, 16, 16};
+    constexpr int widths[] {32, 25, 16, 14};
     for (int column = 0; column < TreeColumnCount; ++column)
         header->resizeSection(column, metrics.averageCharWidth() * widths[column]);
     header->setStretchLastSection(true);

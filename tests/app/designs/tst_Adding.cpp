@@ -127,7 +127,8 @@ void tst_Adding::dropsFiles()
 void tst_Adding::dropsFolders()
 {
     QVERIFY(QDir().mkpath(in(u"ip"_s)));
-    QVERIFY(drop(row({}), {QUrl::fromLocalFile(in(u"ip"_s)), QUrl::fromLocalFile(write(u"b.v"_s))}));
+    QVERIFY(
+        drop(row({}), {QUrl::fromLocalFile(in(u"ip"_s)), QUrl::fromLocalFile(write(u"b.v"_s))}));
     QVERIFY(uart->folderByActualPath(in(u"ip"_s)));
     QVERIFY(files().contains(u"rtl: b.v"_s));
 }
@@ -158,9 +159,9 @@ void tst_Adding::refusesDrops()
 
 void tst_Adding::tellsWhatADesignDoesNotTake()
 {
-    QVERIFY(drop(row({}), {QUrl::fromLocalFile(in(u"rtl/a.v"_s)),
-                           QUrl::fromLocalFile(in(u"gone.v"_s)),
-                           QUrl::fromLocalFile(write(u"b.v"_s))}));
+    QVERIFY(drop(row({}),
+                 {QUrl::fromLocalFile(in(u"rtl/a.v"_s)), QUrl::fromLocalFile(in(u"gone.v"_s)),
+                  QUrl::fromLocalFile(write(u"b.v"_s))}));
     QCOMPARE(files().size(), 2);
     const auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
     QVERIFY(box);
