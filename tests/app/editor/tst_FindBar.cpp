@@ -1,30 +1,18 @@
-#include "app/editor/EditorArea.h"
-#include "app/editor/FindBar.h"
-#include "app/editor/GoToLineBar.h"
-#include "app/editor/TextEdit.h"
-#include "app/editor/TextPage.h"
-#include "tests/app/editor/files.h"
+#include "tests/app/editor/SearchFixture.h"
 
-#include <QApplication>
 #include <QCheckBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QScrollBar>
-#include <QTemporaryDir>
-#include <QTextBlock>
-#include <QToolButton>
 
 using namespace Qt::Literals::StringLiterals;
 
 // Searching as users do it: with keys and mouse in a page of the editor area.
-class tst_FindBar : public QObject
+class tst_FindBar : public QObject, private SearchFixture
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init() { QVERIFY(openArea()); }
+    void cleanup() { area.reset(); }
 
     void typingSearches();
     void theSelectionIsSearchedFor();
@@ -40,78 +28,13 @@ private Q_SLOTS:
     void escapeGoesBack();
     void theCloseButtonCloses();
 
-    void oneIsReplaced();
-    void allAreReplacedInOneStep();
-    void readOnlyTextsAreNotReplaced();
-
-    void aLineIsGoneTo_data();
-    void aLineIsGoneTo();
-    void oneStripAtATime();
-
 private:
-    void open(const QByteArray &bytes);
-    void press(int key, Qt::KeyboardModifiers modifiers = {}) const
-    {
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key(key), modifiers);
-    }
-    void type(const QString &text) const { QTest::keyClicks(QApplication::focusWidget(), text); }
     void find(const QString &text) const
     {
         press(Qt::Key_F, Qt::ControlModifier);
         type(text);
     }
-    template <typename Widget>
-    Widget *child(const char *name) const
-    {
-        return bar->findChild<Widget *>(QString::fromLatin1(name));
-    }
-    void click(const char *button) const
-    {
-        QTest::mouseClick(child<QAbstractButton>(button), Qt::LeftButton);
-    }
-    QString status() const { return child<QLabel>("status")->text(); }
-    // Line, column and text of the selection.
-    QString selected() const;
-
-    std::unique_ptr<QTemporaryDir> folder;
-    std::unique_ptr<EditorArea> area;
-    TextPage *page = nullptr;
-    TextEdit *edit = nullptr;
-    FindBar *bar = nullptr;
 };
-
-void tst_FindBar::init()
-{
-    folder = std::make_unique<QTemporaryDir>();
-    area = std::make_unique<EditorArea>();
-    area->resize(800, 400);
-    area->show();
-    QVERIFY(QTest::qWaitForWindowActive(area.get()));
-    open("wire clk;\nwire CLK_i;\n\nassign clk = CLK_i;\n");
-}
-
-void tst_FindBar::cleanup() { area.reset(); }
-
-void tst_FindBar::open(const QByteArray &bytes)
-{
-    QString error;
-    const QString path = folder->filePath(u"f%1.v"_s.arg(area->count()));
-    QVERIFY(files::write(path, bytes));
-    page = TextPage::open(path, &error);
-    QVERIFY2(page, qPrintable(error));
-    area->addPage(page);
-    edit = page->textEdit();
-    bar = page->findChild<FindBar *>();
-    QCOMPARE(QApplication::focusWidget(), edit);
-}
-
-QString tst_FindBar::selected() const
-{
-    QTextCursor start = edit->textCursor();
-    start.setPosition(start.selectionStart());
-    return u"%1:%2 "_s.arg(start.blockNumber() + 1).arg(start.positionInBlock() + 1)
-        + edit->textCursor().selectedText();
-}
 
 void tst_FindBar::typingSearches()
 {
@@ -231,7 +154,7 @@ void tst_FindBar::nothingIsFound()
 
 void tst_FindBar::tooManyAreNotCounted()
 {
-    open(QByteArray(10'001, 'x'));
+    QVERIFY(openPage(QByteArray(10'001, 'x')));
     find(u"x"_s);
     QCOMPARE(status(), u"more than 10,000"_s);
 }
@@ -249,7 +172,7 @@ void tst_FindBar::theCountFollowsTheText()
 
 void tst_FindBar::matchesInSightAreMarked()
 {
-    open(QByteArray("x\n").repeated(1000));
+    QVERIFY(openPage(QByteArray("x\n").repeated(1000)));
     find(u"x"_s);
     const auto marked = [this] {
         QList<int> lines;
@@ -282,90 +205,6 @@ void tst_FindBar::theCloseButtonCloses()
     find(u"wire"_s);
     click("close");
     QVERIFY(!bar->isVisible());
-    QCOMPARE(QApplication::focusWidget(), edit);
-}
-
-void tst_FindBar::oneIsReplaced()
-{
-    press(Qt::Key_H, Qt::ControlModifier);
-    type(u"clk"_s);
-    QTest::mouseClick(child<QLineEdit>("replacement"), Qt::LeftButton);
-    type(u"clock"_s);
-    press(Qt::Key_Return);
-    QCOMPARE(edit->document()->firstBlock().text(), u"wire clock;"_s);
-    QCOMPARE(selected(), u"2:6 CLK"_s);
-    click("replace");
-    QCOMPARE(edit->document()->findBlockByNumber(1).text(), u"wire clock_i;"_s);
-    QCOMPARE(selected(), u"4:8 clk"_s);
-    // What is selected but not a match is no business of the button's.
-    edit->selectAll();
-    click("replace");
-    QCOMPARE(selected(), u"4:8 clk"_s);
-}
-
-void tst_FindBar::allAreReplacedInOneStep()
-{
-    const QString before = edit->toPlainText();
-    press(Qt::Key_H, Qt::ControlModifier);
-    type(u"clk"_s);
-    child<QLineEdit>("replacement")->setText(u"clock"_s);
-    click("replaceAll");
-    QCOMPARE(edit->toPlainText(), u"wire clock;\nwire clock_i;\n\nassign clock = clock_i;\n"_s);
-    QCOMPARE(status(), u"not found, 4 replaced"_s);
-    edit->setFocus();
-    press(Qt::Key_Z, Qt::ControlModifier);
-    QCOMPARE(edit->toPlainText(), before);
-    QVERIFY(!page->isModified());
-}
-
-void tst_FindBar::readOnlyTextsAreNotReplaced()
-{
-    page->setHold(TextPage::Caller, u"it was opened for reading"_s);
-    QVERIFY(!page->can(EditorPage::Replace));
-    press(Qt::Key_H, Qt::ControlModifier);
-    QVERIFY(!bar->isVisible());
-    bar->open(true);
-    QVERIFY(!child<QLineEdit>("replacement")->isVisible());
-    type(u"clk"_s);
-    QCOMPARE(selected(), u"1:6 clk"_s);
-}
-
-void tst_FindBar::aLineIsGoneTo_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("place");
-    QTest::newRow("line-1 with Ctrl+L") << int(Qt::Key_L) << u"3"_s << u"3:1 "_s;
-    QTest::newRow("line-2 with Ctrl+G") << int(Qt::Key_G) << u"4"_s << u"4:1 "_s;
-    // What is typed cannot be beyond the last line.
-    QTest::newRow("line-3 beyond the end") << int(Qt::Key_L) << u"9"_s << u"1:1 "_s;
-}
-
-void tst_FindBar::aLineIsGoneTo()
-{
-    QFETCH(const int, key);
-    QFETCH(const QString, typed);
-    QFETCH(const QString, place);
-    press(key, Qt::ControlModifier);
-    const auto *lines = page->findChild<GoToLineBar *>();
-    QVERIFY(lines->isVisible());
-    type(typed);
-    press(Qt::Key_Return);
-    QVERIFY(!lines->isVisible());
-    QCOMPARE(QApplication::focusWidget(), edit);
-    QCOMPARE(selected(), place);
-}
-
-void tst_FindBar::oneStripAtATime()
-{
-    const auto *lines = page->findChild<GoToLineBar *>();
-    press(Qt::Key_L, Qt::ControlModifier);
-    press(Qt::Key_F, Qt::ControlModifier);
-    QVERIFY(!lines->isVisible() && bar->isVisible());
-    press(Qt::Key_L, Qt::ControlModifier);
-    QVERIFY(lines->isVisible() && !bar->isVisible());
-    press(Qt::Key_Escape);
-    QVERIFY(!lines->isVisible());
     QCOMPARE(QApplication::focusWidget(), edit);
 }
 
