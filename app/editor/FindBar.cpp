@@ -63,6 +63,7 @@ FindBar::FindBar(TextEdit *theEdit, QWidget *parent)
     layout->addWidget(optionLine());
     replacing = replaceLine();
     layout->addWidget(replacing);
+    setTabOrder(pattern, words);
     hide();
 
     countTimer->setSingleShot(true);

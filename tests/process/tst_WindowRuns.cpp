@@ -18,6 +18,7 @@ private Q_SLOTS:
     void ends();
     void filesAreOpened();
     void badFilesAreInTheLog();
+    void theActiveFileIsOpened();
     void anIdleWindowRests();
     void noDisplay();
 
@@ -98,6 +99,20 @@ void tst_WindowRuns::badFilesAreInTheLog()
 }
 
 // Ticks of the clock, a hundredth of a second each, in more than a second after a timer has fired.
+// Without a window the answer is "false".
+void tst_WindowRuns::theActiveFileIsOpened()
+{
+    QCOMPARE(runWindow("designs new uart; files add top.v; files set_active top.v\n"
+                       "say [list [catch {sfile open} result] $result]\n"
+                       "close [open [sfile get actual_path] w]\n"
+                       "say [list [catch {sfile open} result] $result]\n"
+                       "quit"),
+             (Ended {0, "", ""}));
+    const QString scripts = program->session + u"/Scripts/"_s;
+    QCOMPARE(Program::read(scripts + u"said"_s), QByteArray("1 false\n0 true\n"));
+    QVERIFY(log().contains("top.v\": No such file or directory"));
+}
+
 void tst_WindowRuns::anIdleWindowRests()
 {
     QCOMPARE(runWindow("proc ticks {} {\n"

@@ -19,7 +19,8 @@ void tst_Replacing::oneIsReplaced()
 {
     press(Qt::Key_H, Qt::ControlModifier);
     type(u"clk"_s);
-    QTest::mouseClick(child<QLineEdit>("replacement"), Qt::LeftButton);
+    press(Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), child<QLineEdit>("replacement"));
     type(u"clock"_s);
     press(Qt::Key_Return);
     QCOMPARE(edit->document()->firstBlock().text(), u"wire clock;"_s);
