@@ -19,8 +19,8 @@ public:
     // height that a change may not bring even before it is laid out, when hiding takes longer.
     struct Heights
     {
-        double most = 6'000'000;
-        double kept = 3'500'000;
+        double most = 7'000'000;
+        double kept = 2'500'000;
         double never = 8'000'000;
     };
 
