@@ -86,7 +86,12 @@ MainWindow::MainWindow(QWidget *parent)
     windowlayout::restore(this);
 }
 
-MainWindow::~MainWindow() = default;
+// The widgets in docks go after the window's own members.
+MainWindow::~MainWindow()
+{
+    for (auto dock = extensionDocks.cbegin(); dock != extensionDocks.cend(); ++dock)
+        disconnect(dock.key(), nullptr, this, nullptr);
+}
 
 void MainWindow::addMode(IMode *mode)
 {

@@ -3,21 +3,18 @@
 #include "app/BatchRun.h"
 #include "app/builds/BuildInterrupt.h"
 #include "app/CommandLine.h"
-#include "app/DesignsMode.h"
-#include "app/editor/WindowEditorManager.h"
-#include "app/MainWindow.h"
+#include "app/display.h"
 #include "app/programend.h"
 #include "app/qtmessages.h"
 #include "app/Session.h"
 #include "app/standardstreams.h"
 #include "app/TerminalProgress.h"
-#include "console/QtclConsole.h"
+#include "app/WindowRun.h"
 #include "interp/commandsManager.h"
 #include "interp/QtNotifier.h"
 #include "scripting/TclScriptManager.h"
 
 #include <MorvalenCore/DesignProjectItem.h>
-#include <MorvalenCore/EditorManager.h>
 #include <Qtilities/FileLoggerEngine.h>
 #include <Qtilities/Logger.h>
 #include <Qtilities/ProjectManager.h>
@@ -25,10 +22,8 @@
 #include <Qtilities/StandardErrorEngine.h>
 
 #include <QDir>
-#include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
-using MorvalenCore::EditorManager;
 using Qtilities::CoreGui::QtilitiesApplication;
 using Qtilities::Logging::FileLoggerEngine;
 using Qtilities::Logging::Logger;
@@ -48,13 +43,6 @@ int fail(const QString &reason, int status = badCommandLine)
 }
 
 int show(const QString &text) { return standardstreams::print(text) ? 0 : failure; }
-
-// Without this, Qt would abort.
-bool hasDisplay()
-{
-    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY")
-        || qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
-}
 
 QString version()
 {
@@ -78,40 +66,11 @@ void startLog(const CommandLine &line)
         Logger::instance()->logMessage(QString(), Logger::Warning, error);
 }
 
-void prepareEnd() { programend::prepare(commandsManager::getInstance(nullptr)->interp); }
-
-int runInWindow(const CommandLine &line)
-{
-    MainWindow window;
-    QtilitiesApplication::setMainWindow(&window);
-    auto *scripting = new TclScripting::TclScriptManager(nullptr, &window);
-    prepareEnd();
-    window.addMode(scripting);
-    window.adoptConsole(QtclConsole::getInstance(nullptr, QString()));
-    DesignsMode *designs = window.designsMode();
-    auto *editors = new WindowEditorManager(designs->editorArea(), designs);
-    EditorManager::setInstance(editors);
-    QObject::connect(editors, &WindowEditorManager::bringUpRequested, &window,
-                     [&window] { window.activateMode(DesignsMode::id); });
-    window.activateMode(line.files.isEmpty() ? scripting->modeID() : DesignsMode::id);
-    window.show();
-    const BuildInterrupt interrupt;
-    programend::setLastWish([&window] { window.prepareForEnd(); });
-    QTimer::singleShot(0, &window, [&window, &line] { window.openFiles(line.files); });
-    // A script that waits for an event must not keep the program alive without a window: the
-    // timer fires in the script's own wait, if there is one.
-    QObject::connect(&window, &MainWindow::closed, qApp, [] {
-        QCoreApplication::quit();
-        QTimer::singleShot(0, qApp, [] { programend::leave(0); });
-    });
-    return QCoreApplication::exec();
-}
-
 int runInBatch(const CommandLine &line)
 {
     TclScripting::TclScriptManager manager(nullptr);
     manager.initializeMode();
-    prepareEnd();
+    programend::prepare(commandsManager::getInstance(nullptr)->interp);
     const TerminalProgress progress;
     const BuildInterrupt interrupt;
     return BatchRun(line, manager).run();
@@ -136,7 +95,7 @@ int runApplication(const CommandLine &line)
     ProjectManager::instance()->addProjectItem(&designsOfProjects);
     Qtk_InitNotifier(&application);
     Qtk_LetNotifierRest();
-    return line.hasWindow() ? runInWindow(line) : runInBatch(line);
+    return line.hasWindow() ? WindowRun(line.files).run() : runInBatch(line);
 }
 
 } // namespace
@@ -164,8 +123,9 @@ int main(int argc, char **argv)
         line->run == CommandLine::Run::Script ? BatchRun::scriptProblem(line->script) : QString();
     if (!problem.isEmpty())
         return fail(u"cannot read the script %1: %2"_s.arg(line->script, problem));
-    if (line->hasWindow() && !hasDisplay())
-        return fail(u"there is no display for a window; --batch and -c need none"_s, failure);
+    const QString noDisplay = line->hasWindow() ? display::problem() : QString();
+    if (!noDisplay.isEmpty())
+        return fail(noDisplay, failure);
     if (line->sessionFolder.isEmpty())
         line->sessionFolder = Session::defaultFolder();
     if (!Session::prepare(line->sessionFolder, &error))

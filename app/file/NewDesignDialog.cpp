@@ -23,7 +23,8 @@ using MorvalenCore::DesignStructureManager;
 
 namespace {
 
-constexpr int nameLength = 40; // in characters, as wide as the field is
+constexpr int nameLength = 50; // in characters, as wide as the field is
+constexpr int complaintLines = 3;
 
 QString usualVendor()
 {
@@ -71,7 +72,9 @@ void NewDesignDialog::addFields()
     vendor->setObjectName(u"designVendor"_s);
     library->setObjectName(u"designLibrary"_s);
     complaint->setObjectName(u"complaint"_s);
-    complaint->setForegroundRole(QPalette::Text);
+    // Room for a sentence, so that the dialog keeps its size while the name is typed.
+    complaint->setMinimumHeight(fontMetrics().lineSpacing() * complaintLines);
+    complaint->setAlignment(Qt::AlignTop);
     folder->setTextInteractionFlags(Qt::TextSelectableByMouse);
 
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);

@@ -10,6 +10,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const QString scheme = u"manual"_s;
+constexpr int lineLength = 66; // in characters
 
 QUrl urlOf(const QString &name) { return QUrl(scheme + u":/"_s + name + u".md"_s); }
 
@@ -20,6 +21,32 @@ ManualBrowser::ManualBrowser(QWidget *parent) : QTextBrowser(parent)
     setObjectName(u"manualBrowser"_s);
     setAccessibleName(tr("Manual"));
     setOpenExternalLinks(false);
+    document()->setDocumentMargin(fontMetrics().averageCharWidth());
+    connect(this, &QTextBrowser::sourceChanged, this, &ManualBrowser::dressTables);
+}
+
+QSize ManualBrowser::sizeHint() const
+{
+    return {fontMetrics().averageCharWidth() * lineLength, QTextBrowser::sizeHint().height()};
+}
+
+// Tables of Markdown have neither room around their texts nor colours that fit a dark palette.
+void ManualBrowser::dressTables()
+{
+    const QList<QTextFrame *> frames = document()->rootFrame()->childFrames();
+    for (QTextFrame *frame : frames) {
+        auto *table = qobject_cast<QTextTable *>(frame);
+        if (!table)
+            continue;
+        QTextTableFormat format = table->format();
+        format.setCellPadding(fontMetrics().averageCharWidth() / 2.0);
+        format.setCellSpacing(0);
+        format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
+        format.setBorderBrush(palette().mid());
+        format.setBorder(1);
+        format.setBorderCollapse(true);
+        table->setFormat(format);
+    }
 }
 
 void ManualBrowser::showPage(const QString &name)

@@ -18,9 +18,13 @@ public:
     // with further pages. False when no page has it.
     bool findText(const QString &text, bool backwards);
 
+    // Wide enough for a line of text.
+    QSize sizeHint() const override;
+
 protected:
     QVariant loadResource(int type, const QUrl &name) override;
 
 private:
+    void dressTables();
     bool findInPage(const QString &text, bool backwards);
 };

@@ -12,7 +12,7 @@ class MemoryPage : public PreferencesPage
 public:
     explicit MemoryPage(QWidget *parent = nullptr);
 
-    QString title() const override { return tr("Memory"); }
+    QString title() const override { return tr("Remembered"); }
     void apply() override;
     void showUsual() override;
 

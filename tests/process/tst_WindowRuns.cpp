@@ -20,6 +20,7 @@ private Q_SLOTS:
     void badFilesAreInTheLog();
     void theActiveFileIsOpened();
     void anIdleWindowRests();
+    void noDisplay_data();
     void noDisplay();
 
 private:
@@ -132,12 +133,35 @@ void tst_WindowRuns::anIdleWindowRests()
     QVERIFY2(isNumber && ticks <= 10, said.constData());
 }
 
+void tst_WindowRuns::noDisplay_data()
+{
+    QTest::addColumn<QString>("variable");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("complaint");
+    QTest::newRow("display-1 none")
+        << QString() << QString() << QByteArray("there is no display for a window");
+    QTest::newRow("display-2 an empty name")
+        << u"DISPLAY"_s << u""_s << QByteArray("there is no display for a window");
+    QTest::newRow("display-3 nobody answers")
+        << u"DISPLAY"_s << u":4711"_s << QByteArray("the display \":4711\" does not answer");
+    QTest::newRow("display-4 nobody answers, with a screen")
+        << u"DISPLAY"_s << u"unix:4711.1"_s
+        << QByteArray("the display \"unix:4711.1\" does not answer");
+    QTest::newRow("display-5 no Wayland")
+        << u"WAYLAND_DISPLAY"_s << u"wayland-4711"_s
+        << QByteArray("the display \"wayland-4711\" does not answer");
+}
+
 void tst_WindowRuns::noDisplay()
 {
+    QFETCH(const QString, variable);
+    QFETCH(const QString, name);
+    QFETCH(const QByteArray, complaint);
     program->environment.remove(u"QT_QPA_PLATFORM"_s);
-    QCOMPARE(
-        program->run({}),
-        (Ended {1, "", "morvalen: there is no display for a window; --batch and -c need none\n"}));
+    if (!variable.isEmpty())
+        program->environment.insert(variable, name);
+    QCOMPARE(program->run({}),
+             (Ended {1, "", "morvalen: " + complaint + "; --batch and -c need none\n"}));
 }
 
 QTEST_GUILESS_MAIN(tst_WindowRuns)

@@ -1,0 +1,51 @@
+#include "app/WindowRun.h"
+
+#include "app/builds/BuildInterrupt.h"
+#include "app/DesignsMode.h"
+#include "app/editor/WindowEditorManager.h"
+#include "app/MainWindow.h"
+#include "app/programend.h"
+#include "console/QtclConsole.h"
+#include "interp/commandsManager.h"
+#include "scripting/TclScriptManager.h"
+
+#include <Qtilities/QtilitiesApplication.h>
+
+#include <QTimer>
+
+using MorvalenCore::EditorManager;
+using Qtilities::CoreGui::QtilitiesApplication;
+using TclScripting::TclScriptManager;
+
+WindowRun::WindowRun(const QStringList &files) : mainWindow(std::make_unique<MainWindow>())
+{
+    MainWindow *window = mainWindow.get();
+    QtilitiesApplication::setMainWindow(window);
+    auto *scripting = new TclScriptManager(nullptr, window);
+    programend::prepare(commandsManager::getInstance(nullptr)->interp);
+    window->addMode(scripting);
+    window->adoptConsole(QtclConsole::getInstance(nullptr, QString()));
+    DesignsMode *designs = window->designsMode();
+    auto *editors = new WindowEditorManager(designs->editorArea(), designs);
+    EditorManager::setInstance(editors);
+    QObject::connect(editors, &WindowEditorManager::bringUpRequested, window,
+                     [window] { window->activateMode(DesignsMode::id); });
+    window->activateMode(files.isEmpty() ? scripting->modeID() : DesignsMode::id);
+    window->show();
+    programend::setLastWish([window] { window->prepareForEnd(); });
+    QTimer::singleShot(0, window, [window, files] { window->openFiles(files); });
+}
+
+WindowRun::~WindowRun() { programend::setLastWish({}); }
+
+int WindowRun::run()
+{
+    const BuildInterrupt interrupt;
+    // A script that waits for an event must not keep the program alive without a window: the
+    // timer fires in the script's own wait, if there is one.
+    QObject::connect(mainWindow.get(), &MainWindow::closed, qApp, [] {
+        QCoreApplication::quit();
+        QTimer::singleShot(0, qApp, [] { programend::leave(0); });
+    });
+    return QCoreApplication::exec();
+}
