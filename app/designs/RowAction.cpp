@@ -2,6 +2,8 @@
 
 #include "app/designs/DesignTree.h"
 
+#include <QSet>
+
 #include <algorithm>
 
 using MorvalenCore::Interfaces::IDesign;
@@ -16,13 +18,21 @@ bool RowAction::isFor(const QList<TreeRow> &rows) const
                        [this](const TreeRow &row) { return (rowBit(row.kind) & kinds) != 0; });
 }
 
+// Rows can be many, their designs are few.
 bool RowAction::isEnabled(const RowCall &call) const
 {
-    const auto allows = [this](const TreeRow &row) {
-        return row.isThere() && ((needs & Writable) == 0 || !row.design()->isReadOnly());
-    };
-    return std::all_of(call.rows.begin(), call.rows.end(), allows)
-        && (!isPossible || isPossible(call));
+    const auto isGone = [](const TreeRow &row) { return row.isItem() && !row.item; };
+    if (std::any_of(call.rows.begin(), call.rows.end(), isGone))
+        return false;
+    QSet<const QObject *> checked;
+    for (const TreeRow &row : call.rows) {
+        if (checked.contains(row.designObject))
+            continue;
+        checked.insert(row.designObject);
+        if (!row.isThere() || ((needs & Writable) != 0 && row.design()->isReadOnly()))
+            return false;
+    }
+    return !isPossible || isPossible(call);
 }
 
 void RowAction::runOn(const RowCall &call) const
@@ -48,10 +58,13 @@ QList<const RowAction *> rowactions::forRows(const QList<TreeRow> &rows)
 QList<IDesign *> rowactions::designsOf(const QList<TreeRow> &rows)
 {
     QList<IDesign *> designs;
+    QSet<const QObject *> checked;
     for (const TreeRow &row : rows) {
-        IDesign *design = row.isThere() ? row.design() : nullptr;
-        if (design && !designs.contains(design))
-            designs.append(design);
+        if (checked.contains(row.designObject))
+            continue;
+        checked.insert(row.designObject);
+        if (TreeRow {RowKind::Design, row.designObject, {}, {}, false}.isThere())
+            designs.append(row.design());
     }
     return designs;
 }

@@ -60,13 +60,13 @@ void activate(IDesign &design, const QList<TreeRow> &rows, Activation how,
     if (chosen.isEmpty())
         return;
     QList<QPointer<Item>> active;
-    if (how != Activation::Set)
+    if (how != Activation::Set) {
+        const QSet<const Item *> those(chosen.cbegin(), chosen.cend());
         active = (design.*kind.get)();
-    for (const QPointer<Item> &item : chosen) {
-        active.removeAll(item);
-        if (how != Activation::Remove)
-            active.append(item);
+        active.removeIf([&those](const QPointer<Item> &item) { return those.contains(item); });
     }
+    if (how != Activation::Remove)
+        active += chosen;
     (design.*kind.set)(active);
 }
 

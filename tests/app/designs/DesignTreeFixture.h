@@ -95,6 +95,24 @@ public:
         return found;
     }
 
+    // The names of the rows below such a row, or of the designs.
+    QStringList names(const QStringList &path = {}) const
+    {
+        QStringList all;
+        const QModelIndex parent = row(path);
+        for (int place = 0; place < model()->rowCount(parent); ++place)
+            all.append(model()->index(place, 0, parent).data().toString());
+        return all;
+    }
+
+    // A new design, once the tree shows it; null when that cannot be.
+    MorvalenCore::Interfaces::IDesign *makeDesign(const QString &name)
+    {
+        auto *design =
+            session.create(name, QStringLiteral("Hardware Design"), QStringLiteral("Hardware"));
+        return follow() ? design : nullptr;
+    }
+
     QPoint centre(const QModelIndex &index) const
     {
         view()->scrollTo(index);

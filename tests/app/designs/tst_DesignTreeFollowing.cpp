@@ -34,47 +34,32 @@ private Q_SLOTS:
     void forgetsAClosedDesign();
 
 private:
-    IDesign *makeDesign(const QString &name)
-    {
-        IDesign *design = fixture->session.create(name, u"Hardware Design"_s, u"Hardware"_s);
-        fixture->follow();
-        return design;
-    }
-    QStringList names(const QStringList &path) const
-    {
-        QStringList all;
-        const QModelIndex parent = fixture->row(path);
-        for (int row = 0; row < fixture->model()->rowCount(parent); ++row)
-            all.append(fixture->model()->index(row, 0, parent).data().toString());
-        return all;
-    }
-
     std::optional<DesignTreeFixture> fixture;
 };
 
 void tst_DesignTreeFollowing::followsChanges()
 {
-    IDesign *uart = makeDesign(u"uart"_s);
+    IDesign *uart = fixture->makeDesign(u"uart"_s);
     DesignFile *a = uart->addFile(u"a.v"_s, QString(), true, nullptr);
     QVERIFY(fixture->follow());
     const QStringList rtl {u"uart"_s, u"Files"_s, u"rtl"_s};
-    QCOMPARE(names(rtl), QStringList {u"a.v"_s});
+    QCOMPARE(fixture->names(rtl), QStringList {u"a.v"_s});
     uart->addFile(u"b.v"_s, QString(), true, nullptr);
     uart->addFile(u"c.v"_s, QString(), true, nullptr);
     a->setActualPath(uart->workingFolderPath() + u"/aa.v"_s);
     QVERIFY(fixture->follow());
-    QCOMPARE(names(rtl), (QStringList {u"aa.v"_s, u"b.v"_s, u"c.v"_s}));
+    QCOMPARE(fixture->names(rtl), (QStringList {u"aa.v"_s, u"b.v"_s, u"c.v"_s}));
     uart->removeFile(u"b.v"_s);
     a->setCategory(Qtilities::Core::QtilitiesCategory({u"X"_s, u"Y"_s}));
     QVERIFY(fixture->follow());
-    QCOMPARE(names(rtl), (QStringList {u"aa.v"_s, u"c.v"_s}));
+    QCOMPARE(fixture->names(rtl), (QStringList {u"aa.v"_s, u"c.v"_s}));
     QCOMPARE(DesignTreeFixture::textOf(fixture->row(rtl + QStringList {u"aa.v"_s}), DetailsColumn),
              u"X::Y"_s);
 }
 
 void tst_DesignTreeFollowing::followsABracketOnce()
 {
-    IDesign *uart = makeDesign(u"uart"_s);
+    IDesign *uart = fixture->makeDesign(u"uart"_s);
     const QSignalSpy followed(fixture->model(), &DesignTreeModel::followed);
     const QSignalSpy inserted(fixture->model(), &DesignTreeModel::rowsInserted);
     ChangeBracket::instance()->open();
@@ -83,7 +68,7 @@ void tst_DesignTreeFollowing::followsABracketOnce()
     QCOMPARE(followed.size(), 0);
     ChangeBracket::instance()->close();
     QVERIFY(fixture->follow());
-    QCOMPARE(names({u"uart"_s, u"Files"_s, u"rtl"_s}).size(), 1'000);
+    QCOMPARE(fixture->names({u"uart"_s, u"Files"_s, u"rtl"_s}).size(), 1'000);
     QCOMPARE(followed.size(), 1);
     QCOMPARE(inserted.size(), 1);
 }
@@ -91,7 +76,7 @@ void tst_DesignTreeFollowing::followsABracketOnce()
 // Each in a bracket of its own, as a script that adds file by file.
 void tst_DesignTreeFollowing::followsManyCommandsOnce()
 {
-    IDesign *uart = makeDesign(u"uart"_s);
+    IDesign *uart = fixture->makeDesign(u"uart"_s);
     const QSignalSpy followed(fixture->model(), &DesignTreeModel::followed);
     for (int i = 0; i < 1'000; ++i) {
         ChangeBracket::instance()->open();
@@ -99,7 +84,7 @@ void tst_DesignTreeFollowing::followsManyCommandsOnce()
         ChangeBracket::instance()->close();
     }
     QVERIFY(fixture->follow());
-    QCOMPARE(names({u"uart"_s, u"Files"_s, u"rtl"_s}).size(), 1'000);
+    QCOMPARE(fixture->names({u"uart"_s, u"Files"_s, u"rtl"_s}).size(), 1'000);
     QCOMPARE(followed.size(), 1);
 }
 
@@ -112,13 +97,13 @@ void tst_DesignTreeFollowing::followsNothingWhileNobodyLooks()
     QCoreApplication::processEvents();
     QCOMPARE(followed.size(), 0);
     fixture->tree.show();
-    QCOMPARE(names({}), (QStringList {u"uart"_s, u"fifo"_s}));
+    QCOMPARE(fixture->names(), (QStringList {u"uart"_s, u"fifo"_s}));
     QCOMPARE(followed.size(), 1);
 }
 
 void tst_DesignTreeFollowing::keepsIndexesOfWhatStays()
 {
-    IDesign *uart = makeDesign(u"uart"_s);
+    IDesign *uart = fixture->makeDesign(u"uart"_s);
     for (const QString &name : {u"a.v"_s, u"b.v"_s, u"c.v"_s, u"d.v"_s})
         uart->addFile(name, QString(), true, nullptr);
     QVERIFY(fixture->follow());
@@ -126,7 +111,7 @@ void tst_DesignTreeFollowing::keepsIndexesOfWhatStays()
     const QPersistentModelIndex node(fixture->row(rtl));
     const QPersistentModelIndex b(fixture->row(rtl + QStringList {u"b.v"_s}));
     const QPersistentModelIndex d(fixture->row(rtl + QStringList {u"d.v"_s}));
-    makeDesign(u"fifo"_s);
+    fixture->makeDesign(u"fifo"_s);
     uart->removeFile(u"a.v"_s);
     uart->removeFile(u"d.v"_s);
     uart->addFile(u"e.v"_s, QString(), true, nullptr);
@@ -139,7 +124,7 @@ void tst_DesignTreeFollowing::keepsIndexesOfWhatStays()
 
 void tst_DesignTreeFollowing::keepsIndexesWhenMuchGoes()
 {
-    IDesign *uart = makeDesign(u"uart"_s);
+    IDesign *uart = fixture->makeDesign(u"uart"_s);
     for (int i = 0; i < 1'000; ++i)
         uart->addFile(u"f%1.v"_s.arg(i), QString(), true, nullptr);
     QVERIFY(fixture->follow());
@@ -153,7 +138,7 @@ void tst_DesignTreeFollowing::keepsIndexesWhenMuchGoes()
         uart->removeFile(u"f%1.v"_s.arg(i));
     ChangeBracket::instance()->close();
     QVERIFY(fixture->follow());
-    QCOMPARE(names(rtl).size(), 500);
+    QCOMPARE(fixture->names(rtl).size(), 500);
     QCOMPARE(odd.data().toString(), u"f501.v"_s);
     QCOMPARE(odd.row(), 250);
     QVERIFY(!even.isValid());
@@ -163,7 +148,7 @@ void tst_DesignTreeFollowing::keepsIndexesWhenMuchGoes()
 
 void tst_DesignTreeFollowing::followsARenamedDesign()
 {
-    IDesign *uart = makeDesign(u"uart"_s);
+    IDesign *uart = fixture->makeDesign(u"uart"_s);
     const QPersistentModelIndex index(fixture->row({u"uart"_s}));
     uart->setVendor(u"acme"_s);
     uart->setName(u"serial"_s);
@@ -171,13 +156,13 @@ void tst_DesignTreeFollowing::followsARenamedDesign()
     QCOMPARE(index.data().toString(), u"serial"_s);
     uart->addFile(u"a.v"_s, QString(), true, nullptr);
     QVERIFY(fixture->follow());
-    QCOMPARE(names({u"serial"_s, u"Files"_s, u"rtl"_s}), QStringList {u"a.v"_s});
+    QCOMPARE(fixture->names({u"serial"_s, u"Files"_s, u"rtl"_s}), QStringList {u"a.v"_s});
 }
 
 // In a bracket, and until the tree follows, rows stand for what is not there any more.
 void tst_DesignTreeFollowing::showsNothingOfWhatIsGone()
 {
-    IDesign *uart = makeDesign(u"uart"_s);
+    IDesign *uart = fixture->makeDesign(u"uart"_s);
     uart->addFile(u"a.v"_s, QString(), true, nullptr);
     uart->addProperty(u"p"_s, {}, 1, false, nullptr);
     QVERIFY(fixture->follow());
@@ -202,8 +187,8 @@ void tst_DesignTreeFollowing::showsNothingOfWhatIsGone()
 
 void tst_DesignTreeFollowing::forgetsAClosedDesign()
 {
-    IDesign *uart = makeDesign(u"uart"_s);
-    makeDesign(u"fifo"_s);
+    IDesign *uart = fixture->makeDesign(u"uart"_s);
+    fixture->makeDesign(u"fifo"_s);
     uart->addFile(u"a.v"_s, QString(), true, nullptr);
     QVERIFY(fixture->follow());
     const TreeRow row = fixture->model()->row(fixture->row({u"uart"_s}));
@@ -211,12 +196,12 @@ void tst_DesignTreeFollowing::forgetsAClosedDesign()
     QVERIFY(fixture->session.manager()->closeDesign(uart->id(u"."_s), false));
     QVERIFY(!row.isThere());
     QVERIFY(fixture->follow());
-    QCOMPARE(names({}), QStringList {u"fifo"_s});
+    QCOMPARE(fixture->names(), QStringList {u"fifo"_s});
     // One of the same name is another design.
     QVERIFY(fixture->session.open(fixture->session.designs(u"uart/component.xml"_s)));
     QVERIFY(fixture->follow());
-    QCOMPARE(names({}), (QStringList {u"fifo"_s, u"uart"_s}));
-    QCOMPARE(names({u"uart"_s, u"Files"_s, u"rtl"_s}), QStringList {u"a.v"_s});
+    QCOMPARE(fixture->names(), (QStringList {u"fifo"_s, u"uart"_s}));
+    QCOMPARE(fixture->names({u"uart"_s, u"Files"_s, u"rtl"_s}), QStringList {u"a.v"_s});
 }
 
 QTEST_MAIN(tst_DesignTreeFollowing)

@@ -47,27 +47,12 @@ private Q_SLOTS:
     void asksOnlyForWhatIsShown();
 
 private:
-    IDesign *makeDesign(const QString &name)
-    {
-        IDesign *design = fixture->session.create(name, u"Hardware Design"_s, u"Hardware"_s);
-        fixture->follow();
-        return design;
-    }
-    QStringList names(const QStringList &path) const
-    {
-        QStringList all;
-        const QModelIndex parent = fixture->row(path);
-        for (int row = 0; row < fixture->model()->rowCount(parent); ++row)
-            all.append(fixture->model()->index(row, 0, parent).data().toString());
-        return all;
-    }
-
     std::optional<DesignTreeFixture> fixture;
 };
 
 void tst_DesignTreeModel::showsADesign()
 {
-    IDesign *design = makeDesign(u"uart"_s);
+    IDesign *design = fixture->makeDesign(u"uart"_s);
     QVERIFY(design->addFile(u"rtl/uart.v"_s, QString(), true, nullptr));
     QVERIFY(design->addFile(u"notes.md"_s, QString(), true, nullptr));
     QVERIFY(design->addFile(u"odd.xyz"_s, u"other"_s, true, nullptr));
@@ -99,20 +84,20 @@ void tst_DesignTreeModel::showsADesign()
 
 void tst_DesignTreeModel::showsDesignsInTheOrderOfOpening()
 {
-    makeDesign(u"b"_s);
-    makeDesign(u"a"_s);
-    IDesign *last = makeDesign(u"c"_s);
-    QCOMPARE(names({}), (QStringList {u"b"_s, u"a"_s, u"c"_s}));
+    fixture->makeDesign(u"b"_s);
+    fixture->makeDesign(u"a"_s);
+    IDesign *last = fixture->makeDesign(u"c"_s);
+    QCOMPARE(fixture->names(), (QStringList {u"b"_s, u"a"_s, u"c"_s}));
     fixture->session.manager()->closeDesign(u"local.global.b.1.0"_s, false);
     last->setName(u"aa"_s);
     QVERIFY(fixture->follow());
-    QCOMPARE(names({}), (QStringList {u"a"_s, u"aa"_s}));
+    QCOMPARE(fixture->names(), (QStringList {u"a"_s, u"aa"_s}));
 }
 
 void tst_DesignTreeModel::marksWhatIsActive()
 {
-    IDesign *uart = makeDesign(u"uart"_s);
-    makeDesign(u"fifo"_s);
+    IDesign *uart = fixture->makeDesign(u"uart"_s);
+    fixture->makeDesign(u"fifo"_s);
     DesignFile *file = uart->addFile(u"a.v"_s, QString(), true, nullptr);
     uart->addFile(u"b.v"_s, QString(), true, nullptr);
     uart->setActiveFiles({file});
@@ -141,7 +126,7 @@ void tst_DesignTreeModel::marksWhatIsActive()
 
 void tst_DesignTreeModel::tellsOfTheState()
 {
-    IDesign *uart = makeDesign(u"uart"_s);
+    IDesign *uart = fixture->makeDesign(u"uart"_s);
     const auto state = [this](const QStringList &path) {
         return DesignTreeFixture::textOf(fixture->row(path), StateColumn);
     };
@@ -164,7 +149,7 @@ void tst_DesignTreeModel::tellsOfTheState()
 
 void tst_DesignTreeModel::tellsMoreByTheMouse()
 {
-    IDesign *uart = makeDesign(u"uart"_s);
+    IDesign *uart = fixture->makeDesign(u"uart"_s);
     uart->setAuthor(u"Ann"_s);
     uart->setDescription(u"Serial"_s);
     uart->addFile(u"rtl/a.v"_s, QString(), true, nullptr);
@@ -183,7 +168,7 @@ void tst_DesignTreeModel::asksOnlyForWhatIsShown()
 {
     Counting counting;
     fixture->view()->setItemDelegate(&counting);
-    IDesign *uart = makeDesign(u"uart"_s);
+    IDesign *uart = fixture->makeDesign(u"uart"_s);
     ChangeBracket::instance()->open();
     for (int i = 0; i < 10'000; ++i)
         uart->addFile(u"f%1.v"_s.arg(i), QString(), true, nullptr);
