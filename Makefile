@@ -7,6 +7,7 @@
 #   make test                build and run all tests
 #   make bench               build and run all benchmarks
 #   make install PREFIX=DIR  install program, libraries, headers and the CMake package
+#   make screenshots         make the pictures of the README anew
 #   make format              format all sources
 #   make clean               remove everything that was built
 
@@ -17,7 +18,7 @@ ARGS ?=
 preset = $(if $(CI),ci,release)
 program = build/release/bin/morvalen
 
-.PHONY: run build configure test bench install format clean
+.PHONY: run build configure test bench install screenshots format clean
 
 run: build
 	@if [ -n '$(value ARGS)' ]; then \
@@ -49,6 +50,9 @@ bench: build
 
 install: build
 	@DESTDIR='$(DESTDIR)' cmake --install build/release --prefix '$(PREFIX)'
+
+screenshots: build
+	@scripts/screenshots $(program)
 
 format:
 	@scripts/prerequisites ci

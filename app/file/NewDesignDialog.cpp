@@ -2,6 +2,7 @@
 
 #include "app/commandcall.h"
 #include "app/Complaints.h"
+#include "app/file/shownpath.h"
 #include "app/running.h"
 #include "commands/commands.h"
 
@@ -10,7 +11,6 @@
 
 #include <QComboBox>
 #include <QDialogButtonBox>
-#include <QDir>
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -112,7 +112,7 @@ void NewDesignDialog::check()
     const QString repository =
         DesignStructureManager::instance()->activeDesignRepositoryPathForStructure(
             structure->currentText(), false);
-    folder->setText(QDir::toNativeSeparators(QDir::cleanPath(repository + u'/' + name->text())));
+    folder->setText(shownPath(QDir::cleanPath(repository + u'/' + name->text())));
 }
 
 void NewDesignDialog::complain(const QString &text)

@@ -1,8 +1,8 @@
 #include "app/file/RecentMenu.h"
 
 #include "app/file/RecentFiles.h"
+#include "app/file/shownpath.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 using namespace Qt::Literals::StringLiterals;
@@ -10,14 +10,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int mnemonics = 9; // entries that a digit chooses
-
-// A path as people write it, with a tilde for the home folder.
-QString shown(const QString &path)
-{
-    const QString home = QDir::homePath() + u'/';
-    return path.startsWith(home) ? u"~/"_s + path.sliced(home.size())
-                                 : QDir::toNativeSeparators(path);
-}
 
 } // namespace
 
@@ -50,7 +42,7 @@ void RecentMenu::addFiles(const QStringList &files)
 {
     for (const QString &file : files) {
         const qsizetype number = actions().size() + 1;
-        QString name = shown(file).replace(u'&', u"&&"_s);
+        QString name = shownPath(file).replace(u'&', u"&&"_s);
         if (number <= mnemonics)
             name = u"&%1  "_s.arg(number) + name;
         QAction *entry = addAction(name);
