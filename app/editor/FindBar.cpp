@@ -96,7 +96,7 @@ void FindBar::keyPressEvent(QKeyEvent *event)
 {
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (event->key() == Qt::Key_Escape)
-        close();
+        leave();
     else if (isReturn && words->hasFocus())
         replace();
     else if (isReturn)
@@ -134,7 +134,7 @@ QWidget *FindBar::searchLine()
     shut->setToolTip(tr("Close"));
     shut->setAccessibleName(tr("Close"));
     layout->addWidget(shut);
-    connect(shut, &QToolButton::clicked, this, &FindBar::close);
+    connect(shut, &QToolButton::clicked, this, &FindBar::leave);
     connect(pattern, &QLineEdit::textEdited, this, &FindBar::search);
     return line;
 }
@@ -179,7 +179,7 @@ QCheckBox *FindBar::option(const QString &text, const char *name)
     return box;
 }
 
-void FindBar::close()
+void FindBar::leave()
 {
     hide();
     edit->setFocus();

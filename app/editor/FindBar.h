@@ -38,7 +38,7 @@ private:
     QWidget *optionLine();
     QWidget *replaceLine();
     QCheckBox *option(const QString &text, const char *name);
-    void close();
+    void leave();
     void search();
     void find(bool forward);
     void select(TextSearch::Match match);

@@ -46,7 +46,7 @@ void GoToLineBar::open()
 void GoToLineBar::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Escape)
-        close();
+        leave();
     else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         go();
     else
@@ -57,10 +57,10 @@ void GoToLineBar::go()
 {
     line->interpretText();
     edit->goToLine(line->value());
-    close();
+    leave();
 }
 
-void GoToLineBar::close()
+void GoToLineBar::leave()
 {
     hide();
     edit->setFocus();

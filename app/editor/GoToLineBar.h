@@ -21,7 +21,7 @@ protected:
 
 private:
     void go();
-    void close();
+    void leave();
 
     TextEdit *edit;
     QSpinBox *line;

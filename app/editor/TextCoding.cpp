@@ -1,6 +1,5 @@
 #include "app/editor/TextCoding.h"
 
-#include <QCoreApplication>
 #include <QStringDecoder>
 
 #include <algorithm>
@@ -13,8 +12,6 @@ constexpr QByteArrayView mark("\xEF\xBB\xBF");
 
 // Of so many characters at most one may be a control character that is not used in text.
 constexpr qsizetype textPerControl = 20;
-
-QString words(const char *text) { return QCoreApplication::translate("TextCoding", text); }
 
 bool isControl(char byte)
 {
@@ -44,10 +41,10 @@ TextCoding TextCoding::of(const QByteArray &bytes, QString *text)
 QString TextCoding::whyNotText(const QByteArray &bytes)
 {
     if (bytes.contains('\0'))
-        return words("it is not text, since it holds a zero byte");
+        return tr("it is not text, since it holds a zero byte");
     const qsizetype controls = std::count_if(bytes.begin(), bytes.end(), isControl);
     if (controls * textPerControl > bytes.size())
-        return words("it is not text, since it holds too many control characters");
+        return tr("it is not text, since it holds too many control characters");
     return {};
 }
 
@@ -66,6 +63,6 @@ std::optional<QByteArray> TextCoding::encode(const QString &text, qsizetype *pla
 QString TextCoding::name() const
 {
     if (latin1)
-        return words("Latin-1");
-    return byteOrderMark ? words("UTF-8 with BOM") : words("UTF-8");
+        return tr("Latin-1");
+    return byteOrderMark ? tr("UTF-8 with BOM") : tr("UTF-8");
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QString>
 
 #include <optional>
@@ -10,6 +11,8 @@
 // be edited, and every byte that nobody edits stays as it is, whatever its author meant by it.
 class TextCoding
 {
+    Q_DECLARE_TR_FUNCTIONS(TextCoding)
+
 public:
     // The text of the bytes, and how they were read. Encoding it again gives the same bytes.
     static TextCoding of(const QByteArray &bytes, QString *text);

@@ -26,18 +26,21 @@ QString nameOfDesign(Holds holds)
     return {};
 }
 
-QString clause(const char *text, const QString &design)
+struct Texts
 {
-    if (design.isEmpty())
-        return {};
-    return QCoreApplication::translate("designhold", text).arg(design);
+    Q_DECLARE_TR_FUNCTIONS(designhold)
+};
+
+QString clause(const QString &text, const QString &design)
+{
+    return design.isEmpty() ? QString() : text.arg(design);
 }
 
 } // namespace
 
 QString asComponentFile(const QString &path)
 {
-    return clause("it is the component file of the design \"%1\", which is open",
+    return clause(Texts::tr("it is the component file of the design \"%1\", which is open"),
                   nameOfDesign([&path](const IDesign &design) {
                       return QFileInfo(design.componentFileName()).canonicalFilePath() == path;
                   }));
@@ -45,7 +48,7 @@ QString asComponentFile(const QString &path)
 
 QString asFileOfReadOnlyDesign(const QString &path)
 {
-    return clause("it belongs to the design \"%1\", which is read-only",
+    return clause(Texts::tr("it belongs to the design \"%1\", which is read-only"),
                   nameOfDesign([&path](const IDesign &design) {
                       return design.isReadOnly() && design.fileByActualPath(path, false);
                   }));

@@ -14,7 +14,10 @@ namespace diskfile {
 
 namespace {
 
-QString text(const char *words) { return QCoreApplication::translate("diskfile", words); }
+struct Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(diskfile)
+};
 
 qint64 nanoseconds(const timespec &time)
 {
@@ -30,8 +33,8 @@ Stamp stampOf(const struct stat &status)
 QString whyNotRegular(const struct stat &status)
 {
     if (S_ISDIR(status.st_mode))
-        return text("it is a folder");
-    return S_ISREG(status.st_mode) ? QString() : text("it is a device or a pipe");
+        return Texts::tr("it is a folder");
+    return S_ISREG(status.st_mode) ? QString() : Texts::tr("it is a device or a pipe");
 }
 
 Content refused(const QString &refusal) { return {{}, {}, refusal}; }
@@ -52,7 +55,8 @@ Content readOpened(QFile &file, qint64 limit)
     if (file.error() != QFileDevice::NoError)
         return refused(file.errorString());
     if (status.st_size > limit || content.bytes.size() > limit)
-        return refused(text("it is larger than %1").arg(QLocale().formattedDataSize(limit, 0)));
+        return refused(
+            Texts::tr("it is larger than %1").arg(QLocale().formattedDataSize(limit, 0)));
     return content;
 }
 
@@ -71,7 +75,7 @@ Content read(const QString &path, qint64 limit)
     const QByteArray name = QFile::encodeName(path);
     struct stat status = {};
     if (path.contains(QChar()))
-        return refused(text("that is not the name of a file"));
+        return refused(Texts::tr("that is not the name of a file"));
     if (::stat(name.constData(), &status) != 0)
         return refused(qt_error_string(errno));
     const QString irregular = whyNotRegular(status);
