@@ -7,23 +7,30 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// Behind the tab stands the key that the console itself knows.
+// What the console does by itself, and the key that it knows for it.
 struct ConsoleRow
 {
     const char *text;
+    QKeySequence::StandardKey key;
     void (*run)(QConsole *);
 };
 
 const ConsoleRow consoleRows[] = {
-    {QT_TRANSLATE_NOOP("EditMenu", "&Undo\tCtrl+Z"), [](QConsole *console) { console->undo(); }},
-    {QT_TRANSLATE_NOOP("EditMenu", "&Redo\tCtrl+Y"), [](QConsole *console) { console->redo(); }},
-    {nullptr, nullptr},
-    {QT_TRANSLATE_NOOP("EditMenu", "Cu&t\tCtrl+X"), [](QConsole *console) { console->cut(); }},
-    {QT_TRANSLATE_NOOP("EditMenu", "&Copy\tCtrl+C"), [](QConsole *console) { console->copy(); }},
-    {QT_TRANSLATE_NOOP("EditMenu", "&Paste\tCtrl+V"), [](QConsole *console) { console->paste(); }},
-    {QT_TRANSLATE_NOOP("EditMenu", "&Delete\tDel"), [](QConsole *console) { console->del(); }},
-    {nullptr, nullptr},
-    {QT_TRANSLATE_NOOP("EditMenu", "Select &All\tCtrl+A"),
+    {QT_TRANSLATE_NOOP("EditMenu", "&Undo"), QKeySequence::Undo,
+     [](QConsole *console) { console->undo(); }},
+    {QT_TRANSLATE_NOOP("EditMenu", "&Redo"), QKeySequence::Redo,
+     [](QConsole *console) { console->redo(); }},
+    {nullptr, QKeySequence::UnknownKey, nullptr},
+    {QT_TRANSLATE_NOOP("EditMenu", "Cu&t"), QKeySequence::Cut,
+     [](QConsole *console) { console->cut(); }},
+    {QT_TRANSLATE_NOOP("EditMenu", "&Copy"), QKeySequence::Copy,
+     [](QConsole *console) { console->copy(); }},
+    {QT_TRANSLATE_NOOP("EditMenu", "&Paste"), QKeySequence::Paste,
+     [](QConsole *console) { console->paste(); }},
+    {QT_TRANSLATE_NOOP("EditMenu", "&Delete"), QKeySequence::Delete,
+     [](QConsole *console) { console->del(); }},
+    {nullptr, QKeySequence::UnknownKey, nullptr},
+    {QT_TRANSLATE_NOOP("EditMenu", "Select &All"), QKeySequence::SelectAll,
      [](QConsole *console) { console->selectAll(); }},
 };
 
@@ -82,7 +89,9 @@ void EditMenu::addConsoleActions(QConsole *console)
             addSeparator();
             continue;
         }
-        connect(addAction(tr(row.text)), &QAction::triggered, console,
+        // Behind a tab, a key shows and is not taken.
+        const QString key = QKeySequence(row.key).toString(QKeySequence::NativeText);
+        connect(addAction(tr(row.text) + u'\t' + key), &QAction::triggered, console,
                 [console, run = row.run] { run(console); });
     }
 }
