@@ -9,11 +9,16 @@
 #include "app/running.h"
 #include "interp/commandsManager.h"
 
+#include <MorvalenCore/BuildConfiguration.h>
+#include <MorvalenCore/BuildMonitor.h>
+
 #include <QApplication>
 #include <QMessageBox>
 #include <QSessionManager>
 
 using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::BuildConfiguration;
+using MorvalenCore::BuildMonitor;
 
 Leaving::Leaving(EditorArea *area, QWidget *theWindow)
     : QObject(theWindow),
@@ -48,8 +53,33 @@ bool Leaving::mayLeave()
 // Pages come last, since they are closed one by one as the user agrees.
 bool Leaving::askAll()
 {
-    return mayInterrupt() && closing::settleDesigns(window, designsaving::modifiedDesigns())
+    return areBuildsDone() && mayInterrupt()
+        && closing::settleDesigns(window, designsaving::modifiedDesigns())
         && closing::settleProject(window, false) && editors->closeAll();
+}
+
+// A build ends in the event loop; what it has started must not outlive the program.
+bool Leaving::areBuildsDone()
+{
+    const BuildMonitor *monitor = BuildMonitor::instance();
+    if (monitor->running().isEmpty())
+        return true;
+    if (!messages::confirm(window, tr("A Build Is Running"), tr("A build is running."),
+                           tr("Quitting cancels it."), tr("&Quit Anyway")))
+        return false;
+    const QList<BuildConfiguration *> running = monitor->running();
+    if (running.isEmpty())
+        return true;
+    connect(
+        monitor, &BuildMonitor::ended, window,
+        [this] {
+            if (BuildMonitor::instance()->running().isEmpty())
+                window->close();
+        },
+        Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+    for (BuildConfiguration *configuration : running)
+        configuration->cancel();
+    return false;
 }
 
 bool Leaving::mayInterrupt() const

@@ -6,8 +6,8 @@ QT_FORWARD_DECLARE_CLASS(QSessionManager)
 
 class EditorArea;
 
-// Whether the program may end, and what it asks before: about a command that is running, and about
-// all that is not saved. One per window.
+// Whether the program may end, and what it asks before: about builds and commands that are running,
+// and about all that is not saved. One per window.
 class Leaving : public QObject
 {
     Q_OBJECT
@@ -15,7 +15,8 @@ class Leaving : public QObject
 public:
     Leaving(EditorArea *editors, QWidget *window);
 
-    // Asks the user. False when the program is to go on; nothing is lost then.
+    // Asks the user. False when the program is to go on; nothing is lost then. When builds are to
+    // be cancelled first, the window is closed anew once they have ended.
     bool mayLeave();
 
     // Asks only about texts in the editors, with no way back: the program ends in any case.
@@ -26,6 +27,7 @@ protected:
 
 private:
     bool askAll();
+    bool areBuildsDone();
     bool mayInterrupt() const;
     void endOfSession(QSessionManager &session);
 

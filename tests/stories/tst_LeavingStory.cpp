@@ -52,6 +52,8 @@ private Q_SLOTS:
     void aProjectWithAFile();
     void aTextInAnEditor_data();
     void aTextInAnEditor();
+    void whenAScriptEndsTheProgram_data();
+    void whenAScriptEndsTheProgram();
     void aRunningCommand();
     void everythingAtOnce();
 
@@ -255,6 +257,28 @@ void tst_LeavingStory::aTextInAnEditor()
     QCOMPARE(close(visits), closes);
     QCOMPARE(Story::read(notes()), onDisk);
     QCOMPARE(story->window().designsMode()->editorArea()->pages().size(), closes ? 0 : 1);
+}
+
+void tst_LeavingStory::whenAScriptEndsTheProgram_data()
+{
+    QTest::addColumn<QString>("answer");
+    QTest::addColumn<QByteArray>("onDisk");
+    QTest::newRow("end-1 saved") << u"Save"_s << QByteArray("new old\n");
+    QTest::newRow("end-2 discarded") << u"Discard"_s << QByteArray("old\n");
+}
+
+// There is no way back then, so that nothing can be cancelled.
+void tst_LeavingStory::whenAScriptEndsTheProgram()
+{
+    QFETCH(const QString, answer);
+    QFETCH(const QByteArray, onDisk);
+    openNotes();
+    const DialogVisits visits({DialogVisits::answer(
+        u"Unsaved Changes\nThe program ends, and there are changes that are not saved."_s,
+        answer)});
+    story->window().prepareForEnd();
+    QVERIFY2(visits.areDone(), qPrintable(visits.unexpected.join(u'\n')));
+    QCOMPARE(Story::read(notes()), onDisk);
 }
 
 // A command that waits in an event loop lets the user close the window.

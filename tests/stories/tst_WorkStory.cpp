@@ -29,6 +29,7 @@ private Q_SLOTS:
 
     void aBuildIsRun();
     void aBuildIsCancelled();
+    void leavingCancelsABuild();
     void aTextIsChangedByTwo_data();
     void aTextIsChangedByTwo();
 
@@ -86,6 +87,42 @@ void tst_WorkStory::aBuildIsCancelled()
     QTRY_COMPARE_WITH_TIMEOUT(build->runState(), BuildConfiguration::Cancelled, 20'000);
     QVERIFY(wasShown);
     QVERIFY(!QFile::exists(story->path(u"late"_s)));
+}
+
+void tst_WorkStory::leavingCancelsABuild()
+{
+    const QString question = u"A Build Is Running\nA build is running."_s;
+    const BuildConfiguration *build = openBuild("sleep 300; cp in late");
+    QVERIFY(build);
+    story->type(u"files add more.v"_s);
+    int asked = 0;
+    std::unique_ptr<DialogVisits> last;
+    QTimer watch;
+    watch.callOnTimeout(&story->window(), [&] {
+        if (build->runState() != BuildConfiguration::Running || asked == 2)
+            return;
+        watch.stop();
+        const DialogVisits visits(
+            {DialogVisits::answer(question, asked == 0 ? u"Cancel"_s : u"Quit Anyway"_s)});
+        ++asked;
+        story->window().close();
+        QVERIFY(visits.areDone());
+        // The build goes on, or ends in its own time.
+        QVERIFY(story->window().isVisible());
+        if (asked == 2)
+            last = std::make_unique<DialogVisits>(QList<DialogVisits::Visit> {DialogVisits::answer(
+                u"Unsaved Changes\nThe design \"soft\" has changes that are not saved."_s,
+                u"Save and Close"_s)});
+        watch.start();
+    });
+    watch.start(20);
+    story->press(Qt::Key_F7);
+    QTRY_VERIFY_WITH_TIMEOUT(!story->window().isVisible(), 20'000);
+    QCOMPARE(asked, 2);
+    QVERIFY(last->areDone());
+    QVERIFY(Story::read(story->path(u"component.xml"_s)).contains("more.v"));
+    QCOMPARE(build->runState(), BuildConfiguration::Cancelled);
+    story->window().show();
 }
 
 void tst_WorkStory::aTextIsChangedByTwo_data()
