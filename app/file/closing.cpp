@@ -25,10 +25,10 @@ namespace {
 // A question that grows beyond the screen has no buttons to press.
 constexpr int namedFiles = 12;
 
-QString text(const char *sentence, int number = -1)
+struct Texts
 {
-    return QCoreApplication::translate("closing", sentence, nullptr, number);
-}
+    Q_DECLARE_TR_FUNCTIONS(closing)
+};
 
 // Where the changes of the designs go, one file a line.
 QString filesOf(const QStringList &designIds)
@@ -39,7 +39,7 @@ QString filesOf(const QStringList &designIds)
         if (!design || design->componentFileName().isEmpty())
             continue;
         if (files.size() == namedFiles) {
-            files.append(text("and others"));
+            files.append(Texts::tr("and others"));
             break;
         }
         files.append(QDir::toNativeSeparators(design->componentFileName()));
@@ -50,15 +50,16 @@ QString filesOf(const QStringList &designIds)
 bool mayBeSaved(QWidget *parent, const QStringList &modified)
 {
     const IDesign *first = DesignManager::instance()->design(modified.first());
-    QMessageBox box(QMessageBox::Question, text("Unsaved Changes"),
-                    modified.size() == 1
-                        ? text("The design \"%1\" has changes that are not saved.")
-                              .arg(first ? first->name() : modified.first())
-                        : text("%1 designs have changes that are not saved.").arg(modified.size()),
-                    QMessageBox::Save | QMessageBox::Cancel, parent);
+    QMessageBox box(
+        QMessageBox::Question, Texts::tr("Unsaved Changes"),
+        modified.size() == 1
+            ? Texts::tr("The design \"%1\" has changes that are not saved.")
+                  .arg(first ? first->name() : modified.first())
+            : Texts::tr("%1 designs have changes that are not saved.").arg(modified.size()),
+        QMessageBox::Save | QMessageBox::Cancel, parent);
     box.setTextFormat(Qt::PlainText);
-    box.setInformativeText(text("Closing saves them in:") + u'\n' + filesOf(modified));
-    box.button(QMessageBox::Save)->setText(text("&Save and Close"));
+    box.setInformativeText(Texts::tr("Closing saves them in:") + u'\n' + filesOf(modified));
+    box.button(QMessageBox::Save)->setText(Texts::tr("&Save and Close"));
     box.setDefaultButton(QMessageBox::Save);
     box.setEscapeButton(QMessageBox::Cancel);
     return box.exec() == QMessageBox::Save;
@@ -77,14 +78,15 @@ bool settleDesigns(QWidget *parent, const QStringList &designIds)
     const QString reasons = designsaving::save(modified);
     return reasons.isEmpty()
         || messages::confirm(
-               parent, text("Not Saved"), text("Not everything could be saved."),
+               parent, Texts::tr("Not Saved"), Texts::tr("Not everything could be saved."),
                reasons + u"\n\n"_s
-                   + text("When you close anyway, what was not saved of a design with a component "
-                          "file goes to a copy in the backups folder:")
+                   + Texts::tr(
+                       "When you close anyway, what was not saved of a design with a component "
+                       "file goes to a copy in the backups folder:")
                    + u'\n'
                    + QDir::toNativeSeparators(
                        DesignManager::instance()->path(DesignManager::BackupsPath)),
-               text("Close &Anyway"));
+               Texts::tr("Close &Anyway"));
 }
 
 bool settleProject(QWidget *parent, bool closingSaves)
@@ -94,15 +96,15 @@ bool settleProject(QWidget *parent, bool closingSaves)
     if (!manager->isCurrentProjectModified() || (closingSaves && !fileName.isEmpty()))
         return true;
     QMessageBox box(
-        QMessageBox::Question, text("Unsaved Project"),
+        QMessageBox::Question, Texts::tr("Unsaved Project"),
         fileName.isEmpty()
-            ? text("The project \"%1\" was never saved.").arg(manager->currentProjectName())
-            : text("The project \"%1\" has changes that are not saved.")
+            ? Texts::tr("The project \"%1\" was never saved.").arg(manager->currentProjectName())
+            : Texts::tr("The project \"%1\" has changes that are not saved.")
                   .arg(manager->currentProjectName()),
         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, parent);
     box.setTextFormat(Qt::PlainText);
-    box.setInformativeText(text("Without saving, the list of its designs is lost. The designs "
-                                "themselves are saved on their own."));
+    box.setInformativeText(Texts::tr("Without saving, the list of its designs is lost. The designs "
+                                     "themselves are saved on their own."));
     box.setDefaultButton(QMessageBox::Save);
     box.setEscapeButton(QMessageBox::Cancel);
     const int answer = box.exec();
@@ -116,10 +118,10 @@ bool closeDesign(QWidget *parent, const QString &designId)
         return false;
     // While the user was asked, a script may have begun.
     if (const QString refusal = running::refusal(); !refusal.isEmpty()) {
-        tellUser(parent, text("Not Closed"), {refusal});
+        tellUser(parent, Texts::tr("Not Closed"), {refusal});
         return false;
     }
-    HostAttempt attempt(parent, text("Not Closed"));
+    HostAttempt attempt(parent, Texts::tr("Not Closed"));
     const bool closed = !DesignManager::instance()->design(designId)
         || DesignManager::instance()->closeDesign(designId, false);
     attempt.check(closed);

@@ -18,15 +18,18 @@ namespace designsaving {
 
 namespace {
 
-QString text(const char *sentence) { return QCoreApplication::translate("designsaving", sentence); }
+struct Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(designsaving)
+};
 
 bool writeProject(QWidget *parent, const QString &fileName)
 {
-    HostAttempt attempt(parent, text("Not Saved"));
+    HostAttempt attempt(parent, Texts::tr("Not Saved"));
     const bool saved = ProjectManager::instance()->saveProject(fileName, true);
     attempt.check(saved);
     if (saved)
-        messages::tell(text("Saved the project \"%1\"").arg(fileName));
+        messages::tell(Texts::tr("Saved the project \"%1\"").arg(fileName));
     return saved;
 }
 
@@ -55,7 +58,8 @@ QString save(const QStringList &designIds)
         IDesign *design = DesignManager::instance()->design(id);
         QString error;
         if (design && design->componentFileName().isEmpty())
-            reasons.append(text("The design \"%1\" has no component file").arg(design->name()));
+            reasons.append(
+                Texts::tr("The design \"%1\" has no component file").arg(design->name()));
         else if (design && !design->saveToComponentFile(&error))
             reasons.append(error);
     }
@@ -66,9 +70,9 @@ bool saveOrTell(QWidget *parent, const QStringList &designIds)
 {
     const QString reasons = save(designIds);
     if (!reasons.isEmpty())
-        tellUser(parent, text("Not Saved"), reasons.split(u'\n'));
+        tellUser(parent, Texts::tr("Not Saved"), reasons.split(u'\n'));
     else if (!designIds.isEmpty())
-        messages::tell(text("Saved %1").arg(designIds.join(u", "_s)));
+        messages::tell(Texts::tr("Saved %1").arg(designIds.join(u", "_s)));
     return reasons.isEmpty();
 }
 

@@ -16,7 +16,10 @@ namespace filedialogs {
 
 namespace {
 
-QString text(const char *sentence) { return QCoreApplication::translate("filedialogs", sentence); }
+struct Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(filedialogs)
+};
 
 QString projectsFolder()
 {
@@ -24,21 +27,21 @@ QString projectsFolder()
         QtilitiesApplication::applicationSessionPath() + u"/Projects"_s);
 }
 
-QString projectFilter() { return text("Projects (*.xml);;All files (*)"); }
+QString projectFilter() { return Texts::tr("Projects (*.xml);;All files (*)"); }
 
 } // namespace
 
 QStringList filesToOpen(QWidget *parent)
 {
     return QFileDialog::getOpenFileNames(
-        parent, text("Open Designs and Projects"),
+        parent, Texts::tr("Open Designs and Projects"),
         DesignManager::instance()->path(DesignManager::DesignsPath),
-        text("Component and project files (*.xml);;All files (*)"));
+        Texts::tr("Component and project files (*.xml);;All files (*)"));
 }
 
 QString projectToOpen(QWidget *parent)
 {
-    return QFileDialog::getOpenFileName(parent, text("Open Project"), projectsFolder(),
+    return QFileDialog::getOpenFileName(parent, Texts::tr("Open Project"), projectsFolder(),
                                         projectFilter());
 }
 
@@ -46,7 +49,7 @@ QString projectToSave(QWidget *parent)
 {
     const ProjectManager *manager = ProjectManager::instance();
     const QString shown = manager->currentProjectFileName();
-    QFileDialog dialog(parent, text("Save Project As"), projectsFolder(), projectFilter());
+    QFileDialog dialog(parent, Texts::tr("Save Project As"), projectsFolder(), projectFilter());
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(u"xml"_s);
     dialog.selectFile(shown.isEmpty()

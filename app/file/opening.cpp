@@ -19,13 +19,16 @@ namespace opening {
 
 namespace {
 
-QString text(const char *sentence) { return QCoreApplication::translate("opening", sentence); }
+struct Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(opening)
+};
 
 bool isFree(QWidget *parent)
 {
     const QString refusal = running::refusal();
     if (!refusal.isEmpty())
-        tellUser(parent, text("Not Now"), {refusal});
+        tellUser(parent, Texts::tr("Not Now"), {refusal});
     return refusal.isEmpty();
 }
 
@@ -39,11 +42,11 @@ void open(QWidget *parent, const QStringList &files)
             return;
         const Complaints complaints;
         if (!openFile(file))
-            reasons.append(complaints.isEmpty() ? text("\"%1\" cannot be opened").arg(file)
+            reasons.append(complaints.isEmpty() ? Texts::tr("\"%1\" cannot be opened").arg(file)
                                                 : complaints.text());
     }
     if (!reasons.isEmpty())
-        tellUser(parent, text("Not Opened"), reasons);
+        tellUser(parent, Texts::tr("Not Opened"), reasons);
 }
 
 bool mayCloseProject(QWidget *parent)
