@@ -46,10 +46,6 @@ private Q_SLOTS:
     void closingADesignAsks();
     void aDesignThatCannotBeSaved_data();
     void aDesignThatCannotBeSaved();
-    void aProjectThatWasNeverSaved_data();
-    void aProjectThatWasNeverSaved();
-    void aProjectWithAFile_data();
-    void aProjectWithAFile();
     void aTextInAnEditor_data();
     void aTextInAnEditor();
     void whenAScriptEndsTheProgram_data();
@@ -194,47 +190,6 @@ void tst_LeavingStory::aDesignThatCannotBeSaved()
     const QDir backups(story->session() + u"/Backups"_s);
     const QStringList copies = backups.entryList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot);
     QCOMPARE(!copies.isEmpty(), closes);
-}
-
-void tst_LeavingStory::aProjectThatWasNeverSaved_data()
-{
-    QTest::addColumn<QString>("answer");
-    QTest::addColumn<bool>("closes");
-    QTest::newRow("project-1 saved") << u"Save"_s << true;
-    QTest::newRow("project-2 discarded") << u"Discard"_s << true;
-    QTest::newRow("project-3 cancelled") << u"Cancel"_s << false;
-}
-
-void tst_LeavingStory::aProjectThatWasNeverSaved()
-{
-    QFETCH(const QString, answer);
-    QFETCH(const bool, closes);
-    story->type(u"project new"_s);
-    story->type(u"designs new uart"_s);
-    const QString file = story->path(answer + u".xml"_s);
-    QList<DialogVisits::Visit> steps {DialogVisits::answer(projectQuestion, answer)};
-    if (answer == u"Save"_s)
-        steps.append(DialogVisits::chooseFile(file));
-    DialogVisits visits(steps);
-    QCOMPARE(close(visits), closes);
-    QCOMPARE(Story::read(file).contains("uart/component.xml"), answer == u"Save"_s);
-}
-
-void tst_LeavingStory::aProjectWithAFile_data() { aProjectThatWasNeverSaved_data(); }
-
-void tst_LeavingStory::aProjectWithAFile()
-{
-    QFETCH(const QString, answer);
-    QFETCH(const bool, closes);
-    const QString file = story->path(u"p.xml"_s);
-    QFile::remove(file);
-    story->type(u"project new"_s);
-    story->type(u"project save {"_s + file + u'}');
-    story->type(u"designs new uart"_s);
-    DialogVisits visits({DialogVisits::answer(
-        u"Unsaved Project\nThe project \"p\" has changes that are not saved."_s, answer)});
-    QCOMPARE(close(visits), closes);
-    QCOMPARE(Story::read(file).contains("uart/component.xml"), answer == u"Save"_s);
 }
 
 void tst_LeavingStory::aTextInAnEditor_data()
