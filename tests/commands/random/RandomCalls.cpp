@@ -70,8 +70,9 @@ QStringList RandomCalls::design()
     case 1:
         return {u"design"_s, u"save"_s, model.folder() + u"/copy.xml"_s};
     case 2:
-        return number(2) ? QStringList {u"design"_s, u"clean"_s}
-                         : QStringList {u"design"_s, u"clean"_s, one(vocabulary::truths)};
+        if (number(2))
+            return {u"design"_s, u"clean"_s};
+        return {u"design"_s, u"clean"_s, one(vocabulary::truths)};
     case 3:
         return {u"design"_s, u"assign_physical_wfp"_s};
     case 4:
