@@ -1,17 +1,15 @@
 #include "tests/app/designs/Answer.h"
-#include "tests/app/designs/DesignTreeFixture.h"
+#include "tests/app/designs/ItemsTest.h"
 
 using namespace Qt::Literals::StringLiterals;
-using MorvalenCore::DesignFile;
-using MorvalenCore::Interfaces::IDesign;
 
 // How users take files, folders and properties out of designs, and delete them.
-class tst_ItemDeleting : public QObject
+class tst_ItemDeleting : public ItemsTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
+    void init() { setUp(); }
     void cleanup() { fixture.reset(); }
 
     void removesAfterAsking();
@@ -23,41 +21,7 @@ private Q_SLOTS:
     void tellsWhatIsNotDeleted();
     void deletesNoOtherPathThanWasNamed();
     void survivesWhatGoesWhileAQuestionIsOpen();
-
-private:
-    QString in(const QString &name) const { return uart->workingFolderPath() + u'/' + name; }
-    QModelIndex file(const QString &name) const
-    {
-        return fixture->row({u"uart"_s, u"Files"_s, u"rtl"_s, name});
-    }
-    QStringList paths() const
-    {
-        QStringList all;
-        for (const DesignFile *each : uart->filesUnderNode(QString(), true))
-            all.append(each->fileName());
-        return all;
-    }
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
-    {
-        QTest::keyClick(fixture->view(), key, modifiers);
-    }
-
-    std::optional<DesignTreeFixture> fixture;
-    IDesign *uart = nullptr;
 };
-
-void tst_ItemDeleting::init()
-{
-    fixture.emplace();
-    QVERIFY(fixture->shown);
-    uart = fixture->session.create(u"uart"_s, u"Hardware Design"_s, u"Hardware"_s);
-    for (const QString &name : {u"a.v"_s, u"b.v"_s, u"c.v"_s}) {
-        SessionFixture::write(in(u"rtl/"_s + name), "1");
-        QVERIFY(uart->addFile(u"rtl/"_s + name, QString(), true, nullptr));
-    }
-    QVERIFY(uart->addProperty(u"p"_s, {}, 8, false, nullptr));
-    QVERIFY(fixture->follow());
-}
 
 void tst_ItemDeleting::removesAfterAsking()
 {
