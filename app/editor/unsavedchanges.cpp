@@ -29,13 +29,18 @@ QString list(const QStringList &titles)
 {
     if (titles.size() == 1)
         return Texts::tr("Without saving, they are lost.");
-    QStringList lines = titles.first(qMin(titles.size(), namedTitles));
-    if (titles.size() > namedTitles)
-        lines.append(Texts::tr("and %1 more").arg(titles.size() - namedTitles));
-    return lines.join(u'\n') + u"\n\n"_s + Texts::tr("Without saving, the changes are lost.");
+    return named(titles) + u"\n\n"_s + Texts::tr("Without saving, the changes are lost.");
 }
 
 } // namespace
+
+QString named(const QStringList &titles)
+{
+    QStringList lines = titles.first(qMin(titles.size(), namedTitles));
+    if (titles.size() > namedTitles)
+        lines.append(Texts::tr("and %1 more").arg(titles.size() - namedTitles));
+    return lines.join(u'\n');
+}
 
 Answer ask(QWidget *parent, const QStringList &titles)
 {

@@ -2,6 +2,7 @@
 
 #include "app/editor/EditorArea.h"
 #include "app/editor/EditorPage.h"
+#include "app/editor/unsavedchanges.h"
 #include "app/file/closing.h"
 #include "app/file/designsaving.h"
 #include "app/messages.h"
@@ -102,7 +103,7 @@ void Leaving::settleForGood()
                     tr("The program ends, and there are changes that are not saved."),
                     QMessageBox::Save | QMessageBox::Discard, window);
     box.setTextFormat(Qt::PlainText);
-    box.setInformativeText(titles.join(u'\n'));
+    box.setInformativeText(unsavedchanges::named(titles));
     box.setDefaultButton(QMessageBox::Save);
     // Closing the box must not lose anything.
     box.setEscapeButton(QMessageBox::Save);
