@@ -1,8 +1,8 @@
 # How every target of the project is compiled, and who may include whom.
 #
-# A floor sees its own headers, those of the floors it may enter, and the public headers of the
-# libraries it links. Each floor's include path is a folder of links to just these, so that an
-# include which goes up or sideways does not compile.
+# A room, and a floor that is one room, sees its own headers, those of the rooms it may enter, and the
+# public headers of the libraries it links. Each room's include path is a folder of links to just
+# these, so that an include which goes up or sideways does not compile.
 
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
@@ -35,18 +35,30 @@ function(morvalen_target target)
     target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:conventions>)
 endfunction()
 
-# morvalen_floor(<name> SOURCES <file>... [ENTERS <floor>...] [LINKS <target>...])
-# An object library of one floor of the scripting library.
-function(morvalen_floor name)
-    cmake_parse_arguments(FLOOR "" "" "SOURCES;ENTERS;LINKS" ${ARGN})
-    add_library(${name} OBJECT ${FLOOR_SOURCES})
+# morvalen_room(<name> ROOT <folder> FOLDER <room> SOURCES <file>... [ENTERS <room>...]
+#               [LINKS <target>...])
+# An object library of one room. Rooms are named as includes name them, by their path below ROOT;
+# sources by their path in the room. What links the library, a test, sees every room below ROOT.
+function(morvalen_room name)
+    cmake_parse_arguments(ROOM "" "ROOT;FOLDER" "SOURCES;ENTERS;LINKS" ${ARGN})
+    list(TRANSFORM ROOM_SOURCES PREPEND "${ROOM_ROOT}/${ROOM_FOLDER}/")
+    add_library(${name} OBJECT ${ROOM_SOURCES})
     morvalen_target(${name})
-    set(view "${CMAKE_BINARY_DIR}/floors/${name}")
-    file(MAKE_DIRECTORY "${view}")
-    foreach(visible IN ITEMS ${name} ${FLOOR_ENTERS})
-        file(CREATE_LINK "${PROJECT_SOURCE_DIR}/${visible}" "${view}/${visible}" SYMBOLIC)
+    set(view "${CMAKE_BINARY_DIR}/rooms/${name}")
+    # What a room may no longer enter must not stay in sight.
+    file(REMOVE_RECURSE "${view}")
+    foreach(visible IN ITEMS ${ROOM_FOLDER} ${ROOM_ENTERS})
+        cmake_path(GET visible PARENT_PATH above)
+        file(MAKE_DIRECTORY "${view}/${above}")
+        file(CREATE_LINK "${ROOM_ROOT}/${visible}" "${view}/${visible}" SYMBOLIC)
     endforeach()
-    target_include_directories(${name} PRIVATE "${view}")
-    target_link_libraries(${name} PUBLIC ${FLOOR_LINKS})
+    target_include_directories(${name} PRIVATE "${view}" INTERFACE "${ROOM_ROOT}")
+    target_link_libraries(${name} PUBLIC ${ROOM_LINKS})
+endfunction()
+
+# morvalen_floor(<name> SOURCES <file>... [ENTERS <floor>...] [LINKS <target>...])
+# A floor of the scripting library, which is one room.
+function(morvalen_floor name)
+    morvalen_room(${name} ROOT "${PROJECT_SOURCE_DIR}" FOLDER ${name} ${ARGN})
     target_compile_definitions(${name} PRIVATE TCLSCRIPTING_LIBRARY)
 endfunction()
