@@ -1,6 +1,6 @@
 #pragma once
 
-#include "component/ComponentBuilds.h"
+#include <MorvalenCore/BuildDescription.h>
 
 #include <QHash>
 #include <QList>

@@ -1,6 +1,6 @@
 #include "design/Design.h"
 
-#include "hostlog.h"
+#include "log/hostlog.h"
 #include "structures/structures.h"
 
 using namespace Qt::Literals::StringLiterals;

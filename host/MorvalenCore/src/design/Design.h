@@ -1,12 +1,12 @@
 #pragma once
 
-#include "design/DesignBuilds.h"
-#include "design/DesignFiles.h"
-#include "design/DesignFolders.h"
-#include "design/DesignProperties.h"
+#include "configurations/DesignBuilds.h"
 #include "design/DesignRegistry.h"
-#include "design/DesignState.h"
 #include "disk/WorkingFolder.h"
+#include "items/DesignFiles.h"
+#include "items/DesignFolders.h"
+#include "items/DesignProperties.h"
+#include "items/DesignState.h"
 
 #include <MorvalenCore/IDesign.h>
 

@@ -1,7 +1,7 @@
 // The design on disk: opening, saving, the working folder.
 
 #include "design/Design.h"
-#include "hostlog.h"
+#include "log/hostlog.h"
 #include "structures/structures.h"
 
 #include <QDir>

@@ -1,7 +1,7 @@
 #include "designs/DesignFactory.h"
 
 #include "design/Design.h"
-#include "hostlog.h"
+#include "log/hostlog.h"
 #include "structures/structures.h"
 
 using namespace Qt::Literals::StringLiterals;

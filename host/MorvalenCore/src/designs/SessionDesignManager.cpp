@@ -2,8 +2,8 @@
 
 #include "design/Design.h"
 #include "designs/designname.h"
-#include "designs/sessionsettings.h"
-#include "hostlog.h"
+#include "log/hostlog.h"
+#include "session/sessionsettings.h"
 #include "structures/structures.h"
 
 #include <Qtilities/QtilitiesCoreApplication.h>

@@ -2,10 +2,10 @@
 
 #include "design/Design.h"
 #include "designs/backup.h"
-#include "designs/protectedfolders.h"
 #include "designs/SessionDesignManager.h"
 #include "disk/removal.h"
-#include "hostlog.h"
+#include "log/hostlog.h"
+#include "session/protectedfolders.h"
 
 #include <QDir>
 #include <QFileInfo>

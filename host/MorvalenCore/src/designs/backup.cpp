@@ -1,7 +1,7 @@
 #include "designs/backup.h"
 
 #include "design/Design.h"
-#include "designs/sessionsettings.h"
+#include "session/sessionsettings.h"
 
 #include <QCoreApplication>
 #include <QDateTime>

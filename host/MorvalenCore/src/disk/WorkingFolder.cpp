@@ -1,7 +1,7 @@
 #include "disk/WorkingFolder.h"
 
 #include "disk/removal.h"
-#include "hostlog.h"
+#include "log/hostlog.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,7 +1,7 @@
 #include "structures/StandardStructureManager.h"
 
-#include "designs/sessionsettings.h"
-#include "hostlog.h"
+#include "log/hostlog.h"
+#include "session/sessionsettings.h"
 #include "structures/structures.h"
 
 #include <QDir>

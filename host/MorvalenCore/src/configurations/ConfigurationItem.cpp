@@ -1,0 +1,84 @@
+#include "configurations/ConfigurationItem.h"
+
+#include "configurations/DesignBuilds.h"
+#include "disk/itempaths.h"
+#include "items/DesignState.h"
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace MorvalenCore {
+
+ConfigurationItem::ConfigurationItem(DesignBuilds &owner, DesignState &designState,
+                                     DesignFiles &files, const BuildDescription &description)
+    : BuildConfiguration(nullptr),
+      builds(owner),
+      state(designState),
+      data(description),
+      macros(*this, designState),
+      runner(*this, designState, files)
+{
+}
+
+QString ConfigurationItem::nameOfDefault() { return u"Default"_s; }
+
+QString ConfigurationItem::getTargetPath() const
+{
+    return data.targetPath.isEmpty() ? u"build/"_s + data.name : data.targetPath;
+}
+
+void ConfigurationItem::setTargetPath(const QString &path)
+{
+    BuildDescription changed = data;
+    changed.targetPath = path;
+    builds.change(*this, changed, nullptr);
+}
+
+bool ConfigurationItem::setDescription(const BuildDescription &description, QString *error)
+{
+    return builds.change(*this, description, error);
+}
+
+QString ConfigurationItem::absoluteTargetPath(QString *error) const
+{
+    return pathOnDisk(actualItemPath(getTargetPath(), state.folder()), state.folder(), error);
+}
+
+QStringList ConfigurationItem::stepNamesInOrder(int count) const
+{
+    const QStringList names = runner.stepNames();
+    return count < 0 ? names : names.first(std::min<qsizetype>(count, names.size()));
+}
+
+QList<BuildStep> ConfigurationItem::steps() const { return data.steps + stepsOfFiles(); }
+
+QList<BuildStep> ConfigurationItem::stepsOfFiles() const
+{
+    QList<BuildStep> steps;
+    if (data.name != nameOfDefault())
+        return steps;
+    const ComponentFiles &files = state.document().files();
+    for (const FileId &file : files.filesWithBuildCommand()) {
+        const FileBuildCommand build = files.buildCommand(file);
+        const QString path = files.path(file);
+        const QString onDisk = pathOnDisk(actualItemPath(path, state.folder()), state.folder());
+        QStringList words {build.command, build.flags, u"$(INPUTS)"_s};
+        words.removeAll(QString());
+        BuildStep step;
+        step.name = build.targetName.isEmpty() ? path : build.targetName;
+        step.command = words.join(u' ');
+        step.inputs = QStringList {onDisk.isEmpty() ? path : onDisk};
+        if (!build.targetName.isEmpty())
+            step.outputs = QStringList {build.targetName};
+        steps.append(step);
+    }
+    return steps;
+}
+
+bool ConfigurationItem::run(bool onlyOutdated, bool dryRun)
+{
+    return dryRun ? runner.runDry() : runner.run(onlyOutdated);
+}
+
+} // namespace MorvalenCore

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "component/ComponentBuilds.h"
+#include "configurations/ConfigurationRunner.h"
+#include "configurations/MacroTable.h"
+
+#include <MorvalenCore/BuildConfiguration.h>
+
+namespace MorvalenCore {
+
+class DesignBuilds;
+class DesignFiles;
+class DesignState;
+
+// A build configuration of a design, kept in the design's document.
+class ConfigurationItem final : public BuildConfiguration
+{
+    Q_OBJECT
+
+public:
+    ConfigurationItem(DesignBuilds &owner, DesignState &designState, DesignFiles &files,
+                      const BuildDescription &description);
+
+    // The configuration that also runs the build commands that files bring along.
+    static QString nameOfDefault();
+
+    QString configurationName() const override { return data.name; }
+    QString getTargetPath() const override;
+    void setTargetPath(const QString &path) override;
+    BuildDescription description() const override { return data; }
+    QList<BuildStep> stepsOfFiles() const override;
+    bool setDescription(const BuildDescription &description, QString *error) override;
+    RunState runState() const override { return runner.state(); }
+    QStringList stepNamesInOrder(int count) const override;
+    const BuildStepPropertyManager *propertyManager() const override { return &macros; }
+    void refresh() override { runner.refresh(); }
+    QStringList outdatedStepNames() const override { return runner.outdatedStepNames(); }
+    bool run(bool onlyOutdated, bool dryRun) override;
+    void cancel() override { runner.cancel(); }
+
+    const QList<BuildMacro> &ownMacros() const { return data.macros; }
+    // What the document holds by now.
+    void takeUp(const BuildDescription &description) { data = description; }
+
+    // The steps as they are listed, those that files bring along last.
+    QList<BuildStep> steps() const;
+    // The target path, absolute and clean; empty, with the reason in *error (which may be null),
+    // when it names what is not known.
+    QString absoluteTargetPath(QString *error = nullptr) const;
+    const MacroTable &macroTable() const { return macros; }
+
+private:
+    DesignBuilds &builds;
+    DesignState &state;
+    BuildDescription data;
+    MacroTable macros;
+    // Asked for what is not to be known without planning; a plan is kept.
+    mutable ConfigurationRunner runner;
+};
+
+} // namespace MorvalenCore

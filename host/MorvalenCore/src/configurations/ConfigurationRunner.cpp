@@ -1,0 +1,263 @@
+#include "configurations/ConfigurationRunner.h"
+
+#include "build/BuildRun.h"
+#include "configurations/ConfigurationItem.h"
+#include "configurations/generatedfiles.h"
+#include "disk/itempaths.h"
+#include "items/DesignFiles.h"
+#include "items/DesignState.h"
+#include "log/hostlog.h"
+#include "session/sessionsettings.h"
+
+#include <MorvalenCore/BuildMonitor.h>
+#include <MorvalenCore/ChangeBracket.h>
+
+#include <QFileInfo>
+#include <QPointer>
+
+using namespace Qt::Literals::StringLiterals;
+using Qtilities::Logging::Logger;
+
+namespace MorvalenCore {
+
+namespace {
+
+// Sends what a run says to the log.
+void connectToLog(const BuildRun &run)
+{
+    QObject::connect(&run, &BuildRun::message, &run, [](auto type, const QString &text) {
+        Logger::instance()->logMessage({}, type, text);
+    });
+}
+
+BuildConfiguration::RunState stateAfter(BuildRun::Result result)
+{
+    switch (result) {
+    case BuildRun::Result::Completed:
+        return BuildConfiguration::Completed;
+    case BuildRun::Result::Cancelled:
+        return BuildConfiguration::Cancelled;
+    case BuildRun::Result::Failed:
+        break;
+    }
+    return BuildConfiguration::Failed;
+}
+
+QString quotedNames(const BuildPlan &plan, const QList<int> &steps)
+{
+    QStringList names;
+    for (const int step : steps)
+        names.append(u'"' + plan.steps[step].name + u'"');
+    return names.join(u", "_s);
+}
+
+// Says how a run of the titled configuration ended.
+void logEnd(const QString &title, const BuildPlan &plan, const BuildRun &run,
+            BuildRun::Result result)
+{
+    if (result == BuildRun::Result::Cancelled)
+        logWarning(u"%1 was cancelled"_s.arg(title));
+    else if (result == BuildRun::Result::Failed && run.failedSteps().isEmpty())
+        logError(u"%1 failed"_s.arg(title));
+    else if (result == BuildRun::Result::Failed)
+        logError(u"%1 failed in %2"_s.arg(title, quotedNames(plan, run.failedSteps())));
+    else if (run.doneSteps().isEmpty())
+        logInfo(u"%1 is up to date"_s.arg(title));
+    else
+        logInfo(u"%1 is complete, steps run: %2"_s.arg(title).arg(run.doneSteps().size()));
+}
+
+} // namespace
+
+ConfigurationRunner::ConfigurationRunner(ConfigurationItem &owner, DesignState &designState,
+                                         DesignFiles &fileItems)
+    : configuration(owner),
+      design(designState),
+      files(fileItems)
+{
+}
+
+ConfigurationRunner::~ConfigurationRunner()
+{
+    if (!current)
+        return;
+    current->endNow();
+    if (runState == BuildConfiguration::Running)
+        BuildMonitor::instance()->end(&configuration);
+}
+
+QString ConfigurationRunner::title() const
+{
+    return u"The build \"%1\" of design \"%2\""_s.arg(configuration.configurationName(),
+                                                      design.name());
+}
+
+bool ConfigurationRunner::request(BuildRequest *request, QString *error) const
+{
+    request->configuration = configuration.configurationName();
+    request->workingFolder = design.folder();
+    request->targetPath = configuration.absoluteTargetPath(error);
+    if (request->targetPath.isEmpty())
+        return false;
+    request->macros = configuration.macroTable().rawValues(ConfigurationMacros | DesignMacros);
+    request->steps = configuration.steps();
+    request->launcher = readSetting(u"Builds"_s, u"launcher"_s);
+    for (const QString &node : nodesNamedIn(request->steps)) {
+        if (!files.hasNode(node))
+            continue;
+        QStringList &paths = request->nodes[node];
+        for (const DesignFile *file : files.underNode(node, true)) {
+            paths.append(pathOnDisk(file->actualPath(), design.folder(), error));
+            if (paths.last().isEmpty())
+                return false;
+        }
+    }
+    return true;
+}
+
+std::shared_ptr<KeptPlan> ConfigurationRunner::plan(QString *error)
+{
+    BuildRequest wanted;
+    return request(&wanted, error) ? plans.planFor(wanted, error) : nullptr;
+}
+
+std::shared_ptr<KeptPlan> ConfigurationRunner::checkedPlan()
+{
+    QString error;
+    std::shared_ptr<KeptPlan> kept = plan(&error);
+    if (kept && !kept->isChecked)
+        error = overwriteRefusal(kept->plan, files);
+    if (error.isEmpty()) {
+        kept->isChecked = true;
+        return kept;
+    }
+    logError(u"%1 cannot be run: %2"_s.arg(title(), error));
+    return nullptr;
+}
+
+QStringList ConfigurationRunner::stepNames()
+{
+    QStringList names;
+    QString error;
+    if (const std::shared_ptr<KeptPlan> kept = plan(&error)) {
+        for (const PlannedStep &step : kept->plan.steps)
+            names.append(step.name);
+        return names;
+    }
+    for (const BuildStep &step : configuration.steps())
+        names.append(step.name);
+    return names;
+}
+
+bool ConfigurationRunner::run(bool onlyOutdated)
+{
+    if (current) {
+        logError(u"%1 is running already"_s.arg(title()));
+        return false;
+    }
+    const std::shared_ptr<KeptPlan> kept = checkedPlan();
+    if (!kept) {
+        runState = BuildConfiguration::Failed;
+        return false;
+    }
+
+    // The configuration may go while events are served; what is used afterwards is kept here.
+    const QPointer<ConfigurationItem> alive(&configuration);
+    const QString ownTitle = title();
+    BuildRun run(kept->plan, kept->file);
+    connectToLog(run);
+    QObject::connect(&run, &BuildRun::progressed, &configuration,
+                     [this](int done, int total, const QString &step) {
+                         BuildMonitor::instance()->progress(&configuration, done, total, step);
+                     });
+    current = &run;
+    runState = BuildConfiguration::Running;
+    BuildMonitor::instance()->begin(&configuration);
+    const BuildRun::Result result =
+        run.run(onlyOutdated ? BuildRun::Kind::Outdated : BuildRun::Kind::All);
+    logEnd(ownTitle, kept->plan, run, result);
+    if (!alive)
+        return false;
+    current = nullptr;
+    runState = stateAfter(result);
+    noteGenerated(*kept, run.doneSteps());
+    outdated.clear();
+    BuildMonitor::instance()->end(&configuration);
+    return result == BuildRun::Result::Completed;
+}
+
+void ConfigurationRunner::noteGenerated(KeptPlan &kept, QList<int> steps)
+{
+    // A build of an earlier session may have ended without being noted.
+    if (!kept.isNoted)
+        steps += stepsNotNoted(kept.plan, files);
+    kept.isNoted = true;
+    if (steps.isEmpty())
+        return;
+    QString error;
+    ChangeBracket::instance()->open();
+    if (!noteGeneratedFiles(kept.plan, steps, &files, &error))
+        logWarning(u"What the build \"%1\" has made cannot be noted: %2"_s.arg(
+            kept.plan.configuration, error));
+    ChangeBracket::instance()->close();
+}
+
+bool ConfigurationRunner::runDry()
+{
+    const std::shared_ptr<KeptPlan> kept = checkedPlan();
+    if (!kept || !look(*kept))
+        return false;
+    if (outdated.isEmpty())
+        logInfo(u"%1 is up to date"_s.arg(title()));
+    for (const QString &name : std::as_const(outdated))
+        logInfo(u"Would run \"%1\""_s.arg(name));
+    return true;
+}
+
+void ConfigurationRunner::refresh()
+{
+    if (current)
+        return;
+    runState = BuildConfiguration::Idle;
+    QString error;
+    const std::shared_ptr<KeptPlan> kept = plan(&error);
+    if (!kept) {
+        outdated.clear();
+        logError(u"%1 cannot be run: %2"_s.arg(title(), error));
+        return;
+    }
+    const qsizetype count = kept->plan.steps.size();
+    if (look(*kept))
+        logInfo(u"%1 has %2 outdated of %3 steps"_s.arg(title()).arg(outdated.size()).arg(count));
+}
+
+// Sets what is outdated.
+bool ConfigurationRunner::look(const KeptPlan &kept)
+{
+    outdated.clear();
+    // Without Ninja's log nothing is known of what was made, and nothing needs to be written.
+    if (!QFileInfo::exists(kept.plan.targetFolder)) {
+        for (const PlannedStep &step : kept.plan.steps)
+            outdated.append(step.name);
+        return true;
+    }
+    const QPointer<ConfigurationItem> alive(&configuration);
+    BuildRun run(kept.plan, kept.file);
+    connectToLog(run);
+    current = &run;
+    const BuildRun::Result result = run.run(BuildRun::Kind::Look);
+    if (!alive)
+        return false;
+    current = nullptr;
+    for (const int step : run.doneSteps())
+        outdated.append(kept.plan.steps[step].name);
+    return result == BuildRun::Result::Completed;
+}
+
+void ConfigurationRunner::cancel()
+{
+    if (current)
+        current->cancel();
+}
+
+} // namespace MorvalenCore

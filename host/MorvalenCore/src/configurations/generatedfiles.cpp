@@ -1,0 +1,92 @@
+#include "configurations/generatedfiles.h"
+
+#include "items/DesignFiles.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSet>
+
+#include <algorithm>
+#include <optional>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace MorvalenCore {
+
+namespace {
+
+// The files that Ninja has made in a target folder, by the log that it keeps there: lines of
+// begin, end, time, path and hash, with tabs between them.
+QSet<QString> filesMadeIn(const QString &targetFolder)
+{
+    QSet<QString> files;
+    QFile log(targetFolder + u"/.ninja_log"_s);
+    if (!log.open(QIODevice::ReadOnly))
+        return files;
+    while (!log.atEnd()) {
+        const QList<QByteArray> fields = log.readLine().split('\t');
+        if (fields.size() == 5)
+            files.insert(QString::fromUtf8(fields[3]));
+    }
+    return files;
+}
+
+bool isNoted(const QString &path, const DesignFiles &files)
+{
+    const DesignFile *file = files.find(path);
+    return file && file->isGenerated();
+}
+
+bool note(const QString &path, const QString &by, DesignFiles *files, QString *error)
+{
+    DesignFile *file = files->find(path);
+    if (!file)
+        file = files->add(path, u"generated"_s, error);
+    return file && files->setGenerated(file, by, error);
+}
+
+} // namespace
+
+QString overwriteRefusal(const BuildPlan &plan, const DesignFiles &files)
+{
+    std::optional<QSet<QString>> made;
+    for (const PlannedStep &step : plan.steps) {
+        for (const QString &output : step.outputs) {
+            if (!QFileInfo::exists(output) || isNoted(output, files))
+                continue;
+            if (!made)
+                made = filesMadeIn(plan.targetFolder);
+            if (!made->contains(output))
+                return u"The step \"%1\" would overwrite \"%2\", which no build has made"_s.arg(
+                    step.name, output);
+        }
+    }
+    return {};
+}
+
+QList<int> stepsNotNoted(const BuildPlan &plan, const DesignFiles &files)
+{
+    QList<int> steps;
+    for (int step = 0; step < plan.steps.size(); ++step) {
+        const QStringList &outputs = plan.steps[step].outputs;
+        if (std::any_of(outputs.cbegin(), outputs.cend(), [&](const QString &output) {
+                return !isNoted(output, files) && QFileInfo::exists(output);
+            }))
+            steps.append(step);
+    }
+    return steps;
+}
+
+bool noteGeneratedFiles(const BuildPlan &plan, const QList<int> &steps, DesignFiles *files,
+                        QString *error)
+{
+    for (const int step : steps) {
+        for (const QString &output : plan.steps[step].outputs) {
+            if (!note(output, plan.configuration, files, error))
+                return false;
+        }
+    }
+    return true;
+}
+
+} // namespace MorvalenCore

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "component/ItemId.h"
+#include "items/ItemTable.h"
+#include "items/PropertyItem.h"
+
+#include <QVariant>
+
+namespace MorvalenCore {
+
+class DesignState;
+
+// The properties of a design, by name. Part of its design.
+class DesignProperties
+{
+public:
+    explicit DesignProperties(DesignState &designState) : state(designState) { }
+
+    // Takes up what the document holds. A parameter without a name is none of ours.
+    void load();
+    void clear() { table.clear(); }
+
+    // See IDesign for what these do.
+    DesignProperty *find(const QString &name) const { return table.byKey(name); }
+    DesignProperty *add(const QString &name, const Qtilities::Core::QtilitiesCategory &category,
+                        const QVariant &value, bool readOnly, QString *error);
+    bool remove(const QString &name);
+    QList<DesignProperty *> all() const;
+
+    // Why no property can get that name; empty when one can.
+    QString nameRefusal(const QString &name) const;
+    // Called when a property has got another name.
+    void renamed(const QString &oldName, const QString &newName);
+
+    ActiveItems<DesignProperty> active;
+
+private:
+    PropertyItem *takeUp(const QString &name, PropertyId entry);
+
+    DesignState &state;
+    ItemTable<PropertyItem, PropertyId> table;
+};
+
+} // namespace MorvalenCore

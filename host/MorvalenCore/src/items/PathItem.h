@@ -1,0 +1,106 @@
+#pragma once
+
+#include "items/DesignState.h"
+#include "items/ItemTable.h"
+#include "items/pathkinds.h"
+#include "items/SharedPropertyKeeper.h"
+
+#include <Qtilities/Observer.h>
+#include <Qtilities/QtilitiesCategory.h>
+
+#include <QDynamicPropertyChangeEvent>
+
+namespace MorvalenCore {
+
+// An item of a design that stands for a path, kept in the design's document: what files and
+// folders have in common. One item for all elements of a path there. Base is the public class, Id
+// what names an element, Items the collection that the item is in.
+template <typename Base, typename Id, typename Items>
+class PathItem : public Base
+{
+public:
+    PathItem(Items &owner, DesignState &designState, const QString &actualPath)
+        : Base(nullptr),
+          items(owner),
+          state(designState),
+          path(actualPath),
+          shared(this, designState)
+    {
+    }
+
+    QString getName(const Qtilities::Core::Observer *) const override { return this->fileName(); }
+
+    // The name is the path's.
+    bool setName(const QString &name, Qtilities::Core::Observer *) override
+    {
+        return name == this->fileName();
+    }
+
+    Qtilities::Core::QtilitiesCategory category() const override
+    {
+        return Qtilities::Core::QtilitiesCategory::fromString(part().category(entries.first()),
+                                                              QStringLiteral("::"));
+    }
+
+    bool setCategory(const Qtilities::Core::QtilitiesCategory &category) override
+    {
+        return state.change(nullptr, [&](QString *error) {
+            return part().setCategory(entries.first(), category.toString(QStringLiteral("::")),
+                                      error);
+        });
+    }
+
+    QString actualPath() const override { return path; }
+    void setActualPath(const QString &newPath) override { items.move(this, newPath); }
+
+    bool existsOnDisk() const override { return isItemOnDisk(state, path, kindOf(Id())); }
+
+    bool removeFromComputer(bool permanently) override
+    {
+        return removeItemFromDisk(state, path, kindOf(Id()), permanently);
+    }
+
+    QString versionControlRevision() const override { return itemHistory(state, path).revision; }
+    QString versionControlSystemName() const override
+    {
+        return itemHistory(state, path).systemName;
+    }
+    AbstractDesignLinkedItem::StateLookup stateLookup() const override
+    {
+        return itemStateLookup(state, path, kindOf(Id()));
+    }
+
+    // The elements in the document, in its order.
+    const Elements<Id> &elements() const { return entries; }
+
+    // For the collection: takes up an element, and the path that the elements got.
+    void addElement(Id element)
+    {
+        entries.append(element);
+        shared.load(element);
+    }
+    void setKnownPath(const QString &newPath) { path = newPath; }
+
+protected:
+    bool event(QEvent *event) override
+    {
+        if (event->type() == QEvent::DynamicPropertyChange) {
+            shared.propertyChanged(
+                static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName(),
+                QList<ItemId>(entries.cbegin(), entries.cend()));
+        }
+        return Base::event(event);
+    }
+
+    auto &part() const { return partOf(state.document(), Id()); }
+    Id firstElement() const { return entries.first(); }
+
+private:
+    Items &items;
+    DesignState &state;
+    QString path;
+    Elements<Id> entries;
+    SharedPropertyKeeper shared;
+};
+
+} // namespace MorvalenCore

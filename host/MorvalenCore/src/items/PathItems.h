@@ -1,0 +1,131 @@
+#pragma once
+
+#include "disk/itempaths.h"
+#include "items/DesignState.h"
+#include "items/ItemTable.h"
+#include "items/pathkinds.h"
+
+namespace MorvalenCore {
+
+// The items of a design that stand for paths: what the collections of files and folders have in
+// common. One item for each actual path. Item is the class of the items, Base their public one, Id
+// what names an element in the document.
+template <typename Item, typename Base, typename Id>
+class PathItems
+{
+public:
+    // Takes up what the document holds.
+    void load()
+    {
+        for (const Id &element : elementsOf(part())) {
+            const QString key = keyOf(part().path(element));
+            if (!key.isEmpty())
+                takeUp(key, element);
+        }
+    }
+
+    void clear() { table.clear(); }
+
+    // By actual path or by a path of the design's folder; null when there is none.
+    Base *find(const QString &path) const { return lookUp(path); }
+
+    bool remove(const QString &path)
+    {
+        Item *item = lookUp(path);
+        return item && state.change(nullptr, [&](QString *) {
+            for (const Id &element : item->elements()) {
+                removing(element);
+                part().remove(element);
+            }
+            table.remove(item->actualPath());
+            return true;
+        });
+    }
+
+    // Gives an item another path, which the design must not have yet.
+    template <typename Mover>
+    void move(Mover *item, const QString &path)
+    {
+        const QString key = keyOf(path);
+        if (key == item->actualPath())
+            return;
+        state.change(nullptr, [&](QString *error) {
+            *error = refusal(path, key);
+            if (!error->isEmpty())
+                return false;
+            for (const Id &element : item->elements()) {
+                if (!part().setPath(element, storedItemPath(path, state.folder()), error))
+                    return false;
+            }
+            table.rename(item->actualPath(), key);
+            item->setKnownPath(key);
+            return true;
+        });
+    }
+
+    ActiveItems<Base> active;
+
+protected:
+    explicit PathItems(DesignState &designState) : state(designState) { }
+    virtual ~PathItems() = default;
+
+    // Called before an element is removed from the document.
+    virtual void removing(Id) { }
+
+    // The one flow of adding: makeElement(text, error) writes the element of an accepted path into
+    // the document, under the text to keep, and returns it.
+    template <typename MakeElement>
+    Base *addItem(const QString &path, QString *error, MakeElement makeElement)
+    {
+        Item *item = nullptr;
+        state.change(error, [&](QString *reason) {
+            const QString key = keyOf(path);
+            *reason = refusal(path, key);
+            if (!reason->isEmpty())
+                return false;
+            const Id element = makeElement(storedItemPath(path, state.folder()), reason);
+            if (element)
+                item = takeUp(key, element);
+            return item != nullptr;
+        });
+        return item;
+    }
+
+    auto &part() const { return partOf(state.document(), Id()); }
+
+    DesignState &state;
+    ItemTable<Item, Id> table;
+
+private:
+    QString keyOf(const QString &path) const { return actualItemPath(path, state.folder()); }
+
+    Item *lookUp(const QString &path) const
+    {
+        Item *item = table.byKey(keyOf(path));
+        // A share of Windows is not the same as a path from the root.
+        return item || !path.startsWith(QStringLiteral("//")) ? item : table.byKey(path);
+    }
+
+    Item *takeUp(const QString &key, Id element)
+    {
+        return table.insert(key, element, [&] {
+            return std::make_shared<Item>(static_cast<typename Item::Owner &>(*this), state, key);
+        });
+    }
+
+    // Why the design does not take an item of that path; empty when it does.
+    QString refusal(const QString &path, const QString &key) const
+    {
+        const auto word = wordFor(kindOf(Id()));
+        if (!state.isPlaced())
+            return QStringLiteral("The design \"%1\" has no working folder yet").arg(state.name());
+        if (path.isEmpty())
+            return QStringLiteral("The path of a %1 cannot be empty").arg(word);
+        if (table.byKey(key))
+            return QStringLiteral("The design \"%1\" has the %2 \"%3\" already")
+                .arg(state.name(), word, key);
+        return {};
+    }
+};
+
+} // namespace MorvalenCore

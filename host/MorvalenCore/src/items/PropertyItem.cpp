@@ -1,0 +1,103 @@
+#include "items/PropertyItem.h"
+
+#include "items/DesignProperties.h"
+#include "items/DesignState.h"
+
+#include <QDynamicPropertyChangeEvent>
+
+using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::QtilitiesCategory;
+using Qtilities::Core::QtilitiesProperty;
+
+namespace MorvalenCore {
+
+PropertyItem::PropertyItem(DesignProperties &owner, DesignState &designState)
+    : DesignProperty(nullptr),
+      properties(owner),
+      state(designState),
+      shared(this, designState)
+{
+}
+
+QString PropertyItem::getName(const Qtilities::Core::Observer *) const
+{
+    return state.document().properties().name(entries.first());
+}
+
+bool PropertyItem::setName(const QString &name, Qtilities::Core::Observer *)
+{
+    const QString oldName = getName(nullptr);
+    if (name == oldName)
+        return true;
+    const bool renamed = change([&](PropertyId entry, QString *error) {
+        *error = properties.nameRefusal(name);
+        return error->isEmpty() && state.document().properties().setName(entry, name, error);
+    });
+    if (renamed)
+        properties.renamed(oldName, name);
+    return renamed;
+}
+
+QtilitiesCategory PropertyItem::category() const
+{
+    return QtilitiesCategory::fromString(state.document().properties().category(entries.first()),
+                                         u"::"_s);
+}
+
+bool PropertyItem::setCategory(const QtilitiesCategory &category)
+{
+    return change([&](PropertyId entry, QString *error) {
+        return state.document().properties().setCategory(entry, category.toString(u"::"_s), error);
+    });
+}
+
+QtilitiesProperty PropertyItem::propertyData() const
+{
+    const PropertyData data = state.document().properties().data(entries.first());
+    const QVariant value = QtilitiesProperty::constructVariant(data.type, data.value);
+    QtilitiesProperty property(data.name, value.isValid() ? value : QVariant(data.value));
+    property.setReadOnly(data.readOnly || state.isReadOnly());
+    property.setRemovable(data.removable);
+    return property;
+}
+
+void PropertyItem::setValue(const QVariant &value)
+{
+    change([&](PropertyId entry, QString *error) {
+        return state.document().properties().setValue(entry, value.toString(),
+                                                      QtilitiesProperty::typeName(value), error);
+    });
+}
+
+void PropertyItem::addElement(PropertyId entry)
+{
+    entries.append(entry);
+    shared.load(entry);
+}
+
+bool PropertyItem::event(QEvent *event)
+{
+    if (event->type() == QEvent::DynamicPropertyChange) {
+        shared.propertyChanged(static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName(),
+                               QList<ItemId>(entries.cbegin(), entries.cend()));
+    }
+    return DesignProperty::event(event);
+}
+
+bool PropertyItem::change(const std::function<bool(PropertyId, QString *)> &edit)
+{
+    return state.change(nullptr, [&](QString *error) {
+        if (state.document().properties().isReadOnly(entries.first())) {
+            *error = u"The property \"%1\" of the design \"%2\" is read-only"_s.arg(
+                getName(nullptr), state.name());
+            return false;
+        }
+        for (const PropertyId &entry : entries) {
+            if (!edit(entry, error))
+                return false;
+        }
+        return true;
+    });
+}
+
+} // namespace MorvalenCore

@@ -1,0 +1,89 @@
+#include "items/SharedPropertyKeeper.h"
+
+#include "items/DesignState.h"
+
+#include <Qtilities/ObjectManager.h>
+
+#include <QScopedValueRollback>
+
+using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::ObjectManager;
+using Qtilities::Core::QtilitiesProperty;
+using Qtilities::Core::SharedProperty;
+
+namespace MorvalenCore {
+
+namespace {
+
+void give(QObject *object, const SharedValue &shared)
+{
+    QVariant value = QtilitiesProperty::constructVariant(shared.type, shared.value);
+    if (!value.isValid())
+        value = shared.value;
+    ObjectManager::setSharedProperty(object,
+                                     SharedProperty(shared.name.toUtf8().constData(), value));
+}
+
+} // namespace
+
+void SharedPropertyKeeper::load(ItemId element)
+{
+    const QScopedValueRollback mine(ownChange, true);
+    for (const SharedValue &shared : state.document().sharedValues().values(element)) {
+        if (!ObjectManager::propertyExists(item, shared.name.toUtf8().constData()))
+            give(item, shared);
+    }
+}
+
+void SharedPropertyKeeper::propertyChanged(const QByteArray &key, const QList<ItemId> &elements)
+{
+    const QString name = QString::fromUtf8(key);
+    const bool isShared = ObjectManager::propertyExists(item, key.constData());
+    if (ownChange || (!isShared && !documented(name, elements)))
+        return;
+    const bool stored =
+        state.change(nullptr, [&](QString *error) { return store(name, elements, error); });
+    if (!stored)
+        putBack(name, elements);
+}
+
+std::optional<SharedValue> SharedPropertyKeeper::documented(const QString &name,
+                                                            const QList<ItemId> &elements) const
+{
+    for (const ItemId &element : elements) {
+        for (const SharedValue &shared : state.document().sharedValues().values(element)) {
+            if (shared.name == name)
+                return shared;
+        }
+    }
+    return std::nullopt;
+}
+
+bool SharedPropertyKeeper::store(const QString &name, const QList<ItemId> &elements, QString *error)
+{
+    SharedValues &values = state.document().sharedValues();
+    const QByteArray key = name.toUtf8();
+    if (ObjectManager::propertyExists(item, key.constData())) {
+        const QVariant value = ObjectManager::getSharedProperty(item, key.constData()).value();
+        if (!value.isValid()) {
+            *error = u"The shared property \"%1\" has no value to keep"_s.arg(name);
+            return false;
+        }
+        return values.set(elements.first(),
+                          {name, QtilitiesProperty::typeName(value), value.toString()}, error);
+    }
+    for (const ItemId &element : elements)
+        values.remove(element, name);
+    return true;
+}
+
+void SharedPropertyKeeper::putBack(const QString &name, const QList<ItemId> &elements)
+{
+    const QScopedValueRollback mine(ownChange, true);
+    if (const std::optional<SharedValue> shared = documented(name, elements))
+        give(item, *shared);
+    else
+        item->setProperty(name.toUtf8().constData(), QVariant());
+}
+
+} // namespace MorvalenCore

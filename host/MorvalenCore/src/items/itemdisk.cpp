@@ -1,0 +1,82 @@
+#include "items/itemdisk.h"
+
+#include "disk/itempaths.h"
+#include "disk/removal.h"
+#include "items/DesignState.h"
+#include "log/hostlog.h"
+#include "session/protectedfolders.h"
+
+#include <QFileInfo>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace MorvalenCore {
+
+namespace {
+
+// The path with the design's folder resolved, which may be reached through links; what lies below
+// it stays as it is, so that the guard sees links there.
+QString withResolvedFolder(const QString &path, const DesignState &state)
+{
+    return path.startsWith(state.folder() + u'/')
+        ? state.folderOnDisk() + path.mid(state.folder().size())
+        : path;
+}
+
+bool isOnDisk(const QString &path, ItemKind kind)
+{
+    const QFileInfo info(path);
+    return kind == ItemKind::File ? info.isFile() : info.isDir();
+}
+
+bool deleteFromDisk(const DesignState &state, const QString &actualPath, ItemKind kind,
+                    Deletion how, QString *error)
+{
+    if (state.isReadOnly()) {
+        *error = u"The design \"%1\" is read-only"_s.arg(state.name());
+        return false;
+    }
+    const QString path = pathOnDisk(actualPath, state.folder(), error);
+    if (path.isEmpty())
+        return false;
+    const DeletionLimits limits {state.folderOnDisk(), protectedFolders()};
+    const QString resolved = withResolvedFolder(path, state);
+    return kind == ItemKind::File ? deleteFile(resolved, limits, how, error)
+                                  : deleteFolder(resolved, limits, how, error);
+}
+
+} // namespace
+
+bool isItemOnDisk(const DesignState &state, const QString &actualPath, ItemKind kind)
+{
+    return isOnDisk(pathOnDisk(actualPath, state.folder()), kind);
+}
+
+bool removeItemFromDisk(const DesignState &state, const QString &actualPath, ItemKind kind,
+                        bool permanently)
+{
+    QString error;
+    if (deleteFromDisk(state, actualPath, kind,
+                       permanently ? Deletion::Permanent : Deletion::ToTrash, &error))
+        return true;
+    logWarning(error);
+    return false;
+}
+
+GitHistory itemHistory(const DesignState &state, const QString &actualPath)
+{
+    return GitHistory::of(pathOnDisk(actualPath, state.folder()));
+}
+
+// The environment, which scripts can change, is read before another thread is at work.
+AbstractDesignLinkedItem::StateLookup itemStateLookup(const DesignState &state,
+                                                      const QString &actualPath, ItemKind kind)
+{
+    return [path = pathOnDisk(actualPath, state.folder()),
+            kind](const std::atomic_bool &cancelled) -> LinkedItemState {
+        const GitHistory history = GitHistory::of(path, &cancelled);
+        return {isOnDisk(path, kind), history.revision, history.systemName};
+    };
+}
+
+} // namespace MorvalenCore

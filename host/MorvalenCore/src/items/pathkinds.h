@@ -1,0 +1,27 @@
+#pragma once
+
+#include "component/ComponentDocument.h"
+#include "items/itemdisk.h"
+
+namespace MorvalenCore {
+
+// What differs between the items of a design that stand for paths, by the kind of their elements.
+
+inline ComponentFiles &partOf(ComponentDocument &document, FileId) { return document.files(); }
+inline ComponentFolders &partOf(ComponentDocument &document, FolderId)
+{
+    return document.folders();
+}
+
+inline QList<FileId> elementsOf(const ComponentFiles &files) { return files.files(); }
+inline QList<FolderId> elementsOf(const ComponentFolders &folders) { return folders.folders(); }
+
+constexpr ItemKind kindOf(FileId) { return ItemKind::File; }
+constexpr ItemKind kindOf(FolderId) { return ItemKind::Folder; }
+
+constexpr QStringView wordFor(ItemKind kind)
+{
+    return kind == ItemKind::File ? u"file" : u"folder";
+}
+
+} // namespace MorvalenCore
