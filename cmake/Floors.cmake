@@ -1,39 +1,8 @@
-# How every target of the project is compiled, and who may include whom.
+# Who may include whom.
 #
 # A room, and a floor that is one room, sees its own headers, those of the rooms it may enter, and the
 # public headers of the libraries it links. Each room's include path is a folder of links to just
 # these, so that an include which goes up or sideways does not compile.
-
-set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
-set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
-set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
-set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR};$ORIGIN")
-
-add_library(conventions INTERFACE)
-target_compile_features(conventions INTERFACE cxx_std_20)
-target_compile_options(conventions INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-function-type
-    # GCC 12 takes the payload of an empty std::optional for a variable that is read unset.
-    $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>
-    $<$<BOOL:${MORVALEN_WERROR}>:-Werror>
-    $<$<BOOL:${MORVALEN_SANITIZE}>:-fsanitize=address,undefined
-        -fno-sanitize-recover=undefined -fno-omit-frame-pointer>)
-target_link_options(conventions INTERFACE
-    $<$<BOOL:${MORVALEN_SANITIZE}>:-fsanitize=address,undefined>)
-target_compile_definitions(conventions INTERFACE
-    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS
-    QT_DISABLE_DEPRECATED_BEFORE=0x060000)
-
-# morvalen_target(<target>): the settings that all targets share.
-function(morvalen_target target)
-    set_target_properties(${target} PROPERTIES
-        AUTOMOC ON AUTOUIC ON AUTORCC ON
-        CXX_EXTENSIONS OFF
-        POSITION_INDEPENDENT_CODE ON
-        CXX_VISIBILITY_PRESET hidden
-        VISIBILITY_INLINES_HIDDEN ON)
-    target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:conventions>)
-endfunction()
 
 # morvalen_room(<name> ROOT <folder> FOLDER <room> SOURCES <file>... [ENTERS <room>...]
 #               [LINKS <target>...])
