@@ -1,7 +1,7 @@
 #include "app/BatchRun.h"
 
-#include "app/programend.h"
-#include "app/standardstreams.h"
+#include "app/process/programend.h"
+#include "app/process/standardstreams.h"
 #include "interp/commandsManager.h"
 #include "interp/tcltext.h"
 #include "scripting/TclScriptManager.h"

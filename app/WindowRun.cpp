@@ -4,7 +4,7 @@
 #include "app/DesignsMode.h"
 #include "app/editor/WindowEditorManager.h"
 #include "app/MainWindow.h"
-#include "app/programend.h"
+#include "app/process/programend.h"
 #include "console/QtclConsole.h"
 #include "interp/commandsManager.h"
 #include "scripting/TclScriptManager.h"

@@ -1,7 +1,7 @@
 #include "app/builds/BuildMenu.h"
 
 #include "app/builds/buildcalls.h"
-#include "app/designs/HostAttempt.h"
+#include "app/calls/HostAttempt.h"
 
 #include <MorvalenCore/BuildConfiguration.h>
 #include <MorvalenCore/BuildMonitor.h>

@@ -1,9 +1,9 @@
 #include "app/builds/buildcalls.h"
 
-#include "app/designs/HostAttempt.h"
-#include "app/designs/questions.h"
-#include "app/designs/ReportDialog.h"
-#include "app/running.h"
+#include "app/calls/HostAttempt.h"
+#include "app/calls/running.h"
+#include "app/messages/questions.h"
+#include "app/messages/ReportDialog.h"
 
 #include <MorvalenCore/BuildConfiguration.h>
 #include <MorvalenCore/Cleaner.h>

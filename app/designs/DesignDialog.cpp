@@ -1,6 +1,6 @@
 #include "app/designs/DesignDialog.h"
 
-#include "app/designs/HostAttempt.h"
+#include "app/calls/HostAttempt.h"
 
 #include <MorvalenCore/DesignManager.h>
 

@@ -1,11 +1,12 @@
 #include "app/designs/DesignTree.h"
 
+#include "app/calls/HostAttempt.h"
 #include "app/designs/adding.h"
 #include "app/designs/DesignTreeModel.h"
 #include "app/designs/DesignTreeView.h"
-#include "app/designs/HostAttempt.h"
 #include "app/designs/NoDesignPage.h"
 #include "app/designs/RowAction.h"
+#include "app/messages/messages.h"
 
 #include <MorvalenCore/DesignManager.h>
 #include <MorvalenCore/EditorManager.h>
@@ -208,7 +209,7 @@ void DesignTree::openFile(const TreeRow &row)
     QString error;
     if (!EditorManager::instance()->createEditorForPath(row.file()->actualPath(), &error, QString(),
                                                         true, row.design()->isReadOnly()))
-        tellUser(window(), tr("Not Opened"), {error});
+        messages::warn(window(), tr("Not Opened"), {error});
 }
 
 void DesignTree::setValue(const TreeRow &row, const QVariant &value)

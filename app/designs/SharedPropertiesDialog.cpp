@@ -1,6 +1,6 @@
 #include "app/designs/SharedPropertiesDialog.h"
 
-#include "app/designs/HostAttempt.h"
+#include "app/calls/HostAttempt.h"
 #include "app/designs/PropertyDialog.h"
 #include "app/designs/rowtexts.h"
 

@@ -1,7 +1,7 @@
 #include "app/designs/adding.h"
 
+#include "app/calls/HostAttempt.h"
 #include "app/designs/DesignTree.h"
-#include "app/designs/HostAttempt.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,8 +1,8 @@
 // What can be done with build configurations.
 
 #include "app/builds/buildcalls.h"
+#include "app/calls/HostAttempt.h"
 #include "app/designs/DesignTree.h"
-#include "app/designs/HostAttempt.h"
 #include "app/designs/RowAction.h"
 
 using MorvalenCore::BuildConfiguration;

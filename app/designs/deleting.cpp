@@ -1,10 +1,11 @@
 #include "app/designs/deleting.h"
 
+#include "app/calls/HostAttempt.h"
+#include "app/calls/running.h"
 #include "app/designs/DesignTree.h"
-#include "app/designs/HostAttempt.h"
-#include "app/designs/questions.h"
 #include "app/designs/rowtexts.h"
-#include "app/running.h"
+#include "app/messages/messages.h"
+#include "app/messages/questions.h"
 
 #include <QDir>
 
@@ -80,7 +81,7 @@ void deleting::deleteFromDisk(const QList<TreeRow> &rows, QWidget *window)
         return;
     // Nothing is deleted under the hands of a script, which may have begun meanwhile.
     if (const QString refusal = running::refusal(); !refusal.isEmpty()) {
-        tellUser(window, tr("Not Deleted"), {refusal});
+        messages::warn(window, tr("Not Deleted"), {refusal});
         return;
     }
     HostAttempt attempt(window, tr("Not Deleted"));

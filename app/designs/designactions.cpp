@@ -1,13 +1,14 @@
 // What can be done with open designs.
 
 #include "app/builds/buildcalls.h"
+#include "app/calls/HostAttempt.h"
+#include "app/calls/running.h"
 #include "app/designs/DesignDialog.h"
 #include "app/designs/DesignTree.h"
-#include "app/designs/HostAttempt.h"
-#include "app/designs/questions.h"
 #include "app/designs/RowAction.h"
 #include "app/file/closing.h"
-#include "app/running.h"
+#include "app/messages/messages.h"
+#include "app/messages/questions.h"
 
 #include <MorvalenCore/DesignConstructor.h>
 #include <MorvalenCore/DesignManager.h>
@@ -48,7 +49,7 @@ bool isRefused(const RowCall &call, const QString &title)
 {
     const QString refusal = running::refusal();
     if (!refusal.isEmpty())
-        tellUser(call.window(), title, {refusal});
+        messages::warn(call.window(), title, {refusal});
     return !refusal.isEmpty();
 }
 

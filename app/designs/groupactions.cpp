@@ -1,8 +1,8 @@
 // What can be added to designs.
 
+#include "app/calls/HostAttempt.h"
 #include "app/designs/adding.h"
 #include "app/designs/DesignTree.h"
-#include "app/designs/HostAttempt.h"
 #include "app/designs/PropertyDialog.h"
 #include "app/designs/RowAction.h"
 

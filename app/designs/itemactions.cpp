@@ -1,9 +1,9 @@
 // What can be done with files, folders and properties.
 
+#include "app/calls/HostAttempt.h"
 #include "app/designs/deleting.h"
 #include "app/designs/DesignTree.h"
 #include "app/designs/DesignTreeView.h"
-#include "app/designs/HostAttempt.h"
 #include "app/designs/RowAction.h"
 #include "app/designs/SharedPropertiesDialog.h"
 

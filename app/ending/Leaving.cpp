@@ -1,13 +1,13 @@
 #include "app/ending/Leaving.h"
 
+#include "app/calls/running.h"
 #include "app/editor/EditorArea.h"
 #include "app/editor/EditorPage.h"
 #include "app/editor/unsavedchanges.h"
 #include "app/file/closing.h"
 #include "app/file/designsaving.h"
-#include "app/messages.h"
-#include "app/programend.h"
-#include "app/running.h"
+#include "app/messages/messages.h"
+#include "app/process/programend.h"
 #include "interp/commandsManager.h"
 
 #include <MorvalenCore/BuildConfiguration.h>

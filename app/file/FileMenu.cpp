@@ -1,5 +1,6 @@
 #include "app/file/FileMenu.h"
 
+#include "app/calls/running.h"
 #include "app/file/closing.h"
 #include "app/file/designsaving.h"
 #include "app/file/filedialogs.h"
@@ -8,8 +9,7 @@
 #include "app/file/ProjectMenu.h"
 #include "app/file/RecentMenu.h"
 #include "app/file/SaveActions.h"
-#include "app/messages.h"
-#include "app/running.h"
+#include "app/messages/messages.h"
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::Interfaces::IDesign;

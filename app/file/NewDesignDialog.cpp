@@ -1,9 +1,9 @@
 #include "app/file/NewDesignDialog.h"
 
-#include "app/commandcall.h"
-#include "app/Complaints.h"
+#include "app/calls/commandcall.h"
+#include "app/calls/Complaints.h"
+#include "app/calls/running.h"
 #include "app/file/shownpath.h"
-#include "app/running.h"
 #include "commands/commands.h"
 
 #include <MorvalenCore/DesignManager.h>

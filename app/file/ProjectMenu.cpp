@@ -1,10 +1,10 @@
 #include "app/file/ProjectMenu.h"
 
-#include "app/designs/HostAttempt.h"
+#include "app/calls/HostAttempt.h"
+#include "app/calls/running.h"
 #include "app/file/designsaving.h"
 #include "app/file/filedialogs.h"
 #include "app/file/opening.h"
-#include "app/running.h"
 
 #include <Qtilities/ProjectManager.h>
 

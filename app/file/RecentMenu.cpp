@@ -1,7 +1,7 @@
 #include "app/file/RecentMenu.h"
 
-#include "app/file/RecentFiles.h"
 #include "app/file/shownpath.h"
+#include "app/session/RecentFiles.h"
 
 #include <QFileInfo>
 

@@ -4,7 +4,7 @@
 #include "app/editor/EditorArea.h"
 #include "app/editor/EditorPage.h"
 #include "app/file/designsaving.h"
-#include "app/messages.h"
+#include "app/messages/messages.h"
 
 #include <Qtilities/ProjectManager.h>
 

@@ -1,9 +1,9 @@
 #include "app/file/closing.h"
 
-#include "app/designs/HostAttempt.h"
+#include "app/calls/HostAttempt.h"
+#include "app/calls/running.h"
 #include "app/file/designsaving.h"
-#include "app/messages.h"
-#include "app/running.h"
+#include "app/messages/messages.h"
 
 #include <MorvalenCore/DesignManager.h>
 #include <Qtilities/ProjectManager.h>
@@ -118,7 +118,7 @@ bool closeDesign(QWidget *parent, const QString &designId)
         return false;
     // While the user was asked, a script may have begun.
     if (const QString refusal = running::refusal(); !refusal.isEmpty()) {
-        tellUser(parent, Texts::tr("Not Closed"), {refusal});
+        messages::warn(parent, Texts::tr("Not Closed"), {refusal});
         return false;
     }
     HostAttempt attempt(parent, Texts::tr("Not Closed"));

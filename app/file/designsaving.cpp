@@ -1,8 +1,8 @@
 #include "app/file/designsaving.h"
 
-#include "app/designs/HostAttempt.h"
+#include "app/calls/HostAttempt.h"
 #include "app/file/filedialogs.h"
-#include "app/messages.h"
+#include "app/messages/messages.h"
 
 #include <MorvalenCore/DesignManager.h>
 #include <Qtilities/ProjectManager.h>
@@ -70,7 +70,7 @@ bool saveOrTell(QWidget *parent, const QStringList &designIds)
 {
     const QString reasons = save(designIds);
     if (!reasons.isEmpty())
-        tellUser(parent, Texts::tr("Not Saved"), reasons.split(u'\n'));
+        messages::warn(parent, Texts::tr("Not Saved"), reasons.split(u'\n'));
     else if (!designIds.isEmpty())
         messages::tell(Texts::tr("Saved %1").arg(designIds.join(u", "_s)));
     return reasons.isEmpty();

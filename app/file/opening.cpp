@@ -1,10 +1,10 @@
 #include "app/file/opening.h"
 
-#include "app/Complaints.h"
-#include "app/designs/HostAttempt.h"
+#include "app/calls/Complaints.h"
+#include "app/calls/openfile.h"
+#include "app/calls/running.h"
 #include "app/file/closing.h"
-#include "app/openfile.h"
-#include "app/running.h"
+#include "app/messages/messages.h"
 
 #include <MorvalenCore/DesignManager.h>
 #include <Qtilities/ProjectManager.h>
@@ -28,7 +28,7 @@ bool isFree(QWidget *parent)
 {
     const QString refusal = running::refusal();
     if (!refusal.isEmpty())
-        tellUser(parent, Texts::tr("Not Now"), {refusal});
+        messages::warn(parent, Texts::tr("Not Now"), {refusal});
     return refusal.isEmpty();
 }
 
@@ -46,7 +46,7 @@ void open(QWidget *parent, const QStringList &files)
                                                 : complaints.text());
     }
     if (!reasons.isEmpty())
-        tellUser(parent, Texts::tr("Not Opened"), reasons);
+        messages::warn(parent, Texts::tr("Not Opened"), reasons);
 }
 
 bool mayCloseProject(QWidget *parent)

@@ -3,7 +3,7 @@
 #include "app/editor/EditorSettings.h"
 #include "app/preferences/consolefont.h"
 #include "app/preferences/FontChoice.h"
-#include "app/preferences/preferences.h"
+#include "app/session/preferences.h"
 
 #include <QVBoxLayout>
 

@@ -1,7 +1,7 @@
 #include "app/preferences/MemoryPage.h"
 
-#include "app/file/RecentFiles.h"
-#include "app/preferences/preferences.h"
+#include "app/session/preferences.h"
+#include "app/session/RecentFiles.h"
 
 #include <QCheckBox>
 #include <QLabel>

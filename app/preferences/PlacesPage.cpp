@@ -1,6 +1,6 @@
 #include "app/preferences/PlacesPage.h"
 
-#include "app/preferences/preferences.h"
+#include "app/session/preferences.h"
 
 #include <Qtilities/ProjectManager.h>
 #include <Qtilities/QtilitiesApplication.h>

@@ -1,10 +1,10 @@
 #include "app/preferences/PreferencesDialog.h"
 
-#include "app/designs/HostAttempt.h"
+#include "app/messages/messages.h"
 #include "app/preferences/FontPage.h"
 #include "app/preferences/MemoryPage.h"
 #include "app/preferences/PlacesPage.h"
-#include "app/preferences/preferences.h"
+#include "app/session/preferences.h"
 
 #include <Qtilities/QtilitiesApplication.h>
 
@@ -55,8 +55,8 @@ void PreferencesDialog::apply()
     for (PreferencesPage *page : std::as_const(pages))
         page->apply();
     if (!preferences::isWritable())
-        tellUser(parentWidget(), tr("Not Kept"),
-                 {tr("The settings file \"%1\" cannot be written.")
-                      .arg(QtilitiesApplication::settingsFileName())});
+        messages::warn(parentWidget(), tr("Not Kept"),
+                       {tr("The settings file \"%1\" cannot be written.")
+                            .arg(QtilitiesApplication::settingsFileName())});
     Q_EMIT applied();
 }

@@ -1,6 +1,6 @@
 #include "app/preferences/consolefont.h"
 
-#include "app/preferences/preferences.h"
+#include "app/session/preferences.h"
 #include "console/QConsole.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -1,6 +1,6 @@
 #include "app/window/ViewMenu.h"
 
-#include "app/ModeBar.h"
+#include "app/window/ModeBar.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -1,6 +1,6 @@
 #include "app/window/windowlayout.h"
 
-#include "app/preferences/preferences.h"
+#include "app/session/preferences.h"
 
 #include <Qtilities/QtilitiesApplication.h>
 

@@ -1,5 +1,5 @@
 #include "app/MainWindow.h"
-#include "app/ScriptMenu.h"
+#include "app/window/ScriptMenu.h"
 #include "console/QtclConsole.h"
 #include "interp/commandsManager.h"
 #include "scripting/TclScriptManager.h"

@@ -20,8 +20,6 @@ struct Room
     QString folder;
     QString name;
     QStringList mayEnter;
-    // Takes in the folders inside it, which are in no order yet.
-    bool isWhole = false;
 };
 
 const QString core = u"host/MorvalenCore/src/"_s;
@@ -62,10 +60,45 @@ const QList<Room> rooms = {
     {u"scripting"_s,
      u"scripting"_s,
      {u"interp"_s, u"console"_s, u"commands"_s, u"Qtilities"_s, u"MorvalenCore"_s}},
+    {u"app/process"_s, u"app/process"_s, {u"interp"_s, u"Qtilities"_s, u"MorvalenCore"_s}},
+    {u"app/messages"_s, u"app/messages"_s, {u"Qtilities"_s}},
+    {u"app/session"_s,
+     u"app/session"_s,
+     {u"interp"_s, u"console"_s, u"Qtilities"_s, u"MorvalenCore"_s}},
+    {u"app/calls"_s,
+     u"app/calls"_s,
+     {u"interp"_s, u"console"_s, u"Qtilities"_s, u"MorvalenCore"_s, u"app/messages"_s}},
+    {u"app/editor"_s, u"app/editor"_s, {u"Qtilities"_s, u"MorvalenCore"_s}},
+    {u"app/builds"_s,
+     u"app/builds"_s,
+     {u"Qtilities"_s, u"MorvalenCore"_s, u"app/messages"_s, u"app/calls"_s, u"app/editor"_s}},
+    {u"app/file"_s,
+     u"app/file"_s,
+     {u"interp"_s, u"commands"_s, u"Qtilities"_s, u"MorvalenCore"_s, u"app/messages"_s,
+      u"app/session"_s, u"app/calls"_s, u"app/editor"_s}},
+    {u"app/designs"_s,
+     u"app/designs"_s,
+     {u"Qtilities"_s, u"MorvalenCore"_s, u"app/messages"_s, u"app/calls"_s, u"app/builds"_s,
+      u"app/file"_s}},
+    {u"app/ending"_s,
+     u"app/ending"_s,
+     {u"interp"_s, u"MorvalenCore"_s, u"app/process"_s, u"app/messages"_s, u"app/calls"_s,
+      u"app/editor"_s, u"app/file"_s}},
+    {u"app/help"_s, u"app/help"_s, {u"interp"_s, u"commands"_s}},
+    {u"app/preferences"_s,
+     u"app/preferences"_s,
+     {u"interp"_s, u"console"_s, u"Qtilities"_s, u"app/messages"_s, u"app/session"_s,
+      u"app/editor"_s}},
+    {u"app/window"_s,
+     u"app/window"_s,
+     {u"interp"_s, u"console"_s, u"Qtilities"_s, u"MorvalenCore"_s, u"app/session"_s,
+      u"app/editor"_s}},
     {u"app"_s,
      u"app"_s,
-     {u"interp"_s, u"console"_s, u"commands"_s, u"scripting"_s, u"Qtilities"_s, u"MorvalenCore"_s},
-     true},
+     {u"interp"_s, u"console"_s, u"commands"_s, u"scripting"_s, u"Qtilities"_s, u"MorvalenCore"_s,
+      u"app/process"_s, u"app/messages"_s, u"app/session"_s, u"app/calls"_s, u"app/editor"_s,
+      u"app/builds"_s, u"app/file"_s, u"app/designs"_s, u"app/ending"_s, u"app/help"_s,
+      u"app/preferences"_s, u"app/window"_s}},
 };
 
 // The folders at the top that hold rooms.
@@ -97,7 +130,7 @@ QString relative(const QString &path) { return QDir(sourceDir).relativeFilePath(
 const Room *roomAt(const QString &folder)
 {
     for (const Room &room : rooms) {
-        if (room.folder == folder || (room.isWhole && folder.startsWith(room.folder + u'/')))
+        if (room.folder == folder)
             return &room;
     }
     return nullptr;
@@ -248,6 +281,15 @@ void tst_Layout::aWrongIncludeIsFound_data()
     QTest::newRow("wrong-room-4 a command that reads a room of the host")
         << u"commands"_s << u"#include \"design/Design.h\"\n"_s
         << u"x.cpp: \"design/Design.h\" is not below commands"_s;
+    QTest::newRow("wrong-room-5 an editor that knows the menu of files")
+        << u"app/editor"_s << u"#include \"app/file/closing.h\"\n"_s
+        << u"x.cpp: \"app/file/closing.h\" is not below app/editor"_s;
+    QTest::newRow("wrong-room-6 a room that enters what puts the rooms together")
+        << u"app/designs"_s << u"#include \"app/MainWindow.h\"\n"_s
+        << u"x.cpp: \"app/MainWindow.h\" is not below app/designs"_s;
+    QTest::newRow("wrong-room-7 a message that knows designs")
+        << u"app/messages"_s << u"#include <MorvalenCore/IDesign.h>\n"_s
+        << u"x.cpp: \"MorvalenCore/IDesign.h\" is not below app/messages"_s;
     QTest::newRow("wrong-quotes-1 a host header in quotes")
         << u"commands"_s << u"#include \"Qtilities/Logger.h\"\n"_s
         << u"x.cpp: \"Qtilities/Logger.h\" wants angle brackets"_s;

@@ -1,7 +1,7 @@
 #include "tests/stories/Story.h"
 
 #include "app/MainWindow.h"
-#include "app/Session.h"
+#include "app/session/Session.h"
 #include "console/QtclConsole.h"
 #include "interp/commandsManager.h"
 #include "interp/QtNotifier.h"

@@ -2,8 +2,8 @@
 // console, saved with a key.
 
 #include "app/DesignsMode.h"
-#include "app/file/RecentFiles.h"
 #include "app/MainWindow.h"
+#include "app/session/RecentFiles.h"
 #include "console/QtclConsole.h"
 #include "tests/stories/DialogVisits.h"
 #include "tests/stories/Story.h"

@@ -1,8 +1,8 @@
 // Opening designs and projects from the File menu, and those that were open before.
 
-#include "app/file/RecentFiles.h"
 #include "app/MainWindow.h"
-#include "app/preferences/preferences.h"
+#include "app/session/preferences.h"
+#include "app/session/RecentFiles.h"
 #include "console/QtclConsole.h"
 #include "tests/stories/DialogVisits.h"
 #include "tests/stories/Story.h"

@@ -1,9 +1,9 @@
 // What users set in the preferences, and what is remembered because of it.
 
-#include "app/ConsoleHistory.h"
 #include "app/editor/EditorSettings.h"
 #include "app/MainWindow.h"
-#include "app/preferences/preferences.h"
+#include "app/session/ConsoleHistory.h"
+#include "app/session/preferences.h"
 #include "console/QtclConsole.h"
 #include "tests/stories/DialogVisits.h"
 #include "tests/stories/Story.h"

@@ -1,4 +1,4 @@
-#include "app/messages.h"
+#include "app/messages/messages.h"
 
 #include <Qtilities/QtilitiesApplication.h>
 
@@ -12,6 +12,9 @@ namespace {
 
 constexpr int milliseconds = 15'000;
 
+// What a box shows at once; the rest is behind its button for details.
+constexpr qsizetype lineLimit = 8;
+
 } // namespace
 
 bool confirm(QWidget *parent, const QString &title, const QString &text, const QString &details,
@@ -24,6 +27,19 @@ bool confirm(QWidget *parent, const QString &title, const QString &text, const Q
     box.setDefaultButton(QMessageBox::Cancel);
     box.exec();
     return box.clickedButton() == button;
+}
+
+void warn(QWidget *window, const QString &title, const QStringList &lines)
+{
+    auto *box = new QMessageBox(QMessageBox::Warning, title, QString(), QMessageBox::Ok, window);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setTextFormat(Qt::PlainText);
+    box->setText(lines.first(std::min(lines.size(), lineLimit)).join(u'\n'));
+    if (lines.size() > lineLimit) {
+        box->setInformativeText(QMessageBox::tr("And %1 more.").arg(lines.size() - lineLimit));
+        box->setDetailedText(lines.join(u'\n'));
+    }
+    box->open();
 }
 
 void tell(const QString &text)

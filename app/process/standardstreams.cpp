@@ -1,4 +1,4 @@
-#include "app/standardstreams.h"
+#include "app/process/standardstreams.h"
 
 #include "interp/tcltext.h"
 

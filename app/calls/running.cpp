@@ -1,4 +1,4 @@
-#include "app/running.h"
+#include "app/calls/running.h"
 
 #include "console/QtclConsole.h"
 

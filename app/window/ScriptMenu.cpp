@@ -1,4 +1,4 @@
-#include "app/ScriptMenu.h"
+#include "app/window/ScriptMenu.h"
 
 #include <MorvalenCore/ScriptManager.h>
 #include <Qtilities/Logger.h>

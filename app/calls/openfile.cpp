@@ -1,4 +1,4 @@
-#include "app/openfile.h"
+#include "app/calls/openfile.h"
 
 #include <MorvalenCore/DesignManager.h>
 #include <Qtilities/ProjectManager.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 class QWidget;
 
@@ -11,6 +11,10 @@ namespace messages {
 // default.
 bool confirm(QWidget *parent, const QString &title, const QString &text, const QString &details,
              const QString &goOn);
+
+// Tells the user what went wrong in a box of its own, without waiting for an answer; the window may
+// be null. Of many lines the box shows the first, and the rest on demand.
+void warn(QWidget *window, const QString &title, const QStringList &lines);
 
 // A short word in the status bar of the main window.
 void tell(const QString &text);

@@ -1,4 +1,4 @@
-#include "app/preferences/preferences.h"
+#include "app/session/preferences.h"
 
 #include <Qtilities/QtilitiesApplication.h>
 

@@ -1,4 +1,4 @@
-#include "app/designs/ReportDialog.h"
+#include "app/messages/ReportDialog.h"
 
 #include <QDialogButtonBox>
 #include <QPlainTextEdit>

@@ -1,4 +1,4 @@
-#include "app/TerminalProgress.h"
+#include "app/process/TerminalProgress.h"
 
 #include <MorvalenCore/BuildMonitor.h>
 

@@ -1,4 +1,4 @@
-#include "app/display.h"
+#include "app/process/display.h"
 
 #include <QFile>
 #include <QRegularExpression>

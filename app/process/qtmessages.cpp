@@ -1,6 +1,6 @@
-#include "app/qtmessages.h"
+#include "app/process/qtmessages.h"
 
-#include "app/standardstreams.h"
+#include "app/process/standardstreams.h"
 
 #include <Qtilities/Logger.h>
 

@@ -35,6 +35,3 @@ private:
     bool isRefused = false;
     QMetaObject::Connection log;
 };
-
-// Tells the user something in a box of its own, without waiting for an answer.
-void tellUser(QWidget *window, const QString &title, const QStringList &lines);

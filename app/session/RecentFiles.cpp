@@ -1,6 +1,6 @@
-#include "app/file/RecentFiles.h"
+#include "app/session/RecentFiles.h"
 
-#include "app/preferences/preferences.h"
+#include "app/session/preferences.h"
 
 #include <MorvalenCore/DesignManager.h>
 #include <Qtilities/ProjectManager.h>

@@ -1,6 +1,6 @@
-#include "app/ConsoleHistory.h"
+#include "app/session/ConsoleHistory.h"
 
-#include "app/preferences/preferences.h"
+#include "app/session/preferences.h"
 #include "console/QConsole.h"
 
 #include <Qtilities/atomicfile.h>

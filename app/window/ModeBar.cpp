@@ -1,4 +1,4 @@
-#include "app/ModeBar.h"
+#include "app/window/ModeBar.h"
 
 #include <QActionGroup>
 #include <QToolButton>

@@ -1,4 +1,4 @@
-#include "app/programend.h"
+#include "app/process/programend.h"
 
 #include <MorvalenCore/DesignManager.h>
 

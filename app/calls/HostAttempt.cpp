@@ -1,4 +1,6 @@
-#include "app/designs/HostAttempt.h"
+#include "app/calls/HostAttempt.h"
+
+#include "app/messages/messages.h"
 
 #include <MorvalenCore/ChangeBracket.h>
 
@@ -9,9 +11,6 @@ using MorvalenCore::ChangeBracket;
 using Qtilities::Logging::Logger;
 
 namespace {
-
-// What a box shows at once; the rest is behind its button for details.
-constexpr qsizetype lineLimit = 8;
 
 constexpr int reasonTypes = Logger::Warning | Logger::Error | Logger::Fatal;
 
@@ -38,7 +37,7 @@ HostAttempt::~HostAttempt()
         reasons.append(QMessageBox::tr("It was refused; no reason is known."));
     reasons.removeDuplicates();
     if (!reasons.isEmpty() && parent)
-        tellUser(parent, title, reasons);
+        messages::warn(parent, title, reasons);
 }
 
 void HostAttempt::refused(const QString &reason)
@@ -46,17 +45,4 @@ void HostAttempt::refused(const QString &reason)
     isRefused = true;
     if (!reason.isEmpty())
         reasons.append(reason);
-}
-
-void tellUser(QWidget *window, const QString &title, const QStringList &lines)
-{
-    auto *box = new QMessageBox(QMessageBox::Warning, title, QString(), QMessageBox::Ok, window);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setTextFormat(Qt::PlainText);
-    box->setText(lines.first(std::min(lines.size(), lineLimit)).join(u'\n'));
-    if (lines.size() > lineLimit) {
-        box->setInformativeText(QMessageBox::tr("And %1 more.").arg(lines.size() - lineLimit));
-        box->setDetailedText(lines.join(u'\n'));
-    }
-    box->open();
 }

@@ -1,7 +1,6 @@
-#include "app/designs/questions.h"
+#include "app/messages/questions.h"
 
-#include "app/designs/DesignTree.h"
-
+#include <QCoreApplication>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -11,7 +10,7 @@ namespace {
 
 constexpr qsizetype lineLimit = 12;
 
-QString tr(const char *text) { return DesignTree::tr(text); }
+QString tr(const char *text) { return QCoreApplication::translate("questions", text); }
 
 // Shows so many of the lines as fit a screen, all of them behind the button for details.
 void setLines(QMessageBox &box, const QString &question, const QStringList &lines)

@@ -1,4 +1,4 @@
-#include "app/commandcall.h"
+#include "app/calls/commandcall.h"
 
 #include "interp/tcltext.h"
 
