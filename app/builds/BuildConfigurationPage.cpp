@@ -1,6 +1,6 @@
 #include "app/builds/BuildConfigurationPage.h"
 
-#include "app/builds/MacroTable.h"
+#include "app/builds/MacroEditor.h"
 #include "app/builds/StepEditor.h"
 #include "app/editor/NoticeBar.h"
 
@@ -41,7 +41,7 @@ BuildConfigurationPage::BuildConfigurationPage(IDesign *itsDesign,
       notice(new NoticeBar(this)),
       name(new QLineEdit(this)),
       targetPath(new QLineEdit(this)),
-      macros(new MacroTable(this)),
+      macros(new MacroEditor(this)),
       steps(new StepEditor(this))
 {
     layOut();
@@ -49,7 +49,7 @@ BuildConfigurationPage::BuildConfigurationPage(IDesign *itsDesign,
     connect(name, &QLineEdit::textChanged, this,
             [this](const QString &text) { targetPath->setPlaceholderText(u"build/"_s + text); });
     connect(targetPath, &QLineEdit::textEdited, this, &EditorPage::stateChanged);
-    connect(macros, &MacroTable::changed, this, &EditorPage::stateChanged);
+    connect(macros, &MacroEditor::changed, this, &EditorPage::stateChanged);
     connect(steps, &StepEditor::changed, this, &EditorPage::stateChanged);
     const DesignManager *manager = DesignManager::instance();
     connect(manager, &DesignManager::designChanged, this, &BuildConfigurationPage::follow);

@@ -13,7 +13,7 @@ namespace MorvalenCore::Interfaces {
 class IDesign;
 }
 
-class MacroTable;
+class MacroEditor;
 class NoticeBar;
 class QLineEdit;
 class StepEditor;
@@ -72,6 +72,6 @@ private:
     NoticeBar *notice;
     QLineEdit *name;
     QLineEdit *targetPath;
-    MacroTable *macros;
+    MacroEditor *macros;
     StepEditor *steps;
 };

@@ -55,6 +55,24 @@ BuildProgress::BuildProgress(QWidget *parent)
       hiding(new QTimer(this))
 {
     setObjectName(u"buildProgress"_s);
+    layOut();
+    hiding->setSingleShot(true);
+    setEndTime(usualEndTime);
+    hide();
+
+    connect(cancelButton, &QToolButton::clicked, this, [this] {
+        if (shown)
+            shown->cancel();
+    });
+    connect(hiding, &QTimer::timeout, this, &QWidget::hide);
+    const BuildMonitor *monitor = BuildMonitor::instance();
+    connect(monitor, &BuildMonitor::started, this, &BuildProgress::begin);
+    connect(monitor, &BuildMonitor::progressed, this, &BuildProgress::showProgress);
+    connect(monitor, &BuildMonitor::ended, this, &BuildProgress::end);
+}
+
+void BuildProgress::layOut()
+{
     title->setObjectName(u"buildTitle"_s);
     title->setTextFormat(Qt::PlainText);
     step->setObjectName(u"buildStep"_s);
@@ -73,19 +91,6 @@ BuildProgress::BuildProgress(QWidget *parent)
     layout->addWidget(bar);
     layout->addWidget(step);
     layout->addWidget(cancelButton);
-    hiding->setSingleShot(true);
-    setEndTime(usualEndTime);
-    hide();
-
-    connect(cancelButton, &QToolButton::clicked, this, [this] {
-        if (shown)
-            shown->cancel();
-    });
-    connect(hiding, &QTimer::timeout, this, &QWidget::hide);
-    const BuildMonitor *monitor = BuildMonitor::instance();
-    connect(monitor, &BuildMonitor::started, this, &BuildProgress::begin);
-    connect(monitor, &BuildMonitor::progressed, this, &BuildProgress::showProgress);
-    connect(monitor, &BuildMonitor::ended, this, &BuildProgress::end);
 }
 
 void BuildProgress::setEndTime(int milliseconds) { hiding->setInterval(milliseconds); }

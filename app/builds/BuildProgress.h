@@ -26,6 +26,7 @@ public:
     void setEndTime(int milliseconds);
 
 private:
+    void layOut();
     void begin(MorvalenCore::BuildConfiguration *configuration);
     void showProgress(MorvalenCore::BuildConfiguration *configuration, int done, int total,
                       const QString &step);

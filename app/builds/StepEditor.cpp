@@ -25,6 +25,23 @@ StepEditor::StepEditor(QWidget *parent)
       reason(new QLabel(this)),
       form(new StepForm(this))
 {
+    prepareView();
+    reason->setObjectName(u"stepReason"_s);
+    reason->setWordWrap(true);
+    reason->setTextFormat(Qt::PlainText);
+    layOut();
+    connect(view->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &StepEditor::show);
+    connect(model, &StepModel::changed, this, &StepEditor::changed);
+    connect(form, &StepForm::edited, this, [this] {
+        if (model->isOwn(row()))
+            model->setStep(row(), form->step());
+    });
+    show();
+}
+
+void StepEditor::prepareView()
+{
     view->setObjectName(u"stepTable"_s);
     view->setModel(model);
     view->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -36,10 +53,10 @@ StepEditor::StepEditor(QWidget *parent)
     view->setAccessibleName(tr("Build steps"));
     view->horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
     view->horizontalHeader()->setStretchLastSection(true);
-    reason->setObjectName(u"stepReason"_s);
-    reason->setWordWrap(true);
-    reason->setTextFormat(Qt::PlainText);
+}
 
+void StepEditor::layOut()
+{
     auto *buttons = new QHBoxLayout;
     addStep = addButton(tr("Add S&tep"), "addStep", &StepEditor::add);
     removeStep = addButton(tr("Remove Ste&p"), "removeStep", &StepEditor::remove);
@@ -55,15 +72,6 @@ StepEditor::StepEditor(QWidget *parent)
     layout->addWidget(reason);
     layout->addWidget(form);
     setTabOrder(down, form);
-
-    connect(view->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-            &StepEditor::show);
-    connect(model, &StepModel::changed, this, &StepEditor::changed);
-    connect(form, &StepForm::edited, this, [this] {
-        if (model->isOwn(row()))
-            model->setStep(row(), form->step());
-    });
-    show();
 }
 
 QPushButton *StepEditor::addButton(const QString &text, const char *name, void (StepEditor::*act)())

@@ -30,6 +30,8 @@ Q_SIGNALS:
     void changed();
 
 private:
+    void prepareView();
+    void layOut();
     QPushButton *addButton(const QString &text, const char *name, void (StepEditor::*act)());
     int row() const;
     void choose(int row);

@@ -1,5 +1,6 @@
 #include "app/designs/DesignTreeModel.h"
 
+#include "app/designs/dropping.h"
 #include "app/designs/rowicons.h"
 #include "app/designs/rowtexts.h"
 
@@ -7,35 +8,29 @@
 #include <MorvalenCore/DesignManager.h>
 
 #include <QFont>
+#include <QMimeData>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::BuildMonitor;
 using MorvalenCore::DesignManager;
+using MorvalenCore::DesignProperty;
 using MorvalenCore::LinkedItemState;
 using MorvalenCore::Interfaces::IDesign;
 
 namespace {
-
-// Following that takes longer than so many milliseconds takes at most one part of so many of the
-// time of a script that lets events in.
-constexpr qint64 unnoticed = 16;
-constexpr qint64 restFactor = 5;
 
 // Behind a change, in milliseconds.
 constexpr int lookDelay = 300;
 
 } // namespace
 
-DesignTreeModel::DesignTreeModel(QObject *parent) : QAbstractItemModel(parent)
+DesignTreeModel::DesignTreeModel(QObject *parent) : TreeBranchModel(parent)
 {
-    followTimer.setSingleShot(true);
     lookTimer.setSingleShot(true);
     lookTimer.setInterval(lookDelay);
     connect(&lookTimer, &QTimer::timeout, this, &DesignTreeModel::lookAgain);
-    connect(&followTimer, &QTimer::timeout, this, &DesignTreeModel::follow);
-    connect(&states, &ItemStates::found, this, [this](const QModelIndex &index) {
-        Q_EMIT dataChanged(index.siblingAtColumn(0), index.siblingAtColumn(TreeColumnCount - 1));
-    });
+    connect(&throttle, &Throttle::due, this, &DesignTreeModel::follow);
+    connect(&states, &ItemStates::found, this, &DesignTreeModel::tellRowChanged);
     followManager();
 }
 
@@ -79,7 +74,7 @@ void DesignTreeModel::setWatched(bool watched)
 void DesignTreeModel::lookAgain()
 {
     states.expire();
-    tellAllChanged(root);
+    tellAllChanged();
 }
 
 void DesignTreeModel::changed(IDesign *design)
@@ -92,25 +87,20 @@ void DesignTreeModel::changed(IDesign *design)
 void DesignTreeModel::followSoon()
 {
     behind = true;
-    if (!isWatched || followTimer.isActive())
-        return;
-    const qint64 rest = lastEffort > unnoticed ? restFactor * lastEffort : 0;
-    const qint64 past = sinceFollowed.isValid() ? sinceFollowed.elapsed() : rest;
-    followTimer.start(int(std::max<qint64>(0, rest - past)));
+    if (isWatched)
+        throttle.request();
 }
 
 void DesignTreeModel::follow()
 {
-    QElapsedTimer effort;
-    effort.start();
+    throttle.begin();
     behind = false;
     Q_EMIT aboutToFollow();
     const std::unique_ptr<TreeBranch> wanted = readAll();
-    mergeBranches(root, *wanted);
+    become(*wanted);
     if (const int designs = rowCount(); designs > 0)
         Q_EMIT dataChanged(index(0, 0), index(designs - 1, TreeColumnCount - 1));
-    lastEffort = effort.elapsed();
-    sinceFollowed.start();
+    throttle.end();
     if (!lookTimer.isActive())
         lookTimer.start();
     Q_EMIT followed();
@@ -121,7 +111,7 @@ std::unique_ptr<TreeBranch> DesignTreeModel::readAll()
     const QSet<const QObject *> changes = std::exchange(changedDesigns, {});
     QList<const QObject *> known;
     if (!std::exchange(isFilterNew, false)) {
-        for (const auto &branch : root.branches)
+        for (const auto &branch : designBranches())
             known.append(branch->designObject);
     }
     auto all = std::make_unique<TreeBranch>(RowKind::Root);
@@ -145,68 +135,6 @@ std::unique_ptr<TreeBranch> DesignTreeModel::readAll()
     }
     return all;
 }
-
-TreeRow DesignTreeModel::row(const QModelIndex &index) const
-{
-    return index.isValid()
-        ? static_cast<const TreeBranch *>(index.internalPointer())->rowAt(index.row())
-        : TreeRow();
-}
-
-TreeBranch *DesignTreeModel::branchAt(const QModelIndex &index) const
-{
-    if (!index.isValid())
-        return const_cast<TreeBranch *>(&root);
-    const auto *above = static_cast<const TreeBranch *>(index.internalPointer());
-    return above->branches.empty() ? nullptr : above->branches[size_t(index.row())].get();
-}
-
-QModelIndex DesignTreeModel::indexOf(const TreeBranch &branch) const
-{
-    return branch.parent ? createIndex(branch.row(), 0, branch.parent) : QModelIndex();
-}
-
-QModelIndex DesignTreeModel::indexOf(const QObject *designOrItem) const
-{
-    QList<const TreeBranch *> branches {&root};
-    while (!branches.isEmpty()) {
-        const TreeBranch *branch = branches.takeLast();
-        if (branch->designObject == designOrItem)
-            return indexOf(*branch);
-        for (qsizetype row = 0; row < branch->items.size(); ++row) {
-            if (branch->items[row] == designOrItem)
-                return createIndex(int(row), 0, branch);
-        }
-        for (const auto &below : branch->branches)
-            branches.append(below.get());
-    }
-    return {};
-}
-
-QModelIndex DesignTreeModel::index(int row, int column, const QModelIndex &parent) const
-{
-    if (parent.column() > 0 || column < 0 || column >= TreeColumnCount)
-        return {};
-    const TreeBranch *branch = branchAt(parent);
-    return branch && row >= 0 && row < branch->rowCount() ? createIndex(row, column, branch)
-                                                          : QModelIndex();
-}
-
-QModelIndex DesignTreeModel::parent(const QModelIndex &index) const
-{
-    return index.isValid() ? indexOf(*static_cast<const TreeBranch *>(index.internalPointer()))
-                           : QModelIndex();
-}
-
-int DesignTreeModel::rowCount(const QModelIndex &parent) const
-{
-    const TreeBranch *branch = parent.column() > 0 ? nullptr : branchAt(parent);
-    return branch ? branch->rowCount() : 0;
-}
-
-int DesignTreeModel::columnCount(const QModelIndex &) const { return TreeColumnCount; }
-
-bool DesignTreeModel::hasChildren(const QModelIndex &parent) const { return rowCount(parent) > 0; }
 
 QVariant DesignTreeModel::data(const QModelIndex &index, int role) const
 {
@@ -237,7 +165,7 @@ QVariant DesignTreeModel::headerData(int section, Qt::Orientation orientation, i
 {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0
         || section >= TreeColumnCount)
-        return QAbstractItemModel::headerData(section, orientation, role);
+        return TreeBranchModel::headerData(section, orientation, role);
     return rowtexts::header(section);
 }
 
@@ -271,4 +199,57 @@ QVariant DesignTreeModel::text(const TreeRow &row, const QModelIndex &index) con
     default:
         return rowtexts::states(row, stateOf(row, index)).join(", "_L1);
     }
+}
+
+Qt::ItemFlags DesignTreeModel::flags(const QModelIndex &index) const
+{
+    Qt::ItemFlags flags = TreeBranchModel::flags(index);
+    if (!index.isValid())
+        return flags;
+    const TreeRow given = row(index);
+    if (dropping::takesFiles(given.kind))
+        flags |= Qt::ItemIsDropEnabled;
+    const DesignProperty *property = given.property();
+    if (index.column() == DetailsColumn && property && !property->propertyData().isReadOnly())
+        flags |= Qt::ItemIsEditable;
+    return flags;
+}
+
+QVariant DesignTreeModel::editedValue(const TreeRow &row, int column)
+{
+    const DesignProperty *property = column == DetailsColumn ? row.property() : nullptr;
+    return property ? property->propertyData().value() : QVariant();
+}
+
+bool DesignTreeModel::setData(const QModelIndex &index, const QVariant &value, int role)
+{
+    if (role != Qt::EditRole || (flags(index) & Qt::ItemIsEditable) == 0)
+        return false;
+    Q_EMIT valueGiven(row(index), value);
+    return true;
+}
+
+QStringList DesignTreeModel::mimeTypes() const { return dropping::mimeTypes(); }
+
+// A place between two rows is none of them.
+bool DesignTreeModel::canDropMimeData(const QMimeData *data, Qt::DropAction, int place, int,
+                                      const QModelIndex &parent) const
+{
+    return place < 0 && dropping::mayDrop(*data, row(parent));
+}
+
+bool DesignTreeModel::dropMimeData(const QMimeData *data, Qt::DropAction action, int place,
+                                   int column, const QModelIndex &parent)
+{
+    if (!canDropMimeData(data, action, place, column, parent))
+        return false;
+    Q_EMIT pathsDropped(row(parent), dropping::paths(*data));
+    return true;
+}
+
+void DesignTreeModel::tellOfConfiguration(const QObject *configuration)
+{
+    const QModelIndex index = indexOf(configuration);
+    if (index.isValid())
+        tellRowChanged(index);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/common/commonends.h"
+
 #include <QHash>
 #include <QList>
 
@@ -65,14 +67,7 @@ RowChanges between(const QList<Key> &before, const QList<Key> &after, qsizetype 
 template <typename Key>
 RowChanges rowChanges(const QList<Key> &before, const QList<Key> &after)
 {
-    const qsizetype shorter = std::min(before.size(), after.size());
-    qsizetype head = 0;
-    while (head < shorter && before[head] == after[head])
-        ++head;
-    qsizetype tail = 0;
-    while (tail < shorter - head
-           && before[before.size() - 1 - tail] == after[after.size() - 1 - tail])
-        ++tail;
+    const auto [head, tail] = commonEnds(before, after);
     return rowchanges::between(before.sliced(head, before.size() - head - tail),
                                after.sliced(head, after.size() - head - tail), head);
 }

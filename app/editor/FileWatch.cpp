@@ -23,9 +23,9 @@ FileWatch::FileWatch()
         Q_EMIT fileTouched(path);
     });
     connect(&watcher, &QFileSystemWatcher::directoryChanged, this, [this](const QString &folder) {
-        for (auto held = holders.cbegin(); held != holders.cend(); ++held) {
-            if (QFileInfo(held.key()).path() == folder)
-                watcher.addPath(held.key());
+        for (auto used = users.cbegin(); used != users.cend(); ++used) {
+            if (QFileInfo(used.key()).path() == folder)
+                watcher.addPath(used.key());
         }
         Q_EMIT folderTouched(folder);
     });
@@ -33,8 +33,8 @@ FileWatch::FileWatch()
 
 void FileWatch::add(const QString &path)
 {
-    hold(path);
-    hold(QFileInfo(path).path());
+    retain(path);
+    retain(QFileInfo(path).path());
 }
 
 void FileWatch::remove(const QString &path)
@@ -49,16 +49,16 @@ void FileWatch::renew(const QString &path)
     watcher.addPath(QFileInfo(path).path());
 }
 
-void FileWatch::hold(const QString &path)
+void FileWatch::retain(const QString &path)
 {
-    if (++holders[path] == 1)
+    if (++users[path] == 1)
         watcher.addPath(path);
 }
 
 void FileWatch::release(const QString &path)
 {
-    if (--holders[path] > 0)
+    if (--users[path] > 0)
         return;
-    holders.remove(path);
+    users.remove(path);
     watcher.removePath(path);
 }

@@ -13,7 +13,7 @@ class FileWatch : public QObject
     Q_OBJECT
 
 public:
-    // The watch, which is there as long as somebody holds it.
+    // The watch, which is there as long as somebody uses it.
     static std::shared_ptr<FileWatch> shared();
 
     // Each path that was added is removed as often.
@@ -30,9 +30,9 @@ Q_SIGNALS:
 
 private:
     FileWatch();
-    void hold(const QString &path);
+    void retain(const QString &path);
     void release(const QString &path);
 
     QFileSystemWatcher watcher;
-    QHash<QString, int> holders;
+    QHash<QString, int> users;
 };

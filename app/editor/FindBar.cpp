@@ -1,5 +1,6 @@
 #include "app/editor/FindBar.h"
 
+#include "app/editor/IncrementalSearch.h"
 #include "app/editor/TextEdit.h"
 
 #include <QCheckBox>
@@ -8,17 +9,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QStyle>
-#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-constexpr int countMilliseconds = 100;
 
 QHBoxLayout *lineLayout(QWidget *line)
 {
@@ -52,7 +49,7 @@ QPushButton *button(QWidget *line, const char *name, const QString &text)
 FindBar::FindBar(TextEdit *theEdit, QWidget *parent)
     : QWidget(parent),
       edit(theEdit),
-      countTimer(new QTimer(this))
+      matches(new IncrementalSearch(edit, this))
 {
     setObjectName(u"findBar"_s);
     auto *layout = new QVBoxLayout(this);
@@ -63,21 +60,17 @@ FindBar::FindBar(TextEdit *theEdit, QWidget *parent)
     layout->addWidget(optionLine());
     replacing = replaceLine();
     layout->addWidget(replacing);
-    setTabOrder(pattern, words);
+    setTabOrder(pattern, replacement);
     hide();
 
-    countTimer->setSingleShot(true);
-    countTimer->setInterval(countMilliseconds);
-    connect(countTimer, &QTimer::timeout, this, &FindBar::count);
-    connect(edit, &QPlainTextEdit::textChanged, this, &FindBar::countSoon);
-    connect(edit->verticalScrollBar(), &QScrollBar::valueChanged, this, &FindBar::markVisible);
+    connect(matches, &IncrementalSearch::statusChanged, this,
+            [this] { status->setText(matches->status()); });
 }
 
 void FindBar::open(bool withReplacing)
 {
-    const QTextCursor cursor = edit->textCursor();
-    const QString chosen = cursor.selectedText();
-    origin = cursor.selectionStart();
+    const QString chosen = edit->textCursor().selectedText();
+    matches->begin();
     replacing->setVisible(withReplacing && !edit->isReadOnly());
     show();
     if (!chosen.isEmpty() && !chosen.contains(QChar::ParagraphSeparator)
@@ -97,7 +90,7 @@ void FindBar::keyPressEvent(QKeyEvent *event)
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (event->key() == Qt::Key_Escape)
         leave();
-    else if (isReturn && words->hasFocus())
+    else if (isReturn && replacement->hasFocus())
         replace();
     else if (isReturn)
         find(!(event->modifiers() & Qt::ShiftModifier));
@@ -108,14 +101,13 @@ void FindBar::keyPressEvent(QKeyEvent *event)
 void FindBar::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
-    countSoon();
+    matches->setInSight(true);
 }
 
 void FindBar::hideEvent(QHideEvent *event)
 {
     QWidget::hideEvent(event);
-    countTimer->stop();
-    edit->setMarks({});
+    matches->setInSight(false);
 }
 
 QWidget *FindBar::searchLine()
@@ -162,12 +154,12 @@ QWidget *FindBar::replaceLine()
 {
     auto *line = new QWidget(this);
     QHBoxLayout *layout = lineLayout(line);
-    words = field(line, "replacement", tr("Replace with:"));
+    replacement = field(line, "replacement", tr("Replace with:"));
     connect(button(line, "replace", tr("&Replace")), &QPushButton::clicked, this,
             &FindBar::replace);
     connect(button(line, "replaceAll", tr("Replace &All")), &QPushButton::clicked, this,
             &FindBar::replaceAll);
-    layout->setStretchFactor(words, 1);
+    layout->setStretchFactor(replacement, 1);
     return line;
 }
 
@@ -184,3 +176,22 @@ void FindBar::leave()
     hide();
     edit->setFocus();
 }
+
+void FindBar::search()
+{
+    matches->search(TextSearch(
+        pattern->text(),
+        {matchCase->isChecked(), wholeWords->isChecked(), regularExpression->isChecked()}));
+}
+
+void FindBar::find(bool forward)
+{
+    if (!isVisible() && matches->isEmpty())
+        open(false);
+    else
+        matches->find(forward);
+}
+
+void FindBar::replace() { matches->replace(replacement->text()); }
+
+void FindBar::replaceAll() { matches->replaceAll(replacement->text()); }

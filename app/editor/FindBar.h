@@ -1,13 +1,11 @@
 #pragma once
 
-#include "app/editor/TextSearch.h"
-
 #include <QWidget>
 
+class IncrementalSearch;
 class QCheckBox;
 class QLabel;
 class QLineEdit;
-class QTimer;
 class TextEdit;
 
 // The strip below a text that searches it and replaces what it finds. It searches on while the
@@ -20,7 +18,7 @@ class FindBar : public QWidget
 public:
     explicit FindBar(TextEdit *edit, QWidget *parent = nullptr);
 
-    // Shows the strip, with what is selected in the text to search for; on wish with a second
+    // Shows the strip, with what is selected in the text to search for; if wanted, with a second
     // line for replacing.
     void open(bool replacing);
 
@@ -41,27 +39,16 @@ private:
     void leave();
     void search();
     void find(bool forward);
-    void select(TextSearch::Match match);
     void replace();
     void replaceAll();
-    void countSoon();
-    void count();
-    void markVisible();
-    void say();
-    TextSearch::Match selected() const;
 
     TextEdit *edit;
     QLineEdit *pattern;
-    QLineEdit *words;
+    QLineEdit *replacement;
     QCheckBox *matchCase;
     QCheckBox *wholeWords;
     QCheckBox *regularExpression;
     QLabel *status;
     QWidget *replacing;
-    QTimer *countTimer;
-    TextSearch current;
-    // As long as the search goes on while the user types, it begins here.
-    int origin = 0;
-    QList<TextSearch::Match> matches;
-    QString lastNote;
+    IncrementalSearch *matches;
 };

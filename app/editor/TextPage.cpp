@@ -1,5 +1,6 @@
 #include "app/editor/TextPage.h"
 
+#include "app/editor/FileSync.h"
 #include "app/editor/FindBar.h"
 #include "app/editor/GoToLineBar.h"
 #include "app/editor/Highlighter.h"
@@ -33,7 +34,7 @@ const TextPage::CommandRow *TextPage::row(Command command)
         return page.edit->textCursor().hasSelection();
     };
     static const CommandRow rows[] = {
-        {SaveCopy, always, [](TextPage &page) { page.askForCopy(); }},
+        {SaveCopy, always, [](TextPage &page) { page.sync->askForCopy(); }},
         {Undo,
          [](const TextPage &page) {
              return changeable(page) && page.edit->document()->isUndoAvailable();
@@ -69,37 +70,49 @@ TextPage *TextPage::open(const QString &path, QString *error, QWidget *parent)
     const std::optional<lineends::Lines> lines = file->read(error);
     if (!lines)
         return nullptr;
-    auto *page = new TextPage(file.release(), parent);
-    page->fill(*lines);
+    auto *page = new TextPage(std::move(file), parent);
+    page->sync->fill(*lines);
     page->colour();
-    page->setHold(Permission,
-                  page->file->isWritable() ? QString() : tr("you may not write to the file"));
     return page;
 }
 
-TextPage::TextPage(TextFile *theFile, QWidget *parent)
+TextPage::TextPage(std::unique_ptr<TextFile> file, QWidget *parent)
     : EditorPage(parent),
-      file(theFile),
       notice(new NoticeBar(this)),
       edit(new TextEdit(this)),
+      sync(new FileSync(std::move(file), edit, this)),
       findBar(new FindBar(edit, this)),
       goToLineBar(new GoToLineBar(edit, this)),
       position(new PositionBar(edit, this))
 {
-    file->setParent(this);
     layOut();
     followText();
-    connect(file, &TextFile::touched, this, &TextPage::checkDisk);
+    followFile();
 }
 
-QString TextPage::title() const { return QFileInfo(file->path()).fileName(); }
+QString TextPage::title() const { return QFileInfo(filePath()).fileName(); }
 
-QString TextPage::toolTipText() const { return QDir::toNativeSeparators(file->path()); }
+QString TextPage::toolTipText() const { return QDir::toNativeSeparators(filePath()); }
 
-bool TextPage::isModified() const
+QString TextPage::filePath() const { return sync->textFile().path(); }
+
+bool TextPage::isModified() const { return sync->isModified(); }
+
+bool TextPage::save(QString *error)
 {
-    return edit->document()->isModified() || disk == TextFile::Disk::Missing
-        || !unreadable.isEmpty();
+    error->clear();
+    if (!isModified())
+        return true;
+    const QString reason = readOnlyReason();
+    if (reason.isEmpty())
+        return sync->save(error);
+    *error = tr("Cannot write \"%1\": %2").arg(filePath(), reason);
+    return false;
+}
+
+bool TextPage::saveCopy(const QString &path, QString *error) const
+{
+    return sync->saveCopy(path, error);
 }
 
 bool TextPage::can(Command command) const
@@ -114,23 +127,27 @@ void TextPage::run(Command command)
         row(command)->run(*this);
 }
 
-void TextPage::setHold(Hold hold, const QString &reason)
+void TextPage::setReadOnly(ReadOnlyReasons::Source source, const QString &reason)
 {
-    if (holds.value(hold) == reason)
+    if (!readOnlyReasons.set(source, reason))
         return;
-    holds.insert(hold, reason);
     edit->setReadOnly(!readOnlyReason().isEmpty());
     updateNotice();
     Q_EMIT commandsChanged();
 }
 
-QString TextPage::readOnlyReason() const
+void TextPage::showEvent(QShowEvent *event)
 {
-    for (const QString &reason : holds) {
-        if (!reason.isEmpty())
-            return reason;
-    }
-    return {};
+    EditorPage::showEvent(event);
+    sync->check(TextFile::Trust::Stamp);
+}
+
+// Not every file system tells of changes; who comes back to the window sees them anyway.
+void TextPage::changeEvent(QEvent *event)
+{
+    EditorPage::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && isVisible())
+        sync->check(TextFile::Trust::Stamp);
 }
 
 // One strip at a time.
@@ -170,25 +187,25 @@ void TextPage::followText()
             &EditorPage::commandsChanged);
 }
 
-// Making the lines remember their ends is no change of the user's, and cannot be undone.
-void TextPage::fill(const lineends::Lines &lines)
+void TextPage::followFile()
 {
-    QTextDocument *document = edit->document();
-    document->setUndoRedoEnabled(false);
-    document->setPlainText(lines.text);
-    if (!lines.each.isEmpty())
-        lineends::mark(document, lines);
-    document->setUndoRedoEnabled(true);
-    document->setModified(false);
-    edit->setTextCursor(QTextCursor(document));
-    usualEnd = lines.usual;
-    position->setForm(file->form());
+    connect(sync, &FileSync::contentsRead, this, &TextPage::showForm);
+    connect(sync, &FileSync::diskChanged, this, &TextPage::updateNotice);
+    connect(sync, &FileSync::modifiedChanged, this, &EditorPage::stateChanged);
+}
+
+void TextPage::showForm()
+{
+    const TextFile &file = sync->textFile();
+    position->setForm(file.form());
+    setReadOnly(ReadOnlyReasons::Permission,
+                file.isWritable() ? QString() : tr("you may not write to the file"));
 }
 
 // The name of the file says what it is.
 void TextPage::colour()
 {
-    const Syntax *syntax = Syntax::of(file->path());
+    const Syntax *syntax = Syntax::of(filePath());
     if (!syntax)
         return;
     if (edit->document()->characterCount() > colouredCharacters) {
@@ -199,4 +216,28 @@ void TextPage::colour()
     new Highlighter(*syntax, edit->document(), edit);
 }
 
-QString TextPage::text() const { return lineends::join(*edit->document(), usualEnd); }
+void TextPage::updateNotice()
+{
+    const NoticeBar::Choice reloadIt {tr("Re&load"), [this] { sync->reload(); }};
+    const NoticeBar::Choice keepIt {tr("&Keep Mine"), [this] { sync->keepMine(); }};
+    const NoticeBar::Choice saveIt {tr("Save An&yway"), [this] { sync->overwrite(); }};
+    const NoticeBar::Choice showIt {tr("Show &Difference"), [this] { sync->showDifference(); }};
+    const NoticeBar::Choice makeIt {tr("Write A&gain"), [this] { sync->overwrite(); }};
+    const QString reason = readOnlyReason();
+    const bool isReadOnly = !reason.isEmpty();
+    if (!sync->unreadable().isEmpty()) {
+        notice->show(tr("%1. The text that it had is kept here.").arg(sync->unreadable()),
+                     isReadOnly ? QList {reloadIt} : QList {reloadIt, saveIt});
+    } else if (sync->onDisk() == TextFile::Disk::Missing) {
+        notice->show(tr("\"%1\" is no longer on disk. Its text is kept here.").arg(title()),
+                     isReadOnly ? QList<NoticeBar::Choice>() : QList {makeIt});
+    } else if (sync->onDisk() == TextFile::Disk::Changed) {
+        notice->show(tr("\"%1\" was changed on disk by another program, and has changes here that "
+                        "are not saved.")
+                         .arg(title()),
+                     isReadOnly ? QList {showIt, reloadIt, keepIt}
+                                : QList {showIt, reloadIt, keepIt, saveIt});
+    } else {
+        notice->show(isReadOnly ? tr("Read-only: %1.").arg(reason) : QString());
+    }
+}

@@ -1,6 +1,6 @@
 #include "app/editor/WindowEditorManager.h"
 
-#include "app/editor/designhold.h"
+#include "app/editor/designprotection.h"
 #include "app/editor/EditorArea.h"
 #include "app/editor/TextPage.h"
 
@@ -17,12 +17,12 @@ using Qtilities::Logging::Logger;
 WindowEditorManager::WindowEditorManager(EditorArea *theArea, QObject *parent)
     : EditorManager(parent),
       area(theArea),
-      holdTimer(new QTimer(this))
+      protectionTimer(new QTimer(this))
 {
     // However many changes a script makes, the pages are looked at once.
-    holdTimer->setSingleShot(true);
-    connect(holdTimer, &QTimer::timeout, this, &WindowEditorManager::updateHolds);
-    const auto updateSoon = [this] { holdTimer->start(0); };
+    protectionTimer->setSingleShot(true);
+    connect(protectionTimer, &QTimer::timeout, this, &WindowEditorManager::updateProtection);
+    const auto updateSoon = [this] { protectionTimer->start(0); };
     const DesignManager *designs = DesignManager::instance();
     connect(designs, &DesignManager::designAttached, this, updateSoon);
     connect(designs, &DesignManager::designClosed, this, updateSoon);
@@ -50,7 +50,8 @@ QWidget *WindowEditorManager::createEditorForPath(const QString &path, QString *
     }
     // What was typed stays changeable, so that it can be saved.
     if (!page->isModified())
-        page->setHold(TextPage::Caller, readOnly ? tr("it was opened for reading") : QString());
+        page->setReadOnly(ReadOnlyReasons::Caller,
+                          readOnly ? tr("it was opened for reading") : QString());
     if (bringUp) {
         Q_EMIT bringUpRequested();
         area->bringUpPage(page);
@@ -76,11 +77,11 @@ TextPage *WindowEditorManager::open(const QString &path, const QString &mode, QS
     if (!page)
         return nullptr;
     area->addPage(page, false);
-    updateHolds();
+    updateProtection();
     return page;
 }
 
-void WindowEditorManager::updateHolds()
+void WindowEditorManager::updateProtection()
 {
     if (!area)
         return;
@@ -89,7 +90,9 @@ void WindowEditorManager::updateHolds()
         auto *page = qobject_cast<TextPage *>(candidate);
         if (!page)
             continue;
-        page->setHold(TextPage::Host, designhold::asComponentFile(page->filePath()));
-        page->setHold(TextPage::Design, designhold::asFileOfReadOnlyDesign(page->filePath()));
+        page->setReadOnly(ReadOnlyReasons::ComponentFile,
+                          designprotection::ofComponentFile(page->filePath()));
+        page->setReadOnly(ReadOnlyReasons::Design,
+                          designprotection::ofReadOnlyDesign(page->filePath()));
     }
 }

@@ -9,7 +9,7 @@ class QTimer;
 class TextPage;
 
 // Opens files in the editor area of the window: one page for each file. It keeps users from
-// changing what the designs hold in memory: the component file of an open design, and the files of
+// changing what the designs have in memory: the component file of an open design, and the files of
 // a read-only one, are shown for reading only while that is so.
 class WindowEditorManager : public MorvalenCore::EditorManager
 {
@@ -32,8 +32,8 @@ Q_SIGNALS:
 
 private:
     TextPage *open(const QString &path, const QString &mode, QString *error);
-    void updateHolds();
+    void updateProtection();
 
     QPointer<EditorArea> area;
-    QTimer *holdTimer;
+    QTimer *protectionTimer;
 };

@@ -1,5 +1,7 @@
 #include "app/editor/linediff.h"
 
+#include "app/common/commonends.h"
+
 #include <vector>
 
 using namespace Qt::Literals::StringLiterals;
@@ -96,13 +98,7 @@ QList<Line> all(Line::Kind kind, const QStringList &texts)
 
 QList<Line> compare(const QStringList &old, const QStringList &now)
 {
-    const qsizetype shorter = qMin(old.size(), now.size());
-    qsizetype head = 0;
-    while (head < shorter && old[head] == now[head])
-        ++head;
-    qsizetype tail = 0;
-    while (tail < shorter - head && old[old.size() - 1 - tail] == now[now.size() - 1 - tail])
-        ++tail;
+    const auto [head, tail] = commonEnds(old, now);
     const QStringList oldPart = old.sliced(head, old.size() - head - tail);
     const QStringList newPart = now.sliced(head, now.size() - head - tail);
     QList<Line> middle = ShortestWay(oldPart, newPart).lines();

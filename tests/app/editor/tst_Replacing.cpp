@@ -51,7 +51,7 @@ void tst_Replacing::allAreReplacedInOneStep()
 
 void tst_Replacing::readOnlyTextsAreNotReplaced()
 {
-    page->setHold(TextPage::Caller, u"it was opened for reading"_s);
+    page->setReadOnly(ReadOnlyReasons::Caller, u"it was opened for reading"_s);
     QVERIFY(!page->can(EditorPage::Replace));
     press(Qt::Key_H, Qt::ControlModifier);
     QVERIFY(!bar->isVisible());

@@ -24,7 +24,7 @@ private Q_SLOTS:
     void commandsFollowTheText_data();
     void commandsFollowTheText();
     void commandsRun();
-    void holdsForbidChanges();
+    void reasonsForbidChanges();
     void filesWithoutPermissionAreReadOnly();
     void whatCannotBeWrittenIsKept();
     void aCopyIsSaved();
@@ -99,7 +99,8 @@ void tst_TextPage::commandsFollowTheText()
     QFETCH(const QString, selected);
     QFETCH(const QString, cut);
     QFETCH(const QString, undone);
-    page->setHold(TextPage::Caller, readOnly ? u"it was opened for reading"_s : QString());
+    page->setReadOnly(ReadOnlyReasons::Caller,
+                      readOnly ? u"it was opened for reading"_s : QString());
     QSignalSpy changes(page.get(), &EditorPage::commandsChanged);
     QCOMPARE(commands(), untouched);
     press(Qt::Key_A, Qt::ControlModifier);
@@ -128,18 +129,18 @@ void tst_TextPage::commandsRun()
     QCOMPARE(edit->toPlainText(), u"one\ntwo\n"_s);
 }
 
-void tst_TextPage::holdsForbidChanges()
+void tst_TextPage::reasonsForbidChanges()
 {
     const auto *notice = page->findChild<NoticeBar *>();
-    page->setHold(TextPage::Design, u"its design is read-only"_s);
-    page->setHold(TextPage::Host, u"the host holds it"_s);
+    page->setReadOnly(ReadOnlyReasons::Design, u"its design is read-only"_s);
+    page->setReadOnly(ReadOnlyReasons::ComponentFile, u"the host holds it"_s);
     QVERIFY(edit->isReadOnly() && notice->isVisible());
     QCOMPARE(notice->text(), u"Read-only: the host holds it."_s);
     QTest::keyClicks(edit, u"x"_s);
     QCOMPARE(edit->toPlainText(), u"one\ntwo\n"_s);
-    page->setHold(TextPage::Host, QString());
+    page->setReadOnly(ReadOnlyReasons::ComponentFile, QString());
     QCOMPARE(notice->text(), u"Read-only: its design is read-only."_s);
-    page->setHold(TextPage::Design, QString());
+    page->setReadOnly(ReadOnlyReasons::Design, QString());
     QVERIFY(!edit->isReadOnly() && !notice->isVisible());
 }
 

@@ -1,4 +1,4 @@
-#include "app/builds/MacroTable.h"
+#include "app/builds/MacroEditor.h"
 
 #include "app/builds/tableform.h"
 
@@ -17,7 +17,7 @@ constexpr int leastRows = 2;
 
 } // namespace
 
-MacroTable::MacroTable(QWidget *parent)
+MacroEditor::MacroEditor(QWidget *parent)
     : QWidget(parent),
       table(new QTableWidget(0, 2, this)),
       addButton(new QPushButton(tr("Add Mac&ro"), this)),
@@ -44,17 +44,17 @@ MacroTable::MacroTable(QWidget *parent)
     layout->addWidget(table, 1);
     layout->addLayout(buttons);
 
-    connect(table, &QTableWidget::itemChanged, this, &MacroTable::changed);
-    connect(table, &QTableWidget::currentCellChanged, this, &MacroTable::updateButtons);
-    connect(addButton, &QPushButton::clicked, this, &MacroTable::add);
-    connect(removeButton, &QPushButton::clicked, this, &MacroTable::remove);
+    connect(table, &QTableWidget::itemChanged, this, &MacroEditor::changed);
+    connect(table, &QTableWidget::currentCellChanged, this, &MacroEditor::updateButtons);
+    connect(addButton, &QPushButton::clicked, this, &MacroEditor::add);
+    connect(removeButton, &QPushButton::clicked, this, &MacroEditor::remove);
     updateButtons();
 }
 
 // A cell that is being edited when the table goes changes it once more.
-MacroTable::~MacroTable() { table->disconnect(this); }
+MacroEditor::~MacroEditor() { table->disconnect(this); }
 
-QList<BuildMacro> MacroTable::macros() const
+QList<BuildMacro> MacroEditor::macros() const
 {
     QList<BuildMacro> list;
     for (int row = 0; row < table->rowCount(); ++row)
@@ -67,7 +67,7 @@ QList<BuildMacro> MacroTable::macros() const
     return list;
 }
 
-void MacroTable::setMacros(const QList<BuildMacro> &macros)
+void MacroEditor::setMacros(const QList<BuildMacro> &macros)
 {
     const QSignalBlocker blocker(table);
     table->setRowCount(int(macros.size()));
@@ -76,7 +76,7 @@ void MacroTable::setMacros(const QList<BuildMacro> &macros)
     updateButtons();
 }
 
-void MacroTable::setReadOnly(bool flag)
+void MacroEditor::setReadOnly(bool flag)
 {
     readOnly = flag;
     table->setEditTriggers(flag ? QAbstractItemView::NoEditTriggers
@@ -86,13 +86,13 @@ void MacroTable::setReadOnly(bool flag)
     updateButtons();
 }
 
-void MacroTable::setRow(int row, const BuildMacro &macro)
+void MacroEditor::setRow(int row, const BuildMacro &macro)
 {
     table->setItem(row, 0, new QTableWidgetItem(macro.name));
     table->setItem(row, 1, new QTableWidgetItem(macro.value));
 }
 
-void MacroTable::add()
+void MacroEditor::add()
 {
     const int row = table->currentRow() + 1;
     {
@@ -106,14 +106,14 @@ void MacroTable::add()
     table->editItem(table->item(row, 0));
 }
 
-void MacroTable::remove()
+void MacroEditor::remove()
 {
     table->removeRow(table->currentRow());
     updateButtons();
     Q_EMIT changed();
 }
 
-void MacroTable::updateButtons()
+void MacroEditor::updateButtons()
 {
     addButton->setEnabled(!readOnly);
     removeButton->setEnabled(!readOnly && table->currentRow() >= 0);

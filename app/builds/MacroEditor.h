@@ -8,13 +8,13 @@ class QPushButton;
 class QTableWidget;
 
 // Lets the user change the macros of a build configuration.
-class MacroTable : public QWidget
+class MacroEditor : public QWidget
 {
     Q_OBJECT
 
 public:
-    explicit MacroTable(QWidget *parent = nullptr);
-    ~MacroTable() override;
+    explicit MacroEditor(QWidget *parent = nullptr);
+    ~MacroEditor() override;
 
     // With what is being typed.
     QList<MorvalenCore::BuildMacro> macros() const;

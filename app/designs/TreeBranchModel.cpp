@@ -1,7 +1,5 @@
-// How the rows become others: with as few changes as possible, so that views keep what they know
-// of the rows that stay.
+#include "app/designs/TreeBranchModel.h"
 
-#include "app/designs/DesignTreeModel.h"
 #include "app/designs/rowchanges.h"
 #include "app/designs/rowtexts.h"
 
@@ -36,7 +34,69 @@ QList<const QObject *> keysOf(const QList<QPointer<QObject>> &items)
 
 } // namespace
 
-void DesignTreeModel::merge(TreeBranch &branch, TreeBranch &wanted)
+TreeRow TreeBranchModel::row(const QModelIndex &index) const
+{
+    return index.isValid()
+        ? static_cast<const TreeBranch *>(index.internalPointer())->rowAt(index.row())
+        : TreeRow();
+}
+
+const TreeBranch *TreeBranchModel::branchAt(const QModelIndex &index) const
+{
+    if (!index.isValid())
+        return &root;
+    const auto *above = static_cast<const TreeBranch *>(index.internalPointer());
+    return above->branches.empty() ? nullptr : above->branches[size_t(index.row())].get();
+}
+
+QModelIndex TreeBranchModel::indexOf(const TreeBranch &branch) const
+{
+    return branch.parent ? createIndex(branch.row(), 0, branch.parent) : QModelIndex();
+}
+
+QModelIndex TreeBranchModel::indexOf(const QObject *designOrItem) const
+{
+    QList<const TreeBranch *> branches {&root};
+    while (!branches.isEmpty()) {
+        const TreeBranch *branch = branches.takeLast();
+        if (branch->designObject == designOrItem)
+            return indexOf(*branch);
+        for (qsizetype row = 0; row < branch->items.size(); ++row) {
+            if (branch->items[row] == designOrItem)
+                return createIndex(int(row), 0, branch);
+        }
+        for (const auto &below : branch->branches)
+            branches.append(below.get());
+    }
+    return {};
+}
+
+QModelIndex TreeBranchModel::index(int row, int column, const QModelIndex &parent) const
+{
+    if (parent.column() > 0 || column < 0 || column >= TreeColumnCount)
+        return {};
+    const TreeBranch *branch = branchAt(parent);
+    return branch && row >= 0 && row < branch->rowCount() ? createIndex(row, column, branch)
+                                                          : QModelIndex();
+}
+
+QModelIndex TreeBranchModel::parent(const QModelIndex &index) const
+{
+    return index.isValid() ? indexOf(*static_cast<const TreeBranch *>(index.internalPointer()))
+                           : QModelIndex();
+}
+
+int TreeBranchModel::rowCount(const QModelIndex &parent) const
+{
+    const TreeBranch *branch = parent.column() > 0 ? nullptr : branchAt(parent);
+    return branch ? branch->rowCount() : 0;
+}
+
+int TreeBranchModel::columnCount(const QModelIndex &) const { return TreeColumnCount; }
+
+bool TreeBranchModel::hasChildren(const QModelIndex &parent) const { return rowCount(parent) > 0; }
+
+void TreeBranchModel::merge(TreeBranch &branch, TreeBranch &wanted)
 {
     if (!wanted.isRead())
         return;
@@ -46,7 +106,7 @@ void DesignTreeModel::merge(TreeBranch &branch, TreeBranch &wanted)
     tellChanged(branch);
 }
 
-void DesignTreeModel::mergeBranches(TreeBranch &branch, TreeBranch &wanted)
+void TreeBranchModel::mergeBranches(TreeBranch &branch, TreeBranch &wanted)
 {
     const RowChanges changes = rowChanges(keysOf(branch.branches), keysOf(wanted.branches));
     for (qsizetype i = changes.removals.size() - 1; i >= 0; --i) {
@@ -71,7 +131,7 @@ void DesignTreeModel::mergeBranches(TreeBranch &branch, TreeBranch &wanted)
     }
 }
 
-void DesignTreeModel::mergeItems(TreeBranch &branch, TreeBranch &wanted)
+void TreeBranchModel::mergeItems(TreeBranch &branch, TreeBranch &wanted)
 {
     const RowChanges changes = rowChanges(keysOf(branch.items), keysOf(wanted.items));
     if (changes.removals.size() + changes.insertions.size() > rangeLimit) {
@@ -92,7 +152,7 @@ void DesignTreeModel::mergeItems(TreeBranch &branch, TreeBranch &wanted)
     }
 }
 
-void DesignTreeModel::replaceItems(TreeBranch &branch, TreeBranch &wanted)
+void TreeBranchModel::replaceItems(TreeBranch &branch, TreeBranch &wanted)
 {
     const QList<QPersistentModelIndex> parents {indexOf(branch)};
     Q_EMIT layoutAboutToBeChanged(parents);
@@ -115,26 +175,24 @@ void DesignTreeModel::replaceItems(TreeBranch &branch, TreeBranch &wanted)
     Q_EMIT layoutChanged(parents);
 }
 
-void DesignTreeModel::tellChanged(const TreeBranch &branch)
+void TreeBranchModel::tellRowChanged(const QModelIndex &index)
+{
+    Q_EMIT dataChanged(index.siblingAtColumn(0), index.siblingAtColumn(TreeColumnCount - 1));
+}
+
+void TreeBranchModel::tellChanged(const TreeBranch &branch)
 {
     const QModelIndex own = indexOf(branch);
-    Q_EMIT dataChanged(own, own.siblingAtColumn(TreeColumnCount - 1));
+    tellRowChanged(own);
     if (!branch.items.isEmpty())
         Q_EMIT dataChanged(index(0, 0, own),
                            index(branch.rowCount() - 1, TreeColumnCount - 1, own));
 }
 
-void DesignTreeModel::tellAllChanged(const TreeBranch &branch)
+void TreeBranchModel::tellAllChanged(const TreeBranch &branch)
 {
     for (const auto &below : branch.branches) {
         tellChanged(*below);
         tellAllChanged(*below);
     }
-}
-
-void DesignTreeModel::tellOfConfiguration(const QObject *configuration)
-{
-    const QModelIndex index = indexOf(configuration);
-    if (index.isValid())
-        Q_EMIT dataChanged(index, index.siblingAtColumn(TreeColumnCount - 1));
 }

@@ -1,4 +1,4 @@
-#include "app/editor/designhold.h"
+#include "app/editor/designprotection.h"
 
 #include <MorvalenCore/DesignManager.h>
 
@@ -9,18 +9,18 @@ using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
 using MorvalenCore::Interfaces::IDesign;
 
-namespace designhold {
+namespace designprotection {
 
 namespace {
 
-template <typename Holds>
-QString nameOfDesign(Holds holds)
+template <typename Protects>
+QString nameOfDesign(Protects protects)
 {
     const DesignManager *manager = DesignManager::instance();
     const QStringList ids = manager->openDesignIds();
     for (const QString &id : ids) {
         const IDesign *design = manager->design(id);
-        if (design && holds(*design))
+        if (design && protects(*design))
             return design->name();
     }
     return {};
@@ -28,7 +28,7 @@ QString nameOfDesign(Holds holds)
 
 struct Texts
 {
-    Q_DECLARE_TR_FUNCTIONS(designhold)
+    Q_DECLARE_TR_FUNCTIONS(designprotection)
 };
 
 QString clause(const QString &text, const QString &design)
@@ -38,7 +38,7 @@ QString clause(const QString &text, const QString &design)
 
 } // namespace
 
-QString asComponentFile(const QString &path)
+QString ofComponentFile(const QString &path)
 {
     return clause(Texts::tr("it is the component file of the design \"%1\", which is open"),
                   nameOfDesign([&path](const IDesign &design) {
@@ -46,7 +46,7 @@ QString asComponentFile(const QString &path)
                   }));
 }
 
-QString asFileOfReadOnlyDesign(const QString &path)
+QString ofReadOnlyDesign(const QString &path)
 {
     return clause(Texts::tr("it belongs to the design \"%1\", which is read-only"),
                   nameOfDesign([&path](const IDesign &design) {
@@ -54,4 +54,4 @@ QString asFileOfReadOnlyDesign(const QString &path)
                   }));
 }
 
-} // namespace designhold
+} // namespace designprotection

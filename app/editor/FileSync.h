@@ -1,0 +1,71 @@
+#pragma once
+
+#include "app/editor/TextFile.h"
+
+#include <QObject>
+
+#include <memory>
+
+class QWidget;
+class TextEdit;
+
+// Keeps the text of a page and its file together. Nothing that a user typed is lost by what happens
+// on disk: a text without changes follows its file, one with changes waits for a decision. When the
+// file is gone the text stays, and counts as a change.
+class FileSync : public QObject
+{
+    Q_OBJECT
+
+public:
+    // Questions are asked above the page, which the object belongs to.
+    FileSync(std::unique_ptr<TextFile> file, TextEdit *edit, QWidget *page);
+
+    const TextFile &textFile() const { return *file; }
+
+    // The first text, which is what was read of the file.
+    void fill(const lineends::Lines &lines);
+
+    // Whether there is anything that the file has not.
+    bool isModified() const;
+    // What is on disk, as far as it was looked at.
+    TextFile::Disk onDisk() const { return disk; }
+    // Why what is on disk now cannot be shown; empty when it can.
+    QString unreadable() const { return whyUnreadable; }
+
+    // Looks at the file, and follows it when there are no changes.
+    void check(TextFile::Trust trust);
+
+    // Writes the text when the file is still what it was. False when it is not, or cannot be
+    // written; a sentence is in *error then, unless the user has to decide or has decided.
+    bool save(QString *error);
+    // Writes the text to another file, as the user's file name dialog says or as given.
+    void askForCopy();
+    bool saveCopy(const QString &path, QString *error) const;
+
+    // What the user can do about a file that was changed, is gone or cannot be read.
+    void reload();
+    void keepMine();
+    void overwrite();
+    void showDifference();
+
+Q_SIGNALS:
+    // The file was read.
+    void contentsRead();
+    // What is on disk, or what is known of it, may be something else.
+    void diskChanged();
+    // isModified() says something else because of the disk.
+    void modifiedChanged();
+
+private:
+    void setDisk(TextFile::Disk state, const QString &why = {});
+    bool write(QString *error);
+    bool mayMakeAgain();
+    QString text() const;
+
+    TextFile *file;
+    TextEdit *edit;
+    QWidget *page;
+    int usualEnd = 0;
+    TextFile::Disk disk = TextFile::Disk::Same;
+    QString whyUnreadable;
+};
