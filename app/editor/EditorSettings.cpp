@@ -1,12 +1,10 @@
 #include "app/editor/EditorSettings.h"
 
-#include <Qtilities/QtilitiesApplication.h>
+#include "app/session/Settings.h"
 
 #include <QFontDatabase>
-#include <QSettings>
 
 using namespace Qt::Literals::StringLiterals;
-using Qtilities::CoreGui::QtilitiesApplication;
 
 namespace {
 
@@ -22,9 +20,8 @@ EditorSettings *EditorSettings::instance()
 
 QFont EditorSettings::font() const
 {
-    const QSettings settings(QtilitiesApplication::settingsFileName(), QSettings::IniFormat);
     QFont font = defaultFont();
-    const QString chosen = settings.value(fontKey).toString();
+    const QString chosen = Settings().value(fontKey).toString();
     if (!chosen.isEmpty())
         font.fromString(chosen);
     return font;
@@ -32,11 +29,7 @@ QFont EditorSettings::font() const
 
 void EditorSettings::setFont(const QFont &font)
 {
-    QSettings settings(QtilitiesApplication::settingsFileName(), QSettings::IniFormat);
-    if (font == defaultFont())
-        settings.remove(fontKey);
-    else
-        settings.setValue(fontKey, font.toString());
+    Settings().set(fontKey, font == defaultFont() ? QVariant() : QVariant(font.toString()));
     Q_EMIT fontChanged();
 }
 

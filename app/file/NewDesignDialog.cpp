@@ -4,6 +4,7 @@
 #include "app/calls/Complaints.h"
 #include "app/calls/running.h"
 #include "app/file/shownpath.h"
+#include "app/session/Settings.h"
 #include "commands/commands.h"
 
 #include <MorvalenCore/DesignManager.h>
@@ -15,7 +16,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSettings>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
@@ -24,12 +24,13 @@ using MorvalenCore::DesignStructureManager;
 namespace {
 
 constexpr int nameLength = 50; // in characters, as wide as the field is
-constexpr int complaintLines = 3;
+constexpr int problemLines = 3;
 
 QString usualVendor()
 {
-    const QSettings settings(DesignManager::instance()->settingsFileName(), QSettings::IniFormat);
-    return settings.value(u"Designs/Environment/organization_name"_s).toString();
+    return Settings(DesignManager::instance()->settingsFileName())
+        .value(u"Designs/Environment/organization_name"_s)
+        .toString();
 }
 
 QLabel *plainLabel(QWidget *parent)
@@ -50,7 +51,7 @@ NewDesignDialog::NewDesignDialog(QWidget *parent)
       vendor(new QLineEdit(usualVendor(), this)),
       library(new QLineEdit(u"global"_s, this)),
       folder(plainLabel(this)),
-      complaint(plainLabel(this))
+      problem(plainLabel(this))
 {
     setObjectName(u"newDesignDialog"_s);
     setWindowTitle(tr("New Design"));
@@ -71,10 +72,10 @@ void NewDesignDialog::addFields()
     structure->setObjectName(u"designStructure"_s);
     vendor->setObjectName(u"designVendor"_s);
     library->setObjectName(u"designLibrary"_s);
-    complaint->setObjectName(u"complaint"_s);
+    problem->setObjectName(u"problem"_s);
     // Room for a sentence, so that the dialog keeps its size while the name is typed.
-    complaint->setMinimumHeight(fontMetrics().lineSpacing() * complaintLines);
-    complaint->setAlignment(Qt::AlignTop);
+    problem->setMinimumHeight(fontMetrics().lineSpacing() * problemLines);
+    problem->setAlignment(Qt::AlignTop);
     folder->setTextInteractionFlags(Qt::TextSelectableByMouse);
 
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
@@ -91,7 +92,7 @@ void NewDesignDialog::addFields()
     form->addRow(tr("&Vendor:"), vendor);
     form->addRow(tr("&Library:"), library);
     form->addRow(tr("Folder:"), folder);
-    form->addRow(complaint);
+    form->addRow(problem);
     form->addRow(buttons);
 }
 
@@ -108,23 +109,23 @@ void NewDesignDialog::check()
     QString error;
     const bool good = DesignManager::instance()->checkDesignName(name->text(), &error);
     create->setEnabled(good);
-    complain(name->text().isEmpty() ? QString() : error);
+    showProblem(name->text().isEmpty() ? QString() : error);
     const QString repository =
         DesignStructureManager::instance()->activeDesignRepositoryPathForStructure(
             structure->currentText(), false);
     folder->setText(shownPath(QDir::cleanPath(repository + u'/' + name->text())));
 }
 
-void NewDesignDialog::complain(const QString &text)
+void NewDesignDialog::showProblem(const QString &text)
 {
-    complaint->setText(text);
+    problem->setText(text);
     name->setAccessibleDescription(text);
 }
 
 void NewDesignDialog::accept()
 {
     if (const QString refusal = running::refusal(); !refusal.isEmpty())
-        return complain(refusal);
+        return showProblem(refusal);
     const Complaints complaints;
     const CommandAnswer answer =
         callCommand(CallDesigns,
@@ -132,5 +133,5 @@ void NewDesignDialog::accept()
                      structure->currentText(), library->text(), vendor->text()});
     if (answer.succeeded)
         return QDialog::accept();
-    complain(QStringList {answer.text, complaints.text()}.join(u'\n').trimmed());
+    showProblem(QStringList {answer.text, complaints.text()}.join(u'\n').trimmed());
 }

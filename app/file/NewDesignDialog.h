@@ -23,7 +23,7 @@ private:
     void addFields();
     void showStructures();
     void check();
-    void complain(const QString &text);
+    void showProblem(const QString &text);
 
     QLineEdit *name;
     QComboBox *type;
@@ -31,6 +31,6 @@ private:
     QLineEdit *vendor;
     QLineEdit *library;
     QLabel *folder;
-    QLabel *complaint;
+    QLabel *problem;
     QPushButton *create;
 };

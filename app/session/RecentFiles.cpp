@@ -1,16 +1,13 @@
 #include "app/session/RecentFiles.h"
 
 #include "app/session/preferences.h"
+#include "app/session/Settings.h"
 
 #include <MorvalenCore/DesignManager.h>
 #include <Qtilities/ProjectManager.h>
-#include <Qtilities/QtilitiesApplication.h>
-
-#include <QSettings>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
-using Qtilities::CoreGui::QtilitiesApplication;
 using Qtilities::ProjectManagement::ProjectManager;
 
 namespace {
@@ -30,15 +27,11 @@ RecentFiles::RecentFiles(QObject *parent) : QObject(parent)
             &RecentFiles::addProject);
 }
 
-QStringList RecentFiles::files(Kind kind)
-{
-    const QSettings settings(QtilitiesApplication::settingsFileName(), QSettings::IniFormat);
-    return settings.value(keys[kind]).toStringList();
-}
+QStringList RecentFiles::files(Kind kind) { return Settings().value(keys[kind]).toStringList(); }
 
 void RecentFiles::clear()
 {
-    QSettings settings(QtilitiesApplication::settingsFileName(), QSettings::IniFormat);
+    Settings settings;
     for (const QString &key : keys)
         settings.remove(key);
 }
@@ -65,7 +58,7 @@ void RecentFiles::add(Kind kind, const QString &file)
 
 void RecentFiles::write()
 {
-    QSettings settings(QtilitiesApplication::settingsFileName(), QSettings::IniFormat);
+    Settings settings;
     for (const Kind kind : {Designs, Projects}) {
         if (opened[kind].isEmpty())
             continue;
@@ -74,7 +67,7 @@ void RecentFiles::write()
             all.removeAll(file);
             all.prepend(file);
         }
-        settings.setValue(keys[kind], QStringList(all.first(qMin<qsizetype>(all.size(), most))));
+        settings.set(keys[kind], QStringList(all.first(qMin<qsizetype>(all.size(), most))));
         opened[kind].clear();
     }
 }

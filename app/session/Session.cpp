@@ -1,8 +1,9 @@
 #include "app/session/Session.h"
 
+#include "app/session/Settings.h"
+
 #include <QDir>
 #include <QFile>
-#include <QSettings>
 #include <QStandardPaths>
 
 #include <filesystem>
@@ -34,10 +35,9 @@ bool makeSettings(const QString &path)
 {
     if (QFile::exists(path))
         return true;
-    QSettings settings(path, QSettings::IniFormat);
-    settings.setValue(u"Designs/Environment/organization_name"_s, u"local"_s);
-    settings.sync();
-    return settings.status() == QSettings::NoError;
+    Settings settings(path);
+    settings.set(u"Designs/Environment/organization_name"_s, u"local"_s);
+    return settings.isWritable();
 }
 
 } // namespace

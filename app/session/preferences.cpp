@@ -1,11 +1,8 @@
 #include "app/session/preferences.h"
 
-#include <Qtilities/QtilitiesApplication.h>
-
-#include <QSettings>
+#include "app/session/Settings.h"
 
 using namespace Qt::Literals::StringLiterals;
-using Qtilities::CoreGui::QtilitiesApplication;
 
 namespace preferences {
 
@@ -26,38 +23,22 @@ const MemoryRow memories[] = {
 const QString fontKey = u"Console/font"_s;
 const QString launcherKey = u"Builds/launcher"_s;
 
-QVariant read(const QString &key, const QVariant &usually = {})
-{
-    return QSettings(QtilitiesApplication::settingsFileName(), QSettings::IniFormat)
-        .value(key, usually);
-}
-
-// An invalid value removes the key.
-void write(const QString &key, const QVariant &value)
-{
-    QSettings settings(QtilitiesApplication::settingsFileName(), QSettings::IniFormat);
-    if (value.isValid())
-        settings.setValue(key, value);
-    else
-        settings.remove(key);
-}
-
 } // namespace
 
 bool remembers(Memory memory)
 {
-    return read(memories[memory].key, memories[memory].usually).toBool();
+    return Settings().value(memories[memory].key, memories[memory].usually).toBool();
 }
 
 void setRemembers(Memory memory, bool remember)
 {
     const bool usual = remember == memories[memory].usually;
-    write(memories[memory].key, usual ? QVariant() : QVariant(remember));
+    Settings().set(memories[memory].key, usual ? QVariant() : QVariant(remember));
 }
 
 std::optional<QFont> consoleFont()
 {
-    const QString text = read(fontKey).toString();
+    const QString text = Settings().value(fontKey).toString();
     QFont chosen;
     if (text.isEmpty() || !chosen.fromString(text))
         return std::nullopt;
@@ -66,21 +47,16 @@ std::optional<QFont> consoleFont()
 
 void setConsoleFont(const std::optional<QFont> &font)
 {
-    write(fontKey, font ? QVariant(font->toString()) : QVariant());
+    Settings().set(fontKey, font ? QVariant(font->toString()) : QVariant());
 }
 
-QString launcher() { return read(launcherKey).toString(); }
+QString launcher() { return Settings().value(launcherKey).toString(); }
 
 void setLauncher(const QString &prefix)
 {
-    write(launcherKey, prefix.isEmpty() ? QVariant() : QVariant(prefix));
+    Settings().set(launcherKey, prefix.isEmpty() ? QVariant() : QVariant(prefix));
 }
 
-bool isWritable()
-{
-    QSettings settings(QtilitiesApplication::settingsFileName(), QSettings::IniFormat);
-    settings.sync();
-    return settings.status() == QSettings::NoError && settings.isWritable();
-}
+bool isWritable() { return Settings().isWritable(); }
 
 } // namespace preferences

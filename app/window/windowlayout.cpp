@@ -1,15 +1,12 @@
 #include "app/window/windowlayout.h"
 
 #include "app/session/preferences.h"
-
-#include <Qtilities/QtilitiesApplication.h>
+#include "app/session/Settings.h"
 
 #include <QMainWindow>
-#include <QSettings>
 #include <QSplitter>
 
 using namespace Qt::Literals::StringLiterals;
-using Qtilities::CoreGui::QtilitiesApplication;
 
 namespace windowlayout {
 
@@ -35,26 +32,24 @@ void restore(QMainWindow *window)
     window->resize(usualSize);
     if (!preferences::remembers(preferences::WindowLayout))
         return;
-    QSettings settings(QtilitiesApplication::settingsFileName(), QSettings::IniFormat);
-    settings.beginGroup(group);
-    window->restoreGeometry(settings.value(u"geometry"_s).toByteArray());
-    window->restoreState(settings.value(u"state"_s).toByteArray(), version);
+    const Settings settings;
+    window->restoreGeometry(settings.value(group + u"/geometry"_s).toByteArray());
+    window->restoreState(settings.value(group + u"/state"_s).toByteArray(), version);
     for (QSplitter *splitter : splitters(window))
-        splitter->restoreState(settings.value(splitter->objectName()).toByteArray());
+        splitter->restoreState(settings.value(group + u'/' + splitter->objectName()).toByteArray());
 }
 
 void save(QMainWindow *window)
 {
-    QSettings settings(QtilitiesApplication::settingsFileName(), QSettings::IniFormat);
-    settings.beginGroup(group);
+    Settings settings;
     if (!preferences::remembers(preferences::WindowLayout)) {
-        settings.remove(QString());
+        settings.remove(group);
         return;
     }
-    settings.setValue(u"geometry"_s, window->saveGeometry());
-    settings.setValue(u"state"_s, window->saveState(version));
+    settings.set(group + u"/geometry"_s, window->saveGeometry());
+    settings.set(group + u"/state"_s, window->saveState(version));
     for (const QSplitter *splitter : splitters(window))
-        settings.setValue(splitter->objectName(), splitter->saveState());
+        settings.set(group + u'/' + splitter->objectName(), splitter->saveState());
 }
 
 } // namespace windowlayout

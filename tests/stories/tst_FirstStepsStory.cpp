@@ -70,7 +70,7 @@ void tst_FirstStepsStory::theWindowIsEmpty()
 void tst_FirstStepsStory::theNameIsCheckedWhileItIsTyped_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("complaint");
+    QTest::addColumn<QString>("problem");
     QTest::newRow("name-1 none") << u""_s << u""_s;
     QTest::newRow("name-2 good") << u"_uart-1.0"_s << u""_s;
     QTest::newRow("name-3 a digit first")
@@ -88,11 +88,11 @@ void tst_FirstStepsStory::theNameIsCheckedWhileItIsTyped_data()
 void tst_FirstStepsStory::theNameIsCheckedWhileItIsTyped()
 {
     QFETCH(const QString, name);
-    QFETCH(const QString, complaint);
+    QFETCH(const QString, problem);
     const DialogVisits visits({[&](QDialog *dialog) {
         QTest::keyClicks(dialog->focusWidget(), name);
-        QCOMPARE(text(dialog, "complaint"), complaint);
-        QCOMPARE(canCreate(dialog), !name.isEmpty() && complaint.isEmpty());
+        QCOMPARE(text(dialog, "problem"), problem);
+        QCOMPARE(canCreate(dialog), !name.isEmpty() && problem.isEmpty());
         if (!canCreate(dialog))
             QTest::keyClick(dialog, Qt::Key_Return);
         QVERIFY(dialog->isVisible());
@@ -136,7 +136,7 @@ void tst_FirstStepsStory::anOpenDesignsNameIsRefused()
 {
     const DialogVisits visits({[](QDialog *dialog) {
         QTest::keyClicks(dialog->focusWidget(), u"uart"_s);
-        QCOMPARE(text(dialog, "complaint"), u"A design named \"uart\" is open already"_s);
+        QCOMPARE(text(dialog, "problem"), u"A design named \"uart\" is open already"_s);
         QVERIFY(!canCreate(dialog));
         dialog->reject();
     }});
@@ -152,7 +152,7 @@ void tst_FirstStepsStory::whatTheCommandRefusesTheDialogSays()
     const DialogVisits visits({[&](QDialog *dialog) {
         QTest::keyClicks(dialog->focusWidget(), u"taken"_s);
         QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
-        const QString said = text(dialog, "complaint");
+        const QString said = text(dialog, "problem");
         QVERIFY2(said.startsWith(
                      u"Cannot assign a physical working folder path for the new design at path \""_s
                      + folder + u"\"\n"_s),
