@@ -40,11 +40,11 @@ private:
     Tcl_Obj *object;
 };
 
-QString listOf(const QStringList &words)
+QString listOf(const QStringList &elements)
 {
     const Value list(Tcl_NewListObj(0, nullptr));
-    for (const QString &word : words)
-        Tcl_ListObjAppendElement(nullptr, list, Value(word));
+    for (const QString &element : elements)
+        Tcl_ListObjAppendElement(nullptr, list, Value(element));
     return list.text();
 }
 
@@ -83,7 +83,7 @@ bool BatchRun::runScript()
     int code = TCL_OK;
     const QString text = manager.execCommad(listOf({u"source"_s, line.script}), &code);
     if (code != TCL_OK)
-        standardstreams::complain(errorReport(interp, code, text));
+        standardstreams::printError(errorReport(interp, code, text));
     return code == TCL_OK;
 }
 
@@ -93,11 +93,11 @@ bool BatchRun::runCommands()
         int code = TCL_OK;
         const QString text = manager.execCommad(command, &code);
         if (code != TCL_OK) {
-            standardstreams::complain(text);
+            standardstreams::printError(text);
             return false;
         }
         if (!text.isEmpty() && !standardstreams::printToTcl(text)) {
-            standardstreams::complain(u"morvalen: cannot write to standard output"_s);
+            standardstreams::printError(u"morvalen: cannot write to standard output"_s);
             return false;
         }
     }

@@ -13,7 +13,7 @@ namespace {
 
 struct LogLevel
 {
-    QStringView word;
+    QStringView name;
     int types;
 };
 
@@ -28,11 +28,11 @@ constexpr std::array logLevels {
     LogLevel {u"debug", infos | Logger::Debug | Logger::Trace},
 };
 
-// Goes through the words once, from left to right.
+// Goes through the arguments once, from left to right.
 class Parser
 {
 public:
-    Parser(const QStringList &words, const QString &folder) : rest(words), base(folder) { }
+    Parser(const QStringList &arguments, const QString &folder) : rest(arguments), base(folder) { }
 
     // False with the reason in error.
     bool run();
@@ -42,7 +42,7 @@ public:
 
 private:
     // Takes one option; its value, if it wants one, stands behind an equals sign or is the next
-    // word.
+    // argument.
     struct Option
     {
         QStringView name;
@@ -52,8 +52,8 @@ private:
     };
     static const std::array<Option, 6> options;
 
-    bool takeWord(const QString &word);
-    bool takeOption(const Option &option, const QString &word, std::optional<QString> value);
+    bool takeArgument(const QString &argument);
+    bool takeOption(const Option &option, const QString &argument, std::optional<QString> value);
     bool takeScript(const QString &value);
     bool takeCommand(const QString &value);
     bool takeSession(const QString &value);
@@ -83,7 +83,7 @@ bool Parser::run()
 {
     line.logTypes = warnings;
     while (!rest.isEmpty() && !finished) {
-        if (!takeWord(rest.takeFirst()))
+        if (!takeArgument(rest.takeFirst()))
             return false;
     }
     if (!line.hasWindow() && !line.files.isEmpty() && !finished)
@@ -91,36 +91,36 @@ bool Parser::run()
     return true;
 }
 
-bool Parser::takeWord(const QString &word)
+bool Parser::takeArgument(const QString &argument)
 {
-    if (onlyFiles || !word.startsWith(u'-') || word == u"-") {
-        if (word.isEmpty())
+    if (onlyFiles || !argument.startsWith(u'-') || argument == u"-") {
+        if (argument.isEmpty())
             return fail(u"a file name is empty"_s);
-        line.files.append(absolute(word));
+        line.files.append(absolute(argument));
         return true;
     }
-    if (word == u"--") {
+    if (argument == u"--") {
         onlyFiles = true;
         return true;
     }
-    const qsizetype equals = word.startsWith(u"--"_s) ? word.indexOf(u'=') : -1;
-    const QString name = word.left(equals);
+    const qsizetype equals = argument.startsWith(u"--"_s) ? argument.indexOf(u'=') : -1;
+    const QString name = argument.left(equals);
     for (const Option &option : options) {
         if (name == option.name || name == option.shortName)
             return takeOption(option, name,
-                              equals < 0 ? std::nullopt : std::optional(word.mid(equals + 1)));
+                              equals < 0 ? std::nullopt : std::optional(argument.mid(equals + 1)));
     }
     return fail(u"unknown option %1"_s.arg(name));
 }
 
-bool Parser::takeOption(const Option &option, const QString &word, std::optional<QString> value)
+bool Parser::takeOption(const Option &option, const QString &argument, std::optional<QString> value)
 {
     const bool wantsValue = !option.value.isEmpty();
     if (!wantsValue && value)
-        return fail(u"%1 takes no value"_s.arg(word));
+        return fail(u"%1 takes no value"_s.arg(argument));
     if (wantsValue && !value) {
         if (rest.isEmpty())
-            return fail(u"%1 needs %2 behind it"_s.arg(word, option.value));
+            return fail(u"%1 needs %2 behind it"_s.arg(argument, option.value));
         value = rest.takeFirst();
     }
     return (this->*option.take)(value.value_or(QString()));
@@ -157,7 +157,7 @@ bool Parser::takeSession(const QString &value)
 bool Parser::takeLogLevel(const QString &value)
 {
     for (const LogLevel &level : logLevels) {
-        if (value == level.word) {
+        if (value == level.name) {
             line.logTypes = level.types;
             return true;
         }
@@ -187,10 +187,10 @@ bool Parser::fail(const QString &reason)
 
 } // namespace
 
-std::optional<CommandLine> CommandLine::parse(const QStringList &words, const QString &folder,
+std::optional<CommandLine> CommandLine::parse(const QStringList &arguments, const QString &folder,
                                               QString *error)
 {
-    Parser parser(words, folder);
+    Parser parser(arguments, folder);
     if (parser.run())
         return parser.line;
     *error = parser.error;

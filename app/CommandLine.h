@@ -5,8 +5,8 @@
 
 #include <optional>
 
-// What the words of the command line ask for. Paths are absolute: a relative one is of the folder
-// of the call.
+// What the arguments of the command line ask for. Paths are absolute: a relative one is of the
+// folder of the call.
 struct CommandLine
 {
     enum class Run { Window, Script, Commands, ShowHelp, ShowVersion };
@@ -14,7 +14,7 @@ struct CommandLine
     Run run = Run::Window;
     // Component and project files to open.
     QStringList files;
-    // The script, and the words behind it, which are its own.
+    // The script, and the arguments behind it, which are its own.
     QString script;
     QStringList scriptArguments;
     QStringList commands;
@@ -25,9 +25,9 @@ struct CommandLine
 
     bool hasWindow() const { return run == Run::Window; }
 
-    // Reads the words behind the program's name. Without a result the line is bad and *error says
-    // why, in one sentence without a final line feed.
-    static std::optional<CommandLine> parse(const QStringList &words, const QString &folder,
+    // Reads the arguments behind the program's name. Without a result the line is bad and *error
+    // says why, in one sentence without a final line feed.
+    static std::optional<CommandLine> parse(const QStringList &arguments, const QString &folder,
                                             QString *error);
 
     // The text of --help, with a final line feed.

@@ -32,11 +32,11 @@ WindowRun::WindowRun(const QStringList &files) : mainWindow(std::make_unique<Mai
                      [window] { window->activateMode(DesignsMode::id); });
     window->activateMode(files.isEmpty() ? scripting->modeID() : DesignsMode::id);
     window->show();
-    programend::setLastWish([window] { window->prepareForEnd(); });
+    programend::setExitHook([window] { window->prepareForEnd(); });
     QTimer::singleShot(0, window, [window, files] { window->openFiles(files); });
 }
 
-WindowRun::~WindowRun() { programend::setLastWish({}); }
+WindowRun::~WindowRun() { programend::setExitHook({}); }
 
 int WindowRun::run()
 {

@@ -38,7 +38,7 @@ constexpr int badCommandLine = 2;
 
 int fail(const QString &reason, int status = badCommandLine)
 {
-    standardstreams::complain(u"morvalen: "_s + reason);
+    standardstreams::printError(u"morvalen: "_s + reason);
     return status;
 }
 

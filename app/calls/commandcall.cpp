@@ -4,11 +4,11 @@
 
 #include <vector>
 
-CommandAnswer callCommand(commandsManager::CommandProc procedure, const QStringList &words)
+CommandAnswer callCommand(commandsManager::CommandProc procedure, const QStringList &arguments)
 {
     std::vector<QByteArray> texts;
-    for (const QString &word : words)
-        texts.push_back(tcltext::toTcl(word));
+    for (const QString &argument : arguments)
+        texts.push_back(tcltext::toTcl(argument));
     std::vector<const char *> argv;
     for (const QByteArray &text : texts)
         argv.push_back(text.constData());

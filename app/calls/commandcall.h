@@ -11,7 +11,7 @@ struct CommandAnswer
     QString text;
 };
 
-// Calls the procedure of a command as a script does; the first word is the command's. The console
-// neither shows nor records it. For the window, so that what it does is what scripts do; not to be
-// called while a command runs.
-CommandAnswer callCommand(commandsManager::CommandProc procedure, const QStringList &words);
+// Calls the procedure of a command as a script does; the first argument is the command's. The
+// console neither shows nor records it. For the window, so that what it does is what scripts do;
+// not to be called while a command runs.
+CommandAnswer callCommand(commandsManager::CommandProc procedure, const QStringList &arguments);

@@ -25,7 +25,6 @@ public:
 
     // "UTF-8", "UTF-8 with BOM" or "Latin-1".
     QString name() const;
-    bool isLatin1() const { return latin1; }
 
 private:
     bool latin1 = false;

@@ -56,7 +56,6 @@ public:
     // Whether the user may write to the file, were it not for anything else.
     bool isWritable() const;
 
-    const TextCoding &coding() const { return theCoding; }
     // "UTF-8, LF" and the like.
     QString form() const;
 

@@ -20,14 +20,14 @@ TextSearch::Match at(const QTextBlock &block, const QRegularExpressionMatch &fou
 TextSearch::TextSearch(const QString &pattern, Options options)
     : isExpression(options.regularExpression)
 {
-    QString words = isExpression ? pattern : QRegularExpression::escape(pattern);
+    QString text = isExpression ? pattern : QRegularExpression::escape(pattern);
     // Not by the borders of words, since what is searched for may begin with something else.
     if (options.wholeWords)
-        words = u"(?<!\\w)(?:"_s + words + u")(?!\\w)"_s;
+        text = u"(?<!\\w)(?:"_s + text + u")(?!\\w)"_s;
     QRegularExpression::PatternOptions flags = QRegularExpression::UseUnicodePropertiesOption;
     if (!options.matchCase)
         flags |= QRegularExpression::CaseInsensitiveOption;
-    expression = QRegularExpression(words, flags);
+    expression = QRegularExpression(text, flags);
     empty = pattern.isEmpty() || !expression.isValid();
     if (!empty)
         expression.optimize();
@@ -108,13 +108,13 @@ QList<TextSearch::Match> TextSearch::inBlock(const QTextBlock &block) const
 }
 
 QString TextSearch::replacement(const QTextDocument &document, Match match,
-                                const QString &words) const
+                                const QString &substitute) const
 {
     const QTextBlock block = document.findBlock(match.position);
-    return expand(expression.match(block.text(), match.position - block.position()), words);
+    return expand(expression.match(block.text(), match.position - block.position()), substitute);
 }
 
-int TextSearch::replaceAll(QTextDocument *document, const QString &words) const
+int TextSearch::replaceAll(QTextDocument *document, const QString &substitute) const
 {
     int replaced = 0;
     QTextCursor cursor(document);
@@ -130,7 +130,7 @@ int TextSearch::replaceAll(QTextDocument *document, const QString &words) const
         for (const QRegularExpressionMatch &found : std::as_const(matches)) {
             cursor.setPosition(start + int(found.capturedStart()));
             cursor.setPosition(start + int(found.capturedEnd()), QTextCursor::KeepAnchor);
-            cursor.insertText(expand(found, words));
+            cursor.insertText(expand(found, substitute));
         }
         replaced += int(matches.size());
         block = before;
@@ -139,18 +139,18 @@ int TextSearch::replaceAll(QTextDocument *document, const QString &words) const
     return replaced;
 }
 
-QString TextSearch::expand(const QRegularExpressionMatch &found, const QString &words) const
+QString TextSearch::expand(const QRegularExpressionMatch &found, const QString &substitute) const
 {
-    if (!isExpression || !words.contains(u'\\'))
-        return words;
+    if (!isExpression || !substitute.contains(u'\\'))
+        return substitute;
     QString text;
-    for (qsizetype index = 0; index < words.size(); ++index) {
-        const QChar character = words[index];
-        if (character != u'\\' || index + 1 == words.size()) {
+    for (qsizetype index = 0; index < substitute.size(); ++index) {
+        const QChar character = substitute[index];
+        if (character != u'\\' || index + 1 == substitute.size()) {
             text += character;
             continue;
         }
-        const QChar escaped = words[++index];
+        const QChar escaped = substitute[++index];
         if (escaped.unicode() >= u'0' && escaped.unicode() <= u'9')
             text += found.captured(escaped.unicode() - u'0');
         else if (escaped == u'n')

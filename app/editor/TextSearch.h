@@ -47,16 +47,17 @@ public:
     QList<Match> all(const QTextDocument &document, qsizetype limit) const;
     QList<Match> inBlock(const QTextBlock &block) const;
 
-    // What takes the place of a match. In the words for a regular expression "\1" is what its
+    // What takes the place of a match. In the substitute for a regular expression "\1" is what its
     // first group matched, up to "\9", "\0" the whole match, "\n" a new line, "\t" a tab and
     // "\\" a backslash.
-    QString replacement(const QTextDocument &document, Match match, const QString &words) const;
+    QString replacement(const QTextDocument &document, Match match,
+                        const QString &substitute) const;
 
     // Replaces all matches as one step that can be undone; returns how many there were.
-    int replaceAll(QTextDocument *document, const QString &words) const;
+    int replaceAll(QTextDocument *document, const QString &substitute) const;
 
 private:
-    QString expand(const QRegularExpressionMatch &found, const QString &words) const;
+    QString expand(const QRegularExpressionMatch &found, const QString &substitute) const;
 
     QRegularExpression expression;
     bool isExpression = false;

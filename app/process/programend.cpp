@@ -19,18 +19,18 @@ bool isUnsaved(const QString &id)
     return design && design->isModified() && !design->componentFileName().isEmpty();
 }
 
-std::function<void()> &lastWish()
+std::function<void()> &exitHook()
 {
-    static std::function<void()> wish;
-    return wish;
+    static std::function<void()> hook;
+    return hook;
 }
 
 // Called by Tcl_Exit in place of its own work, which leave() then does.
 void leaveByExit(ClientData status)
 {
     // Taken away first: what it does may let another script end the program.
-    if (const auto wish = std::exchange(lastWish(), {}))
-        wish();
+    if (const auto hook = std::exchange(exitHook(), {}))
+        hook();
     if (!status)
         save();
     leave(int(reinterpret_cast<intptr_t>(status)));
@@ -48,7 +48,7 @@ void prepare(Tcl_Interp *interp)
     Tcl_SetExitProc(leaveByExit);
 }
 
-void setLastWish(std::function<void()> wish) { lastWish() = std::move(wish); }
+void setExitHook(std::function<void()> hook) { exitHook() = std::move(hook); }
 
 bool save()
 {

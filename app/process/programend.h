@@ -13,7 +13,7 @@ void prepare(Tcl_Interp *interp);
 
 // What the window does before Tcl's "exit", and so "quit", ends the process; an empty function for
 // nothing. There is no way back: it must not stop the end.
-void setLastWish(std::function<void()> wish);
+void setExitHook(std::function<void()> hook);
 
 // Saves what closing the program saves. False when a design that has a component file could not be
 // saved; the log has the reason.

@@ -15,7 +15,7 @@ namespace {
 void handle(QtMsgType type, const QMessageLogContext &, const QString &text)
 {
     if (type == QtFatalMsg)
-        standardstreams::complain(text);
+        standardstreams::printError(text);
     else if (QCoreApplication::instance())
         Logger::instance()->logMessage(QString(), Logger::Debug, text);
 }

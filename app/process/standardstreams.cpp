@@ -79,6 +79,6 @@ bool printToTcl(const QString &text)
 
 bool print(const QString &text) { return write(stdout, text); }
 
-bool complain(const QString &text) { return write(stderr, text); }
+bool printError(const QString &text) { return write(stderr, text); }
 
 } // namespace standardstreams

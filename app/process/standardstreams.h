@@ -22,6 +22,6 @@ void giveToTcl(Tcl_Interp *interp);
 bool printToTcl(const QString &text);
 
 bool print(const QString &text);
-bool complain(const QString &text);
+bool printError(const QString &text);
 
 } // namespace standardstreams
