@@ -1,7 +1,7 @@
 #include "app/builds/BuildMenu.h"
 
 #include "app/builds/buildcalls.h"
-#include "app/calls/HostAttempt.h"
+#include "app/calls/HostCall.h"
 
 #include <MorvalenCore/BuildConfiguration.h>
 #include <MorvalenCore/BuildMonitor.h>
@@ -166,7 +166,7 @@ void BuildMenu::addConfiguration()
     if (name.isEmpty() || !object)
         return;
     {
-        HostAttempt attempt(window(), tr("Not Added"));
+        HostCall attempt(window(), tr("Not Added"));
         QString error;
         if (!active->addBuildConfiguration(name, &error)) {
             attempt.refused(error);
@@ -195,7 +195,7 @@ void BuildMenu::removeConfiguration()
     box.exec();
     if (box.clickedButton() != agreed || !object)
         return;
-    HostAttempt attempt(window(), tr("Not Removed"));
+    HostCall attempt(window(), tr("Not Removed"));
     QString error;
     if (!active->removeBuildConfiguration(name, &error))
         attempt.refused(error);

@@ -1,6 +1,6 @@
 #include "app/builds/buildcalls.h"
 
-#include "app/calls/HostAttempt.h"
+#include "app/calls/HostCall.h"
 #include "app/calls/running.h"
 #include "app/messages/questions.h"
 #include "app/messages/ReportDialog.h"
@@ -99,7 +99,7 @@ void buildcalls::clean(IDesign *design, bool allVersions, QWidget *window)
     parameters.grouping.setVersionsPrevious(allVersions);
     QString report;
     {
-        const HostAttempt attempt(window, tr("Not Cleaned"));
+        const HostCall attempt(window, tr("Not Cleaned"));
         Cleaner().cleanDesign(design, parameters, &report);
     }
     auto *dialog = new ReportDialog(tr("Cleaning Report"), report, window);

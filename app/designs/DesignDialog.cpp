@@ -1,6 +1,6 @@
 #include "app/designs/DesignDialog.h"
 
-#include "app/calls/HostAttempt.h"
+#include "app/calls/HostCall.h"
 
 #include <MorvalenCore/DesignManager.h>
 
@@ -121,7 +121,7 @@ void DesignDialog::accept()
     QDialog::accept();
     if (!row.isThere())
         return;
-    const HostAttempt attempt(parentWidget(), tr("Not Changed"));
+    const HostCall attempt(parentWidget(), tr("Not Changed"));
     apply(*row.design());
 }
 

@@ -1,6 +1,6 @@
 #include "app/designs/DesignTree.h"
 
-#include "app/calls/HostAttempt.h"
+#include "app/calls/HostCall.h"
 #include "app/designs/adding.h"
 #include "app/designs/DesignTreeModel.h"
 #include "app/designs/DesignTreeView.h"
@@ -214,7 +214,7 @@ void DesignTree::openFile(const TreeRow &row)
 
 void DesignTree::setValue(const TreeRow &row, const QVariant &value)
 {
-    const HostAttempt attempt(window(), tr("Not Changed"));
+    const HostCall attempt(window(), tr("Not Changed"));
     if (row.isThere())
         row.property()->setValue(value);
 }

@@ -1,6 +1,6 @@
 #include "app/designs/SharedPropertiesDialog.h"
 
-#include "app/calls/HostAttempt.h"
+#include "app/calls/HostCall.h"
 #include "app/designs/PropertyDialog.h"
 #include "app/designs/rowtexts.h"
 
@@ -134,7 +134,7 @@ void SharedPropertiesDialog::store(const QString &name, const QVariant &value)
     if (!row.isThere())
         return;
     {
-        HostAttempt attempt(this, tr("Not Changed"));
+        HostCall attempt(this, tr("Not Changed"));
         attempt.check(ObjectManager::setSharedProperty(
             row.item, SharedProperty(name.toUtf8().constData(), value)));
     }
@@ -146,7 +146,7 @@ void SharedPropertiesDialog::remove()
     if (!removeButton->isEnabled() || !row.isThere())
         return;
     {
-        const HostAttempt attempt(this, tr("Not Removed"));
+        const HostCall attempt(this, tr("Not Removed"));
         row.item->setProperty(currentName().toUtf8().constData(), QVariant());
     }
     refresh();

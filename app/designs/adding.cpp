@@ -1,6 +1,6 @@
 #include "app/designs/adding.h"
 
-#include "app/calls/HostAttempt.h"
+#include "app/calls/HostCall.h"
 #include "app/designs/DesignTree.h"
 
 #include <QDir>
@@ -48,7 +48,7 @@ void adding::addPaths(const TreeRow &row, const QStringList &paths, QWidget *win
     if (paths.isEmpty() || !row.isThere())
         return;
     const QString node = nodeOf(row);
-    HostAttempt attempt(window, tr("Not Added"));
+    HostCall attempt(window, tr("Not Added"));
     for (const QString &path : paths) {
         QString error;
         if (!addOne(*row.design(), node, path, &error))
@@ -60,7 +60,7 @@ bool adding::addNewFile(const TreeRow &row, const QString &path, QWidget *window
 {
     if (!row.isThere())
         return false;
-    HostAttempt attempt(window, tr("Not Added"));
+    HostCall attempt(window, tr("Not Added"));
     QString error;
     if (!row.design()->addFile(path, nodeOf(row), true, &error)) {
         attempt.refused(error);

@@ -1,7 +1,7 @@
 // What can be done with build configurations.
 
 #include "app/builds/buildcalls.h"
-#include "app/calls/HostAttempt.h"
+#include "app/calls/HostCall.h"
 #include "app/designs/DesignTree.h"
 #include "app/designs/RowAction.h"
 
@@ -13,7 +13,7 @@ QString tr(const char *text) { return DesignTree::tr(text); }
 
 void setActive(const RowCall &call)
 {
-    const HostAttempt attempt(call.window(), tr("Not Activated"));
+    const HostCall attempt(call.window(), tr("Not Activated"));
     call.first().design()->setActiveBuildConfiguration(call.first().configuration());
 }
 

@@ -1,6 +1,6 @@
 #include "app/designs/deleting.h"
 
-#include "app/calls/HostAttempt.h"
+#include "app/calls/HostCall.h"
 #include "app/calls/running.h"
 #include "app/designs/DesignTree.h"
 #include "app/designs/rowtexts.h"
@@ -63,7 +63,7 @@ void deleting::removeFromDesigns(const QList<TreeRow> &rows, QWidget *window)
         names.append(row.property() ? rowtexts::name(row) : QDir::toNativeSeparators(pathOf(row)));
     if (!questions::mayRemove(window, names))
         return;
-    HostAttempt attempt(window, tr("Not Removed"));
+    HostCall attempt(window, tr("Not Removed"));
     for (const TreeRow &row : rows) {
         if (row.isThere())
             attempt.check(removeFromDesign(row));
@@ -84,7 +84,7 @@ void deleting::deleteFromDisk(const QList<TreeRow> &rows, QWidget *window)
         messages::warn(window, tr("Not Deleted"), {refusal});
         return;
     }
-    HostAttempt attempt(window, tr("Not Deleted"));
+    HostCall attempt(window, tr("Not Deleted"));
     for (qsizetype i = 0; i < rows.size(); ++i) {
         const TreeRow &row = rows[i];
         // What has another path by now is not what the user agreed to.

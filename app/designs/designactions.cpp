@@ -1,7 +1,7 @@
 // What can be done with open designs.
 
 #include "app/builds/buildcalls.h"
-#include "app/calls/HostAttempt.h"
+#include "app/calls/HostCall.h"
 #include "app/calls/running.h"
 #include "app/designs/DesignDialog.h"
 #include "app/designs/DesignTree.h"
@@ -55,13 +55,13 @@ bool isRefused(const RowCall &call, const QString &title)
 
 void setActive(const RowCall &call)
 {
-    const HostAttempt attempt(call.window(), tr("Not Activated"));
+    const HostCall attempt(call.window(), tr("Not Activated"));
     DesignManager::instance()->setActiveDesign(idOf(*call.first().design()));
 }
 
 void save(const RowCall &call)
 {
-    HostAttempt attempt(call.window(), tr("Not Saved"));
+    HostCall attempt(call.window(), tr("Not Saved"));
     for (IDesign *design : rowactions::designsOf(call.rows)) {
         QString error;
         if (!design->saveToComponentFile(&error))
@@ -77,7 +77,7 @@ void saveCopy(const RowCall &call)
                                      row.design()->workingFolderPath(), tr("Components (*.xml)"));
     if (file.isEmpty() || !row.isThere())
         return;
-    HostAttempt attempt(call.window(), tr("Not Saved"));
+    HostCall attempt(call.window(), tr("Not Saved"));
     int warnings = 0;
     int errors = 0;
     attempt.check(DesignManager::instance()->parseDesignToFile(row.design(), file, QString(),
@@ -98,7 +98,7 @@ void closeAll(const RowCall &call, bool deleteFolders, const QString &title)
     // While the user was asked, a script may have begun.
     if (isRefused(call, title) || ids.isEmpty())
         return;
-    HostAttempt attempt(call.window(), title);
+    HostCall attempt(call.window(), title);
     attempt.check(DesignManager::instance()->closeDesigns(ids, deleteFolders));
 }
 
@@ -131,7 +131,7 @@ void rename(const RowCall &call)
                                                QLineEdit::Normal, row.design()->name(), &given);
     if (!given || !row.isThere())
         return;
-    HostAttempt attempt(call.window(), tr("Not Renamed"));
+    HostCall attempt(call.window(), tr("Not Renamed"));
     QString error;
     if (DesignManager::instance()->checkDesignName(name, &error, row.design()))
         row.design()->setName(name);
@@ -155,7 +155,7 @@ void cleanAllVersions(const RowCall &call)
 
 void assignFolder(const RowCall &call)
 {
-    HostAttempt attempt(call.window(), tr("No Working Folder Assigned"));
+    HostCall attempt(call.window(), tr("No Working Folder Assigned"));
     attempt.check(DesignConstructor::assignPhysicalWorkingFolderToDesign(
         call.first().design(), QString(), {}, nullptr, false));
 }

@@ -1,6 +1,6 @@
 // What can be added to designs.
 
-#include "app/calls/HostAttempt.h"
+#include "app/calls/HostCall.h"
 #include "app/designs/adding.h"
 #include "app/designs/DesignTree.h"
 #include "app/designs/PropertyDialog.h"
@@ -66,7 +66,7 @@ void addProperty(const RowCall &call)
     PropertyDialog dialog(PropertyDialog::DesignProperty, call.window());
     if (dialog.exec() != QDialog::Accepted || !row.isThere())
         return;
-    HostAttempt attempt(call.window(), tr("Not Added"));
+    HostCall attempt(call.window(), tr("Not Added"));
     QString error;
     if (!row.design()->addProperty(dialog.name(), dialog.category(), dialog.value(),
                                    dialog.isReadOnly(), &error))

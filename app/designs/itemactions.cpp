@@ -1,6 +1,6 @@
 // What can be done with files, folders and properties.
 
-#include "app/calls/HostAttempt.h"
+#include "app/calls/HostCall.h"
 #include "app/designs/deleting.h"
 #include "app/designs/DesignTree.h"
 #include "app/designs/DesignTreeView.h"
@@ -72,7 +72,7 @@ void activate(IDesign &design, const QList<TreeRow> &rows, Activation how,
 
 void activate(const RowCall &call, Activation how)
 {
-    const HostAttempt attempt(call.window(), tr("Not Activated"));
+    const HostCall attempt(call.window(), tr("Not Activated"));
     for (IDesign *design : rowactions::designsOf(call.rows)) {
         activate(*design, call.rows, how, activeFiles);
         activate(*design, call.rows, how, activeFolders);
@@ -132,7 +132,7 @@ void setCategory(const RowCall &call)
         int(known.indexOf(present)), true, &given);
     if (!given)
         return;
-    HostAttempt attempt(call.window(), tr("Category Not Changed"));
+    HostCall attempt(call.window(), tr("Category Not Changed"));
     for (const TreeRow &row : rows) {
         if (row.isThere())
             attempt.check(treeItem(row)->setCategory(

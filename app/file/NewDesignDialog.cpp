@@ -1,7 +1,7 @@
 #include "app/file/NewDesignDialog.h"
 
 #include "app/calls/commandcall.h"
-#include "app/calls/Complaints.h"
+#include "app/calls/LogReasons.h"
 #include "app/calls/running.h"
 #include "app/file/shownpath.h"
 #include "app/session/Settings.h"
@@ -126,12 +126,12 @@ void NewDesignDialog::accept()
 {
     if (const QString refusal = running::refusal(); !refusal.isEmpty())
         return showProblem(refusal);
-    const Complaints complaints;
+    const LogReasons logged;
     const CommandAnswer answer =
         callCommand(CallDesigns,
                     {u"designs"_s, u"new"_s, name->text(), type->currentText(),
                      structure->currentText(), library->text(), vendor->text()});
     if (answer.succeeded)
         return QDialog::accept();
-    showProblem(QStringList {answer.text, complaints.text()}.join(u'\n').trimmed());
+    showProblem(QStringList {answer.text, logged.lines().join(u'\n')}.join(u'\n').trimmed());
 }

@@ -1,6 +1,6 @@
 #include "app/file/ProjectMenu.h"
 
-#include "app/calls/HostAttempt.h"
+#include "app/calls/HostCall.h"
 #include "app/calls/running.h"
 #include "app/file/designsaving.h"
 #include "app/file/filedialogs.h"
@@ -46,7 +46,7 @@ void ProjectMenu::create()
 {
     if (!opening::mayCloseProject(window))
         return;
-    HostAttempt attempt(window, tr("Not Closed"));
+    HostCall attempt(window, tr("Not Closed"));
     attempt.check(ProjectManager::instance()->newProject());
 }
 
@@ -61,6 +61,6 @@ void ProjectMenu::close()
 {
     if (!opening::mayCloseProject(window))
         return;
-    HostAttempt attempt(window, tr("Not Closed"));
+    HostCall attempt(window, tr("Not Closed"));
     attempt.check(ProjectManager::instance()->closeProject());
 }

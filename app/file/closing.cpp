@@ -1,6 +1,6 @@
 #include "app/file/closing.h"
 
-#include "app/calls/HostAttempt.h"
+#include "app/calls/HostCall.h"
 #include "app/calls/running.h"
 #include "app/file/designsaving.h"
 #include "app/messages/messages.h"
@@ -121,7 +121,7 @@ bool closeDesign(QWidget *parent, const QString &designId)
         messages::warn(parent, Texts::tr("Not Closed"), {refusal});
         return false;
     }
-    HostAttempt attempt(parent, Texts::tr("Not Closed"));
+    HostCall attempt(parent, Texts::tr("Not Closed"));
     const bool closed = !DesignManager::instance()->design(designId)
         || DesignManager::instance()->closeDesign(designId, false);
     attempt.check(closed);

@@ -1,6 +1,6 @@
 #include "app/file/designsaving.h"
 
-#include "app/calls/HostAttempt.h"
+#include "app/calls/HostCall.h"
 #include "app/file/filedialogs.h"
 #include "app/messages/messages.h"
 
@@ -25,7 +25,7 @@ struct Texts
 
 bool writeProject(QWidget *parent, const QString &fileName)
 {
-    HostAttempt attempt(parent, Texts::tr("Not Saved"));
+    HostCall attempt(parent, Texts::tr("Not Saved"));
     const bool saved = ProjectManager::instance()->saveProject(fileName, true);
     attempt.check(saved);
     if (saved)

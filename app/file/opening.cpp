@@ -1,6 +1,6 @@
 #include "app/file/opening.h"
 
-#include "app/calls/Complaints.h"
+#include "app/calls/LogReasons.h"
 #include "app/calls/openfile.h"
 #include "app/calls/running.h"
 #include "app/file/closing.h"
@@ -40,10 +40,10 @@ void open(QWidget *parent, const QStringList &files)
     for (const QString &file : files) {
         if (isProjectFile(file) ? !mayCloseProject(parent) : !isFree(parent))
             return;
-        const Complaints complaints;
+        const LogReasons logged;
         if (!openFile(file))
-            reasons.append(complaints.isEmpty() ? Texts::tr("\"%1\" cannot be opened").arg(file)
-                                                : complaints.text());
+            reasons.append(logged.isEmpty() ? Texts::tr("\"%1\" cannot be opened").arg(file)
+                                            : logged.lines().join(u'\n'));
     }
     if (!reasons.isEmpty())
         messages::warn(parent, Texts::tr("Not Opened"), reasons);

@@ -134,42 +134,32 @@ void XmlTreeWriter::gatherNewChildren(XmlNode node)
 {
     if (tree.first(node) == 0)
         return;
-    if (tree.hadElements(node))
-        gatherAmongElements(node);
-    else
-        gatherAmongText(node);
-}
-
-// Each run of new children is one splice, behind the element that it follows.
-void XmlTreeWriter::gatherAmongElements(XmlNode node)
-{
-    QByteArray separator;
-    QByteArray text;
-    qsizetype place = -1;
-    XmlNode previous = 0;
-    for (XmlNode child = tree.first(node); child != 0; child = tree.next(child)) {
-        if (!tree.isNew(child)) {
-            if (place >= 0)
-                splices.push_back({place, place, text});
-            place = -1;
-            text.clear();
-            previous = child;
-            continue;
+    const XmlElement &element = tree.at(node);
+    if (tree.hadElements(node)) {
+        QByteArray separator;
+        QByteArray text;
+        qsizetype place = -1;
+        XmlNode previous = 0;
+        for (XmlNode child = tree.first(node); child != 0; child = tree.next(child)) {
+            if (!tree.isNew(child)) {
+                if (place >= 0)
+                    splices.push_back({place, place, text});
+                place = -1;
+                text.clear();
+                previous = child;
+                continue;
+            }
+            if (place < 0) {
+                place =
+                    layout.lineTail(previous != 0 ? tree.at(previous).end : element.startTagEnd);
+                separator = layout.separatorIn(node, previous, child);
+            }
+            writeNew(child, separator, layout.unitOf(separator, node), text);
         }
-        if (place < 0) {
-            place =
-                layout.lineTail(previous != 0 ? tree.at(previous).end : tree.at(node).startTagEnd);
-            separator = layout.separatorIn(node, previous, child);
-        }
-        writeNew(child, separator, layout.unitOf(separator, node), text);
+        if (place >= 0)
+            splices.push_back({place, place, text});
+        return;
     }
-    if (place >= 0)
-        splices.push_back({place, place, text});
-}
-
-// The first elements of a node come behind its comments or text, if it has any.
-void XmlTreeWriter::gatherAmongText(XmlNode node)
-{
     const QByteArray outer = layout.separatorOf(node);
     const QByteArray unit = layout.unitOf(outer, tree.parent(node));
     QByteArray text = newChildren(node, layout.inside(outer, unit), unit);
@@ -177,11 +167,12 @@ void XmlTreeWriter::gatherAmongText(XmlNode node)
         fill(node, text + layout.closing(outer));
         return;
     }
-    const qsizetype end = tree.at(node).endTagStart;
-    qsizetype place = end;
+    // Comments or text: behind them.
+    qsizetype place = element.endTagStart;
     while (XmlText::isBlank(original[place - 1]))
         --place;
-    const bool broken = layout.breaksLine(QByteArrayView(original).sliced(place, end - place));
+    const bool broken =
+        layout.breaksLine(QByteArrayView(original).sliced(place, element.endTagStart - place));
     splices.push_back({place, place, broken ? text : text + layout.closing(outer)});
 }
 

@@ -1,22 +1,21 @@
 #pragma once
 
-#include <Qtilities/Logger.h>
+#include "app/calls/LogReasons.h"
 
 #include <QPointer>
-#include <QStringList>
 #include <QWidget>
 
-// A change that the user asked for: brackets it, and when it ends, tells the user what the host
-// refused and why. A reason comes from the caller, or from the log, where the host says what it
+// Calls of the host that the user asked for: brackets them, and when it ends, tells the user what
+// was refused and why. A reason comes from the caller, or from the log, where the host says what it
 // has no other way to say.
-class HostAttempt
+class HostCall
 {
 public:
     // The title says what was not done.
-    HostAttempt(QWidget *window, const QString &title);
+    HostCall(QWidget *window, const QString &title);
     // The user is told without waiting for an answer.
-    ~HostAttempt();
-    Q_DISABLE_COPY_MOVE(HostAttempt)
+    ~HostCall();
+    Q_DISABLE_COPY_MOVE(HostCall)
 
     // Empty when the host gave no reason but in the log.
     void refused(const QString &reason = {});
@@ -31,7 +30,6 @@ public:
 private:
     QPointer<QWidget> parent;
     QString title;
-    QStringList reasons;
+    LogReasons reasons;
     bool isRefused = false;
-    QMetaObject::Connection log;
 };
