@@ -35,24 +35,25 @@ const QList<Room> rooms = {
     {core + u"structures"_s,
      u"structures"_s,
      {u"Qtilities"_s, u"MorvalenCore"_s, u"log"_s, u"session"_s}},
-    {core + u"component"_s, u"component"_s, {u"Qtilities"_s, u"MorvalenCore"_s}},
+    {core + u"document"_s, u"document"_s, {u"Qtilities"_s, u"MorvalenCore"_s}},
+    {core + u"component"_s, u"component"_s, {u"Qtilities"_s, u"MorvalenCore"_s, u"document"_s}},
     {core + u"build"_s, u"build"_s, {u"Qtilities"_s, u"MorvalenCore"_s}},
     {core + u"items"_s,
      u"items"_s,
      {u"Qtilities"_s, u"MorvalenCore"_s, u"log"_s, u"session"_s, u"disk"_s, u"vcs"_s,
-      u"structures"_s, u"component"_s}},
+      u"structures"_s, u"document"_s}},
     {core + u"configurations"_s,
      u"configurations"_s,
-     {u"Qtilities"_s, u"MorvalenCore"_s, u"log"_s, u"session"_s, u"disk"_s, u"component"_s,
+     {u"Qtilities"_s, u"MorvalenCore"_s, u"log"_s, u"session"_s, u"disk"_s, u"document"_s,
       u"build"_s, u"items"_s}},
     {core + u"design"_s,
      u"design"_s,
-     {u"Qtilities"_s, u"MorvalenCore"_s, u"log"_s, u"disk"_s, u"structures"_s, u"component"_s,
+     {u"Qtilities"_s, u"MorvalenCore"_s, u"log"_s, u"disk"_s, u"structures"_s, u"document"_s,
       u"items"_s, u"configurations"_s}},
     {core + u"designs"_s,
      u"designs"_s,
      {u"Qtilities"_s, u"MorvalenCore"_s, u"log"_s, u"session"_s, u"disk"_s, u"structures"_s,
-      u"design"_s}},
+      u"component"_s, u"design"_s}},
     {core + u"managers"_s, u"managers"_s, {u"Qtilities"_s, u"MorvalenCore"_s}},
     {u"interp"_s, u"interp"_s, {}},
     {u"console"_s, u"console"_s, {u"interp"_s}},
@@ -278,9 +279,9 @@ void tst_Layout::aWrongIncludeIsFound_data()
     QTest::newRow("wrong-room-2 a build that knows designs")
         << core + u"build"_s << u"#include \"design/Design.h\"\n"_s
         << u"x.cpp: \"design/Design.h\" is not below host/MorvalenCore/src/build"_s;
-    QTest::newRow("wrong-room-3 a room that skips what hides the one below")
-        << core + u"designs"_s << u"#include \"component/ComponentFile.h\"\n"_s
-        << u"x.cpp: \"component/ComponentFile.h\" is not below host/MorvalenCore/src/designs"_s;
+    QTest::newRow("wrong-room-3 a design that reaches round the document's face")
+        << core + u"design"_s << u"#include \"component/ComponentDocument.h\"\n"_s
+        << u"x.cpp: \"component/ComponentDocument.h\" is not below host/MorvalenCore/src/design"_s;
     QTest::newRow("wrong-room-4 a command that reads a room of the host")
         << u"commands"_s << u"#include \"design/Design.h\"\n"_s
         << u"x.cpp: \"design/Design.h\" is not below commands"_s;

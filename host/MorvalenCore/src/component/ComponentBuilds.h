@@ -1,6 +1,6 @@
 #pragma once
 
-#include <MorvalenCore/BuildDescription.h>
+#include "document/DocumentBuilds.h"
 
 #include <cstdint>
 
@@ -10,28 +10,28 @@ class ComponentTree;
 
 // The build configurations of a component document that are ours. What the standard's
 // buildCommand elements ask for is ComponentFiles's.
-class ComponentBuilds
+class ComponentBuilds final : public DocumentBuilds
 {
 public:
     explicit ComponentBuilds(ComponentTree &tree);
 
     QStringList names() const;
-    QList<BuildDescription> configurations() const;
+    QList<BuildDescription> configurations() const override;
 
     // The name that the document gives as active one, whether there is such a configuration or
     // not; empty when it gives none.
-    QString activeName() const;
+    QString activeName() const override;
     // An empty name removes the mark.
-    bool setActiveName(const QString &name, QString *error = nullptr);
+    bool setActiveName(const QString &name, QString *error = nullptr) override;
 
     // Writes a configuration over the one of its name, or of its former name, else appends it.
     // What does not differ stays untouched in the file, and what is not ours stays.
     bool write(const BuildDescription &configuration, QString *error = nullptr,
-               const QString &formerName = {});
+               const QString &formerName = {}) override;
     // Only the target path, of the configuration of that name; false where there is none.
     bool setTargetPath(const QString &name, const QString &targetPath, QString *error = nullptr);
     // False where there is none of that name.
-    bool remove(const QString &name);
+    bool remove(const QString &name) override;
 
 private:
     QList<std::uint32_t> nodes() const;

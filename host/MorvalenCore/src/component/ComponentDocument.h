@@ -4,9 +4,9 @@
 #include "component/ComponentFiles.h"
 #include "component/ComponentFolders.h"
 #include "component/ComponentProperties.h"
-#include "component/DesignField.h"
 #include "component/Generation.h"
 #include "component/SharedValues.h"
+#include "document/DesignDocument.h"
 
 #include <QByteArray>
 #include <QString>
@@ -23,23 +23,11 @@ class ComponentFile;
 // copy what nobody edited unchanged, so a document without edits is written byte for byte as it
 // was read. One per design, owned by it; not copied or moved, so that its parts may refer to it.
 //
-// A setter answers false when it refuses, changes nothing then, and gives the reason in *error
-// (where error is not null): one sentence without a final line feed. All setters refuse texts
-// that XML cannot carry (a zero, other control characters, half a surrogate pair) and items that
-// were removed. Setting what is there already succeeds and is no edit. Queries about a removed
-// item answer empty values. No rule about design items (duplicate paths or names, read-only
-// designs) is looked after here.
-class ComponentDocument
+// Setters refuse texts that XML cannot carry (a zero, other control characters, half a surrogate
+// pair).
+class ComponentDocument final : public DesignDocument
 {
 public:
-    struct Identity
-    {
-        QString vendor;
-        QString library;
-        QString name;
-        QString version;
-    };
-
     // What open() gives: either a document, perhaps with warnings (an empty vendor, library or
     // version, characters that the standard does not allow there), or an error. Warnings and
     // error read "FILE:LINE: reason".
@@ -64,54 +52,52 @@ public:
     static std::unique_ptr<ComponentDocument> create(const Identity &identity, const QString &path,
                                                      QString *error = nullptr);
 
-    ~ComponentDocument();
-    ComponentDocument(const ComponentDocument &) = delete;
-    ComponentDocument &operator=(const ComponentDocument &) = delete;
+    ~ComponentDocument() override;
 
     // The component file: absolute and clean.
-    QString path() const;
+    QString path() const override;
     // Its folder, which relative paths in the document are of.
-    QString folder() const;
+    QString folder() const override;
     Generation generation() const;
     // "1685-2014" and the like.
     QString generationName() const;
 
     // Empty where the document has none. The author is that of a foreign extension where the
     // component has one, else our own.
-    QString text(DesignField field) const;
+    QString text(DesignField field) const override;
     // An empty description, author, type or structure removes the element or attribute; an empty
     // name is refused.
-    bool setText(DesignField field, const QString &text, QString *error = nullptr);
+    bool setText(DesignField field, const QString &text, QString *error = nullptr) override;
 
     // The flag in the document; says nothing about the file's permissions.
-    bool isReadOnly() const;
-    void setReadOnly(bool readOnly);
+    bool isReadOnly() const override;
+    void setReadOnly(bool readOnly) override;
 
     // The parts, owned by the document.
-    ComponentFiles &files() { return *filesPart; }
-    const ComponentFiles &files() const { return *filesPart; }
-    ComponentFolders &folders() { return *foldersPart; }
-    const ComponentFolders &folders() const { return *foldersPart; }
-    ComponentProperties &properties() { return *propertiesPart; }
-    const ComponentProperties &properties() const { return *propertiesPart; }
-    SharedValues &sharedValues() { return *sharedPart; }
-    const SharedValues &sharedValues() const { return *sharedPart; }
-    ComponentBuilds &builds() { return *buildsPart; }
-    const ComponentBuilds &builds() const { return *buildsPart; }
+    ComponentFiles &files() override { return *filesPart; }
+    const ComponentFiles &files() const override { return *filesPart; }
+    ComponentFolders &folders() override { return *foldersPart; }
+    const ComponentFolders &folders() const override { return *foldersPart; }
+    ComponentProperties &properties() override { return *propertiesPart; }
+    const ComponentProperties &properties() const override { return *propertiesPart; }
+    SharedValues &sharedValues() override { return *sharedPart; }
+    const SharedValues &sharedValues() const override { return *sharedPart; }
+    ComponentBuilds &builds() override { return *buildsPart; }
+    const ComponentBuilds &builds() const override { return *buildsPart; }
 
     // Whether there are edits that save() has not written; true for a new document.
-    bool isModified() const;
+    bool isModified() const override;
 
     // The whole document with all edits applied. Linear in its size and the number of edits.
     QByteArray bytes() const;
 
     // Writes the document to path(), atomically. Refuses, and leaves the file alone, when it has
     // changed on disk since it was read or last saved.
-    bool save(QString *error = nullptr);
+    bool save(QString *error = nullptr) override;
 
     // Writes a copy elsewhere, atomically, replacing what is there; path(), the edits and
     // isModified() stay as they are. Saves as save() does where the path is the document's own.
-    bool saveCopy(const QString &path, QString *error = nullptr);
+    bool saveCopy(const QString &path, QString *error = nullptr) override;
 
 private:
     class Private;

@@ -1,9 +1,6 @@
 #pragma once
 
-#include "component/ItemId.h"
-
-#include <QList>
-#include <QString>
+#include "document/DocumentFolders.h"
 
 namespace MorvalenCore {
 
@@ -11,22 +8,22 @@ class ComponentTree;
 
 // The folders of a component document, which the standard has no element for. Paths are texts as
 // they were given.
-class ComponentFolders
+class ComponentFolders final : public DocumentFolders
 {
 public:
     explicit ComponentFolders(ComponentTree &tree);
 
-    QList<FolderId> folders() const;
+    QList<FolderId> folders() const override;
     bool contains(FolderId folder) const;
 
-    QString path(FolderId folder) const;
+    QString path(FolderId folder) const override;
     // Levels joined by "::"; empty for none.
-    QString category(FolderId folder) const;
+    QString category(FolderId folder) const override;
 
-    FolderId add(const QString &path, const QString &category, QString *error = nullptr);
-    void remove(FolderId folder);
-    bool setPath(FolderId folder, const QString &path, QString *error = nullptr);
-    bool setCategory(FolderId folder, const QString &category, QString *error = nullptr);
+    FolderId add(const QString &path, const QString &category, QString *error = nullptr) override;
+    void remove(FolderId folder) override;
+    bool setPath(FolderId folder, const QString &path, QString *error = nullptr) override;
+    bool setCategory(FolderId folder, const QString &category, QString *error = nullptr) override;
 
 private:
     ComponentTree &tree;

@@ -1,10 +1,8 @@
 #pragma once
 
-#include "component/ItemId.h"
+#include "document/DocumentProperties.h"
 
 #include <QByteArrayView>
-#include <QList>
-#include <QString>
 
 #include <memory>
 
@@ -13,30 +11,16 @@ namespace MorvalenCore {
 class ComponentTree;
 class IdReferences;
 
-// What a new property is made of. Types are the words bool, int, uint, double and string.
-struct PropertyData
-{
-    QString name;
-    QString type;
-    // Levels joined by "::".
-    QString category;
-    QString value;
-    bool removable = true;
-    bool readOnly = false;
-
-    bool operator==(const PropertyData &) const = default;
-};
-
 // The properties of a component document: the component's own parameters, then those that we
 // keep beside them. New ones are always ours, since other programs keep checksums over the
 // parameters.
-class ComponentProperties
+class ComponentProperties final : public DocumentProperties
 {
 public:
     explicit ComponentProperties(ComponentTree &tree);
-    ~ComponentProperties();
+    ~ComponentProperties() override;
 
-    QList<PropertyId> properties() const;
+    QList<PropertyId> properties() const override;
     bool contains(PropertyId property) const;
     // Whether it is one of the component's parameters.
     bool isParameter(PropertyId property) const;
@@ -45,25 +29,25 @@ public:
     // where there is none or where the value does not parse as that type (an expression). It is
     // read-only when it is resolved by a generator or depends on others, and not removable when
     // something else in the document refers to it by its id.
-    PropertyData data(PropertyId property) const;
-    QString name(PropertyId property) const;
-    QString value(PropertyId property) const;
+    PropertyData data(PropertyId property) const override;
+    QString name(PropertyId property) const override;
+    QString value(PropertyId property) const override;
     QString type(PropertyId property) const;
-    QString category(PropertyId property) const;
-    bool isReadOnly(PropertyId property) const;
-    bool isRemovable(PropertyId property) const;
+    QString category(PropertyId property) const override;
+    bool isReadOnly(PropertyId property) const override;
+    bool isRemovable(PropertyId property) const override;
 
-    PropertyId add(const PropertyData &data, QString *error = nullptr);
+    PropertyId add(const PropertyData &data, QString *error = nullptr) override;
     // Removes it whatever the flags say; the last parameter goes with the element around it.
-    void remove(PropertyId property);
-    bool setName(PropertyId property, const QString &name, QString *error = nullptr);
+    void remove(PropertyId property) override;
+    bool setName(PropertyId property, const QString &name, QString *error = nullptr) override;
     // Writes value text whatever the flags say; a parameter keeps its declared type, and refuses
     // an empty value where its generation of the standard does.
     bool setValue(PropertyId property, const QString &value, QString *error = nullptr);
     // Value and type of one of ours; a parameter takes the value only.
     bool setValue(PropertyId property, const QString &value, const QString &type,
-                  QString *error = nullptr);
-    bool setCategory(PropertyId property, const QString &category, QString *error = nullptr);
+                  QString *error = nullptr) override;
+    bool setCategory(PropertyId property, const QString &category, QString *error = nullptr) override;
 
 private:
     std::uint32_t valueNode(PropertyId property) const;

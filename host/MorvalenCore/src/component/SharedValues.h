@@ -1,38 +1,25 @@
 #pragma once
 
-#include "component/ItemId.h"
-
-#include <QList>
-#include <QString>
+#include "document/DocumentSharedValues.h"
 
 namespace MorvalenCore {
 
 class ComponentTree;
 
-// A shared property as the document has it. Types are the words bool, int, uint, double, string.
-struct SharedValue
-{
-    QString name;
-    QString type;
-    QString value;
-
-    bool operator==(const SharedValue &) const = default;
-};
-
 // Shared properties of the items of a component document. The item is a FileId, FolderId or
 // PropertyId. Names are unique within an item.
-class SharedValues
+class SharedValues final : public DocumentSharedValues
 {
 public:
     explicit SharedValues(ComponentTree &tree);
 
     // In the order in which they were set first.
-    QList<SharedValue> values(ItemId item) const;
+    QList<SharedValue> values(ItemId item) const override;
 
     // Adds it, or replaces value and type of the one of that name.
-    bool set(ItemId item, const SharedValue &value, QString *error = nullptr);
+    bool set(ItemId item, const SharedValue &value, QString *error = nullptr) override;
     // False when there is none of that name.
-    bool remove(ItemId item, const QString &name);
+    bool remove(ItemId item, const QString &name) override;
 
 private:
     std::uint32_t list(ItemId item) const;

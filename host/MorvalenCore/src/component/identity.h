@@ -1,7 +1,7 @@
 #pragma once
 
 #include "component/ComponentTree.h"
-#include "component/DesignField.h"
+#include "document/DesignField.h"
 
 #include <QString>
 #include <QStringList>

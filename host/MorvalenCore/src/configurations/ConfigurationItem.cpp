@@ -58,7 +58,7 @@ QList<BuildStep> ConfigurationItem::stepsOfFiles() const
     QList<BuildStep> steps;
     if (data.name != nameOfDefault())
         return steps;
-    const ComponentFiles &files = state.document().files();
+    const DocumentFiles &files = state.document().files();
     for (const FileId &file : files.filesWithBuildCommand()) {
         const FileBuildCommand build = files.buildCommand(file);
         const QString path = files.path(file);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "component/ComponentBuilds.h"
+#include "document/DocumentBuilds.h"
 #include "configurations/ConfigurationRunner.h"
 #include "configurations/MacroTable.h"
 

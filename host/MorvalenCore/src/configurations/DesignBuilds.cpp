@@ -19,7 +19,7 @@ DesignBuilds::~DesignBuilds() = default;
 
 void DesignBuilds::load()
 {
-    const ComponentBuilds &written = state.document().builds();
+    const DocumentBuilds &written = state.document().builds();
     for (const BuildDescription &description : written.configurations())
         takeUp(description);
     takeUpDefault();
@@ -113,7 +113,7 @@ bool DesignBuilds::change(ConfigurationItem &item, const BuildDescription &descr
     if (description == before)
         return true;
     return state.change(error, [&](QString *reason) {
-        ComponentBuilds &written = state.document().builds();
+        DocumentBuilds &written = state.document().builds();
         const bool renamed = description.name != before.name;
         if ((renamed && !isFree(description.name, reason))
             || !written.write(description, reason, before.name))
@@ -132,7 +132,7 @@ bool DesignBuilds::remove(const QString &name, QString *error)
 {
     return state.change(error, [&](QString *reason) {
         const BuildConfiguration *item = find(name);
-        ComponentBuilds &written = state.document().builds();
+        DocumentBuilds &written = state.document().builds();
         if (item && item->runState() == BuildConfiguration::Running) {
             *reason = u"The build \"%1\" of design \"%2\" is running"_s.arg(name, state.name());
             return false;

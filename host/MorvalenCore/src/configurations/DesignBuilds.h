@@ -1,6 +1,6 @@
 #pragma once
 
-#include "component/ComponentBuilds.h"
+#include "document/DocumentBuilds.h"
 
 #include <MorvalenCore/BuildConfiguration.h>
 

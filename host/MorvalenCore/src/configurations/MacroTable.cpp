@@ -10,7 +10,7 @@ namespace MorvalenCore {
 
 QHash<QString, QString> MacroTable::designMacros() const
 {
-    const ComponentDocument &document = state.document();
+    const DesignDocument &document = state.document();
     QHash<QString, QString> macros;
     for (const PropertyId &property : document.properties().properties()) {
         const QString name = document.properties().name(property);

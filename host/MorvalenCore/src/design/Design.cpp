@@ -3,18 +3,53 @@
 #include "log/hostlog.h"
 #include "structures/structures.h"
 
+#include <QDir>
+#include <QFileInfo>
+
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
-Design::Design(std::unique_ptr<ComponentDocument> document)
-    : state(std::move(document)),
+Result<std::unique_ptr<Design>> Design::create(const DocumentFormat &format, const QString &type,
+                                               const QString &name)
+{
+    QString error;
+    std::unique_ptr<DesignDocument> document =
+        format.create({QString(), QString(), name, u"1.0"_s}, format.fileName(), &error);
+    if (!document || !document->setText(DesignField::Type, type, &error))
+        return Status::invalidArgument(error);
+    return std::unique_ptr<Design>(new Design(format, std::move(document)));
+}
+
+Result<std::unique_ptr<Design>> Design::open(const DocumentFormat &format, const QString &fileName)
+{
+    DocumentFormat::Opened opened = format.open(fileName);
+    Status status = opened.document ? Status() : Status::malformed(opened.error);
+    for (const QString &warning : opened.warnings)
+        status.addWarning(warning);
+    if (!status.isOk())
+        return status;
+    std::unique_ptr<Design> design(new Design(format, std::move(opened.document)));
+    design->load();
+    return {std::move(design), status};
+}
+
+Design::Design(const DocumentFormat &documentFormat, std::unique_ptr<DesignDocument> document)
+    : format(documentFormat),
+      changes([this] {
+          if (registry)
+              registry->designChanged(this);
+      }),
+      state(std::move(document)),
       files(state),
       folderItems(state),
       propertyItems(state),
-      builds(state, files)
+      builds(state, files),
+      place(documentFormat, state)
 {
-    state.changed = [this] { announceChange(); };
+    state.changed = [this] { changes.changed(); };
     setObjectName(state.name());
 }
 
@@ -23,24 +58,35 @@ Design::~Design() = default;
 void Design::attachTo(DesignRegistry *openDesigns)
 {
     registry = openDesigns;
-    workingFolder.keep();
+    place.keep();
 }
 
-void Design::announceChange()
+void Design::load()
 {
-    if (cycles > 0)
-        changedInCycle = true;
-    else if (registry)
-        registry->designChanged(this);
+    state.setPlaced(true);
+    state.setFileReadOnly(!QFileInfo(componentFileName()).isWritable());
+    files.load();
+    folderItems.load();
+    propertyItems.load();
+    builds.load();
 }
 
-QString Design::name() const { return state.name(); }
+void Design::close()
+{
+    registry = nullptr;
+    state.changed = nullptr;
+    builds.clear();
+    propertyItems.clear();
+    folderItems.clear();
+    files.clear();
+    state.setPlaced(false);
+    // What was read is not kept in memory; a design that is closed may wait long for its end.
+    if (std::unique_ptr<DesignDocument> identity =
+            format.create({vendor(), library(), name(), version(u"."_s)}, format.fileName()))
+        state.setDocument(std::move(identity));
+}
 
-QString Design::vendor() const { return state.document().text(DesignField::Vendor); }
-
-QString Design::library() const { return state.document().text(DesignField::Library); }
-
-// The parts of a version are joined by dots in the component.
+// The parts of a version are joined by dots in the document.
 QString Design::version(const QString &separator) const
 {
     QString version = state.document().text(DesignField::Version);
@@ -51,12 +97,6 @@ QString Design::id(const QString &separator) const
 {
     return vendor() + separator + library() + separator + name() + separator + version(separator);
 }
-
-void Design::setName(const QString &name) { setIdentity(DesignField::Name, name); }
-
-void Design::setVendor(const QString &vendor) { setIdentity(DesignField::Vendor, vendor); }
-
-void Design::setLibrary(const QString &library) { setIdentity(DesignField::Library, library); }
 
 void Design::setIdentity(DesignField field, const QString &text)
 {
@@ -93,8 +133,6 @@ QString Design::designType() const
     return type.isEmpty() ? designTypeList().first().name : type;
 }
 
-QString Design::structureId() const { return state.document().text(DesignField::Structure); }
-
 void Design::setStructureId(const QString &id)
 {
     if (!id.isEmpty() && !findDesignStructure(id)) {
@@ -104,20 +142,18 @@ void Design::setStructureId(const QString &id)
     setText(DesignField::Structure, id);
 }
 
-QString Design::description() const { return state.document().text(DesignField::Description); }
-
-void Design::setDescription(const QString &description)
+void Design::setReadOnly(bool readOnly)
 {
-    setText(DesignField::Description, description);
+    if (state.isPlaced())
+        state.setFileReadOnly(!QFileInfo(componentFileName()).isWritable());
+    if (state.document().isReadOnly() != readOnly) {
+        state.document().setReadOnly(readOnly);
+        changes.changed();
+    }
+    if (!readOnly && isReadOnly())
+        logWarning(u"The design \"%1\" stays read-only because \"%2\" cannot be written"_s.arg(
+            name(), componentFileName()));
 }
-
-QString Design::author() const { return state.document().text(DesignField::Author); }
-
-void Design::setAuthor(const QString &author) { setText(DesignField::Author, author); }
-
-bool Design::isReadOnly() const { return state.isReadOnly(); }
-
-bool Design::isModified() const { return state.document().isModified(); }
 
 void Design::setBusy(bool isBusy, const QString &reason, bool notify)
 {
@@ -127,18 +163,79 @@ void Design::setBusy(bool isBusy, const QString &reason, bool notify)
     if (isBusy && !reason.isEmpty())
         logInfo(u"The design \"%1\" is busy: %2"_s.arg(name(), reason));
     if (notify)
-        announceChange();
+        changes.changed();
 }
 
-void Design::startProcessingCycle() { ++cycles; }
-
-void Design::endProcessingCycle(bool notify)
+bool Design::assignPhysicalWorkingFolderPath(const QString &path)
 {
-    if (cycles == 0 || --cycles > 0)
-        return;
-    if (notify && changedInCycle)
-        announceChange();
-    changedInCycle = false;
+    const QString folder = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    Status status;
+    if (path.isEmpty()) {
+        status = Status::invalidArgument(u"The path of a working folder cannot be empty"_s);
+    } else if (!state.isPlaced()) {
+        status = place.settleIn(folder);
+        if (status.isOk()) {
+            load();
+            changes.changed();
+        }
+    } else if (folder == state.folder()) {
+        status = place.restoreFolders();
+    } else {
+        status = Status::alreadyExists(
+            u"The design \"%1\" has the working folder \"%2\" already"_s.arg(name(),
+                                                                             state.folder()));
+    }
+    if (!status.isOk())
+        logError(status.text());
+    return status.isOk();
+}
+
+bool Design::saveToComponentFile(QString *error)
+{
+    if (!state.isPlaced())
+        return Status::notFound(u"The design \"%1\" has no working folder yet"_s.arg(name()))
+            .toErrorText(error);
+    const bool wasModified = isModified();
+    if (!state.document().save(error))
+        return false;
+    if (wasModified)
+        changes.changed();
+    return true;
+}
+
+Status Design::saveCopy(const QString &fileName)
+{
+    QString error;
+    return state.document().saveCopy(fileName, &error) ? Status() : Status::io(error);
+}
+
+DesignFile *Design::addFile(const QString &actualPath, const QString &node, bool notify,
+                            QString *error)
+{
+    if (notify)
+        return files.add(actualPath, node, error);
+    startProcessingCycle();
+    DesignFile *file = files.add(actualPath, node, error);
+    endProcessingCycle(false);
+    return file;
+}
+
+void Design::setActiveFiles(const QList<QPointer<DesignFile>> &active)
+{
+    files.active.set(active);
+    changes.changed();
+}
+
+void Design::setActiveFolders(const QList<QPointer<DesignFolder>> &active)
+{
+    folderItems.active.set(active);
+    changes.changed();
+}
+
+void Design::setActiveProperties(const QList<QPointer<DesignProperty>> &active)
+{
+    propertyItems.active.set(active);
+    changes.changed();
 }
 
 } // namespace MorvalenCore

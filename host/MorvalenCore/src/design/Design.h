@@ -1,8 +1,10 @@
 #pragma once
 
 #include "configurations/DesignBuilds.h"
+#include "design/DesignPlace.h"
 #include "design/DesignRegistry.h"
-#include "disk/WorkingFolder.h"
+#include "design/ProcessingCycles.h"
+#include "document/DocumentFormat.h"
 #include "items/DesignFiles.h"
 #include "items/DesignFolders.h"
 #include "items/DesignProperties.h"
@@ -10,31 +12,30 @@
 
 #include <MorvalenCore/IDesign.h>
 
+#include <Qtilities/Status.h>
+
 #include <memory>
 
 namespace MorvalenCore {
 
-// A design that is kept in an IP-XACT component file. A new one has none until it gets a working
-// folder. Belongs to the design manager once it is attached to it.
+// A design that is kept in a document. A new one has no file until it gets a working folder.
+// Belongs to the design manager once it is attached to it.
+//
+// What it consists of are objects of their own, which it joins: its state (the document), its
+// items, its builds, its place on disk, and the cycles in which it tells of changes.
 class Design final : public QObject, public Interfaces::IDesign
 {
     Q_OBJECT
     Q_INTERFACES(MorvalenCore::Interfaces::IDesign)
 
 public:
-    // What open() gives: a design, perhaps with warnings, or an error; each "FILE:LINE: reason".
-    struct Opened
-    {
-        std::unique_ptr<Design> design;
-        QString error;
-        QStringList warnings;
-    };
-
-    // A new design without a working folder. Null, with the reason in *error, for a name that a
-    // component cannot have.
-    static std::unique_ptr<Design> create(const QString &type, const QString &name, QString *error);
-    // The design of a component file; a relative path is of the process's folder.
-    static Opened open(const QString &fileName);
+    // A new design without a working folder. Fails for a name that the format cannot carry.
+    static Qtilities::Core::Result<std::unique_ptr<Design>>
+    create(const DocumentFormat &format, const QString &type, const QString &name);
+    // The design of a file, perhaps with warnings; a relative path is of the process's folder.
+    // Warnings and the sentence of a failure read "FILE:LINE: reason".
+    static Qtilities::Core::Result<std::unique_ptr<Design>> open(const DocumentFormat &format,
+                                                                 const QString &fileName);
 
     // A design that was never attached takes back the working folder that was made for it.
     ~Design() override;
@@ -48,91 +49,131 @@ public:
     void close();
 
     // Writes a copy; the design stays where it is.
-    bool saveCopy(const QString &fileName, QString *error);
+    Qtilities::Core::Status saveCopy(const QString &fileName);
 
     // The parts of the design beyond what every design has.
     DesignFiles &fileItems() { return files; }
 
-    QString name() const override;
-    QString vendor() const override;
-    QString library() const override;
+    QString name() const override { return state.name(); }
+    QString vendor() const override { return state.document().text(DesignField::Vendor); }
+    QString library() const override { return state.document().text(DesignField::Library); }
     QString version(const QString &separator) const override;
     QString id(const QString &separator) const override;
-    void setName(const QString &name) override;
-    void setVendor(const QString &vendor) override;
-    void setLibrary(const QString &library) override;
+    void setName(const QString &name) override { setIdentity(DesignField::Name, name); }
+    void setVendor(const QString &vendor) override { setIdentity(DesignField::Vendor, vendor); }
+    void setLibrary(const QString &library) override { setIdentity(DesignField::Library, library); }
     QString designType() const override;
-    QString structureId() const override;
+    QString structureId() const override { return state.document().text(DesignField::Structure); }
     void setStructureId(const QString &id) override;
-    QString description() const override;
-    void setDescription(const QString &description) override;
-    QString author() const override;
-    void setAuthor(const QString &author) override;
-    bool isReadOnly() const override;
+    QString description() const override { return state.document().text(DesignField::Description); }
+    void setDescription(const QString &description) override { setText(DesignField::Description, description); }
+    QString author() const override { return state.document().text(DesignField::Author); }
+    void setAuthor(const QString &author) override { setText(DesignField::Author, author); }
+    bool isReadOnly() const override { return state.isReadOnly(); }
     void setReadOnly(bool readOnly) override;
     bool isBusy() const override { return busy; }
     void setBusy(bool isBusy, const QString &reason, bool notify) override;
-    bool isModified() const override;
-    void startProcessingCycle() override;
-    void endProcessingCycle(bool notify) override;
-    QString workingFolderPath() const override;
+    bool isModified() const override { return state.document().isModified(); }
+    void startProcessingCycle() override { changes.begin(); }
+    void endProcessingCycle(bool notify) override { changes.end(notify); }
+    QString workingFolderPath() const override { return state.folder(); }
     bool assignPhysicalWorkingFolderPath(const QString &path) override;
-    QString componentFileName() const override;
+    QString componentFileName() const override
+    {
+        return state.isPlaced() ? state.document().path() : QString();
+    }
     bool saveToComponentFile(QString *error) override;
 
-    DesignFile *fileByActualPath(const QString &path, bool byNameOnly) const override;
+    DesignFile *fileByActualPath(const QString &path, bool byNameOnly) const override
+    {
+        return byNameOnly ? files.findByName(path) : files.find(path);
+    }
     DesignFile *addFile(const QString &actualPath, const QString &node, bool notify,
                         QString *error) override;
-    bool removeFile(const QString &actualPath) override;
-    QList<DesignFile *> filesUnderNode(const QString &node, bool recursive) const override;
-    bool hasNode(const QString &node) const override;
-    QStringList nodeNames() const override;
-    QList<QPointer<DesignFile>> activeFiles() const override;
+    bool removeFile(const QString &actualPath) override { return files.remove(actualPath); }
+    QList<DesignFile *> filesUnderNode(const QString &node, bool recursive) const override
+    {
+        return files.underNode(node, recursive);
+    }
+    bool hasNode(const QString &node) const override { return files.hasNode(node); }
+    QStringList nodeNames() const override { return files.nodeNames(); }
+    QList<QPointer<DesignFile>> activeFiles() const override { return files.active.get(); }
     void setActiveFiles(const QList<QPointer<DesignFile>> &active) override;
-    DesignFolder *folderByActualPath(const QString &path) const override;
-    DesignFolder *addFolder(const QString &actualPath, QString *error) override;
-    bool removeFolder(const QString &actualPath) override;
-    QList<DesignFolder *> folders() const override;
-    QList<QPointer<DesignFolder>> activeFolders() const override;
+
+    DesignFolder *folderByActualPath(const QString &path) const override
+    {
+        return folderItems.find(path);
+    }
+    DesignFolder *addFolder(const QString &actualPath, QString *error) override
+    {
+        return folderItems.add(actualPath, error);
+    }
+    bool removeFolder(const QString &actualPath) override
+    {
+        return folderItems.remove(actualPath);
+    }
+    QList<DesignFolder *> folders() const override { return folderItems.all(); }
+    QList<QPointer<DesignFolder>> activeFolders() const override
+    {
+        return folderItems.active.get();
+    }
     void setActiveFolders(const QList<QPointer<DesignFolder>> &active) override;
-    DesignProperty *propertyByName(const QString &name) const override;
+
+    DesignProperty *propertyByName(const QString &name) const override
+    {
+        return propertyItems.find(name);
+    }
     DesignProperty *addProperty(const QString &name,
                                 const Qtilities::Core::QtilitiesCategory &category,
-                                const QVariant &value, bool readOnly, QString *error) override;
-    bool removeProperty(const QString &name) override;
-    QList<DesignProperty *> properties() const override;
-    QList<QPointer<DesignProperty>> activeProperties() const override;
+                                const QVariant &value, bool readOnly, QString *error) override
+    {
+        return propertyItems.add(name, category, value, readOnly, error);
+    }
+    bool removeProperty(const QString &name) override { return propertyItems.remove(name); }
+    QList<DesignProperty *> properties() const override { return propertyItems.all(); }
+    QList<QPointer<DesignProperty>> activeProperties() const override
+    {
+        return propertyItems.active.get();
+    }
     void setActiveProperties(const QList<QPointer<DesignProperty>> &active) override;
-    QStringList buildConfigurationNames() const override;
-    BuildConfiguration *buildConfiguration(const QString &name) const override;
-    BuildConfiguration *activeBuildConfiguration() const override;
-    void setActiveBuildConfiguration(BuildConfiguration *configuration) override;
-    BuildConfiguration *addBuildConfiguration(const QString &name, QString *error) override;
-    bool removeBuildConfiguration(const QString &name, QString *error) override;
+
+    QStringList buildConfigurationNames() const override { return builds.names(); }
+    BuildConfiguration *buildConfiguration(const QString &name) const override
+    {
+        return builds.find(name);
+    }
+    BuildConfiguration *activeBuildConfiguration() const override { return builds.active(); }
+    void setActiveBuildConfiguration(BuildConfiguration *configuration) override
+    {
+        builds.setActive(configuration);
+    }
+    BuildConfiguration *addBuildConfiguration(const QString &name, QString *error) override
+    {
+        return builds.add(name, error);
+    }
+    bool removeBuildConfiguration(const QString &name, QString *error) override
+    {
+        return builds.remove(name, error);
+    }
 
 private:
-    explicit Design(std::unique_ptr<ComponentDocument> document);
+    Design(const DocumentFormat &documentFormat, std::unique_ptr<DesignDocument> document);
 
     void load();
-    void announceChange();
     void setIdentity(DesignField field, const QString &text);
     void setText(DesignField field, const QString &text);
-    bool placeIn(const QString &path, QString *error);
-    bool restoreFolders(QString *error) const;
-    // The document that a design without a working folder has, written for a component file.
-    std::unique_ptr<ComponentDocument> placedDocument(const QString &path, QString *error) const;
-    QStringList structureFolders() const;
 
+    const DocumentFormat &format;
+    DesignRegistry *registry = nullptr;
+    bool busy = false;
+    // Outlives what may still tell of a change when it goes.
+    ProcessingCycles changes;
     DesignState state;
     DesignFiles files;
     DesignFolders folderItems;
     DesignProperties propertyItems;
     DesignBuilds builds;
-    WorkingFolder workingFolder;
-    DesignRegistry *registry = nullptr;
-    bool busy = false;
-    int cycles = 0;
-    bool changedInCycle = false;
+    DesignPlace place;
 };
 
 } // namespace MorvalenCore

@@ -1,10 +1,12 @@
 #include "designs/DesignFactory.h"
 
+#include "component/ComponentFormat.h"
 #include "design/Design.h"
 #include "log/hostlog.h"
 #include "structures/structures.h"
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
 
 namespace MorvalenCore {
 
@@ -21,12 +23,12 @@ QStringList DesignFactory::instanceTags() const
 QObject *DesignFactory::createInstance(const Qtilities::Core::InstanceFactoryInfo &info)
 {
     if (designTypeNames().contains(info.instanceTag)) {
-        QString error;
-        std::unique_ptr<Design> design =
-            Design::create(info.instanceTag, info.instanceName, &error);
-        if (!design)
-            logError(error);
-        return design.release();
+        Result<std::unique_ptr<Design>> design =
+            Design::create(ComponentFormat::instance(), info.instanceTag, info.instanceName);
+        if (design.isOk())
+            return std::move(design).value().release();
+        logError(design.status().text());
+        return nullptr;
     }
     const DesignManager::ObjectFactory *factory = find(info.instanceTag);
     if (!factory)

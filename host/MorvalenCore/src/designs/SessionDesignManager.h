@@ -9,8 +9,13 @@
 #include <MorvalenCore/DesignManager.h>
 
 #include <Qtilities/ObjectManager.h>
+#include <Qtilities/Status.h>
+
+#include <memory>
 
 namespace MorvalenCore {
+
+class Design;
 
 // Keeps the designs of a session: new ones in the session folder, others where they lie. Open
 // designs belong to it and go with it, unsaved.
@@ -51,6 +56,9 @@ private:
     void designChanged(Interfaces::IDesign *design) override;
 
     void forget(Interfaces::IDesign *design);
+    Qtilities::Core::Result<std::unique_ptr<Design>> openDesign(const QString &fileName) const;
+    Qtilities::Core::Status writeCopy(Interfaces::IDesign *design, const QString &fileName,
+                                      bool overwrite) const;
 
     OpenDesigns open;
     ClosedDesigns closed;

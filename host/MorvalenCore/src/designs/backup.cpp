@@ -1,6 +1,7 @@
 #include "designs/backup.h"
 
 #include "design/Design.h"
+#include "log/hostlog.h"
 #include "session/sessionsettings.h"
 
 #include <QCoreApplication>
@@ -9,6 +10,8 @@
 #include <QFileInfo>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -28,16 +31,33 @@ QString newFile(const QString &folder, const QString &name)
 
 } // namespace
 
-QString backUp(Design &design, QString *error)
+Result<QString> backUp(Design &design)
 {
     const QString folder = sessionFolder(u"Backups"_s);
-    if (!QDir().mkpath(folder)) {
-        *error = u"The folder \"%1\" cannot be made"_s.arg(folder);
-        return {};
-    }
+    if (!QDir().mkpath(folder))
+        return Status::io(u"The folder \"%1\" cannot be made"_s.arg(folder));
     // A name that was read from a file may hold anything.
     const QString path = newFile(folder, design.name().replace(u'/', u'_'));
-    return design.saveCopy(path, error) ? path : QString();
+    const Status written = design.saveCopy(path);
+    return written.isOk() ? Result<QString>(path) : written;
+}
+
+bool saveOrBackUp(Interfaces::IDesign *design)
+{
+    QString error;
+    if (!design->isModified() || design->componentFileName().isEmpty()
+        || design->saveToComponentFile(&error))
+        return true;
+    logError(error);
+    auto *const own = dynamic_cast<Design *>(design);
+    const Result<QString> copy = own ? backUp(*own) : Status::unsupported(error);
+    if (copy.isOk())
+        logWarning(u"The changes of the design \"%1\" are in \"%2\" instead"_s.arg(design->name(),
+                                                                                copy.value()));
+    else
+        logError(u"The changes of the design \"%1\" cannot be saved: %2"_s.arg(
+            design->name(), copy.status().text()));
+    return copy.isOk();
 }
 
 } // namespace MorvalenCore

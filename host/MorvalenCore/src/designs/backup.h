@@ -1,13 +1,18 @@
 #pragma once
 
-#include <QString>
+#include <MorvalenCore/IDesign.h>
+
+#include <Qtilities/Status.h>
 
 namespace MorvalenCore {
 
 class Design;
 
-// Writes a copy of a design to a new file in the backups folder and returns its path; empty, with
-// the reason in *error, when it cannot be written.
-QString backUp(Design &design, QString *error);
+// Whether nothing is left in a design that closing it would lose: saves it, or, where that cannot
+// be done, writes a backup. The log says what went wrong.
+bool saveOrBackUp(Interfaces::IDesign *design);
+
+// Writes a copy of a design to a new file in the backups folder and returns its path.
+Qtilities::Core::Result<QString> backUp(Design &design);
 
 } // namespace MorvalenCore

@@ -52,7 +52,7 @@ FileId DesignFiles::addEntry(const QString &text, const QString &node, QString *
 
 FileSetId DesignFiles::fileSetFor(const QString &text, QString *error)
 {
-    const ComponentFiles &document = part();
+    const DocumentFiles &document = part();
     const DesignStructure *structure =
         findDesignStructure(state.document().text(DesignField::Structure));
     const QString wanted = structure ? structure->fileSetFor(text) : QString();
@@ -79,7 +79,7 @@ bool DesignFiles::holdsGeneratedFiles(const QString &fileSet) const
 
 FileSetId DesignFiles::fileSetNamed(const QString &name, QString *error)
 {
-    ComponentFiles &document = part();
+    DocumentFiles &document = part();
     const FileSetId set = document.fileSet(name);
     return set ? set : document.addFileSet(name, error);
 }
@@ -101,7 +101,7 @@ QList<DesignFile *> DesignFiles::underNode(const QString &node, bool recursive) 
 
 QList<FileId> DesignFiles::entriesUnderNode(const QString &node, bool recursive) const
 {
-    const ComponentFiles &document = part();
+    const DocumentFiles &document = part();
     QList<FileId> named;
     QList<FileId> grouped;
     bool isName = false;
@@ -131,7 +131,7 @@ bool DesignFiles::hasNode(const QString &node) const
 {
     if (node.isEmpty())
         return false;
-    const ComponentFiles &document = part();
+    const DocumentFiles &document = part();
     for (const FileSetId &set : document.fileSets()) {
         if (document.name(set) == node || document.groups(set).contains(node))
             return true;

@@ -10,7 +10,7 @@ namespace MorvalenCore {
 
 void DesignProperties::load()
 {
-    const ComponentProperties &document = state.document().properties();
+    const DocumentProperties &document = state.document().properties();
     for (const PropertyId &entry : document.properties()) {
         const QString name = document.name(entry);
         if (!name.isEmpty())
@@ -59,7 +59,7 @@ bool DesignProperties::remove(const QString &name)
 {
     const PropertyItem *item = table.byKey(name);
     return item && state.change(nullptr, [&](QString *reason) {
-        ComponentProperties &document = state.document().properties();
+        DocumentProperties &document = state.document().properties();
         for (const PropertyId &entry : item->elements()) {
             if (!document.isRemovable(entry)) {
                 *reason = u"The property \"%1\" of the design \"%2\" cannot be removed"_s.arg(

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "component/ItemId.h"
+#include "document/ItemId.h"
 #include "items/ItemTable.h"
 #include "items/PropertyItem.h"
 

@@ -8,14 +8,14 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace MorvalenCore {
 
-DesignState::DesignState(std::unique_ptr<ComponentDocument> document)
+DesignState::DesignState(std::unique_ptr<DesignDocument> document)
     : component(std::move(document))
 {
 }
 
 DesignState::~DesignState() = default;
 
-void DesignState::setDocument(std::unique_ptr<ComponentDocument> document)
+void DesignState::setDocument(std::unique_ptr<DesignDocument> document)
 {
     component = std::move(document);
 }

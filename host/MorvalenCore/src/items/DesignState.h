@@ -1,6 +1,6 @@
 #pragma once
 
-#include "component/ComponentDocument.h"
+#include "document/DesignDocument.h"
 
 #include <functional>
 #include <memory>
@@ -13,14 +13,14 @@ namespace MorvalenCore {
 class DesignState
 {
 public:
-    explicit DesignState(std::unique_ptr<ComponentDocument> document);
+    explicit DesignState(std::unique_ptr<DesignDocument> document);
     ~DesignState();
     DesignState(const DesignState &) = delete;
     DesignState &operator=(const DesignState &) = delete;
 
-    ComponentDocument &document() { return *component; }
-    const ComponentDocument &document() const { return *component; }
-    void setDocument(std::unique_ptr<ComponentDocument> document);
+    DesignDocument &document() { return *component; }
+    const DesignDocument &document() const { return *component; }
+    void setDocument(std::unique_ptr<DesignDocument> document);
 
     QString name() const { return component->text(DesignField::Name); }
 
@@ -47,7 +47,7 @@ public:
     std::function<void()> changed;
 
 private:
-    std::unique_ptr<ComponentDocument> component;
+    std::unique_ptr<DesignDocument> component;
     bool placed = false;
     QString resolvedFolder;
     bool fileReadOnly = false;

@@ -15,7 +15,7 @@ QString familyOf(const QString &type) { return type.section(u'-', 0, 0); }
 
 FileSetId FileTypeCounts::firstSetWith(const QString &type)
 {
-    const ComponentFiles &files = state.document().files();
+    const DocumentFiles &files = state.document().files();
     if (!isCounted) {
         isCounted = true;
         for (const FileId &entry : files.files())
@@ -35,7 +35,7 @@ void FileTypeCounts::count(FileId entry, int by)
 {
     if (!isCounted)
         return;
-    const ComponentFiles &files = state.document().files();
+    const DocumentFiles &files = state.document().files();
     counts[familyOf(files.fileType(entry))][files.fileSet(entry)] += by;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "component/ComponentFiles.h"
+#include "document/DocumentFiles.h"
 
 #include <QHash>
 

@@ -61,7 +61,7 @@ std::optional<SharedValue> SharedPropertyKeeper::documented(const QString &name,
 
 bool SharedPropertyKeeper::store(const QString &name, const QList<ItemId> &elements, QString *error)
 {
-    SharedValues &values = state.document().sharedValues();
+    DocumentSharedValues &values = state.document().sharedValues();
     const QByteArray key = name.toUtf8();
     if (ObjectManager::propertyExists(item, key.constData())) {
         const QVariant value = ObjectManager::getSharedProperty(item, key.constData()).value();

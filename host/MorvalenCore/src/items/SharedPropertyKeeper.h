@@ -1,6 +1,6 @@
 #pragma once
 
-#include "component/SharedValues.h"
+#include "document/DocumentSharedValues.h"
 
 #include <QByteArray>
 #include <QList>

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "document/DocumentFormat.h"
+
+namespace MorvalenCore {
+
+// The format of IP-XACT component files, see ComponentDocument.
+class ComponentFormat final : public DocumentFormat
+{
+public:
+    static const ComponentFormat &instance();
+
+    QString fileName() const override;
+    Opened open(const QString &path) const override;
+    std::unique_ptr<DesignDocument> create(const DesignDocument::Identity &identity,
+                                           const QString &path, QString *error) const override;
+};
+
+} // namespace MorvalenCore

@@ -1,0 +1,84 @@
+#include "design/DesignPlace.h"
+
+#include "document/DocumentFormat.h"
+#include "items/DesignState.h"
+#include "structures/structures.h"
+
+#include <QDir>
+
+using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
+
+namespace MorvalenCore {
+
+Status DesignPlace::settleIn(const QString &path)
+{
+    const QStringList folders = structureFolders();
+    QString error;
+    if (!folder.make(path, folders, &error))
+        return Status::io(error);
+    NewDocument document = newDocument(path + u'/' + format.fileName(), folders);
+    if (!document.isOk() || !document.value()->save(&error)) {
+        folder.takeBack();
+        return document.isOk() ? Status::io(error) : document.status();
+    }
+    folder.addFile(format.fileName());
+    state.setDocument(std::move(document).value());
+    return {};
+}
+
+DesignPlace::NewDocument DesignPlace::newDocument(const QString &path,
+                                                  const QStringList &folders) const
+{
+    NewDocument made = copyFor(path);
+    if (!made.isOk())
+        return made;
+    QString error;
+    for (const QString &name : folders) {
+        if (!made.value()->files().addFileSet(name, &error)
+            || !made.value()->folders().add(name, QString(), &error))
+            return Status::invalidArgument(error);
+    }
+    return made;
+}
+
+DesignPlace::NewDocument DesignPlace::copyFor(const QString &path) const
+{
+    const DesignDocument &present = state.document();
+    QString error;
+    std::unique_ptr<DesignDocument> document =
+        format.create({present.text(DesignField::Vendor), present.text(DesignField::Library),
+                       present.text(DesignField::Name), present.text(DesignField::Version)},
+                      path, &error);
+    for (const DesignField field : {DesignField::Description, DesignField::Author,
+                                    DesignField::Type, DesignField::Structure}) {
+        if (!document || !document->setText(field, present.text(field), &error))
+            return Status::invalidArgument(error);
+    }
+    document->setReadOnly(present.isReadOnly());
+    return document;
+}
+
+Status DesignPlace::restoreFolders() const
+{
+    QStringList folders {state.folder()};
+    if (findDesignStructure(state.document().text(DesignField::Structure))) {
+        for (const QString &name : structureFolders())
+            folders.append(state.folder() + u'/' + name);
+    }
+    for (const QString &path : folders) {
+        if (!QDir().mkpath(path))
+            return Status::io(u"The folder \"%1\" cannot be made"_s.arg(path));
+    }
+    return {};
+}
+
+// A new design without a structure gets the simplest one's.
+QStringList DesignPlace::structureFolders() const
+{
+    const DesignStructure *structure =
+        findDesignStructure(state.document().text(DesignField::Structure));
+    return structure ? structure->fileSets : designStructures().first().fileSets;
+}
+
+} // namespace MorvalenCore
