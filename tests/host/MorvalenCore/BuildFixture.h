@@ -69,13 +69,13 @@ public:
         progress.clear();
         done.clear();
         failed.clear();
-        QString error;
-        const std::optional<BuildPlan> plan = makeBuildPlan(request, &error);
-        if (!plan) {
-            messages.append(QStringLiteral("Plan: ") + error);
+        const Qtilities::Core::Result<BuildPlan> made = makeBuildPlan(request);
+        if (!made.isOk()) {
+            messages.append(QStringLiteral("Plan: ") + made.status().text());
             return Result::Failed;
         }
-        BuildRun run(*plan, NinjaFile(*plan));
+        const BuildPlan &plan = made.value();
+        BuildRun run(plan, NinjaFile(plan));
         run.setGraceTime(graceTime);
         current = &run;
         QObject::connect(&run, &BuildRun::message, &run, [this](auto type, const QString &text) {
@@ -89,9 +89,9 @@ public:
         const Result result = run.run(kind);
         current = nullptr;
         for (const int step : run.doneSteps())
-            done.append(plan->steps[step].label);
+            done.append(plan.steps[step].label);
         for (const int step : run.failedSteps())
-            failed.append(plan->steps[step].label);
+            failed.append(plan.steps[step].label);
         return result;
     }
 

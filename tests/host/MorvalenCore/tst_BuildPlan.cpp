@@ -7,6 +7,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 using namespace MorvalenCore;
+using Qtilities::Core::Result;
 
 namespace {
 
@@ -117,10 +118,9 @@ void TestBuildPlan::expandsMacros()
         {u"a.b-c_1"_s, u"dots"_s},     {u"größe"_s, u"weit"_s},
         {u"BOTH"_s, u"of the rest"_s}, {u"PERCENT"_s, u"%1 %2"_s}};
     const MacroScope scope {{{u"BOTH"_s, u"of the step"_s}, {u"NAME"_s, u"$(CC).v"_s}}, &others};
-    QString result = text;
-    QString error;
-    QVERIFY2(expandMacros(&result, scope, &error), qPrintable(error));
-    QTEST(result, "expected");
+    const Result<QString> result = expandMacros(text, scope);
+    QVERIFY2(result.isOk(), qPrintable(result.status().text()));
+    QTEST(result.value(), "expected");
 }
 
 void TestBuildPlan::refusesEndlessMacros_data()
@@ -148,11 +148,9 @@ void TestBuildPlan::refusesEndlessMacros()
         others.insert(u"D%1"_s.arg(i), u"$(D%1)$(D%1)"_s.arg(i - 1));
         others.insert(u"E%1"_s.arg(i), u"$(E%1)$(E%1)"_s.arg(i - 1));
     }
-    QString result = text;
-    QString error;
-    QVERIFY(!expandMacros(&result, {{}, &others}, &error));
-    QTEST(error, "expected");
-    QCOMPARE(result, text);
+    const Result<QString> result = expandMacros(text, {{}, &others});
+    QVERIFY(!result.isOk());
+    QTEST(result.status().text(), "expected");
 }
 
 void TestBuildPlan::quotesWords_data()
@@ -323,9 +321,9 @@ void TestBuildPlan::plansAStep()
     QFETCH(const PlannedStep, expected);
     BuildRequest request = requestFor({asked});
     request.launcher = launcher;
-    QString error;
-    const std::optional<BuildPlan> plan = makeBuildPlan(request, &error);
-    QVERIFY2(plan, qPrintable(error));
+    const Result<BuildPlan> made = makeBuildPlan(request);
+    QVERIFY2(made.isOk(), qPrintable(made.status().text()));
+    const BuildPlan *const plan = &made.value();
     QCOMPARE(plan->targetFolder, u"/w/build/Release"_s);
     QCOMPARE(plan->steps.size(), 1);
     const PlannedStep &planned = plan->steps.first();
@@ -386,9 +384,9 @@ void TestBuildPlan::refuses_data()
 void TestBuildPlan::refuses()
 {
     QFETCH(const QList<BuildStep>, steps);
-    QString error;
-    QVERIFY(!makeBuildPlan(requestFor(steps), &error));
-    QTEST(error, "expected");
+    const Result<BuildPlan> plan = makeBuildPlan(requestFor(steps));
+    QVERIFY(!plan.isOk());
+    QTEST(plan.status().text(), "expected");
 }
 
 void TestBuildPlan::orders_data()
@@ -408,22 +406,19 @@ void TestBuildPlan::orders_data()
 void TestBuildPlan::orders()
 {
     QFETCH(const QStringList, steps);
-    QString error;
-    const std::optional<BuildPlan> plan = makeBuildPlan(requestFor(stepsFrom(steps)), &error);
-    QVERIFY2(plan, qPrintable(error));
-    QTEST(namesOf(*plan).join(QString()), "expected");
+    const Result<BuildPlan> plan = makeBuildPlan(requestFor(stepsFrom(steps)));
+    QVERIFY2(plan.isOk(), qPrintable(plan.status().text()));
+    QTEST(namesOf(plan.value()).join(QString()), "expected");
 }
 
 void TestBuildPlan::makesLabelsUnique()
 {
-    QString error;
-    const std::optional<BuildPlan> plan = makeBuildPlan(
+    const Result<BuildPlan> plan = makeBuildPlan(
         requestFor({step(u"a"_s, u"x"_s), step(u"a"_s, u"x"_s), step(u"a (2)"_s, u"x"_s),
-                    step(u" a "_s, u"x"_s), step(u"\x1b[31m"_s, u"x"_s)}),
-        &error);
-    QVERIFY2(plan, qPrintable(error));
+                    step(u" a "_s, u"x"_s), step(u"\x1b[31m"_s, u"x"_s)}));
+    QVERIFY2(plan.isOk(), qPrintable(plan.status().text()));
     QStringList labels;
-    for (const PlannedStep &planned : plan->steps)
+    for (const PlannedStep &planned : plan.value().steps)
         labels.append(planned.label);
     QCOMPARE(labels, QStringList({u"a"_s, u"a (2)"_s, u"a (2) (2)"_s, u"a (3)"_s, u"[31m"_s}));
 }
@@ -439,14 +434,15 @@ void TestBuildPlan::takesATargetPathFromAnywhere()
 {
     BuildRequest request = requestFor({step(u"s"_s, u"x"_s, {}, {u"/scratch/out/a"_s})});
     request.targetPath = u"/scratch/out/"_s;
-    QString error;
-    const std::optional<BuildPlan> plan = makeBuildPlan(request, &error);
-    QVERIFY2(plan, qPrintable(error));
+    const Result<BuildPlan> made = makeBuildPlan(request);
+    QVERIFY2(made.isOk(), qPrintable(made.status().text()));
+    const BuildPlan *const plan = &made.value();
     QCOMPARE(plan->targetFolder, u"/scratch/out"_s);
 
     request.targetPath = u"/scratch/a\nb"_s;
-    QVERIFY(!makeBuildPlan(request, &error));
-    QCOMPARE(error,
+    const Result<BuildPlan> refused = makeBuildPlan(request);
+    QVERIFY(!refused.isOk());
+    QCOMPARE(refused.status().text(),
              u"The folder \"/scratch/a\nb\" holds tabs, line breaks or other control characters"_s);
 }
 

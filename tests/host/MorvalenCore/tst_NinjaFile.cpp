@@ -217,9 +217,10 @@ void TestNinjaFile::makesTheTargetFolder()
     BuildFixture build;
     BuildPlan plan = planOf({});
     plan.targetFolder = build.path(u"a/b c/d"_s);
-    QString error;
-    QVERIFY2(NinjaFile(plan).makeFolder(&error), qPrintable(error));
-    QVERIFY2(NinjaFile(plan).write(&error), qPrintable(error));
+    const Qtilities::Core::Status made = NinjaFile(plan).makeFolder();
+    QVERIFY2(made.isOk(), qPrintable(made.text()));
+    const Qtilities::Core::Status written = NinjaFile(plan).write();
+    QVERIFY2(written.isOk(), qPrintable(written.text()));
     QCOMPARE(build.read(u"a/b c/d/build.ninja"_s), NinjaFile(plan).text());
 }
 
@@ -237,9 +238,9 @@ void TestNinjaFile::saysWhyTheFolderCannotBeMade()
     build.write(u"file"_s, "");
     BuildPlan plan = planOf({});
     plan.targetFolder = folder.replace(u"WORK"_s, build.request.workingFolder);
-    QString error;
-    QVERIFY(!NinjaFile(plan).makeFolder(&error));
-    QCOMPARE(error, u"The target path \"%1\" cannot be made"_s.arg(plan.targetFolder));
+    const Qtilities::Core::Status status = NinjaFile(plan).makeFolder();
+    QVERIFY(!status.isOk());
+    QCOMPARE(status.text(), u"The target path \"%1\" cannot be made"_s.arg(plan.targetFolder));
 }
 
 // Steps that wait for all before them must not name them all.

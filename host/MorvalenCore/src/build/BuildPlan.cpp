@@ -10,6 +10,8 @@
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -57,22 +59,24 @@ public:
             buildFiles.append(plan.targetFolder + u'/' + name);
     }
 
-    bool add(const BuildStep &step)
+    // A failure does not say to which step it belongs.
+    Status add(const BuildStep &step)
     {
         PlannedStep planned;
         planned.name = step.name;
         planned.label = uniqueLabel(step.name);
         scope.step = {{u"STEP"_s, step.name}};
-        if (!addInputs(step, &planned) || !addOutputs(step, &planned)
-            || !setCommand(step, &planned))
-            return false;
-        plan.steps.append(planned);
-        return true;
+        Status status = addInputs(step, &planned);
+        if (status.isOk())
+            status = addOutputs(step, &planned);
+        if (status.isOk())
+            status = setCommand(step, &planned);
+        if (status.isOk())
+            plan.steps.append(planned);
+        return status;
     }
 
     BuildPlan plan;
-    // Without the name of the step that it belongs to.
-    QString error;
 
 private:
     QString uniqueLabel(const QString &name)
@@ -88,94 +92,89 @@ private:
         return label;
     }
 
-    bool path(const QString &text, QString *result)
+    Result<QString> pathOf(const QString &text) const
     {
-        QString expanded = text;
-        if (!expandMacros(&expanded, scope, &error))
-            return false;
-        if (expanded.isEmpty()) {
-            error = u"A path is empty"_s;
-            return false;
-        }
-        if (holdsControl(expanded)) {
-            error = u"A path cannot hold tabs, line breaks or other control characters"_s;
-            return false;
-        }
-        *result = absolute(expanded, request.workingFolder);
-        return true;
+        const Result<QString> expanded = expandMacros(text, scope);
+        if (!expanded.isOk())
+            return expanded;
+        if (expanded.value().isEmpty())
+            return Status::invalidArgument(u"A path is empty"_s);
+        if (holdsControl(expanded.value()))
+            return Status::invalidArgument(
+                u"A path cannot hold tabs, line breaks or other control characters"_s);
+        return absolute(expanded.value(), request.workingFolder);
     }
 
-    bool addInputs(const BuildStep &step, PlannedStep *planned)
+    Status addInputs(const BuildStep &step, PlannedStep *planned)
     {
         for (const QString &input : step.inputs) {
             if (input.startsWith(nodePrefix)) {
-                const auto files = request.nodes.constFind(input.sliced(nodePrefix.size()));
-                if (files == request.nodes.constEnd()) {
-                    error = u"The design has no node \"%1\""_s.arg(input.sliced(nodePrefix.size()));
-                    return false;
-                }
+                const QString node = input.sliced(nodePrefix.size());
+                const auto files = request.nodes.constFind(node);
+                if (files == request.nodes.constEnd())
+                    return Status::notFound(u"The design has no node \"%1\""_s.arg(node));
                 planned->inputs += *files;
                 hasNode = true;
                 continue;
             }
-            QString absolutePath;
-            if (!path(input, &absolutePath))
-                return false;
-            planned->inputs.append(absolutePath);
+            const Result<QString> path = pathOf(input);
+            if (!path.isOk())
+                return path.status();
+            planned->inputs.append(path.value());
         }
-        return true;
+        return {};
     }
 
     // What a step makes is no input of it, though it be in a node that it reads.
-    bool addOutputs(const BuildStep &step, PlannedStep *planned)
+    Status addOutputs(const BuildStep &step, PlannedStep *planned)
     {
         for (const QString &output : step.outputs) {
-            QString absolutePath;
-            if (!path(output, &absolutePath))
-                return false;
-            if (!isBelow(absolutePath, plan.targetFolder)
-                && !isBelow(absolutePath, plan.workingFolder)) {
-                error = u"The output \"%1\" is neither below the target path \"%2\" nor below the "
-                        u"working folder \"%3\""_s.arg(absolutePath, plan.targetFolder,
-                                                       plan.workingFolder);
-                return false;
-            }
-            if (buildFiles.contains(absolutePath)) {
-                error = u"The output \"%1\" is a file of the build itself"_s.arg(absolutePath);
-                return false;
-            }
-            planned->outputs.append(absolutePath);
+            const Result<QString> path = pathOf(output);
+            const Status status = path.isOk() ? checkOutput(path.value()) : path.status();
+            if (!status.isOk())
+                return status;
+            planned->outputs.append(path.value());
         }
         if (hasNode) {
             for (const QString &output : std::as_const(planned->outputs))
                 planned->inputs.removeAll(output);
         }
         hasNode = false;
-        return true;
+        return {};
     }
 
-    bool setCommand(const BuildStep &step, PlannedStep *planned)
+    Status checkOutput(const QString &path) const
+    {
+        if (!isBelow(path, plan.targetFolder) && !isBelow(path, plan.workingFolder))
+            return Status::invalidArgument(
+                u"The output \"%1\" is neither below the target path \"%2\" nor below the "
+                u"working folder \"%3\""_s.arg(path, plan.targetFolder, plan.workingFolder));
+        if (buildFiles.contains(path))
+            return Status::invalidArgument(
+                u"The output \"%1\" is a file of the build itself"_s.arg(path));
+        return {};
+    }
+
+    Status setCommand(const BuildStep &step, PlannedStep *planned)
     {
         QString command = step.command;
-        if (command.trimmed().isEmpty()) {
-            error = u"The command is empty"_s;
-            return false;
-        }
+        if (command.trimmed().isEmpty())
+            return Status::invalidArgument(u"The command is empty"_s);
         if (command.contains(u"$("_s)) {
-            scope.step.insert(u"INPUTS"_s, wordsFor(planned->inputs));
-            scope.step.insert(u"OUTPUTS"_s, wordsFor(planned->outputs));
-            if (!expandMacros(&command, scope, &error))
-                return false;
+            scope.step.insert(u"INPUTS"_s, argumentsFor(planned->inputs));
+            scope.step.insert(u"OUTPUTS"_s, argumentsFor(planned->outputs));
+            const Result<QString> expanded = expandMacros(command, scope);
+            if (!expanded.isOk())
+                return expanded.status();
+            command = expanded.value();
         }
-        if (command.contains(QChar(0))) {
-            error = u"A command cannot hold a zero"_s;
-            return false;
-        }
+        if (command.contains(QChar(0)))
+            return Status::invalidArgument(u"A command cannot hold a zero"_s);
         planned->command = inOneLine(launched(command, request.launcher));
-        return true;
+        return {};
     }
 
-    QString wordsFor(const QStringList &paths) const
+    QString argumentsFor(const QStringList &paths) const
     {
         QStringList seen;
         seen.reserve(paths.size());
@@ -210,25 +209,25 @@ QString targetFolderOf(const QString &targetPath, const QString &workingFolder)
     return absolute(targetPath, workingFolder);
 }
 
-std::optional<BuildPlan> makeBuildPlan(const BuildRequest &request, QString *error)
+Result<BuildPlan> makeBuildPlan(const BuildRequest &request)
 {
     Planner planner(request);
     for (const QString &folder : {planner.plan.workingFolder, planner.plan.targetFolder}) {
-        if (holdsControl(folder)) {
-            *error = u"The folder \"%1\" holds tabs, line breaks or other control characters"_s.arg(
-                folder);
-            return {};
-        }
+        if (holdsControl(folder))
+            return Status::invalidArgument(
+                u"The folder \"%1\" holds tabs, line breaks or other control characters"_s.arg(
+                    folder));
     }
     planner.plan.steps.reserve(request.steps.size());
     for (const BuildStep &step : request.steps) {
-        if (!planner.add(step)) {
-            *error = u"The step \"%1\" cannot be run: %2"_s.arg(step.name, planner.error);
-            return {};
-        }
+        const Status added = planner.add(step);
+        if (!added.isOk())
+            return added.withText(
+                u"The step \"%1\" cannot be run: %2"_s.arg(step.name, added.text()));
     }
-    if (!orderSteps(&planner.plan.steps, error))
-        return {};
+    const Status ordered = orderSteps(&planner.plan.steps);
+    if (!ordered.isOk())
+        return ordered;
     return std::move(planner.plan);
 }
 

@@ -2,13 +2,12 @@
 
 #include <MorvalenCore/BuildDescription.h>
 
+#include <Qtilities/Status.h>
+
 #include <QHash>
 #include <QList>
 #include <QString>
 #include <QStringList>
-
-#include <functional>
-#include <optional>
 
 namespace MorvalenCore {
 
@@ -23,7 +22,7 @@ struct BuildRequest
     // Those of the configuration and of the design, hidden ones left out.
     QHash<QString, QString> macros;
     QList<BuildStep> steps;
-    // Words that stand in front of every step's command; may be empty.
+    // Arguments that stand in front of every step's command; may be empty.
     QString launcher;
     // The absolute paths of the files of each node that an input names; a node that is missing
     // here is not in the design.
@@ -59,10 +58,10 @@ struct BuildPlan
     bool operator==(const BuildPlan &) const = default;
 };
 
-// The plan of a request. Nothing, with the reason in *error, when it cannot be built: macros that
-// refer to themselves, an unknown node, files with two makers, steps that wait for each other,
-// outputs outside the target path and the working folder.
-std::optional<BuildPlan> makeBuildPlan(const BuildRequest &request, QString *error);
+// The plan of a request. Fails when it cannot be built: macros that refer to themselves, an unknown
+// node, files with two makers, steps that wait for each other, outputs outside the target path and
+// the working folder.
+Qtilities::Core::Result<BuildPlan> makeBuildPlan(const BuildRequest &request);
 
 // Names of the nodes that inputs of the steps name, each once.
 QStringList nodesNamedIn(const QList<BuildStep> &steps);

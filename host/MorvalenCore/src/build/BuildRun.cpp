@@ -6,6 +6,7 @@
 #include <QFileInfo>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 using Qtilities::Logging::Logger;
 
 namespace MorvalenCore {
@@ -27,34 +28,35 @@ BuildRun::~BuildRun() = default;
 BuildRun::Result BuildRun::run(Kind kind)
 {
     looking = kind == Kind::Look;
-    QString error;
-    if (!file.makeFolder(&error))
-        return fail(error);
+    Status status = file.makeFolder();
+    if (!status.isOk())
+        return fail(status.text());
     FolderLock lock;
     if (!looking && !lock.take(plan.targetFolder))
         return fail(u"Another build is running in \"%1\""_s.arg(plan.targetFolder));
-    if (!file.write(&error))
-        return fail(error);
+    status = file.write();
+    if (!status.isOk())
+        return fail(status.text());
 
     if (kind == Kind::All) {
-        const NinjaProcess::End end = runNinja({u"-t"_s, u"clean"_s}, {});
-        if (end != NinjaProcess::End::Success)
-            return result(end);
+        status = runNinja({u"-t"_s, u"clean"_s}, {});
+        if (!status.isOk())
+            return resultOf(status);
     }
     const QString logFile = looking ? QString() : plan.targetFolder + u"/build.log"_s;
-    const NinjaProcess::End end = runNinja(looking ? QStringList(u"-n"_s) : QStringList(), logFile);
-    if (!looking && end != NinjaProcess::End::Cancelled && !output->shownSteps().isEmpty())
+    status = runNinja(looking ? QStringList(u"-n"_s) : QStringList(), logFile);
+    if (!looking && status.kind() != Status::Kind::Cancelled && !output->shownSteps().isEmpty())
         tellLeftBehind(ninja.endLeftBehind());
-    sortOut(end);
-    return result(end);
+    sortOut(status);
+    return resultOf(status);
 }
 
-NinjaProcess::End BuildRun::runNinja(const QStringList &arguments, const QString &logFile)
+Status BuildRun::runNinja(const QStringList &arguments, const QString &logFile)
 {
     output = std::make_unique<BuildOutput>(plan, logFile, this);
-    const NinjaProcess::End end = ninja.run(plan.targetFolder, arguments);
+    const Status status = ninja.run(plan.targetFolder, arguments);
     output->finish();
-    return end;
+    return status;
 }
 
 void BuildRun::cancel() { ninja.cancel(); }
@@ -62,14 +64,15 @@ void BuildRun::cancel() { ninja.cancel(); }
 void BuildRun::endNow() { ninja.endNow(); }
 
 // Tells the steps that ended well from those that did not, among them who made less than promised.
-void BuildRun::sortOut(NinjaProcess::End end)
+void BuildRun::sortOut(const Status &ninjasEnd)
 {
     // Steps may print what looks like a failure.
-    if (end != NinjaProcess::End::Success)
+    if (!ninjasEnd.isOk())
         failed = output->failedSteps();
     for (const int index : output->shownSteps()) {
         const PlannedStep &step = plan.steps[index];
-        const bool begunOnly = end == NinjaProcess::End::Cancelled && step.outputs.isEmpty();
+        const bool begunOnly =
+            ninjasEnd.kind() == Status::Kind::Cancelled && step.outputs.isEmpty();
         if (failed.contains(index) || (begunOnly && index == output->shownSteps().last()))
             continue;
         const auto missing =
@@ -104,19 +107,18 @@ BuildRun::Result BuildRun::fail(const QString &text)
     return Result::Failed;
 }
 
-BuildRun::Result BuildRun::result(NinjaProcess::End end)
+BuildRun::Result BuildRun::resultOf(const Status &ninjasEnd)
 {
-    switch (end) {
-    case NinjaProcess::End::Success:
+    switch (ninjasEnd.kind()) {
+    case Status::Kind::Ok:
         return failed.isEmpty() ? Result::Completed : Result::Failed;
-    case NinjaProcess::End::Cancelled:
+    case Status::Kind::Cancelled:
         return Result::Cancelled;
-    case NinjaProcess::End::NotStarted:
-        return fail(ninja.error());
-    case NinjaProcess::End::Failure:
-        break;
+    case Status::Kind::Failed:
+        return Result::Failed;
+    default:
+        return fail(ninjasEnd.text());
     }
-    return Result::Failed;
 }
 
 void BuildRun::tellLeftBehind(const QList<ChildProcess> &processes)

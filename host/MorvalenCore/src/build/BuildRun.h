@@ -50,11 +50,11 @@ Q_SIGNALS:
 private:
     void stepShown(int step, int ended, int total) override;
     void line(MessageType type, const QString &text) override;
-    NinjaProcess::End runNinja(const QStringList &arguments, const QString &logFile);
+    Qtilities::Core::Status runNinja(const QStringList &arguments, const QString &logFile);
     Result fail(const QString &text);
-    Result result(NinjaProcess::End end);
+    Result resultOf(const Qtilities::Core::Status &ninjasEnd);
     void tellLeftBehind(const QList<ChildProcess> &processes);
-    void sortOut(NinjaProcess::End end);
+    void sortOut(const Qtilities::Core::Status &ninjasEnd);
 
     const BuildPlan plan;
     const NinjaFile file;

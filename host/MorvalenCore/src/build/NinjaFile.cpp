@@ -9,6 +9,7 @@
 #include <QFile>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -135,29 +136,28 @@ NinjaFile::NinjaFile(const BuildPlan &plan) : folder(plan.targetFolder)
 
 QString NinjaFile::path() const { return folder + u"/build.ninja"_s; }
 
-bool NinjaFile::makeFolder(QString *error) const
+Status NinjaFile::makeFolder() const
 {
-    const bool isThere = QDir().mkpath(folder);
-    if (!isThere)
-        *error = u"The target path \"%1\" cannot be made"_s.arg(folder);
-    return isThere;
+    if (!QDir().mkpath(folder))
+        return Status::io(u"The target path \"%1\" cannot be made"_s.arg(folder));
+    return {};
 }
 
-bool NinjaFile::write(QString *error) const
+Status NinjaFile::write() const
 {
     QFile file(path());
     if (file.open(QIODevice::ReadOnly)) {
         const QByteArray old = file.readAll();
         if (old == content)
-            return true;
-        if (!old.isEmpty() && !old.startsWith(firstLine)) {
-            *error =
-                u"\"%1\" is not a file of Morvalen's; choose another target path"_s.arg(path());
-            return false;
-        }
+            return {};
+        if (!old.isEmpty() && !old.startsWith(firstLine))
+            return Status::conflict(
+                u"\"%1\" is not a file of Morvalen's; choose another target path"_s.arg(path()));
     }
     file.close();
-    return Qtilities::Core::writeFileAtomically(path(), content, error);
+    QString error;
+    return Qtilities::Core::writeFileAtomically(path(), content, &error) ? Status()
+                                                                         : Status::io(error);
 }
 
 } // namespace MorvalenCore

@@ -22,13 +22,12 @@ public:
 
     QByteArray text() const { return content; }
 
-    // Makes the target folder. False, with the reason in *error, when that cannot be done.
-    bool makeFolder(QString *error) const;
+    // Makes the target folder.
+    Qtilities::Core::Status makeFolder() const;
 
     // Writes the file into the target folder, atomically; leaves it alone when it is the same
-    // already. False, with the reason in *error, when that cannot be done, or when there is a file
-    // of somebody else's.
-    bool write(QString *error) const;
+    // already. Fails when that cannot be done, or when there is a file of somebody else's.
+    Qtilities::Core::Status write() const;
 
 private:
     QString folder;

@@ -12,6 +12,7 @@
 #endif
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -55,13 +56,23 @@ NinjaProcess::NinjaProcess(QObject *parent) : QObject(parent)
 
 NinjaProcess::~NinjaProcess() { endNow(); }
 
-NinjaProcess::End NinjaProcess::run(const QString &folder, const QStringList &arguments)
+Status NinjaProcess::run(const QString &folder, const QStringList &arguments)
 {
     const QString program = QStandardPaths::findExecutable(u"ninja"_s);
-    if (program.isEmpty()) {
-        reason = u"Ninja is not installed (Debian's package is ninja-build)"_s;
-        return End::NotStarted;
-    }
+    if (program.isEmpty())
+        return Status::io(u"Ninja is not installed (Debian's package is ninja-build)"_s);
+    setUp(folder);
+    startAndWait(program, arguments);
+    if (process.error() == QProcess::FailedToStart)
+        return Status::io(u"Ninja cannot be started: %1"_s.arg(process.errorString()));
+    // The loop also ends with the application's.
+    endNow();
+    readAll();
+    return howItEnded();
+}
+
+void NinjaProcess::setUp(const QString &folder)
+{
     cancelled = false;
     mark = "MORVALEN_BUILD=" + QByteArray::number(getpid()) + '-'
         + QByteArray::number(QRandomGenerator::global()->generate64(), 36);
@@ -71,7 +82,10 @@ NinjaProcess::End NinjaProcess::run(const QString &folder, const QStringList &ar
     environment.remove(u"CLICOLOR_FORCE"_s);
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(folder);
+}
 
+void NinjaProcess::startAndWait(const QString &program, const QStringList &arguments)
+{
     QEventLoop loop;
     connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
     connect(&process, &QProcess::errorOccurred, &loop, [&loop](QProcess::ProcessError error) {
@@ -87,21 +101,19 @@ NinjaProcess::End NinjaProcess::run(const QString &folder, const QStringList &ar
     if (process.state() != QProcess::NotRunning)
         loop.exec();
     looking.stop();
-    if (process.error() == QProcess::FailedToStart) {
-        reason = u"Ninja cannot be started: %1"_s.arg(process.errorString());
-        return End::NotStarted;
-    }
-    if (cancelled && ending.isActive()) {
+    if (process.error() != QProcess::FailedToStart && cancelled && ending.isActive()) {
         connect(this, &NinjaProcess::ended, &loop, &QEventLoop::quit);
         loop.exec();
     }
-    // The loop also ends with the application's.
-    endNow();
-    readAll();
+}
+
+Status NinjaProcess::howItEnded() const
+{
     if (cancelled)
-        return End::Cancelled;
-    return process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0 ? End::Success
-                                                                                   : End::Failure;
+        return Status::cancelled(u"The build was cancelled"_s);
+    if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
+        return Status::failed(u"Ninja failed"_s);
+    return {};
 }
 
 void NinjaProcess::readAll()

@@ -2,6 +2,8 @@
 
 #include "build/processtree.h"
 
+#include <Qtilities/Status.h>
+
 #include <QElapsedTimer>
 #include <QHash>
 #include <QObject>
@@ -20,18 +22,14 @@ class NinjaProcess : public QObject
     Q_OBJECT
 
 public:
-    enum class End { Success, Failure, NotStarted, Cancelled };
-
     explicit NinjaProcess(QObject *parent = nullptr);
     // Ends what still runs, at once.
     ~NinjaProcess() override;
 
     // Runs Ninja in the folder and returns when it has ended. Events are served meanwhile. One
-    // run at a time.
-    End run(const QString &folder, const QStringList &arguments);
-
-    // Why it was not started.
-    QString error() const { return reason; }
+    // run at a time. Cancelled, Failed when Ninja says so, or Io when it was not started; only the
+    // last one has a sentence for the user.
+    Qtilities::Core::Status run(const QString &folder, const QStringList &arguments);
 
     // Asks all processes of the run to end, and makes them after the grace time; run() returns
     // when none is left. Nothing when none runs.
@@ -58,6 +56,10 @@ Q_SIGNALS:
 private:
     using Finder = std::function<QList<ChildProcess>()>;
 
+    void setUp(const QString &folder);
+    // Returns when Ninja has ended, or cannot be started, and what was to be ended with it is gone.
+    void startAndWait(const QString &program, const QStringList &arguments);
+    Qtilities::Core::Status howItEnded() const;
     QList<ChildProcess> processes() const;
     // Ends what the finder finds, until it finds nothing.
     void beginEnding(const Finder &finder);
@@ -70,7 +72,6 @@ private:
     QProcess process;
     pid_t session = 0;
     QByteArray mark;
-    QString reason;
     int graceTime = 3000;
     bool cancelled = false;
 

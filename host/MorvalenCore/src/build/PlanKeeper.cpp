@@ -2,17 +2,17 @@
 
 namespace MorvalenCore {
 
-std::shared_ptr<KeptPlan> PlanKeeper::planFor(const BuildRequest &request, QString *error)
+PlanKeeper::Kept PlanKeeper::planFor(const BuildRequest &request)
 {
-    if (last != request) {
+    if (!kept || last != request) {
         last = request;
-        kept.reset();
-        reason.clear();
-        if (const std::optional<BuildPlan> plan = makeBuildPlan(request, &reason))
-            kept = std::make_shared<KeptPlan>(*plan, NinjaFile(*plan));
+        const Qtilities::Core::Result<BuildPlan> plan = makeBuildPlan(request);
+        if (plan.isOk())
+            kept = std::make_shared<KeptPlan>(plan.value(), NinjaFile(plan.value()));
+        else
+            kept = plan.status();
     }
-    *error = reason;
-    return kept;
+    return *kept;
 }
 
 } // namespace MorvalenCore

@@ -4,6 +4,7 @@
 #include "build/NinjaFile.h"
 
 #include <memory>
+#include <optional>
 
 namespace MorvalenCore {
 
@@ -22,13 +23,14 @@ struct KeptPlan
 class PlanKeeper
 {
 public:
-    // Null, with the reason in *error, when there is no plan for the request.
-    std::shared_ptr<KeptPlan> planFor(const BuildRequest &request, QString *error);
+    using Kept = Qtilities::Core::Result<std::shared_ptr<KeptPlan>>;
+
+    Kept planFor(const BuildRequest &request);
 
 private:
     BuildRequest last;
-    std::shared_ptr<KeptPlan> kept;
-    QString reason;
+    // Nothing as long as nobody has asked.
+    std::optional<Kept> kept;
 };
 
 } // namespace MorvalenCore

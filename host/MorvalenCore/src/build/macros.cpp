@@ -3,6 +3,8 @@
 #include <QStringList>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -23,30 +25,33 @@ class Expansion
 public:
     explicit Expansion(const MacroScope &known) : scope(known) { }
 
-    bool append(QStringView text)
+    Status append(QStringView text)
     {
         for (qsizetype at = 0; at < text.size();) {
             const qsizetype dollar = text.indexOf(u"$("_s, at);
-            if (dollar < 0)
-                return take(text.sliced(at));
-            if (dollar > at && text[dollar - 1] == u'$') {
-                if (!take(text.sliced(at, dollar - 1 - at)) || !take(u"$("))
-                    return false;
-                at = dollar + 2;
-                continue;
-            }
-            const qsizetype end = endOfName(text, dollar + 2);
-            if (!take(text.sliced(at, dollar - at)) || !replace(text.sliced(dollar, end - dollar)))
-                return false;
-            at = end;
+            const Status before = take(text.sliced(at, plainSize(text, at, dollar)));
+            if (dollar < 0 || !before.isOk())
+                return before;
+            const bool isEscaped = dollar > at && text[dollar - 1] == u'$';
+            at = isEscaped ? dollar + 2 : endOfName(text, dollar + 2);
+            const Status put = isEscaped ? take(u"$(") : replace(text.sliced(dollar, at - dollar));
+            if (!put.isOk())
+                return put;
         }
-        return true;
+        return {};
     }
 
     QString result;
-    QString error;
 
 private:
+    // What comes through as it is; dollar is where the next opening stands, or negative.
+    static qsizetype plainSize(QStringView text, qsizetype at, qsizetype dollar)
+    {
+        if (dollar < 0)
+            return text.size() - at;
+        return dollar > at && text[dollar - 1] == u'$' ? dollar - 1 - at : dollar - at;
+    }
+
     // Behind the closing bracket, or behind the opening one when no name stands between them.
     static qsizetype endOfName(QStringView text, qsizetype begin)
     {
@@ -56,14 +61,14 @@ private:
         return end > begin && end < text.size() && text[end] == u')' ? end + 1 : begin;
     }
 
-    bool take(QStringView text)
+    Status take(QStringView text)
     {
         result += text;
-        return result.size() <= longestText || tooMuch();
+        return result.size() <= longestText ? Status() : tooMuch();
     }
 
     // A reference with its brackets, or just the opening of something else.
-    bool replace(QStringView reference)
+    Status replace(QStringView reference)
     {
         if (reference.size() == 2)
             return take(reference);
@@ -74,23 +79,21 @@ private:
         const auto other = scope.others->constFind(name);
         if (other == scope.others->constEnd())
             return take(reference);
-        if (inside.contains(name)) {
-            error = u"The macro \"%1\" refers to itself"_s.arg(name);
-            return false;
-        }
+        if (inside.contains(name))
+            return Status::invalidArgument(u"The macro \"%1\" refers to itself"_s.arg(name));
         if (++replacements > mostReplacements)
             return tooMuch();
         inside.append(name);
-        const bool good = append(*other);
+        const Status status = append(*other);
         inside.removeLast();
-        return good;
+        return status;
     }
 
-    bool tooMuch()
+    Status tooMuch() const
     {
-        error = inside.isEmpty() ? u"The text is too long"_s
-                                 : u"The macro \"%1\" grows too long"_s.arg(inside.first());
-        return false;
+        return Status::invalidArgument(
+            inside.isEmpty() ? u"The text is too long"_s
+                             : u"The macro \"%1\" grows too long"_s.arg(inside.first()));
     }
 
     const MacroScope &scope;
@@ -100,17 +103,13 @@ private:
 
 } // namespace
 
-bool expandMacros(QString *text, const MacroScope &scope, QString *error)
+Result<QString> expandMacros(const QString &text, const MacroScope &scope)
 {
-    if (!text->contains(u"$("_s))
-        return true;
+    if (!text.contains(u"$("_s))
+        return text;
     Expansion expansion(scope);
-    if (!expansion.append(*text)) {
-        *error = expansion.error;
-        return false;
-    }
-    *text = expansion.result;
-    return true;
+    const Status status = expansion.append(text);
+    return status.isOk() ? Result<QString>(expansion.result) : status;
 }
 
 } // namespace MorvalenCore

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Qtilities/Status.h>
+
 #include <QHash>
 #include <QString>
 
@@ -16,8 +18,8 @@ struct MacroScope
     const QHash<QString, QString> *others;
 };
 
-// The text with its macros expanded. False, with the reason in *error, when a macro refers to
-// itself or the text grows beyond all reason.
-bool expandMacros(QString *text, const MacroScope &scope, QString *error);
+// The text with its macros expanded. Fails when a macro refers to itself or the text grows beyond
+// all reason.
+Qtilities::Core::Result<QString> expandMacros(const QString &text, const MacroScope &scope);
 
 } // namespace MorvalenCore

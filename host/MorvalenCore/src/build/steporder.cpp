@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <queue>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -11,10 +13,10 @@ namespace {
 
 // Which step makes a file.
 using Makers = QHash<QString, int>;
-// For each step, the others that it waits for, or that wait for it.
+// For each step, others, by their place in the list.
 using Neighbours = QList<QList<int>>;
 
-bool findMakers(const QList<PlannedStep> &steps, Makers *makers, QString *error)
+Status findMakers(const QList<PlannedStep> &steps, Makers *makers)
 {
     makers->reserve(steps.size());
     for (int index = 0; index < steps.size(); ++index) {
@@ -24,26 +26,75 @@ bool findMakers(const QList<PlannedStep> &steps, Makers *makers, QString *error)
                 makers->insert(output, index);
                 continue;
             }
-            *error = *known == index
-                ? u"The step \"%1\" names its output \"%2\" twice"_s.arg(steps[index].name, output)
-                : u"The steps \"%1\" and \"%2\" both make \"%3\""_s.arg(steps[*known].name,
-                                                                        steps[index].name, output);
-            return false;
+            return Status::invalidArgument(
+                *known == index ? u"The step \"%1\" names its output \"%2\" twice"_s.arg(
+                    steps[index].name, output)
+                                : u"The steps \"%1\" and \"%2\" both make \"%3\""_s.arg(
+                                    steps[*known].name, steps[index].name, output));
         }
     }
-    return true;
+    return {};
 }
 
-// Of steps none of which can begin, a circle of those that wait for each other.
-QString circleAmong(const QList<PlannedStep> &steps, const Neighbours &waitsFor,
-                    const QList<int> &stuck)
+// Which step waits for which.
+struct Dependencies
 {
-    QList<bool> isStuck(steps.size(), false);
-    for (const int index : stuck)
-        isStuck[index] = true;
+    Dependencies(const QList<PlannedStep> &steps, const Makers &makers)
+        : waitsFor(steps.size()),
+          waitedForBy(steps.size())
+    {
+        for (int index = 0; index < steps.size(); ++index) {
+            for (const QString &input : steps[index].inputs) {
+                const auto maker = makers.constFind(input);
+                if (maker == makers.constEnd())
+                    continue;
+                waitsFor[index].append(*maker);
+                waitedForBy[*maker].append(index);
+                inOrder = inOrder && *maker < index;
+            }
+        }
+    }
+
+    Neighbours waitsFor;
+    Neighbours waitedForBy;
+    // As they are listed.
+    bool inOrder = true;
+};
+
+// The places of the steps in an order in which none waits for a later one: the first of those that
+// can begin comes first. Steps that can never begin are missing.
+QList<int> topologicalOrder(const Dependencies &dependencies)
+{
+    QList<qsizetype> missing;
+    std::priority_queue<int, std::vector<int>, std::greater<>> ready;
+    for (const QList<int> &before : dependencies.waitsFor) {
+        if (before.isEmpty())
+            ready.push(int(missing.size()));
+        missing.append(before.size());
+    }
+    QList<int> order;
+    order.reserve(missing.size());
+    while (!ready.empty()) {
+        const int index = ready.top();
+        ready.pop();
+        order.append(index);
+        for (const int waiting : dependencies.waitedForBy[index]) {
+            if (--missing[waiting] == 0)
+                ready.push(waiting);
+        }
+    }
+    return order;
+}
+
+// A cycle among the steps that can never begin, beginning with the one listed first.
+QList<int> findCycle(const Neighbours &waitsFor, const QList<int> &canBegin)
+{
+    QList<bool> isStuck(waitsFor.size(), true);
+    for (const int index : canBegin)
+        isStuck[index] = false;
     QList<int> way;
-    QList<int> placeOnWay(steps.size(), -1);
-    int at = stuck.first();
+    QList<int> placeOnWay(waitsFor.size(), -1);
+    int at = int(isStuck.indexOf(true));
     while (placeOnWay[at] < 0) {
         placeOnWay[at] = int(way.size());
         way.append(at);
@@ -52,69 +103,41 @@ QString circleAmong(const QList<PlannedStep> &steps, const Neighbours &waitsFor,
     }
     way = way.mid(placeOnWay[at]);
     std::rotate(way.begin(), std::min_element(way.begin(), way.end()), way.end());
+    return way;
+}
 
-    if (way.size() == 1)
-        return u"The step \"%1\" needs what it makes itself"_s.arg(steps[way.first()].name);
+QString describeCycle(const QList<PlannedStep> &steps, const QList<int> &cycle)
+{
+    const QString first = steps[cycle.first()].name;
+    if (cycle.size() == 1)
+        return u"The step \"%1\" needs what it makes itself"_s.arg(first);
     QString names;
-    for (const int index : std::as_const(way))
+    for (const int index : cycle)
         names += u"\"%1\" waits for "_s.arg(steps[index].name);
-    return u"The steps wait for each other: %1\"%2\""_s.arg(names, steps[way.first()].name);
+    return u"The steps wait for each other: %1\"%2\""_s.arg(names, first);
 }
 
 } // namespace
 
-bool orderSteps(QList<PlannedStep> *steps, QString *error)
+Status orderSteps(QList<PlannedStep> *steps)
 {
     Makers makers;
-    if (!findMakers(*steps, &makers, error))
-        return false;
-
-    const int count = int(steps->size());
-    Neighbours waitsFor(count);
-    Neighbours waitedForBy(count);
-    QList<int> missing(count, 0);
-    bool inOrder = true;
-    for (int index = 0; index < count; ++index) {
-        for (const QString &input : std::as_const((*steps)[index].inputs)) {
-            const auto maker = makers.constFind(input);
-            if (maker == makers.constEnd())
-                continue;
-            waitsFor[index].append(*maker);
-            waitedForBy[*maker].append(index);
-            ++missing[index];
-            inOrder = inOrder && *maker < index;
-        }
-    }
-    if (inOrder)
-        return true;
-
-    std::priority_queue<int, std::vector<int>, std::greater<>> ready;
-    for (int index = 0; index < count; ++index) {
-        if (missing[index] == 0)
-            ready.push(index);
-    }
+    const Status found = findMakers(*steps, &makers);
+    if (!found.isOk())
+        return found;
+    const Dependencies dependencies(*steps, makers);
+    if (dependencies.inOrder)
+        return {};
+    const QList<int> order = topologicalOrder(dependencies);
+    if (order.size() < steps->size())
+        return Status::invalidArgument(
+            describeCycle(*steps, findCycle(dependencies.waitsFor, order)));
     QList<PlannedStep> ordered;
-    ordered.reserve(count);
-    while (!ready.empty()) {
-        const int index = ready.top();
-        ready.pop();
+    ordered.reserve(order.size());
+    for (const int index : order)
         ordered.append((*steps)[index]);
-        for (const int waiting : std::as_const(waitedForBy[index])) {
-            if (--missing[waiting] == 0)
-                ready.push(waiting);
-        }
-    }
-    if (ordered.size() < count) {
-        QList<int> stuck;
-        for (int index = 0; index < count; ++index) {
-            if (missing[index] > 0)
-                stuck.append(index);
-        }
-        *error = circleAmong(*steps, waitsFor, stuck);
-        return false;
-    }
     *steps = ordered;
-    return true;
+    return {};
 }
 
 } // namespace MorvalenCore

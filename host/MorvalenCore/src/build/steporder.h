@@ -5,8 +5,8 @@
 namespace MorvalenCore {
 
 // Puts the steps in an order in which each comes behind those that make its inputs, and that is
-// otherwise the one they have. False, with the reason in *error, when two steps make the same file
-// or steps wait for each other. Linear in steps and paths.
-bool orderSteps(QList<PlannedStep> *steps, QString *error);
+// otherwise the one they have. Fails when two steps make the same file or steps wait for each
+// other. Linear in steps and paths.
+Qtilities::Core::Status orderSteps(QList<PlannedStep> *steps);
 
 } // namespace MorvalenCore

@@ -47,7 +47,8 @@ public:
     // Value and type of one of ours; a parameter takes the value only.
     bool setValue(PropertyId property, const QString &value, const QString &type,
                   QString *error = nullptr) override;
-    bool setCategory(PropertyId property, const QString &category, QString *error = nullptr) override;
+    bool setCategory(PropertyId property, const QString &category,
+                     QString *error = nullptr) override;
 
 private:
     std::uint32_t valueNode(PropertyId property) const;

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "document/DocumentBuilds.h"
 #include "configurations/ConfigurationRunner.h"
 #include "configurations/MacroTable.h"
+#include "document/DocumentBuilds.h"
 
 #include <MorvalenCore/BuildConfiguration.h>
 

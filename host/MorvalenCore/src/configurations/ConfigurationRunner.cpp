@@ -1,6 +1,5 @@
 #include "configurations/ConfigurationRunner.h"
 
-#include "build/BuildRun.h"
 #include "configurations/ConfigurationItem.h"
 #include "configurations/generatedfiles.h"
 #include "disk/itempaths.h"
@@ -16,6 +15,8 @@
 #include <QPointer>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 using Qtilities::Logging::Logger;
 
 namespace MorvalenCore {
@@ -92,55 +93,70 @@ QString ConfigurationRunner::title() const
                                                       design.name());
 }
 
-bool ConfigurationRunner::request(BuildRequest *request, QString *error) const
+Result<BuildRequest> ConfigurationRunner::request() const
 {
-    request->configuration = configuration.configurationName();
-    request->workingFolder = design.folder();
-    request->targetPath = configuration.absoluteTargetPath(error);
-    if (request->targetPath.isEmpty())
-        return false;
-    request->macros = configuration.macroTable().rawValues(ConfigurationMacros | DesignMacros);
-    request->steps = configuration.steps();
-    request->launcher = readSetting(u"Builds"_s, u"launcher"_s);
-    for (const QString &node : nodesNamedIn(request->steps)) {
+    BuildRequest request;
+    request.configuration = configuration.configurationName();
+    request.workingFolder = design.folder();
+    QString error;
+    request.targetPath = configuration.absoluteTargetPath(&error);
+    if (request.targetPath.isEmpty())
+        return Status::invalidArgument(error);
+    request.macros = configuration.macroTable().rawValues(ConfigurationMacros | DesignMacros);
+    request.steps = configuration.steps();
+    request.launcher = readSetting(u"Builds"_s, u"launcher"_s);
+    for (const QString &node : nodesNamedIn(request.steps)) {
         if (!files.hasNode(node))
             continue;
-        QStringList &paths = request->nodes[node];
-        for (const DesignFile *file : files.underNode(node, true)) {
-            paths.append(pathOnDisk(file->actualPath(), design.folder(), error));
-            if (paths.last().isEmpty())
-                return false;
-        }
+        const Result<QStringList> paths = pathsUnder(node);
+        if (!paths.isOk())
+            return paths.status();
+        request.nodes[node] = paths.value();
     }
-    return true;
+    return request;
 }
 
-std::shared_ptr<KeptPlan> ConfigurationRunner::plan(QString *error)
+Result<QStringList> ConfigurationRunner::pathsUnder(const QString &node) const
 {
-    BuildRequest wanted;
-    return request(&wanted, error) ? plans.planFor(wanted, error) : nullptr;
-}
-
-std::shared_ptr<KeptPlan> ConfigurationRunner::checkedPlan()
-{
+    QStringList paths;
     QString error;
-    std::shared_ptr<KeptPlan> kept = plan(&error);
-    if (kept && !kept->isChecked)
-        error = overwriteRefusal(kept->plan, files);
-    if (error.isEmpty()) {
-        kept->isChecked = true;
-        return kept;
+    for (const DesignFile *file : files.underNode(node, true)) {
+        paths.append(pathOnDisk(file->actualPath(), design.folder(), &error));
+        if (paths.last().isEmpty())
+            return Status::invalidArgument(error);
     }
-    logError(u"%1 cannot be run: %2"_s.arg(title(), error));
-    return nullptr;
+    return paths;
+}
+
+PlanKeeper::Kept ConfigurationRunner::plan()
+{
+    const Result<BuildRequest> wanted = request();
+    return wanted.isOk() ? plans.planFor(wanted.value()) : wanted.status();
+}
+
+PlanKeeper::Kept ConfigurationRunner::checkedPlan()
+{
+    const PlanKeeper::Kept kept = plan();
+    if (!kept.isOk() || kept.value()->isChecked)
+        return kept;
+    const Status harmless = checkOverwriting(kept.value()->plan, files);
+    if (!harmless.isOk())
+        return harmless;
+    kept.value()->isChecked = true;
+    return kept;
+}
+
+void ConfigurationRunner::logRefusal(const Status &status) const
+{
+    logError(u"%1 cannot be run: %2"_s.arg(title(), status.text()));
 }
 
 QStringList ConfigurationRunner::stepNames()
 {
     QStringList names;
-    QString error;
-    if (const std::shared_ptr<KeptPlan> kept = plan(&error)) {
-        for (const PlannedStep &step : kept->plan.steps)
+    const PlanKeeper::Kept kept = plan();
+    if (kept.isOk()) {
+        for (const PlannedStep &step : kept.value()->plan.steps)
             names.append(step.name);
         return names;
     }
@@ -155,8 +171,9 @@ bool ConfigurationRunner::run(bool onlyOutdated)
         logError(u"%1 is running already"_s.arg(title()));
         return false;
     }
-    const std::shared_ptr<KeptPlan> kept = checkedPlan();
-    if (!kept) {
+    const PlanKeeper::Kept checked = checkedPlan();
+    if (!checked.isOk()) {
+        logRefusal(checked.status());
         runState = BuildConfiguration::Failed;
         return false;
     }
@@ -164,6 +181,7 @@ bool ConfigurationRunner::run(bool onlyOutdated)
     // The configuration may go while events are served; what is used afterwards is kept here.
     const QPointer<ConfigurationItem> alive(&configuration);
     const QString ownTitle = title();
+    const std::shared_ptr<KeptPlan> kept = checked.value();
     BuildRun run(kept->plan, kept->file);
     connectToLog(run);
     QObject::connect(&run, &BuildRun::progressed, &configuration,
@@ -178,12 +196,17 @@ bool ConfigurationRunner::run(bool onlyOutdated)
     logEnd(ownTitle, kept->plan, run, result);
     if (!alive)
         return false;
+    end(*kept, run, result);
+    return result == BuildRun::Result::Completed;
+}
+
+void ConfigurationRunner::end(KeptPlan &kept, const BuildRun &run, BuildRun::Result result)
+{
     current = nullptr;
     runState = stateAfter(result);
-    noteGenerated(*kept, run.doneSteps());
+    noteGenerated(kept, run.doneSteps());
     outdated.clear();
     BuildMonitor::instance()->end(&configuration);
-    return result == BuildRun::Result::Completed;
 }
 
 void ConfigurationRunner::noteGenerated(KeptPlan &kept, QList<int> steps)
@@ -194,18 +217,20 @@ void ConfigurationRunner::noteGenerated(KeptPlan &kept, QList<int> steps)
     kept.isNoted = true;
     if (steps.isEmpty())
         return;
-    QString error;
     ChangeBracket::instance()->open();
-    if (!noteGeneratedFiles(kept.plan, steps, &files, &error))
+    const Status noted = noteGeneratedFiles(kept.plan, steps, &files);
+    if (!noted.isOk())
         logWarning(u"What the build \"%1\" has made cannot be noted: %2"_s.arg(
-            kept.plan.configuration, error));
+            kept.plan.configuration, noted.text()));
     ChangeBracket::instance()->close();
 }
 
 bool ConfigurationRunner::runDry()
 {
-    const std::shared_ptr<KeptPlan> kept = checkedPlan();
-    if (!kept || !look(*kept))
+    const PlanKeeper::Kept checked = checkedPlan();
+    if (!checked.isOk())
+        logRefusal(checked.status());
+    if (!checked.isOk() || !look(*checked.value()))
         return false;
     if (outdated.isEmpty())
         logInfo(u"%1 is up to date"_s.arg(title()));
@@ -219,15 +244,14 @@ void ConfigurationRunner::refresh()
     if (current)
         return;
     runState = BuildConfiguration::Idle;
-    QString error;
-    const std::shared_ptr<KeptPlan> kept = plan(&error);
-    if (!kept) {
+    const PlanKeeper::Kept kept = plan();
+    if (!kept.isOk()) {
         outdated.clear();
-        logError(u"%1 cannot be run: %2"_s.arg(title(), error));
+        logRefusal(kept.status());
         return;
     }
-    const qsizetype count = kept->plan.steps.size();
-    if (look(*kept))
+    const qsizetype count = kept.value()->plan.steps.size();
+    if (look(*kept.value()))
         logInfo(u"%1 has %2 outdated of %3 steps"_s.arg(title()).arg(outdated.size()).arg(count));
 }
 

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "build/BuildRun.h"
 #include "build/PlanKeeper.h"
 
 #include <MorvalenCore/BuildConfiguration.h>
 
 namespace MorvalenCore {
 
-class BuildRun;
 class ConfigurationItem;
 class DesignFiles;
 class DesignState;
@@ -34,11 +34,13 @@ public:
     QStringList outdatedStepNames() const { return outdated; }
 
 private:
-    std::shared_ptr<KeptPlan> plan(QString *error);
-    // The same, with all that must be looked at before something runs; null when the log has said
-    // why not.
-    std::shared_ptr<KeptPlan> checkedPlan();
-    bool request(BuildRequest *request, QString *error) const;
+    PlanKeeper::Kept plan();
+    // The same, with all that must be looked at before something runs.
+    PlanKeeper::Kept checkedPlan();
+    void logRefusal(const Qtilities::Core::Status &status) const;
+    Qtilities::Core::Result<BuildRequest> request() const;
+    Qtilities::Core::Result<QStringList> pathsUnder(const QString &node) const;
+    void end(KeptPlan &kept, const BuildRun &run, BuildRun::Result result);
     bool look(const KeptPlan &kept);
     void noteGenerated(KeptPlan &kept, QList<int> steps);
     QString title() const;

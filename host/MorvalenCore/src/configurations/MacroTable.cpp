@@ -51,9 +51,8 @@ QHash<QString, QString> MacroTable::macroValues(MacroMode mode) const
 {
     const QHash<QString, QString> all = rawValues(DesignMacros | ConfigurationMacros);
     QHash<QString, QString> macros = rawValues(mode);
-    QString ignored;
     for (QString &value : macros)
-        expandMacros(&value, {{}, &all}, &ignored);
+        value = expandMacros(value, {{}, &all}).valueOr(value);
     return macros;
 }
 

@@ -10,6 +10,7 @@
 #include <optional>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -37,17 +38,18 @@ bool isNoted(const QString &path, const DesignFiles &files)
     return file && file->isGenerated();
 }
 
-bool note(const QString &path, const QString &by, DesignFiles *files, QString *error)
+Status note(const QString &path, const QString &by, DesignFiles *files)
 {
+    QString error;
     DesignFile *file = files->find(path);
     if (!file)
-        file = files->add(path, u"generated"_s, error);
-    return file && files->setGenerated(file, by, error);
+        file = files->add(path, u"generated"_s, &error);
+    return file && files->setGenerated(file, by, &error) ? Status() : Status::failed(error);
 }
 
 } // namespace
 
-QString overwriteRefusal(const BuildPlan &plan, const DesignFiles &files)
+Status checkOverwriting(const BuildPlan &plan, const DesignFiles &files)
 {
     std::optional<QSet<QString>> made;
     for (const PlannedStep &step : plan.steps) {
@@ -57,8 +59,9 @@ QString overwriteRefusal(const BuildPlan &plan, const DesignFiles &files)
             if (!made)
                 made = filesMadeIn(plan.targetFolder);
             if (!made->contains(output))
-                return u"The step \"%1\" would overwrite \"%2\", which no build has made"_s.arg(
-                    step.name, output);
+                return Status::conflict(
+                    u"The step \"%1\" would overwrite \"%2\", which no build has made"_s.arg(
+                        step.name, output));
         }
     }
     return {};
@@ -77,16 +80,16 @@ QList<int> stepsNotNoted(const BuildPlan &plan, const DesignFiles &files)
     return steps;
 }
 
-bool noteGeneratedFiles(const BuildPlan &plan, const QList<int> &steps, DesignFiles *files,
-                        QString *error)
+Status noteGeneratedFiles(const BuildPlan &plan, const QList<int> &steps, DesignFiles *files)
 {
     for (const int step : steps) {
         for (const QString &output : plan.steps[step].outputs) {
-            if (!note(output, plan.configuration, files, error))
-                return false;
+            const Status noted = note(output, plan.configuration, files);
+            if (!noted.isOk())
+                return noted;
         }
     }
-    return true;
+    return {};
 }
 
 } // namespace MorvalenCore

@@ -181,9 +181,9 @@ bool Design::assignPhysicalWorkingFolderPath(const QString &path)
     } else if (folder == state.folder()) {
         status = place.restoreFolders();
     } else {
-        status = Status::alreadyExists(
-            u"The design \"%1\" has the working folder \"%2\" already"_s.arg(name(),
-                                                                             state.folder()));
+        status =
+            Status::alreadyExists(u"The design \"%1\" has the working folder \"%2\" already"_s.arg(
+                name(), state.folder()));
     }
     if (!status.isOk())
         logError(status.text());

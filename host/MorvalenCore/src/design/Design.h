@@ -66,7 +66,10 @@ public:
     QString structureId() const override { return state.document().text(DesignField::Structure); }
     void setStructureId(const QString &id) override;
     QString description() const override { return state.document().text(DesignField::Description); }
-    void setDescription(const QString &description) override { setText(DesignField::Description, description); }
+    void setDescription(const QString &description) override
+    {
+        setText(DesignField::Description, description);
+    }
     QString author() const override { return state.document().text(DesignField::Author); }
     void setAuthor(const QString &author) override { setText(DesignField::Author, author); }
     bool isReadOnly() const override { return state.isReadOnly(); }
@@ -108,10 +111,7 @@ public:
     {
         return folderItems.add(actualPath, error);
     }
-    bool removeFolder(const QString &actualPath) override
-    {
-        return folderItems.remove(actualPath);
-    }
+    bool removeFolder(const QString &actualPath) override { return folderItems.remove(actualPath); }
     QList<DesignFolder *> folders() const override { return folderItems.all(); }
     QList<QPointer<DesignFolder>> activeFolders() const override
     {

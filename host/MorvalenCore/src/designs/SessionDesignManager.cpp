@@ -121,8 +121,7 @@ Result<std::unique_ptr<Design>> SessionDesignManager::openDesign(const QString &
     if (fileName.isEmpty())
         return Status::invalidArgument(u"No file is named to open a design from"_s);
     if (open.findByFile(fileName))
-        return Status::alreadyExists(
-            u"The component file \"%1\" is open already"_s.arg(fileName));
+        return Status::alreadyExists(u"The component file \"%1\" is open already"_s.arg(fileName));
     return Design::open(ComponentFormat::instance(), fileName);
 }
 
@@ -179,8 +178,7 @@ bool SessionDesignManager::closeDesign(const QString &id, bool deleteWorkingFold
 
     const Status deleted = doomed ? doomed->remove() : Status();
     if (!deleted.isOk())
-        logWarning(
-            u"The working folder of the design \"%1\" stays: %2"_s.arg(id, deleted.text()));
+        logWarning(u"The working folder of the design \"%1\" stays: %2"_s.arg(id, deleted.text()));
     return true;
 }
 

@@ -53,7 +53,7 @@ bool saveOrBackUp(Interfaces::IDesign *design)
     const Result<QString> copy = own ? backUp(*own) : Status::unsupported(error);
     if (copy.isOk())
         logWarning(u"The changes of the design \"%1\" are in \"%2\" instead"_s.arg(design->name(),
-                                                                                copy.value()));
+                                                                                   copy.value()));
     else
         logError(u"The changes of the design \"%1\" cannot be saved: %2"_s.arg(
             design->name(), copy.status().text()));

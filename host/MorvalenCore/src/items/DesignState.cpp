@@ -8,8 +8,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace MorvalenCore {
 
-DesignState::DesignState(std::unique_ptr<DesignDocument> document)
-    : component(std::move(document))
+DesignState::DesignState(std::unique_ptr<DesignDocument> document) : component(std::move(document))
 {
 }
 

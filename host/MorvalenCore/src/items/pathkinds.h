@@ -8,10 +8,7 @@ namespace MorvalenCore {
 // What differs between the items of a design that stand for paths, by the kind of their elements.
 
 inline DocumentFiles &partOf(DesignDocument &document, FileId) { return document.files(); }
-inline DocumentFolders &partOf(DesignDocument &document, FolderId)
-{
-    return document.folders();
-}
+inline DocumentFolders &partOf(DesignDocument &document, FolderId) { return document.folders(); }
 
 inline QList<FileId> elementsOf(const DocumentFiles &files) { return files.files(); }
 inline QList<FolderId> elementsOf(const DocumentFolders &folders) { return folders.folders(); }
