@@ -3,10 +3,13 @@
 #include "configurations/DesignBuilds.h"
 #include "disk/itempaths.h"
 #include "items/DesignState.h"
+#include "log/hostlog.h"
 
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -32,17 +35,22 @@ void ConfigurationItem::setTargetPath(const QString &path)
 {
     BuildDescription changed = data;
     changed.targetPath = path;
-    builds.change(*this, changed, nullptr);
+    answer(builds.change(*this, changed));
 }
 
 bool ConfigurationItem::setDescription(const BuildDescription &description, QString *error)
 {
-    return builds.change(*this, description, error);
+    return answer(builds.change(*this, description), error);
 }
 
-QString ConfigurationItem::absoluteTargetPath(QString *error) const
+Result<QString> ConfigurationItem::targetPathOnDisk() const
 {
-    return pathOnDisk(actualItemPath(getTargetPath(), state.folder()), state.folder(), error);
+    QString error;
+    const QString path =
+        pathOnDisk(actualItemPath(getTargetPath(), state.folder()), state.folder(), &error);
+    if (path.isEmpty())
+        return Status::invalidArgument(error);
+    return path;
 }
 
 QStringList ConfigurationItem::stepNamesInOrder(int count) const
@@ -63,11 +71,11 @@ QList<BuildStep> ConfigurationItem::stepsOfFiles() const
         const FileBuildCommand build = files.buildCommand(file);
         const QString path = files.path(file);
         const QString onDisk = pathOnDisk(actualItemPath(path, state.folder()), state.folder());
-        QStringList words {build.command, build.flags, u"$(INPUTS)"_s};
-        words.removeAll(QString());
+        QStringList arguments {build.command, build.flags, u"$(INPUTS)"_s};
+        arguments.removeAll(QString());
         BuildStep step;
         step.name = build.targetName.isEmpty() ? path : build.targetName;
-        step.command = words.join(u' ');
+        step.command = arguments.join(u' ');
         step.inputs = QStringList {onDisk.isEmpty() ? path : onDisk};
         if (!build.targetName.isEmpty())
             step.outputs = QStringList {build.targetName};

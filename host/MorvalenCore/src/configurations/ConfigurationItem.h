@@ -6,6 +6,8 @@
 
 #include <MorvalenCore/BuildConfiguration.h>
 
+#include <Qtilities/Status.h>
+
 namespace MorvalenCore {
 
 class DesignBuilds;
@@ -44,9 +46,8 @@ public:
 
     // The steps as they are listed, those that files bring along last.
     QList<BuildStep> steps() const;
-    // The target path, absolute and clean; empty, with the reason in *error (which may be null),
-    // when it names what is not known.
-    QString absoluteTargetPath(QString *error = nullptr) const;
+    // The target path, absolute and clean; fails when it names what is not known.
+    Qtilities::Core::Result<QString> targetPathOnDisk() const;
     const MacroTable &macroTable() const { return macros; }
 
 private:

@@ -98,10 +98,10 @@ Result<BuildRequest> ConfigurationRunner::request() const
     BuildRequest request;
     request.configuration = configuration.configurationName();
     request.workingFolder = design.folder();
-    QString error;
-    request.targetPath = configuration.absoluteTargetPath(&error);
-    if (request.targetPath.isEmpty())
-        return Status::invalidArgument(error);
+    const Result<QString> targetPath = configuration.targetPathOnDisk();
+    if (!targetPath.isOk())
+        return targetPath.status();
+    request.targetPath = targetPath.value();
     request.macros = configuration.macroTable().rawValues(ConfigurationMacros | DesignMacros);
     request.steps = configuration.steps();
     request.launcher = readSetting(u"Builds"_s, u"launcher"_s);

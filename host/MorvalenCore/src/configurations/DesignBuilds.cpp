@@ -1,11 +1,15 @@
 #include "configurations/DesignBuilds.h"
 
 #include "configurations/ConfigurationItem.h"
+#include "document/statusof.h"
 #include "items/DesignState.h"
+#include "log/hostlog.h"
 
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -70,83 +74,94 @@ void DesignBuilds::setActive(const BuildConfiguration *configuration)
         return;
     activeName = configuration->configurationName();
     if (!state.isReadOnly())
-        state.change(nullptr, [&](QString *error) {
-            return state.document().builds().setActiveName(activeName, error);
-        });
+        answer(state.change([&] {
+            return statusOf([&](QString *error) {
+                return state.document().builds().setActiveName(activeName, error);
+            });
+        }));
     else if (state.changed)
         state.changed();
 }
 
-bool DesignBuilds::isFree(const QString &name, QString *error) const
+Status DesignBuilds::checkName(const QString &name) const
 {
     if (name.isEmpty())
-        *error = u"The name of a build configuration cannot be empty"_s;
-    else if (name == u"."_s || name == u".."_s
-             || std::any_of(name.cbegin(), name.cend(), [](QChar c) {
-                    return c == u'/' || c.category() == QChar::Other_Control;
-                }))
-        *error = u"A build configuration cannot have the name \"%1\""_s.arg(name);
-    else if (find(name))
-        *error =
-            u"The design \"%1\" has a build configuration \"%2\" already"_s.arg(state.name(), name);
-    else
-        return true;
-    return false;
+        return Status::invalidArgument(u"The name of a build configuration cannot be empty"_s);
+    if (name == u"."_s || name == u".."_s || std::any_of(name.cbegin(), name.cend(), [](QChar c) {
+            return c == u'/' || c.category() == QChar::Other_Control;
+        }))
+        return Status::invalidArgument(
+            u"A build configuration cannot have the name \"%1\""_s.arg(name));
+    if (find(name))
+        return Status::alreadyExists(
+            u"The design \"%1\" has a build configuration \"%2\" already"_s.arg(state.name(),
+                                                                                name));
+    return {};
 }
 
-BuildConfiguration *DesignBuilds::add(const QString &name, QString *error)
+Status DesignBuilds::write(const BuildDescription &description, const QString &formerName)
 {
-    const bool added = state.change(error, [&](QString *reason) {
-        const BuildDescription description {name, {}, {}, {}};
-        if (!isFree(name, reason) || !state.document().builds().write(description, reason))
-            return false;
-        takeUp(description);
-        return true;
+    const Status named = description.name == formerName ? Status() : checkName(description.name);
+    if (!named.isOk())
+        return named;
+    return statusOf([&](QString *error) {
+        return state.document().builds().write(description, error, formerName);
     });
-    return added ? items.back().get() : nullptr;
 }
 
-bool DesignBuilds::change(ConfigurationItem &item, const BuildDescription &description,
-                          QString *error)
+Result<BuildConfiguration *> DesignBuilds::add(const QString &name)
+{
+    const Status status = state.change([&] {
+        const BuildDescription description {name, {}, {}, {}};
+        const Status accepted = checkName(name);
+        const Status written = accepted.isOk() ? write(description, name) : accepted;
+        if (written.isOk())
+            takeUp(description);
+        return written;
+    });
+    if (!status.isOk())
+        return status;
+    return items.back().get();
+}
+
+Status DesignBuilds::change(ConfigurationItem &item, const BuildDescription &description)
 {
     const BuildDescription before = item.description();
     if (description == before)
-        return true;
-    return state.change(error, [&](QString *reason) {
-        DocumentBuilds &written = state.document().builds();
-        const bool renamed = description.name != before.name;
-        if ((renamed && !isFree(description.name, reason))
-            || !written.write(description, reason, before.name))
-            return false;
+        return {};
+    return state.change([&] {
+        const Status written = write(description, before.name);
+        if (!written.isOk())
+            return written;
         item.takeUp(description);
-        if (renamed && written.activeName() == before.name)
-            written.setActiveName(description.name);
+        DocumentBuilds &document = state.document().builds();
+        const bool renamed = description.name != before.name;
+        if (renamed && document.activeName() == before.name)
+            document.setActiveName(description.name);
         if (renamed && activeName == before.name)
             activeName = description.name;
         takeUpDefault();
-        return true;
+        return Status();
     });
 }
 
-bool DesignBuilds::remove(const QString &name, QString *error)
+Status DesignBuilds::remove(const QString &name)
 {
-    return state.change(error, [&](QString *reason) {
+    return state.change([&] {
         const BuildConfiguration *item = find(name);
         DocumentBuilds &written = state.document().builds();
-        if (item && item->runState() == BuildConfiguration::Running) {
-            *reason = u"The build \"%1\" of design \"%2\" is running"_s.arg(name, state.name());
-            return false;
-        }
-        if (!written.remove(name)) {
-            *reason = u"The design \"%1\" has no build configuration \"%2\" of its own"_s.arg(
-                state.name(), name);
-            return false;
-        }
+        if (item && item->runState() == BuildConfiguration::Running)
+            return Status::busy(
+                u"The build \"%1\" of design \"%2\" is running"_s.arg(name, state.name()));
+        if (!written.remove(name))
+            return Status::notFound(
+                u"The design \"%1\" has no build configuration \"%2\" of its own"_s.arg(
+                    state.name(), name));
         if (written.activeName() == name)
             written.setActiveName({});
         std::erase_if(items, [item](const auto &other) { return other.get() == item; });
         takeUpDefault();
-        return true;
+        return Status();
     });
 }
 

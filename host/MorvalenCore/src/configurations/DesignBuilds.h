@@ -4,6 +4,8 @@
 
 #include <MorvalenCore/BuildConfiguration.h>
 
+#include <Qtilities/Status.h>
+
 #include <memory>
 #include <vector>
 
@@ -34,17 +36,18 @@ public:
     // remembers it as long as it is open.
     void setActive(const BuildConfiguration *configuration);
 
-    BuildConfiguration *add(const QString &name, QString *error);
-    bool remove(const QString &name, QString *error);
+    Qtilities::Core::Result<BuildConfiguration *> add(const QString &name);
+    Qtilities::Core::Status remove(const QString &name);
 
-    // What BuildConfiguration::setDescription() does; a refusal goes to the log when error is null.
-    bool change(ConfigurationItem &item, const BuildDescription &description, QString *error);
+    // What BuildConfiguration::setDescription() does.
+    Qtilities::Core::Status change(ConfigurationItem &item, const BuildDescription &description);
 
 private:
     void takeUp(const BuildDescription &description);
     void takeUpDefault();
-    // Whether a configuration may get that name; the reason in *error.
-    bool isFree(const QString &name, QString *error) const;
+    // Whether a configuration may get that name.
+    Qtilities::Core::Status checkName(const QString &name) const;
+    Qtilities::Core::Status write(const BuildDescription &description, const QString &formerName);
 
     DesignState &state;
     DesignFiles &files;

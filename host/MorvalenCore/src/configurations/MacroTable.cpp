@@ -40,7 +40,7 @@ QHash<QString, QString> MacroTable::configurationMacros() const
 {
     QHash<QString, QString> macros {
         {u"CONFIGURATION"_s, configuration.configurationName()},
-        {u"TARGET_PATH"_s, configuration.absoluteTargetPath()},
+        {u"TARGET_PATH"_s, configuration.targetPathOnDisk().valueOr({})},
     };
     for (const BuildMacro &macro : configuration.ownMacros())
         macros.insert(macro.name, macro.value);

@@ -10,6 +10,7 @@
 #include <optional>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
 using Qtilities::Core::Status;
 
 namespace MorvalenCore {
@@ -40,11 +41,9 @@ bool isNoted(const QString &path, const DesignFiles &files)
 
 Status note(const QString &path, const QString &by, DesignFiles *files)
 {
-    QString error;
-    DesignFile *file = files->find(path);
-    if (!file)
-        file = files->add(path, u"generated"_s, &error);
-    return file && files->setGenerated(file, by, &error) ? Status() : Status::failed(error);
+    DesignFile *const known = files->find(path);
+    const Result<DesignFile *> file = known ? known : files->add(path, u"generated"_s);
+    return file.isOk() ? files->setGenerated(file.value(), by) : file.status();
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "design/Design.h"
 
+#include "document/statusof.h"
 #include "log/hostlog.h"
 #include "structures/structures.h"
 
@@ -104,27 +105,33 @@ void Design::setIdentity(DesignField field, const QString &text)
     if (text == oldText)
         return;
     const QString oldId = id(u"."_s);
-    state.change(nullptr, [&](QString *error) {
-        if (!state.document().setText(field, text, error))
-            return false;
-        *error = registry && id(u"."_s) != oldId ? registry->idRefusal(id(u"."_s)) : QString();
-        if (!error->isEmpty()) {
+    answer(state.change([&] {
+        const Status written = write(field, text);
+        if (!written.isOk())
+            return written;
+        const QString newId = id(u"."_s);
+        const QString refusal = registry && newId != oldId ? registry->idRefusal(newId) : QString();
+        if (!refusal.isEmpty()) {
             state.document().setText(field, oldText);
-            return false;
+            return Status::alreadyExists(refusal);
         }
         setObjectName(name());
         if (registry)
             registry->designIdChanged(this, oldId);
-        return true;
-    });
+        return Status();
+    }));
 }
 
 void Design::setText(DesignField field, const QString &text)
 {
     if (text == state.document().text(field))
         return;
-    state.change(nullptr,
-                 [&](QString *error) { return state.document().setText(field, text, error); });
+    answer(state.change([&] { return write(field, text); }));
+}
+
+Status Design::write(DesignField field, const QString &text)
+{
+    return statusOf([&](QString *error) { return state.document().setText(field, text, error); });
 }
 
 QString Design::designType() const
@@ -213,9 +220,9 @@ DesignFile *Design::addFile(const QString &actualPath, const QString &node, bool
                             QString *error)
 {
     if (notify)
-        return files.add(actualPath, node, error);
+        return answer(files.add(actualPath, node), error);
     startProcessingCycle();
-    DesignFile *file = files.add(actualPath, node, error);
+    DesignFile *file = answer(files.add(actualPath, node), error);
     endProcessingCycle(false);
     return file;
 }

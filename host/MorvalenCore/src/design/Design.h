@@ -9,6 +9,7 @@
 #include "items/DesignFolders.h"
 #include "items/DesignProperties.h"
 #include "items/DesignState.h"
+#include "log/hostlog.h"
 
 #include <MorvalenCore/IDesign.h>
 
@@ -93,7 +94,10 @@ public:
     }
     DesignFile *addFile(const QString &actualPath, const QString &node, bool notify,
                         QString *error) override;
-    bool removeFile(const QString &actualPath) override { return files.remove(actualPath); }
+    bool removeFile(const QString &actualPath) override
+    {
+        return files.find(actualPath) && answer(files.remove(actualPath));
+    }
     QList<DesignFile *> filesUnderNode(const QString &node, bool recursive) const override
     {
         return files.underNode(node, recursive);
@@ -109,9 +113,12 @@ public:
     }
     DesignFolder *addFolder(const QString &actualPath, QString *error) override
     {
-        return folderItems.add(actualPath, error);
+        return answer(folderItems.add(actualPath), error);
     }
-    bool removeFolder(const QString &actualPath) override { return folderItems.remove(actualPath); }
+    bool removeFolder(const QString &actualPath) override
+    {
+        return folderItems.find(actualPath) && answer(folderItems.remove(actualPath));
+    }
     QList<DesignFolder *> folders() const override { return folderItems.all(); }
     QList<QPointer<DesignFolder>> activeFolders() const override
     {
@@ -127,9 +134,12 @@ public:
                                 const Qtilities::Core::QtilitiesCategory &category,
                                 const QVariant &value, bool readOnly, QString *error) override
     {
-        return propertyItems.add(name, category, value, readOnly, error);
+        return answer(propertyItems.add(name, category, value, readOnly), error);
     }
-    bool removeProperty(const QString &name) override { return propertyItems.remove(name); }
+    bool removeProperty(const QString &name) override
+    {
+        return propertyItems.find(name) && answer(propertyItems.remove(name));
+    }
     QList<DesignProperty *> properties() const override { return propertyItems.all(); }
     QList<QPointer<DesignProperty>> activeProperties() const override
     {
@@ -149,11 +159,11 @@ public:
     }
     BuildConfiguration *addBuildConfiguration(const QString &name, QString *error) override
     {
-        return builds.add(name, error);
+        return answer(builds.add(name), error);
     }
     bool removeBuildConfiguration(const QString &name, QString *error) override
     {
-        return builds.remove(name, error);
+        return answer(builds.remove(name), error);
     }
 
 private:
@@ -162,6 +172,7 @@ private:
     void load();
     void setIdentity(DesignField field, const QString &text);
     void setText(DesignField field, const QString &text);
+    Qtilities::Core::Status write(DesignField field, const QString &text);
 
     const DocumentFormat &format;
     DesignRegistry *registry = nullptr;

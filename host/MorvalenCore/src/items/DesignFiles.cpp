@@ -6,6 +6,8 @@
 #include "structures/structures.h"
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -29,35 +31,36 @@ DesignFile *DesignFiles::findByName(const QString &fileName) const
     return nullptr;
 }
 
-DesignFile *DesignFiles::add(const QString &path, const QString &node, QString *error)
+Result<DesignFile *> DesignFiles::add(const QString &path, const QString &node)
 {
-    return addItem(path, error, [&](const QString &text, QString *reason) {
-        return addEntry(text, node, reason);
-    });
+    return addItem(path, [&](const QString &text) { return addEntry(text, node); });
 }
 
-FileId DesignFiles::addEntry(const QString &text, const QString &node, QString *error)
+Result<FileId> DesignFiles::addEntry(const QString &text, const QString &node)
 {
-    const FileSetId set = node.isEmpty() ? fileSetFor(text, error) : fileSetNamed(node, error);
-    const FileId entry = set ? part().add(text, set, error) : FileId();
-    if (!entry)
+    const Result<FileSetId> set = node.isEmpty() ? fileSetFor(text) : fileSetNamed(node);
+    if (!set.isOk())
+        return set.status();
+    const Result<FileId> entry =
+        added<FileId>([&](QString *error) { return part().add(text, set.value(), error); });
+    if (!entry.isOk())
         return entry;
     const QString path = actualItemPath(text, state.folder());
     const QString category = categoryForFileName(path.section(u'/', -1));
-    if (category != part().category(entry))
-        part().setCategory(entry, category);
-    types.added(entry);
+    if (category != part().category(entry.value()))
+        part().setCategory(entry.value(), category);
+    types.added(entry.value());
     return entry;
 }
 
-FileSetId DesignFiles::fileSetFor(const QString &text, QString *error)
+Result<FileSetId> DesignFiles::fileSetFor(const QString &text)
 {
     const DocumentFiles &document = part();
     const DesignStructure *structure =
         findDesignStructure(state.document().text(DesignField::Structure));
     const QString wanted = structure ? structure->fileSetFor(text) : QString();
     if (!wanted.isEmpty() && !holdsGeneratedFiles(wanted))
-        return fileSetNamed(wanted, error);
+        return fileSetNamed(wanted);
     if (const FileSetId set = types.firstSetWith(document.fileTypeOf(text)))
         return set;
     if (const FileSetId set = document.fileSet(u"files"_s); set && !holdsGeneratedFiles(u"files"_s))
@@ -69,7 +72,7 @@ FileSetId DesignFiles::fileSetFor(const QString &text, QString *error)
     QString name = u"files"_s;
     for (int i = 2; document.fileSet(name); ++i)
         name = u"files_%1"_s.arg(i);
-    return fileSetNamed(name, error);
+    return fileSetNamed(name);
 }
 
 bool DesignFiles::holdsGeneratedFiles(const QString &fileSet) const
@@ -77,19 +80,23 @@ bool DesignFiles::holdsGeneratedFiles(const QString &fileSet) const
     return part().isInGeneratedGroup(part().fileSet(fileSet));
 }
 
-FileSetId DesignFiles::fileSetNamed(const QString &name, QString *error)
+Result<FileSetId> DesignFiles::fileSetNamed(const QString &name)
 {
-    DocumentFiles &document = part();
-    const FileSetId set = document.fileSet(name);
-    return set ? set : document.addFileSet(name, error);
+    if (const FileSetId set = part().fileSet(name))
+        return set;
+    return added<FileSetId>([&](QString *error) { return part().addFileSet(name, error); });
 }
 
-bool DesignFiles::setGenerated(DesignFile *file, const QString &by, QString *error)
+Status DesignFiles::setGenerated(DesignFile *file, const QString &by)
 {
     const auto *item = dynamic_cast<FileItem *>(file);
-    return item && state.change(error, [&](QString *reason) {
-        const QString version = state.document().text(DesignField::Version);
-        return part().setGenerated(item->elements().first(), GeneratedInfo {by, version}, reason);
+    if (!item)
+        return Status::unsupported(u"The file is not one of design \"%1\""_s.arg(state.name()));
+    return state.change([&] {
+        const GeneratedInfo info {by, state.document().text(DesignField::Version)};
+        return statusOf([&](QString *error) {
+            return part().setGenerated(item->elements().first(), info, error);
+        });
     });
 }
 

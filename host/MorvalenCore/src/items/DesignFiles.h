@@ -14,22 +14,22 @@ public:
 
     // See IDesign for what these do.
     DesignFile *findByName(const QString &fileName) const;
-    DesignFile *add(const QString &path, const QString &node, QString *error);
+    Qtilities::Core::Result<DesignFile *> add(const QString &path, const QString &node);
     QList<DesignFile *> underNode(const QString &node, bool recursive) const;
     bool hasNode(const QString &node) const;
     QStringList nodeNames() const;
 
     // Marks a file as made by a build of the design's current version.
-    bool setGenerated(DesignFile *file, const QString &by, QString *error);
+    Qtilities::Core::Status setGenerated(DesignFile *file, const QString &by);
 
 private:
     void removing(FileId entry) override { types.removing(entry); }
-    FileId addEntry(const QString &text, const QString &node, QString *error);
+    Qtilities::Core::Result<FileId> addEntry(const QString &text, const QString &node);
     // For the file that is to be added under the text. Never a set of generated files: whatever
     // lies in one is deleted when the design is cleaned.
-    FileSetId fileSetFor(const QString &text, QString *error);
+    Qtilities::Core::Result<FileSetId> fileSetFor(const QString &text);
     bool holdsGeneratedFiles(const QString &fileSet) const;
-    FileSetId fileSetNamed(const QString &name, QString *error);
+    Qtilities::Core::Result<FileSetId> fileSetNamed(const QString &name);
     QList<FileId> entriesUnderNode(const QString &node, bool recursive) const;
 
     FileTypeCounts types;

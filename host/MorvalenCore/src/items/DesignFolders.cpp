@@ -2,10 +2,10 @@
 
 namespace MorvalenCore {
 
-DesignFolder *DesignFolders::add(const QString &path, QString *error)
+Qtilities::Core::Result<DesignFolder *> DesignFolders::add(const QString &path)
 {
-    return addItem(path, error, [&](const QString &text, QString *reason) {
-        return part().add(text, QString(), reason);
+    return addItem(path, [&](const QString &text) {
+        return added<FolderId>([&](QString *error) { return part().add(text, QString(), error); });
     });
 }
 

@@ -12,7 +12,7 @@ public:
     explicit DesignFolders(DesignState &designState) : PathItems(designState) { }
 
     // See IDesign for what these do.
-    DesignFolder *add(const QString &path, QString *error);
+    Qtilities::Core::Result<DesignFolder *> add(const QString &path);
     QList<DesignFolder *> all() const;
 };
 

@@ -1,10 +1,13 @@
 #include "items/DesignProperties.h"
 
+#include "document/statusof.h"
 #include "items/DesignState.h"
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::QtilitiesCategory;
 using Qtilities::Core::QtilitiesProperty;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -23,54 +26,60 @@ PropertyItem *DesignProperties::takeUp(const QString &name, PropertyId entry)
     return table.insert(name, entry, [&] { return std::make_shared<PropertyItem>(*this, state); });
 }
 
-QString DesignProperties::nameRefusal(const QString &name) const
+Status DesignProperties::checkName(const QString &name) const
 {
     if (name.isEmpty())
-        return u"The name of a property cannot be empty"_s;
+        return Status::invalidArgument(u"The name of a property cannot be empty"_s);
     if (table.byKey(name))
-        return u"The design \"%1\" has the property \"%2\" already"_s.arg(state.name(), name);
+        return Status::alreadyExists(
+            u"The design \"%1\" has the property \"%2\" already"_s.arg(state.name(), name));
     return {};
 }
 
-DesignProperty *DesignProperties::add(const QString &name, const QtilitiesCategory &category,
-                                      const QVariant &value, bool readOnly, QString *error)
+Result<DesignProperty *> DesignProperties::add(const QString &name,
+                                               const QtilitiesCategory &category,
+                                               const QVariant &value, bool readOnly)
 {
     PropertyItem *item = nullptr;
-    state.change(error, [&](QString *reason) {
-        *reason = nameRefusal(name);
-        if (!reason->isEmpty())
-            return false;
+    const Status status = state.change([&] {
+        const Status accepted = checkName(name);
+        if (!accepted.isOk())
+            return accepted;
         PropertyData data;
         data.name = name;
         data.type = QtilitiesProperty::typeName(value);
         data.category = category.toString(u"::"_s);
         data.value = value.toString();
         data.readOnly = readOnly;
-        const PropertyId entry = state.document().properties().add(data, reason);
-        if (!entry)
-            return false;
-        item = takeUp(name, entry);
-        return true;
+        const Result<PropertyId> entry = added<PropertyId>(
+            [&](QString *error) { return state.document().properties().add(data, error); });
+        if (entry.isOk())
+            item = takeUp(name, entry.value());
+        return entry.status();
     });
+    if (!status.isOk())
+        return status;
     return item;
 }
 
-bool DesignProperties::remove(const QString &name)
+Status DesignProperties::remove(const QString &name)
 {
     const PropertyItem *item = table.byKey(name);
-    return item && state.change(nullptr, [&](QString *reason) {
+    if (!item)
+        return Status::notFound(
+            u"The design \"%1\" has no property \"%2\""_s.arg(state.name(), name));
+    return state.change([&] {
         DocumentProperties &document = state.document().properties();
         for (const PropertyId &entry : item->elements()) {
-            if (!document.isRemovable(entry)) {
-                *reason = u"The property \"%1\" of the design \"%2\" cannot be removed"_s.arg(
-                    name, state.name());
-                return false;
-            }
+            if (!document.isRemovable(entry))
+                return Status::readOnly(
+                    u"The property \"%1\" of the design \"%2\" cannot be removed"_s.arg(
+                        name, state.name()));
         }
         for (const PropertyId &entry : item->elements())
             document.remove(entry);
         table.remove(name);
-        return true;
+        return Status();
     });
 }
 

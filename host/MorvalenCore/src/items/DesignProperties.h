@@ -4,6 +4,8 @@
 #include "items/ItemTable.h"
 #include "items/PropertyItem.h"
 
+#include <Qtilities/Status.h>
+
 #include <QVariant>
 
 namespace MorvalenCore {
@@ -22,13 +24,14 @@ public:
 
     // See IDesign for what these do.
     DesignProperty *find(const QString &name) const { return table.byKey(name); }
-    DesignProperty *add(const QString &name, const Qtilities::Core::QtilitiesCategory &category,
-                        const QVariant &value, bool readOnly, QString *error);
-    bool remove(const QString &name);
+    Qtilities::Core::Result<DesignProperty *>
+    add(const QString &name, const Qtilities::Core::QtilitiesCategory &category,
+        const QVariant &value, bool readOnly);
+    Qtilities::Core::Status remove(const QString &name);
     QList<DesignProperty *> all() const;
 
-    // Why no property can get that name; empty when one can.
-    QString nameRefusal(const QString &name) const;
+    // Whether a property can get that name.
+    Qtilities::Core::Status checkName(const QString &name) const;
     // Called when a property has got another name.
     void renamed(const QString &oldName, const QString &newName);
 

@@ -1,10 +1,9 @@
 #include "items/DesignState.h"
 
-#include "log/hostlog.h"
-
 #include <QFileInfo>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -29,21 +28,14 @@ QString DesignState::folder() const { return placed ? component->folder() : QStr
 
 bool DesignState::isReadOnly() const { return fileReadOnly || component->isReadOnly(); }
 
-bool DesignState::change(QString *error, const Edit &edit)
+Status DesignState::change(const Edit &edit)
 {
-    QString reason;
     if (isReadOnly())
-        reason = u"The design \"%1\" is read-only"_s.arg(name());
-    else if (edit(&reason)) {
-        if (changed)
-            changed();
-        return true;
-    }
-    if (error)
-        *error = reason;
-    else if (!reason.isEmpty())
-        logWarning(reason);
-    return false;
+        return Status::readOnly(u"The design \"%1\" is read-only"_s.arg(name()));
+    const Status status = edit();
+    if (status.isOk() && changed)
+        changed();
+    return status;
 }
 
 } // namespace MorvalenCore

@@ -2,6 +2,8 @@
 
 #include "document/DesignDocument.h"
 
+#include <Qtilities/Status.h>
+
 #include <functional>
 #include <memory>
 #include <utility>
@@ -37,11 +39,9 @@ public:
     bool isReadOnly() const;
     void setFileReadOnly(bool flag) { fileReadOnly = flag; }
 
-    // Changes the design: the edit fills in its error text and returns false when it refuses. When
-    // it, or the design as a whole, refuses, the reason goes to *error, or to the log as a warning
-    // when error is null.
-    using Edit = std::function<bool(QString *error)>;
-    bool change(QString *error, const Edit &edit);
+    // Changes the design, unless it is read-only or the edit fails.
+    using Edit = std::function<Qtilities::Core::Status()>;
+    Qtilities::Core::Status change(const Edit &edit);
 
     // Called after each change of the design.
     std::function<void()> changed;

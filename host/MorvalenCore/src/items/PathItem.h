@@ -1,9 +1,11 @@
 #pragma once
 
+#include "document/statusof.h"
 #include "items/DesignState.h"
 #include "items/ItemTable.h"
 #include "items/pathkinds.h"
 #include "items/SharedPropertyKeeper.h"
+#include "log/hostlog.h"
 
 #include <Qtilities/Observer.h>
 #include <Qtilities/QtilitiesCategory.h>
@@ -44,14 +46,16 @@ public:
 
     bool setCategory(const Qtilities::Core::QtilitiesCategory &category) override
     {
-        return state.change(nullptr, [&](QString *error) {
-            return part().setCategory(entries.first(), category.toString(QStringLiteral("::")),
-                                      error);
-        });
+        return answer(state.change([&] {
+            return statusOf([&](QString *error) {
+                return part().setCategory(entries.first(), category.toString(QStringLiteral("::")),
+                                          error);
+            });
+        }));
     }
 
     QString actualPath() const override { return path; }
-    void setActualPath(const QString &newPath) override { items.move(this, newPath); }
+    void setActualPath(const QString &newPath) override { answer(items.move(this, newPath)); }
 
     bool existsOnDisk() const override { return isItemOnDisk(state, path, kindOf(Id())); }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "disk/itempaths.h"
+#include "document/statusof.h"
 #include "items/DesignState.h"
 #include "items/ItemTable.h"
 #include "items/pathkinds.h"
@@ -29,37 +30,42 @@ public:
     // By actual path or by a path of the design's folder; null when there is none.
     Base *find(const QString &path) const { return lookUp(path); }
 
-    bool remove(const QString &path)
+    Qtilities::Core::Status remove(const QString &path)
     {
         Item *item = lookUp(path);
-        return item && state.change(nullptr, [&](QString *) {
+        if (!item)
+            return Qtilities::Core::Status::notFound(
+                QStringLiteral("The design \"%1\" does not have \"%2\"").arg(state.name(), path));
+        return state.change([&] {
             for (const Id &element : item->elements()) {
                 removing(element);
                 part().remove(element);
             }
             table.remove(item->actualPath());
-            return true;
+            return Qtilities::Core::Status();
         });
     }
 
     // Gives an item another path, which the design must not have yet.
     template <typename Mover>
-    void move(Mover *item, const QString &path)
+    Qtilities::Core::Status move(Mover *item, const QString &path)
     {
         const QString key = keyOf(path);
         if (key == item->actualPath())
-            return;
-        state.change(nullptr, [&](QString *error) {
-            *error = refusal(path, key);
-            if (!error->isEmpty())
-                return false;
+            return {};
+        return state.change([&] {
+            Qtilities::Core::Status status = check(path, key);
             for (const Id &element : item->elements()) {
-                if (!part().setPath(element, storedItemPath(path, state.folder()), error))
-                    return false;
+                if (status.isOk())
+                    status = statusOf([&](QString *error) {
+                        return part().setPath(element, storedItemPath(path, state.folder()), error);
+                    });
             }
-            table.rename(item->actualPath(), key);
-            item->setKnownPath(key);
-            return true;
+            if (status.isOk()) {
+                table.rename(item->actualPath(), key);
+                item->setKnownPath(key);
+            }
+            return status;
         });
     }
 
@@ -72,22 +78,25 @@ protected:
     // Called before an element is removed from the document.
     virtual void removing(Id) { }
 
-    // The one flow of adding: makeElement(text, error) writes the element of an accepted path into
-    // the document, under the text to keep, and returns it.
+    // The one flow of adding: makeElement(text) writes the element of an accepted path into the
+    // document, under the text to keep, and returns it.
     template <typename MakeElement>
-    Base *addItem(const QString &path, QString *error, MakeElement makeElement)
+    Qtilities::Core::Result<Base *> addItem(const QString &path, MakeElement makeElement)
     {
         Item *item = nullptr;
-        state.change(error, [&](QString *reason) {
+        const Qtilities::Core::Status status = state.change([&] {
             const QString key = keyOf(path);
-            *reason = refusal(path, key);
-            if (!reason->isEmpty())
-                return false;
-            const Id element = makeElement(storedItemPath(path, state.folder()), reason);
-            if (element)
-                item = takeUp(key, element);
-            return item != nullptr;
+            const Qtilities::Core::Status accepted = check(path, key);
+            if (!accepted.isOk())
+                return accepted;
+            const Qtilities::Core::Result<Id> element =
+                makeElement(storedItemPath(path, state.folder()));
+            if (element.isOk())
+                item = takeUp(key, element.value());
+            return element.status();
         });
+        if (!status.isOk())
+            return status;
         return item;
     }
 
@@ -113,17 +122,21 @@ private:
         });
     }
 
-    // Why the design does not take an item of that path; empty when it does.
-    QString refusal(const QString &path, const QString &key) const
+    // Whether the design takes an item of that path.
+    Qtilities::Core::Status check(const QString &path, const QString &key) const
     {
+        using Qtilities::Core::Status;
         const auto word = wordFor(kindOf(Id()));
         if (!state.isPlaced())
-            return QStringLiteral("The design \"%1\" has no working folder yet").arg(state.name());
+            return Status::notFound(
+                QStringLiteral("The design \"%1\" has no working folder yet").arg(state.name()));
         if (path.isEmpty())
-            return QStringLiteral("The path of a %1 cannot be empty").arg(word);
+            return Status::invalidArgument(
+                QStringLiteral("The path of a %1 cannot be empty").arg(word));
         if (table.byKey(key))
-            return QStringLiteral("The design \"%1\" has the %2 \"%3\" already")
-                .arg(state.name(), word, key);
+            return Status::alreadyExists(
+                QStringLiteral("The design \"%1\" has the %2 \"%3\" already")
+                    .arg(state.name(), word, key));
         return {};
     }
 };

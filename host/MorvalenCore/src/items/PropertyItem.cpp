@@ -1,13 +1,16 @@
 #include "items/PropertyItem.h"
 
+#include "document/statusof.h"
 #include "items/DesignProperties.h"
 #include "items/DesignState.h"
+#include "log/hostlog.h"
 
 #include <QDynamicPropertyChangeEvent>
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::QtilitiesCategory;
 using Qtilities::Core::QtilitiesProperty;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -29,13 +32,16 @@ bool PropertyItem::setName(const QString &name, Qtilities::Core::Observer *)
     const QString oldName = getName(nullptr);
     if (name == oldName)
         return true;
-    const bool renamed = change([&](PropertyId entry, QString *error) {
-        *error = properties.nameRefusal(name);
-        return error->isEmpty() && state.document().properties().setName(entry, name, error);
+    const Status status = change([&](PropertyId entry) {
+        const Status accepted = properties.checkName(name);
+        return accepted.isOk() ? statusOf([&](QString *error) {
+            return state.document().properties().setName(entry, name, error);
+        })
+                               : accepted;
     });
-    if (renamed)
+    if (status.isOk())
         properties.renamed(oldName, name);
-    return renamed;
+    return answer(status);
 }
 
 QtilitiesCategory PropertyItem::category() const
@@ -46,9 +52,12 @@ QtilitiesCategory PropertyItem::category() const
 
 bool PropertyItem::setCategory(const QtilitiesCategory &category)
 {
-    return change([&](PropertyId entry, QString *error) {
-        return state.document().properties().setCategory(entry, category.toString(u"::"_s), error);
-    });
+    return answer(change([&](PropertyId entry) {
+        return statusOf([&](QString *error) {
+            return state.document().properties().setCategory(entry, category.toString(u"::"_s),
+                                                             error);
+        });
+    }));
 }
 
 QtilitiesProperty PropertyItem::propertyData() const
@@ -63,10 +72,12 @@ QtilitiesProperty PropertyItem::propertyData() const
 
 void PropertyItem::setValue(const QVariant &value)
 {
-    change([&](PropertyId entry, QString *error) {
-        return state.document().properties().setValue(entry, value.toString(),
-                                                      QtilitiesProperty::typeName(value), error);
-    });
+    answer(change([&](PropertyId entry) {
+        return statusOf([&](QString *error) {
+            return state.document().properties().setValue(
+                entry, value.toString(), QtilitiesProperty::typeName(value), error);
+        });
+    }));
 }
 
 void PropertyItem::addElement(PropertyId entry)
@@ -84,19 +95,18 @@ bool PropertyItem::event(QEvent *event)
     return DesignProperty::event(event);
 }
 
-bool PropertyItem::change(const std::function<bool(PropertyId, QString *)> &edit)
+Status PropertyItem::change(const std::function<Status(PropertyId)> &edit)
 {
-    return state.change(nullptr, [&](QString *error) {
-        if (state.document().properties().isReadOnly(entries.first())) {
-            *error = u"The property \"%1\" of the design \"%2\" is read-only"_s.arg(
-                getName(nullptr), state.name());
-            return false;
-        }
+    return state.change([&] {
+        if (state.document().properties().isReadOnly(entries.first()))
+            return Status::readOnly(u"The property \"%1\" of the design \"%2\" is read-only"_s.arg(
+                getName(nullptr), state.name()));
+        Status status;
         for (const PropertyId &entry : entries) {
-            if (!edit(entry, error))
-                return false;
+            if (status.isOk())
+                status = edit(entry);
         }
-        return true;
+        return status;
     });
 }
 

@@ -6,6 +6,8 @@
 
 #include <MorvalenCore/DesignProperty.h>
 
+#include <Qtilities/Status.h>
+
 #include <functional>
 
 namespace MorvalenCore {
@@ -38,7 +40,8 @@ protected:
 
 private:
     // Changes the property itself, unless it is read-only.
-    bool change(const std::function<bool(PropertyId entry, QString *error)> &edit);
+    Qtilities::Core::Status
+    change(const std::function<Qtilities::Core::Status(PropertyId entry)> &edit);
 
     DesignProperties &properties;
     DesignState &state;

@@ -1,6 +1,8 @@
 #include "items/SharedPropertyKeeper.h"
 
+#include "document/statusof.h"
 #include "items/DesignState.h"
+#include "log/hostlog.h"
 
 #include <Qtilities/ObjectManager.h>
 
@@ -10,6 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::ObjectManager;
 using Qtilities::Core::QtilitiesProperty;
 using Qtilities::Core::SharedProperty;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -41,9 +44,7 @@ void SharedPropertyKeeper::propertyChanged(const QByteArray &key, const QList<It
     const bool isShared = ObjectManager::propertyExists(item, key.constData());
     if (ownChange || (!isShared && !documented(name, elements)))
         return;
-    const bool stored =
-        state.change(nullptr, [&](QString *error) { return store(name, elements, error); });
-    if (!stored)
+    if (!answer(state.change([&] { return store(name, elements); })))
         putBack(name, elements);
 }
 
@@ -59,22 +60,23 @@ std::optional<SharedValue> SharedPropertyKeeper::documented(const QString &name,
     return std::nullopt;
 }
 
-bool SharedPropertyKeeper::store(const QString &name, const QList<ItemId> &elements, QString *error)
+Status SharedPropertyKeeper::store(const QString &name, const QList<ItemId> &elements)
 {
     DocumentSharedValues &values = state.document().sharedValues();
     const QByteArray key = name.toUtf8();
     if (ObjectManager::propertyExists(item, key.constData())) {
         const QVariant value = ObjectManager::getSharedProperty(item, key.constData()).value();
-        if (!value.isValid()) {
-            *error = u"The shared property \"%1\" has no value to keep"_s.arg(name);
-            return false;
-        }
-        return values.set(elements.first(),
-                          {name, QtilitiesProperty::typeName(value), value.toString()}, error);
+        if (!value.isValid())
+            return Status::invalidArgument(
+                u"The shared property \"%1\" has no value to keep"_s.arg(name));
+        return statusOf([&](QString *error) {
+            return values.set(elements.first(),
+                              {name, QtilitiesProperty::typeName(value), value.toString()}, error);
+        });
     }
     for (const ItemId &element : elements)
         values.remove(element, name);
-    return true;
+    return {};
 }
 
 void SharedPropertyKeeper::putBack(const QString &name, const QList<ItemId> &elements)

@@ -2,6 +2,8 @@
 
 #include "document/DocumentSharedValues.h"
 
+#include <Qtilities/Status.h>
+
 #include <QByteArray>
 #include <QList>
 
@@ -32,7 +34,7 @@ public:
 
 private:
     std::optional<SharedValue> documented(const QString &name, const QList<ItemId> &elements) const;
-    bool store(const QString &name, const QList<ItemId> &elements, QString *error);
+    Qtilities::Core::Status store(const QString &name, const QList<ItemId> &elements);
     void putBack(const QString &name, const QList<ItemId> &elements);
 
     QObject *item;

@@ -9,6 +9,7 @@
 #include <QFileInfo>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -29,20 +30,20 @@ bool isOnDisk(const QString &path, ItemKind kind)
     return kind == ItemKind::File ? info.isFile() : info.isDir();
 }
 
-bool deleteFromDisk(const DesignState &state, const QString &actualPath, ItemKind kind,
-                    Deletion how, QString *error)
+Status deleteFromDisk(const DesignState &state, const QString &actualPath, ItemKind kind,
+                      Deletion how)
 {
-    if (state.isReadOnly()) {
-        *error = u"The design \"%1\" is read-only"_s.arg(state.name());
-        return false;
-    }
-    const QString path = pathOnDisk(actualPath, state.folder(), error);
+    if (state.isReadOnly())
+        return Status::readOnly(u"The design \"%1\" is read-only"_s.arg(state.name()));
+    QString error;
+    const QString path = pathOnDisk(actualPath, state.folder(), &error);
     if (path.isEmpty())
-        return false;
+        return Status::invalidArgument(error);
     const DeletionLimits limits {state.folderOnDisk(), protectedFolders()};
     const QString resolved = withResolvedFolder(path, state);
-    return kind == ItemKind::File ? deleteFile(resolved, limits, how, error)
-                                  : deleteFolder(resolved, limits, how, error);
+    const bool deleted = kind == ItemKind::File ? deleteFile(resolved, limits, how, &error)
+                                                : deleteFolder(resolved, limits, how, &error);
+    return deleted ? Status() : Status::io(error);
 }
 
 } // namespace
@@ -55,12 +56,8 @@ bool isItemOnDisk(const DesignState &state, const QString &actualPath, ItemKind 
 bool removeItemFromDisk(const DesignState &state, const QString &actualPath, ItemKind kind,
                         bool permanently)
 {
-    QString error;
-    if (deleteFromDisk(state, actualPath, kind,
-                       permanently ? Deletion::Permanent : Deletion::ToTrash, &error))
-        return true;
-    logWarning(error);
-    return false;
+    return answer(deleteFromDisk(state, actualPath, kind,
+                                 permanently ? Deletion::Permanent : Deletion::ToTrash));
 }
 
 GitHistory itemHistory(const DesignState &state, const QString &actualPath)
