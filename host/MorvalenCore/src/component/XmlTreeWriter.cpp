@@ -134,32 +134,41 @@ void XmlTreeWriter::gatherNewChildren(XmlNode node)
 {
     if (tree.first(node) == 0)
         return;
-    const XmlElement &element = tree.at(node);
-    if (tree.hadElements(node)) {
-        QByteArray separator;
-        QByteArray text;
-        qsizetype place = -1;
-        XmlNode previous = 0;
-        for (XmlNode child = tree.first(node); child != 0; child = tree.next(child)) {
-            if (!tree.isNew(child)) {
-                if (place >= 0)
-                    splices.push_back({place, place, text});
-                place = -1;
-                text.clear();
-                previous = child;
-                continue;
-            }
-            if (place < 0) {
-                place =
-                    layout.lineTail(previous != 0 ? tree.at(previous).end : element.startTagEnd);
-                separator = layout.separatorIn(node, previous, child);
-            }
-            writeNew(child, separator, layout.unitOf(separator, node), text);
+    if (tree.hadElements(node))
+        gatherAmongElements(node);
+    else
+        gatherIntoContent(node);
+}
+
+// Neighbours that are new come in one piece, behind the old one in front of them.
+void XmlTreeWriter::gatherAmongElements(XmlNode node)
+{
+    QByteArray separator;
+    QByteArray text;
+    qsizetype place = -1;
+    XmlNode previous = 0;
+    for (XmlNode child = tree.first(node); child != 0; child = tree.next(child)) {
+        if (!tree.isNew(child)) {
+            if (place >= 0)
+                splices.push_back({place, place, text});
+            place = -1;
+            text.clear();
+            previous = child;
+            continue;
         }
-        if (place >= 0)
-            splices.push_back({place, place, text});
-        return;
+        if (place < 0) {
+            place =
+                layout.lineTail(previous != 0 ? tree.at(previous).end : tree.at(node).startTagEnd);
+            separator = layout.separatorIn(node, previous, child);
+        }
+        writeNew(child, separator, layout.unitOf(separator, node), text);
     }
+    if (place >= 0)
+        splices.push_back({place, place, text});
+}
+
+void XmlTreeWriter::gatherIntoContent(XmlNode node)
+{
     const QByteArray outer = layout.separatorOf(node);
     const QByteArray unit = layout.unitOf(outer, tree.parent(node));
     QByteArray text = newChildren(node, layout.inside(outer, unit), unit);
@@ -168,11 +177,11 @@ void XmlTreeWriter::gatherNewChildren(XmlNode node)
         return;
     }
     // Comments or text: behind them.
-    qsizetype place = element.endTagStart;
+    const qsizetype end = tree.at(node).endTagStart;
+    qsizetype place = end;
     while (XmlText::isBlank(original[place - 1]))
         --place;
-    const bool broken =
-        layout.breaksLine(QByteArrayView(original).sliced(place, element.endTagStart - place));
+    const bool broken = layout.breaksLine(QByteArrayView(original).sliced(place, end - place));
     splices.push_back({place, place, broken ? text : text + layout.closing(outer)});
 }
 

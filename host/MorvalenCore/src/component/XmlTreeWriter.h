@@ -30,6 +30,8 @@ private:
     void gatherAttributes(XmlNode node, const XmlTree::Edit &edit);
     void gatherContent(XmlNode node, const XmlTree::Edit &edit);
     void gatherNewChildren(XmlNode node);
+    void gatherAmongElements(XmlNode node);
+    void gatherIntoContent(XmlNode node);
     void fill(XmlNode node, QByteArray content);
     QByteArray apply();
     QByteArray newChildren(XmlNode parent, const QByteArray &separator,
