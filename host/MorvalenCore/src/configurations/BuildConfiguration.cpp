@@ -1,5 +1,7 @@
 #include <MorvalenCore/BuildConfiguration.h>
 
+#include <Qtilities/Status.h>
+
 #include <QMetaEnum>
 
 namespace MorvalenCore {
@@ -11,8 +13,9 @@ BuildConfiguration::~BuildConfiguration() = default;
 bool BuildConfiguration::setDescription(const BuildDescription &description, QString *error)
 {
     Q_UNUSED(description)
-    *error = QStringLiteral("The build configuration cannot be changed");
-    return false;
+    return Qtilities::Core::Status::unsupported(
+               QStringLiteral("The build configuration cannot be changed"))
+        .toErrorText(error);
 }
 
 QString BuildConfiguration::runStateToString(RunState state)
