@@ -1,12 +1,13 @@
 # The front door. `make run` and `make test` need nothing but Debian 12: they install what is
-# missing, configure, build with all cores, and go.
+# missing, configure, build with all cores what they need, and go.
 #
 #   make run                 open the window; without a display, run the tour of the examples
-#   make run ARGS="..."      run the program with these arguments
+#   make run ARGS="..."      run the program with these arguments, written as for a shell
 #   make build               build only; the program is build/release/bin/morvalen
-#   make test                build and run all tests
+#   make test                build everything but the benchmarks, and run all tests
 #   make bench               build and run all benchmarks
 #   make install PREFIX=DIR  install program, libraries, headers and the CMake package
+#   make uninstall PREFIX=DIR  remove what was installed there
 #   make screenshots         make the pictures of the README anew
 #   make format              format all sources
 #   make clean               remove everything that was built
@@ -16,13 +17,24 @@ DESTDIR ?=
 ARGS ?=
 # Under CI the same build has warnings as errors.
 preset = $(if $(CI),ci,release)
-program = build/release/bin/morvalen
+folder = build/release
+program = $(folder)/bin/morvalen
+cmake = cmake --preset $(preset) $(if $(VERBOSE),,--log-level=WARNING)
 
-.PHONY: run build configure test bench install screenshots format clean
+# Texts of users get to the shell as they are, whatever is in them: by the environment.
+export RUN_ARGUMENTS := $(value ARGS)
+export INSTALL_PREFIX := $(PREFIX)
+export DESTDIR
 
+.PHONY: help run build test bench install uninstall screenshots format clean
+
+help:
+	@sed -n 's/^#   make /make /p' Makefile
+
+# ARGS is the rest of a command line, as if it were typed after the program's name.
 run: build
-	@if [ -n '$(value ARGS)' ]; then \
-	    exec $(program) $(ARGS); \
+	@if [ -n "$$RUN_ARGUMENTS" ]; then \
+	    eval "$(program) $$RUN_ARGUMENTS"; \
 	elif [ -n "$$DISPLAY$$WAYLAND_DISPLAY" ]; then \
 	    exec $(program); \
 	else \
@@ -30,26 +42,36 @@ run: build
 	    $(program) --session "$$session" --batch examples/01-tour.tcl; \
 	fi
 
-build: configure
-	@cmake --build --preset $(preset)
-
-configure:
+# Configured once; later the build itself sees what has changed.
+configured = $(folder)/configured-$(preset)
+$(configured): CMakePresets.json
 	@scripts/prerequisites build
-	@cmake --preset $(preset) $(if $(VERBOSE),,--log-level=WARNING)
+	@$(cmake)
+	@rm -f $(folder)/configured-*
+	@touch $@
 
-test:
+build: $(configured)
+	@cmake --build --preset $(preset) --target morvalen
+
+test: $(configured)
 	@scripts/prerequisites test
-	@$(MAKE) --no-print-directory build
+	@cmake --build --preset $(preset)
 	@ctest --preset $(preset) --parallel $$(nproc)
 
-bench: build
-	@for bench in build/release/bench/*; do \
+bench: $(configured)
+	@scripts/prerequisites bench
+	@$(cmake) -D MORVALEN_BENCH=ON
+	@cmake --build --preset $(preset) --target benchmarks
+	@for bench in $(folder)/bench/*; do \
 	    [ -x "$$bench" ] && [ -f "$$bench" ] || continue; \
 	    echo "== $$(basename "$$bench")"; "$$bench" || exit 1; \
 	done
 
 install: build
-	@DESTDIR='$(DESTDIR)' cmake --install build/release --prefix '$(PREFIX)'
+	@cmake --install $(folder) --prefix "$$INSTALL_PREFIX"
+
+uninstall:
+	@scripts/uninstall $(folder)/install_manifest.txt "$$INSTALL_PREFIX"
 
 screenshots: build
 	@scripts/screenshots $(program)

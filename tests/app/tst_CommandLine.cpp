@@ -1,4 +1,5 @@
 #include "app/CommandLine.h"
+#include "tests/TestClass.h"
 
 #include <Qtilities/Logger.h>
 
@@ -196,5 +197,5 @@ void tst_CommandLine::helpNamesEveryOption()
     QVERIFY(help.endsWith(u'\n'));
 }
 
-QTEST_GUILESS_MAIN(tst_CommandLine)
+GUILESS_TEST_CLASS(tst_CommandLine)
 #include "tst_CommandLine.moc"

@@ -5,6 +5,7 @@
 #include "console/QtclConsole.h"
 #include "scripting/TclScriptManager.h"
 #include "tests/scripting/ScriptingHost.h"
+#include "tests/TestClass.h"
 
 #include <Qtilities/QtilitiesApplication.h>
 
@@ -416,5 +417,5 @@ void tst_MainWindow::theLayoutIsKept()
     QCOMPARE(MainWindow().size(), QSize(1180, 780));
 }
 
-QTEST_MAIN(tst_MainWindow)
+TEST_CLASS(tst_MainWindow)
 #include "tst_MainWindow.moc"

@@ -4,6 +4,7 @@
 #include "interp/commandsManager.h"
 #include "scripting/TclScriptManager.h"
 #include "tests/scripting/ScriptingHost.h"
+#include "tests/TestClass.h"
 
 #include <Qtilities/QtilitiesApplication.h>
 
@@ -296,5 +297,5 @@ void tst_ScriptMenu::aFolderThatWasGoneIsFollowedAgain()
     QCOMPARE(count(), 1);
 }
 
-QTEST_MAIN(tst_ScriptMenu)
+TEST_CLASS(tst_ScriptMenu)
 #include "tst_ScriptMenu.moc"

@@ -1,4 +1,5 @@
 #include "app/session/Session.h"
+#include "tests/TestClass.h"
 
 #include <QDir>
 #include <QFile>
@@ -131,5 +132,5 @@ void tst_Session::unwritable()
              qPrintable(error));
 }
 
-QTEST_GUILESS_MAIN(tst_Session)
+GUILESS_TEST_CLASS(tst_Session)
 #include "tst_Session.moc"

@@ -2,6 +2,7 @@
 #include "commands/commandset.h"
 #include "commands/manuals.h"
 #include "interp/tcltext.h"
+#include "tests/TestClass.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -278,5 +279,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_CommandSet)
+TEST_CLASS(tst_CommandSet)
 #include "tst_CommandSet.moc"

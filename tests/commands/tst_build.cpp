@@ -1,4 +1,5 @@
 #include "tests/commands/CommandTest.h"
+#include "tests/TestClass.h"
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::BuildConfiguration;
@@ -158,5 +159,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_build)
+TEST_CLASS(tst_build)
 #include "tst_build.moc"

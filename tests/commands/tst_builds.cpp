@@ -1,4 +1,5 @@
 #include "tests/commands/CommandTest.h"
+#include "tests/TestClass.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -55,5 +56,5 @@ private Q_SLOTS:
     void builds() { runRow(); }
 };
 
-QTEST_MAIN(tst_builds)
+TEST_CLASS(tst_builds)
 #include "tst_builds.moc"

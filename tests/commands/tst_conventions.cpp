@@ -5,6 +5,7 @@
 #include "commands/Subcommand.h"
 #include "commands/texts.h"
 #include "tests/fakes/FakeHost.h"
+#include "tests/TestClass.h"
 
 #include <QDir>
 #include <QTest>
@@ -270,5 +271,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_conventions)
+TEST_CLASS(tst_conventions)
 #include "tst_conventions.moc"

@@ -1,4 +1,5 @@
 #include "tests/commands/CommandTest.h"
+#include "tests/TestClass.h"
 
 #include <MorvalenCore/Cleaner.h>
 #include <MorvalenCore/DesignCleanParameters.h>
@@ -365,5 +366,5 @@ private Q_SLOTS:
     void aDesignThatIsClosedWhileItIsChanged() { runRow(); }
 };
 
-QTEST_MAIN(tst_design)
+TEST_CLASS(tst_design)
 #include "tst_design.moc"

@@ -1,4 +1,5 @@
 #include "tests/commands/CommandTest.h"
+#include "tests/TestClass.h"
 
 #include <QSettings>
 #include <QTemporaryDir>
@@ -314,5 +315,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_designs)
+TEST_CLASS(tst_designs)
 #include "tst_designs.moc"

@@ -1,4 +1,5 @@
 #include "tests/commands/CommandTest.h"
+#include "tests/TestClass.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -363,5 +364,5 @@ private:
     }
 };
 
-QTEST_MAIN(tst_files)
+TEST_CLASS(tst_files)
 #include "tst_files.moc"

@@ -1,4 +1,5 @@
 #include "tests/commands/CommandTest.h"
+#include "tests/TestClass.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -197,5 +198,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_folders)
+TEST_CLASS(tst_folders)
 #include "tst_folders.moc"

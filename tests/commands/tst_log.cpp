@@ -1,4 +1,5 @@
 #include "tests/commands/CommandTest.h"
+#include "tests/TestClass.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -62,5 +63,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_log)
+TEST_CLASS(tst_log)
 #include "tst_log.moc"

@@ -1,4 +1,5 @@
 #include "tests/commands/CommandTest.h"
+#include "tests/TestClass.h"
 
 class tst_logp : public CommandTest
 {
@@ -26,5 +27,5 @@ private Q_SLOTS:
     void logp() { runRow(); }
 };
 
-QTEST_MAIN(tst_logp)
+TEST_CLASS(tst_logp)
 #include "tst_logp.moc"

@@ -1,4 +1,5 @@
 #include "tests/commands/CommandTest.h"
+#include "tests/TestClass.h"
 
 #include <Qtilities/QtilitiesApplication.h>
 
@@ -104,5 +105,5 @@ private Q_SLOTS:
     void overview() { runRow(); }
 };
 
-QTEST_MAIN(tst_overview)
+TEST_CLASS(tst_overview)
 #include "tst_overview.moc"

@@ -1,4 +1,5 @@
 #include "tests/commands/CommandTest.h"
+#include "tests/TestClass.h"
 
 #include <Qtilities/QtilitiesApplication.h>
 
@@ -125,5 +126,5 @@ private Q_SLOTS:
     void changes() { runRow(); }
 };
 
-QTEST_MAIN(tst_project)
+TEST_CLASS(tst_project)
 #include "tst_project.moc"

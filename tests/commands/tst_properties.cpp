@@ -1,4 +1,5 @@
 #include "tests/commands/CommandTest.h"
+#include "tests/TestClass.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -193,5 +194,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_properties)
+TEST_CLASS(tst_properties)
 #include "tst_properties.moc"

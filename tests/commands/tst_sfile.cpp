@@ -1,4 +1,5 @@
 #include "tests/commands/CommandTest.h"
+#include "tests/TestClass.h"
 
 #include <Qtilities/SharedProperty.h>
 
@@ -306,5 +307,5 @@ private Q_SLOTS:
     void aFileThatGoesOnTheWay() { runRow(); }
 };
 
-QTEST_MAIN(tst_sfile)
+TEST_CLASS(tst_sfile)
 #include "tst_sfile.moc"

@@ -1,4 +1,5 @@
 #include "tests/commands/CommandTest.h"
+#include "tests/TestClass.h"
 
 #include <Qtilities/SharedProperty.h>
 
@@ -181,5 +182,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_sfolder)
+TEST_CLASS(tst_sfolder)
 #include "tst_sfolder.moc"

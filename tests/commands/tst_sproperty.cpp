@@ -1,4 +1,5 @@
 #include "tests/commands/CommandTest.h"
+#include "tests/TestClass.h"
 
 #include <Qtilities/SharedProperty.h>
 
@@ -197,5 +198,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_sproperty)
+TEST_CLASS(tst_sproperty)
 #include "tst_sproperty.moc"

@@ -1,4 +1,5 @@
 #include "ConsoleUnderTest.h"
+#include "tests/TestClass.h"
 
 #include <QTemporaryDir>
 
@@ -254,5 +255,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_ConsoleCommands)
+TEST_CLASS(tst_ConsoleCommands)
 #include "tst_ConsoleCommands.moc"

@@ -1,4 +1,5 @@
 #include "ConsoleUnderTest.h"
+#include "tests/TestClass.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -116,5 +117,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_ConsoleCompletion)
+TEST_CLASS(tst_ConsoleCompletion)
 #include "tst_ConsoleCompletion.moc"

@@ -1,4 +1,5 @@
 #include "ConsoleUnderTest.h"
+#include "tests/TestClass.h"
 
 #include <QClipboard>
 #include <QMimeData>
@@ -355,5 +356,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_ConsoleEditing)
+TEST_CLASS(tst_ConsoleEditing)
 #include "tst_ConsoleEditing.moc"

@@ -1,4 +1,5 @@
 #include "ConsoleUnderTest.h"
+#include "tests/TestClass.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -150,5 +151,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_ConsoleHistory)
+TEST_CLASS(tst_ConsoleHistory)
 #include "tst_ConsoleHistory.moc"

@@ -1,4 +1,5 @@
 #include "ConsoleUnderTest.h"
+#include "tests/TestClass.h"
 
 #include <QClipboard>
 
@@ -376,5 +377,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_ConsoleKeys)
+TEST_CLASS(tst_ConsoleKeys)
 #include "tst_ConsoleKeys.moc"

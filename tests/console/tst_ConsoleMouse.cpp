@@ -1,4 +1,5 @@
 #include "ConsoleUnderTest.h"
+#include "tests/TestClass.h"
 
 #include <QClipboard>
 #include <QDrag>
@@ -322,5 +323,5 @@ private:
     }
 };
 
-QTEST_MAIN(tst_ConsoleMouse)
+TEST_CLASS(tst_ConsoleMouse)
 #include "tst_ConsoleMouse.moc"

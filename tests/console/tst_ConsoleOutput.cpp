@@ -1,4 +1,5 @@
 #include "ConsoleUnderTest.h"
+#include "tests/TestClass.h"
 
 #include <QRandomGenerator>
 #include <QScrollBar>
@@ -520,5 +521,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_ConsoleOutput)
+TEST_CLASS(tst_ConsoleOutput)
 #include "tst_ConsoleOutput.moc"

@@ -1,5 +1,6 @@
 #include "console/HeightLimit.h"
 #include "tests/console/ConsoleUnderTest.h"
+#include "tests/TestClass.h"
 
 #include <QScrollBar>
 
@@ -141,5 +142,5 @@ void tst_HeightLimit::aConsoleEchoesVeryManyLines()
     QVERIFY(console.toPlainText().endsWith(u"many\nend\n> "_s));
 }
 
-QTEST_MAIN(tst_HeightLimit)
+TEST_CLASS(tst_HeightLimit)
 #include "tst_HeightLimit.moc"

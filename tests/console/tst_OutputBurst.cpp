@@ -1,4 +1,5 @@
 #include "console/OutputBurst.h"
+#include "tests/TestClass.h"
 
 #include <QtTest>
 
@@ -159,5 +160,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_OutputBurst)
+TEST_CLASS(tst_OutputBurst)
 #include "tst_OutputBurst.moc"

@@ -1,5 +1,6 @@
 #include "console/PopupCompleter.h"
 #include "console/PopupListWidget.h"
+#include "tests/TestClass.h"
 
 #include <QLayout>
 #include <QScreen>
@@ -298,5 +299,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_PopupCompleter)
+TEST_CLASS(tst_PopupCompleter)
 #include "tst_PopupCompleter.moc"

@@ -2,6 +2,7 @@
 
 #include "interp/commandsManager.h"
 #include "interp/tcltext.h"
+#include "tests/TestClass.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -400,5 +401,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_QtclConsole)
+TEST_CLASS(tst_QtclConsole)
 #include "tst_QtclConsole.moc"

@@ -2,6 +2,7 @@
 #include "console/tclchannels.h"
 
 #include "interp/commandsManager.h"
+#include "tests/TestClass.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -229,5 +230,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_TclChannels)
+TEST_CLASS(tst_TclChannels)
 #include "tst_TclChannels.moc"

@@ -2,6 +2,7 @@
 #include "interp/commandsManager.h"
 #include "interp/TclCallBack.h"
 #include "interp/tcltext.h"
+#include "tests/TestClass.h"
 
 #include <QtTest>
 
@@ -245,6 +246,6 @@ private Q_SLOTS:
     }
 };
 
-QTEST_APPLESS_MAIN(tst_CommandsManager)
+APPLESS_TEST_CLASS(tst_CommandsManager)
 
 #include "tst_CommandsManager.moc"

@@ -1,6 +1,7 @@
 #include "interp/commandsManager.h"
 #include "interp/LinkedVariable.h"
 #include "interp/tcltext.h"
+#include "tests/TestClass.h"
 
 #include <QtTest>
 
@@ -391,6 +392,6 @@ private Q_SLOTS:
     }
 };
 
-QTEST_APPLESS_MAIN(tst_LinkedVariables)
+APPLESS_TEST_CLASS(tst_LinkedVariables)
 
 #include "tst_LinkedVariables.moc"

@@ -2,6 +2,7 @@
 #include "interp/NotifierState.h"
 #include "interp/QtNotifier.h"
 #include "interp/TclFileHandler.h"
+#include "tests/TestClass.h"
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
@@ -354,6 +355,6 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_NotifierLoops)
+TEST_CLASS(tst_NotifierLoops)
 
 #include "tst_NotifierLoops.moc"

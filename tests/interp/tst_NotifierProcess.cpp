@@ -1,3 +1,5 @@
+#include "tests/TestClass.h"
+
 #include <QProcess>
 #include <QtTest>
 
@@ -53,6 +55,6 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_NotifierProcess)
+GUILESS_TEST_CLASS(tst_NotifierProcess)
 
 #include "tst_NotifierProcess.moc"

@@ -2,6 +2,7 @@
 #include "interp/NotifierState.h"
 #include "interp/QtNotifier.h"
 #include "interp/tcltext.h"
+#include "tests/TestClass.h"
 
 #include <QApplication>
 #include <QEventLoop>
@@ -308,6 +309,6 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_NotifierScripts)
+TEST_CLASS(tst_NotifierScripts)
 
 #include "tst_NotifierScripts.moc"

@@ -4,6 +4,7 @@
 #include "interp/QtNotifier.h"
 #include "interp/TclFileHandler.h"
 #include "interp/TclTimeNotifier.h"
+#include "tests/TestClass.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -704,6 +705,6 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_QtNotifier)
+TEST_CLASS(tst_QtNotifier)
 
 #include "tst_QtNotifier.moc"

@@ -1,6 +1,7 @@
 #include "interp/commandsManager.h"
 #include "interp/TclCallBack.h"
 #include "interp/tcltext.h"
+#include "tests/TestClass.h"
 
 #include <QtTest>
 
@@ -277,6 +278,6 @@ private Q_SLOTS:
     }
 };
 
-QTEST_APPLESS_MAIN(tst_TclCallBack)
+APPLESS_TEST_CLASS(tst_TclCallBack)
 
 #include "tst_TclCallBack.moc"

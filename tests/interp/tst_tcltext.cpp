@@ -1,5 +1,6 @@
 #include "interp/commandsManager.h"
 #include "interp/tcltext.h"
+#include "tests/TestClass.h"
 
 #include <QtTest>
 
@@ -192,6 +193,6 @@ private Q_SLOTS:
     }
 };
 
-QTEST_APPLESS_MAIN(tst_tcltext)
+APPLESS_TEST_CLASS(tst_tcltext)
 
 #include "tst_tcltext.moc"

@@ -1,6 +1,7 @@
 // The command line: what each call prints, and with which status it ends.
 
 #include "tests/process/Program.h"
+#include "tests/TestClass.h"
 
 #include <QDir>
 #include <QTest>
@@ -233,5 +234,5 @@ void tst_Calls::theLogIsKept()
     QVERIFY(Program::read(logs.filePath(files.first())).contains(" Info: for later\n"));
 }
 
-QTEST_GUILESS_MAIN(tst_Calls)
+GUILESS_TEST_CLASS(tst_Calls)
 #include "tst_Calls.moc"

@@ -2,6 +2,7 @@
 // nothing is lost, and memory stays within bounds.
 
 #include "tests/process/Program.h"
+#include "tests/TestClass.h"
 
 #include <QDir>
 #include <QFile>
@@ -175,5 +176,5 @@ void tst_ComponentRuns::whatIsOpenStays()
     QVERIFY(Program::read(good).contains("<i:name>a.v</i:name>"));
 }
 
-QTEST_GUILESS_MAIN(tst_ComponentRuns)
+GUILESS_TEST_CLASS(tst_ComponentRuns)
 #include "tst_ComponentRuns.moc"

@@ -3,6 +3,7 @@
 // was not named.
 
 #include "tests/process/DesignScript.h"
+#include "tests/TestClass.h"
 
 #include <QFileInfo>
 #include <QTest>
@@ -147,5 +148,5 @@ say file exists locked/f
                       u"0 \"WF/locked/f\""_s, u"0 1"_s}));
 }
 
-QTEST_GUILESS_MAIN(tst_DeletionRuns)
+GUILESS_TEST_CLASS(tst_DeletionRuns)
 #include "tst_DeletionRuns.moc"

@@ -1,6 +1,7 @@
 // The examples do what they say, and leave themselves as they are.
 
 #include "tests/process/Program.h"
+#include "tests/TestClass.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -117,5 +118,5 @@ void tst_Examples::components()
 
 void tst_Examples::nothingHasChanged() { QCOMPARE(examples(), before); }
 
-QTEST_GUILESS_MAIN(tst_Examples)
+GUILESS_TEST_CLASS(tst_Examples)
 #include "tst_Examples.moc"

@@ -3,6 +3,7 @@
 // call has one answer.
 
 #include "tests/process/DesignScript.h"
+#include "tests/TestClass.h"
 
 #include <QDir>
 #include <QTest>
@@ -196,5 +197,5 @@ say file exists copy.xml
                            u"0 Successfully parsed design to file \"copy.xml\""_s, u"0 1"_s}));
 }
 
-QTEST_GUILESS_MAIN(tst_ItemRuns)
+GUILESS_TEST_CLASS(tst_ItemRuns)
 #include "tst_ItemRuns.moc"

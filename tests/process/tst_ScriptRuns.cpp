@@ -1,6 +1,7 @@
 // Scripts in a run without a window: what they see, what they write, and how they end.
 
 #include "tests/process/Program.h"
+#include "tests/TestClass.h"
 
 #include <QDir>
 #include <QProcess>
@@ -373,5 +374,5 @@ void tst_ScriptRuns::whatIsSaved()
         QCOMPARE(Program::read(component), before);
 }
 
-QTEST_GUILESS_MAIN(tst_ScriptRuns)
+GUILESS_TEST_CLASS(tst_ScriptRuns)
 #include "tst_ScriptRuns.moc"

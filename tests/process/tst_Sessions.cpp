@@ -1,6 +1,7 @@
 // Session folders: made when missing, named anyhow, shared by several processes.
 
 #include "tests/process/Program.h"
+#include "tests/TestClass.h"
 
 #include <QDir>
 #include <QProcess>
@@ -156,5 +157,5 @@ void tst_Sessions::severalProcesses()
                      ""}));
 }
 
-QTEST_GUILESS_MAIN(tst_Sessions)
+GUILESS_TEST_CLASS(tst_Sessions)
 #include "tst_Sessions.moc"

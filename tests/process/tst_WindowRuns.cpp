@@ -2,6 +2,7 @@
 // for the user.
 
 #include "tests/process/Program.h"
+#include "tests/TestClass.h"
 
 #include <QDir>
 #include <QTest>
@@ -164,5 +165,5 @@ void tst_WindowRuns::noDisplay()
              (Ended {1, "", "morvalen: " + complaint + "; --batch and -c need none\n"}));
 }
 
-QTEST_GUILESS_MAIN(tst_WindowRuns)
+GUILESS_TEST_CLASS(tst_WindowRuns)
 #include "tst_WindowRuns.moc"

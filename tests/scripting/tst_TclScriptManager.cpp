@@ -3,6 +3,7 @@
 #include "scripting/TclScriptedAction.h"
 #include "scripting/TclScriptManager.h"
 #include "tests/scripting/ScriptingHost.h"
+#include "tests/TestClass.h"
 
 #include <Qtilities/CoreGuiConstants.h>
 #include <Qtilities/QtilitiesApplication.h>
@@ -343,5 +344,5 @@ void tst_TclScriptManager::initializeModeOnce()
     manager->setCentralWidget(console());
 }
 
-QTEST_MAIN(tst_TclScriptManager)
+TEST_CLASS(tst_TclScriptManager)
 #include "tst_TclScriptManager.moc"

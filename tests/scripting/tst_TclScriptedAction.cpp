@@ -3,6 +3,7 @@
 #include "scripting/TclScriptedAction.h"
 #include "scripting/TclScriptManager.h"
 #include "tests/scripting/ScriptingHost.h"
+#include "tests/TestClass.h"
 
 #include <Qtilities/QtilitiesApplication.h>
 
@@ -697,5 +698,5 @@ void tst_TclScriptedAction::handlersWithoutEngine()
     QCOMPARE(host->journal.take(), QStringList());
 }
 
-QTEST_MAIN(tst_TclScriptedAction)
+TEST_CLASS(tst_TclScriptedAction)
 #include "tst_TclScriptedAction.moc"

@@ -6,6 +6,7 @@
 #include "console/QtclConsole.h"
 #include "tests/stories/DialogVisits.h"
 #include "tests/stories/Story.h"
+#include "tests/TestClass.h"
 
 #include <MorvalenCore/EditorManager.h>
 
@@ -159,5 +160,5 @@ void tst_ConsoleStory::noKeyIsTakenTwice()
                  qPrintable(taker.key().toString() + u": "_s + taker->join(u", "_s)));
 }
 
-QTEST_MAIN(tst_ConsoleStory)
+TEST_CLASS(tst_ConsoleStory)
 #include "tst_ConsoleStory.moc"

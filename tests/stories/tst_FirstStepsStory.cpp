@@ -7,6 +7,7 @@
 #include "console/QtclConsole.h"
 #include "tests/stories/DialogVisits.h"
 #include "tests/stories/Story.h"
+#include "tests/TestClass.h"
 
 #include <MorvalenCore/DesignManager.h>
 
@@ -194,5 +195,5 @@ void tst_FirstStepsStory::aScriptRuns()
         QVERIFY(component.contains(name));
 }
 
-QTEST_MAIN(tst_FirstStepsStory)
+TEST_CLASS(tst_FirstStepsStory)
 #include "tst_FirstStepsStory.moc"

@@ -4,6 +4,7 @@
 #include "console/QtclConsole.h"
 #include "tests/stories/DialogVisits.h"
 #include "tests/stories/Story.h"
+#include "tests/TestClass.h"
 
 #include <MorvalenCore/DesignManager.h>
 #include <Qtilities/ProjectManager.h>
@@ -84,5 +85,5 @@ void tst_LeavingProjectStory::aProjectWithAFile()
     QCOMPARE(Story::read(file).contains("uart/component.xml"), answer == u"Save"_s);
 }
 
-QTEST_MAIN(tst_LeavingProjectStory)
+TEST_CLASS(tst_LeavingProjectStory)
 #include "tst_LeavingProjectStory.moc"

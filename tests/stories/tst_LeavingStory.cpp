@@ -7,6 +7,7 @@
 #include "console/QtclConsole.h"
 #include "tests/stories/DialogVisits.h"
 #include "tests/stories/Story.h"
+#include "tests/TestClass.h"
 
 #include <MorvalenCore/DesignManager.h>
 #include <MorvalenCore/EditorManager.h>
@@ -273,5 +274,5 @@ void tst_LeavingStory::everythingAtOnce()
     QCOMPARE(Story::read(notes()), QByteArray("new old\n"));
 }
 
-QTEST_MAIN(tst_LeavingStory)
+TEST_CLASS(tst_LeavingStory)
 #include "tst_LeavingStory.moc"

@@ -8,6 +8,7 @@
 #include "console/QtclConsole.h"
 #include "tests/stories/DialogVisits.h"
 #include "tests/stories/Story.h"
+#include "tests/TestClass.h"
 
 #include <QTextTable>
 
@@ -180,5 +181,5 @@ void tst_ManualStory::theProgramTellsItsVersion()
     QVERIFY2(said.contains(u"Tcl 8.6"_s), qPrintable(said));
 }
 
-QTEST_MAIN(tst_ManualStory)
+TEST_CLASS(tst_ManualStory)
 #include "tst_ManualStory.moc"

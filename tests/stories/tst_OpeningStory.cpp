@@ -6,6 +6,7 @@
 #include "console/QtclConsole.h"
 #include "tests/stories/DialogVisits.h"
 #include "tests/stories/Story.h"
+#include "tests/TestClass.h"
 
 #include <MorvalenCore/DesignManager.h>
 #include <Qtilities/ProjectManager.h>
@@ -227,5 +228,5 @@ void tst_OpeningStory::nothingIsOpenedWhileACommandRuns()
     QVERIFY(story->entry('f', u"Open..."_s)->isEnabled());
 }
 
-QTEST_MAIN(tst_OpeningStory)
+TEST_CLASS(tst_OpeningStory)
 #include "tst_OpeningStory.moc"

@@ -7,6 +7,7 @@
 #include "console/QtclConsole.h"
 #include "tests/stories/DialogVisits.h"
 #include "tests/stories/Story.h"
+#include "tests/TestClass.h"
 
 #include <Qtilities/atomicfile.h>
 #include <Qtilities/ProjectManager.h>
@@ -220,5 +221,5 @@ void tst_PreferencesStory::theLayoutIsForgotten()
     QVERIFY(!setting(u"Window/geometry"_s).isValid());
 }
 
-QTEST_MAIN(tst_PreferencesStory)
+TEST_CLASS(tst_PreferencesStory)
 #include "tst_PreferencesStory.moc"

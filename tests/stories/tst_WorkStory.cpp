@@ -9,6 +9,7 @@
 #include "tests/process/builds/buildcomponent.h"
 #include "tests/stories/DialogVisits.h"
 #include "tests/stories/Story.h"
+#include "tests/TestClass.h"
 
 #include <MorvalenCore/DesignManager.h>
 
@@ -168,5 +169,5 @@ void tst_WorkStory::aTextIsChangedByTwo()
     story->window().activateMode(105);
 }
 
-QTEST_MAIN(tst_WorkStory)
+TEST_CLASS(tst_WorkStory)
 #include "tst_WorkStory.moc"

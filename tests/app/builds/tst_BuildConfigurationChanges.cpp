@@ -1,4 +1,5 @@
 #include "tests/app/builds/ConfigurationPageTest.h"
+#include "tests/TestClass.h"
 
 // What happens to a build configuration while a user edits it.
 class tst_BuildConfigurationChanges : public ConfigurationPageTest
@@ -142,5 +143,5 @@ void tst_BuildConfigurationChanges::staysModifiedWhenTheFileCannotBeWritten()
     QCOMPARE(inTheFile(u"Debug"_s).targetPath, u"x"_s);
 }
 
-QTEST_MAIN(tst_BuildConfigurationChanges)
+TEST_CLASS(tst_BuildConfigurationChanges)
 #include "tst_BuildConfigurationChanges.moc"

@@ -1,4 +1,5 @@
 #include "tests/app/builds/ConfigurationPageTest.h"
+#include "tests/TestClass.h"
 
 #include <QSignalSpy>
 #include <QTableWidget>
@@ -189,5 +190,5 @@ void tst_BuildConfigurationPage::showsStepsOfFilesWithTheReason()
              QStringList({u"own"_s, u"a.o"_s}));
 }
 
-QTEST_MAIN(tst_BuildConfigurationPage)
+TEST_CLASS(tst_BuildConfigurationPage)
 #include "tst_BuildConfigurationPage.moc"

@@ -3,6 +3,7 @@
 #include "interp/QtNotifier.h"
 #include "scripting/TclScriptManager.h"
 #include "tests/host/MorvalenCore/SessionFixture.h"
+#include "tests/TestClass.h"
 
 #include <MorvalenCore/BuildConfiguration.h>
 
@@ -326,5 +327,5 @@ void tst_BuildMenu::isDisabledForAReadOnlyDesign()
              QStringList({u"buildOutdated"_s, u"buildAll"_s, u"buildRefresh"_s, u"buildEdit"_s}));
 }
 
-QTEST_MAIN(tst_BuildMenu)
+TEST_CLASS(tst_BuildMenu)
 #include "tst_BuildMenu.moc"

@@ -1,5 +1,6 @@
 #include "app/builds/BuildProgress.h"
 #include "tests/host/MorvalenCore/SessionFixture.h"
+#include "tests/TestClass.h"
 
 #include <MorvalenCore/BuildConfiguration.h>
 
@@ -186,5 +187,5 @@ void tst_BuildProgress::endsWithItsDesign()
     QVERIFY(!child<QToolButton>()->isVisible());
 }
 
-QTEST_MAIN(tst_BuildProgress)
+TEST_CLASS(tst_BuildProgress)
 #include "tst_BuildProgress.moc"

@@ -2,6 +2,7 @@
 #include "app/designs/SharedPropertiesDialog.h"
 #include "tests/app/designs/Answer.h"
 #include "tests/app/designs/DesignTreeFixture.h"
+#include "tests/TestClass.h"
 
 #include <Qtilities/ObjectManager.h>
 
@@ -287,5 +288,5 @@ void tst_Adding::closesSharedPropertiesWithTheirItem()
     QTRY_VERIFY(!dialog);
 }
 
-QTEST_MAIN(tst_Adding)
+TEST_CLASS(tst_Adding)
 #include "tst_Adding.moc"

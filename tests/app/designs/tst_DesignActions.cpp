@@ -1,5 +1,6 @@
 #include "tests/app/designs/Answer.h"
 #include "tests/app/designs/DesignTreeFixture.h"
+#include "tests/TestClass.h"
 
 #include <MorvalenCore/ChangeBracket.h>
 
@@ -276,5 +277,5 @@ void tst_DesignActions::opensTheMenuByKey()
     QTest::keyClick(menu, Qt::Key_Escape);
 }
 
-QTEST_MAIN(tst_DesignActions)
+TEST_CLASS(tst_DesignActions)
 #include "tst_DesignActions.moc"

@@ -1,6 +1,7 @@
 #include "app/designs/DesignDialog.h"
 #include "tests/app/designs/Answer.h"
 #include "tests/app/designs/DesignTreeFixture.h"
+#include "tests/TestClass.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -116,5 +117,5 @@ void tst_DesignDialog::closesTheDialogWithItsDesign()
     QTRY_VERIFY(!dialog);
 }
 
-QTEST_MAIN(tst_DesignDialog)
+TEST_CLASS(tst_DesignDialog)
 #include "tst_DesignDialog.moc"

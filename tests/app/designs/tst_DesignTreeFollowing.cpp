@@ -1,4 +1,5 @@
 #include "tests/app/designs/DesignTreeFixture.h"
+#include "tests/TestClass.h"
 
 #include <MorvalenCore/ChangeBracket.h>
 #include <Qtilities/QtilitiesCategory.h>
@@ -204,5 +205,5 @@ void tst_DesignTreeFollowing::forgetsAClosedDesign()
     QCOMPARE(fixture->names({u"uart"_s, u"Files"_s, u"rtl"_s}), QStringList {u"a.v"_s});
 }
 
-QTEST_MAIN(tst_DesignTreeFollowing)
+TEST_CLASS(tst_DesignTreeFollowing)
 #include "tst_DesignTreeFollowing.moc"

@@ -1,5 +1,6 @@
 #include "app/designs/RowDelegate.h"
 #include "tests/app/designs/DesignTreeFixture.h"
+#include "tests/TestClass.h"
 
 #include <MorvalenCore/ChangeBracket.h>
 
@@ -183,5 +184,5 @@ void tst_DesignTreeModel::asksOnlyForWhatIsShown()
     QVERIFY2(counting.asked.size() <= visible, qPrintable(QString::number(counting.asked.size())));
 }
 
-QTEST_MAIN(tst_DesignTreeModel)
+TEST_CLASS(tst_DesignTreeModel)
 #include "tst_DesignTreeModel.moc"

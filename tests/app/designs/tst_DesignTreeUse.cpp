@@ -1,4 +1,5 @@
 #include "tests/app/designs/DesignTreeFixture.h"
+#include "tests/TestClass.h"
 
 #include <MorvalenCore/ChangeBracket.h>
 
@@ -206,5 +207,5 @@ void tst_DesignTreeUse::editsNoReadOnlyValue()
     QVERIFY(fixture->view()->hasFocus());
 }
 
-QTEST_MAIN(tst_DesignTreeUse)
+TEST_CLASS(tst_DesignTreeUse)
 #include "tst_DesignTreeUse.moc"

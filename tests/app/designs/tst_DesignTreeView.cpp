@@ -1,4 +1,5 @@
 #include "tests/app/designs/DesignTreeFixture.h"
+#include "tests/TestClass.h"
 
 #include <MorvalenCore/ChangeBracket.h>
 
@@ -239,5 +240,5 @@ void tst_DesignTreeView::hintsWithoutADesign()
     QVERIFY(fixture->view()->isVisible());
 }
 
-QTEST_MAIN(tst_DesignTreeView)
+TEST_CLASS(tst_DesignTreeView)
 #include "tst_DesignTreeView.moc"

@@ -1,5 +1,6 @@
 #include "tests/app/designs/Answer.h"
 #include "tests/app/designs/ItemsTest.h"
+#include "tests/TestClass.h"
 
 #include <Qtilities/QtilitiesCategory.h>
 
@@ -163,5 +164,5 @@ void tst_ItemActions::survivesWhatGoesWhileAMenuIsOpen()
     QVERIFY(!QApplication::activeModalWidget());
 }
 
-QTEST_MAIN(tst_ItemActions)
+TEST_CLASS(tst_ItemActions)
 #include "tst_ItemActions.moc"

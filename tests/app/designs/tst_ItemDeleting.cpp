@@ -1,5 +1,6 @@
 #include "tests/app/designs/Answer.h"
 #include "tests/app/designs/ItemsTest.h"
+#include "tests/TestClass.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -137,5 +138,5 @@ void tst_ItemDeleting::survivesWhatGoesWhileAQuestionIsOpen()
     QVERIFY(!QApplication::activeModalWidget());
 }
 
-QTEST_MAIN(tst_ItemDeleting)
+TEST_CLASS(tst_ItemDeleting)
 #include "tst_ItemDeleting.moc"

@@ -1,6 +1,7 @@
 #include "app/designs/RowDelegate.h"
 #include "tests/app/designs/DesignTreeFixture.h"
 #include "tests/host/MorvalenCore/GitRepository.h"
+#include "tests/TestClass.h"
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::Interfaces::IDesign;
@@ -153,5 +154,5 @@ void tst_ItemStates::goesAwayWhileItLooks()
     fixture.reset();
 }
 
-QTEST_MAIN(tst_ItemStates)
+TEST_CLASS(tst_ItemStates)
 #include "tst_ItemStates.moc"

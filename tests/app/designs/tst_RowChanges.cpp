@@ -1,4 +1,5 @@
 #include "app/designs/rowchanges.h"
+#include "tests/TestClass.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -100,5 +101,5 @@ void tst_RowChanges::makesAnyListOfAnyOther()
     }
 }
 
-QTEST_APPLESS_MAIN(tst_RowChanges)
+APPLESS_TEST_CLASS(tst_RowChanges)
 #include "tst_RowChanges.moc"

@@ -1,6 +1,7 @@
 #include "app/editor/EditorActions.h"
 #include "app/editor/EditorArea.h"
 #include "tests/app/editor/FakePage.h"
+#include "tests/TestClass.h"
 
 #include <QApplication>
 #include <QTest>
@@ -123,5 +124,5 @@ void tst_EditorActions::actionsRunOnThePage()
     QCOMPARE(page->ran, QList<EditorPage::Command> {EditorPage::Command(command)});
 }
 
-QTEST_MAIN(tst_EditorActions)
+TEST_CLASS(tst_EditorActions)
 #include "tst_EditorActions.moc"

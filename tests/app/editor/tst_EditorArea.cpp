@@ -1,6 +1,7 @@
 #include "app/editor/EditorArea.h"
 #include "app/editor/EditorTabBar.h"
 #include "tests/app/editor/FakePage.h"
+#include "tests/TestClass.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -295,5 +296,5 @@ void tst_EditorArea::theMenuKeepsToPagesWithFiles()
              "Show in &Folder (off)"_s);
 }
 
-QTEST_MAIN(tst_EditorArea)
+TEST_CLASS(tst_EditorArea)
 #include "tst_EditorArea.moc"

@@ -1,6 +1,7 @@
 #include "app/editor/EditorArea.h"
 #include "tests/app/editor/DialogAnswer.h"
 #include "tests/app/editor/FakePage.h"
+#include "tests/TestClass.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -148,5 +149,5 @@ void tst_EditorClosing::othersAreClosed()
     QCOMPARE(titles(), QStringList {u"b*"_s});
 }
 
-QTEST_MAIN(tst_EditorClosing)
+TEST_CLASS(tst_EditorClosing)
 #include "tst_EditorClosing.moc"

@@ -1,4 +1,5 @@
 #include "tests/app/editor/SearchFixture.h"
+#include "tests/TestClass.h"
 
 #include <QCheckBox>
 #include <QScrollBar>
@@ -208,5 +209,5 @@ void tst_FindBar::theCloseButtonCloses()
     QCOMPARE(QApplication::focusWidget(), edit);
 }
 
-QTEST_MAIN(tst_FindBar)
+TEST_CLASS(tst_FindBar)
 #include "tst_FindBar.moc"

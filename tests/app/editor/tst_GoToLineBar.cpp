@@ -1,5 +1,6 @@
 #include "app/editor/GoToLineBar.h"
 #include "tests/app/editor/SearchFixture.h"
+#include "tests/TestClass.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -55,5 +56,5 @@ void tst_GoToLineBar::oneStripAtATime()
     QCOMPARE(QApplication::focusWidget(), edit);
 }
 
-QTEST_MAIN(tst_GoToLineBar)
+TEST_CLASS(tst_GoToLineBar)
 #include "tst_GoToLineBar.moc"

@@ -1,6 +1,7 @@
 #include "app/editor/Highlighter.h"
 #include "app/editor/SyntaxScan.h"
 #include "app/editor/TextEdit.h"
+#include "tests/TestClass.h"
 
 #include <QTest>
 #include <QTextBlock>
@@ -158,5 +159,5 @@ void tst_Highlighter::thePaletteIsFollowed()
     QVERIFY(onDark.lightness() > 128);
 }
 
-QTEST_MAIN(tst_Highlighter)
+TEST_CLASS(tst_Highlighter)
 #include "tst_Highlighter.moc"

@@ -1,4 +1,5 @@
 #include "app/editor/linediff.h"
+#include "tests/TestClass.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -88,5 +89,5 @@ void tst_LineDiff::tooManyDifferencesAreOne()
     QCOMPARE(lines[1501], (Line {Line::Added, u"new 0"_s}));
 }
 
-QTEST_MAIN(tst_LineDiff)
+TEST_CLASS(tst_LineDiff)
 #include "tst_LineDiff.moc"

@@ -1,4 +1,5 @@
 #include "tests/app/editor/SearchFixture.h"
+#include "tests/TestClass.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -61,5 +62,5 @@ void tst_Replacing::readOnlyTextsAreNotReplaced()
     QCOMPARE(selected(), u"1:6 clk"_s);
 }
 
-QTEST_MAIN(tst_Replacing)
+TEST_CLASS(tst_Replacing)
 #include "tst_Replacing.moc"

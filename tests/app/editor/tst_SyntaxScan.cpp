@@ -1,4 +1,5 @@
 #include "app/editor/SyntaxScan.h"
+#include "tests/TestClass.h"
 
 #include <QTest>
 
@@ -214,5 +215,5 @@ void tst_SyntaxScan::anythingCanBeScanned()
     }
 }
 
-QTEST_MAIN(tst_SyntaxScan)
+TEST_CLASS(tst_SyntaxScan)
 #include "tst_SyntaxScan.moc"

@@ -1,5 +1,6 @@
 #include "app/editor/DifferenceDialog.h"
 #include "tests/app/editor/PageFixture.h"
+#include "tests/TestClass.h"
 
 #include <QLabel>
 #include <QPointer>
@@ -171,5 +172,5 @@ void tst_TextConflict::ownSavesAreNoConflict()
     QCOMPARE(shown(), u"xyxyxyone\ntwo\n"_s);
 }
 
-QTEST_MAIN(tst_TextConflict)
+TEST_CLASS(tst_TextConflict)
 #include "tst_TextConflict.moc"

@@ -3,6 +3,7 @@
 #include "app/editor/PositionBar.h"
 #include "app/editor/shades.h"
 #include "tests/app/editor/PageFixture.h"
+#include "tests/TestClass.h"
 
 #include <Qtilities/QtilitiesApplication.h>
 
@@ -156,5 +157,5 @@ void tst_TextEdit::theFontIsASetting()
     QCOMPARE(edit->font().pointSize(), EditorSettings::defaultFont().pointSize());
 }
 
-QTEST_MAIN(tst_TextEdit)
+TEST_CLASS(tst_TextEdit)
 #include "tst_TextEdit.moc"

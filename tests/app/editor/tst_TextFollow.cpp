@@ -1,4 +1,5 @@
 #include "tests/app/editor/PageFixture.h"
+#include "tests/TestClass.h"
 
 #include <QScrollBar>
 #include <QTextBlock>
@@ -86,5 +87,5 @@ void tst_TextFollow::followingCanBeUndone()
     QVERIFY(page->isModified());
 }
 
-QTEST_MAIN(tst_TextFollow)
+TEST_CLASS(tst_TextFollow)
 #include "tst_TextFollow.moc"

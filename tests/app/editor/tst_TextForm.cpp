@@ -1,6 +1,7 @@
 #include "app/editor/TextEdit.h"
 #include "app/editor/TextPage.h"
 #include "tests/app/editor/files.h"
+#include "tests/TestClass.h"
 
 #include <QLabel>
 #include <QTemporaryDir>
@@ -277,5 +278,5 @@ void tst_TextForm::longLinesAreRefused()
              u"Cannot open \"%1\": it has a line of more than 250,000 characters"_s.arg(path));
 }
 
-QTEST_MAIN(tst_TextForm)
+TEST_CLASS(tst_TextForm)
 #include "tst_TextForm.moc"

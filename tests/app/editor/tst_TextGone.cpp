@@ -1,5 +1,6 @@
 #include "tests/app/editor/DialogAnswer.h"
 #include "tests/app/editor/PageFixture.h"
+#include "tests/TestClass.h"
 
 #include <QSignalSpy>
 
@@ -143,5 +144,5 @@ void tst_TextGone::whatBecomesUnreadableKeepsItsText()
                  "here."_s.arg(path));
 }
 
-QTEST_MAIN(tst_TextGone)
+TEST_CLASS(tst_TextGone)
 #include "tst_TextGone.moc"

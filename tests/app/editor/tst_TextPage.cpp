@@ -1,4 +1,5 @@
 #include "tests/app/editor/PageFixture.h"
+#include "tests/TestClass.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -195,5 +196,5 @@ void tst_TextPage::aCopyIsSaved()
     QVERIFY(page->isModified());
 }
 
-QTEST_MAIN(tst_TextPage)
+TEST_CLASS(tst_TextPage)
 #include "tst_TextPage.moc"

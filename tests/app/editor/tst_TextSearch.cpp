@@ -1,4 +1,5 @@
 #include "app/editor/TextSearch.h"
+#include "tests/TestClass.h"
 
 #include <QTest>
 #include <QTextDocument>
@@ -179,5 +180,5 @@ void tst_TextSearch::aWrongPatternFindsNothing()
     QVERIFY(TextSearch(u"(a"_s, {}).error().isEmpty());
 }
 
-QTEST_MAIN(tst_TextSearch)
+TEST_CLASS(tst_TextSearch)
 #include "tst_TextSearch.moc"

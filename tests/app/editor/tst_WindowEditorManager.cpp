@@ -5,6 +5,7 @@
 #include "app/editor/WindowEditorManager.h"
 #include "tests/app/editor/files.h"
 #include "tests/fakes/FakeHost.h"
+#include "tests/TestClass.h"
 
 #include <QDir>
 #include <QSignalSpy>
@@ -231,5 +232,5 @@ void tst_WindowEditorManager::filesOfReadOnlyDesigns()
     QTRY_VERIFY(!page->textEdit()->isReadOnly());
 }
 
-QTEST_MAIN(tst_WindowEditorManager)
+TEST_CLASS(tst_WindowEditorManager)
 #include "tst_WindowEditorManager.moc"

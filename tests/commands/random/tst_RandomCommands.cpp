@@ -9,6 +9,7 @@
 #include "tests/commands/random/evaluation.h"
 #include "tests/commands/random/RandomCalls.h"
 #include "tests/host/MorvalenCore/SessionFixture.h"
+#include "tests/TestClass.h"
 
 #include <QElapsedTimer>
 #include <QTest>
@@ -205,5 +206,5 @@ void tst_RandomCommands::answersLikeTheModel()
     QFAIL("the design is not as the model of it");
 }
 
-QTEST_MAIN(tst_RandomCommands)
+TEST_CLASS(tst_RandomCommands)
 #include "tst_RandomCommands.moc"

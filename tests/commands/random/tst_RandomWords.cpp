@@ -5,6 +5,7 @@
 #include "commands/manuals.h"
 #include "tests/commands/random/evaluation.h"
 #include "tests/host/MorvalenCore/SessionFixture.h"
+#include "tests/TestClass.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -142,5 +143,5 @@ void tst_RandomWords::oneAnswerEach()
     QDir::setCurrent(u"/"_s);
 }
 
-QTEST_MAIN(tst_RandomWords)
+TEST_CLASS(tst_RandomWords)
 #include "tst_RandomWords.moc"

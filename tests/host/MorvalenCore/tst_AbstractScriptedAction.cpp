@@ -1,3 +1,5 @@
+#include "tests/TestClass.h"
+
 #include <MorvalenCore/AbstractScriptedAction.h>
 
 #include <Qtilities/Logger.h>
@@ -29,7 +31,7 @@ public:
 } // namespace
 
 // What all scripted actions share: their file, and how they are shown.
-class TestAbstractScriptedAction : public QObject
+class tst_AbstractScriptedAction : public QObject
 {
     Q_OBJECT
 
@@ -56,7 +58,7 @@ private:
     QTemporaryDir folder;
 };
 
-void TestAbstractScriptedAction::startsWithoutAFile()
+void tst_AbstractScriptedAction::startsWithoutAFile()
 {
     FakeAction action;
 
@@ -74,13 +76,13 @@ void TestAbstractScriptedAction::startsWithoutAFile()
     QCOMPARE(action.userActionType(), 7);
 }
 
-void TestAbstractScriptedAction::hasFixedNumbersForActionTypes()
+void tst_AbstractScriptedAction::hasFixedNumbersForActionTypes()
 {
     QCOMPARE(int(AbstractScriptedAction::EmbeddedAction), 7);
     QCOMPARE(int(AbstractScriptedAction::MenuAction), 0);
 }
 
-void TestAbstractScriptedAction::knowsWhetherItsFileIsAFile_data()
+void tst_AbstractScriptedAction::knowsWhetherItsFileIsAFile_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<bool>("exists");
@@ -93,7 +95,7 @@ void TestAbstractScriptedAction::knowsWhetherItsFileIsAFile_data()
     QTest::newRow("exists-6 a link to nothing") << u"dangling.tcl"_s << false;
 }
 
-void TestAbstractScriptedAction::knowsWhetherItsFileIsAFile()
+void tst_AbstractScriptedAction::knowsWhetherItsFileIsAFile()
 {
     QFETCH(QString, name);
     QFETCH(bool, exists);
@@ -109,7 +111,7 @@ void TestAbstractScriptedAction::knowsWhetherItsFileIsAFile()
     QCOMPARE(action.fileContents(), exists ? u"puts a\n"_s : QString());
 }
 
-void TestAbstractScriptedAction::readsItsFile_data()
+void tst_AbstractScriptedAction::readsItsFile_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("text");
@@ -124,7 +126,7 @@ void TestAbstractScriptedAction::readsItsFile_data()
     QTest::newRow("read-7 only blanks") << QByteArray(" \n ") << u" \n "_s;
 }
 
-void TestAbstractScriptedAction::readsItsFile()
+void tst_AbstractScriptedAction::readsItsFile()
 {
     QFETCH(QByteArray, bytes);
     QFETCH(QString, text);
@@ -138,7 +140,7 @@ void TestAbstractScriptedAction::readsItsFile()
     QCOMPARE(log.size(), 0);
 }
 
-void TestAbstractScriptedAction::readsABigFile()
+void tst_AbstractScriptedAction::readsABigFile()
 {
     const QByteArray line = "puts \"\xe2\x82\xac a line of a big script\"\n";
     const QByteArray bytes = line.repeated(50'000'000 / line.size());
@@ -152,7 +154,7 @@ void TestAbstractScriptedAction::readsABigFile()
     QVERIFY(text == QString::fromUtf8(bytes));
 }
 
-void TestAbstractScriptedAction::warnsOfBytesThatAreNotUtf8()
+void tst_AbstractScriptedAction::warnsOfBytesThatAreNotUtf8()
 {
     put(u"latin.tcl"_s, "caf\xe9\n");
     FakeAction action;
@@ -170,7 +172,7 @@ void TestAbstractScriptedAction::warnsOfBytesThatAreNotUtf8()
             path(u"latin.tcl"_s)));
 }
 
-void TestAbstractScriptedAction::warnsOfAFileThatCannotBeRead()
+void tst_AbstractScriptedAction::warnsOfAFileThatCannotBeRead()
 {
     // The superuser may read everything but the memory of a process at an address that it does
     // not have.
@@ -188,5 +190,5 @@ void TestAbstractScriptedAction::warnsOfAFileThatCannotBeRead()
              u"Cannot read the script file \"%1\": Input/output error"_s.arg(file));
 }
 
-QTEST_GUILESS_MAIN(TestAbstractScriptedAction)
+GUILESS_TEST_CLASS(tst_AbstractScriptedAction)
 #include "tst_AbstractScriptedAction.moc"

@@ -1,4 +1,5 @@
 #include "SessionFixture.h"
+#include "tests/TestClass.h"
 
 #include <MorvalenCore/BuildConfiguration.h>
 #include <MorvalenCore/BuildMonitor.h>
@@ -90,7 +91,7 @@ const QString title = u"The build \"Main\" of design \"soft\""_s;
 } // namespace
 
 // Build configurations of designs on disk.
-class TestBuildConfiguration : public QObject
+class tst_BuildConfiguration : public QObject
 {
     Q_OBJECT
 
@@ -145,13 +146,13 @@ private:
     IDesign *design = nullptr;
 };
 
-void TestBuildConfiguration::init()
+void tst_BuildConfiguration::init()
 {
     session = std::make_unique<SessionFixture>();
     SessionFixture::write(inDesign(u"a.c"_s), "a");
 }
 
-BuildConfiguration *TestBuildConfiguration::openComponent(const QByteArray &document)
+BuildConfiguration *tst_BuildConfiguration::openComponent(const QByteArray &document)
 {
     SessionFixture::write(inDesign(u"component.xml"_s), document);
     design = session->open(inDesign(u"component.xml"_s));
@@ -159,19 +160,19 @@ BuildConfiguration *TestBuildConfiguration::openComponent(const QByteArray &docu
     return design ? design->activeBuildConfiguration() : nullptr;
 }
 
-BuildConfiguration *TestBuildConfiguration::open(const QByteArray &steps, const QByteArray &files)
+BuildConfiguration *tst_BuildConfiguration::open(const QByteArray &steps, const QByteArray &files)
 {
     return openComponent(component(files, configuration("Main", steps)));
 }
 
-QStringList TestBuildConfiguration::ownMessages() const
+QStringList tst_BuildConfiguration::ownMessages() const
 {
     QStringList own = session->takeLog();
     own.removeIf([](const QString &message) { return !message.contains(u"soft\""_s); });
     return own;
 }
 
-void TestBuildConfiguration::listsStepsInTheOrderOfExecution()
+void tst_BuildConfiguration::listsStepsInTheOrderOfExecution()
 {
     BuildConfiguration *main =
         open(step("link", "x", "o", "p") + step("test", "x") + step("compile", "x", "a.c", "o"));
@@ -183,14 +184,14 @@ void TestBuildConfiguration::listsStepsInTheOrderOfExecution()
     QCOMPARE(session->takeLog(), QStringList());
 }
 
-void TestBuildConfiguration::listsStepsAsTheyAreWhenTheyCannotBeRun()
+void tst_BuildConfiguration::listsStepsAsTheyAreWhenTheyCannotBeRun()
 {
     BuildConfiguration *main = open(step("b", "x", "1", "2") + step("a", "x", "2", "1"));
     QVERIFY(main);
     QCOMPARE(main->stepNamesInOrder(-1), QStringList({u"b"_s, u"a"_s}));
 }
 
-void TestBuildConfiguration::givesMacros()
+void tst_BuildConfiguration::givesMacros()
 {
     BuildConfiguration *main = open("<mv:macro name=\"FLAGS\">-O2 $(WARN) $(date)</mv:macro>"
                                     "<mv:macro name=\"WARN\">-W$(WIDTH)</mv:macro>"
@@ -211,7 +212,7 @@ void TestBuildConfiguration::givesMacros()
     QCOMPARE(main->propertyManager()->macroValues(DesignMacros).value(u"DESIGN_NAME"_s), u"soft"_s);
 }
 
-void TestBuildConfiguration::runsAndNotesWhatItMade()
+void tst_BuildConfiguration::runsAndNotesWhatItMade()
 {
     BuildConfiguration *main = open(copyStep);
     QVERIFY(main);
@@ -238,7 +239,7 @@ void TestBuildConfiguration::runsAndNotesWhatItMade()
     QVERIFY(!design->isModified());
 }
 
-void TestBuildConfiguration::notesTheVersionThatMadeAFile()
+void tst_BuildConfiguration::notesTheVersionThatMadeAFile()
 {
     const QByteArray steps = configuration(
         "Main", copyStep + step("other", "cp b.c $(OUTPUTS)", "b.c", "build/Main/other.c"));
@@ -257,7 +258,7 @@ void TestBuildConfiguration::notesTheVersionThatMadeAFile()
     QCOMPARE(versionOf(u"build/Main/other.c"_s), u"2.0"_s);
 }
 
-void TestBuildConfiguration::notesWhatAnEarlierSessionMade()
+void tst_BuildConfiguration::notesWhatAnEarlierSessionMade()
 {
     const QByteArray document = component(file("a.c"), configuration("Main", copyStep));
     BuildConfiguration *main = openComponent(document);
@@ -271,7 +272,7 @@ void TestBuildConfiguration::notesWhatAnEarlierSessionMade()
     QCOMPARE(versionOf(u"build/Main/copy.c"_s), u"1.0"_s);
 }
 
-void TestBuildConfiguration::isCleaned()
+void tst_BuildConfiguration::isCleaned()
 {
     SessionFixture::write(inDesign(u"build/Main/mine.txt"_s), "mine");
     BuildConfiguration *main =
@@ -298,7 +299,7 @@ void TestBuildConfiguration::isCleaned()
     QVERIFY(exists(u"again.c"_s));
 }
 
-void TestBuildConfiguration::runsBuildCommandsOfFiles()
+void tst_BuildConfiguration::runsBuildCommandsOfFiles()
 {
     SessionFixture::write(inDesign(u"it's $x.c"_s), "odd");
     openComponent(component(
@@ -317,7 +318,7 @@ void TestBuildConfiguration::runsBuildCommandsOfFiles()
     QCOMPARE(versionOf(u"obj/a.o"_s), u"1.0"_s);
 }
 
-void TestBuildConfiguration::runsOverANode()
+void tst_BuildConfiguration::runsOverANode()
 {
     SessionFixture::write(inDesign(u"b c.c"_s), "b");
     BuildConfiguration *main =
@@ -336,7 +337,7 @@ void TestBuildConfiguration::runsOverANode()
     QCOMPARE(content(u"all.c"_s), QByteArray("a"));
 }
 
-void TestBuildConfiguration::runsThroughTheLauncherOfTheSettings()
+void tst_BuildConfiguration::runsThroughTheLauncherOfTheSettings()
 {
     SessionFixture::write(inDesign(u"farm"_s), "#!/bin/sh\necho \"$*\" >> farm.log\nexec \"$@\"\n");
     QFile::setPermissions(inDesign(u"farm"_s), QFile::ReadOwner | QFile::ExeOwner);
@@ -354,7 +355,7 @@ void TestBuildConfiguration::runsThroughTheLauncherOfTheSettings()
                  {"", "/bin/sh -c cat a.c; cp a.c b.c", "cp a.c build/Main/copy.c", "ls"}));
 }
 
-void TestBuildConfiguration::failsWithTheNameOfTheStep()
+void tst_BuildConfiguration::failsWithTheNameOfTheStep()
 {
     BuildConfiguration *main = open(step("bad step", "echo wrong; false", "a.c", "o"));
     QVERIFY(main);
@@ -368,7 +369,7 @@ void TestBuildConfiguration::failsWithTheNameOfTheStep()
     QCOMPARE(versionOf(u"o"_s), u"(no file)"_s);
 }
 
-void TestBuildConfiguration::keepsFilesThatNoBuildMade_data()
+void tst_BuildConfiguration::keepsFilesThatNoBuildMade_data()
 {
     QTest::addColumn<QByteArray>("output");
     QTest::newRow("keep-1 a file of the design") << QByteArray("a.c");
@@ -377,7 +378,7 @@ void TestBuildConfiguration::keepsFilesThatNoBuildMade_data()
     QTest::newRow("keep-4 a file in the target path") << QByteArray("build/Main/notes");
 }
 
-void TestBuildConfiguration::keepsFilesThatNoBuildMade()
+void tst_BuildConfiguration::keepsFilesThatNoBuildMade()
 {
     QFETCH(const QByteArray, output);
     SessionFixture::write(inDesign(u"README"_s), "read me");
@@ -397,7 +398,7 @@ void TestBuildConfiguration::keepsFilesThatNoBuildMade()
     }
 }
 
-void TestBuildConfiguration::refusesWhatCannotBePlanned_data()
+void tst_BuildConfiguration::refusesWhatCannotBePlanned_data()
 {
     QTest::addColumn<QByteArray>("steps");
     QTest::addColumn<QString>("reason");
@@ -412,7 +413,7 @@ void TestBuildConfiguration::refusesWhatCannotBePlanned_data()
         << u"The step \"a\" cannot be run: The macro \"M\" refers to itself"_s;
 }
 
-void TestBuildConfiguration::refusesWhatCannotBePlanned()
+void tst_BuildConfiguration::refusesWhatCannotBePlanned()
 {
     QFETCH(const QByteArray, steps);
     QFETCH(const QString, reason);
@@ -430,7 +431,7 @@ void TestBuildConfiguration::refusesWhatCannotBePlanned()
     QVERIFY(!exists(u"build"_s));
 }
 
-void TestBuildConfiguration::usesAnotherTargetPath()
+void tst_BuildConfiguration::usesAnotherTargetPath()
 {
     BuildConfiguration *main = open(copyStep);
     QVERIFY(main);
@@ -443,7 +444,7 @@ void TestBuildConfiguration::usesAnotherTargetPath()
     QVERIFY(!exists(u"build"_s));
 }
 
-void TestBuildConfiguration::saysThatTheTargetPathCannotBeUsed()
+void tst_BuildConfiguration::saysThatTheTargetPathCannotBeUsed()
 {
     BuildConfiguration *main = open(copyStep);
     QVERIFY(main);
@@ -457,7 +458,7 @@ void TestBuildConfiguration::saysThatTheTargetPathCannotBeUsed()
     QVERIFY(main->run(true, false));
 }
 
-void TestBuildConfiguration::saysThatAVariableOfTheTargetPathIsNotSet()
+void tst_BuildConfiguration::saysThatAVariableOfTheTargetPathIsNotSet()
 {
     BuildConfiguration *main = open(copyStep);
     QVERIFY(main);
@@ -473,7 +474,7 @@ void TestBuildConfiguration::saysThatAVariableOfTheTargetPathIsNotSet()
     QVERIFY(QFile::exists(session->path(u"set/out/copy.c"_s)));
 }
 
-void TestBuildConfiguration::runsDry()
+void tst_BuildConfiguration::runsDry()
 {
     BuildConfiguration *main = open(copyStep + step("report", "touch reported"));
     QVERIFY(main);
@@ -489,7 +490,7 @@ void TestBuildConfiguration::runsDry()
     QCOMPARE(main->runState(), BuildConfiguration::Completed);
 }
 
-void TestBuildConfiguration::refreshes()
+void tst_BuildConfiguration::refreshes()
 {
     BuildConfiguration *main =
         open(copyStep
@@ -510,7 +511,7 @@ void TestBuildConfiguration::refreshes()
     QCOMPARE(content(u"build/Main/copy.c"_s), QByteArray("a"));
 }
 
-void TestBuildConfiguration::refreshesWithoutATrace()
+void tst_BuildConfiguration::refreshesWithoutATrace()
 {
     BuildConfiguration *main = open(copyStep);
     QVERIFY(main);
@@ -521,7 +522,7 @@ void TestBuildConfiguration::refreshesWithoutATrace()
     QVERIFY(!design->isModified());
 }
 
-void TestBuildConfiguration::refusesASecondRun()
+void tst_BuildConfiguration::refusesASecondRun()
 {
     BuildConfiguration *main =
         open(step("slow", "touch there; while [ -e there ]; do sleep 0.01; done"));
@@ -545,7 +546,7 @@ void TestBuildConfiguration::refusesASecondRun()
              QStringList({u"Error: %1 is running already"_s.arg(title)}));
 }
 
-void TestBuildConfiguration::cancels()
+void tst_BuildConfiguration::cancels()
 {
     BuildConfiguration *main =
         open(copyStep + step("long", "touch there; sleep 1000", "build/Main/copy.c", "o"));
@@ -564,7 +565,7 @@ void TestBuildConfiguration::cancels()
     QCOMPARE(versionOf(u"o"_s), u"(no file)"_s);
 }
 
-void TestBuildConfiguration::tellsTheMonitor()
+void tst_BuildConfiguration::tellsTheMonitor()
 {
     BuildMonitor monitor;
     BuildMonitor::setInstance(&monitor);
@@ -589,7 +590,7 @@ void TestBuildConfiguration::tellsTheMonitor()
     QCOMPARE(events, QStringList({u"started MainRunning"_s, u"1/1 copy"_s, u"ended Completed"_s}));
 }
 
-void TestBuildConfiguration::endsWhenItsDesignIsClosed()
+void tst_BuildConfiguration::endsWhenItsDesignIsClosed()
 {
     BuildConfiguration *main = open(step("long", "echo $$ &gt; pid; touch there; sleep 1000"));
     QVERIFY(main);
@@ -607,7 +608,7 @@ void TestBuildConfiguration::endsWhenItsDesignIsClosed()
     QCOMPARE(ownMessages(), QStringList({u"Warning: %1 was cancelled"_s.arg(title)}));
 }
 
-void TestBuildConfiguration::runsForAReadOnlyDesign()
+void tst_BuildConfiguration::runsForAReadOnlyDesign()
 {
     BuildConfiguration *main = openComponent(
         component(file("a.c"), configuration("Main", copyStep), "1.0", " readOnly=\"true\""));
@@ -627,7 +628,7 @@ void TestBuildConfiguration::runsForAReadOnlyDesign()
     QVERIFY(main->run(false, false));
 }
 
-void TestBuildConfiguration::staysAsItIsInTheFile()
+void tst_BuildConfiguration::staysAsItIsInTheFile()
 {
     const QByteArray document = component(file("a.c"), configuration("Main", copyStep));
     BuildConfiguration *main = openComponent(document);
@@ -639,5 +640,5 @@ void TestBuildConfiguration::staysAsItIsInTheFile()
     QCOMPARE(content(u"component.xml"_s), document);
 }
 
-QTEST_MAIN(TestBuildConfiguration)
+TEST_CLASS(tst_BuildConfiguration)
 #include "tst_BuildConfiguration.moc"

@@ -33,7 +33,7 @@ Result runAndCancel(BuildFixture &build, const QString &signFile)
 } // namespace
 
 // Builds that are cancelled, and what they and their steps leave behind.
-class TestBuildEnds : public QObject
+class tst_BuildEnds : public QObject
 {
     Q_OBJECT
 
@@ -54,7 +54,7 @@ private Q_SLOTS:
     void endsWhenItsProgramIsKilled();
 };
 
-void TestBuildEnds::endsEverythingWhenCancelled_data()
+void tst_BuildEnds::endsEverythingWhenCancelled_data()
 {
     QTest::addColumn<QString>("command");
     QTest::addColumn<bool>("hasOutput");
@@ -79,7 +79,7 @@ void TestBuildEnds::endsEverythingWhenCancelled_data()
         << false;
 }
 
-void TestBuildEnds::endsEverythingWhenCancelled()
+void tst_BuildEnds::endsEverythingWhenCancelled()
 {
     QFETCH(const QString, command);
     QFETCH(const bool, hasOutput);
@@ -98,7 +98,7 @@ void TestBuildEnds::endsEverythingWhenCancelled()
 }
 
 // Cancelled in the middle of starting, nothing is left for the signal that cannot be ignored.
-void TestBuildEnds::asksToEndWhatStartsMeanwhile()
+void tst_BuildEnds::asksToEndWhatStartsMeanwhile()
 {
     BuildFixture build;
     build.graceTime = 60'000;
@@ -116,7 +116,7 @@ void TestBuildEnds::asksToEndWhatStartsMeanwhile()
     QVERIFY(time.elapsed() < build.graceTime);
 }
 
-void TestBuildEnds::leavesNoHalfMadeOutputWhenCancelled()
+void tst_BuildEnds::leavesNoHalfMadeOutputWhenCancelled()
 {
     BuildFixture build;
     build.write(u"i"_s, "x");
@@ -126,7 +126,7 @@ void TestBuildEnds::leavesNoHalfMadeOutputWhenCancelled()
     QVERIFY(!build.exists(u"out/o"_s));
 }
 
-void TestBuildEnds::completesAfterACancelledRun()
+void tst_BuildEnds::completesAfterACancelledRun()
 {
     BuildFixture build;
     build.write(u"a"_s, "a");
@@ -138,7 +138,7 @@ void TestBuildEnds::completesAfterACancelledRun()
     QCOMPARE(build.read(u"out/c"_s), QByteArray("a"));
 }
 
-void TestBuildEnds::endsEverythingAtOnce()
+void tst_BuildEnds::endsEverythingAtOnce()
 {
     BuildFixture build;
     build.write(u"i"_s, "x");
@@ -157,7 +157,7 @@ void TestBuildEnds::endsEverythingAtOnce()
     QVERIFY(!aliveAfter);
 }
 
-void TestBuildEnds::endsWhatStepsLeaveBehind()
+void tst_BuildEnds::endsWhatStepsLeaveBehind()
 {
     BuildFixture build;
     build.write(u"i"_s, "x");
@@ -175,7 +175,7 @@ void TestBuildEnds::endsWhatStepsLeaveBehind()
              qPrintable(build.messages[1]));
 }
 
-void TestBuildEnds::endsWhatKeepsTheBuildWaiting_data()
+void tst_BuildEnds::endsWhatKeepsTheBuildWaiting_data()
 {
     QTest::addColumn<QString>("command");
     QTest::addColumn<bool>("hasOutput");
@@ -191,7 +191,7 @@ void TestBuildEnds::endsWhatKeepsTheBuildWaiting_data()
 }
 
 // Ninja waits as long as somebody holds a step's output.
-void TestBuildEnds::endsWhatKeepsTheBuildWaiting()
+void tst_BuildEnds::endsWhatKeepsTheBuildWaiting()
 {
     QFETCH(const QString, command);
     QFETCH(const bool, hasOutput);
@@ -210,7 +210,7 @@ void TestBuildEnds::endsWhatKeepsTheBuildWaiting()
 }
 
 // A process that a step has sent into the background is its own affair as long as it runs.
-void TestBuildEnds::leavesWhatARunningStepUses()
+void tst_BuildEnds::leavesWhatARunningStepUses()
 {
     BuildFixture build;
     build.write(u"i"_s, "x");
@@ -230,7 +230,7 @@ void TestBuildEnds::leavesWhatARunningStepUses()
     QVERIFY(build.exists(u"p"_s));
 }
 
-void TestBuildEnds::leavesDaemonsAlone_data()
+void tst_BuildEnds::leavesDaemonsAlone_data()
 {
     QTest::addColumn<QStringList>("outputs");
     QTest::addColumn<QString>("shown");
@@ -238,7 +238,7 @@ void TestBuildEnds::leavesDaemonsAlone_data()
     QTest::newRow("daemon-2 of a step that runs alone") << QStringList() << u"[0/1]"_s;
 }
 
-void TestBuildEnds::leavesDaemonsAlone()
+void tst_BuildEnds::leavesDaemonsAlone()
 {
     QFETCH(const QStringList, outputs);
     QFETCH(const QString, shown);
@@ -255,7 +255,7 @@ void TestBuildEnds::leavesDaemonsAlone()
     QCOMPARE(kill(-id, SIGKILL), 0);
 }
 
-void TestBuildEnds::endsWithTheApplication()
+void tst_BuildEnds::endsWithTheApplication()
 {
     BuildFixture build;
     build.write(u"i"_s, "x");
@@ -277,7 +277,7 @@ void TestBuildEnds::endsWithTheApplication()
 }
 
 // Another process that runs a build is killed in the middle of it.
-void TestBuildEnds::endsWhenItsProgramIsKilled()
+void tst_BuildEnds::endsWhenItsProgramIsKilled()
 {
     if (qEnvironmentVariableIsSet("BUILD_TO_BE_KILLED")) {
         BuildFixture build;
@@ -299,5 +299,5 @@ void TestBuildEnds::endsWhenItsProgramIsKilled()
     QTRY_VERIFY(!isAlive(build.read(u"pid"_s)));
 }
 
-QTEST_GUILESS_MAIN(TestBuildEnds)
+QTEST_GUILESS_MAIN(tst_BuildEnds)
 #include "tst_BuildEnds.moc"

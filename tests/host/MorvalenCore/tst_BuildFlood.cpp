@@ -24,7 +24,7 @@ qint64 peakMemory()
 } // namespace
 
 // Output without end. A program of its own, since it measures the memory of its process.
-class TestBuildFlood : public QObject
+class tst_BuildFlood : public QObject
 {
     Q_OBJECT
 
@@ -33,7 +33,7 @@ private Q_SLOTS:
     void takesAHundredMegabytesOfOutput();
 };
 
-void TestBuildFlood::takesAHundredMegabytesOfOutput_data()
+void tst_BuildFlood::takesAHundredMegabytesOfOutput_data()
 {
     QTest::addColumn<QString>("command");
     QTest::addColumn<bool>("hasOutput");
@@ -44,7 +44,7 @@ void TestBuildFlood::takesAHundredMegabytesOfOutput_data()
     QTest::newRow("flood-3 one line") << u"head -c 100000000 /dev/zero | tr '\\0' x"_s << false;
 }
 
-void TestBuildFlood::takesAHundredMegabytesOfOutput()
+void tst_BuildFlood::takesAHundredMegabytesOfOutput()
 {
     QFETCH(const QString, command);
     QFETCH(const bool, hasOutput);
@@ -70,5 +70,5 @@ void TestBuildFlood::takesAHundredMegabytesOfOutput()
         build.path(u"out/build.log"_s))));
 }
 
-QTEST_GUILESS_MAIN(TestBuildFlood)
+QTEST_GUILESS_MAIN(tst_BuildFlood)
 #include "tst_BuildFlood.moc"

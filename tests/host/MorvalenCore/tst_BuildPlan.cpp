@@ -1,6 +1,7 @@
 #include "build/BuildPlan.h"
 #include "build/macros.h"
 #include "build/shell.h"
+#include "tests/TestClass.h"
 
 #include <QProcess>
 #include <QTest>
@@ -53,7 +54,7 @@ QStringList namesOf(const BuildPlan &plan)
 } // namespace
 
 // From what a configuration asks for to what will be run.
-class TestBuildPlan : public QObject
+class tst_BuildPlan : public QObject
 {
     Q_OBJECT
 
@@ -81,7 +82,7 @@ private Q_SLOTS:
     void takesATargetPathFromAnywhere();
 };
 
-void TestBuildPlan::expandsMacros_data()
+void tst_BuildPlan::expandsMacros_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("expected");
@@ -109,7 +110,7 @@ void TestBuildPlan::expandsMacros_data()
     row("macro-percent-1 a percent sign and a digit", u"$(PERCENT)"_s, u"%1 %2"_s);
 }
 
-void TestBuildPlan::expandsMacros()
+void tst_BuildPlan::expandsMacros()
 {
     QFETCH(const QString, text);
     const QHash<QString, QString> others = {
@@ -123,7 +124,7 @@ void TestBuildPlan::expandsMacros()
     QTEST(result.value(), "expected");
 }
 
-void TestBuildPlan::refusesEndlessMacros_data()
+void tst_BuildPlan::refusesEndlessMacros_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("expected");
@@ -136,7 +137,7 @@ void TestBuildPlan::refusesEndlessMacros_data()
         << u"$(E60)"_s << u"The macro \"E60\" grows too long"_s;
 }
 
-void TestBuildPlan::refusesEndlessMacros()
+void tst_BuildPlan::refusesEndlessMacros()
 {
     QFETCH(const QString, text);
     QHash<QString, QString> others = {{u"A"_s, u"a $(A)"_s},
@@ -153,7 +154,7 @@ void TestBuildPlan::refusesEndlessMacros()
     QTEST(result.status().text(), "expected");
 }
 
-void TestBuildPlan::quotesWords_data()
+void tst_BuildPlan::quotesWords_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("word");
@@ -168,7 +169,7 @@ void TestBuildPlan::quotesWords_data()
     QTest::newRow("word-quoted-6 a pattern") << u"*?[a]"_s << u"'*?[a]'"_s;
 }
 
-void TestBuildPlan::quotesWords()
+void tst_BuildPlan::quotesWords()
 {
     QFETCH(const QString, text);
     QTEST(shellWord(text), "word");
@@ -178,7 +179,7 @@ void TestBuildPlan::quotesWords()
     QCOMPARE(QString::fromUtf8(shell.readAllStandardOutput()), text);
 }
 
-void TestBuildPlan::knowsPlainCommands_data()
+void tst_BuildPlan::knowsPlainCommands_data()
 {
     QTest::addColumn<bool>("plain");
     for (const char *command :
@@ -214,13 +215,13 @@ void TestBuildPlan::knowsPlainCommands_data()
         QTest::addRow("plain-no %s", command) << false;
 }
 
-void TestBuildPlan::knowsPlainCommands()
+void tst_BuildPlan::knowsPlainCommands()
 {
     const QString command = QString::fromUtf8(QTest::currentDataTag()).section(u' ', 1);
     QTEST(isPlainCommand(command), "plain");
 }
 
-void TestBuildPlan::launches_data()
+void tst_BuildPlan::launches_data()
 {
     QTest::addColumn<QString>("command");
     QTest::addColumn<QString>("launcher");
@@ -232,14 +233,14 @@ void TestBuildPlan::launches_data()
         << u"a | b 'c'"_s << u"srun"_s << u"srun /bin/sh -c 'a | b '\\''c'\\'''"_s;
 }
 
-void TestBuildPlan::launches()
+void tst_BuildPlan::launches()
 {
     QFETCH(const QString, command);
     QFETCH(const QString, launcher);
     QTEST(launched(command, launcher), "expected");
 }
 
-void TestBuildPlan::putsCommandsInOneLine_data()
+void tst_BuildPlan::putsCommandsInOneLine_data()
 {
     QTest::addColumn<QString>("command");
     QTest::addColumn<QString>("output");
@@ -255,7 +256,7 @@ void TestBuildPlan::putsCommandsInOneLine_data()
     QTest::newRow("line-8 an option first") << u"-x\n"_s << u""_s;
 }
 
-void TestBuildPlan::putsCommandsInOneLine()
+void tst_BuildPlan::putsCommandsInOneLine()
 {
     QFETCH(const QString, command);
     const QString line = inOneLine(command);
@@ -267,7 +268,7 @@ void TestBuildPlan::putsCommandsInOneLine()
     QTEST(QString::fromUtf8(shell.readAllStandardOutput()), "output");
 }
 
-void TestBuildPlan::plansAStep_data()
+void tst_BuildPlan::plansAStep_data()
 {
     QTest::addColumn<BuildStep>("asked");
     QTest::addColumn<QString>("launcher");
@@ -314,7 +315,7 @@ void TestBuildPlan::plansAStep_data()
     row("plan-10 no name", step(u""_s, u"x"_s), {u""_s, u"step"_s, u"x"_s, {}, {}});
 }
 
-void TestBuildPlan::plansAStep()
+void tst_BuildPlan::plansAStep()
 {
     QFETCH(const BuildStep, asked);
     QFETCH(const QString, launcher);
@@ -334,7 +335,7 @@ void TestBuildPlan::plansAStep()
     QCOMPARE(planned.outputs, expected.outputs);
 }
 
-void TestBuildPlan::refuses_data()
+void tst_BuildPlan::refuses_data()
 {
     QTest::addColumn<QList<BuildStep>>("steps");
     QTest::addColumn<QString>("expected");
@@ -381,7 +382,7 @@ void TestBuildPlan::refuses_data()
         u"The steps wait for each other: \"a\" waits for \"c\" waits for \"b\" waits for \"a\""_s);
 }
 
-void TestBuildPlan::refuses()
+void tst_BuildPlan::refuses()
 {
     QFETCH(const QList<BuildStep>, steps);
     const Result<BuildPlan> plan = makeBuildPlan(requestFor(steps));
@@ -389,7 +390,7 @@ void TestBuildPlan::refuses()
     QTEST(plan.status().text(), "expected");
 }
 
-void TestBuildPlan::orders_data()
+void tst_BuildPlan::orders_data()
 {
     QTest::addColumn<QStringList>("steps");
     QTest::addColumn<QString>("expected");
@@ -403,7 +404,7 @@ void TestBuildPlan::orders_data()
     QTest::newRow("order-5 none") << QStringList() << QString();
 }
 
-void TestBuildPlan::orders()
+void tst_BuildPlan::orders()
 {
     QFETCH(const QStringList, steps);
     const Result<BuildPlan> plan = makeBuildPlan(requestFor(stepsFrom(steps)));
@@ -411,7 +412,7 @@ void TestBuildPlan::orders()
     QTEST(namesOf(plan.value()).join(QString()), "expected");
 }
 
-void TestBuildPlan::makesLabelsUnique()
+void tst_BuildPlan::makesLabelsUnique()
 {
     const Result<BuildPlan> plan = makeBuildPlan(
         requestFor({step(u"a"_s, u"x"_s), step(u"a"_s, u"x"_s), step(u"a (2)"_s, u"x"_s),
@@ -423,14 +424,14 @@ void TestBuildPlan::makesLabelsUnique()
     QCOMPARE(labels, QStringList({u"a"_s, u"a (2)"_s, u"a (2) (2)"_s, u"a (3)"_s, u"[31m"_s}));
 }
 
-void TestBuildPlan::namesTheNodes()
+void tst_BuildPlan::namesTheNodes()
 {
     QCOMPARE(nodesNamedIn({step(u"a"_s, u"x"_s, {u"node:rtl"_s, u"b"_s, u"node:"_s}),
                            step(u"b"_s, u"x"_s, {u"node:rtl"_s, u"node:tb"_s}, {u"node:o"_s})}),
              QStringList({u"rtl"_s, u""_s, u"tb"_s}));
 }
 
-void TestBuildPlan::takesATargetPathFromAnywhere()
+void tst_BuildPlan::takesATargetPathFromAnywhere()
 {
     BuildRequest request = requestFor({step(u"s"_s, u"x"_s, {}, {u"/scratch/out/a"_s})});
     request.targetPath = u"/scratch/out/"_s;
@@ -446,5 +447,5 @@ void TestBuildPlan::takesATargetPathFromAnywhere()
              u"The folder \"/scratch/a\nb\" holds tabs, line breaks or other control characters"_s);
 }
 
-QTEST_GUILESS_MAIN(TestBuildPlan)
+GUILESS_TEST_CLASS(tst_BuildPlan)
 #include "tst_BuildPlan.moc"

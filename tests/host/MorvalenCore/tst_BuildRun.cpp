@@ -1,4 +1,5 @@
 #include "BuildFixture.h"
+#include "tests/TestClass.h"
 
 #include <QProcess>
 #include <QTest>
@@ -37,7 +38,7 @@ QStringList sorted(QStringList list)
 } // namespace
 
 // Builds that really run.
-class TestBuildRun : public QObject
+class tst_BuildRun : public QObject
 {
     Q_OBJECT
 
@@ -66,14 +67,14 @@ private Q_SLOTS:
     void keepsToFiveThousandSteps();
 };
 
-void TestBuildRun::initTestCase()
+void tst_BuildRun::initTestCase()
 {
     // Whoever runs the tests may have told Ninja things.
     for (const char *name : {"NINJA_STATUS", "CLICOLOR_FORCE"})
         qunsetenv(name);
 }
 
-void TestBuildRun::runsWhatIsOutdated()
+void tst_BuildRun::runsWhatIsOutdated()
 {
     BuildFixture build;
     addProgram(build);
@@ -97,7 +98,7 @@ void TestBuildRun::runsWhatIsOutdated()
     QCOMPARE(build.stamp(u"out/a.o"_s), untouched);
 }
 
-void TestBuildRun::runsAllSteps()
+void tst_BuildRun::runsAllSteps()
 {
     BuildFixture build;
     addProgram(build);
@@ -112,7 +113,7 @@ void TestBuildRun::runsAllSteps()
     QCOMPARE(build.read(u"a.src"_s), QByteArray("a"));
 }
 
-void TestBuildRun::looksWithoutRunning()
+void tst_BuildRun::looksWithoutRunning()
 {
     BuildFixture build;
     addProgram(build);
@@ -135,7 +136,7 @@ void TestBuildRun::looksWithoutRunning()
     QCOMPARE(build.read(u"out/program"_s), QByteArray("abc"));
 }
 
-void TestBuildRun::tellsProgress()
+void tst_BuildRun::tellsProgress()
 {
     BuildFixture build;
     build.write(u"0"_s, "x");
@@ -151,7 +152,7 @@ void TestBuildRun::tellsProgress()
              QByteArray("[1/3] step 0\n[2/3] step 1\n[3/3] step 2\n"));
 }
 
-void TestBuildRun::keepsTheWindowAlive()
+void tst_BuildRun::keepsTheWindowAlive()
 {
     BuildFixture build;
     build.write(u"i"_s, "x");
@@ -164,7 +165,7 @@ void TestBuildRun::keepsTheWindowAlive()
     QVERIFY2(beats > 10, qPrintable(QString::number(beats)));
 }
 
-void TestBuildRun::runsAgainWhenACommandChanges()
+void tst_BuildRun::runsAgainWhenACommandChanges()
 {
     BuildFixture build;
     addProgram(build);
@@ -177,7 +178,7 @@ void TestBuildRun::runsAgainWhenACommandChanges()
     QCOMPARE(build.done, QStringList());
 }
 
-void TestBuildRun::runsNothingForAFileThatDidNotChange()
+void tst_BuildRun::runsNothingForAFileThatDidNotChange()
 {
     BuildFixture build;
     build.write(u"i"_s, "x");
@@ -192,7 +193,7 @@ void TestBuildRun::runsNothingForAFileThatDidNotChange()
     QCOMPARE(build.done, QStringList());
 }
 
-void TestBuildRun::logsOutput_data()
+void tst_BuildRun::logsOutput_data()
 {
     QTest::addColumn<QString>("command");
     QTest::addColumn<QStringList>("lines");
@@ -226,7 +227,7 @@ void TestBuildRun::logsOutput_data()
         << QStringList {QString(5461, u'€'), QString(539, u'€')};
 }
 
-void TestBuildRun::logsOutput()
+void tst_BuildRun::logsOutput()
 {
     QFETCH(const QString, command);
     QFETCH(const QStringList, lines);
@@ -240,7 +241,7 @@ void TestBuildRun::logsOutput()
     QCOMPARE(build.messages, expected);
 }
 
-void TestBuildRun::tellsWhichStepFailed()
+void tst_BuildRun::tellsWhichStepFailed()
 {
     BuildFixture build;
     build.write(u"i"_s, "x");
@@ -262,7 +263,7 @@ void TestBuildRun::tellsWhichStepFailed()
     QCOMPARE(build.done, QStringList({u"bad"_s, u"never"_s}));
 }
 
-void TestBuildRun::failsWhenAnOutputWasNotMade()
+void tst_BuildRun::failsWhenAnOutputWasNotMade()
 {
     BuildFixture build;
     build.write(u"i"_s, "x");
@@ -277,7 +278,7 @@ void TestBuildRun::failsWhenAnOutputWasNotMade()
                       build.path(u"out/2"_s))}));
 }
 
-void TestBuildRun::takesNoWordsOfAStepForAFailure()
+void tst_BuildRun::takesNoWordsOfAStepForAFailure()
 {
     BuildFixture build;
     build.write(u"i"_s, "x");
@@ -288,7 +289,7 @@ void TestBuildRun::takesNoWordsOfAStepForAFailure()
     QCOMPARE(build.failed, QStringList());
 }
 
-void TestBuildRun::saysThatAnInputIsMissing()
+void tst_BuildRun::saysThatAnInputIsMissing()
 {
     BuildFixture build;
     build.add(u"s"_s, u"cp i out/o"_s, {u"i"_s}, {u"out/o"_s});
@@ -299,7 +300,7 @@ void TestBuildRun::saysThatAnInputIsMissing()
                      u"make it"_s.arg(build.path(u"i"_s), build.path(u"out/o"_s))}));
 }
 
-void TestBuildRun::saysThatNinjaIsMissing()
+void tst_BuildRun::saysThatNinjaIsMissing()
 {
     const QByteArray path = qgetenv("PATH");
     BuildFixture build;
@@ -311,7 +312,7 @@ void TestBuildRun::saysThatNinjaIsMissing()
              QStringList({u"Error: Ninja is not installed (Debian's package is ninja-build)"_s}));
 }
 
-void TestBuildRun::runsStepsWithoutOutputsEveryTimeInOrder()
+void tst_BuildRun::runsStepsWithoutOutputsEveryTimeInOrder()
 {
     BuildFixture build;
     build.write(u"i"_s, "x");
@@ -327,7 +328,7 @@ void TestBuildRun::runsStepsWithoutOutputsEveryTimeInOrder()
     QCOMPARE(build.read(u"journal"_s), QByteArray("prepare\ntest\nreport\n"));
 }
 
-void TestBuildRun::showsOutputOfAStepThatRunsAloneAtOnce()
+void tst_BuildRun::showsOutputOfAStepThatRunsAloneAtOnce()
 {
     BuildFixture build;
     build.add(u"simulate"_s,
@@ -348,7 +349,7 @@ void TestBuildRun::showsOutputOfAStepThatRunsAloneAtOnce()
              QStringList({u"Info: [0/1] simulate"_s, u"Info: at once"_s, u"Warning: careful"_s}));
 }
 
-void TestBuildRun::sendsEveryStepThroughTheLauncher()
+void tst_BuildRun::sendsEveryStepThroughTheLauncher()
 {
     BuildFixture build;
     build.write(u"launcher"_s,
@@ -368,7 +369,7 @@ void TestBuildRun::sendsEveryStepThroughTheLauncher()
     QCOMPARE(build.read(u"out/3"_s), QByteArray("x"));
 }
 
-void TestBuildRun::readsNestedRunsOfNinja()
+void tst_BuildRun::readsNestedRunsOfNinja()
 {
     BuildFixture build;
     build.write(u"inner/build.ninja"_s,
@@ -381,7 +382,7 @@ void TestBuildRun::readsNestedRunsOfNinja()
     QVERIFY(build.exists(u"inner/o"_s));
 }
 
-void TestBuildRun::refusesASecondRunInTheSameFolder()
+void tst_BuildRun::refusesASecondRunInTheSameFolder()
 {
     BuildFixture build;
     build.write(u"i"_s, "x");
@@ -407,7 +408,7 @@ void TestBuildRun::refusesASecondRunInTheSameFolder()
     QCOMPARE(second.run(), Result::Completed);
 }
 
-void TestBuildRun::saysThatTheTargetPathCannotBeUsed()
+void tst_BuildRun::saysThatTheTargetPathCannotBeUsed()
 {
     BuildFixture build;
     build.request.targetPath = u"/proc/out"_s;
@@ -429,7 +430,7 @@ void TestBuildRun::saysThatTheTargetPathCannotBeUsed()
     QVERIFY(build.messages.first().contains(build.path(u"closed/build.ninja"_s)));
 }
 
-void TestBuildRun::keepsToFiveThousandSteps()
+void tst_BuildRun::keepsToFiveThousandSteps()
 {
     BuildFixture build;
     build.write(u"i"_s, "x");
@@ -440,5 +441,5 @@ void TestBuildRun::keepsToFiveThousandSteps()
     QCOMPARE(build.done.size(), 5000);
 }
 
-QTEST_GUILESS_MAIN(TestBuildRun)
+GUILESS_TEST_CLASS(tst_BuildRun)
 #include "tst_BuildRun.moc"

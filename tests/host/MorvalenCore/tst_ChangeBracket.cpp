@@ -1,3 +1,5 @@
+#include "tests/TestClass.h"
+
 #include <MorvalenCore/AbstractScriptedAction.h>
 #include <MorvalenCore/ChangeBracket.h>
 
@@ -45,7 +47,7 @@ void runInEventLoop(Step step, int milliseconds = 20)
 } // namespace
 
 // Brackets around changes: counted, told once, and never left open.
-class TestChangeBracket : public QObject
+class tst_ChangeBracket : public QObject
 {
     Q_OBJECT
 
@@ -72,7 +74,7 @@ private:
     std::unique_ptr<ChangeBracket> bracket;
 };
 
-void TestChangeBracket::tellsOnceForNestedBrackets()
+void tst_ChangeBracket::tellsOnceForNestedBrackets()
 {
     const Journal journal(bracket.get());
 
@@ -90,7 +92,7 @@ void TestChangeBracket::tellsOnceForNestedBrackets()
     QCOMPARE(journal.words, QStringList({u"opened"_s, u"closed"_s}));
 }
 
-void TestChangeBracket::ignoresAClosingWithoutAnOpening()
+void tst_ChangeBracket::ignoresAClosingWithoutAnOpening()
 {
     const Journal journal(bracket.get());
 
@@ -103,7 +105,7 @@ void TestChangeBracket::ignoresAClosingWithoutAnOpening()
     QCOMPARE(bracket->depth(), 1);
 }
 
-void TestChangeBracket::closesWhatWasLeftOpenWhenControlReturns()
+void tst_ChangeBracket::closesWhatWasLeftOpenWhenControlReturns()
 {
     const Journal journal(bracket.get());
 
@@ -113,7 +115,7 @@ void TestChangeBracket::closesWhatWasLeftOpenWhenControlReturns()
     QCOMPARE(journal.words, QStringList({u"opened"_s, u"closed"_s}));
 }
 
-void TestChangeBracket::closesEveryLevelThatWasLeftOpen()
+void tst_ChangeBracket::closesEveryLevelThatWasLeftOpen()
 {
     const Journal journal(bracket.get());
 
@@ -128,7 +130,7 @@ void TestChangeBracket::closesEveryLevelThatWasLeftOpen()
     QCOMPARE(journal.words, QStringList({u"opened"_s, u"closed"_s}));
 }
 
-void TestChangeBracket::opensAgainAfterItWasClosedForSomebody()
+void tst_ChangeBracket::opensAgainAfterItWasClosedForSomebody()
 {
     const Journal journal(bracket.get());
 
@@ -139,7 +141,7 @@ void TestChangeBracket::opensAgainAfterItWasClosedForSomebody()
     QCOMPARE(journal.words, QStringList({u"opened"_s, u"closed"_s, u"opened"_s, u"closed"_s}));
 }
 
-void TestChangeBracket::leavesABracketOpenInANestedEventLoop()
+void tst_ChangeBracket::leavesABracketOpenInANestedEventLoop()
 {
     const Journal journal(bracket.get());
     int depthInside = -1;
@@ -162,7 +164,7 @@ void TestChangeBracket::leavesABracketOpenInANestedEventLoop()
     QCOMPARE(journal.words, QStringList({u"opened"_s, u"closed"_s}));
 }
 
-void TestChangeBracket::leavesABracketOpenWhileEventsAreProcessed()
+void tst_ChangeBracket::leavesABracketOpenWhileEventsAreProcessed()
 {
     int depthInside = -1;
 
@@ -179,7 +181,7 @@ void TestChangeBracket::leavesABracketOpenWhileEventsAreProcessed()
     QCOMPARE(bracket->depth(), 0);
 }
 
-void TestChangeBracket::closesWhatWasLeftOpenInANestedEventLoop()
+void tst_ChangeBracket::closesWhatWasLeftOpenInANestedEventLoop()
 {
     int depthAfterNested = -1;
 
@@ -196,7 +198,7 @@ void TestChangeBracket::closesWhatWasLeftOpenInANestedEventLoop()
     QCOMPARE(bracket->depth(), 0);
 }
 
-void TestChangeBracket::breathesWhileAScriptWaits()
+void tst_ChangeBracket::breathesWhileAScriptWaits()
 {
     const Journal journal(bracket.get());
     QStringList wordsInside;
@@ -219,7 +221,7 @@ void TestChangeBracket::breathesWhileAScriptWaits()
     QCOMPARE(journal.words, QStringList({u"opened"_s, u"closed"_s, u"opened"_s, u"closed"_s}));
 }
 
-void TestChangeBracket::doesNotBreatheWhenNothingIsOpen()
+void tst_ChangeBracket::doesNotBreatheWhenNothingIsOpen()
 {
     const Journal journal(bracket.get());
 
@@ -234,7 +236,7 @@ void TestChangeBracket::doesNotBreatheWhenNothingIsOpen()
     QVERIFY(!bracket->findChild<QTimer *>());
 }
 
-void TestChangeBracket::keepsNothingOfAHundredThousandBrackets()
+void tst_ChangeBracket::keepsNothingOfAHundredThousandBrackets()
 {
     qsizetype children = 0;
 
@@ -250,7 +252,7 @@ void TestChangeBracket::keepsNothingOfAHundredThousandBrackets()
     QCOMPARE(bracket->children().size(), 0);
 }
 
-void TestChangeBracket::canBeReplaced()
+void tst_ChangeBracket::canBeReplaced()
 {
     ChangeBracket *const standard = ChangeBracket::instance();
     QVERIFY(standard);
@@ -262,7 +264,7 @@ void TestChangeBracket::canBeReplaced()
     QCOMPARE(ChangeBracket::instance(), standard);
 }
 
-void TestChangeBracket::bringsTheDefaultBackWhenTheReplacementIsGone()
+void tst_ChangeBracket::bringsTheDefaultBackWhenTheReplacementIsGone()
 {
     ChangeBracket *const standard = ChangeBracket::instance();
 
@@ -272,7 +274,7 @@ void TestChangeBracket::bringsTheDefaultBackWhenTheReplacementIsGone()
     QCOMPARE(ChangeBracket::instance(), standard);
 }
 
-void TestChangeBracket::isOpenedAndClosedByScriptedActions()
+void tst_ChangeBracket::isOpenedAndClosedByScriptedActions()
 {
     ChangeBracket::setInstance(bracket.get());
 
@@ -288,5 +290,5 @@ void TestChangeBracket::isOpenedAndClosedByScriptedActions()
     QCOMPARE(bracket->depth(), 0);
 }
 
-QTEST_GUILESS_MAIN(TestChangeBracket)
+GUILESS_TEST_CLASS(tst_ChangeBracket)
 #include "tst_ChangeBracket.moc"

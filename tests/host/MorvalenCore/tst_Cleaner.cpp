@@ -1,4 +1,5 @@
 #include "tests/host/MorvalenCore/SessionFixture.h"
+#include "tests/TestClass.h"
 
 #include <MorvalenCore/Cleaner.h>
 
@@ -43,7 +44,7 @@ QByteArray component()
 } // namespace
 
 // Cleaning away what builds made.
-class TestCleaner : public QObject
+class tst_Cleaner : public QObject
 {
     Q_OBJECT
 
@@ -90,7 +91,7 @@ private:
     IDesign *design = nullptr;
 };
 
-void TestCleaner::cleansTheCurrentVersion()
+void tst_Cleaner::cleansTheCurrentVersion()
 {
     QString report;
     QVERIFY(Cleaner(nullptr).cleanDesign(design, generated(false), &report));
@@ -106,7 +107,7 @@ void TestCleaner::cleansTheCurrentVersion()
     QCOMPARE(files(), (QStringList {u"source.v"_s, u"old.bit"_s}));
 }
 
-void TestCleaner::cleansAllVersions()
+void tst_Cleaner::cleansAllVersions()
 {
     QString report;
     QVERIFY(Cleaner(nullptr).cleanDesign(design, generated(true), &report));
@@ -116,7 +117,7 @@ void TestCleaner::cleansAllVersions()
     QCOMPARE(report.count(u'\n'), 3);
 }
 
-void TestCleaner::cleansOnlyGeneratedFilesUnlessToldOtherwise()
+void tst_Cleaner::cleansOnlyGeneratedFilesUnlessToldOtherwise()
 {
     QString report;
     QVERIFY(Cleaner(nullptr).cleanDesign(design, {}, &report));
@@ -128,7 +129,7 @@ void TestCleaner::cleansOnlyGeneratedFilesUnlessToldOtherwise()
     QVERIFY(!QFileInfo::exists(ip(u"source.v"_s)));
 }
 
-void TestCleaner::saysWhatItCouldNotClean()
+void tst_Cleaner::saysWhatItCouldNotClean()
 {
     QVERIFY(QFile::remove(ip(u"out/new.bit"_s)));
     QVERIFY(QFile::link(ip(u"source.v"_s), ip(u"out/new.bit"_s)));
@@ -143,7 +144,7 @@ void TestCleaner::saysWhatItCouldNotClean()
     QVERIFY(QFileInfo::exists(ip(u"source.v"_s)));
 }
 
-void TestCleaner::saysWhenThereIsNothingToClean()
+void tst_Cleaner::saysWhenThereIsNothingToClean()
 {
     QString report;
     QVERIFY(Cleaner(nullptr).cleanDesign(design, generated(true), &report));
@@ -153,7 +154,7 @@ void TestCleaner::saysWhenThereIsNothingToClean()
     QCOMPARE(report, u"There is no design to clean"_s);
 }
 
-void TestCleaner::refusesAReadOnlyDesign()
+void tst_Cleaner::refusesAReadOnlyDesign()
 {
     design->setReadOnly(true);
     QString report;
@@ -162,11 +163,11 @@ void TestCleaner::refusesAReadOnlyDesign()
     QVERIFY(QFileInfo::exists(ip(u"out/new.bit"_s)));
 }
 
-void TestCleaner::canDoWithoutAReport()
+void tst_Cleaner::canDoWithoutAReport()
 {
     QVERIFY(Cleaner(nullptr).cleanDesign(design, generated(false), nullptr));
     QCOMPARE(files(), (QStringList {u"source.v"_s, u"old.bit"_s}));
 }
 
-QTEST_MAIN(TestCleaner)
+TEST_CLASS(tst_Cleaner)
 #include "tst_Cleaner.moc"

@@ -1,5 +1,6 @@
 #include "component/listalignment.h"
 #include "componenttexts.h"
+#include "tests/TestClass.h"
 
 #include <QTest>
 
@@ -53,7 +54,7 @@ const BuildDescription described3 {
 } // namespace
 
 // Build configurations written over ones that hold more than is ours.
-class TestComponentBuilds : public QObject
+class tst_ComponentBuilds : public QObject
 {
     Q_OBJECT
 
@@ -67,12 +68,12 @@ private Q_SLOTS:
     void alignsLists();
 };
 
-void TestComponentBuilds::readsPastWhatIsNotOurs()
+void tst_ComponentBuilds::readsPastWhatIsNotOurs()
 {
     QCOMPARE(open(before)->builds().configurations(), QList<BuildDescription> {described3});
 }
 
-void TestComponentBuilds::keepsWhatIsNotOurs_data()
+void tst_ComponentBuilds::keepsWhatIsNotOurs_data()
 {
     QTest::addColumn<BuildDescription>("wanted");
     QTest::addColumn<QByteArray>("after");
@@ -105,7 +106,7 @@ void TestComponentBuilds::keepsWhatIsNotOurs_data()
         << wanted << document({}, step("a", "x") + step("b", "y") + step("c", "z"));
 }
 
-void TestComponentBuilds::keepsWhatIsNotOurs()
+void tst_ComponentBuilds::keepsWhatIsNotOurs()
 {
     QFETCH(BuildDescription, wanted);
     QFETCH(QByteArray, after);
@@ -117,7 +118,7 @@ void TestComponentBuilds::keepsWhatIsNotOurs()
     QCOMPARE(opened->builds().configurations(), QList<BuildDescription> {described3});
 }
 
-void TestComponentBuilds::editsAStepInPlace()
+void tst_ComponentBuilds::editsAStepInPlace()
 {
     const auto opened = open(before);
     BuildDescription wanted = described3;
@@ -135,7 +136,7 @@ void TestComponentBuilds::editsAStepInPlace()
         document({}, macro("M", "1") + macro("N", "2") + step("a", "x") + edited + step("c", "z")));
 }
 
-void TestComponentBuilds::renames()
+void tst_ComponentBuilds::renames()
 {
     const auto opened = open(before);
     BuildDescription wanted = described3;
@@ -147,7 +148,7 @@ void TestComponentBuilds::renames()
     QCOMPARE(opened->builds().names(), QStringList {u"B & C"_s});
 }
 
-void TestComponentBuilds::alignsLists_data()
+void tst_ComponentBuilds::alignsLists_data()
 {
     QTest::addColumn<QString>("present");
     QTest::addColumn<QString>("wanted");
@@ -168,7 +169,7 @@ void TestComponentBuilds::alignsLists_data()
         << u"abd"_s << u"axyd"_s << QList<int> {0, 1, -1, 2};
 }
 
-void TestComponentBuilds::alignsLists()
+void tst_ComponentBuilds::alignsLists()
 {
     QFETCH(QString, present);
     QFETCH(QString, wanted);
@@ -179,5 +180,5 @@ void TestComponentBuilds::alignsLists()
     QCOMPARE(alignLists(letters(present), letters(wanted)), places);
 }
 
-QTEST_APPLESS_MAIN(TestComponentBuilds)
+APPLESS_TEST_CLASS(tst_ComponentBuilds)
 #include "tst_ComponentBuilds.moc"

@@ -1,4 +1,5 @@
 #include "componenttexts.h"
+#include "tests/TestClass.h"
 
 #include <QDir>
 #include <QFile>
@@ -608,5 +609,5 @@ void tst_ComponentDocument::failedSave()
     QCOMPARE(error, u"Cannot write \"%1\": it is a folder"_s.arg(folder.path()));
 }
 
-QTEST_APPLESS_MAIN(tst_ComponentDocument)
+APPLESS_TEST_CLASS(tst_ComponentDocument)
 #include "tst_ComponentDocument.moc"

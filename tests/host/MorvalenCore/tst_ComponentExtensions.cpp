@@ -1,4 +1,5 @@
 #include "componenttexts.h"
+#include "tests/TestClass.h"
 
 #include <QTest>
 
@@ -429,5 +430,5 @@ void tst_ComponentExtensions::order()
                        "      </mv:properties>\n    </mv:design>\n  </i:vendorExtensions>\n"));
 }
 
-QTEST_APPLESS_MAIN(tst_ComponentExtensions)
+APPLESS_TEST_CLASS(tst_ComponentExtensions)
 #include "tst_ComponentExtensions.moc"

@@ -1,4 +1,5 @@
 #include "componenttexts.h"
+#include "tests/TestClass.h"
 
 #include <QTest>
 
@@ -468,5 +469,5 @@ void tst_ComponentFiles::bulk()
     QCOMPARE(again->files().path(again->files().files().last()), u"f%1.v"_s.arg(count - 1));
 }
 
-QTEST_APPLESS_MAIN(tst_ComponentFiles)
+APPLESS_TEST_CLASS(tst_ComponentFiles)
 #include "tst_ComponentFiles.moc"

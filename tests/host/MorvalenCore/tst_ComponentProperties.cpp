@@ -1,4 +1,5 @@
 #include "componenttexts.h"
+#include "tests/TestClass.h"
 
 #include <QTest>
 
@@ -459,5 +460,5 @@ void tst_ComponentProperties::removedItems()
     QCOMPARE(document->bytes(), bytes);
 }
 
-QTEST_APPLESS_MAIN(tst_ComponentProperties)
+APPLESS_TEST_CLASS(tst_ComponentProperties)
 #include "tst_ComponentProperties.moc"

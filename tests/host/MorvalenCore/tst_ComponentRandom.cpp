@@ -1,4 +1,5 @@
 #include "componenttexts.h"
+#include "tests/TestClass.h"
 
 #include <QMap>
 #include <QRandomGenerator>
@@ -392,5 +393,5 @@ void tst_ComponentRandom::edits()
     }
 }
 
-QTEST_APPLESS_MAIN(tst_ComponentRandom)
+APPLESS_TEST_CLASS(tst_ComponentRandom)
 #include "tst_ComponentRandom.moc"

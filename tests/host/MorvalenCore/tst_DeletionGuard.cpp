@@ -1,4 +1,5 @@
 #include "disk/removal.h"
+#include "tests/TestClass.h"
 
 #include <QDir>
 #include <QFile>
@@ -31,7 +32,7 @@ bool exists(const QString &path) { return QFileInfo::exists(path); }
 } // namespace
 
 // What stands before every deletion, and the deletions themselves.
-class TestDeletionGuard : public QObject
+class tst_DeletionGuard : public QObject
 {
     Q_OBJECT
 
@@ -63,13 +64,13 @@ private:
     QString base;
 };
 
-void TestDeletionGuard::init()
+void tst_DeletionGuard::init()
 {
     base = QFileInfo(outer.path()).canonicalFilePath() + u"/base"_s;
     QVERIFY(QDir().mkpath(in(u"area"_s)));
 }
 
-void TestDeletionGuard::refuses_data()
+void tst_DeletionGuard::refuses_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("refusal");
@@ -120,7 +121,7 @@ void TestDeletionGuard::refuses_data()
     QTest::newRow("guard-accepted-3 beside what is kept") << u"BASE/area/kept/other"_s << QString();
 }
 
-void TestDeletionGuard::refuses()
+void tst_DeletionGuard::refuses()
 {
     QFETCH(QString, path);
     QFETCH(QString, refusal);
@@ -144,7 +145,7 @@ void TestDeletionGuard::refuses()
     }
 }
 
-void TestDeletionGuard::refusesTheHomeFolderOfTheEnvironment()
+void tst_DeletionGuard::refusesTheHomeFolderOfTheEnvironment()
 {
     const QByteArray home = qgetenv("HOME");
     const auto restore = qScopeGuard([&] { qputenv("HOME", home); });
@@ -157,7 +158,7 @@ void TestDeletionGuard::refusesTheHomeFolderOfTheEnvironment()
     QCOMPARE(deletionRefusal(in(u"area/home/me/x"_s), {in(u"area"_s), {}}), QString());
 }
 
-void TestDeletionGuard::refusesTheCurrentFolderAndThoseAboveIt()
+void tst_DeletionGuard::refusesTheCurrentFolderAndThoseAboveIt()
 {
     const QString before = QDir::currentPath();
     const auto restore = qScopeGuard([&] { QDir::setCurrent(before); });
@@ -167,7 +168,7 @@ void TestDeletionGuard::refusesTheCurrentFolderAndThoseAboveIt()
     QVERIFY(!deletionRefusal(in(u"area/a"_s), {in(u"area"_s), {}}).isEmpty());
 }
 
-void TestDeletionGuard::refusesWhatIsKeptUnderAnotherSpelling()
+void tst_DeletionGuard::refusesWhatIsKeptUnderAnotherSpelling()
 {
     QVERIFY(QDir().mkpath(in(u"area/design/part"_s)));
     QVERIFY(QFile::link(in(u"area/design"_s), in(u"alias"_s)));
@@ -177,14 +178,14 @@ void TestDeletionGuard::refusesWhatIsKeptUnderAnotherSpelling()
                  qPrintable(kept));
 }
 
-void TestDeletionGuard::refusesWhenTheLimitIsNoFolder()
+void tst_DeletionGuard::refusesWhenTheLimitIsNoFolder()
 {
     write(in(u"area/f"_s));
     for (const QString &below : {QString(), in(u"missing"_s), u"/"_s})
         QVERIFY2(!deletionRefusal(in(u"area/f"_s), {below, {}}).isEmpty(), qPrintable(below));
 }
 
-void TestDeletionGuard::deletesAFolderWithAllThatIsInIt()
+void tst_DeletionGuard::deletesAFolderWithAllThatIsInIt()
 {
     for (const QString &file : {u"area/d/a"_s, u"area/d/.b"_s, u"area/d/c/d/e"_s, u"area/stays"_s})
         write(in(file));
@@ -196,7 +197,7 @@ void TestDeletionGuard::deletesAFolderWithAllThatIsInIt()
     QVERIFY(exists(in(u"area/stays"_s)));
 }
 
-void TestDeletionGuard::deletesLinksButNotWhatTheyPointAt()
+void tst_DeletionGuard::deletesLinksButNotWhatTheyPointAt()
 {
     write(in(u"outside/f"_s));
     write(in(u"area/d/x/f"_s));
@@ -211,7 +212,7 @@ void TestDeletionGuard::deletesLinksButNotWhatTheyPointAt()
     QVERIFY(exists(in(u"outside/f"_s)));
 }
 
-void TestDeletionGuard::stopsWhereItMayNotDelete()
+void tst_DeletionGuard::stopsWhereItMayNotDelete()
 {
     if (geteuid() == 0) {
         // Root may delete everywhere, so another reason must do: a folder that is no folder.
@@ -237,7 +238,7 @@ void TestDeletionGuard::stopsWhereItMayNotDelete()
     QVERIFY(exists(in(u"area/d/locked/f"_s)));
 }
 
-void TestDeletionGuard::deletesDeepFoldersAndRefusesTooDeepOnes()
+void tst_DeletionGuard::deletesDeepFoldersAndRefusesTooDeepOnes()
 {
     const auto deep = [this](int levels) {
         QString path = in(u"area/deep"_s);
@@ -254,7 +255,7 @@ void TestDeletionGuard::deletesDeepFoldersAndRefusesTooDeepOnes()
     QCOMPARE(error, u"\"%1\" is not deleted because it lies too deep"_s.arg(deep(257)));
 }
 
-void TestDeletionGuard::deletesNamesThatAreNotText()
+void tst_DeletionGuard::deletesNamesThatAreNotText()
 {
     QVERIFY(QDir().mkpath(in(u"area/d"_s)));
     const QByteArray odd = QFile::encodeName(in(u"area/d"_s)) + "/\xff\xfe\n";
@@ -266,7 +267,7 @@ void TestDeletionGuard::deletesNamesThatAreNotText()
              qPrintable(error));
 }
 
-void TestDeletionGuard::deletesOneFileOnly_data()
+void tst_DeletionGuard::deletesOneFileOnly_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("refusal");
@@ -282,7 +283,7 @@ void TestDeletionGuard::deletesOneFileOnly_data()
                                  << u"\"%1\" is not deleted because it is or holds \"%1\""_s;
 }
 
-void TestDeletionGuard::deletesOneFileOnly()
+void tst_DeletionGuard::deletesOneFileOnly()
 {
     QFETCH(QString, name);
     QFETCH(QString, refusal);
@@ -300,7 +301,7 @@ void TestDeletionGuard::deletesOneFileOnly()
         QVERIFY(exists(in(file)));
 }
 
-void TestDeletionGuard::deletesAnEmptyFolderOnly()
+void tst_DeletionGuard::deletesAnEmptyFolderOnly()
 {
     write(in(u"area/full/f"_s));
     QVERIFY(QDir().mkpath(in(u"area/empty"_s)));
@@ -313,7 +314,7 @@ void TestDeletionGuard::deletesAnEmptyFolderOnly()
 
 // While the tree is deleted, another thread turns one of its folders into a link to the outside
 // and back, as fast as it can.
-void TestDeletionGuard::neverFollowsALinkThatIsSwappedIn()
+void tst_DeletionGuard::neverFollowsALinkThatIsSwappedIn()
 {
     write(in(u"outside/precious/f"_s));
     int deletions = 0;
@@ -341,7 +342,7 @@ void TestDeletionGuard::neverFollowsALinkThatIsSwappedIn()
     QVERIFY(deletions > 0);
 }
 
-void TestDeletionGuard::neverLeavesTheTreeWhenAFolderAboveIsSwapped()
+void tst_DeletionGuard::neverLeavesTheTreeWhenAFolderAboveIsSwapped()
 {
     write(in(u"outside/d/f"_s));
     for (int round = 0; round < 60; ++round) {
@@ -368,5 +369,5 @@ void TestDeletionGuard::neverLeavesTheTreeWhenAFolderAboveIsSwapped()
     }
 }
 
-QTEST_GUILESS_MAIN(TestDeletionGuard)
+GUILESS_TEST_CLASS(tst_DeletionGuard)
 #include "tst_DeletionGuard.moc"

@@ -1,4 +1,5 @@
 #include "tests/host/MorvalenCore/SessionFixture.h"
+#include "tests/TestClass.h"
 
 #include <MorvalenCore/ChangeBracket.h>
 
@@ -62,7 +63,7 @@ const QByteArray withBuilds =
 } // namespace
 
 // A design as a whole: identity, state, saving, build configurations.
-class TestDesign : public QObject
+class tst_Design : public QObject
 {
     Q_OBJECT
 
@@ -101,7 +102,7 @@ private:
     std::optional<SessionFixture> session;
 };
 
-void TestDesign::keepsItsTextsOverAReopening()
+void tst_Design::keepsItsTextsOverAReopening()
 {
     IDesign *design = session->create(u"a"_s);
     const QString odd = u"one \"two\" <three> & %1 $x [y] {z}\n\U0001F600 ä"_s;
@@ -124,7 +125,7 @@ void TestDesign::keepsItsTextsOverAReopening()
     QCOMPARE(design->author(), QString());
 }
 
-void TestDesign::refusesTextsThatTheFileCannotCarry()
+void tst_Design::refusesTextsThatTheFileCannotCarry()
 {
     IDesign *design = session->create(u"a"_s);
     for (const QString &odd : {QString(u"a"_s + QChar(0)), QString(QChar(0xd800)), u"\u0001"_s}) {
@@ -140,7 +141,7 @@ void TestDesign::refusesTextsThatTheFileCannotCarry()
     QVERIFY(!design->isModified());
 }
 
-void TestDesign::refusesAnEmptyName()
+void tst_Design::refusesAnEmptyName()
 {
     IDesign *design = session->create(u"a"_s);
     design->setName(QString());
@@ -150,7 +151,7 @@ void TestDesign::refusesAnEmptyName()
     QCOMPARE(design->id(u"."_s), u".global.a.1.0"_s);
 }
 
-void TestDesign::setsOnlyStructuresThatThereAre()
+void tst_Design::setsOnlyStructuresThatThereAre()
 {
     IDesign *design = session->create(u"a"_s);
     design->setStructureId(u"Hardware"_s);
@@ -161,7 +162,7 @@ void TestDesign::setsOnlyStructuresThatThereAre()
              QStringList {u"Warning: There is no design structure \"Baroque\""_s});
 }
 
-void TestDesign::refusesEveryChangeButThatOfTheFlagWhenReadOnly()
+void tst_Design::refusesEveryChangeButThatOfTheFlagWhenReadOnly()
 {
     IDesign *design = session->create(u"a"_s);
     design->setReadOnly(true);
@@ -183,7 +184,7 @@ void TestDesign::refusesEveryChangeButThatOfTheFlagWhenReadOnly()
     QVERIFY(!design->isReadOnly());
 }
 
-void TestDesign::isReadOnlyWhenTheFileCannotBeWritten()
+void tst_Design::isReadOnlyWhenTheFileCannotBeWritten()
 {
     const QString file = session->path(u"ip/component.xml"_s);
     SessionFixture::write(file, withBuilds);
@@ -204,7 +205,7 @@ void TestDesign::isReadOnlyWhenTheFileCannotBeWritten()
     QVERIFY(!design->isReadOnly());
 }
 
-void TestDesign::tellsOfABusyState()
+void tst_Design::tellsOfABusyState()
 {
     IDesign *design = session->create(u"a"_s);
     QSignalSpy changed(session->manager(), &DesignManager::designChanged);
@@ -219,7 +220,7 @@ void TestDesign::tellsOfABusyState()
     QVERIFY(!design->isModified());
 }
 
-void TestDesign::gathersChangesInProcessingCycles()
+void tst_Design::gathersChangesInProcessingCycles()
 {
     IDesign *design = session->create(u"a"_s);
     QSignalSpy changed(session->manager(), &DesignManager::designChanged);
@@ -244,7 +245,7 @@ void TestDesign::gathersChangesInProcessingCycles()
     QCOMPARE(changed.size(), 2);
 }
 
-void TestDesign::savesNothingThatIsNotChanged()
+void tst_Design::savesNothingThatIsNotChanged()
 {
     IDesign *design = open(withBuilds);
     QString error;
@@ -253,7 +254,7 @@ void TestDesign::savesNothingThatIsNotChanged()
     QCOMPARE(error, QString());
 }
 
-void TestDesign::refusesToSaveOverWhatOthersWrote()
+void tst_Design::refusesToSaveOverWhatOthersWrote()
 {
     IDesign *design = open(withBuilds);
     design->setDescription(u"mine"_s);
@@ -266,7 +267,7 @@ void TestDesign::refusesToSaveOverWhatOthersWrote()
     QVERIFY(design->isModified());
 }
 
-void TestDesign::savesAgainWhenTheFileIsGone()
+void tst_Design::savesAgainWhenTheFileIsGone()
 {
     IDesign *design = open(withBuilds);
     const QString file = design->componentFileName();
@@ -282,7 +283,7 @@ void TestDesign::savesAgainWhenTheFileIsGone()
     QVERIFY2(error.contains(file), qPrintable(error));
 }
 
-void TestDesign::hasNoItemsWithoutAWorkingFolder()
+void tst_Design::hasNoItemsWithoutAWorkingFolder()
 {
     std::unique_ptr<QObject> object(
         session->factory()->createInstance({u"Design Factory"_s, u"Custom Design"_s, u"a"_s}));
@@ -308,7 +309,7 @@ void TestDesign::hasNoItemsWithoutAWorkingFolder()
     QVERIFY(!QFileInfo::exists(session->path(u"new/b"_s)));
 }
 
-void TestDesign::offersTheDesignInterface()
+void tst_Design::offersTheDesignInterface()
 {
     IDesign *design = session->create(u"a"_s);
     QObject *object = design->objectBase();
@@ -318,7 +319,7 @@ void TestDesign::offersTheDesignInterface()
     QCOMPARE(std::as_const(*design).objectBase(), object);
 }
 
-void TestDesign::listsBuildConfigurations()
+void tst_Design::listsBuildConfigurations()
 {
     const IDesign *design = open(withBuilds);
     QVERIFY(design);
@@ -338,7 +339,7 @@ void TestDesign::listsBuildConfigurations()
     QVERIFY(!design->buildConfiguration(QString()));
 }
 
-void TestDesign::choosesTheActiveBuildConfiguration()
+void tst_Design::choosesTheActiveBuildConfiguration()
 {
     IDesign *design = open(withBuilds);
     QCOMPARE(design->activeBuildConfiguration()->configurationName(), u"Lint"_s);
@@ -361,7 +362,7 @@ void TestDesign::choosesTheActiveBuildConfiguration()
     QCOMPARE(design->activeBuildConfiguration()->configurationName(), u"Synth"_s);
 }
 
-void TestDesign::givesMacrosByTheirOrigin()
+void tst_Design::givesMacrosByTheirOrigin()
 {
     using namespace MorvalenCore;
     IDesign *design = open(withBuilds);
@@ -390,7 +391,7 @@ void TestDesign::givesMacrosByTheirOrigin()
     QCOMPARE(macros->macroValues(MacroMode(7)), designs);
 }
 
-void TestDesign::changesTheTargetPath()
+void tst_Design::changesTheTargetPath()
 {
     IDesign *design = open(withBuilds);
     design->buildConfiguration(u"Lint"_s)->setTargetPath(u"/tmp/$X/a"_s);
@@ -412,7 +413,7 @@ void TestDesign::changesTheTargetPath()
     QCOMPARE(session->takeLog(), QStringList {u"Warning: The design \"uart\" is read-only"_s});
 }
 
-void TestDesign::namesRunStates()
+void tst_Design::namesRunStates()
 {
     const struct
     {
@@ -427,5 +428,5 @@ void TestDesign::namesRunStates()
         QCOMPARE(BuildConfiguration::runStateToString(row.state), row.name);
 }
 
-QTEST_MAIN(TestDesign)
+TEST_CLASS(tst_Design)
 #include "tst_Design.moc"

@@ -1,4 +1,5 @@
 #include "tests/host/MorvalenCore/SessionFixture.h"
+#include "tests/TestClass.h"
 
 #include <QMap>
 #include <QRandomGenerator>
@@ -139,7 +140,7 @@ Model modelOf(const IDesign *design)
 } // namespace
 
 // Long random sequences of what commands do, on a design and on a model of it.
-class TestDesignAgainstModel : public QObject
+class tst_DesignAgainstModel : public QObject
 {
     Q_OBJECT
 
@@ -180,7 +181,7 @@ private:
     QRandomGenerator random;
 };
 
-std::pair<QString, QString> TestDesignAgainstModel::pickPath(const QString &suffix)
+std::pair<QString, QString> tst_DesignAgainstModel::pickPath(const QString &suffix)
 {
     const QString name = u"n%1"_s.arg(pick(12)) + suffix;
     switch (pick(5)) {
@@ -198,7 +199,7 @@ std::pair<QString, QString> TestDesignAgainstModel::pickPath(const QString &suff
 }
 
 template <typename Object>
-void TestDesignAgainstModel::changeCategory(Object *object, Item *item)
+void tst_DesignAgainstModel::changeCategory(Object *object, Item *item)
 {
     const QtilitiesCategory category =
         QtilitiesCategory::fromString(texts[1 + pick(int(texts.size()) - 1)], u"::"_s);
@@ -208,7 +209,7 @@ void TestDesignAgainstModel::changeCategory(Object *object, Item *item)
 }
 
 template <typename Object>
-void TestDesignAgainstModel::movePath(Object *object, Item *item, const Items &all)
+void tst_DesignAgainstModel::movePath(Object *object, Item *item, const Items &all)
 {
     const auto [path, actual] = pickPath(u".v"_s);
     object->setActualPath(path);
@@ -216,7 +217,7 @@ void TestDesignAgainstModel::movePath(Object *object, Item *item, const Items &a
         item->key = actual;
 }
 
-void TestDesignAgainstModel::changeShared(QObject *object, Item *item)
+void tst_DesignAgainstModel::changeShared(QObject *object, Item *item)
 {
     const QString name = u"shared %1"_s.arg(pick(3));
     if (pick(3) == 0) {
@@ -233,7 +234,7 @@ void TestDesignAgainstModel::changeShared(QObject *object, Item *item)
         item->shared.insert(name, value);
 }
 
-void TestDesignAgainstModel::changeText()
+void tst_DesignAgainstModel::changeText()
 {
     const QString text = pickText();
     if (pick(2) == 0) {
@@ -247,7 +248,7 @@ void TestDesignAgainstModel::changeText()
     }
 }
 
-void TestDesignAgainstModel::changeFiles()
+void tst_DesignAgainstModel::changeFiles()
 {
     const int what = pick(6);
     if (what < 2) {
@@ -283,7 +284,7 @@ void TestDesignAgainstModel::changeFiles()
     }
 }
 
-void TestDesignAgainstModel::changeFolders()
+void tst_DesignAgainstModel::changeFolders()
 {
     const int what = pick(6);
     if (what < 2) {
@@ -315,7 +316,7 @@ void TestDesignAgainstModel::changeFolders()
     }
 }
 
-void TestDesignAgainstModel::changeProperties()
+void tst_DesignAgainstModel::changeProperties()
 {
     const int what = pick(7);
     const QString name = u"p \"%1\""_s.arg(pick(8));
@@ -358,7 +359,7 @@ void TestDesignAgainstModel::changeProperties()
     }
 }
 
-void TestDesignAgainstModel::reopen()
+void tst_DesignAgainstModel::reopen()
 {
     design = session->reopen(design);
     QVERIFY(design);
@@ -369,7 +370,7 @@ void TestDesignAgainstModel::reopen()
     }
 }
 
-void TestDesignAgainstModel::step()
+void tst_DesignAgainstModel::step()
 {
     switch (pick(24)) {
     case 0:
@@ -399,14 +400,14 @@ void TestDesignAgainstModel::step()
     }
 }
 
-void TestDesignAgainstModel::behavesLikeTheModel_data()
+void tst_DesignAgainstModel::behavesLikeTheModel_data()
 {
     QTest::addColumn<quint32>("seed");
     for (quint32 seed = 1; seed <= 12; ++seed)
         QTest::newRow(qPrintable(u"seed %1"_s.arg(seed))) << seed;
 }
 
-void TestDesignAgainstModel::behavesLikeTheModel()
+void tst_DesignAgainstModel::behavesLikeTheModel()
 {
     QFETCH(quint32, seed);
     random.seed(seed);
@@ -427,5 +428,5 @@ void TestDesignAgainstModel::behavesLikeTheModel()
     session.reset();
 }
 
-QTEST_MAIN(TestDesignAgainstModel)
+TEST_CLASS(tst_DesignAgainstModel)
 #include "tst_DesignAgainstModel.moc"

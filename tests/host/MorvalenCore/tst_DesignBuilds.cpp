@@ -1,4 +1,5 @@
 #include "SessionFixture.h"
+#include "tests/TestClass.h"
 
 #include <MorvalenCore/BuildConfiguration.h>
 
@@ -33,7 +34,7 @@ const QByteArray withBuildCommand =
 } // namespace
 
 // Build configurations that are added, changed and removed.
-class TestDesignBuilds : public QObject
+class tst_DesignBuilds : public QObject
 {
     Q_OBJECT
 
@@ -76,7 +77,7 @@ private:
     QString error;
 };
 
-void TestDesignBuilds::init()
+void tst_DesignBuilds::init()
 {
     session = std::make_unique<SessionFixture>();
     design = session->create(u"d"_s);
@@ -85,7 +86,7 @@ void TestDesignBuilds::init()
     session->takeLog();
 }
 
-void TestDesignBuilds::adds()
+void tst_DesignBuilds::adds()
 {
     QCOMPARE(design->buildConfigurationNames(), QStringList());
     QSignalSpy changes(SessionFixture::manager(), &DesignManager::designChanged);
@@ -103,7 +104,7 @@ void TestDesignBuilds::adds()
     QCOMPARE(design->buildConfigurationNames(), QStringList({u"Debug"_s, u"größer als 1.0"_s}));
 }
 
-void TestDesignBuilds::refusesNames_data()
+void tst_DesignBuilds::refusesNames_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("text");
@@ -121,7 +122,7 @@ void TestDesignBuilds::refusesNames_data()
         << u"Debug"_s << u"The design \"d\" has a build configuration \"Debug\" already"_s;
 }
 
-void TestDesignBuilds::refusesNames()
+void tst_DesignBuilds::refusesNames()
 {
     QFETCH(QString, name);
     QFETCH(QString, text);
@@ -140,7 +141,7 @@ void TestDesignBuilds::refusesNames()
     QCOMPARE(session->takeLog(), QStringList());
 }
 
-void TestDesignBuilds::keepsWhatIsDescribed()
+void tst_DesignBuilds::keepsWhatIsDescribed()
 {
     BuildConfiguration *debug = add(u"Debug"_s);
     QVERIFY(debug);
@@ -154,7 +155,7 @@ void TestDesignBuilds::keepsWhatIsDescribed()
     QCOMPARE(design->buildConfiguration(u"Debug"_s)->description(), tested);
 }
 
-void TestDesignBuilds::changesNothingForTheSame()
+void tst_DesignBuilds::changesNothingForTheSame()
 {
     BuildConfiguration *debug = add(u"Debug"_s);
     QVERIFY(debug && debug->setDescription(tested, &error));
@@ -165,7 +166,7 @@ void TestDesignBuilds::changesNothingForTheSame()
     QCOMPARE(changes.size(), 0);
 }
 
-void TestDesignBuilds::renamesTheActiveOne()
+void tst_DesignBuilds::renamesTheActiveOne()
 {
     QVERIFY(add(u"First"_s));
     BuildConfiguration *debug = add(u"Debug"_s);
@@ -181,7 +182,7 @@ void TestDesignBuilds::renamesTheActiveOne()
     QCOMPARE(design->activeBuildConfiguration()->description(), renamed);
 }
 
-void TestDesignBuilds::removes()
+void tst_DesignBuilds::removes()
 {
     const QByteArray before = savedFile();
     const QPointer<BuildConfiguration> first = add(u"First"_s);
@@ -198,7 +199,7 @@ void TestDesignBuilds::removes()
     QCOMPARE(savedFile(), before);
 }
 
-void TestDesignBuilds::refusesToRemoveWhatRuns()
+void tst_DesignBuilds::refusesToRemoveWhatRuns()
 {
     BuildConfiguration *debug = add(u"Debug"_s);
     QVERIFY(debug);
@@ -214,7 +215,7 @@ void TestDesignBuilds::refusesToRemoveWhatRuns()
     QVERIFY(design->removeBuildConfiguration(u"Debug"_s, &error));
 }
 
-void TestDesignBuilds::showsTheStepsOfFiles()
+void tst_DesignBuilds::showsTheStepsOfFiles()
 {
     openWithBuildCommand();
     BuildConfiguration *standard = design->buildConfiguration(u"Default"_s);
@@ -228,7 +229,7 @@ void TestDesignBuilds::showsTheStepsOfFiles()
     QCOMPARE(own->stepsOfFiles(), QList<BuildStep>());
 }
 
-void TestDesignBuilds::keepsDefaultForTheStepsOfFiles()
+void tst_DesignBuilds::keepsDefaultForTheStepsOfFiles()
 {
     openWithBuildCommand();
     BuildConfiguration *standard = design->buildConfiguration(u"Default"_s);
@@ -246,7 +247,7 @@ void TestDesignBuilds::keepsDefaultForTheStepsOfFiles()
     QCOMPARE(design->buildConfigurationNames(), QStringList({u"Mine"_s, u"Default"_s}));
 }
 
-void TestDesignBuilds::refusesTextsThatXmlCannotCarry()
+void tst_DesignBuilds::refusesTextsThatXmlCannotCarry()
 {
     BuildConfiguration *debug = add(u"Debug"_s);
     QVERIFY(debug);
@@ -257,7 +258,7 @@ void TestDesignBuilds::refusesTextsThatXmlCannotCarry()
     QCOMPARE(debug->description(), (BuildDescription {u"Debug"_s, {}, {}, {}}));
 }
 
-void TestDesignBuilds::refusesChangesOfAReadOnlyDesign()
+void tst_DesignBuilds::refusesChangesOfAReadOnlyDesign()
 {
     BuildConfiguration *debug = add(u"Debug"_s);
     QVERIFY(debug);
@@ -275,5 +276,5 @@ void TestDesignBuilds::refusesChangesOfAReadOnlyDesign()
     QCOMPARE(design->buildConfigurationNames(), QStringList({u"Debug"_s}));
 }
 
-QTEST_MAIN(TestDesignBuilds)
+TEST_CLASS(tst_DesignBuilds)
 #include "tst_DesignBuilds.moc"

@@ -1,4 +1,5 @@
 #include "tests/host/MorvalenCore/SessionFixture.h"
+#include "tests/TestClass.h"
 
 #include <QTest>
 
@@ -66,7 +67,7 @@ QtilitiesCategory category(const QString &text)
 } // namespace
 
 // The files of a design.
-class TestDesignFiles : public QObject
+class tst_DesignFiles : public QObject
 {
     Q_OBJECT
 
@@ -131,12 +132,12 @@ private:
     IDesign *design = nullptr;
 };
 
-void TestDesignFiles::listsEachPathOnceInDocumentOrder()
+void tst_DesignFiles::listsEachPathOnceInDocumentOrder()
 {
     QCOMPARE(all(), (QStringList {ip(u"rtl/uart.v"_s), ip(u"rtl/fifo.v"_s), ip(u"sim/tb.vhd"_s)}));
 }
 
-void TestDesignFiles::listsTheFilesOfANode_data()
+void tst_DesignFiles::listsTheFilesOfANode_data()
 {
     QTest::addColumn<QString>("node");
     QTest::addColumn<bool>("exists");
@@ -157,7 +158,7 @@ void TestDesignFiles::listsTheFilesOfANode_data()
     QTest::newRow("node-10 the beginning of a category") << u"HD"_s << false << QStringList();
 }
 
-void TestDesignFiles::listsTheFilesOfANode()
+void tst_DesignFiles::listsTheFilesOfANode()
 {
     QFETCH(QString, node);
     QVERIFY(
@@ -172,7 +173,7 @@ void TestDesignFiles::listsTheFilesOfANode()
     QVERIFY(!design->hasNode(QString()));
 }
 
-void TestDesignFiles::findsAFileByAnyFormOfItsPath_data()
+void tst_DesignFiles::findsAFileByAnyFormOfItsPath_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<bool>("found");
@@ -186,7 +187,7 @@ void TestDesignFiles::findsAFileByAnyFormOfItsPath_data()
     QTest::newRow("find-8 a folder") << u"rtl"_s << false;
 }
 
-void TestDesignFiles::findsAFileByAnyFormOfItsPath()
+void tst_DesignFiles::findsAFileByAnyFormOfItsPath()
 {
     QFETCH(QString, path);
     const DesignFile *file = design->fileByActualPath(path.replace(u"IP/"_s, ip(QString())), false);
@@ -194,13 +195,13 @@ void TestDesignFiles::findsAFileByAnyFormOfItsPath()
     QVERIFY(!file || file->actualPath() == ip(u"rtl/uart.v"_s));
 }
 
-void TestDesignFiles::findsAFileByNameOnly()
+void tst_DesignFiles::findsAFileByNameOnly()
 {
     QCOMPARE(design->fileByActualPath(u"tb.vhd"_s, true)->actualPath(), ip(u"sim/tb.vhd"_s));
     QVERIFY(!design->fileByActualPath(u"sim/tb.vhd"_s, true));
 }
 
-void TestDesignFiles::addsFilesWhereTheyBelong_data()
+void tst_DesignFiles::addsFilesWhereTheyBelong_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("node");
@@ -210,7 +211,7 @@ void TestDesignFiles::addsFilesWhereTheyBelong_data()
     QTest::newRow("place-4 an unknown kind") << u"x/new.odd"_s << u"rtl"_s;
 }
 
-void TestDesignFiles::addsFilesWhereTheyBelong()
+void tst_DesignFiles::addsFilesWhereTheyBelong()
 {
     QFETCH(QString, path);
     QString error;
@@ -221,7 +222,7 @@ void TestDesignFiles::addsFilesWhereTheyBelong()
     QVERIFY(design->isModified());
 }
 
-void TestDesignFiles::addsToANamedNode()
+void tst_DesignFiles::addsToANamedNode()
 {
     QCOMPARE(design->addFile(u"a.v"_s, u"sim"_s, true, nullptr)->node(), u"sim"_s);
     QCOMPARE(design->addFile(u"b.v"_s, u"brand_new"_s, true, nullptr)->node(), u"brand_new"_s);
@@ -232,7 +233,7 @@ void TestDesignFiles::addsToANamedNode()
     QCOMPARE(design->nodeNames().count(u"sim"_s), 1);
 }
 
-void TestDesignFiles::givesANewFileTheCategoryOfItsKind_data()
+void tst_DesignFiles::givesANewFileTheCategoryOfItsKind_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("expected");
@@ -261,7 +262,7 @@ void TestDesignFiles::givesANewFileTheCategoryOfItsKind_data()
             << QString(QLatin1StringView(row.path)) << QString(QLatin1StringView(row.category));
 }
 
-void TestDesignFiles::givesANewFileTheCategoryOfItsKind()
+void tst_DesignFiles::givesANewFileTheCategoryOfItsKind()
 {
     QFETCH(QString, path);
     QVERIFY(add(path));
@@ -270,7 +271,7 @@ void TestDesignFiles::givesANewFileTheCategoryOfItsKind()
     QTEST(design->fileByActualPath(path, false)->category().toString(u"::"_s), "expected");
 }
 
-void TestDesignFiles::refusesFiles_data()
+void tst_DesignFiles::refusesFiles_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("reason");
@@ -280,7 +281,7 @@ void TestDesignFiles::refusesFiles_data()
         << u"The design \"uart\" has the file \"IP/rtl/fifo.v\" already"_s;
 }
 
-void TestDesignFiles::refusesFiles()
+void tst_DesignFiles::refusesFiles()
 {
     QFETCH(QString, path);
     QFETCH(QString, reason);
@@ -300,7 +301,7 @@ void TestDesignFiles::refusesFiles()
     QVERIFY(!design->isModified());
 }
 
-void TestDesignFiles::keepsThePathTextInTheDocument()
+void tst_DesignFiles::keepsThePathTextInTheDocument()
 {
     QVERIFY(add(u"$SRC/a.v"_s));
     QVERIFY(add(u"lib\\b.v"_s));
@@ -319,7 +320,7 @@ void TestDesignFiles::keepsThePathTextInTheDocument()
     QVERIFY(design->fileByActualPath(u"lib/b.v"_s, false));
 }
 
-void TestDesignFiles::removesEveryEntryOfAPath()
+void tst_DesignFiles::removesEveryEntryOfAPath()
 {
     QVERIFY(design->removeFile(u"rtl/uart.v"_s));
     QVERIFY(!design->removeFile(u"rtl/uart.v"_s));
@@ -329,7 +330,7 @@ void TestDesignFiles::removesEveryEntryOfAPath()
     QVERIFY(!design->removeFile(QString()));
 }
 
-void TestDesignFiles::dropsARemovedFileFromTheActiveOnes()
+void tst_DesignFiles::dropsARemovedFileFromTheActiveOnes()
 {
     DesignFile *uart = design->fileByActualPath(u"rtl/uart.v"_s, false);
     DesignFile *fifo = design->fileByActualPath(u"rtl/fifo.v"_s, false);
@@ -343,7 +344,7 @@ void TestDesignFiles::dropsARemovedFileFromTheActiveOnes()
     QVERIFY(design->isModified());
 }
 
-void TestDesignFiles::movesAFile()
+void tst_DesignFiles::movesAFile()
 {
     DesignFile *uart = design->fileByActualPath(u"rtl/uart.v"_s, false);
     uart->setActualPath(u"./moved/../core/u.v"_s);
@@ -357,7 +358,7 @@ void TestDesignFiles::movesAFile()
     QVERIFY(add(u"rtl/uart.v"_s));
 }
 
-void TestDesignFiles::refusesPathsThatAreTakenOrEmpty()
+void tst_DesignFiles::refusesPathsThatAreTakenOrEmpty()
 {
     DesignFile *uart = design->fileByActualPath(u"rtl/uart.v"_s, false);
     uart->setActualPath(QString());
@@ -370,7 +371,7 @@ void TestDesignFiles::refusesPathsThatAreTakenOrEmpty()
     QVERIFY(!design->isModified());
 }
 
-void TestDesignFiles::changesTheCategory()
+void tst_DesignFiles::changesTheCategory()
 {
     DesignFile *uart = design->fileByActualPath(u"rtl/uart.v"_s, false);
     QCOMPARE(uart->category().toString(u"::"_s), u"synthesis"_s);
@@ -383,7 +384,7 @@ void TestDesignFiles::changesTheCategory()
     QVERIFY(!uart->setCategory(category(u"zero"_s + QChar(0))));
 }
 
-void TestDesignFiles::knowsWhatIsOnDisk()
+void tst_DesignFiles::knowsWhatIsOnDisk()
 {
     const DesignFile *uart = design->fileByActualPath(u"rtl/uart.v"_s, false);
     QVERIFY(!uart->existsOnDisk());
@@ -398,7 +399,7 @@ void TestDesignFiles::knowsWhatIsOnDisk()
     QVERIFY(variable->existsOnDisk());
 }
 
-void TestDesignFiles::deletesFromDiskWhatLiesBelowTheDesign()
+void tst_DesignFiles::deletesFromDiskWhatLiesBelowTheDesign()
 {
     SessionFixture::write(ip(u"rtl/uart.v"_s), "module");
     SessionFixture::write(ip(u"rtl/other.v"_s), "module");
@@ -409,7 +410,7 @@ void TestDesignFiles::deletesFromDiskWhatLiesBelowTheDesign()
     QVERIFY(!design->isModified());
 }
 
-void TestDesignFiles::refusesToDeleteFromDisk_data()
+void tst_DesignFiles::refusesToDeleteFromDisk_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("reason");
@@ -434,7 +435,7 @@ void TestDesignFiles::refusesToDeleteFromDisk_data()
         << u"\"$MV_UNSET/f.v\" names the environment variable \"MV_UNSET\", which is not set"_s;
 }
 
-void TestDesignFiles::refusesToDeleteFromDisk()
+void tst_DesignFiles::refusesToDeleteFromDisk()
 {
     QFETCH(QString, path);
     QFETCH(QString, reason);
@@ -455,7 +456,7 @@ void TestDesignFiles::refusesToDeleteFromDisk()
     QVERIFY(QFileInfo(ip(u"link.v"_s)).isSymLink());
 }
 
-void TestDesignFiles::deletesWhereTheDesignIsReachedThroughALink()
+void tst_DesignFiles::deletesWhereTheDesignIsReachedThroughALink()
 {
     QVERIFY(session->manager()->closeDesign(design->id(u"."_s), false));
     QVERIFY(QFile::link(session->path(u"ip"_s), session->path(u"alias"_s)));
@@ -465,7 +466,7 @@ void TestDesignFiles::deletesWhereTheDesignIsReachedThroughALink()
     QVERIFY(!QFileInfo::exists(ip(u"rtl/uart.v"_s)));
 }
 
-void TestDesignFiles::deletesNothingInAFolderThatTookTheDesignsPlace()
+void tst_DesignFiles::deletesNothingInAFolderThatTookTheDesignsPlace()
 {
     SessionFixture::write(session->path(u"other/rtl/uart.v"_s), "module");
     DesignFile *uart = design->fileByActualPath(u"rtl/uart.v"_s, false);
@@ -480,7 +481,7 @@ void TestDesignFiles::deletesNothingInAFolderThatTookTheDesignsPlace()
     QVERIFY(QFileInfo::exists(session->path(u"other/rtl/uart.v"_s)));
 }
 
-void TestDesignFiles::refusesEveryChangeOfAReadOnlyDesign()
+void tst_DesignFiles::refusesEveryChangeOfAReadOnlyDesign()
 {
     SessionFixture::write(ip(u"rtl/uart.v"_s), "module");
     DesignFile *uart = design->fileByActualPath(u"rtl/uart.v"_s, false);
@@ -505,14 +506,14 @@ void TestDesignFiles::refusesEveryChangeOfAReadOnlyDesign()
     QCOMPARE(design->activeFiles().size(), 1);
 }
 
-void TestDesignFiles::knowsGeneratedFiles_data()
+void tst_DesignFiles::knowsGeneratedFiles_data()
 {
     QTest::addColumn<QByteArray>("version");
     QTest::newRow("of the current version") << QByteArray("2.1");
     QTest::newRow("where the component has no version") << QByteArray();
 }
 
-void TestDesignFiles::knowsGeneratedFiles()
+void tst_DesignFiles::knowsGeneratedFiles()
 {
     QFETCH(const QByteArray, version);
     QByteArray generated = component;
@@ -528,7 +529,7 @@ void TestDesignFiles::knowsGeneratedFiles()
     QVERIFY(!design->fileByActualPath(u"rtl/uart.v"_s, false)->isGenerated());
 }
 
-void TestDesignFiles::addsNothingToGeneratedFiles_data()
+void tst_DesignFiles::addsNothingToGeneratedFiles_data()
 {
     QTest::addColumn<QByteArray>("rest");
     QTest::addColumn<QString>("path");
@@ -555,7 +556,7 @@ void TestDesignFiles::addsNothingToGeneratedFiles_data()
         << made + set("files", group) + set("files_2", group) << u"n.v"_s << u"files_3"_s;
 }
 
-void TestDesignFiles::addsNothingToGeneratedFiles()
+void tst_DesignFiles::addsNothingToGeneratedFiles()
 {
     QFETCH(const QByteArray, rest);
     QFETCH(const QString, path);
@@ -568,7 +569,7 @@ void TestDesignFiles::addsNothingToGeneratedFiles()
     QVERIFY(!file->isGenerated());
 }
 
-void TestDesignFiles::survivesAReopening()
+void tst_DesignFiles::survivesAReopening()
 {
     QVERIFY(add(u"docs/manual.pdf"_s));
     QVERIFY(design->fileByActualPath(u"rtl/fifo.v"_s, false)->setCategory(category(u"X::Y"_s)));
@@ -579,7 +580,7 @@ void TestDesignFiles::survivesAReopening()
              u"X::Y"_s);
 }
 
-void TestDesignFiles::sortsFilesByTheStructureOfANewDesign_data()
+void tst_DesignFiles::sortsFilesByTheStructureOfANewDesign_data()
 {
     QTest::addColumn<QString>("structure");
     QTest::addColumn<QString>("path");
@@ -599,7 +600,7 @@ void TestDesignFiles::sortsFilesByTheStructureOfANewDesign_data()
     QTest::newRow("software-3 a test") << u"Software"_s << u"tst_main.cpp"_s << u"tests"_s;
 }
 
-void TestDesignFiles::sortsFilesByTheStructureOfANewDesign()
+void tst_DesignFiles::sortsFilesByTheStructureOfANewDesign()
 {
     QFETCH(QString, structure);
     QFETCH(QString, path);
@@ -610,5 +611,5 @@ void TestDesignFiles::sortsFilesByTheStructureOfANewDesign()
     QTEST(file->node(), "node");
 }
 
-QTEST_MAIN(TestDesignFiles)
+TEST_CLASS(tst_DesignFiles)
 #include "tst_DesignFiles.moc"

@@ -1,4 +1,5 @@
 #include "tests/host/MorvalenCore/SessionFixture.h"
+#include "tests/TestClass.h"
 
 #include <QTest>
 
@@ -10,7 +11,7 @@ using MorvalenCore::Interfaces::IDesign;
 using Qtilities::Core::QtilitiesCategory;
 
 // The folders of a design.
-class TestDesignFolders : public QObject
+class tst_DesignFolders : public QObject
 {
     Q_OBJECT
 
@@ -51,7 +52,7 @@ private:
     IDesign *design = nullptr;
 };
 
-void TestDesignFolders::listsFoldersInTheOrderOfAdding()
+void tst_DesignFolders::listsFoldersInTheOrderOfAdding()
 {
     QVERIFY(design->addFolder(u"a"_s, nullptr));
     QVERIFY(design->addFolder(u"/elsewhere/b"_s, nullptr));
@@ -67,7 +68,7 @@ void TestDesignFolders::listsFoldersInTheOrderOfAdding()
     QVERIFY(QFileInfo::exists(in(u"headers"_s)));
 }
 
-void TestDesignFolders::findsAFolderByAnyFormOfItsPath()
+void tst_DesignFolders::findsAFolderByAnyFormOfItsPath()
 {
     const DesignFolder *tests = design->folderByActualPath(u"tests"_s);
     QVERIFY(tests);
@@ -79,7 +80,7 @@ void TestDesignFolders::findsAFolderByAnyFormOfItsPath()
     QCOMPARE(tests->getName(), u"tests"_s);
 }
 
-void TestDesignFolders::refusesEmptyAndDoublePaths()
+void tst_DesignFolders::refusesEmptyAndDoublePaths()
 {
     QString error;
     QVERIFY(!design->addFolder(QString(), &error));
@@ -92,7 +93,7 @@ void TestDesignFolders::refusesEmptyAndDoublePaths()
     QVERIFY(!design->isModified());
 }
 
-void TestDesignFolders::movesAFolder()
+void tst_DesignFolders::movesAFolder()
 {
     DesignFolder *folder = design->folderByActualPath(u"tests"_s);
     folder->setActualPath(u"checks"_s);
@@ -107,7 +108,7 @@ void TestDesignFolders::movesAFolder()
                            u"Warning: The path of a folder cannot be empty"_s}));
 }
 
-void TestDesignFolders::keepsCategoriesAndPathsOverAReopening()
+void tst_DesignFolders::keepsCategoriesAndPathsOverAReopening()
 {
     DesignFolder *folder = design->folderByActualPath(u"tests"_s);
     QVERIFY(folder->category().isEmpty());
@@ -121,7 +122,7 @@ void TestDesignFolders::keepsCategoriesAndPathsOverAReopening()
     QVERIFY(design->folderByActualPath(u"tests"_s)->category().isEmpty());
 }
 
-void TestDesignFolders::knowsWhatIsOnDisk()
+void tst_DesignFolders::knowsWhatIsOnDisk()
 {
     QVERIFY(design->folderByActualPath(u"tests"_s)->existsOnDisk());
     SessionFixture::write(in(u"file"_s), "f");
@@ -129,7 +130,7 @@ void TestDesignFolders::knowsWhatIsOnDisk()
     QVERIFY(!design->addFolder(u"missing"_s, nullptr)->existsOnDisk());
 }
 
-void TestDesignFolders::deletesAFolderFromDisk()
+void tst_DesignFolders::deletesAFolderFromDisk()
 {
     SessionFixture::write(in(u"tests/deep/f"_s), "f");
     SessionFixture::write(session->path(u"outside/f"_s), "f");
@@ -140,7 +141,7 @@ void TestDesignFolders::deletesAFolderFromDisk()
     QVERIFY(design->folderByActualPath(u"tests"_s));
 }
 
-void TestDesignFolders::refusesToDeleteFromDisk_data()
+void tst_DesignFolders::refusesToDeleteFromDisk_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("reason");
@@ -162,7 +163,7 @@ void TestDesignFolders::refusesToDeleteFromDisk_data()
         << u"link"_s << u"\"IN/link\" is not deleted because it is a link"_s;
 }
 
-void TestDesignFolders::refusesToDeleteFromDisk()
+void tst_DesignFolders::refusesToDeleteFromDisk()
 {
     QFETCH(QString, path);
     QFETCH(QString, reason);
@@ -181,7 +182,7 @@ void TestDesignFolders::refusesToDeleteFromDisk()
     QVERIFY(QFileInfo::exists(session->path(u"outside/f"_s)));
 }
 
-void TestDesignFolders::keepsAFolderThatHoldsAnotherOpenDesign()
+void tst_DesignFolders::keepsAFolderThatHoldsAnotherOpenDesign()
 {
     IDesign *outer = design;
     const QByteArray inner = SessionFixture::read(design->componentFileName())
@@ -195,7 +196,7 @@ void TestDesignFolders::keepsAFolderThatHoldsAnotherOpenDesign()
     QVERIFY(QFileInfo::exists(in(u"parts/inner/component.xml"_s)));
 }
 
-void TestDesignFolders::dropsARemovedFolderFromTheActiveOnes()
+void tst_DesignFolders::dropsARemovedFolderFromTheActiveOnes()
 {
     DesignFolder *tests = design->folderByActualPath(u"tests"_s);
     DesignFolder *headers = design->folderByActualPath(u"headers"_s);
@@ -204,7 +205,7 @@ void TestDesignFolders::dropsARemovedFolderFromTheActiveOnes()
     QCOMPARE(design->activeFolders(), QList<QPointer<DesignFolder>> {headers});
 }
 
-void TestDesignFolders::refusesEveryChangeOfAReadOnlyDesign()
+void tst_DesignFolders::refusesEveryChangeOfAReadOnlyDesign()
 {
     design->setReadOnly(true);
     const QString reason = u"The design \"soft\" is read-only"_s;
@@ -221,5 +222,5 @@ void TestDesignFolders::refusesEveryChangeOfAReadOnlyDesign()
     QCOMPARE(tests->actualPath(), in(u"tests"_s));
 }
 
-QTEST_MAIN(TestDesignFolders)
+TEST_CLASS(tst_DesignFolders)
 #include "tst_DesignFolders.moc"

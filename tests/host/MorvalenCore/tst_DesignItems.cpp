@@ -1,3 +1,5 @@
+#include "tests/TestClass.h"
+
 #include <MorvalenCore/BuildConfiguration.h>
 
 #include <QTest>
@@ -6,7 +8,7 @@ using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::BuildConfiguration;
 
 // What is the same for the items of every design.
-class TestDesignItems : public QObject
+class tst_DesignItems : public QObject
 {
     Q_OBJECT
 
@@ -15,7 +17,7 @@ private Q_SLOTS:
     void namesRunStates();
 };
 
-void TestDesignItems::namesRunStates_data()
+void tst_DesignItems::namesRunStates_data()
 {
     QTest::addColumn<int>("state");
     QTest::addColumn<QString>("name");
@@ -28,7 +30,7 @@ void TestDesignItems::namesRunStates_data()
     QTest::newRow("state-6 a number that is no state") << 99 << u""_s;
 }
 
-void TestDesignItems::namesRunStates()
+void tst_DesignItems::namesRunStates()
 {
     QFETCH(int, state);
     QFETCH(QString, name);
@@ -36,5 +38,5 @@ void TestDesignItems::namesRunStates()
     QCOMPARE(BuildConfiguration::runStateToString(BuildConfiguration::RunState(state)), name);
 }
 
-QTEST_APPLESS_MAIN(TestDesignItems)
+APPLESS_TEST_CLASS(tst_DesignItems)
 #include "tst_DesignItems.moc"

@@ -1,4 +1,5 @@
 #include "tests/host/MorvalenCore/SessionFixture.h"
+#include "tests/TestClass.h"
 
 #include <MorvalenCore/ChangeBracket.h>
 #include <MorvalenCore/DesignConstructor.h>
@@ -43,7 +44,7 @@ public:
 } // namespace
 
 // The open designs of a session.
-class TestDesignManager : public QObject
+class tst_DesignManager : public QObject
 {
     Q_OBJECT
 
@@ -97,7 +98,7 @@ private:
     std::optional<SessionFixture> session;
 };
 
-void TestDesignManager::listsDesignsInTheOrderOfOpening()
+void tst_DesignManager::listsDesignsInTheOrderOfOpening()
 {
     QVERIFY(session->create(u"b"_s));
     QVERIFY(session->create(u"a"_s));
@@ -108,7 +109,7 @@ void TestDesignManager::listsDesignsInTheOrderOfOpening()
                            u"example.org.cores.c.2.1"_s}));
 }
 
-void TestDesignManager::makesTheOneBeforeActiveWhenTheActiveOneCloses()
+void tst_DesignManager::makesTheOneBeforeActiveWhenTheActiveOneCloses()
 {
     DesignManager *manager = session->manager();
     QVERIFY(manager->activeDesigns().isEmpty());
@@ -125,7 +126,7 @@ void TestDesignManager::makesTheOneBeforeActiveWhenTheActiveOneCloses()
     QVERIFY(manager->activeDesigns().isEmpty());
 }
 
-void TestDesignManager::forgetsADesignThatSomebodyDestroyed()
+void tst_DesignManager::forgetsADesignThatSomebodyDestroyed()
 {
     QVERIFY(session->create(u"a"_s));
     IDesign *design = session->create(u"b"_s);
@@ -134,7 +135,7 @@ void TestDesignManager::forgetsADesignThatSomebodyDestroyed()
     QCOMPARE(idOf(session->manager()->activeDesigns().first()), u"local.global.a.1.0"_s);
 }
 
-void TestDesignManager::setsTheActiveDesignById()
+void tst_DesignManager::setsTheActiveDesignById()
 {
     QVERIFY(session->create(u"a"_s));
     QVERIFY(session->create(u"b"_s));
@@ -147,7 +148,7 @@ void TestDesignManager::setsTheActiveDesignById()
     QCOMPARE(idOf(session->manager()->activeDesigns().first()), u"local.global.a.1.0"_s);
 }
 
-void TestDesignManager::knowsTypesPathsAndSettings()
+void tst_DesignManager::knowsTypesPathsAndSettings()
 {
     const DesignManager *manager = session->manager();
     QCOMPARE(manager->designTypes(),
@@ -158,7 +159,7 @@ void TestDesignManager::knowsTypesPathsAndSettings()
     QCOMPARE(manager->extensionWidgetContexts(), QStringList {u"Context.Designs"_s});
 }
 
-void TestDesignManager::writesTheDefaultVendorIntoANewSettingsFileOnly()
+void tst_DesignManager::writesTheDefaultVendorIntoANewSettingsFileOnly()
 {
     const auto vendor = [this] {
         QSettings settings(session->manager()->settingsFileName(), QSettings::IniFormat);
@@ -171,7 +172,7 @@ void TestDesignManager::writesTheDefaultVendorIntoANewSettingsFileOnly()
     QCOMPARE(vendor(), u"nothing"_s);
 }
 
-void TestDesignManager::checksNames_data()
+void tst_DesignManager::checksNames_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("refusal");
@@ -198,7 +199,7 @@ void TestDesignManager::checksNames_data()
         << u"taken"_s << u"A design named \"taken\" is open already"_s;
 }
 
-void TestDesignManager::checksNames()
+void tst_DesignManager::checksNames()
 {
     QFETCH(QString, name);
     QFETCH(QString, refusal);
@@ -208,7 +209,7 @@ void TestDesignManager::checksNames()
     QCOMPARE(error, refusal);
 }
 
-void TestDesignManager::letsADesignKeepItsOwnName()
+void tst_DesignManager::letsADesignKeepItsOwnName()
 {
     const IDesign *a = session->create(u"a"_s);
     QVERIFY(session->create(u"b"_s));
@@ -217,7 +218,7 @@ void TestDesignManager::letsADesignKeepItsOwnName()
     QVERIFY(!session->manager()->checkDesignName(u"b"_s, &error, a));
 }
 
-void TestDesignManager::givesAReadOnlyDesignNoOtherName()
+void tst_DesignManager::givesAReadOnlyDesignNoOtherName()
 {
     IDesign *a = session->create(u"a"_s);
     a->setReadOnly(true);
@@ -228,7 +229,7 @@ void TestDesignManager::givesAReadOnlyDesignNoOtherName()
     QVERIFY(session->manager()->checkDesignName(u"b"_s, &error, nullptr));
 }
 
-void TestDesignManager::refusesASecondDesignOfAnId()
+void tst_DesignManager::refusesASecondDesignOfAnId()
 {
     SessionFixture::write(session->path(u"one/component.xml"_s), componentNamed("x"));
     SessionFixture::write(session->path(u"two/component.xml"_s), componentNamed("x"));
@@ -241,7 +242,7 @@ void TestDesignManager::refusesASecondDesignOfAnId()
     QCOMPARE(session->manager()->openDesignIds().size(), 1);
 }
 
-void TestDesignManager::refusesARenamingThatMakesAnIdTwice()
+void tst_DesignManager::refusesARenamingThatMakesAnIdTwice()
 {
     IDesign *a = session->create(u"a"_s);
     QVERIFY(session->create(u"b"_s));
@@ -259,7 +260,7 @@ void TestDesignManager::refusesARenamingThatMakesAnIdTwice()
     QVERIFY(!session->manager()->design(u"local.global.a.1.0"_s));
 }
 
-void TestDesignManager::comparesIdsWhole()
+void tst_DesignManager::comparesIdsWhole()
 {
     IDesign *a = session->create(u"a"_s);
     IDesign *b = session->create(u"b.a"_s);
@@ -274,7 +275,7 @@ void TestDesignManager::comparesIdsWhole()
              QStringList {u"Warning: A design with the id \"x.y.b.a.1.0\" is open already"_s});
 }
 
-void TestDesignManager::putsANewDesignOnDiskAtOnce()
+void tst_DesignManager::putsANewDesignOnDiskAtOnce()
 {
     const IDesign *design = session->create(u"uart"_s, u"Hardware Design"_s, u"Hardware"_s);
     QVERIFY(design);
@@ -298,7 +299,7 @@ void TestDesignManager::putsANewDesignOnDiskAtOnce()
     QVERIFY(design->hasNode(u"rtl"_s));
 }
 
-void TestDesignManager::takesBackTheFolderOfADesignThatWasNeverAttached()
+void tst_DesignManager::takesBackTheFolderOfADesignThatWasNeverAttached()
 {
     {
         std::unique_ptr<QObject> object(
@@ -311,7 +312,7 @@ void TestDesignManager::takesBackTheFolderOfADesignThatWasNeverAttached()
     QCOMPARE(session->takeLog(), QStringList());
 }
 
-void TestDesignManager::leavesAloneWhatOthersPutIntoSuchAFolder()
+void tst_DesignManager::leavesAloneWhatOthersPutIntoSuchAFolder()
 {
     {
         std::unique_ptr<QObject> object(
@@ -324,7 +325,7 @@ void TestDesignManager::leavesAloneWhatOthersPutIntoSuchAFolder()
     QVERIFY(!QFileInfo::exists(session->designs(u"a/component.xml"_s)));
 }
 
-void TestDesignManager::refusesAFolderThatIsNotEmpty()
+void tst_DesignManager::refusesAFolderThatIsNotEmpty()
 {
     SessionFixture::write(session->designs(u"a/.hidden"_s), "mine");
     QVERIFY(!session->create(u"a"_s));
@@ -336,14 +337,14 @@ void TestDesignManager::refusesAFolderThatIsNotEmpty()
              QStringList {u".hidden"_s});
 }
 
-void TestDesignManager::takesAnEmptyFolder()
+void tst_DesignManager::takesAnEmptyFolder()
 {
     QVERIFY(QDir().mkpath(session->designs(u"a"_s)));
     QVERIFY(session->create(u"a"_s));
     QVERIFY(QFileInfo::exists(session->designs(u"a/component.xml"_s)));
 }
 
-void TestDesignManager::opensAComponentWhereItLies()
+void tst_DesignManager::opensAComponentWhereItLies()
 {
     SessionFixture::write(session->path(u"elsewhere/ip.xml"_s), componentNamed("ip"));
     const IDesign *design = session->open(session->path(u"elsewhere/ip.xml"_s));
@@ -361,7 +362,7 @@ void TestDesignManager::opensAComponentWhereItLies()
     QCOMPARE(session->manager()->activeDesigns().first(), design);
 }
 
-void TestDesignManager::refusesTheSameFileTwice()
+void tst_DesignManager::refusesTheSameFileTwice()
 {
     const QString file = session->path(u"one/component.xml"_s);
     SessionFixture::write(file, componentNamed("x"));
@@ -375,7 +376,7 @@ void TestDesignManager::refusesTheSameFileTwice()
                  session->path(u"link/component.xml"_s))});
 }
 
-void TestDesignManager::saysWhyAFileDoesNotOpen_data()
+void tst_DesignManager::saysWhyAFileDoesNotOpen_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<int>("line");
@@ -384,7 +385,7 @@ void TestDesignManager::saysWhyAFileDoesNotOpen_data()
     QTest::newRow("open-refused-3 another document") << QByteArray("<a>\n</a>") << 1;
 }
 
-void TestDesignManager::saysWhyAFileDoesNotOpen()
+void tst_DesignManager::saysWhyAFileDoesNotOpen()
 {
     QFETCH(QByteArray, bytes);
     QFETCH(int, line);
@@ -402,7 +403,7 @@ void TestDesignManager::saysWhyAFileDoesNotOpen()
     QVERIFY(session->manager()->openDesignIds().isEmpty());
 }
 
-void TestDesignManager::savesWhatIsChangedWhenItCloses()
+void tst_DesignManager::savesWhatIsChangedWhenItCloses()
 {
     IDesign *design = session->create(u"a"_s);
     design->setDescription(u"changed"_s);
@@ -411,7 +412,7 @@ void TestDesignManager::savesWhatIsChangedWhenItCloses()
     QCOMPARE(design->description(), u"changed"_s);
 }
 
-void TestDesignManager::backsUpWhatCannotBeSaved()
+void tst_DesignManager::backsUpWhatCannotBeSaved()
 {
     IDesign *design = session->create(u"a"_s);
     design->setDescription(u"mine"_s);
@@ -430,7 +431,7 @@ void TestDesignManager::backsUpWhatCannotBeSaved()
              u"Warning: The changes of the design \"a\" are in \"%1\" instead"_s.arg(copy));
 }
 
-void TestDesignManager::keepsADesignOpenThatCannotBeSavedAnywhere()
+void tst_DesignManager::keepsADesignOpenThatCannotBeSavedAnywhere()
 {
     IDesign *design = session->create(u"a"_s);
     design->setDescription(u"mine"_s);
@@ -448,7 +449,7 @@ void TestDesignManager::keepsADesignOpenThatCannotBeSavedAnywhere()
     QVERIFY(!QFileInfo::exists(session->designs(u"a"_s)));
 }
 
-void TestDesignManager::deletesTheWorkingFolderBelowTheDesignsPath()
+void tst_DesignManager::deletesTheWorkingFolderBelowTheDesignsPath()
 {
     QVERIFY(session->create(u"a"_s));
     IDesign *design = session->create(u"b"_s);
@@ -459,7 +460,7 @@ void TestDesignManager::deletesTheWorkingFolderBelowTheDesignsPath()
     QCOMPARE(session->takeLog(), QStringList());
 }
 
-void TestDesignManager::keepsAWorkingFolderElsewhere()
+void tst_DesignManager::keepsAWorkingFolderElsewhere()
 {
     const QString file = session->path(u"elsewhere/component.xml"_s);
     SessionFixture::write(file, componentNamed("x"));
@@ -476,7 +477,7 @@ void TestDesignManager::keepsAWorkingFolderElsewhere()
     QVERIFY(session->manager()->openDesignIds().isEmpty());
 }
 
-void TestDesignManager::keepsAWorkingFolderThatHoldsAnotherOpenDesign()
+void tst_DesignManager::keepsAWorkingFolderThatHoldsAnotherOpenDesign()
 {
     IDesign *outer = session->create(u"outer"_s);
     SessionFixture::write(session->designs(u"outer/inner/component.xml"_s),
@@ -487,7 +488,7 @@ void TestDesignManager::keepsAWorkingFolderThatHoldsAnotherOpenDesign()
     QVERIFY(QFileInfo::exists(session->designs(u"outer/component.xml"_s)));
 }
 
-void TestDesignManager::keepsAWorkingFolderThatIsALink()
+void tst_DesignManager::keepsAWorkingFolderThatIsALink()
 {
     SessionFixture::write(session->designs(u"real/component.xml"_s), componentNamed("real"));
     QVERIFY(QFile::link(session->designs(u"real"_s), session->designs(u"link"_s)));
@@ -497,7 +498,7 @@ void TestDesignManager::keepsAWorkingFolderThatIsALink()
     QVERIFY(QFileInfo(session->designs(u"link"_s)).isSymLink());
 }
 
-void TestDesignManager::closesSeveralAndSaysWhetherAllWent()
+void tst_DesignManager::closesSeveralAndSaysWhetherAllWent()
 {
     QVERIFY(session->create(u"a"_s));
     QVERIFY(session->create(u"b"_s));
@@ -508,7 +509,7 @@ void TestDesignManager::closesSeveralAndSaysWhetherAllWent()
     QVERIFY(session->manager()->closeDesigns({}, true));
 }
 
-void TestDesignManager::writesACopyWithoutMovingTheDesign()
+void tst_DesignManager::writesACopyWithoutMovingTheDesign()
 {
     IDesign *design = session->create(u"a"_s);
     design->setDescription(u"in the copy"_s);
@@ -532,7 +533,7 @@ void TestDesignManager::writesACopyWithoutMovingTheDesign()
                                                    nullptr, nullptr, 0, true));
 }
 
-void TestDesignManager::refusesToWriteOverAnotherOpenDesign()
+void tst_DesignManager::refusesToWriteOverAnotherOpenDesign()
 {
     IDesign *a = session->create(u"a"_s);
     const IDesign *b = session->create(u"b"_s);
@@ -546,7 +547,7 @@ void TestDesignManager::refusesToWriteOverAnotherOpenDesign()
     QCOMPARE(SessionFixture::read(b->componentFileName()), before);
 }
 
-void TestDesignManager::savesAllDesignsBeforeTheEnd()
+void tst_DesignManager::savesAllDesignsBeforeTheEnd()
 {
     IDesign *a = session->create(u"a"_s);
     IDesign *b = session->create(u"b"_s);
@@ -558,7 +559,7 @@ void TestDesignManager::savesAllDesignsBeforeTheEnd()
     QVERIFY(SessionFixture::read(b->componentFileName()).contains("second"));
 }
 
-void TestDesignManager::sendsEachSignalOnceForABracket()
+void tst_DesignManager::sendsEachSignalOnceForABracket()
 {
     IDesign *a = session->create(u"a"_s);
     QVERIFY(session->create(u"b"_s));
@@ -585,7 +586,7 @@ void TestDesignManager::sendsEachSignalOnceForABracket()
     QCOMPARE(changed.size(), 2);
 }
 
-void TestDesignManager::tellsNothingOfADesignThatComesAndGoes()
+void tst_DesignManager::tellsNothingOfADesignThatComesAndGoes()
 {
     QSignalSpy attached(session->manager(), &DesignManager::designAttached);
     QSignalSpy closed(session->manager(), &DesignManager::designClosed);
@@ -597,14 +598,14 @@ void TestDesignManager::tellsNothingOfADesignThatComesAndGoes()
     QCOMPARE(closed.size(), 0);
 }
 
-void TestDesignManager::forgetsADesignThatSomebodyElseDestroys_data()
+void tst_DesignManager::forgetsADesignThatSomebodyElseDestroys_data()
 {
     QTest::addColumn<bool>("bracketed");
     QTest::newRow("at once") << false;
     QTest::newRow("when the bracket closes, under the id that listeners know") << true;
 }
 
-void TestDesignManager::forgetsADesignThatSomebodyElseDestroys()
+void tst_DesignManager::forgetsADesignThatSomebodyElseDestroys()
 {
     QFETCH(const bool, bracketed);
     DesignManager *manager = session->manager();
@@ -635,7 +636,7 @@ void TestDesignManager::forgetsADesignThatSomebodyElseDestroys()
     QVERIFY(session->open(file));
 }
 
-void TestDesignManager::tellsTheOldAndNewIdOfARenamedDesign()
+void tst_DesignManager::tellsTheOldAndNewIdOfARenamedDesign()
 {
     IDesign *design = session->create(u"a"_s);
     QSignalSpy idChanged(session->manager(), &DesignManager::designIdChanged);
@@ -647,7 +648,7 @@ void TestDesignManager::tellsTheOldAndNewIdOfARenamedDesign()
     QCOMPARE(design->workingFolderPath(), session->designs(u"a"_s));
 }
 
-void TestDesignManager::keepsAClosedDesignAsLongAsACommandMayHoldIt()
+void tst_DesignManager::keepsAClosedDesignAsLongAsACommandMayHoldIt()
 {
     IDesign *design = session->create(u"a"_s);
     QVERIFY(design->addFile(u"x.v"_s, QString(), true, nullptr));
@@ -666,7 +667,7 @@ void TestDesignManager::keepsAClosedDesignAsLongAsACommandMayHoldIt()
     QTRY_VERIFY(!object);
 }
 
-void TestDesignManager::makesThingsByTheirTag()
+void tst_DesignManager::makesThingsByTheirTag()
 {
     // It stays known until the process ends.
     static const Qtilities::Core::FactoryItem<QObject, Thing> factory;
@@ -691,7 +692,7 @@ void TestDesignManager::makesThingsByTheirTag()
     QVERIFY(!provider->createInstance({u"Design Factory"_s, u"Custom Design"_s, QString()}));
 }
 
-void TestDesignManager::completesTheFolderOfADesign()
+void tst_DesignManager::completesTheFolderOfADesign()
 {
     using MorvalenCore::DesignConstructor;
     IDesign *design = session->create(u"a"_s, u"Hardware Design"_s, u"Hardware"_s);
@@ -712,5 +713,5 @@ void TestDesignManager::completesTheFolderOfADesign()
                                                                     false));
 }
 
-QTEST_MAIN(TestDesignManager)
+TEST_CLASS(tst_DesignManager)
 #include "tst_DesignManager.moc"

@@ -1,4 +1,5 @@
 #include "tests/host/MorvalenCore/SessionFixture.h"
+#include "tests/TestClass.h"
 
 #include <MorvalenCore/DesignProjectItem.h>
 #include <Qtilities/ProjectManager.h>
@@ -14,7 +15,7 @@ using MorvalenCore::Interfaces::IDesign;
 using Qtilities::ProjectManagement::ProjectManager;
 
 // Projects that hold designs on disk.
-class TestDesignProjectItem : public QObject
+class tst_DesignProjectItem : public QObject
 {
     Q_OBJECT
 
@@ -49,7 +50,7 @@ private:
     DesignProjectItem item;
 };
 
-void TestDesignProjectItem::init()
+void tst_DesignProjectItem::init()
 {
     session.emplace();
     projects.emplace();
@@ -58,13 +59,13 @@ void TestDesignProjectItem::init()
     QVERIFY(QDir().mkpath(session->path(u"session/Projects"_s)));
 }
 
-void TestDesignProjectItem::cleanup()
+void tst_DesignProjectItem::cleanup()
 {
     projects.reset();
     session.reset();
 }
 
-void TestDesignProjectItem::savesTheOpenDesigns()
+void tst_DesignProjectItem::savesTheOpenDesigns()
 {
     QVERIFY(session->create(u"uart"_s));
     QVERIFY(session->create(u"spi"_s));
@@ -83,7 +84,7 @@ void TestDesignProjectItem::savesTheOpenDesigns()
 )"_s);
 }
 
-void TestDesignProjectItem::opensThemAgain()
+void tst_DesignProjectItem::opensThemAgain()
 {
     QVERIFY(session->create(u"uart"_s));
     QVERIFY(session->create(u"spi"_s));
@@ -100,7 +101,7 @@ void TestDesignProjectItem::opensThemAgain()
     QVERIFY(QFile::exists(session->designs(u"uart/component.xml"_s)));
 }
 
-void TestDesignProjectItem::opensThemWhenTheyWereMoved()
+void tst_DesignProjectItem::opensThemWhenTheyWereMoved()
 {
     QVERIFY(session->create(u"uart"_s));
     QVERIFY(projects->saveProject(projectFile(), true));
@@ -114,7 +115,7 @@ void TestDesignProjectItem::opensThemWhenTheyWereMoved()
              session->path(u"elsewhere/Designs/uart"_s));
 }
 
-void TestDesignProjectItem::savesUnsavedDesignsWhenItCloses()
+void tst_DesignProjectItem::savesUnsavedDesignsWhenItCloses()
 {
     IDesign *const design = session->create(u"uart"_s);
     QVERIFY(design);
@@ -127,7 +128,7 @@ void TestDesignProjectItem::savesUnsavedDesignsWhenItCloses()
     QCOMPARE(DesignManager::instance()->design(open().value(0))->description(), u"a change"_s);
 }
 
-void TestDesignProjectItem::takesOverDesignsThatAreOpen()
+void tst_DesignProjectItem::takesOverDesignsThatAreOpen()
 {
     QVERIFY(session->create(u"uart"_s));
     QVERIFY(projects->saveProject(projectFile(), true));
@@ -143,7 +144,7 @@ void TestDesignProjectItem::takesOverDesignsThatAreOpen()
     QVERIFY(SessionFixture::read(projectFile()).contains("../Designs/spi/component.xml"));
 }
 
-void TestDesignProjectItem::refusesAMissingDesign()
+void tst_DesignProjectItem::refusesAMissingDesign()
 {
     QVERIFY(session->create(u"uart"_s));
     SessionFixture::write(projectFile(),
@@ -160,7 +161,7 @@ void TestDesignProjectItem::refusesAMissingDesign()
     QCOMPARE(projects->currentProjectName(), u"New Project"_s);
 }
 
-void TestDesignProjectItem::bringsOldDesignsBackWhenOneIsMalformed()
+void tst_DesignProjectItem::bringsOldDesignsBackWhenOneIsMalformed()
 {
     QVERIFY(session->create(u"uart"_s));
     QVERIFY(session->create(u"spi"_s));
@@ -187,5 +188,5 @@ void TestDesignProjectItem::bringsOldDesignsBackWhenOneIsMalformed()
     QCOMPARE(projects->currentProjectName(), u"old"_s);
 }
 
-QTEST_GUILESS_MAIN(TestDesignProjectItem)
+GUILESS_TEST_CLASS(tst_DesignProjectItem)
 #include "tst_DesignProjectItem.moc"

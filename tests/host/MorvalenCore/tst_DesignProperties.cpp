@@ -1,4 +1,5 @@
 #include "tests/host/MorvalenCore/SessionFixture.h"
+#include "tests/TestClass.h"
 
 #include <QTest>
 
@@ -37,7 +38,7 @@ const QByteArray component =
 } // namespace
 
 // The properties of a design: the parameters that came with its file, and those made since.
-class TestDesignProperties : public QObject
+class tst_DesignProperties : public QObject
 {
     Q_OBJECT
 
@@ -87,7 +88,7 @@ private:
     IDesign *design = nullptr;
 };
 
-void TestDesignProperties::takesParametersAsProperties()
+void tst_DesignProperties::takesParametersAsProperties()
 {
     QCOMPARE(all(), (QStringList {u"WIDTH"_s, u"BUILT"_s, u"DEPTH"_s}));
     QCOMPARE(valueOf(u"WIDTH"_s), QVariant(8));
@@ -102,7 +103,7 @@ void TestDesignProperties::takesParametersAsProperties()
     QVERIFY(!design->propertyByName(QString()));
 }
 
-void TestDesignProperties::addsPropertiesOfEveryType_data()
+void tst_DesignProperties::addsPropertiesOfEveryType_data()
 {
     QTest::addColumn<QVariant>("value");
     QTest::newRow("type-1 bool") << QVariant(true);
@@ -116,7 +117,7 @@ void TestDesignProperties::addsPropertiesOfEveryType_data()
     QTest::newRow("type-9 text that looks like a number") << QVariant(u"007"_s);
 }
 
-void TestDesignProperties::addsPropertiesOfEveryType()
+void tst_DesignProperties::addsPropertiesOfEveryType()
 {
     QFETCH(QVariant, value);
     QVERIFY(add(u"p \"1\""_s, value));
@@ -128,7 +129,7 @@ void TestDesignProperties::addsPropertiesOfEveryType()
     QVERIFY(design->propertyByName(u"p \"1\""_s)->propertyData().isRemovable());
 }
 
-void TestDesignProperties::refusesEmptyAndDoubleNames()
+void tst_DesignProperties::refusesEmptyAndDoubleNames()
 {
     QString error;
     QVERIFY(!design->addProperty(QString(), {}, 1, false, &error));
@@ -144,7 +145,7 @@ void TestDesignProperties::refusesEmptyAndDoubleNames()
     QVERIFY(!design->isModified());
 }
 
-void TestDesignProperties::changesValuesInPlace()
+void tst_DesignProperties::changesValuesInPlace()
 {
     design->propertyByName(u"WIDTH"_s)->setValue(16);
     QCOMPARE(valueOf(u"WIDTH"_s), QVariant(16));
@@ -157,7 +158,7 @@ void TestDesignProperties::changesValuesInPlace()
     QCOMPARE(valueOf(u"own"_s), QVariant(u"text now"_s));
 }
 
-void TestDesignProperties::refusesToChangeAReadOnlyProperty()
+void tst_DesignProperties::refusesToChangeAReadOnlyProperty()
 {
     DesignProperty *built = design->propertyByName(u"BUILT"_s);
     built->setValue(u"now"_s);
@@ -173,7 +174,7 @@ void TestDesignProperties::refusesToChangeAReadOnlyProperty()
     QVERIFY(design->propertyByName(u"fixed"_s)->propertyData().isReadOnly());
 }
 
-void TestDesignProperties::renamesAProperty()
+void tst_DesignProperties::renamesAProperty()
 {
     DesignProperty *own = add(u"own"_s, 1);
     QVERIFY(own->setName(u"mine"_s));
@@ -190,7 +191,7 @@ void TestDesignProperties::renamesAProperty()
     QCOMPARE(all(), (QStringList {u"WIDTH"_s, u"BUILT"_s, u"DEPTH"_s, u"mine"_s, u"own"_s}));
 }
 
-void TestDesignProperties::changesTheCategory()
+void tst_DesignProperties::changesTheCategory()
 {
     DesignProperty *own =
         design->addProperty(u"own"_s, QtilitiesCategory({u"A"_s, u"B"_s}), 1, false, nullptr);
@@ -200,7 +201,7 @@ void TestDesignProperties::changesTheCategory()
     QCOMPARE(design->propertyByName(u"own"_s)->category().toString(u"::"_s), u"C"_s);
 }
 
-void TestDesignProperties::removesProperties()
+void tst_DesignProperties::removesProperties()
 {
     QVERIFY(add(u"own"_s, 1));
     QVERIFY(design->removeProperty(u"own"_s));
@@ -212,7 +213,7 @@ void TestDesignProperties::removesProperties()
     QVERIFY(design->removeProperty(u"WIDTH"_s));
 }
 
-void TestDesignProperties::refusesToRemoveWhatOthersReferTo()
+void tst_DesignProperties::refusesToRemoveWhatOthersReferTo()
 {
     QVERIFY(!design->removeProperty(u"WIDTH"_s));
     QCOMPARE(session->takeLog(),
@@ -221,7 +222,7 @@ void TestDesignProperties::refusesToRemoveWhatOthersReferTo()
     QVERIFY(design->propertyByName(u"WIDTH"_s));
 }
 
-void TestDesignProperties::dropsARemovedPropertyFromTheActiveOnes()
+void tst_DesignProperties::dropsARemovedPropertyFromTheActiveOnes()
 {
     DesignProperty *own = add(u"own"_s, 1);
     DesignProperty *width = design->propertyByName(u"WIDTH"_s);
@@ -230,7 +231,7 @@ void TestDesignProperties::dropsARemovedPropertyFromTheActiveOnes()
     QCOMPARE(design->activeProperties(), QList<QPointer<DesignProperty>> {width});
 }
 
-void TestDesignProperties::refusesEveryChangeOfAReadOnlyDesign()
+void tst_DesignProperties::refusesEveryChangeOfAReadOnlyDesign()
 {
     QVERIFY(add(u"own"_s, 1));
     design->setReadOnly(true);
@@ -250,5 +251,5 @@ void TestDesignProperties::refusesEveryChangeOfAReadOnlyDesign()
     QVERIFY(!own->propertyData().isReadOnly());
 }
 
-QTEST_MAIN(TestDesignProperties)
+TEST_CLASS(tst_DesignProperties)
 #include "tst_DesignProperties.moc"

@@ -1,4 +1,5 @@
 #include "disk/itempaths.h"
+#include "tests/TestClass.h"
 
 #include <QDir>
 #include <QFile>
@@ -9,7 +10,7 @@ using namespace Qt::Literals::StringLiterals;
 using namespace MorvalenCore;
 
 // The forms of a path that a design item has.
-class TestItemPaths : public QObject
+class tst_ItemPaths : public QObject
 {
     Q_OBJECT
 
@@ -23,7 +24,7 @@ private Q_SLOTS:
     void meansWhatLiesOnDiskUnderTheVeryText();
 };
 
-void TestItemPaths::givesTheActualPath_data()
+void tst_ItemPaths::givesTheActualPath_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("path");
@@ -51,7 +52,7 @@ void TestItemPaths::givesTheActualPath_data()
     QTest::newRow("actual-variable-8 a lone per cent") << u"100%/../b.v"_s << u"/area/ip/b.v"_s;
 }
 
-void TestItemPaths::givesTheActualPath()
+void tst_ItemPaths::givesTheActualPath()
 {
     QFETCH(QString, text);
     QFETCH(QString, path);
@@ -60,7 +61,7 @@ void TestItemPaths::givesTheActualPath()
     QCOMPARE(actualItemPath(path, u"/area/ip"_s), path.startsWith(u"//"_s) ? path.mid(1) : path);
 }
 
-void TestItemPaths::givesTheTextToKeep_data()
+void tst_ItemPaths::givesTheTextToKeep_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("kept");
@@ -73,14 +74,14 @@ void TestItemPaths::givesTheTextToKeep_data()
     QTest::newRow("kept-7 a drive") << u"C:\\a.v"_s << u"C:\\a.v"_s;
 }
 
-void TestItemPaths::givesTheTextToKeep()
+void tst_ItemPaths::givesTheTextToKeep()
 {
     QFETCH(QString, text);
     QFETCH(QString, kept);
     QCOMPARE(storedItemPath(text, u"/area/ip"_s), kept);
 }
 
-void TestItemPaths::expandsVariablesToTouchTheDisk_data()
+void tst_ItemPaths::expandsVariablesToTouchTheDisk_data()
 {
     QTest::addColumn<QString>("actual");
     QTest::addColumn<QString>("path");
@@ -105,7 +106,7 @@ void TestItemPaths::expandsVariablesToTouchTheDisk_data()
                                     << u"\"//srv/share/d.v\" is not a path of this system"_s;
 }
 
-void TestItemPaths::expandsVariablesToTouchTheDisk()
+void tst_ItemPaths::expandsVariablesToTouchTheDisk()
 {
     QFETCH(QString, actual);
     QFETCH(QString, path);
@@ -119,7 +120,7 @@ void TestItemPaths::expandsVariablesToTouchTheDisk()
     QCOMPARE(pathOnDisk(actual, u"/area/ip"_s), path);
 }
 
-void TestItemPaths::meansWhatLiesOnDiskUnderTheVeryText()
+void tst_ItemPaths::meansWhatLiesOnDiskUnderTheVeryText()
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"a$b.v"_s);
@@ -132,5 +133,5 @@ void TestItemPaths::meansWhatLiesOnDiskUnderTheVeryText()
     QCOMPARE(pathOnDisk(u"$MV_UNSET"_s, folder.filePath(u"none"_s)), QString());
 }
 
-QTEST_GUILESS_MAIN(TestItemPaths)
+GUILESS_TEST_CLASS(tst_ItemPaths)
 #include "tst_ItemPaths.moc"

@@ -1,3 +1,5 @@
+#include "tests/TestClass.h"
+
 #include <MorvalenCore/EditorManager.h>
 #include <MorvalenCore/MorvalenManager.h>
 
@@ -20,7 +22,7 @@ using MorvalenCore::MorvalenManager;
 using Qtilities::CoreGui::QtilitiesApplication;
 
 // The services that belong to no design.
-class TestLightManagers : public QObject
+class tst_LightManagers : public QObject
 {
     Q_OBJECT
 
@@ -56,7 +58,7 @@ private:
     std::unique_ptr<QWidget> widget;
 };
 
-void TestLightManagers::givesTheSessionAPort()
+void tst_LightManagers::givesTheSessionAPort()
 {
     const int port = manager->getUdpSocketForSession();
     QVERIFY(port > 0 && port < 65536);
@@ -71,7 +73,7 @@ void TestLightManagers::givesTheSessionAPort()
     QVERIFY(other.bind(QHostAddress::LocalHost, quint16(port), QUdpSocket::DontShareAddress));
 }
 
-void TestLightManagers::readsAndDropsWhatArrives()
+void tst_LightManagers::readsAndDropsWhatArrives()
 {
     const int port = manager->getUdpSocketForSession();
     const auto *const socket = manager->findChild<QUdpSocket *>();
@@ -87,7 +89,7 @@ void TestLightManagers::readsAndDropsWhatArrives()
     }
 }
 
-void TestLightManagers::handsAWidgetToTheMainWindow()
+void tst_LightManagers::handsAWidgetToTheMainWindow()
 {
     QMainWindow window;
     QtilitiesApplication::setMainWindow(&window);
@@ -107,7 +109,7 @@ void TestLightManagers::handsAWidgetToTheMainWindow()
     QVERIFY(!widget->isVisible());
 }
 
-void TestLightManagers::showsAWidgetByItselfWithoutAMainWindow()
+void tst_LightManagers::showsAWidgetByItselfWithoutAMainWindow()
 {
     QSignalSpy spy(manager.get(), &MorvalenManager::extensionWidgetAdded);
 
@@ -119,7 +121,7 @@ void TestLightManagers::showsAWidgetByItselfWithoutAMainWindow()
     QCOMPARE(widget->windowTitle(), u"A <b>title</b>"_s);
 }
 
-void TestLightManagers::showsAWidgetByItselfWhenNobodyTakesIt()
+void tst_LightManagers::showsAWidgetByItselfWhenNobodyTakesIt()
 {
     QMainWindow window;
     QtilitiesApplication::setMainWindow(&window);
@@ -133,7 +135,7 @@ void TestLightManagers::showsAWidgetByItselfWhenNobodyTakesIt()
     QCOMPARE(widget->windowTitle(), u"its own"_s);
 }
 
-void TestLightManagers::ignoresANullWidget()
+void tst_LightManagers::ignoresANullWidget()
 {
     QSignalSpy spy(manager.get(), &MorvalenManager::extensionWidgetAdded);
     ExtensionWidgetParameters empty = parameters();
@@ -144,7 +146,7 @@ void TestLightManagers::ignoresANullWidget()
     QCOMPARE(spy.size(), 0);
 }
 
-void TestLightManagers::hasNoEditors()
+void tst_LightManagers::hasNoEditors()
 {
     EditorManager editors;
     QString error;
@@ -154,7 +156,7 @@ void TestLightManagers::hasNoEditors()
     QCOMPARE(editors.createEditorForPath(u"/a/b.v"_s, nullptr, QString(), true, false), nullptr);
 }
 
-void TestLightManagers::canBeReplaced()
+void tst_LightManagers::canBeReplaced()
 {
     MorvalenManager *const standard = MorvalenManager::instance();
     EditorManager *const standardEditors = EditorManager::instance();
@@ -172,5 +174,5 @@ void TestLightManagers::canBeReplaced()
     QCOMPARE(EditorManager::instance(), standardEditors);
 }
 
-QTEST_MAIN(TestLightManagers)
+TEST_CLASS(tst_LightManagers)
 #include "tst_LightManagers.moc"

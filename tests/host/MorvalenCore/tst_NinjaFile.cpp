@@ -1,4 +1,5 @@
 #include "BuildFixture.h"
+#include "tests/TestClass.h"
 
 #include <QProcess>
 #include <QTest>
@@ -40,7 +41,7 @@ const QByteArray head = "# Written by Morvalen; changes are overwritten.\n"
 } // namespace
 
 // What is written for Ninja, and that Ninja reads it as it is meant.
-class TestNinjaFile : public QObject
+class tst_NinjaFile : public QObject
 {
     Q_OBJECT
 
@@ -60,7 +61,7 @@ private Q_SLOTS:
     void growsWithTheStepsOnly();
 };
 
-void TestNinjaFile::writes_data()
+void tst_NinjaFile::writes_data()
 {
     QTest::addColumn<QList<PlannedStep>>("steps");
     QTest::addColumn<QByteArray>("expected");
@@ -104,7 +105,7 @@ void TestNinjaFile::writes_data()
                       + "\n  script = step-1.sh\n");
 }
 
-void TestNinjaFile::writes()
+void tst_NinjaFile::writes()
 {
     QFETCH(const QList<PlannedStep>, steps);
     QFETCH(const QByteArray, expected);
@@ -113,7 +114,7 @@ void TestNinjaFile::writes()
     QCOMPARE(QString::fromUtf8(file.text()), QString::fromUtf8(head + expected));
 }
 
-void TestNinjaFile::carriesOddNames_data()
+void tst_NinjaFile::carriesOddNames_data()
 {
     QTest::addColumn<QString>("name");
     for (const char *name : {"plain",      "a blank",    " blanks around ",
@@ -126,7 +127,7 @@ void TestNinjaFile::carriesOddNames_data()
         QTest::newRow(name) << QString::fromUtf8(name);
 }
 
-void TestNinjaFile::carriesOddNames()
+void tst_NinjaFile::carriesOddNames()
 {
     QFETCH(const QString, name);
     BuildFixture build;
@@ -145,7 +146,7 @@ void TestNinjaFile::carriesOddNames()
     QCOMPARE(build.done.size(), 1);
 }
 
-void TestNinjaFile::carriesAWorkingFolderOfAnOddName()
+void tst_NinjaFile::carriesAWorkingFolderOfAnOddName()
 {
     BuildFixture build;
     build.request.workingFolder += u"/it's a: $(b) größe|%1 `x`"_s;
@@ -157,7 +158,7 @@ void TestNinjaFile::carriesAWorkingFolderOfAnOddName()
     QCOMPARE(build.read(u"here"_s), build.request.workingFolder.toUtf8() + '\n');
 }
 
-void TestNinjaFile::carriesLongCommands()
+void tst_NinjaFile::carriesLongCommands()
 {
     BuildFixture build;
     QStringList inputs;
@@ -173,7 +174,7 @@ void TestNinjaFile::carriesLongCommands()
     QCOMPARE(build.done.size(), 0);
 }
 
-void TestNinjaFile::isLeftAloneWhenItIsTheSame()
+void tst_NinjaFile::isLeftAloneWhenItIsTheSame()
 {
     BuildFixture build;
     build.write(u"in"_s, "1");
@@ -185,7 +186,7 @@ void TestNinjaFile::isLeftAloneWhenItIsTheSame()
     QCOMPARE(build.stamp(u"out/build.ninja"_s), before);
 }
 
-void TestNinjaFile::isWrittenAgainWhenSomebodyChangedIt()
+void tst_NinjaFile::isWrittenAgainWhenSomebodyChangedIt()
 {
     BuildFixture build;
     build.write(u"in"_s, "1");
@@ -198,7 +199,7 @@ void TestNinjaFile::isWrittenAgainWhenSomebodyChangedIt()
     QCOMPARE(build.done.size(), 0);
 }
 
-void TestNinjaFile::doesNotReplaceAFileOfSomebodyElse()
+void tst_NinjaFile::doesNotReplaceAFileOfSomebodyElse()
 {
     BuildFixture build;
     build.write(u"out/build.ninja"_s, "rule mine\n");
@@ -212,7 +213,7 @@ void TestNinjaFile::doesNotReplaceAFileOfSomebodyElse()
     QVERIFY(!build.exists(u"no"_s));
 }
 
-void TestNinjaFile::makesTheTargetFolder()
+void tst_NinjaFile::makesTheTargetFolder()
 {
     BuildFixture build;
     BuildPlan plan = planOf({});
@@ -224,14 +225,14 @@ void TestNinjaFile::makesTheTargetFolder()
     QCOMPARE(build.read(u"a/b c/d/build.ninja"_s), NinjaFile(plan).text());
 }
 
-void TestNinjaFile::saysWhyTheFolderCannotBeMade_data()
+void tst_NinjaFile::saysWhyTheFolderCannotBeMade_data()
 {
     QTest::addColumn<QString>("folder");
     QTest::newRow("target-1 below a file") << u"WORK/file/out"_s;
     QTest::newRow("target-2 in a file system without folders") << u"/proc/out"_s;
 }
 
-void TestNinjaFile::saysWhyTheFolderCannotBeMade()
+void tst_NinjaFile::saysWhyTheFolderCannotBeMade()
 {
     QFETCH(QString, folder);
     BuildFixture build;
@@ -244,7 +245,7 @@ void TestNinjaFile::saysWhyTheFolderCannotBeMade()
 }
 
 // Steps that wait for all before them must not name them all.
-void TestNinjaFile::growsWithTheStepsOnly()
+void tst_NinjaFile::growsWithTheStepsOnly()
 {
     const auto sizeOf = [](int count) {
         QList<PlannedStep> steps;
@@ -256,5 +257,5 @@ void TestNinjaFile::growsWithTheStepsOnly()
     QVERIFY(sizeOf(4000) < 12 * sizeOf(400));
 }
 
-QTEST_GUILESS_MAIN(TestNinjaFile)
+GUILESS_TEST_CLASS(tst_NinjaFile)
 #include "tst_NinjaFile.moc"

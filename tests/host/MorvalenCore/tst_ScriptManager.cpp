@@ -1,4 +1,5 @@
 #include "tests/fakes/FakeDesignManager.h"
+#include "tests/TestClass.h"
 
 #include <MorvalenCore/ScriptManager.h>
 
@@ -54,7 +55,7 @@ const LinkedScriptParameters tclParameters {u"text/x-tcl"_s, u"Design Factory"_s
 } // namespace
 
 // Script types, and the actions made for script files.
-class TestScriptManager : public QObject
+class tst_ScriptManager : public QObject
 {
     Q_OBJECT
 
@@ -81,7 +82,7 @@ private:
     FactoryItem<QObject, Stranger> strangers;
 };
 
-void TestScriptManager::init()
+void tst_ScriptManager::init()
 {
     designs = std::make_unique<FactoryManager>(journal);
     designs->factories = {{u"text/x-tcl"_s, &actions}, {u"strange"_s, &strangers}};
@@ -89,7 +90,7 @@ void TestScriptManager::init()
     manager = std::make_unique<ScriptManager>();
 }
 
-void TestScriptManager::cleanup()
+void tst_ScriptManager::cleanup()
 {
     DesignManager::setInstance(nullptr);
     manager.reset();
@@ -97,13 +98,13 @@ void TestScriptManager::cleanup()
     QCOMPARE(livingObjects, 0);
 }
 
-void TestScriptManager::startsWithoutTypes()
+void tst_ScriptManager::startsWithoutTypes()
 {
     QCOMPARE(manager->knownScriptTypes(), QStringList());
     QCOMPARE(manager->scriptParameters(u"text/x-tcl"_s), LinkedScriptParameters());
 }
 
-void TestScriptManager::knowsTypes()
+void tst_ScriptManager::knowsTypes()
 {
     const LinkedScriptParameters other {u"b"_s, u"c"_s, u"d"_s};
     manager->addKnownScriptType(u"text/x-tcl"_s, tclParameters);
@@ -115,7 +116,7 @@ void TestScriptManager::knowsTypes()
     QCOMPARE(manager->scriptParameters(u"TEXT/A"_s), LinkedScriptParameters());
 }
 
-void TestScriptManager::replacesWhatItKnewOfAType()
+void tst_ScriptManager::replacesWhatItKnewOfAType()
 {
     manager->addKnownScriptType(u"text/x-tcl"_s, {u"old"_s, u"old"_s, u"old"_s});
     manager->addKnownScriptType(u"text/x-tcl"_s, tclParameters);
@@ -124,7 +125,7 @@ void TestScriptManager::replacesWhatItKnewOfAType()
     QCOMPARE(manager->scriptParameters(u"text/x-tcl"_s), tclParameters);
 }
 
-void TestScriptManager::makesActions_data()
+void tst_ScriptManager::makesActions_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("name");
@@ -134,7 +135,7 @@ void TestScriptManager::makesActions_data()
     QTest::newRow("action-3 no suffix") << u"run"_s << u"run"_s;
 }
 
-void TestScriptManager::makesActions()
+void tst_ScriptManager::makesActions()
 {
     QFETCH(QString, path);
     QFETCH(QString, name);
@@ -150,7 +151,7 @@ void TestScriptManager::makesActions()
     QCOMPARE(livingObjects, 1);
 }
 
-void TestScriptManager::usesTheInstanceTag()
+void tst_ScriptManager::usesTheInstanceTag()
 {
     manager->addKnownScriptType(u"a type"_s, {u"x"_s, u"y"_s, u"text/x-tcl"_s});
 
@@ -160,7 +161,7 @@ void TestScriptManager::usesTheInstanceTag()
     QVERIFY(action);
 }
 
-void TestScriptManager::refuses_data()
+void tst_ScriptManager::refuses_data()
 {
     QTest::addColumn<QString>("type");
 
@@ -171,7 +172,7 @@ void TestScriptManager::refuses_data()
     QTest::newRow("no-action-5 a factory that makes something else") << u"strange"_s;
 }
 
-void TestScriptManager::refuses()
+void tst_ScriptManager::refuses()
 {
     QFETCH(QString, type);
     manager->addKnownScriptType(u"text/x-tcl"_s, tclParameters);
@@ -183,7 +184,7 @@ void TestScriptManager::refuses()
     QCOMPARE(livingObjects, 0);
 }
 
-void TestScriptManager::refusesWithoutADesignManager()
+void tst_ScriptManager::refusesWithoutADesignManager()
 {
     manager->addKnownScriptType(u"text/x-tcl"_s, tclParameters);
     DesignManager::setInstance(nullptr);
@@ -191,7 +192,7 @@ void TestScriptManager::refusesWithoutADesignManager()
     QCOMPARE(manager->createAction(u"text/x-tcl"_s, u"/a.tcl"_s), nullptr);
 }
 
-void TestScriptManager::canBeReplaced()
+void tst_ScriptManager::canBeReplaced()
 {
     ScriptManager *const standard = ScriptManager::instance();
     QVERIFY(standard);
@@ -203,5 +204,5 @@ void TestScriptManager::canBeReplaced()
     QCOMPARE(ScriptManager::instance(), standard);
 }
 
-QTEST_GUILESS_MAIN(TestScriptManager)
+GUILESS_TEST_CLASS(tst_ScriptManager)
 #include "tst_ScriptManager.moc"

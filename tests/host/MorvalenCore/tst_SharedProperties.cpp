@@ -1,4 +1,5 @@
 #include "tests/host/MorvalenCore/SessionFixture.h"
+#include "tests/TestClass.h"
 
 #include <QTest>
 
@@ -11,7 +12,7 @@ using Qtilities::Core::ObjectManager;
 using Qtilities::Core::SharedProperty;
 
 // Shared properties of design items, which live in the component file.
-class TestSharedProperties : public QObject
+class tst_SharedProperties : public QObject
 {
     Q_OBJECT
 
@@ -56,7 +57,7 @@ private:
     IDesign *design = nullptr;
 };
 
-void TestSharedProperties::keepsValuesOfEveryType_data()
+void tst_SharedProperties::keepsValuesOfEveryType_data()
 {
     QTest::addColumn<int>("kind");
     QTest::addColumn<QVariant>("value");
@@ -76,7 +77,7 @@ void TestSharedProperties::keepsValuesOfEveryType_data()
     }
 }
 
-void TestSharedProperties::keepsValuesOfEveryType()
+void tst_SharedProperties::keepsValuesOfEveryType()
 {
     QFETCH(int, kind);
     QFETCH(QVariant, value);
@@ -89,7 +90,7 @@ void TestSharedProperties::keepsValuesOfEveryType()
     QVERIFY(!design->isModified());
 }
 
-void TestSharedProperties::keepsTheOrderOfAttachment()
+void tst_SharedProperties::keepsTheOrderOfAttachment()
 {
     for (const char *name : {"z", "a", "m"})
         QVERIFY(ObjectManager::setSharedProperty(item(File), SharedProperty(name, 1)));
@@ -98,7 +99,7 @@ void TestSharedProperties::keepsTheOrderOfAttachment()
              (QStringList {u"z"_s, u"a"_s, u"m"_s}));
 }
 
-void TestSharedProperties::replacesAndRemoves()
+void tst_SharedProperties::replacesAndRemoves()
 {
     QVERIFY(ObjectManager::setSharedProperty(item(File), SharedProperty("a", 1)));
     QVERIFY(ObjectManager::setSharedProperty(item(File), SharedProperty("a", u"text"_s)));
@@ -112,7 +113,7 @@ void TestSharedProperties::replacesAndRemoves()
     QVERIFY(!SessionFixture::read(design->componentFileName()).contains("shared"));
 }
 
-void TestSharedProperties::refusesWhatTheFileCannotCarry_data()
+void tst_SharedProperties::refusesWhatTheFileCannotCarry_data()
 {
     QTest::addColumn<QByteArray>("name");
     QTest::addColumn<QVariant>("value");
@@ -124,7 +125,7 @@ void TestSharedProperties::refusesWhatTheFileCannotCarry_data()
     QTest::newRow("shared-refused-4 no value") << QByteArray("p") << QVariant();
 }
 
-void TestSharedProperties::refusesWhatTheFileCannotCarry()
+void tst_SharedProperties::refusesWhatTheFileCannotCarry()
 {
     QFETCH(QByteArray, name);
     QFETCH(QVariant, value);
@@ -137,7 +138,7 @@ void TestSharedProperties::refusesWhatTheFileCannotCarry()
     QCOMPARE(session->takeLog().size(), 1);
 }
 
-void TestSharedProperties::refusesEveryChangeOfAReadOnlyDesign()
+void tst_SharedProperties::refusesEveryChangeOfAReadOnlyDesign()
 {
     for (const Kind kind : {File, Folder, Property})
         QVERIFY(ObjectManager::setSharedProperty(item(kind), SharedProperty("a", 1)));
@@ -152,7 +153,7 @@ void TestSharedProperties::refusesEveryChangeOfAReadOnlyDesign()
     QCOMPARE(session->takeLog(), QStringList(9, u"Warning: The design \"a\" is read-only"_s));
 }
 
-void TestSharedProperties::leavesOtherDynamicPropertiesAlone()
+void tst_SharedProperties::leavesOtherDynamicPropertiesAlone()
 {
     item(File)->setProperty("plain", 5);
     QVERIFY(!design->isModified());
@@ -163,5 +164,5 @@ void TestSharedProperties::leavesOtherDynamicPropertiesAlone()
     QCOMPARE(session->takeLog(), QStringList());
 }
 
-QTEST_MAIN(TestSharedProperties)
+TEST_CLASS(tst_SharedProperties)
 #include "tst_SharedProperties.moc"

@@ -1,4 +1,5 @@
 #include "tests/host/MorvalenCore/SessionFixture.h"
+#include "tests/TestClass.h"
 
 #include <QTest>
 
@@ -8,7 +9,7 @@ using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignStructureManager;
 
 // The structures of designs and which of them is the default.
-class TestStructures : public QObject
+class tst_Structures : public QObject
 {
     Q_OBJECT
 
@@ -30,7 +31,7 @@ private:
     const QStringList names {u"Flat"_s, u"Hardware"_s, u"Software"_s};
 };
 
-void TestStructures::listsAllForEveryType()
+void tst_Structures::listsAllForEveryType()
 {
     QCOMPARE(structures()->designStructureNames(), names);
     QCOMPARE(structures()->designStructureNamesForDesign(QString()), names);
@@ -38,7 +39,7 @@ void TestStructures::listsAllForEveryType()
     QCOMPARE(structures()->designStructureNamesForDesign(u"Stage Design"_s), QStringList());
 }
 
-void TestStructures::hasADefaultForEachType()
+void tst_Structures::hasADefaultForEachType()
 {
     const QStringList types = session->manager()->designTypes();
     for (int i = 0; i < types.size(); ++i) {
@@ -51,7 +52,7 @@ void TestStructures::hasADefaultForEachType()
     QCOMPARE(structures()->designStructureID(u"flat"_s), QString());
 }
 
-void TestStructures::remembersTheDefaultInTheSettings()
+void tst_Structures::remembersTheDefaultInTheSettings()
 {
     QVERIFY(structures()->setDefaultStructureNameForDesignType(u"Custom Design"_s, u"Hardware"_s));
     QCOMPARE(structures()->defaultStructureNameForDesignType(u"Custom Design"_s), u"Hardware"_s);
@@ -63,7 +64,7 @@ void TestStructures::remembersTheDefaultInTheSettings()
     QCOMPARE(structures()->defaultStructureNameForDesignType(u"Custom Design"_s), u"Flat"_s);
 }
 
-void TestStructures::refusesUnknownNames()
+void tst_Structures::refusesUnknownNames()
 {
     QVERIFY(!structures()->setDefaultStructureNameForDesignType(u"Stage Design"_s, u"Flat"_s));
     QVERIFY(!structures()->setDefaultStructureNameForDesignType(u"Custom Design"_s, u"Baroque"_s));
@@ -71,7 +72,7 @@ void TestStructures::refusesUnknownNames()
     QCOMPARE(structures()->defaultStructureNameForDesignType(u"Custom Design"_s), u"Flat"_s);
 }
 
-void TestStructures::ignoresADefaultThatIsGone()
+void tst_Structures::ignoresADefaultThatIsGone()
 {
     QVERIFY(structures()->setDefaultStructureNameForDesignType(u"Custom Design"_s, u"Hardware"_s));
     QByteArray settings = SessionFixture::read(session->path(u"session/settings.ini"_s));
@@ -80,7 +81,7 @@ void TestStructures::ignoresADefaultThatIsGone()
     QCOMPARE(structures()->defaultStructureNameForDesignType(u"Custom Design"_s), u"Flat"_s);
 }
 
-void TestStructures::knowsWhereDesignsAreKept()
+void tst_Structures::knowsWhereDesignsAreKept()
 {
     const QString designs = session->path(u"session/Designs"_s);
     QCOMPARE(structures()->activeDesignRepositoryPathForStructure(u"Flat"_s, false), designs);
@@ -90,5 +91,5 @@ void TestStructures::knowsWhereDesignsAreKept()
     QCOMPARE(structures()->activeDesignRepositoryPathForStructure(u"Baroque"_s, true), QString());
 }
 
-QTEST_MAIN(TestStructures)
+TEST_CLASS(tst_Structures)
 #include "tst_Structures.moc"

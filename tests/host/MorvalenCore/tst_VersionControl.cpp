@@ -1,5 +1,6 @@
 #include "tests/host/MorvalenCore/GitRepository.h"
 #include "tests/host/MorvalenCore/SessionFixture.h"
+#include "tests/TestClass.h"
 #include "vcs/GitHistory.h"
 
 #include <QTest>
@@ -13,7 +14,7 @@ using MorvalenCore::GitHistory;
 using MorvalenCore::LinkedItemState;
 using MorvalenCore::Interfaces::IDesign;
 
-class TestVersionControl : public QObject
+class tst_VersionControl : public QObject
 {
     Q_OBJECT
 
@@ -61,7 +62,7 @@ private:
     std::optional<GitRepository> repository;
 };
 
-void TestVersionControl::findsTheLastCommitThatTouchedAFile()
+void tst_VersionControl::findsTheLastCommitThatTouchedAFile()
 {
     write(u"a.v"_s, "1");
     write(u"b.v"_s, "1");
@@ -79,7 +80,7 @@ void TestVersionControl::findsTheLastCommitThatTouchedAFile()
     QCOMPARE(revision(u"b.v"_s), first.left(7));
 }
 
-void TestVersionControl::findsTheLastCommitThatTouchedAFolder()
+void tst_VersionControl::findsTheLastCommitThatTouchedAFolder()
 {
     write(u"rtl/deep/a.v"_s, "1");
     write(u"doc/b.md"_s, "1");
@@ -93,7 +94,7 @@ void TestVersionControl::findsTheLastCommitThatTouchedAFolder()
     QCOMPARE(GitHistory::of(session->path(u"repo/"_s)).systemName, u"Git"_s);
 }
 
-void TestVersionControl::knowsNothingOfWhatWasNeverCommitted()
+void tst_VersionControl::knowsNothingOfWhatWasNeverCommitted()
 {
     write(u"a.v"_s, "1");
     QCOMPARE(revision(u"a.v"_s), u"-1"_s);
@@ -107,7 +108,7 @@ void TestVersionControl::knowsNothingOfWhatWasNeverCommitted()
     QCOMPARE(system(u".git/config"_s), QString());
 }
 
-void TestVersionControl::knowsNothingOutsideARepository()
+void tst_VersionControl::knowsNothingOutsideARepository()
 {
     SessionFixture::write(session->path(u"outside/a.v"_s), "1");
     for (const QString &path : {session->path(u"outside/a.v"_s), u"/"_s, u"/no/such/file"_s,
@@ -117,7 +118,7 @@ void TestVersionControl::knowsNothingOutsideARepository()
     }
 }
 
-void TestVersionControl::knowsAFileThatIsGoneFromDisk()
+void tst_VersionControl::knowsAFileThatIsGoneFromDisk()
 {
     write(u"rtl/a.v"_s, "1");
     const QString first = repository->commit("one");
@@ -125,7 +126,7 @@ void TestVersionControl::knowsAFileThatIsGoneFromDisk()
     QCOMPARE(revision(u"rtl/a.v"_s), first.left(7));
 }
 
-void TestVersionControl::forgetsAFileThatWasRemovedByACommit()
+void tst_VersionControl::forgetsAFileThatWasRemovedByACommit()
 {
     write(u"a.v"_s, "1");
     write(u"b.v"_s, "1");
@@ -135,7 +136,7 @@ void TestVersionControl::forgetsAFileThatWasRemovedByACommit()
     QCOMPARE(revision(u"a.v"_s), u"-1"_s);
 }
 
-void TestVersionControl::followsTheBranchThatChangedAFile()
+void tst_VersionControl::followsTheBranchThatChangedAFile()
 {
     write(u"a.v"_s, "1");
     write(u"b.v"_s, "1");
@@ -152,7 +153,7 @@ void TestVersionControl::followsTheBranchThatChangedAFile()
     QCOMPARE(revision(u"b.v"_s), right.left(7));
 }
 
-void TestVersionControl::findsTheInnermostRepository()
+void tst_VersionControl::findsTheInnermostRepository()
 {
     write(u"a.v"_s, "1");
     write(u"inner/b.v"_s, "1");
@@ -163,7 +164,7 @@ void TestVersionControl::findsTheInnermostRepository()
     QCOMPARE(revision(u"inner/b.v"_s), id.left(7));
 }
 
-void TestVersionControl::worksThroughALinkToTheFolder()
+void tst_VersionControl::worksThroughALinkToTheFolder()
 {
     write(u"rtl/a.v"_s, "1");
     const QString first = repository->commit("one");
@@ -171,7 +172,7 @@ void TestVersionControl::worksThroughALinkToTheFolder()
     QCOMPARE(GitHistory::of(session->path(u"alias/a.v"_s)).revision, first.left(7));
 }
 
-void TestVersionControl::knowsALinkItself()
+void tst_VersionControl::knowsALinkItself()
 {
     write(u"a.v"_s, "1");
     QVERIFY(!repository->commit("one").isEmpty());
@@ -180,7 +181,7 @@ void TestVersionControl::knowsALinkItself()
     QCOMPARE(revision(u"link.v"_s), second.left(7));
 }
 
-void TestVersionControl::worksWithADetachedHead()
+void tst_VersionControl::worksWithADetachedHead()
 {
     write(u"a.v"_s, "1");
     const QString first = repository->commit("one");
@@ -192,7 +193,7 @@ void TestVersionControl::worksWithADetachedHead()
     QCOMPARE(revision(u"a.v"_s), u"-1"_s);
 }
 
-void TestVersionControl::changesNothingInTheRepository()
+void tst_VersionControl::changesNothingInTheRepository()
 {
     write(u"a.v"_s, "1");
     QVERIFY(!repository->commit("one").isEmpty());
@@ -206,7 +207,7 @@ void TestVersionControl::changesNothingInTheRepository()
     QCOMPARE(QDir(in(u".git"_s)).entryList(), before);
 }
 
-void TestVersionControl::givesUpWhenCancelled()
+void tst_VersionControl::givesUpWhenCancelled()
 {
     write(u"a.v"_s, "1");
     const QString first = repository->commit("one");
@@ -216,7 +217,7 @@ void TestVersionControl::givesUpWhenCancelled()
     QCOMPARE(GitHistory::of(in(u"a.v"_s), &cancelled).revision, u"-1"_s);
 }
 
-void TestVersionControl::writeDesign()
+void tst_VersionControl::writeDesign()
 {
     const IDesign *made = session->create(u"a"_s);
     const QByteArray component = SessionFixture::read(made->componentFileName());
@@ -224,7 +225,7 @@ void TestVersionControl::writeDesign()
     write(u"ip/component.xml"_s, component);
 }
 
-void TestVersionControl::answersForDesignItems()
+void tst_VersionControl::answersForDesignItems()
 {
     writeDesign();
     write(u"ip/rtl/a.v"_s, "1");
@@ -242,7 +243,7 @@ void TestVersionControl::answersForDesignItems()
     QCOMPARE(missing->versionControlSystemName(), QString());
 }
 
-void TestVersionControl::answersForDesignItemsInAnotherThread()
+void tst_VersionControl::answersForDesignItemsInAnotherThread()
 {
     writeDesign();
     write(u"ip/rtl/a.v"_s, "1");
@@ -267,5 +268,5 @@ void TestVersionControl::answersForDesignItemsInAnotherThread()
     QCOMPARE(lookup(false), (LinkedItemState {true, first.left(7), u"Git"_s}));
 }
 
-QTEST_MAIN(TestVersionControl)
+TEST_CLASS(tst_VersionControl)
 #include "tst_VersionControl.moc"

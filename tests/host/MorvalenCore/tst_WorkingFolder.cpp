@@ -1,4 +1,5 @@
 #include "disk/WorkingFolder.h"
+#include "tests/TestClass.h"
 
 #include <QDir>
 #include <QFile>
@@ -31,7 +32,7 @@ QStringList content(const QString &folder)
 } // namespace
 
 // The working folders of new designs: made whole or not at all, and by one only.
-class TestWorkingFolder : public QObject
+class tst_WorkingFolder : public QObject
 {
     Q_OBJECT
 
@@ -56,7 +57,7 @@ private:
     std::optional<QTemporaryDir> outer;
 };
 
-void TestWorkingFolder::makesTheFolderAndThoseInIt()
+void tst_WorkingFolder::makesTheFolderAndThoseInIt()
 {
     QString error;
     {
@@ -67,7 +68,7 @@ void TestWorkingFolder::makesTheFolderAndThoseInIt()
     QCOMPARE(content(in(u"a/b/work"_s)), folders);
 }
 
-void TestWorkingFolder::takesBackWhatItMade()
+void tst_WorkingFolder::takesBackWhatItMade()
 {
     QString error;
     {
@@ -79,7 +80,7 @@ void TestWorkingFolder::takesBackWhatItMade()
     QVERIFY(!QFileInfo::exists(in(u"work"_s)));
 }
 
-void TestWorkingFolder::keepsAnEmptyFolderThatWasThere()
+void tst_WorkingFolder::keepsAnEmptyFolderThatWasThere()
 {
     QVERIFY(QDir().mkpath(in(u"work"_s)));
     QString error;
@@ -92,7 +93,7 @@ void TestWorkingFolder::keepsAnEmptyFolderThatWasThere()
     QVERIFY(QFileInfo::exists(in(u"work"_s)));
 }
 
-void TestWorkingFolder::leavesWhatOthersPutIntoIt()
+void tst_WorkingFolder::leavesWhatOthersPutIntoIt()
 {
     QString error;
     {
@@ -104,7 +105,7 @@ void TestWorkingFolder::leavesWhatOthersPutIntoIt()
     QVERIFY(QFileInfo::exists(in(u"work/two/theirs"_s)));
 }
 
-void TestWorkingFolder::refuses_data()
+void tst_WorkingFolder::refuses_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("reason");
@@ -123,7 +124,7 @@ void TestWorkingFolder::refuses_data()
         << u"The folder \"IN/%1\" cannot be made: File name too long"_s.arg(QString(300, u'x'));
 }
 
-void TestWorkingFolder::refuses()
+void tst_WorkingFolder::refuses()
 {
     QFETCH(QString, path);
     QFETCH(QString, reason);
@@ -141,14 +142,14 @@ void TestWorkingFolder::refuses()
     QCOMPARE(content(in(QString())).size(), 4);
 }
 
-void TestWorkingFolder::givesTheFolderToOneOfManyAtMost_data()
+void tst_WorkingFolder::givesTheFolderToOneOfManyAtMost_data()
 {
     QTest::addColumn<bool>("isThere");
     QTest::newRow("race-1 a new folder") << false;
     QTest::newRow("race-2 an empty folder") << true;
 }
 
-void TestWorkingFolder::givesTheFolderToOneOfManyAtMost()
+void tst_WorkingFolder::givesTheFolderToOneOfManyAtMost()
 {
     QFETCH(bool, isThere);
     int successes = 0;
@@ -182,5 +183,5 @@ void TestWorkingFolder::givesTheFolderToOneOfManyAtMost()
     QVERIFY(successes > 0);
 }
 
-QTEST_GUILESS_MAIN(TestWorkingFolder)
+GUILESS_TEST_CLASS(tst_WorkingFolder)
 #include "tst_WorkingFolder.moc"

@@ -1,6 +1,7 @@
 #include "component/XmlIndex.h"
 #include "component/XmlScan.h"
 #include "component/XmlTag.h"
+#include "tests/TestClass.h"
 
 #include <QTest>
 
@@ -392,5 +393,5 @@ void tst_XmlIndex::lines()
     QCOMPARE(XmlIndex::lineOf(bytes, 1000), 3);
 }
 
-QTEST_APPLESS_MAIN(tst_XmlIndex)
+APPLESS_TEST_CLASS(tst_XmlIndex)
 #include "tst_XmlIndex.moc"

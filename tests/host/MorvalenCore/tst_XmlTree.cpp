@@ -1,5 +1,6 @@
 #include "component/xmltext.h"
 #include "component/XmlTree.h"
+#include "tests/TestClass.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -598,5 +599,5 @@ void tst_XmlTree::random()
     }
 }
 
-QTEST_APPLESS_MAIN(tst_XmlTree)
+APPLESS_TEST_CLASS(tst_XmlTree)
 #include "tst_XmlTree.moc"

@@ -1,3 +1,5 @@
+#include "tests/TestClass.h"
+
 #include <Qtilities/atomicfile.h>
 
 #include <QDir>
@@ -53,7 +55,7 @@ int inChild(Step step)
 } // namespace
 
 // Files are replaced as a whole or not at all.
-class TestAtomicFile : public QObject
+class tst_AtomicFile : public QObject
 {
     Q_OBJECT
 
@@ -93,7 +95,7 @@ private:
     std::unique_ptr<QTemporaryDir> folder;
 };
 
-void TestAtomicFile::writes_data()
+void tst_AtomicFile::writes_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QByteArray>("content");
@@ -110,7 +112,7 @@ void TestAtomicFile::writes_data()
     QTest::newRow("write-name-4 a hidden file") << u".hidden"_s << QByteArray("x");
 }
 
-void TestAtomicFile::writes()
+void tst_AtomicFile::writes()
 {
     QFETCH(QString, name);
     QFETCH(QByteArray, content);
@@ -123,7 +125,7 @@ void TestAtomicFile::writes()
     QCOMPARE(entries(), QStringList {name});
 }
 
-void TestAtomicFile::replacesAnOldFile()
+void tst_AtomicFile::replacesAnOldFile()
 {
     put(path(u"a.txt"_s), "something old and longer");
 
@@ -133,7 +135,7 @@ void TestAtomicFile::replacesAnOldFile()
     QCOMPARE(entries(), QStringList {u"a.txt"_s});
 }
 
-void TestAtomicFile::keepsPermissions()
+void tst_AtomicFile::keepsPermissions()
 {
     put(path(u"a.txt"_s), "old");
     QCOMPARE(::chmod(QFile::encodeName(path(u"a.txt"_s)).constData(), 0751), 0);
@@ -143,7 +145,7 @@ void TestAtomicFile::keepsPermissions()
     QCOMPARE(modeOf(path(u"a.txt"_s)), mode_t(0751));
 }
 
-void TestAtomicFile::givesANewFileTheUsualPermissions()
+void tst_AtomicFile::givesANewFileTheUsualPermissions()
 {
     const mode_t mask = ::umask(027);
     const bool written = writeFileAtomically(path(u"a.txt"_s), "new", nullptr);
@@ -153,7 +155,7 @@ void TestAtomicFile::givesANewFileTheUsualPermissions()
     QCOMPARE(modeOf(path(u"a.txt"_s)), mode_t(0640));
 }
 
-void TestAtomicFile::followsLinks()
+void tst_AtomicFile::followsLinks()
 {
     QVERIFY(QDir(folder->path()).mkdir(u"real"_s));
     put(path(u"real/a.txt"_s), "old");
@@ -168,7 +170,7 @@ void TestAtomicFile::followsLinks()
     QCOMPARE(entries(), QStringList({u"first"_s, u"real"_s, u"second"_s}));
 }
 
-void TestAtomicFile::followsALinkToNothing()
+void tst_AtomicFile::followsALinkToNothing()
 {
     QVERIFY(QFile::link(u"later.txt"_s, path(u"link"_s)));
 
@@ -178,7 +180,7 @@ void TestAtomicFile::followsALinkToNothing()
     QCOMPARE(contentOf(path(u"later.txt"_s)), "new");
 }
 
-void TestAtomicFile::refuses_data()
+void tst_AtomicFile::refuses_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("error");
@@ -201,7 +203,7 @@ void TestAtomicFile::refuses_data()
         << u"%1/loop"_s << u"Cannot write \"%1\": Too many levels of symbolic links"_s;
 }
 
-void TestAtomicFile::refuses()
+void tst_AtomicFile::refuses()
 {
     QFETCH(QString, name);
     QFETCH(QString, error);
@@ -220,7 +222,7 @@ void TestAtomicFile::refuses()
     QVERIFY(!writeFileAtomically(target, "new", nullptr));
 }
 
-void TestAtomicFile::refusesAFolderThatCannotBeWritten()
+void tst_AtomicFile::refusesAFolderThatCannotBeWritten()
 {
     put(path(u"a.txt"_s), "old");
     const QByteArray encoded = QFile::encodeName(folder->path());
@@ -240,7 +242,7 @@ void TestAtomicFile::refusesAFolderThatCannotBeWritten()
     QCOMPARE(entries(), QStringList {u"a.txt"_s});
 }
 
-void TestAtomicFile::refusesAFileThatMayNotBeWritten()
+void tst_AtomicFile::refusesAFileThatMayNotBeWritten()
 {
     put(path(u"a.txt"_s), "old");
     QCOMPARE(::chmod(QFile::encodeName(path(u"a.txt"_s)).constData(), 0444), 0);
@@ -259,7 +261,7 @@ void TestAtomicFile::refusesAFileThatMayNotBeWritten()
     QCOMPARE(entries(), QStringList {u"a.txt"_s});
 }
 
-void TestAtomicFile::leavesTheOldFileWhenTheDiskIsFull()
+void tst_AtomicFile::leavesTheOldFileWhenTheDiskIsFull()
 {
     put(path(u"a.txt"_s), "old");
 
@@ -279,7 +281,7 @@ void TestAtomicFile::leavesTheOldFileWhenTheDiskIsFull()
     QCOMPARE(entries(), QStringList {u"a.txt"_s});
 }
 
-void TestAtomicFile::removesWhatAKilledWriteLeft()
+void tst_AtomicFile::removesWhatAKilledWriteLeft()
 {
     put(path(u".a.txt.1f.part"_s), "half");
     put(path(u".a.txt.2e.part"_s), "");
@@ -291,7 +293,7 @@ void TestAtomicFile::removesWhatAKilledWriteLeft()
     QCOMPARE(entries(), QStringList({u".b.txt.1f.part"_s, u"a.txt"_s, u"a.txt.part"_s}));
 }
 
-void TestAtomicFile::leavesWhatAnotherProcessIsWriting()
+void tst_AtomicFile::leavesWhatAnotherProcessIsWriting()
 {
     put(path(u".a.txt.1f.part"_s), "half");
     const int other = ::open(QFile::encodeName(path(u".a.txt.1f.part"_s)).constData(), O_WRONLY);
@@ -305,7 +307,7 @@ void TestAtomicFile::leavesWhatAnotherProcessIsWriting()
     QCOMPARE(entries(), QStringList({u".a.txt.1f.part"_s, u"a.txt"_s}));
 }
 
-void TestAtomicFile::survivesBeingKilledAtAnyTime()
+void tst_AtomicFile::survivesBeingKilledAtAnyTime()
 {
     const QByteArray old(300'000, 'o');
     const QByteArray fresh(400'000, 'n');
@@ -329,7 +331,7 @@ void TestAtomicFile::survivesBeingKilledAtAnyTime()
     QCOMPARE(entries(), QStringList {u"a.txt"_s});
 }
 
-void TestAtomicFile::survivesTwoWritersAtATime()
+void tst_AtomicFile::survivesTwoWritersAtATime()
 {
     QList<pid_t> writers;
     for (int writer = 0; writer < 2; ++writer) {
@@ -355,5 +357,5 @@ void TestAtomicFile::survivesTwoWritersAtATime()
     QCOMPARE(entries(), QStringList {u"a.txt"_s});
 }
 
-QTEST_GUILESS_MAIN(TestAtomicFile)
+GUILESS_TEST_CLASS(tst_AtomicFile)
 #include "tst_AtomicFile.moc"

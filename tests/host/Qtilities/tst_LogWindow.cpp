@@ -1,5 +1,7 @@
 // How a log looks and is reached: its columns, its colours on any palette, and the keyboard.
 
+#include "tests/TestClass.h"
+
 #include <Qtilities/Logger.h>
 #include <Qtilities/LoggerGui.h>
 
@@ -241,5 +243,5 @@ void tst_LogWindow::theKeyboardReachesEverything()
     QCOMPARE(view->model()->rowCount(), 1);
 }
 
-QTEST_MAIN(tst_LogWindow)
+TEST_CLASS(tst_LogWindow)
 #include "tst_LogWindow.moc"

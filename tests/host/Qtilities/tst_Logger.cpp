@@ -1,3 +1,5 @@
+#include "tests/TestClass.h"
+
 #include <Qtilities/FileLoggerEngine.h>
 #include <Qtilities/Logger.h>
 #include <Qtilities/StandardErrorEngine.h>
@@ -103,7 +105,7 @@ QString withoutTimes(QString text)
 } // namespace
 
 // Messages reach the engines that want them, and no others.
-class TestLogger : public QObject
+class tst_Logger : public QObject
 {
     Q_OBJECT
 
@@ -166,7 +168,7 @@ private:
     QStringList journal;
 };
 
-void TestLogger::hasFixedNumbersForTypes()
+void tst_Logger::hasFixedNumbersForTypes()
 {
     QCOMPARE(int(Logger::None), 1);
     QCOMPARE(int(Logger::Info), 2);
@@ -179,7 +181,7 @@ void TestLogger::hasFixedNumbersForTypes()
     QCOMPARE(int(LoggerEngine::EngineSpecific), 2);
 }
 
-void TestLogger::namesTypes_data()
+void tst_Logger::namesTypes_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<QString>("name");
@@ -194,7 +196,7 @@ void TestLogger::namesTypes_data()
     QTest::newRow("type-name-8 a number that is no type") << 3 << u""_s;
 }
 
-void TestLogger::namesTypes()
+void tst_Logger::namesTypes()
 {
     QFETCH(int, type);
     QFETCH(QString, name);
@@ -202,7 +204,7 @@ void TestLogger::namesTypes()
     QCOMPARE(Logger::messageTypeName(Logger::MessageType(type)), name);
 }
 
-void TestLogger::joinsParts_data()
+void tst_Logger::joinsParts_data()
 {
     QTest::addColumn<QVariantList>("parts");
     QTest::addColumn<QString>("text");
@@ -227,7 +229,7 @@ void TestLogger::joinsParts_data()
         << List {u" a "_s, none, none, none} << u" a "_s;
 }
 
-void TestLogger::joinsParts()
+void tst_Logger::joinsParts()
 {
     QFETCH(QVariantList, parts);
     QFETCH(QString, text);
@@ -239,7 +241,7 @@ void TestLogger::joinsParts()
     QCOMPARE(journal, QStringList({u"E 2 "_s + text, u"E 2! "_s + text}));
 }
 
-void TestLogger::choosesEngines_data()
+void tst_Logger::choosesEngines_data()
 {
     QTest::addColumn<int>("contexts");
     QTest::addColumn<int>("types");
@@ -267,7 +269,7 @@ void TestLogger::choosesEngines_data()
         << all << 126 << u""_s << 1 << false;
 }
 
-void TestLogger::choosesEngines()
+void tst_Logger::choosesEngines()
 {
     QFETCH(int, contexts);
     QFETCH(int, types);
@@ -283,7 +285,7 @@ void TestLogger::choosesEngines()
     QCOMPARE(journal, taken ? QStringList {u"E %1 x"_s.arg(type)} : QStringList());
 }
 
-void TestLogger::marksPriorityMessages()
+void tst_Logger::marksPriorityMessages()
 {
     attach(u"E"_s);
     QSignalSpy spy(logger.get(), &Logger::priorityMessage);
@@ -298,7 +300,7 @@ void TestLogger::marksPriorityMessages()
     QCOMPARE(spy[0][1].toString(), u"urgent"_s);
 }
 
-void TestLogger::tellsOfEveryMessage()
+void tst_Logger::tellsOfEveryMessage()
 {
     QSignalSpy spy(logger.get(), &Logger::messageLogged);
 
@@ -313,7 +315,7 @@ void TestLogger::tellsOfEveryMessage()
     QCOMPARE(spy[1][2].toString(), u"b"_s);
 }
 
-void TestLogger::refusesEnginesWithoutANameOfTheirOwn()
+void tst_Logger::refusesEnginesWithoutANameOfTheirOwn()
 {
     LoggerEngine *const first = attach(u"E"_s);
     JournalEngine second(u"E"_s, &journal);
@@ -329,7 +331,7 @@ void TestLogger::refusesEnginesWithoutANameOfTheirOwn()
     QCOMPARE(logger->loggerEngineReference(u"E"_s), first);
 }
 
-void TestLogger::ownsItsEngines()
+void tst_Logger::ownsItsEngines()
 {
     const QPointer<LoggerEngine> first = attach(u"A"_s);
     const QPointer<LoggerEngine> second = attach(u"B"_s);
@@ -341,7 +343,7 @@ void TestLogger::ownsItsEngines()
     QVERIFY(!second);
 }
 
-void TestLogger::handsADetachedEngineBack()
+void tst_Logger::handsADetachedEngineBack()
 {
     LoggerEngine *const engine = attach(u"E"_s);
 
@@ -358,7 +360,7 @@ void TestLogger::handsADetachedEngineBack()
     QCOMPARE(detached.release()->parent(), logger.get());
 }
 
-void TestLogger::forgetsADeletedEngine()
+void tst_Logger::forgetsADeletedEngine()
 {
     LoggerEngine *const engine = attach(u"E"_s);
 
@@ -370,7 +372,7 @@ void TestLogger::forgetsADeletedEngine()
     QCOMPARE(journal, QStringList());
 }
 
-void TestLogger::leavesOutInactiveEngines()
+void tst_Logger::leavesOutInactiveEngines()
 {
     LoggerEngine *const engine = attach(u"E"_s);
 
@@ -382,7 +384,7 @@ void TestLogger::leavesOutInactiveEngines()
     QCOMPARE(journal, QStringList {u"E 2 b"_s});
 }
 
-void TestLogger::doesNotHandAnEngineWhatItLogsItself()
+void tst_Logger::doesNotHandAnEngineWhatItLogsItself()
 {
     JournalEngine *const first = attach(u"A"_s);
     attach(u"B"_s);
@@ -393,7 +395,7 @@ void TestLogger::doesNotHandAnEngineWhatItLogsItself()
     QCOMPARE(journal, QStringList({u"A 2 x"_s, u"B 4 from A"_s, u"B 2 x"_s}));
 }
 
-void TestLogger::survivesEnginesThatLogOnEveryMessage()
+void tst_Logger::survivesEnginesThatLogOnEveryMessage()
 {
     const auto again = [this] { logger->logMessage(QString(), Logger::Warning, u"again"_s); };
     attach(u"A"_s)->reaction = again;
@@ -404,7 +406,7 @@ void TestLogger::survivesEnginesThatLogOnEveryMessage()
     QCOMPARE(journal, QStringList({u"A 2 x"_s, u"B 4 again"_s, u"B 2 x"_s, u"A 4 again"_s}));
 }
 
-void TestLogger::survivesAnEngineThatDeletesItself()
+void tst_Logger::survivesAnEngineThatDeletesItself()
 {
     JournalEngine *const first = attach(u"A"_s);
     attach(u"B"_s);
@@ -417,7 +419,7 @@ void TestLogger::survivesAnEngineThatDeletesItself()
     QCOMPARE(journal, QStringList({u"A 2 x"_s, u"B 2 x"_s, u"B 2 y"_s}));
 }
 
-void TestLogger::survivesAnEngineThatDeletesTheNext()
+void tst_Logger::survivesAnEngineThatDeletesTheNext()
 {
     JournalEngine *const first = attach(u"A"_s);
     LoggerEngine *const second = attach(u"B"_s);
@@ -429,7 +431,7 @@ void TestLogger::survivesAnEngineThatDeletesTheNext()
     QCOMPARE(journal, QStringList({u"A 2 x"_s, u"C 2 x"_s}));
 }
 
-void TestLogger::canBeReplaced()
+void tst_Logger::canBeReplaced()
 {
     Logger *const standard = Logger::instance();
     QVERIFY(standard);
@@ -445,7 +447,7 @@ void TestLogger::canBeReplaced()
     QCOMPARE(Logger::instance(), standard);
 }
 
-void TestLogger::writesToStandardError_data()
+void tst_Logger::writesToStandardError_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<QString>("text");
@@ -473,7 +475,7 @@ void TestLogger::writesToStandardError_data()
         << 2 << u"\x7f\u009b"_s << u"Info: \\x7f\\x9b\n"_s;
 }
 
-void TestLogger::writesToStandardError()
+void tst_Logger::writesToStandardError()
 {
     QFETCH(int, type);
     QFETCH(QString, text);
@@ -486,7 +488,7 @@ void TestLogger::writesToStandardError()
     QCOMPARE(capture.text(), entry);
 }
 
-void TestLogger::writesOnlyChosenLevelsToStandardError()
+void tst_Logger::writesOnlyChosenLevelsToStandardError()
 {
     auto *const engine = new StandardErrorEngine;
     QVERIFY(logger->attachLoggerEngine(engine));
@@ -500,7 +502,7 @@ void TestLogger::writesOnlyChosenLevelsToStandardError()
     QCOMPARE(capture.text(), u"Warning: x\nError: x\nFatal: x\n"_s);
 }
 
-void TestLogger::writesToAFile()
+void tst_Logger::writesToAFile()
 {
     const QTemporaryDir folder;
     auto *const engine = new FileLoggerEngine(u"File"_s, folder.filePath(u"Logs/deep"_s));
@@ -520,7 +522,7 @@ void TestLogger::writesToAFile()
     QVERIFY2(pattern.match(engine->fileName()).hasMatch(), qPrintable(engine->fileName()));
 }
 
-void TestLogger::givesEachEngineAFileOfItsOwn()
+void tst_Logger::givesEachEngineAFileOfItsOwn()
 {
     const QTemporaryDir folder;
     FileLoggerEngine first(u"A"_s, folder.path());
@@ -536,7 +538,7 @@ void TestLogger::givesEachEngineAFileOfItsOwn()
     QCOMPARE(withoutTimes(contentOf(second.fileName())), u"TIME Info: b\n"_s);
 }
 
-void TestLogger::startsANewFileWhenOneIsFull()
+void tst_Logger::startsANewFileWhenOneIsFull()
 {
     const QTemporaryDir folder;
     FileLoggerEngine engine(u"A"_s, folder.path());
@@ -557,7 +559,7 @@ void TestLogger::startsANewFileWhenOneIsFull()
     QCOMPARE(withoutTimes(contentOf(engine.fileName())), u"TIME Info: c\n"_s);
 }
 
-void TestLogger::removesOldFilesThatNobodyWrites()
+void tst_Logger::removesOldFilesThatNobodyWrites()
 {
     const QTemporaryDir folder;
     FileLoggerEngine engine(u"A"_s, folder.path());
@@ -576,7 +578,7 @@ void TestLogger::removesOldFilesThatNobodyWrites()
     QVERIFY(!kept.contains(u"Info: 40\n"_s));
 }
 
-void TestLogger::leavesOtherFilesAlone()
+void tst_Logger::leavesOtherFilesAlone()
 {
     const QTemporaryDir folder;
     for (const QString &name :
@@ -594,7 +596,7 @@ void TestLogger::leavesOtherFilesAlone()
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), 4);
 }
 
-void TestLogger::leavesFilesThatAreWrittenAlone()
+void tst_Logger::leavesFilesThatAreWrittenAlone()
 {
     const QTemporaryDir folder;
     FileLoggerEngine other(u"B"_s, folder.path());
@@ -611,7 +613,7 @@ void TestLogger::leavesFilesThatAreWrittenAlone()
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), 2);
 }
 
-void TestLogger::saysWhyAFileCannotBeOpened()
+void tst_Logger::saysWhyAFileCannotBeOpened()
 {
     const QTemporaryDir folder;
     QFile file(folder.filePath(u"Logs"_s));
@@ -629,7 +631,7 @@ void TestLogger::saysWhyAFileCannotBeOpened()
     QVERIFY(!engine.open(nullptr));
 }
 
-void TestLogger::dropsMessagesUntilItIsOpen()
+void tst_Logger::dropsMessagesUntilItIsOpen()
 {
     const QTemporaryDir folder;
     FileLoggerEngine engine(u"A"_s, folder.path());
@@ -641,7 +643,7 @@ void TestLogger::dropsMessagesUntilItIsOpen()
     QCOMPARE(withoutTimes(contentOf(engine.fileName())), u"TIME Info: late\n"_s);
 }
 
-void TestLogger::saysOnceThatAFileCannotBeWritten()
+void tst_Logger::saysOnceThatAFileCannotBeWritten()
 {
     const QTemporaryDir folder;
     Logger::setInstance(logger.get());
@@ -669,7 +671,7 @@ void TestLogger::saysOnceThatAFileCannotBeWritten()
     QCOMPARE(engine->fileName(), QString());
 }
 
-void TestLogger::sharesItsFolderWithOtherProcesses()
+void tst_Logger::sharesItsFolderWithOtherProcesses()
 {
     const QTemporaryDir folder;
     QList<pid_t> writers;
@@ -706,5 +708,5 @@ void TestLogger::sharesItsFolderWithOtherProcesses()
     QCOMPARE(messages, 800);
 }
 
-QTEST_GUILESS_MAIN(TestLogger)
+GUILESS_TEST_CLASS(tst_Logger)
 #include "tst_Logger.moc"

@@ -1,3 +1,5 @@
+#include "tests/TestClass.h"
+
 #include <Qtilities/Logger.h>
 #include <Qtilities/LoggerGui.h>
 
@@ -23,7 +25,7 @@ using Qtilities::Logging::Logger;
 using Qtilities::Logging::LoggerEngine;
 
 // Windows that show a log.
-class TestLoggerGui : public QObject
+class tst_LoggerGui : public QObject
 {
     Q_OBJECT
 
@@ -113,7 +115,7 @@ private:
     QString engineName;
 };
 
-void TestLoggerGui::init()
+void tst_LoggerGui::init()
 {
     engineName = u"Test"_s;
     window.reset(LoggerGui::createLogWidget(&engineName, LoggerGui::AllDisplays, u"A log"_s, true,
@@ -126,13 +128,13 @@ void TestLoggerGui::init()
     QApplication::clipboard()->clear();
 }
 
-void TestLoggerGui::cleanup()
+void tst_LoggerGui::cleanup()
 {
     window.reset();
     QCOMPARE(Logger::instance()->loggerEngineNames(), QStringList());
 }
 
-void TestLoggerGui::namesEngines_data()
+void tst_LoggerGui::namesEngines_data()
 {
     QTest::addColumn<QString>("wanted");
     QTest::addColumn<QStringList>("given");
@@ -142,7 +144,7 @@ void TestLoggerGui::namesEngines_data()
         << u"Test"_s << QStringList {u"Test 2"_s, u"Test 3"_s, u"Test 4"_s};
 }
 
-void TestLoggerGui::namesEngines()
+void tst_LoggerGui::namesEngines()
 {
     QFETCH(QString, wanted);
     QFETCH(QStringList, given);
@@ -159,7 +161,7 @@ void TestLoggerGui::namesEngines()
     QCOMPARE(Logger::instance()->loggerEngineNames(), QStringList {u"Test"_s} + given);
 }
 
-void TestLoggerGui::takesTheTitleForAName()
+void tst_LoggerGui::takesTheTitleForAName()
 {
     QString name;
     const std::unique_ptr<QWidget> first(
@@ -175,7 +177,7 @@ void TestLoggerGui::takesTheTitleForAName()
     QCOMPARE(first->windowTitle(), u"Title"_s);
 }
 
-void TestLoggerGui::attachesItsEngineAndTakesItAlong()
+void tst_LoggerGui::attachesItsEngineAndTakesItAlong()
 {
     const QPointer<LoggerEngine> engine = Logger::instance()->loggerEngineReference(u"Test"_s);
     QVERIFY(engine);
@@ -189,7 +191,7 @@ void TestLoggerGui::attachesItsEngineAndTakesItAlong()
     QCOMPARE(Logger::instance()->loggerEngineNames(), QStringList());
 }
 
-void TestLoggerGui::survivesTheLog()
+void tst_LoggerGui::survivesTheLog()
 {
     auto other = std::make_unique<Logger>();
     Logger::setInstance(other.get());
@@ -203,7 +205,7 @@ void TestLoggerGui::survivesTheLog()
     QCOMPARE(Logger::instance()->loggerEngineNames(), QStringList {u"Test"_s});
 }
 
-void TestLoggerGui::startsToTakeMessagesWhenActive()
+void tst_LoggerGui::startsToTakeMessagesWhenActive()
 {
     const std::unique_ptr<QWidget> idle(
         LoggerGui::createLogWidget(nullptr, 3, u"Idle"_s, false, 126));
@@ -219,7 +221,7 @@ void TestLoggerGui::startsToTakeMessagesWhenActive()
     QCOMPARE(model->index(0, 2).data().toString(), u"kept"_s);
 }
 
-void TestLoggerGui::showsWhatItsEngineTakes()
+void tst_LoggerGui::showsWhatItsEngineTakes()
 {
     Logger::instance()
         ->loggerEngineReference(engineName)
@@ -233,7 +235,7 @@ void TestLoggerGui::showsWhatItsEngineTakes()
     QCOMPARE(shown(), QStringList {u"to this one"_s});
 }
 
-void TestLoggerGui::showsSystemMessagesOnly()
+void tst_LoggerGui::showsSystemMessagesOnly()
 {
     const std::unique_ptr<QWidget> system(LoggerGui::createSystemLogWidget(u"Messages"_s));
 
@@ -247,7 +249,7 @@ void TestLoggerGui::showsSystemMessagesOnly()
     QCOMPARE(system->windowTitle(), u"Messages"_s);
 }
 
-void TestLoggerGui::showsChosenParts_data()
+void tst_LoggerGui::showsChosenParts_data()
 {
     QTest::addColumn<int>("displays");
     QTest::addColumn<bool>("messages");
@@ -258,7 +260,7 @@ void TestLoggerGui::showsChosenParts_data()
     QTest::newRow("parts-shown-3 controls only") << 2 << false << true;
 }
 
-void TestLoggerGui::showsChosenParts()
+void tst_LoggerGui::showsChosenParts()
 {
     QFETCH(int, displays);
     QFETCH(bool, messages);
@@ -273,7 +275,7 @@ void TestLoggerGui::showsChosenParts()
     QCOMPARE(search && search->isVisible(), controls);
 }
 
-void TestLoggerGui::showsMessagesAsPlainText_data()
+void tst_LoggerGui::showsMessagesAsPlainText_data()
 {
     QTest::addColumn<QString>("message");
     QTest::addColumn<QStringList>("lines");
@@ -294,7 +296,7 @@ void TestLoggerGui::showsMessagesAsPlainText_data()
         << QString(1000, u'x') << QStringList {QString(1000, u'x')};
 }
 
-void TestLoggerGui::showsMessagesAsPlainText()
+void tst_LoggerGui::showsMessagesAsPlainText()
 {
     QFETCH(QString, message);
     QFETCH(QStringList, lines);
@@ -311,7 +313,7 @@ void TestLoggerGui::showsMessagesAsPlainText()
     QCOMPARE(shownColumn(0).mid(1), QStringList(lines.size() - 1, u""_s));
 }
 
-void TestLoggerGui::makesPriorityMessagesStandOut()
+void tst_LoggerGui::makesPriorityMessagesStandOut()
 {
     log(u"plain"_s);
     Logger::instance()->logPriorityMessage(engineName, Logger::Info, u"urgent"_s);
@@ -326,7 +328,7 @@ void TestLoggerGui::makesPriorityMessagesStandOut()
     QVERIFY(urgent.data(Qt::BackgroundRole).isValid());
 }
 
-void TestLoggerGui::showsWhileNoEventLoopRuns()
+void tst_LoggerGui::showsWhileNoEventLoopRuns()
 {
     for (int count = 0; count < 4; ++count) {
         log(QString::number(count));
@@ -336,7 +338,7 @@ void TestLoggerGui::showsWhileNoEventLoopRuns()
     QVERIFY(shown().size() >= 3);
 }
 
-void TestLoggerGui::followsTheEnd()
+void tst_LoggerGui::followsTheEnd()
 {
     for (int count = 0; count < 200; ++count)
         log(QString::number(count));
@@ -346,7 +348,7 @@ void TestLoggerGui::followsTheEnd()
     QVERIFY(view->verticalScrollBar()->maximum() > 0);
 }
 
-void TestLoggerGui::staysWhereTheUserReads()
+void tst_LoggerGui::staysWhereTheUserReads()
 {
     for (int count = 0; count < 200; ++count)
         log(QString::number(count));
@@ -364,7 +366,7 @@ void TestLoggerGui::staysWhereTheUserReads()
     QCOMPARE(view->verticalScrollBar()->value(), place);
 }
 
-void TestLoggerGui::staysWhereTheUserReadsWhenLinesAreDropped()
+void tst_LoggerGui::staysWhereTheUserReadsWhenLinesAreDropped()
 {
     for (int count = 0; count < 50'000; ++count)
         log(QString::number(count));
@@ -383,7 +385,7 @@ void TestLoggerGui::staysWhereTheUserReadsWhenLinesAreDropped()
     QCOMPARE(shown().constFirst(), u"300"_s);
 }
 
-void TestLoggerGui::hasAButtonForEachLevel()
+void tst_LoggerGui::hasAButtonForEachLevel()
 {
     const std::unique_ptr<QWidget> few(
         LoggerGui::createLogWidget(nullptr, 3, u"Few"_s, true, Logger::Warning | Logger::Error));
@@ -404,7 +406,7 @@ void TestLoggerGui::hasAButtonForEachLevel()
         QStringList({u"Info"_s, u"Warning"_s, u"Error"_s, u"Fatal"_s, u"Debug"_s, u"Trace"_s}));
 }
 
-void TestLoggerGui::filtersByLevel()
+void tst_LoggerGui::filtersByLevel()
 {
     log(u"i1"_s);
     log(u"w1\nw1 goes on"_s, Logger::Warning);
@@ -428,7 +430,7 @@ void TestLoggerGui::filtersByLevel()
     QCOMPARE(shown(), QStringList({u"i1"_s, u"w1"_s, u"w1 goes on"_s, u"e1"_s, u"w2"_s, u"i2"_s}));
 }
 
-void TestLoggerGui::searches()
+void tst_LoggerGui::searches()
 {
     for (const QString &text : {u"one"_s, u"Two"_s, u"three"_s, u"two and two"_s})
         log(text);
@@ -460,7 +462,7 @@ void TestLoggerGui::searches()
     QCOMPARE(note->text(), u""_s);
 }
 
-void TestLoggerGui::searchesBackwards()
+void tst_LoggerGui::searchesBackwards()
 {
     for (const QString &text : {u"a 1"_s, u"b"_s, u"a 2"_s, u"b"_s, u"a 3"_s})
         log(text);
@@ -478,7 +480,7 @@ void TestLoggerGui::searchesBackwards()
     QCOMPARE(found, QStringList({u"a 3"_s, u"a 2"_s, u"a 1"_s, u"a 3"_s}));
 }
 
-void TestLoggerGui::searchesFromTheKeyboard()
+void tst_LoggerGui::searchesFromTheKeyboard()
 {
     log(u"one"_s);
     log(u"two"_s);
@@ -499,7 +501,7 @@ void TestLoggerGui::searchesFromTheKeyboard()
     QCOMPARE(selected(), QStringList {u"one"_s});
 }
 
-void TestLoggerGui::clears()
+void tst_LoggerGui::clears()
 {
     log(u"old"_s);
     settle();
@@ -513,7 +515,7 @@ void TestLoggerGui::clears()
     QCOMPARE(shown(), QStringList {u"new"_s});
 }
 
-void TestLoggerGui::clearsThroughItsEngine()
+void tst_LoggerGui::clearsThroughItsEngine()
 {
     log(u"old"_s);
     settle();
@@ -524,7 +526,7 @@ void TestLoggerGui::clearsThroughItsEngine()
     QCOMPARE(shown(), QStringList());
 }
 
-void TestLoggerGui::copiesTheSelectedLines()
+void tst_LoggerGui::copiesTheSelectedLines()
 {
     for (const QString &text : {u"a"_s, u"<b>"_s, u"c"_s, u"d"_s})
         log(text);
@@ -541,7 +543,7 @@ void TestLoggerGui::copiesTheSelectedLines()
     QCOMPARE(clipboard(), u"a\n<b>\nc"_s);
 }
 
-void TestLoggerGui::copiesEverythingWithoutASelection()
+void tst_LoggerGui::copiesEverythingWithoutASelection()
 {
     log(u"a\nb"_s);
     log(u"hidden"_s, Logger::Error);
@@ -554,7 +556,7 @@ void TestLoggerGui::copiesEverythingWithoutASelection()
     QCOMPARE(clipboard(), u"a\nb\nc"_s);
 }
 
-void TestLoggerGui::copiesWholeLines()
+void tst_LoggerGui::copiesWholeLines()
 {
     log(QString(5000, u'x') + u"\ty"_s);
     settle();
@@ -565,7 +567,7 @@ void TestLoggerGui::copiesWholeLines()
     QCOMPARE(clipboard(), QString(5000, u'x') + u"\ty"_s);
 }
 
-void TestLoggerGui::copiesWithTimeAndLevelFromTheMenu()
+void tst_LoggerGui::copiesWithTimeAndLevelFromTheMenu()
 {
     log(u"a\nb"_s, Logger::Error);
     settle();
@@ -590,7 +592,7 @@ void TestLoggerGui::copiesWithTimeAndLevelFromTheMenu()
     QCOMPARE(clipboard(), time + u"\tError\ta\n\t\tb"_s);
 }
 
-void TestLoggerGui::dropsOldLinesAndSaysSo()
+void tst_LoggerGui::dropsOldLinesAndSaysSo()
 {
     const auto *const note = part<QLabel>(u"dropped"_s);
     for (int count = 0; count < 50'000; ++count)
@@ -613,7 +615,7 @@ void TestLoggerGui::dropsOldLinesAndSaysSo()
     QVERIFY(!note->isVisible());
 }
 
-void TestLoggerGui::dropsByCharactersToo()
+void tst_LoggerGui::dropsByCharactersToo()
 {
     for (int count = 0; count < 250; ++count)
         log(QString(100'000, u'x'));
@@ -624,7 +626,7 @@ void TestLoggerGui::dropsByCharactersToo()
              u"Only the newest lines are kept; older lines dropped: 50"_s);
 }
 
-void TestLoggerGui::keepsTheEndOfAMessageWithManyLines()
+void tst_LoggerGui::keepsTheEndOfAMessageWithManyLines()
 {
     QString message;
     for (int count = 0; count < 60'000; ++count)
@@ -648,7 +650,7 @@ void TestLoggerGui::keepsTheEndOfAMessageWithManyLines()
     QCOMPARE(shown(), QStringList {u"after"_s});
 }
 
-void TestLoggerGui::cutsAMessageThatIsTooLong()
+void tst_LoggerGui::cutsAMessageThatIsTooLong()
 {
     log(QString(10'000'005, u'x'));
     settle();
@@ -656,7 +658,7 @@ void TestLoggerGui::cutsAMessageThatIsTooLong()
     QCOMPARE(shown(), QStringList({QString(1000, u'x') + u'\u2026', u"(5 more characters)"_s}));
 }
 
-void TestLoggerGui::keepsItsMemoryBoundedWhileNothingIsShown()
+void tst_LoggerGui::keepsItsMemoryBoundedWhileNothingIsShown()
 {
     window->hide();
 
@@ -670,7 +672,7 @@ void TestLoggerGui::keepsItsMemoryBoundedWhileNothingIsShown()
              u"Only the newest lines are kept; older lines dropped: 250,000"_s);
 }
 
-void TestLoggerGui::changesItsViewSeldomUnderManyMessages()
+void tst_LoggerGui::changesItsViewSeldomUnderManyMessages()
 {
     qint64 changes = 0;
     connect(view->model(), &QAbstractItemModel::rowsInserted, this, [&] { ++changes; });
@@ -688,5 +690,5 @@ void TestLoggerGui::changesItsViewSeldomUnderManyMessages()
              qPrintable(u"%1 changes in %2 ms"_s.arg(changes).arg(time.elapsed())));
 }
 
-QTEST_MAIN(TestLoggerGui)
+TEST_CLASS(tst_LoggerGui)
 #include "tst_LoggerGui.moc"

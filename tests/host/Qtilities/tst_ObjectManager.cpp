@@ -1,3 +1,5 @@
+#include "tests/TestClass.h"
+
 #include <Qtilities/ObjectManager.h>
 #include <Qtilities/QtilitiesCoreApplication.h>
 
@@ -56,7 +58,7 @@ private:
 Q_DECLARE_METATYPE(Unequal)
 
 // Properties that objects share, and factories by name.
-class TestObjectManager : public QObject
+class tst_ObjectManager : public QObject
 {
     Q_OBJECT
 
@@ -90,7 +92,7 @@ private:
     QVariant declaredValue;
 };
 
-void TestObjectManager::keepsProperties()
+void tst_ObjectManager::keepsProperties()
 {
     QObject object;
     QVERIFY(!ObjectManager::propertyExists(&object, "p"));
@@ -108,7 +110,7 @@ void TestObjectManager::keepsProperties()
     QVERIFY(property.isRemovable());
 }
 
-void TestObjectManager::keepsFlags()
+void tst_ObjectManager::keepsFlags()
 {
     QObject object;
     SharedProperty property("p", u"x"_s);
@@ -123,7 +125,7 @@ void TestObjectManager::keepsFlags()
     QVERIFY(!ObjectManager::getSharedProperty(&object, "p").isRemovable());
 }
 
-void TestObjectManager::replacesProperties()
+void tst_ObjectManager::replacesProperties()
 {
     QObject object;
     QVERIFY(ObjectManager::setSharedProperty(&object, SharedProperty("p", 5)));
@@ -134,7 +136,7 @@ void TestObjectManager::replacesProperties()
     QCOMPARE(ObjectManager::sharedPropertyNames(&object), QStringList {u"p"_s});
 }
 
-void TestObjectManager::knowsInvalidProperties()
+void tst_ObjectManager::knowsInvalidProperties()
 {
     QObject object;
 
@@ -144,7 +146,7 @@ void TestObjectManager::knowsInvalidProperties()
     QVERIFY(!ObjectManager::getSharedProperty(&object, "p").isValid());
 }
 
-void TestObjectManager::refusesWhatIsNoProperty()
+void tst_ObjectManager::refusesWhatIsNoProperty()
 {
     QObject object;
 
@@ -160,7 +162,7 @@ void TestObjectManager::refusesWhatIsNoProperty()
     QCOMPARE(object.dynamicPropertyNames(), QByteArrayList());
 }
 
-void TestObjectManager::refusesNamesOfDeclaredProperties()
+void tst_ObjectManager::refusesNamesOfDeclaredProperties()
 {
     setObjectName(u"mine"_s);
     declaredValue = 1;
@@ -173,7 +175,7 @@ void TestObjectManager::refusesNamesOfDeclaredProperties()
     QVERIFY(!ObjectManager::propertyExists(this, "objectName"));
 }
 
-void TestObjectManager::leavesOrdinaryPropertiesAlone()
+void tst_ObjectManager::leavesOrdinaryPropertiesAlone()
 {
     QObject object;
     object.setProperty("plain", 5);
@@ -183,7 +185,7 @@ void TestObjectManager::leavesOrdinaryPropertiesAlone()
     QCOMPARE(ObjectManager::sharedPropertyNames(&object), QStringList());
 }
 
-void TestObjectManager::removesWithAnInvalidVariant()
+void tst_ObjectManager::removesWithAnInvalidVariant()
 {
     QObject object;
     QVERIFY(ObjectManager::setSharedProperty(&object, SharedProperty("p", 5)));
@@ -194,7 +196,7 @@ void TestObjectManager::removesWithAnInvalidVariant()
     QCOMPARE(ObjectManager::sharedPropertyNames(&object), QStringList());
 }
 
-void TestObjectManager::listsNamesInOrder()
+void tst_ObjectManager::listsNamesInOrder()
 {
     QObject object;
     for (const char *name : {"z", "a", "m"})
@@ -205,7 +207,7 @@ void TestObjectManager::listsNamesInOrder()
     QCOMPARE(ObjectManager::sharedPropertyNames(&object), QStringList({u"z"_s, u"a"_s, u"m"_s}));
 }
 
-void TestObjectManager::keepsNamesBeyondAscii()
+void tst_ObjectManager::keepsNamesBeyondAscii()
 {
     QObject object;
 
@@ -215,7 +217,7 @@ void TestObjectManager::keepsNamesBeyondAscii()
     QCOMPARE(ObjectManager::sharedPropertyNames(&object), QStringList {u"\u20ac"_s});
 }
 
-void TestObjectManager::acceptsTheSameValueTwice()
+void tst_ObjectManager::acceptsTheSameValueTwice()
 {
     QObject object;
 
@@ -223,7 +225,7 @@ void TestObjectManager::acceptsTheSameValueTwice()
     QVERIFY(ObjectManager::setSharedProperty(&object, SharedProperty("p", 5)));
 }
 
-void TestObjectManager::acceptsValuesThatEqualNothing_data()
+void tst_ObjectManager::acceptsValuesThatEqualNothing_data()
 {
     QTest::addColumn<QVariant>("value");
 
@@ -231,7 +233,7 @@ void TestObjectManager::acceptsValuesThatEqualNothing_data()
     QTest::newRow("unequal-2 a type of one's own") << QVariant::fromValue(Unequal());
 }
 
-void TestObjectManager::acceptsValuesThatEqualNothing()
+void tst_ObjectManager::acceptsValuesThatEqualNothing()
 {
     QFETCH(QVariant, value);
     QObject object;
@@ -242,7 +244,7 @@ void TestObjectManager::acceptsValuesThatEqualNothing()
     QCOMPARE(ObjectManager::getSharedProperty(&object, "p").value().metaType(), value.metaType());
 }
 
-void TestObjectManager::noticesARefusal()
+void tst_ObjectManager::noticesARefusal()
 {
     StubbornObject object;
 
@@ -251,7 +253,7 @@ void TestObjectManager::noticesARefusal()
     QVERIFY(!ObjectManager::propertyExists(&object, "p"));
 }
 
-void TestObjectManager::noticesARefusalOfAReplacement()
+void tst_ObjectManager::noticesARefusalOfAReplacement()
 {
     StubbornObject object;
     object.kept = QVariant::fromValue(SharedProperty("p", 1));
@@ -262,7 +264,7 @@ void TestObjectManager::noticesARefusalOfAReplacement()
     QCOMPARE(ObjectManager::getSharedProperty(&object, "p").value(), QVariant(1));
 }
 
-void TestObjectManager::findsFactoriesByName()
+void tst_ObjectManager::findsFactoriesByName()
 {
     ObjectManager manager;
     FakeFactory designs(u"Designs"_s);
@@ -281,7 +283,7 @@ void TestObjectManager::findsFactoriesByName()
     QCOMPARE(manager.factoryProvider(u"Scripts"_s), &scripts);
 }
 
-void TestObjectManager::replacesAFactoryOfTheSameName()
+void tst_ObjectManager::replacesAFactoryOfTheSameName()
 {
     ObjectManager manager;
     FakeFactory first(u"Designs"_s);
@@ -294,7 +296,7 @@ void TestObjectManager::replacesAFactoryOfTheSameName()
     QCOMPARE(manager.factoryProvider(u"Designs"_s), nullptr);
 }
 
-void TestObjectManager::canBeReplaced()
+void tst_ObjectManager::canBeReplaced()
 {
     ObjectManager *const standard = QtilitiesCoreApplication::objectManager();
     QVERIFY(standard);
@@ -307,5 +309,5 @@ void TestObjectManager::canBeReplaced()
     QCOMPARE(QtilitiesCoreApplication::objectManager(), standard);
 }
 
-QTEST_GUILESS_MAIN(TestObjectManager)
+GUILESS_TEST_CLASS(tst_ObjectManager)
 #include "tst_ObjectManager.moc"

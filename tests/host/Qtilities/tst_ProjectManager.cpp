@@ -1,3 +1,5 @@
+#include "tests/TestClass.h"
+
 #include <Qtilities/Logger.h>
 #include <Qtilities/ProjectManager.h>
 #include <Qtilities/QtilitiesApplication.h>
@@ -112,7 +114,7 @@ QByteArray projectFile(const QByteArray &entries)
 } // namespace
 
 // The one project: made, saved, opened, closed, and never lost.
-class TestProjectManager : public QObject
+class tst_ProjectManager : public QObject
 {
     Q_OBJECT
 
@@ -183,7 +185,7 @@ private:
     QStringList messages;
 };
 
-void TestProjectManager::init()
+void tst_ProjectManager::init()
 {
     folder = std::make_unique<QTemporaryDir>();
     QVERIFY(folder->isValid());
@@ -200,14 +202,14 @@ void TestProjectManager::init()
     QVERIFY(manager->addProjectItem(item.get()));
 }
 
-void TestProjectManager::cleanup()
+void tst_ProjectManager::cleanup()
 {
     manager.reset();
     Logger::setInstance(nullptr);
     QtilitiesApplication::setApplicationSessionPath(QString());
 }
 
-void TestProjectManager::startsWithoutAProject()
+void tst_ProjectManager::startsWithoutAProject()
 {
     QVERIFY(!manager->currentProject());
     QCOMPARE(manager->currentProjectName(), QString());
@@ -222,7 +224,7 @@ void TestProjectManager::startsWithoutAProject()
     QVERIFY(!QFile::exists(path(u"a.mvproject"_s)));
 }
 
-void TestProjectManager::makesANewProject()
+void tst_ProjectManager::makesANewProject()
 {
     QSignalSpy spy(manager.get(), &ProjectManager::currentProjectChanged);
 
@@ -237,7 +239,7 @@ void TestProjectManager::makesANewProject()
     QCOMPARE(logged(), QStringList());
 }
 
-void TestProjectManager::closes()
+void tst_ProjectManager::closes()
 {
     QVERIFY(manager->newProject());
     QSignalSpy spy(manager.get(), &ProjectManager::currentProjectChanged);
@@ -248,7 +250,7 @@ void TestProjectManager::closes()
     QCOMPARE(spy.size(), 1);
 }
 
-void TestProjectManager::closesWhatItHolds()
+void tst_ProjectManager::closesWhatItHolds()
 {
     QVERIFY(manager->newProject());
     item->open_ = {u"/a"_s, u"/b"_s};
@@ -259,7 +261,7 @@ void TestProjectManager::closesWhatItHolds()
     QVERIFY(manager->currentProject());
 }
 
-void TestProjectManager::saysThatAnUnsavedListIsGone()
+void tst_ProjectManager::saysThatAnUnsavedListIsGone()
 {
     QVERIFY(manager->newProject());
     item->open_ = {u"/a"_s};
@@ -271,7 +273,7 @@ void TestProjectManager::saysThatAnUnsavedListIsGone()
         QStringList {u"4 The project \"New Project\" was never saved; what it held is closed"_s});
 }
 
-void TestProjectManager::saysNothingOfAnEmptyUnsavedProject()
+void tst_ProjectManager::saysNothingOfAnEmptyUnsavedProject()
 {
     QVERIFY(manager->newProject());
     QVERIFY(manager->closeProject());
@@ -279,7 +281,7 @@ void TestProjectManager::saysNothingOfAnEmptyUnsavedProject()
     QCOMPARE(logged(), QStringList());
 }
 
-void TestProjectManager::staysOpenWhenSomethingCannotBeClosed()
+void tst_ProjectManager::staysOpenWhenSomethingCannotBeClosed()
 {
     QVERIFY(manager->newProject());
     item->open_ = {u"/a"_s, u"/b"_s, u"/c"_s};
@@ -295,7 +297,7 @@ void TestProjectManager::staysOpenWhenSomethingCannotBeClosed()
     QVERIFY(manager->currentProject());
 }
 
-void TestProjectManager::savesItsFileWhenItCloses()
+void tst_ProjectManager::savesItsFileWhenItCloses()
 {
     const QString file = path(u"p.mvproject"_s);
     QVERIFY(manager->newProject());
@@ -310,7 +312,7 @@ void TestProjectManager::savesItsFileWhenItCloses()
     QCOMPARE(logged(), QStringList());
 }
 
-void TestProjectManager::doesNotTouchItsFileWithoutChanges()
+void tst_ProjectManager::doesNotTouchItsFileWithoutChanges()
 {
     const QString file = path(u"p.mvproject"_s);
     const QByteArray content = projectFile("<entry path=\"a\"/><!-- a note --><entry path=\"b\"/>");
@@ -322,7 +324,7 @@ void TestProjectManager::doesNotTouchItsFileWithoutChanges()
     QCOMPARE(contentOf(file), QString::fromUtf8(content));
 }
 
-void TestProjectManager::staysOpenWhenItsFileCannotBeWritten()
+void tst_ProjectManager::staysOpenWhenItsFileCannotBeWritten()
 {
     const QString file = path(u"sub/p.mvproject"_s);
     QVERIFY(QDir(folder->path()).mkdir(u"sub"_s));
@@ -339,7 +341,7 @@ void TestProjectManager::staysOpenWhenItsFileCannotBeWritten()
     QCOMPARE(manager->currentProjectFileName(), file);
 }
 
-void TestProjectManager::writesItsFile()
+void tst_ProjectManager::writesItsFile()
 {
     const QString file = path(u"work/p.mvproject"_s);
     QVERIFY(QDir(folder->path()).mkdir(u"work"_s));
@@ -364,7 +366,7 @@ void TestProjectManager::writesItsFile()
     QCOMPARE(logged(), QStringList());
 }
 
-void TestProjectManager::writesAbsolutePathsOnDemand()
+void tst_ProjectManager::writesAbsolutePathsOnDemand()
 {
     const QString file = path(u"p.mvproject"_s);
     QVERIFY(manager->newProject());
@@ -379,7 +381,7 @@ void TestProjectManager::writesAbsolutePathsOnDemand()
     QVERIFY(contentOf(file).contains(u"<entry path=\"%1/b.xml\"/>"_s.arg(folder->path())));
 }
 
-void TestProjectManager::takesTheNameOfItsFile_data()
+void tst_ProjectManager::takesTheNameOfItsFile_data()
 {
     QTest::addColumn<QString>("file");
     QTest::addColumn<QString>("name");
@@ -390,7 +392,7 @@ void TestProjectManager::takesTheNameOfItsFile_data()
     QTest::newRow("name-file-4 marks that XML knows") << u"a&\"b'<.x"_s << u"a&\"b'<"_s;
 }
 
-void TestProjectManager::takesTheNameOfItsFile()
+void tst_ProjectManager::takesTheNameOfItsFile()
 {
     QFETCH(QString, file);
     QFETCH(QString, name);
@@ -404,7 +406,7 @@ void TestProjectManager::takesTheNameOfItsFile()
     QCOMPARE(manager->currentProjectName(), name);
 }
 
-void TestProjectManager::keepsANameThatItWasGiven()
+void tst_ProjectManager::keepsANameThatItWasGiven()
 {
     put(path(u"p.mvproject"_s), projectFile(""));
     QVERIFY(manager->openProject(path(u"p.mvproject"_s)));
@@ -415,7 +417,7 @@ void TestProjectManager::keepsANameThatItWasGiven()
     QCOMPARE(manager->currentProjectName(), u"demo"_s);
 }
 
-void TestProjectManager::keepsOddPaths_data()
+void tst_ProjectManager::keepsOddPaths_data()
 {
     QTest::addColumn<QString>("name");
 
@@ -428,7 +430,7 @@ void TestProjectManager::keepsOddPaths_data()
     QTest::newRow("path-odd-7 quotes") << u"\"a'.xml"_s;
 }
 
-void TestProjectManager::keepsOddPaths()
+void tst_ProjectManager::keepsOddPaths()
 {
     QFETCH(QString, name);
     const QString file = path(u"p.mvproject"_s);
@@ -442,7 +444,7 @@ void TestProjectManager::keepsOddPaths()
     QCOMPARE(item->open_, QStringList {odd});
 }
 
-void TestProjectManager::refusesToSave_data()
+void tst_ProjectManager::refusesToSave_data()
 {
     QTest::addColumn<QString>("file");
     QTest::addColumn<QString>("message");
@@ -455,7 +457,7 @@ void TestProjectManager::refusesToSave_data()
         << u"DIR/no/p"_s << u"8 Cannot write \"DIR/no/p\": No such file or directory"_s;
 }
 
-void TestProjectManager::refusesToSave()
+void tst_ProjectManager::refusesToSave()
 {
     QFETCH(QString, file);
     QFETCH(QString, message);
@@ -468,7 +470,7 @@ void TestProjectManager::refusesToSave()
     QCOMPARE(manager->currentProjectName(), u"New Project"_s);
 }
 
-void TestProjectManager::refusesTextsThatItsFileCannotHold()
+void tst_ProjectManager::refusesTextsThatItsFileCannotHold()
 {
     QVERIFY(manager->newProject());
     item->open_ = {u"/a\u0001b"_s};
@@ -481,7 +483,7 @@ void TestProjectManager::refusesTextsThatItsFileCannotHold()
     QVERIFY(!QFile::exists(path(u"p.mvproject"_s)));
 }
 
-void TestProjectManager::doesNotReplaceOtherFiles()
+void tst_ProjectManager::doesNotReplaceOtherFiles()
 {
     put(path(u"mine.txt"_s), "my own words\n");
     QVERIFY(manager->newProject());
@@ -494,7 +496,7 @@ void TestProjectManager::doesNotReplaceOtherFiles()
     QCOMPARE(contentOf(path(u"mine.txt"_s)), u"my own words\n"_s);
 }
 
-void TestProjectManager::replacesAnotherProject()
+void tst_ProjectManager::replacesAnotherProject()
 {
     put(path(u"p.mvproject"_s), projectFile("<entry path=\"old\"/>"));
     put(path(u"empty.mvproject"_s), "");
@@ -508,7 +510,7 @@ void TestProjectManager::replacesAnotherProject()
     QCOMPARE(state(), QStringList {u"DIR/new*"_s});
 }
 
-void TestProjectManager::opensWhatItSaved()
+void tst_ProjectManager::opensWhatItSaved()
 {
     const QString file = path(u"p.mvproject"_s);
     QVERIFY(manager->newProject());
@@ -529,7 +531,7 @@ void TestProjectManager::opensWhatItSaved()
     QCOMPARE(logged(), QStringList());
 }
 
-void TestProjectManager::opensAfterItWasMoved()
+void tst_ProjectManager::opensAfterItWasMoved()
 {
     QVERIFY(QDir(folder->path()).mkpath(u"here/projects"_s));
     QVERIFY(manager->newProject());
@@ -543,7 +545,7 @@ void TestProjectManager::opensAfterItWasMoved()
     QCOMPARE(state(), QStringList {u"DIR/there/designs/a.xml*"_s});
 }
 
-void TestProjectManager::opensThroughALink()
+void tst_ProjectManager::opensThroughALink()
 {
     put(path(u"real/p.mvproject"_s), projectFile("<entry path=\"a.xml\"/>"));
     QVERIFY(QFile::link(path(u"real/p.mvproject"_s), path(u"link.mvproject"_s)));
@@ -558,7 +560,7 @@ void TestProjectManager::opensThroughALink()
     QVERIFY(contentOf(path(u"real/p.mvproject"_s)).contains(u"<entry path=\"b.xml\"/>"_s));
 }
 
-void TestProjectManager::opensRelativeToTheCurrentFolder()
+void tst_ProjectManager::opensRelativeToTheCurrentFolder()
 {
     put(path(u"p.mvproject"_s), projectFile(""));
     const QString before = QDir::currentPath();
@@ -571,7 +573,7 @@ void TestProjectManager::opensRelativeToTheCurrentFolder()
     QCOMPARE(manager->currentProjectFileName(), path(u"p.mvproject"_s));
 }
 
-void TestProjectManager::activatesWhatTheFileSays()
+void tst_ProjectManager::activatesWhatTheFileSays()
 {
     put(path(u"p.mvproject"_s),
         projectFile("<entry path=\"a\" active=\"true\"/><entry path=\"b\" active=\"false\"/>"));
@@ -581,7 +583,7 @@ void TestProjectManager::activatesWhatTheFileSays()
     QCOMPARE(state(), QStringList({u"DIR/a*"_s, u"DIR/b"_s}));
 }
 
-void TestProjectManager::closesTheOldProjectFirst()
+void tst_ProjectManager::closesTheOldProjectFirst()
 {
     put(path(u"p.mvproject"_s), projectFile("<entry path=\"a\"/><entry path=\"b\"/>"));
     put(path(u"q.mvproject"_s), projectFile("<entry path=\"b\"/><entry path=\"c\"/>"));
@@ -593,7 +595,7 @@ void TestProjectManager::closesTheOldProjectFirst()
     QCOMPARE(manager->currentProjectFileName(), path(u"q.mvproject"_s));
 }
 
-void TestProjectManager::opensItselfAgain()
+void tst_ProjectManager::opensItselfAgain()
 {
     put(path(u"p.mvproject"_s), projectFile("<entry path=\"a\"/>"));
     QVERIFY(manager->openProject(path(u"p.mvproject"_s)));
@@ -604,7 +606,7 @@ void TestProjectManager::opensItselfAgain()
     QCOMPARE(state(), QStringList({u"DIR/a*"_s, u"DIR/new"_s}));
 }
 
-void TestProjectManager::keepsWhatIsOpenWithoutAProject()
+void tst_ProjectManager::keepsWhatIsOpenWithoutAProject()
 {
     put(path(u"p.mvproject"_s), projectFile("<entry path=\"a\"/>"));
     item->open_ = {path(u"loose"_s)};
@@ -618,7 +620,7 @@ void TestProjectManager::keepsWhatIsOpenWithoutAProject()
     QCOMPARE(state(), QStringList({u"DIR/loose"_s, u"DIR/a*"_s}));
 }
 
-void TestProjectManager::refusesMalformedFiles_data()
+void tst_ProjectManager::refusesMalformedFiles_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("message");
@@ -682,7 +684,7 @@ void TestProjectManager::refusesMalformedFiles_data()
         u"5: there is a second active entry"_s);
 }
 
-void TestProjectManager::refusesMalformedFiles()
+void tst_ProjectManager::refusesMalformedFiles()
 {
     QFETCH(QByteArray, content);
     QFETCH(QString, message);
@@ -700,7 +702,7 @@ void TestProjectManager::refusesMalformedFiles()
     QCOMPARE(contentOf(file).toUtf8().size(), QString::fromUtf8(content).toUtf8().size());
 }
 
-void TestProjectManager::refusesFilesThatCannotBeRead_data()
+void tst_ProjectManager::refusesFilesThatCannotBeRead_data()
 {
     QTest::addColumn<QString>("file");
     QTest::addColumn<QString>("message");
@@ -714,7 +716,7 @@ void TestProjectManager::refusesFilesThatCannotBeRead_data()
         << u"DIR/huge"_s << u"DIR/huge: it has more than 16777216 bytes"_s;
 }
 
-void TestProjectManager::refusesFilesThatCannotBeRead()
+void tst_ProjectManager::refusesFilesThatCannotBeRead()
 {
     QFETCH(QString, file);
     QFETCH(QString, message);
@@ -728,7 +730,7 @@ void TestProjectManager::refusesFilesThatCannotBeRead()
     QVERIFY(!manager->currentProject());
 }
 
-void TestProjectManager::refusesASectionThatNobodyKnows()
+void tst_ProjectManager::refusesASectionThatNobodyKnows()
 {
     put(path(u"p.mvproject"_s), "<project version=\"1\">\n<things/>\n<wishes/>\n</project>");
 
@@ -737,7 +739,7 @@ void TestProjectManager::refusesASectionThatNobodyKnows()
     QCOMPARE(logged(), QStringList {u"8 DIR/p.mvproject:3: <wishes> is not known here"_s});
 }
 
-void TestProjectManager::keepsTheOldProjectWhenAnEntryIsMissing()
+void tst_ProjectManager::keepsTheOldProjectWhenAnEntryIsMissing()
 {
     put(path(u"old.mvproject"_s), projectFile("<entry path=\"a\"/>"));
     put(path(u"p.mvproject"_s), projectFile("<entry path=\"b\"/>\n<entry path=\"c\"/>\n"));
@@ -751,7 +753,7 @@ void TestProjectManager::keepsTheOldProjectWhenAnEntryIsMissing()
     QCOMPARE(manager->currentProjectFileName(), path(u"old.mvproject"_s));
 }
 
-void TestProjectManager::bringsTheOldProjectBackWhenAnEntryIsBroken()
+void tst_ProjectManager::bringsTheOldProjectBackWhenAnEntryIsBroken()
 {
     put(path(u"old.mvproject"_s),
         projectFile("<entry path=\"a\" active=\"true\"/><entry path=\"b\"/>"));
@@ -771,7 +773,7 @@ void TestProjectManager::bringsTheOldProjectBackWhenAnEntryIsBroken()
     QCOMPARE(contentOf(path(u"old.mvproject"_s)), before);
 }
 
-void TestProjectManager::staysAsItIsWhenTheOldProjectCannotBeClosed()
+void tst_ProjectManager::staysAsItIsWhenTheOldProjectCannotBeClosed()
 {
     put(path(u"old.mvproject"_s), projectFile("<entry path=\"a\"/>"));
     put(path(u"p.mvproject"_s), projectFile("<entry path=\"b\"/>"));
@@ -785,7 +787,7 @@ void TestProjectManager::staysAsItIsWhenTheOldProjectCannotBeClosed()
     QCOMPARE(manager->currentProjectFileName(), path(u"old.mvproject"_s));
 }
 
-void TestProjectManager::refusesASecondItemOfASection()
+void tst_ProjectManager::refusesASecondItemOfASection()
 {
     FakeItem other;
     FakeItem more(u"more"_s);
@@ -809,7 +811,7 @@ void TestProjectManager::refusesASecondItemOfASection()
     manager->removeProjectItem(&more);
 }
 
-void TestProjectManager::forgetsARemovedItem()
+void tst_ProjectManager::forgetsARemovedItem()
 {
     item->open_ = {u"/a"_s};
     manager->removeProjectItem(item.get());
@@ -820,7 +822,7 @@ void TestProjectManager::forgetsARemovedItem()
     QCOMPARE(state(), QStringList {u"/a"_s});
 }
 
-void TestProjectManager::keepsACustomPath()
+void tst_ProjectManager::keepsACustomPath()
 {
     QCOMPARE(manager->customProjectsPath(QString()), QString());
     QCOMPARE(manager->customProjectsPath(u"/fallback"_s), u"/fallback"_s);
@@ -835,7 +837,7 @@ void TestProjectManager::keepsACustomPath()
     QCOMPARE(later.customProjectsPath(u"/fallback"_s), u"/fallback"_s);
 }
 
-void TestProjectManager::canBeReplaced()
+void tst_ProjectManager::canBeReplaced()
 {
     ProjectManager *const standard = ProjectManager::instance();
     QVERIFY(standard);
@@ -847,5 +849,5 @@ void TestProjectManager::canBeReplaced()
     QCOMPARE(ProjectManager::instance(), standard);
 }
 
-QTEST_GUILESS_MAIN(TestProjectManager)
+GUILESS_TEST_CLASS(tst_ProjectManager)
 #include "tst_ProjectManager.moc"

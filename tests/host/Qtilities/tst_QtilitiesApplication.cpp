@@ -15,7 +15,7 @@ using namespace Qt::Literals::StringLiterals;
 using Qtilities::CoreGui::QtilitiesApplication;
 
 // The session folder, its settings, and the main window.
-class TestQtilitiesApplication : public QObject
+class tst_QtilitiesApplication : public QObject
 {
     Q_OBJECT
 
@@ -31,13 +31,13 @@ private Q_SLOTS:
     void knowsTheMainWindow();
 };
 
-void TestQtilitiesApplication::startsInThePlatformsFolder()
+void tst_QtilitiesApplication::startsInThePlatformsFolder()
 {
     QCOMPARE(QtilitiesApplication::applicationSessionPath(),
              QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
 }
 
-void TestQtilitiesApplication::setsTheSessionPath_data()
+void tst_QtilitiesApplication::setsTheSessionPath_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("session");
@@ -50,7 +50,7 @@ void TestQtilitiesApplication::setsTheSessionPath_data()
     QTest::newRow("session-5 a relative path") << u"x/y"_s << QDir::currentPath() + u"/x/y"_s;
 }
 
-void TestQtilitiesApplication::setsTheSessionPath()
+void tst_QtilitiesApplication::setsTheSessionPath()
 {
     QFETCH(QString, path);
     QFETCH(QString, session);
@@ -60,7 +60,7 @@ void TestQtilitiesApplication::setsTheSessionPath()
     QCOMPARE(QtilitiesApplication::applicationSessionPath(), session);
 }
 
-void TestQtilitiesApplication::keepsARelativePathWhenTheFolderChanges()
+void tst_QtilitiesApplication::keepsARelativePathWhenTheFolderChanges()
 {
     const QString before = QDir::currentPath();
     QtilitiesApplication::setApplicationSessionPath(u"x"_s);
@@ -72,14 +72,14 @@ void TestQtilitiesApplication::keepsARelativePathWhenTheFolderChanges()
     QCOMPARE(path, before + u"/x"_s);
 }
 
-void TestQtilitiesApplication::namesTheSettingsFile()
+void tst_QtilitiesApplication::namesTheSettingsFile()
 {
     QtilitiesApplication::setApplicationSessionPath(u"/a b"_s);
 
     QCOMPARE(QtilitiesApplication::settingsFileName(), u"/a b/settings.ini"_s);
 }
 
-void TestQtilitiesApplication::sharesSettingsWithOtherProcesses()
+void tst_QtilitiesApplication::sharesSettingsWithOtherProcesses()
 {
     const QTemporaryDir folder;
     QtilitiesApplication::setApplicationSessionPath(folder.path());
@@ -108,7 +108,7 @@ void TestQtilitiesApplication::sharesSettingsWithOtherProcesses()
     QCOMPARE(settings.value(u"Writer3/Key24"_s).toInt(), 24);
 }
 
-void TestQtilitiesApplication::knowsTheMainWindow()
+void tst_QtilitiesApplication::knowsTheMainWindow()
 {
     QVERIFY(!QtilitiesApplication::mainWindow());
     auto window = std::make_unique<QMainWindow>();
@@ -123,7 +123,7 @@ void TestQtilitiesApplication::knowsTheMainWindow()
 int main(int argc, char **argv)
 {
     QtilitiesApplication application(argc, argv);
-    TestQtilitiesApplication test;
+    tst_QtilitiesApplication test;
     return QTest::qExec(&test, argc, argv);
 }
 #include "tst_QtilitiesApplication.moc"

@@ -1,3 +1,5 @@
+#include "tests/TestClass.h"
+
 #include <Qtilities/QtilitiesCategory.h>
 
 #include <QTest>
@@ -6,7 +8,7 @@ using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::QtilitiesCategory;
 
 // Hierarchical names: split, joined, compared and ordered.
-class TestQtilitiesCategory : public QObject
+class tst_QtilitiesCategory : public QObject
 {
     Q_OBJECT
 
@@ -21,7 +23,7 @@ private Q_SLOTS:
     void dropsEmptyLevelsOfAList();
 };
 
-void TestQtilitiesCategory::splits_data()
+void tst_QtilitiesCategory::splits_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("separator");
@@ -48,7 +50,7 @@ void TestQtilitiesCategory::splits_data()
         << u"\U0001F600::\u00e9"_s << u"::"_s << QStringList {u"\U0001F600"_s, u"\u00e9"_s};
 }
 
-void TestQtilitiesCategory::splits()
+void tst_QtilitiesCategory::splits()
 {
     QFETCH(QString, text);
     QFETCH(QString, separator);
@@ -60,7 +62,7 @@ void TestQtilitiesCategory::splits()
     QCOMPARE(category.isEmpty(), levels.isEmpty());
 }
 
-void TestQtilitiesCategory::joins_data()
+void tst_QtilitiesCategory::joins_data()
 {
     QTest::addColumn<QStringList>("levels");
     QTest::addColumn<QString>("separator");
@@ -76,7 +78,7 @@ void TestQtilitiesCategory::joins_data()
         << QStringList {u"a"_s, u"b"_s} << u""_s << u"ab"_s;
 }
 
-void TestQtilitiesCategory::joins()
+void tst_QtilitiesCategory::joins()
 {
     QFETCH(QStringList, levels);
     QFETCH(QString, separator);
@@ -85,7 +87,7 @@ void TestQtilitiesCategory::joins()
     QCOMPARE(QtilitiesCategory(levels).toString(separator), text);
 }
 
-void TestQtilitiesCategory::contains_data()
+void tst_QtilitiesCategory::contains_data()
 {
     QTest::addColumn<QString>("outer");
     QTest::addColumn<QString>("inner");
@@ -100,7 +102,7 @@ void TestQtilitiesCategory::contains_data()
     QTest::newRow("contains-no-4 another case") << u"a"_s << u"A::b"_s << false;
 }
 
-void TestQtilitiesCategory::contains()
+void tst_QtilitiesCategory::contains()
 {
     QFETCH(QString, outer);
     QFETCH(QString, inner);
@@ -111,7 +113,7 @@ void TestQtilitiesCategory::contains()
              contained);
 }
 
-void TestQtilitiesCategory::comparesWithCase()
+void tst_QtilitiesCategory::comparesWithCase()
 {
     const QtilitiesCategory category = QtilitiesCategory::fromString(u"HDL::Verilog"_s, u"::"_s);
 
@@ -121,11 +123,11 @@ void TestQtilitiesCategory::comparesWithCase()
     QVERIFY(QtilitiesCategory() == QtilitiesCategory(QStringList()));
 }
 
-void TestQtilitiesCategory::dropsEmptyLevelsOfAList()
+void tst_QtilitiesCategory::dropsEmptyLevelsOfAList()
 {
     QCOMPARE(QtilitiesCategory({u""_s, u"a"_s, QString(), u"b"_s}).levels(),
              QStringList({u"a"_s, u"b"_s}));
 }
 
-QTEST_APPLESS_MAIN(TestQtilitiesCategory)
+APPLESS_TEST_CLASS(tst_QtilitiesCategory)
 #include "tst_QtilitiesCategory.moc"

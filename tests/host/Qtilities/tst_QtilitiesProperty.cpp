@@ -1,3 +1,5 @@
+#include "tests/TestClass.h"
+
 #include <Qtilities/QtilitiesProperty.h>
 #include <Qtilities/SharedProperty.h>
 
@@ -8,7 +10,7 @@ using Qtilities::Core::QtilitiesProperty;
 using Qtilities::Core::SharedProperty;
 
 // Values made from texts, and named values.
-class TestQtilitiesProperty : public QObject
+class tst_QtilitiesProperty : public QObject
 {
     Q_OBJECT
 
@@ -28,7 +30,7 @@ private Q_SLOTS:
     void takesSharedNames();
 };
 
-void TestQtilitiesProperty::constructs_data()
+void tst_QtilitiesProperty::constructs_data()
 {
     QTest::addColumn<QString>("type");
     QTest::addColumn<QString>("text");
@@ -63,7 +65,7 @@ void TestQtilitiesProperty::constructs_data()
     row("make-string-8 an empty text under the Qt name", u"QString"_s, u""_s, u""_s);
 }
 
-void TestQtilitiesProperty::constructs()
+void tst_QtilitiesProperty::constructs()
 {
     QFETCH(QString, type);
     QFETCH(QString, text);
@@ -76,7 +78,7 @@ void TestQtilitiesProperty::constructs()
     QCOMPARE(made, value);
 }
 
-void TestQtilitiesProperty::refuses_data()
+void tst_QtilitiesProperty::refuses_data()
 {
     QTest::addColumn<QString>("type");
     QTest::addColumn<QString>("text");
@@ -116,7 +118,7 @@ void TestQtilitiesProperty::refuses_data()
     row("refuse-double-6 two of them", u"double"_s, u"1 2"_s);
 }
 
-void TestQtilitiesProperty::refuses()
+void tst_QtilitiesProperty::refuses()
 {
     QFETCH(QString, type);
     QFETCH(QString, text);
@@ -124,7 +126,7 @@ void TestQtilitiesProperty::refuses()
     QVERIFY(!QtilitiesProperty::constructVariant(type, text).isValid());
 }
 
-void TestQtilitiesProperty::namesTypes_data()
+void tst_QtilitiesProperty::namesTypes_data()
 {
     QTest::addColumn<QVariant>("value");
     QTest::addColumn<QString>("name");
@@ -138,7 +140,7 @@ void TestQtilitiesProperty::namesTypes_data()
     QTest::newRow("type-other-2 nothing") << QVariant() << u"string"_s;
 }
 
-void TestQtilitiesProperty::namesTypes()
+void tst_QtilitiesProperty::namesTypes()
 {
     QFETCH(QVariant, value);
     QFETCH(QString, name);
@@ -146,7 +148,7 @@ void TestQtilitiesProperty::namesTypes()
     QCOMPARE(QtilitiesProperty::typeName(value), name);
 }
 
-void TestQtilitiesProperty::namesTypesThatMakeTheValueAgain()
+void tst_QtilitiesProperty::namesTypesThatMakeTheValueAgain()
 {
     for (const QVariant &value :
          {QVariant(true), QVariant(-3), QVariant(3U), QVariant(0.1), QVariant(u" x "_s)}) {
@@ -156,7 +158,7 @@ void TestQtilitiesProperty::namesTypesThatMakeTheValueAgain()
     }
 }
 
-void TestQtilitiesProperty::startsInvalidWritableAndRemovable()
+void tst_QtilitiesProperty::startsInvalidWritableAndRemovable()
 {
     QtilitiesProperty property;
     QVERIFY(!property.isValid());
@@ -176,7 +178,7 @@ void TestQtilitiesProperty::startsInvalidWritableAndRemovable()
     QVERIFY(!property.isRemovable());
 }
 
-void TestQtilitiesProperty::isValidWithNameAndValue_data()
+void tst_QtilitiesProperty::isValidWithNameAndValue_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QVariant>("value");
@@ -188,7 +190,7 @@ void TestQtilitiesProperty::isValidWithNameAndValue_data()
     QTest::newRow("valid-4 no value") << u"p"_s << QVariant() << false;
 }
 
-void TestQtilitiesProperty::isValidWithNameAndValue()
+void tst_QtilitiesProperty::isValidWithNameAndValue()
 {
     QFETCH(QString, name);
     QFETCH(QVariant, value);
@@ -197,7 +199,7 @@ void TestQtilitiesProperty::isValidWithNameAndValue()
     QCOMPARE(QtilitiesProperty(name, value).isValid(), valid);
 }
 
-void TestQtilitiesProperty::compares()
+void tst_QtilitiesProperty::compares()
 {
     const QtilitiesProperty property(u"p"_s, 1);
     QtilitiesProperty other = property;
@@ -214,7 +216,7 @@ void TestQtilitiesProperty::compares()
     QVERIFY(QtilitiesProperty(u"q"_s, 1) != property);
 }
 
-void TestQtilitiesProperty::takesSharedNames_data()
+void tst_QtilitiesProperty::takesSharedNames_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("name");
@@ -229,7 +231,7 @@ void TestQtilitiesProperty::takesSharedNames_data()
         << QByteArray("\xed\xa0\xbd\xed\xb8\x80") << u""_s;
 }
 
-void TestQtilitiesProperty::takesSharedNames()
+void tst_QtilitiesProperty::takesSharedNames()
 {
     QFETCH(QByteArray, bytes);
     QFETCH(QString, name);
@@ -240,5 +242,5 @@ void TestQtilitiesProperty::takesSharedNames()
     QCOMPARE(property.isValid(), !name.isEmpty());
 }
 
-QTEST_APPLESS_MAIN(TestQtilitiesProperty)
+APPLESS_TEST_CLASS(tst_QtilitiesProperty)
 #include "tst_QtilitiesProperty.moc"

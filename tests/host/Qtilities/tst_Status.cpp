@@ -1,3 +1,5 @@
+#include "tests/TestClass.h"
+
 #include <Qtilities/Status.h>
 
 #include <QSet>
@@ -158,5 +160,5 @@ void tst_Status::resultMovesItsValue()
     QCOMPARE(*taken, 7);
 }
 
-QTEST_GUILESS_MAIN(tst_Status)
+GUILESS_TEST_CLASS(tst_Status)
 #include "tst_Status.moc"

@@ -1,3 +1,5 @@
+#include "tests/TestClass.h"
+
 #include <Qtilities/TreeFileItem.h>
 #include <Qtilities/TreeItemBase.h>
 
@@ -35,7 +37,7 @@ public:
 } // namespace
 
 // Items of trees: names, categories, paths, and whether they have changed.
-class TestTreeItems : public QObject
+class tst_TreeItems : public QObject
 {
     Q_OBJECT
 
@@ -48,7 +50,7 @@ private Q_SLOTS:
     void leadsBackToItsObject();
 };
 
-void TestTreeItems::hasAName()
+void tst_TreeItems::hasAName()
 {
     PlainItem item;
     Observer context(u"context"_s);
@@ -65,7 +67,7 @@ void TestTreeItems::hasAName()
     QCOMPARE(item.getName(), u"other"_s);
 }
 
-void TestTreeItems::givesTheLastPartOfAPath_data()
+void tst_TreeItems::givesTheLastPartOfAPath_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("name");
@@ -75,7 +77,7 @@ void TestTreeItems::givesTheLastPartOfAPath_data()
     QTest::newRow("file-name-3 no path") << u""_s << u""_s;
 }
 
-void TestTreeItems::givesTheLastPartOfAPath()
+void tst_TreeItems::givesTheLastPartOfAPath()
 {
     QFETCH(QString, path);
     QFETCH(QString, name);
@@ -86,7 +88,7 @@ void TestTreeItems::givesTheLastPartOfAPath()
     QCOMPARE(item.fileName(), name);
 }
 
-void TestTreeItems::tellsOfModifications()
+void tst_TreeItems::tellsOfModifications()
 {
     PlainItem item;
     QSignalSpy spy(&item, &TreeItemBase::modificationStateChanged);
@@ -103,7 +105,7 @@ void TestTreeItems::tellsOfModifications()
     QCOMPARE(spy[1][0].toBool(), false);
 }
 
-void TestTreeItems::isModifiedByAnotherCategory()
+void tst_TreeItems::isModifiedByAnotherCategory()
 {
     PlainItem item;
     const QtilitiesCategory category({u"a"_s, u"b"_s});
@@ -116,7 +118,7 @@ void TestTreeItems::isModifiedByAnotherCategory()
     QVERIFY(item.category() == category);
 }
 
-void TestTreeItems::leadsBackToItsObject()
+void tst_TreeItems::leadsBackToItsObject()
 {
     PlainItem item;
     const PlainItem &constant = item;
@@ -127,5 +129,5 @@ void TestTreeItems::leadsBackToItsObject()
              static_cast<const QObject *>(&item));
 }
 
-QTEST_APPLESS_MAIN(TestTreeItems)
+APPLESS_TEST_CLASS(tst_TreeItems)
 #include "tst_TreeItems.moc"

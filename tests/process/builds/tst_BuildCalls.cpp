@@ -2,6 +2,7 @@
 
 #include "tests/process/builds/buildcomponent.h"
 #include "tests/process/Program.h"
+#include "tests/TestClass.h"
 
 #include <QDir>
 #include <QFile>
@@ -253,5 +254,5 @@ void tst_BuildCalls::showsProgressOnATerminal()
     QVERIFY2(!plain.out.contains("copy"), plain.out.constData());
 }
 
-QTEST_GUILESS_MAIN(tst_BuildCalls)
+GUILESS_TEST_CLASS(tst_BuildCalls)
 #include "tst_BuildCalls.moc"

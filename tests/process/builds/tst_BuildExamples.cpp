@@ -1,6 +1,7 @@
 // The examples of builds, with a real compiler and a real simulator.
 
 #include "tests/process/Program.h"
+#include "tests/TestClass.h"
 
 #include <QDir>
 #include <QStandardPaths>
@@ -85,5 +86,5 @@ void tst_BuildExamples::hardwareWithoutItsTool()
              (Ended {0, "Icarus Verilog is not installed; there is nothing to show.\n", ""}));
 }
 
-QTEST_GUILESS_MAIN(tst_BuildExamples)
+GUILESS_TEST_CLASS(tst_BuildExamples)
 #include "tst_BuildExamples.moc"

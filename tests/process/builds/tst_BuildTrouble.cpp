@@ -2,6 +2,7 @@
 
 #include "tests/process/builds/buildcomponent.h"
 #include "tests/process/Program.h"
+#include "tests/TestClass.h"
 
 #include <QDir>
 #include <QFile>
@@ -178,5 +179,5 @@ void tst_BuildTrouble::saysThatTheTargetPathIsClosed()
     QVERIFY(QDir(target).isEmpty());
 }
 
-QTEST_GUILESS_MAIN(tst_BuildTrouble)
+GUILESS_TEST_CLASS(tst_BuildTrouble)
 #include "tst_BuildTrouble.moc"
