@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/patience.h"
+
 #include <QApplication>
 #include <QCoreApplication>
 #include <QTest>

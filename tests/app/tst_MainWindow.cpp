@@ -95,7 +95,7 @@ void tst_MainWindow::initTestCase()
     window->addMode(scripting);
     window->activateMode(DesignsMode::id);
     window->show();
-    QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    QVERIFY(QTest::qWaitForWindowActive(window.get(), patient()));
     // The console was made as a child of the window, and does not show before its mode does.
     console = QtclConsole::getInstance(nullptr, QString());
     QVERIFY(!console->isVisible());

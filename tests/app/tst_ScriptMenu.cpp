@@ -88,7 +88,7 @@ void tst_ScriptMenu::initTestCase()
     window->addMode(scripting);
     window->activateMode(scripting->modeID());
     window->show();
-    QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    QVERIFY(QTest::qWaitForWindowActive(window.get(), patient()));
     commandsManager::getInstance(nullptr)->registerFunction("hook", callHook, "", &hook);
     menu = window->findChild<ScriptMenu *>(u"scriptMenu"_s);
     again = menu->findChild<QAction *>(u"runLastScript"_s);

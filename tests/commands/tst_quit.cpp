@@ -1,4 +1,5 @@
 #include "tests/commands/CommandTest.h"
+#include "tests/patience.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -43,7 +44,7 @@ private:
     {
         QProcess child;
         child.start(QCoreApplication::applicationFilePath(), {childWord, script});
-        if (!child.waitForFinished() || child.exitStatus() != QProcess::NormalExit)
+        if (!child.waitForFinished(patient(30'000)) || child.exitStatus() != QProcess::NormalExit)
             return {-1, child.errorString()};
         return {child.exitCode(), QString::fromUtf8(child.readAllStandardOutput())};
     }

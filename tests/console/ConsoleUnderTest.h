@@ -1,6 +1,7 @@
 #pragma once
 
 #include "console/QConsole.h"
+#include "tests/patience.h"
 
 #include <QTextBlock>
 #include <QtTest>
@@ -52,7 +53,7 @@ public:
         show();
         activateWindow();
         setFocus();
-        QVERIFY(QTest::qWaitForWindowActive(this));
+        QVERIFY(QTest::qWaitForWindowActive(this, patient()));
     }
 
     // The text with "^" where the selection is anchored and "|" where the cursor stands.

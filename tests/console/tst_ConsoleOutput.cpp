@@ -386,11 +386,8 @@ private Q_SLOTS:
     {
         fill(100);
         const int before = bar()->maximum();
-        QElapsedTimer clock;
-        clock.start();
         console->writeOutput(u"tick\ntock\ntack"_s, Qt::blue);
-        QTRY_VERIFY_WITH_TIMEOUT(bar()->maximum() > before, 500);
-        QVERIFY(clock.elapsed() < 500);
+        QTRY_VERIFY_WITH_TIMEOUT(bar()->maximum() > before, patient(500));
     }
 
     void anEventForTheConsoleFindsTheLayoutReady()

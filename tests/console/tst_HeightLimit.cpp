@@ -35,7 +35,7 @@ void tst_HeightLimit::init()
     view->setWordWrapMode(QTextOption::WrapAnywhere);
     view->resize(600, 300);
     view->show();
-    QVERIFY(QTest::qWaitForWindowExposed(view.get()));
+    QVERIFY(QTest::qWaitForWindowExposed(view.get(), patient()));
     limit = std::make_unique<HeightLimit>(
         view.get(), HeightLimit::Heights {.most = 60'000, .kept = 35'000, .never = 80'000});
 }

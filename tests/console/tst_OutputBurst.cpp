@@ -48,7 +48,7 @@ private Q_SLOTS:
         view = std::make_unique<QTextEdit>();
         view->resize(300, 100);
         view->show();
-        QVERIFY(QTest::qWaitForWindowExposed(view.get()));
+        QVERIFY(QTest::qWaitForWindowExposed(view.get(), patient()));
         burst = std::make_unique<OutputBurst>(view.get());
         write(50);
         burst->close();
@@ -70,7 +70,7 @@ private Q_SLOTS:
     {
         const int before = end();
         write(10);
-        QTRY_VERIFY_WITH_TIMEOUT(end() > before, 1000);
+        QTRY_VERIFY_WITH_TIMEOUT(end() > before, patient(1000));
     }
 
     void aFollowingViewFollowsAndAnyOtherStays()

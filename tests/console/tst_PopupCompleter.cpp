@@ -30,7 +30,7 @@ QPoint shownAt(const QPoint &place)
     QDialog plain(nullptr, Qt::Popup);
     plain.move(place);
     plain.show();
-    return QTest::qWaitForWindowExposed(&plain) ? plain.pos() : QPoint();
+    return QTest::qWaitForWindowExposed(&plain, patient()) ? plain.pos() : QPoint();
 }
 
 } // namespace
@@ -49,7 +49,7 @@ private:
     int run(PopupCompleter &popup, Act act)
     {
         QTimer::singleShot(0, &popup, [&popup, act] {
-            QVERIFY(QTest::qWaitForWindowExposed(&popup));
+            QVERIFY(QTest::qWaitForWindowExposed(&popup, patient()));
             act();
         });
         return popup.exec(editor.get());
@@ -65,7 +65,7 @@ private Q_SLOTS:
         editor->setPlainText(u"some text"_s);
         editor->moveCursor(QTextCursor::End);
         editor->show();
-        QVERIFY(QTest::qWaitForWindowExposed(editor.get()));
+        QVERIFY(QTest::qWaitForWindowExposed(editor.get(), patient()));
     }
 
     void listSize_data()

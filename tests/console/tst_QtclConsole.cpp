@@ -51,7 +51,7 @@ private Q_SLOTS:
         console = std::make_unique<QtclConsole>(nullptr, u"Welcome"_s);
         console->show();
         console->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(console.get()));
+        QVERIFY(QTest::qWaitForWindowActive(console.get(), patient()));
     }
 
     void thePromptIsShownAtOnce()

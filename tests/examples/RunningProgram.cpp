@@ -1,4 +1,5 @@
 #include "tests/examples/RunningProgram.h"
+#include "tests/patience.h"
 
 #include <QDir>
 #include <QFile>
@@ -7,7 +8,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int patience = 60'000;
+constexpr int patience = patient(60'000);
 
 } // namespace
 
@@ -28,7 +29,7 @@ RunningProgram::RunningProgram(bool withWindow)
 RunningProgram::~RunningProgram()
 {
     process.kill();
-    process.waitForFinished();
+    process.waitForFinished(patient(30'000));
 }
 
 void RunningProgram::start(const QStringList &words)

@@ -2,6 +2,7 @@
 // it runs.
 
 #include "tests/examples/RunningProgram.h"
+#include "tests/patience.h"
 
 #include <QRegularExpression>
 #include <QTcpSocket>
@@ -40,7 +41,7 @@ private:
 
 namespace {
 
-constexpr int patience = 30'000;
+constexpr int patience = patient(30'000);
 
 QByteArray page(const QByteArray &status, const QByteArray &text)
 {

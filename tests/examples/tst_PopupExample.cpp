@@ -3,6 +3,7 @@
 #include "console/PopupCompleter.h"
 #include "console/PopupListWidget.h"
 #include "examples/popup/CompletingEdit.h"
+#include "tests/patience.h"
 
 #include <QTest>
 #include <QTimer>
@@ -33,7 +34,7 @@ void tst_PopupExample::init()
     editor = std::make_unique<CompletingEdit>();
     editor->resize(400, 200);
     editor->show();
-    QVERIFY(QTest::qWaitForWindowActive(editor.get()));
+    QVERIFY(QTest::qWaitForWindowActive(editor.get(), patient()));
 }
 
 QStringList tst_PopupExample::complete(const QList<Qt::Key> &keys)

@@ -47,7 +47,7 @@ private Q_SLOTS:
         QProcess child;
         child.setProcessEnvironment(environment);
         child.start(QCoreApplication::applicationDirPath() + u"/notifierchild"_s, {way});
-        QVERIFY2(child.waitForFinished(), qPrintable(child.errorString()));
+        QVERIFY2(child.waitForFinished(patient(30'000)), qPrintable(child.errorString()));
         QCOMPARE(child.readAllStandardError(), QByteArray());
         QTEST(child.readAllStandardOutput(), "output");
         QCOMPARE(child.exitStatus(), QProcess::NormalExit);

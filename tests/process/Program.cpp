@@ -1,4 +1,5 @@
 #include "tests/process/Program.h"
+#include "tests/patience.h"
 
 #include <QDir>
 #include <QFile>
@@ -13,7 +14,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int patience = 100'000;
+constexpr int patience = patient(100'000);
 
 } // namespace
 

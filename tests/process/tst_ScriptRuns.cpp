@@ -167,10 +167,10 @@ void tst_ScriptRuns::outputArrivesAtOnce()
     process.setProcessEnvironment(program->environment);
     process.start(QStringLiteral(PROGRAM),
                   {u"--session"_s, program->session, u"--batch"_s, script});
-    QTRY_COMPARE_WITH_TIMEOUT(process.bytesAvailable(), 5, 60'000);
+    QTRY_COMPARE_WITH_TIMEOUT(process.bytesAvailable(), 5, patient(60'000));
     QCOMPARE(process.readAllStandardOutput(), QByteArray("ready"));
     process.write("it\n");
-    QVERIFY(process.waitForFinished(60'000));
+    QVERIFY(process.waitForFinished(patient(60'000)));
     QCOMPARE(process.readAllStandardOutput(), QByteArray("got it\n"));
 }
 

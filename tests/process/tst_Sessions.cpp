@@ -140,11 +140,11 @@ void tst_Sessions::severalProcesses()
             count += QFile::exists(program->session + u"/Designs/"_s + name + u"/component.xml"_s);
         return count;
     };
-    QTRY_COMPARE_WITH_TIMEOUT(components(), 3 * crowd, 100'000);
+    QTRY_COMPARE_WITH_TIMEOUT(components(), 3 * crowd, patient(100'000));
     for (const auto &process : processes) {
         QCOMPARE(process->state(), QProcess::Running);
         process->closeWriteChannel();
-        QVERIFY(process->waitForFinished(60'000));
+        QVERIFY(process->waitForFinished(patient(60'000)));
         QCOMPARE(process->readAllStandardError(), QByteArray());
         QCOMPARE(process->exitCode(), 0);
     }

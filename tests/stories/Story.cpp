@@ -5,6 +5,7 @@
 #include "console/QtclConsole.h"
 #include "interp/commandsManager.h"
 #include "interp/QtNotifier.h"
+#include "tests/patience.h"
 
 #include <MorvalenCore/DesignManager.h>
 #include <Qtilities/ProjectManager.h>
@@ -34,7 +35,7 @@ Story::Story(const QByteArray &startUp)
     Qtk_InitNotifier(qApp);
     Qtk_LetNotifierRest();
     run = std::make_unique<WindowRun>(QStringList());
-    if (!QTest::qWaitForWindowActive(&run->window()))
+    if (!QTest::qWaitForWindowActive(&run->window(), patient()))
         qFatal("the window does not become active");
 }
 
@@ -76,7 +77,7 @@ void Story::takeKeyboard() const
     if (QApplication::activeWindow() == &window())
         return;
     window().activateWindow();
-    if (!QTest::qWaitForWindowActive(&window()))
+    if (!QTest::qWaitForWindowActive(&window(), patient()))
         qFatal("the window does not become active again");
 }
 

@@ -85,7 +85,7 @@ void tst_WorkStory::aBuildIsCancelled()
     });
     watch.start(20);
     story->press(Qt::Key_F7);
-    QTRY_COMPARE_WITH_TIMEOUT(build->runState(), BuildConfiguration::Cancelled, 20'000);
+    QTRY_COMPARE_WITH_TIMEOUT(build->runState(), BuildConfiguration::Cancelled, patient(20'000));
     QVERIFY(wasShown);
     QVERIFY(!QFile::exists(story->path(u"late"_s)));
 }
@@ -118,7 +118,7 @@ void tst_WorkStory::leavingCancelsABuild()
     });
     watch.start(20);
     story->press(Qt::Key_F7);
-    QTRY_VERIFY_WITH_TIMEOUT(!story->window().isVisible(), 20'000);
+    QTRY_VERIFY_WITH_TIMEOUT(!story->window().isVisible(), patient(20'000));
     QCOMPARE(asked, 2);
     QVERIFY(last->areDone());
     QVERIFY(Story::read(story->path(u"component.xml"_s)).contains("more.v"));

@@ -1,4 +1,5 @@
 #include "tests/app/builds/ConfigurationPageTest.h"
+#include "tests/patience.h"
 
 void ConfigurationPageTest::init()
 {
@@ -24,7 +25,7 @@ void ConfigurationPageTest::showPage(const QString &name)
     QVERIFY(page);
     page->resize(800, 800);
     page->show();
-    QVERIFY(QTest::qWaitForWindowActive(page));
+    QVERIFY(QTest::qWaitForWindowActive(page, patient()));
 }
 
 BuildDescription ConfigurationPageTest::inTheFile(const QString &name)

@@ -117,7 +117,7 @@ void tst_BuildMenu::initTestCase()
     Qtilities::CoreGui::QtilitiesApplication::setMainWindow(window.get());
     new TclScripting::TclScriptManager(nullptr, window.get());
     window->show();
-    QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    QVERIFY(QTest::qWaitForWindowActive(window.get(), patient()));
 }
 
 void tst_BuildMenu::init()
@@ -127,7 +127,7 @@ void tst_BuildMenu::init()
     menu = new BuildMenu(window.get());
     window->menuBar()->addMenu(menu);
     window->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    QVERIFY(QTest::qWaitForWindowActive(window.get(), patient()));
     session->takeLog();
 }
 

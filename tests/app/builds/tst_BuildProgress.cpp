@@ -80,7 +80,7 @@ void tst_BuildProgress::init()
     progress->hide();
     window->resize(900, 300);
     window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    QVERIFY(QTest::qWaitForWindowExposed(window.get(), patient()));
 }
 
 void tst_BuildProgress::cleanup()

@@ -5,6 +5,7 @@
 #include "app/designs/DesignTreeView.h"
 #include "app/designs/rowtexts.h"
 #include "tests/host/MorvalenCore/SessionFixture.h"
+#include "tests/patience.h"
 
 #include <MorvalenCore/EditorManager.h>
 
@@ -45,7 +46,7 @@ public:
         MorvalenCore::EditorManager::setInstance(&editors);
         tree.resize(700, 500);
         tree.show();
-        shown = QTest::qWaitForWindowActive(&tree);
+        shown = QTest::qWaitForWindowActive(&tree, patient());
     }
     ~DesignTreeFixture() { MorvalenCore::EditorManager::setInstance(nullptr); }
 
@@ -56,7 +57,7 @@ public:
     // Lets the tree follow what was changed.
     bool follow() const
     {
-        return QTest::qWaitFor([this] { return !model()->isBehind(); });
+        return QTest::qWaitFor([this] { return !model()->isBehind(); }, patient());
     }
 
     // The names of the rows, two blanks in front for each row above them, and behind a colon what

@@ -4,6 +4,7 @@
 #include "app/editor/TextEdit.h"
 #include "app/editor/TextPage.h"
 #include "tests/app/editor/files.h"
+#include "tests/patience.h"
 
 #include <QDir>
 #include <QPushButton>
@@ -30,7 +31,7 @@ protected:
         edit = page->textEdit();
         page->resize(500, 300);
         page->show();
-        return QTest::qWaitForWindowActive(page.get());
+        return QTest::qWaitForWindowActive(page.get(), patient());
     }
 
     void press(int key, Qt::KeyboardModifiers modifiers = {}) const

@@ -5,6 +5,7 @@
 #include "app/editor/TextEdit.h"
 #include "app/editor/TextPage.h"
 #include "tests/app/editor/files.h"
+#include "tests/patience.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -26,7 +27,7 @@ protected:
         area = std::make_unique<EditorArea>();
         area->resize(800, 400);
         area->show();
-        return QTest::qWaitForWindowActive(area.get())
+        return QTest::qWaitForWindowActive(area.get(), patient())
             && openPage("wire clk;\nwire CLK_i;\n\nassign clk = CLK_i;\n");
     }
 

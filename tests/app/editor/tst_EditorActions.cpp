@@ -36,7 +36,7 @@ void tst_EditorActions::init()
     area = std::make_unique<EditorArea>();
     area->resize(600, 400);
     area->show();
-    QVERIFY(QTest::qWaitForWindowActive(area.get()));
+    QVERIFY(QTest::qWaitForWindowActive(area.get(), patient()));
 }
 
 void tst_EditorActions::cleanup() { area.reset(); }

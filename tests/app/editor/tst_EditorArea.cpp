@@ -67,7 +67,7 @@ void tst_EditorArea::init()
     tabs = area->findChild<EditorTabBar *>();
     window->resize(600, 400);
     window->show();
-    QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    QVERIFY(QTest::qWaitForWindowActive(window.get(), patient()));
 }
 
 void tst_EditorArea::cleanup() { window.reset(); }

@@ -37,7 +37,7 @@ void tst_EditorClosing::init()
     area = std::make_unique<EditorArea>();
     area->resize(600, 400);
     area->show();
-    QVERIFY(QTest::qWaitForWindowActive(area.get()));
+    QVERIFY(QTest::qWaitForWindowActive(area.get(), patient()));
 }
 
 void tst_EditorClosing::cleanup() { area.reset(); }

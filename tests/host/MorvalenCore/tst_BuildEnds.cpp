@@ -1,4 +1,5 @@
 #include "BuildFixture.h"
+#include "tests/patience.h"
 
 #include <QProcess>
 #include <QTest>
@@ -91,7 +92,7 @@ void tst_BuildEnds::endsEverythingWhenCancelled()
     QElapsedTimer time;
     time.start();
     QCOMPARE(runAndCancel(build, u"there"_s), Result::Cancelled);
-    QVERIFY(time.elapsed() < 10'000);
+    QVERIFY(time.elapsed() < patient(10'000));
     QVERIFY2(!isAlive(build.read(u"pid"_s)), build.read(u"pid"_s).constData());
     QVERIFY(!build.exists(u"next"_s));
     QVERIFY(!build.done.contains(u"next"_s));
@@ -292,10 +293,10 @@ void tst_BuildEnds::endsWhenItsProgramIsKilled()
     environment.insert(u"BUILD_TO_BE_KILLED"_s, build.request.workingFolder);
     other.setProcessEnvironment(environment);
     other.start(QCoreApplication::applicationFilePath(), {u"endsWhenItsProgramIsKilled"_s});
-    QTRY_VERIFY_WITH_TIMEOUT(build.exists(u"there"_s), 20'000);
+    QTRY_VERIFY_WITH_TIMEOUT(build.exists(u"there"_s), patient(20'000));
     QVERIFY(isAlive(build.read(u"pid"_s)));
     other.kill();
-    QVERIFY(other.waitForFinished());
+    QVERIFY(other.waitForFinished(patient(30'000)));
     QTRY_VERIFY(!isAlive(build.read(u"pid"_s)));
 }
 

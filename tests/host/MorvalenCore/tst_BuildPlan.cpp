@@ -175,7 +175,7 @@ void tst_BuildPlan::quotesWords()
     QTEST(shellWord(text), "word");
     QProcess shell;
     shell.start(u"/bin/sh"_s, {u"-c"_s, u"printf %s "_s + shellWord(text)});
-    QVERIFY(shell.waitForFinished());
+    QVERIFY(shell.waitForFinished(patient(30'000)));
     QCOMPARE(QString::fromUtf8(shell.readAllStandardOutput()), text);
 }
 
@@ -264,7 +264,7 @@ void tst_BuildPlan::putsCommandsInOneLine()
     QVERIFY(!line.contains(u'\r'));
     QProcess shell;
     shell.start(u"/bin/sh"_s, {u"-c"_s, line});
-    QVERIFY(shell.waitForFinished());
+    QVERIFY(shell.waitForFinished(patient(30'000)));
     QTEST(QString::fromUtf8(shell.readAllStandardOutput()), "output");
 }
 

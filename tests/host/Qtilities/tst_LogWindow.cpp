@@ -102,7 +102,7 @@ void tst_LogWindow::init()
     view = window->findChild<QTableView *>();
     window->resize(800, 300);
     window->show();
-    QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    QVERIFY(QTest::qWaitForWindowActive(window.get(), patient()));
 }
 
 // Logs a message and waits until it shows.

@@ -124,7 +124,7 @@ void tst_LoggerGui::init()
     QVERIFY(view);
     window->resize(800, 300);
     window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    QVERIFY(QTest::qWaitForWindowExposed(window.get(), patient()));
     QApplication::clipboard()->clear();
 }
 

@@ -82,7 +82,7 @@ void tst_BuildTrouble::startBuild(QProcess *process, const QString &shell) const
         process->start(QStringLiteral(PROGRAM), all);
     else
         process->start(u"/bin/sh"_s, QStringList {u"-c"_s, shell, QStringLiteral(PROGRAM)} + all);
-    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(inDesign(u"there"_s)), 30'000);
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(inDesign(u"there"_s)), patient(30'000));
     QVERIFY(isAlive(stepId()));
 }
 
@@ -109,7 +109,7 @@ void tst_BuildTrouble::isCancelledByASignal()
     startBuild(&process);
     const QByteArray id = stepId();
     QCOMPARE(::kill(pid_t(process.processId()), number), 0);
-    QVERIFY(process.waitForFinished());
+    QVERIFY(process.waitForFinished(patient(30'000)));
     QCOMPARE(process.exitStatus(), QProcess::CrashExit);
     QCOMPARE(process.exitCode(), number);
     QVERIFY(!isAlive(id));
@@ -128,7 +128,7 @@ void tst_BuildTrouble::endsAtOnceAtTheSecondSignal()
     // It is caught once; as soon as it is not, the next one counts.
     QTRY_VERIFY(!catches(process.processId(), SIGINT));
     QCOMPARE(::kill(pid_t(process.processId()), SIGINT), 0);
-    QVERIFY(process.waitForFinished());
+    QVERIFY(process.waitForFinished(patient(30'000)));
     QCOMPARE(process.exitCode(), SIGINT);
     QCOMPARE(process.readAllStandardError(), QByteArray());
     ::kill(pid_t(id.trimmed().toInt()), SIGKILL);
@@ -142,7 +142,7 @@ void tst_BuildTrouble::ignoresASignalThatItWasToldToIgnore()
     startBuild(&process, u"trap '' HUP; exec \"$0\" \"$@\""_s);
     QCOMPARE(::kill(pid_t(process.processId()), SIGHUP), 0);
     QVERIFY(QFile::remove(inDesign(u"there"_s)));
-    QVERIFY(process.waitForFinished());
+    QVERIFY(process.waitForFinished(patient(30'000)));
     QCOMPARE(process.exitStatus(), QProcess::NormalExit);
     QCOMPARE(process.readAllStandardOutput(),
              QByteArray("Build configuration completed successfully\n"));
