@@ -6,8 +6,8 @@
 // tests/CMakeLists.txt reads it from here for the limits of whole tests.
 constexpr int patienceFactor = 10;
 
-// What a wait of this many milliseconds, or of Qt Test's usual five seconds, gets at most. Waits end
-// on events, so that only a failure takes so long.
+// What a wait of this many milliseconds, or of Qt Test's usual five seconds, gets at most. Waits
+// end on events, so that only a failure takes so long.
 constexpr int patient(int milliseconds = 5'000) { return milliseconds * patienceFactor; }
 
 #undef QTRY_VERIFY
