@@ -65,7 +65,7 @@ private Q_SLOTS:
     {
         QCOMPARE(eval("info patchlevel"), QLatin1StringView(TCL_PATCH_LEVEL));
         QVERIFY(!eval("set tcl_library").isEmpty());
-        QCOMPARE(eval("file tail [info nameofexecutable]"), u"tst_CommandsManager"_s);
+        QCOMPARE(eval("file tail [info nameofexecutable]"), u"interp_tests"_s);
         QCOMPARE(eval("encoding system"), u"utf-8"_s);
     }
 
