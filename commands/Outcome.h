@@ -1,6 +1,6 @@
 #pragma once
 
-#include "commands/Words.h"
+#include "commands/Arguments.h"
 
 #include <QString>
 
@@ -44,13 +44,13 @@ private:
     std::optional<QString> answer;
 };
 
-// The body of a command procedure: clears the result, runs the command on its words and reports
+// The body of a command procedure: clears the result, runs the command on its arguments and reports
 // what it came to. Results: the return code.
 template <typename Command>
 int run(Tcl_Interp *interp, int argc, const char **argv, const Command &command)
 {
     Tcl_ResetResult(interp);
-    return command(Words(argc, argv)).report(interp);
+    return command(Arguments(argc, argv)).report(interp);
 }
 
 } // namespace commands

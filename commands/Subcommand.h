@@ -1,7 +1,7 @@
 #pragma once
 
+#include "commands/ArgumentCount.h"
 #include "commands/Outcome.h"
-#include "commands/WordCount.h"
 
 #include <QStringList>
 
@@ -32,36 +32,36 @@ struct Subcommands
     std::size_t count = 0;
 };
 
-// One word that a command understands: how many words a call with it may have, and the step that
-// answers. A row without a step goes on with the next word and the items; one with both has a step
-// that looks at the call first and then goes on by itself.
+// One word that a command understands: how many arguments a call with it may have, and the step
+// that answers. A row without a step goes on with the next word and the items; one with both has a
+// step that looks at the call first and then goes on by itself.
 template <typename Call>
 struct Subcommand
 {
     const char *word;
-    WordCount words;
+    ArgumentCount arguments;
     Outcome (*step)(const Call &) = nullptr;
     Subcommands<Call> items = {};
 };
 
-// The words of a call, which is either just these or holds them beside what they are about.
-inline const Words &wordsOf(const Words &words) { return words; }
+// The arguments of a call, which is either just these or holds them beside what they are about.
+inline const Arguments &argumentsOf(const Arguments &arguments) { return arguments; }
 
 template <typename Call>
-const Words &wordsOf(const Call &call)
+const Arguments &argumentsOf(const Call &call)
 {
-    return call.words;
+    return call.arguments;
 }
 
-// Runs the first row whose word stands at index in the call's words; the usage when there is none
-// or when the call has not as many words as the row wants.
+// Runs the first row whose word stands at index in the call's arguments; the usage when there is
+// none or when the call has not as many arguments as the row wants.
 template <typename Call>
 Outcome dispatch(Subcommands<Call> rows, const Call &call, int index = 1)
 {
     for (const Subcommand<Call> &row : rows) {
-        if (!wordsOf(call).is(index, row.word))
+        if (!argumentsOf(call).is(index, row.word))
             continue;
-        if (!row.words.accepts(wordsOf(call).count()))
+        if (!row.arguments.accepts(argumentsOf(call).count()))
             return Outcome::usage();
         return row.step ? row.step(call) : dispatch(row.items, call, index + 1);
     }

@@ -17,14 +17,14 @@ using MorvalenCore::Interfaces::IDesign;
 // when the command starts.
 struct DesignCall
 {
-    DesignCall(const Words &callWords, IDesign &activeDesign)
-        : words(callWords),
+    DesignCall(const Arguments &callArguments, IDesign &activeDesign)
+        : arguments(callArguments),
           design(activeDesign),
           designName(activeDesign.name())
     {
     }
 
-    Words words;
+    Arguments arguments;
     IDesign &design;
     QString designName;
 };

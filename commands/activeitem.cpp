@@ -32,7 +32,7 @@ Outcome setActualPath(const ItemCall &call)
 {
     const QPointer<ActiveItem::Item> alive(&call.item);
     const QString before = pathLabel(call.item);
-    static_cast<TreeFileItem &>(call.item).setActualPath(call.words[3]);
+    static_cast<TreeFileItem &>(call.item).setActualPath(call.arguments[3]);
     const QString after = alive ? pathLabel(*alive) : QString();
     return Outcome::ok(fill(call.kind.texts.pathSet, {before, after}));
 }
@@ -49,7 +49,7 @@ Outcome setCategory(const ItemCall &call)
     {
         ExecBracket bracket;
         set = call.item.setCategory(
-            QtilitiesCategory::fromString(call.words[3], levelSeparator.toString()));
+            QtilitiesCategory::fromString(call.arguments[3], levelSeparator.toString()));
     }
     return set ? Outcome::ok(fill(call.kind.texts.categorySet, {label}))
                : Outcome::error(fill(call.kind.texts.categoryNotSet, {label}));
@@ -64,19 +64,19 @@ Outcome callOn(const ItemCall &call)
 {
     return dispatch(call.kind.subcommands, call).withUsage([&call] {
         return usageText(call.kind.texts.usage,
-                         {call.kind.title(call.item), call.designName, call.words[0]},
+                         {call.kind.title(call.item), call.designName, call.arguments[0]},
                          call.kind.usage);
     });
 }
 
 } // namespace
 
-Outcome callActiveItem(const ActiveItem &kind, const Words &words)
+Outcome callActiveItem(const ActiveItem &kind, const Arguments &arguments)
 {
-    return onActiveDesign([&kind, &words](IDesign &design) {
+    return onActiveDesign([&kind, &arguments](IDesign &design) {
         const ActiveItems active = kind.active(design);
         if (active.count == 1 && active.first)
-            return callOn(ItemCall(words, design, kind, *active.first));
+            return callOn(ItemCall(arguments, design, kind, *active.first));
         const QStringView text = active.count == 0 ? kind.texts.none
             : active.count > 1                     ? kind.texts.several
                                                    : kind.texts.gone;

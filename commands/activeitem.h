@@ -15,9 +15,9 @@ struct ItemCall : DesignCall
 {
     using Item = Qtilities::CoreGui::AbstractTreeItem;
 
-    ItemCall(const Words &callWords, IDesign &activeDesign, const ActiveItem &itemKind,
+    ItemCall(const Arguments &callArguments, IDesign &activeDesign, const ActiveItem &itemKind,
              Item &activeItem)
-        : DesignCall(callWords, activeDesign),
+        : DesignCall(callArguments, activeDesign),
           kind(itemKind),
           item(activeItem)
     {
@@ -85,6 +85,6 @@ QString pathLabel(const ActiveItem::Item &item);
 } // namespace activeitem
 
 // The command on the active item of a kind.
-Outcome callActiveItem(const ActiveItem &kind, const Words &words);
+Outcome callActiveItem(const ActiveItem &kind, const Arguments &arguments);
 
 } // namespace commands

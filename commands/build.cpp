@@ -7,10 +7,10 @@
 #include <MorvalenCore/BuildConfiguration.h>
 #include <MorvalenCore/BuildStepPropertyManager.h>
 
+using commands::Arguments;
 using commands::fill;
 using commands::IDesign;
 using commands::Outcome;
-using commands::Words;
 using MorvalenCore::BuildConfiguration;
 
 namespace {
@@ -44,7 +44,7 @@ constexpr commands::UsageRow usageRows[] = {
 
 struct BuildCall
 {
-    Words words;
+    Arguments arguments;
     BuildConfiguration &configuration;
 };
 
@@ -60,7 +60,7 @@ Outcome listMacros(const BuildCall &call)
 
 Outcome getMacro(const BuildCall &call)
 {
-    const QString name = call.words[3];
+    const QString name = call.arguments[3];
     const QHash<QString, QString> macros = call.configuration.propertyManager()->macroValues(
         MorvalenCore::ConfigurationMacros | MorvalenCore::DesignMacros);
     const auto macro = macros.constFind(name);
@@ -80,7 +80,7 @@ Outcome getRunState(const BuildCall &call)
 
 Outcome setTargetPath(const BuildCall &call)
 {
-    call.configuration.setTargetPath(call.words[3]);
+    call.configuration.setTargetPath(call.arguments[3]);
     return Outcome::ok(texts.targetPathSet.toString());
 }
 
@@ -99,7 +99,7 @@ Outcome refresh(const BuildCall &call)
 Outcome run(const BuildCall &call)
 {
     const std::optional<bool> allSteps =
-        call.words.count() == 3 ? commands::truthWord(call.words[2]) : false;
+        call.arguments.count() == 3 ? commands::truthWord(call.arguments[2]) : false;
     if (!allSteps)
         return Outcome::error(texts.badStepsWord.toString());
     return call.configuration.run(!*allSteps, false) ? Outcome::ok(texts.completed.toString())
@@ -107,13 +107,13 @@ Outcome run(const BuildCall &call)
 }
 
 constexpr commands::Subcommand<BuildCall> macroItems[] = {
-    {"list", commands::anyWords, listMacros},
+    {"list", commands::anyArguments, listMacros},
     {"get", commands::moreThan(3), getMacro},
 };
 
 constexpr commands::Subcommand<BuildCall> getItems[] = {
-    {"target_path", commands::anyWords, getTargetPath},
-    {"run_state", commands::anyWords, getRunState},
+    {"target_path", commands::anyArguments, getTargetPath},
+    {"run_state", commands::anyArguments, getRunState},
 };
 
 constexpr commands::Subcommand<BuildCall> setItems[] = {
@@ -121,27 +121,28 @@ constexpr commands::Subcommand<BuildCall> setItems[] = {
 };
 
 constexpr commands::Subcommand<BuildCall> stepItems[] = {
-    {"list", commands::anyWords, listSteps},
+    {"list", commands::anyArguments, listSteps},
 };
 
 constexpr commands::Subcommand<BuildCall> subcommands[] = {
-    {"macros", commands::anyWords, nullptr, macroItems},
-    {"get", commands::anyWords, nullptr, getItems},
-    {"set", commands::anyWords, nullptr, setItems},
-    {"steps", commands::anyWords, nullptr, stepItems},
-    {"refresh", commands::anyWords, refresh},
+    {"macros", commands::anyArguments, nullptr, macroItems},
+    {"get", commands::anyArguments, nullptr, getItems},
+    {"set", commands::anyArguments, nullptr, setItems},
+    {"steps", commands::anyArguments, nullptr, stepItems},
+    {"refresh", commands::anyArguments, refresh},
     {"run", commands::between(2, 3), run},
 };
 
-Outcome build(const Words &words, IDesign &design)
+Outcome build(const Arguments &arguments, IDesign &design)
 {
     BuildConfiguration *configuration = design.activeBuildConfiguration();
     if (!configuration)
         return Outcome::error(fill(texts.none, {design.name()}));
-    const BuildCall call {words, *configuration};
+    const BuildCall call {arguments, *configuration};
     return commands::dispatch<BuildCall>(subcommands, call).withUsage([&] {
         return commands::usageText(
-            texts.usage, {configuration->configurationName(), design.name(), words[0]}, usageRows);
+            texts.usage, {configuration->configurationName(), design.name(), arguments[0]},
+            usageRows);
     });
 }
 
@@ -152,7 +153,8 @@ const commands::Manual commands::buildManual {usageRows,
 
 int CallBuild(ClientData, Tcl_Interp *interp, int argc, const char **argv)
 {
-    return commands::run(interp, argc, argv, [](const Words &words) {
-        return commands::onActiveDesign([&words](IDesign &design) { return build(words, design); });
+    return commands::run(interp, argc, argv, [](const Arguments &arguments) {
+        return commands::onActiveDesign(
+            [&arguments](IDesign &design) { return build(arguments, design); });
     });
 }

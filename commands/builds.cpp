@@ -7,11 +7,11 @@
 
 #include <MorvalenCore/BuildConfiguration.h>
 
+using commands::Arguments;
 using commands::DesignCall;
 using commands::fill;
 using commands::IDesign;
 using commands::Outcome;
-using commands::Words;
 
 namespace {
 
@@ -37,7 +37,7 @@ Outcome list(const DesignCall &call)
 
 Outcome setActive(const DesignCall &call)
 {
-    const QString name = call.words[2];
+    const QString name = call.arguments[2];
     auto *configuration = call.design.buildConfiguration(name);
     {
         commands::ExecBracket bracket;
@@ -48,7 +48,7 @@ Outcome setActive(const DesignCall &call)
 }
 
 constexpr commands::Subcommand<DesignCall> subcommands[] = {
-    {"list", commands::anyWords, list},
+    {"list", commands::anyArguments, list},
     {"set_active", commands::moreThan(2), setActive},
 };
 
@@ -59,11 +59,11 @@ const commands::Manual commands::buildsManual {usageRows,
 
 int CallBuilds(ClientData, Tcl_Interp *interp, int argc, const char **argv)
 {
-    return commands::run(interp, argc, argv, [](const Words &words) {
-        return commands::onActiveDesign([&words](IDesign &design) {
-            const DesignCall call(words, design);
+    return commands::run(interp, argc, argv, [](const Arguments &arguments) {
+        return commands::onActiveDesign([&arguments](IDesign &design) {
+            const DesignCall call(arguments, design);
             return commands::dispatch<DesignCall>(subcommands, call).withUsage([&call] {
-                return commands::usageText(texts.usage, {call.designName, call.words[0]},
+                return commands::usageText(texts.usage, {call.designName, call.arguments[0]},
                                            usageRows);
             });
         });

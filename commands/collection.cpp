@@ -14,19 +14,19 @@ using Item = Collection::Item;
 // Items may go while others are removed.
 using GuardedItems = QList<QPointer<Item>>;
 
-Item *find(const CollectionCall &call) { return call.kind.find(call.design, call.words[2]); }
+Item *find(const CollectionCall &call) { return call.kind.find(call.design, call.arguments[2]); }
 
 // The common form of a text about one item.
 QString about(QStringView text, const CollectionCall &call)
 {
-    return fill(text, {call.words[2], call.designName});
+    return fill(text, {call.arguments[2], call.designName});
 }
 
-// The node that limits a call, empty for the whole design. Only the exact number of words makes
+// The node that limits a call, empty for the whole design. Only the exact number of arguments makes
 // one: "files list a b" lists everything.
 QString nodeOf(const CollectionCall &call)
 {
-    return call.words.count() == 3 ? call.words[2] : QString();
+    return call.arguments.count() == 3 ? call.arguments[2] : QString();
 }
 
 // A text about no items, with the node that has none.
@@ -84,12 +84,12 @@ Outcome setActive(const CollectionCall &call)
         ExecBracket bracket;
         call.kind.setActive(call.design, item);
     }
-    return Outcome::ok(fill(call.kind.texts.activated, {call.designName, call.words[2]}));
+    return Outcome::ok(fill(call.kind.texts.activated, {call.designName, call.arguments[2]}));
 }
 
 Outcome add(const CollectionCall &call)
 {
-    const QString key = call.words[2];
+    const QString key = call.arguments[2];
     QString error;
     bool added = false;
     {
@@ -200,12 +200,12 @@ Outcome list(const CollectionCall &call)
 
 } // namespace collection
 
-Outcome callCollection(const Collection &kind, const Words &words)
+Outcome callCollection(const Collection &kind, const Arguments &arguments)
 {
-    return onActiveDesign([&kind, &words](IDesign &design) {
-        const CollectionCall call(words, design, kind);
+    return onActiveDesign([&kind, &arguments](IDesign &design) {
+        const CollectionCall call(arguments, design, kind);
         return dispatch(kind.subcommands, call).withUsage([&call] {
-            return usageText(call.kind.texts.usage, {call.designName, call.words[0]},
+            return usageText(call.kind.texts.usage, {call.designName, call.arguments[0]},
                              call.kind.usage);
         });
     });

@@ -13,8 +13,9 @@ struct Collection;
 
 struct CollectionCall : DesignCall
 {
-    CollectionCall(const Words &callWords, IDesign &activeDesign, const Collection &itemKind)
-        : DesignCall(callWords, activeDesign),
+    CollectionCall(const Arguments &callArguments, IDesign &activeDesign,
+                   const Collection &itemKind)
+        : DesignCall(callArguments, activeDesign),
           kind(itemKind)
     {
     }
@@ -97,6 +98,6 @@ Outcome notFound(const CollectionCall &call);
 } // namespace collection
 
 // The command on all items of a kind.
-Outcome callCollection(const Collection &kind, const Words &words);
+Outcome callCollection(const Collection &kind, const Arguments &arguments);
 
 } // namespace commands

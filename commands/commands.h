@@ -24,5 +24,5 @@ TCLSCRIPTING_EXPORT int CallProperty(ClientData, Tcl_Interp *interp, int argc, c
 TCLSCRIPTING_EXPORT int CallBuilds(ClientData, Tcl_Interp *interp, int argc, const char **argv);
 TCLSCRIPTING_EXPORT int CallBuild(ClientData, Tcl_Interp *interp, int argc, const char **argv);
 
-// Ends the process and does not return, except when it is called with too many words.
+// Ends the process and does not return, except when it is called with too many arguments.
 TCLSCRIPTING_EXPORT int CallQuit(ClientData, Tcl_Interp *interp, int argc, const char **argv);

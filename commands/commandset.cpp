@@ -8,15 +8,20 @@ namespace commands {
 namespace {
 
 // To add a command:
-//   1. declare its procedure in commands.h and write it in a source file of its own, which
-//      commands/CMakeLists.txt lists;
-//   2. if it has subcommands, declare its manual in manuals.h and define it beside its tables;
-//   3. add its row here, at the place where it is to be registered;
-//   4. write its page docs/commands/WORD.md, name it in docs/commands/README.md, and write its
-//      test tests/commands/tst_WORD.cpp;
-//   5. call every subcommand in a script below tests/transcripts/WORD and let the program write the
+//   1. declare its procedure in commands/commands.h and write it in a source file of its own, which
+//      commands/CMakeLists.txt lists; name it in tests/layout/exports.txt;
+//   2. if it has subcommands, declare its manual in commands/manuals.h and define it beside its
+//      tables;
+//   3. add its row to commands/commandset.cpp, here, at the place where it is to be registered, and
+//      the same to the expected tables in tests/commands/tst_CommandSet.cpp and
+//      tests/scripting/tst_TclScriptManager.cpp;
+//   4. write its page docs/commands/WORD.md, name it in docs/commands/README.md and in
+//      app/morvalen.qrc;
+//   5. write its test tests/commands/tst_WORD.cpp and name it in tests/commands/CMakeLists.txt;
+//   6. call every subcommand in a script below tests/transcripts/WORD and let the program write the
 //      text beside it: tst_Transcripts --renew.
-// tst_CommandSet and tst_Transcripts fail while one of these is missing.
+// tst_CommandSet, tst_Transcripts and tst_TclScriptManager fail while one of these is missing, and
+// tst_CommandSet when some other file comes to list the commands.
 constexpr Command rows[] = {
     {"log", LogQtiMessage, "Logs a system wide message"},
     {"logp", LogQtiPriorityMessage, "Logs a priority message"},

@@ -9,13 +9,13 @@
 #include <MorvalenCore/DesignConstructor.h>
 
 using namespace Qt::Literals::StringLiterals;
+using commands::Arguments;
 using commands::DesignCall;
 using commands::ExecBracket;
 using commands::fill;
 using commands::IDesign;
 using commands::Outcome;
 using commands::Subcommand;
-using commands::Words;
 using MorvalenCore::DesignManager;
 
 namespace {
@@ -84,22 +84,22 @@ Outcome getTruth(const DesignCall &call)
 }
 
 constexpr Subcommand<DesignCall> attributes[] = {
-    {"name", commands::anyWords, getText<&IDesign::name>},
-    {"description", commands::anyWords, getText<&IDesign::description>},
-    {"id", commands::anyWords, getDotted<&IDesign::id>},
-    {"vendor", commands::anyWords, getText<&IDesign::vendor>},
-    {"library", commands::anyWords, getText<&IDesign::library>},
-    {"author", commands::anyWords, getText<&IDesign::author>},
-    {"version", commands::anyWords, getDotted<&IDesign::version>},
-    {"wfp", commands::anyWords, getText<&IDesign::workingFolderPath>},
-    {"busy", commands::anyWords, getTruth<&IDesign::isBusy>},
-    {"read_only", commands::anyWords, getTruth<&IDesign::isReadOnly>},
+    {"name", commands::anyArguments, getText<&IDesign::name>},
+    {"description", commands::anyArguments, getText<&IDesign::description>},
+    {"id", commands::anyArguments, getDotted<&IDesign::id>},
+    {"vendor", commands::anyArguments, getText<&IDesign::vendor>},
+    {"library", commands::anyArguments, getText<&IDesign::library>},
+    {"author", commands::anyArguments, getText<&IDesign::author>},
+    {"version", commands::anyArguments, getDotted<&IDesign::version>},
+    {"wfp", commands::anyArguments, getText<&IDesign::workingFolderPath>},
+    {"busy", commands::anyArguments, getTruth<&IDesign::isBusy>},
+    {"read_only", commands::anyArguments, getTruth<&IDesign::isReadOnly>},
 };
 
-// Too many words are a good question about the usage, an unknown attribute is an error.
+// Too many arguments are a good question about the usage, an unknown attribute is an error.
 Outcome get(const DesignCall &call)
 {
-    if (call.words.count() > 3)
+    if (call.arguments.count() > 3)
         return Outcome::usageAsAnswer();
     return commands::dispatch<DesignCall>(attributes, call, 2);
 }
@@ -135,9 +135,9 @@ Outcome endCycle(const DesignCall &call)
 
 Outcome processingCycle(const DesignCall &call)
 {
-    if (call.words.count() == 2)
+    if (call.arguments.count() == 2)
         return Outcome::usageAsAnswer();
-    const QString word = call.words[2];
+    const QString word = call.arguments[2];
     if (word.compare(u"start", Qt::CaseInsensitive) == 0)
         return startCycle(call);
     if (word.compare(u"end", Qt::CaseInsensitive) == 0)
@@ -163,7 +163,7 @@ Outcome saveToOwnFile(const DesignCall &call)
 
 Outcome save(const DesignCall &call)
 {
-    const QString target = call.words.count() == 3 ? call.words[2] : QString();
+    const QString target = call.arguments.count() == 3 ? call.arguments[2] : QString();
     if (target.isEmpty())
         return saveToOwnFile(call);
     bool written = false;
@@ -183,8 +183,8 @@ Outcome clean(const DesignCall &call)
 {
     initExec();
     bool allVersions = false;
-    if (call.words.count() == 3) {
-        const std::optional<bool> word = commands::truthWord(call.words[2]);
+    if (call.arguments.count() == 3) {
+        const std::optional<bool> word = commands::truthWord(call.arguments[2]);
         if (!word)
             return Outcome::error(texts.badVersionsWord.toString());
         allVersions = *word;
@@ -213,20 +213,20 @@ Outcome assignWorkingFolder(const DesignCall &call)
 }
 
 constexpr Subcommand<DesignCall> subcommands[] = {
-    {"get", commands::anyWords, get, attributes},
-    {"set", commands::anyWords, commands::setDesignAttribute, commands::designSetAttributes},
-    {"close", commands::anyWords, close},
-    {"proc_cycle", commands::anyWords, processingCycle},
-    {"save", commands::anyWords, save},
-    {"clean", commands::anyWords, clean},
-    {"assign_physical_wfp", commands::anyWords, assignWorkingFolder},
+    {"get", commands::anyArguments, get, attributes},
+    {"set", commands::anyArguments, commands::setDesignAttribute, commands::designSetAttributes},
+    {"close", commands::anyArguments, close},
+    {"proc_cycle", commands::anyArguments, processingCycle},
+    {"save", commands::anyArguments, save},
+    {"clean", commands::anyArguments, clean},
+    {"assign_physical_wfp", commands::anyArguments, assignWorkingFolder},
 };
 
 // The command word alone is a good question about the usage.
 Outcome callDesign(const DesignCall &call)
 {
-    return call.words.count() <= 1 ? Outcome::usageAsAnswer()
-                                   : commands::dispatch<DesignCall>(subcommands, call);
+    return call.arguments.count() <= 1 ? Outcome::usageAsAnswer()
+                                       : commands::dispatch<DesignCall>(subcommands, call);
 }
 
 } // namespace
@@ -236,11 +236,11 @@ const commands::Manual commands::designManual {usageRows,
 
 int CallDesign(ClientData, Tcl_Interp *interp, int argc, const char **argv)
 {
-    return commands::run(interp, argc, argv, [](const Words &words) {
-        return commands::onActiveDesign([&words](IDesign &design) {
-            const DesignCall call(words, design);
+    return commands::run(interp, argc, argv, [](const Arguments &arguments) {
+        return commands::onActiveDesign([&arguments](IDesign &design) {
+            const DesignCall call(arguments, design);
             return callDesign(call).withUsage([&call] {
-                return commands::usageText(texts.usage, {call.designName, call.words[0]},
+                return commands::usageText(texts.usage, {call.designName, call.arguments[0]},
                                            usageRows);
             });
         });

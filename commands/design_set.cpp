@@ -23,7 +23,7 @@ constexpr struct
 
 Outcome changed(const DesignCall &call)
 {
-    return Outcome::ok(fill(texts.changed, {call.words[2]}));
+    return Outcome::ok(fill(texts.changed, {call.arguments[2]}));
 }
 
 template <auto Setter>
@@ -31,14 +31,14 @@ Outcome setText(const DesignCall &call)
 {
     {
         ExecBracket bracket;
-        (call.design.*Setter)(call.words[3]);
+        (call.design.*Setter)(call.arguments[3]);
     }
     return changed(call);
 }
 
 Outcome setName(const DesignCall &call)
 {
-    const QString name = call.words[3];
+    const QString name = call.arguments[3];
     QString error;
     if (!DesignManager::instance()->checkDesignName(name, &error, &call.design))
         return Outcome::error(error);
@@ -55,7 +55,7 @@ Outcome setReadOnly(const DesignCall &call)
 {
     {
         ExecBracket bracket;
-        const std::optional<bool> readOnly = truthWord(call.words[3]);
+        const std::optional<bool> readOnly = truthWord(call.arguments[3]);
         if (!readOnly)
             return Outcome::error(texts.badReadOnlyWord.toString());
         call.design.setReadOnly(*readOnly);
@@ -66,7 +66,7 @@ Outcome setReadOnly(const DesignCall &call)
 // Not bracketed: everybody is to see at once that the design is busy.
 Outcome setBusy(const DesignCall &call)
 {
-    const std::optional<bool> busy = truthWord(call.words[3]);
+    const std::optional<bool> busy = truthWord(call.arguments[3]);
     if (!busy)
         return Outcome::error(texts.badBusyWord.toString());
     call.design.setBusy(*busy, QString(), true);
@@ -76,19 +76,19 @@ Outcome setBusy(const DesignCall &call)
 } // namespace
 
 const Subcommand<DesignCall> designSetAttributes[] = {
-    {"name", anyWords, setName},
-    {"description", anyWords, setText<&IDesign::setDescription>},
-    {"vendor", anyWords, setText<&IDesign::setVendor>},
-    {"library", anyWords, setText<&IDesign::setLibrary>},
-    {"read_only", anyWords, setReadOnly},
-    {"author", anyWords, setText<&IDesign::setAuthor>},
-    {"busy", anyWords, setBusy},
+    {"name", anyArguments, setName},
+    {"description", anyArguments, setText<&IDesign::setDescription>},
+    {"vendor", anyArguments, setText<&IDesign::setVendor>},
+    {"library", anyArguments, setText<&IDesign::setLibrary>},
+    {"read_only", anyArguments, setReadOnly},
+    {"author", anyArguments, setText<&IDesign::setAuthor>},
+    {"busy", anyArguments, setBusy},
 };
 
 Outcome setDesignAttribute(const DesignCall &call)
 {
-    if (call.words.count() < 4)
-        return Outcome::error(fill(texts.noValue, {call.words[2]}));
+    if (call.arguments.count() < 4)
+        return Outcome::error(fill(texts.noValue, {call.arguments[2]}));
     return dispatch<DesignCall>(designSetAttributes, call, 2);
 }
 

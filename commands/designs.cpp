@@ -9,10 +9,10 @@
 #include <MorvalenCore/DesignStructureManager.h>
 
 using namespace Qt::Literals::StringLiterals;
+using commands::Arguments;
 using commands::ExecBracket;
 using commands::fill;
 using commands::Outcome;
-using commands::Words;
 using MorvalenCore::DesignManager;
 using MorvalenCore::DesignStructureManager;
 
@@ -59,9 +59,9 @@ constexpr commands::UsageRow usageRows[] = {
 
 Outcome list(const QStringList &elements) { return Outcome::ok(stringListToTclList(elements)); }
 
-Outcome setActive(const Words &words)
+Outcome setActive(const Arguments &arguments)
 {
-    const QString id = words[2];
+    const QString id = arguments[2];
     if (!DesignManager::instance()->openDesignIds().contains(id))
         return Outcome::error(fill(texts.noSuchDesign, {id}));
     {
@@ -87,27 +87,27 @@ Outcome setDefaultStructure(const QString &type, const QString &structure)
                : Outcome::error(fill(texts.defaultStructureNotSet, {type}));
 }
 
-// The number of words decides first: a type may have the name of an operation.
-Outcome structures(const Words &words)
+// The number of arguments decides first: a type may have the name of an operation.
+Outcome structures(const Arguments &arguments)
 {
     const DesignStructureManager *manager = DesignStructureManager::instance();
-    if (words.count() == 2)
+    if (arguments.count() == 2)
         return list(manager->designStructureNames());
-    if (words.count() == 3)
-        return list(manager->designStructureNamesForDesign(words[2]));
-    if (words.count() == 4 && words.is(2, "get_default"))
-        return getDefaultStructure(words[3]);
-    if (words.count() == 5 && words.is(2, "set_default"))
-        return setDefaultStructure(words[3], words[4]);
+    if (arguments.count() == 3)
+        return list(manager->designStructureNamesForDesign(arguments[2]));
+    if (arguments.count() == 4 && arguments.is(2, "get_default"))
+        return getDefaultStructure(arguments[3]);
+    if (arguments.count() == 5 && arguments.is(2, "set_default"))
+        return setDefaultStructure(arguments[3], arguments[4]);
     return Outcome::usage();
 }
 
-Outcome close(const Words &words)
+Outcome close(const Arguments &arguments)
 {
-    const QString id = words[2];
+    const QString id = arguments[2];
     if (!DesignManager::instance()->design(id))
         return Outcome::error(fill(texts.noSuchDesign, {id}));
-    const bool deleteFolder = words.is(3, "true");
+    const bool deleteFolder = arguments.is(3, "true");
     {
         ExecBracket bracket;
         DesignManager::instance()->closeDesign(id, deleteFolder);
@@ -115,9 +115,9 @@ Outcome close(const Words &words)
     return Outcome::ok(fill(deleteFolder ? texts.deleted : texts.closed, {id}));
 }
 
-Outcome closeAll(const Words &words)
+Outcome closeAll(const Arguments &arguments)
 {
-    const bool deleteFolders = words.is(2, "true");
+    const bool deleteFolders = arguments.is(2, "true");
     {
         ExecBracket bracket;
         const QStringList ids = DesignManager::instance()->openDesignIds();
@@ -126,9 +126,9 @@ Outcome closeAll(const Words &words)
     return Outcome::ok((deleteFolders ? texts.allDeleted : texts.allClosed).toString());
 }
 
-Outcome add(const Words &words)
+Outcome add(const Arguments &arguments)
 {
-    const QString fileName = words[2];
+    const QString fileName = arguments[2];
     bool added = false;
     {
         ExecBracket bracket;
@@ -138,37 +138,37 @@ Outcome add(const Words &words)
                  : Outcome::error(fill(texts.notAdded, {fileName}));
 }
 
-constexpr commands::Subcommand<Words> subcommands[] = {
-    {"set_active", commands::anyWords, setActive},
-    {"designs_path", commands::anyWords,
-     [](const Words &) {
+constexpr commands::Subcommand<Arguments> subcommands[] = {
+    {"set_active", commands::anyArguments, setActive},
+    {"designs_path", commands::anyArguments,
+     [](const Arguments &) {
          return Outcome::ok(DesignManager::instance()->path(DesignManager::DesignsPath));
      }},
-    {"backups_path", commands::anyWords,
-     [](const Words &) {
+    {"backups_path", commands::anyArguments,
+     [](const Arguments &) {
          return Outcome::ok(DesignManager::instance()->path(DesignManager::BackupsPath));
      }},
-    {"new", commands::anyWords, commands::newDesign},
-    {"list", commands::anyWords,
-     [](const Words &) { return list(DesignManager::instance()->openDesignIds()); }},
-    {"types", commands::anyWords,
-     [](const Words &) { return list(DesignManager::instance()->designTypes()); }},
-    {"structures", commands::anyWords, structures},
+    {"new", commands::anyArguments, commands::newDesign},
+    {"list", commands::anyArguments,
+     [](const Arguments &) { return list(DesignManager::instance()->openDesignIds()); }},
+    {"types", commands::anyArguments,
+     [](const Arguments &) { return list(DesignManager::instance()->designTypes()); }},
+    {"structures", commands::anyArguments, structures},
     {"close", commands::between(3, 4), close},
     {"close_all", commands::between(2, 3), closeAll},
-    {"add", commands::anyWords, add},
+    {"add", commands::anyArguments, add},
 };
 
 } // namespace
 
 const commands::Manual commands::designsManual {usageRows,
-                                                [] { return forms<Words>(subcommands); }};
+                                                [] { return forms<Arguments>(subcommands); }};
 
 int CallDesigns(ClientData, Tcl_Interp *interp, int argc, const char **argv)
 {
-    return commands::run(interp, argc, argv, [](const Words &words) {
-        return commands::dispatch<Words>(subcommands, words).withUsage([&words] {
-            return commands::usageText(u"Usage: %1 args\n", {words[0]}, usageRows);
+    return commands::run(interp, argc, argv, [](const Arguments &arguments) {
+        return commands::dispatch<Arguments>(subcommands, arguments).withUsage([&arguments] {
+            return commands::usageText(u"Usage: %1 args\n", {arguments[0]}, usageRows);
         });
     });
 }

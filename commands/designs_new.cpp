@@ -27,7 +27,7 @@ namespace {
 // The numbers 1 and 2 stand in the order of the texts, not in that of the steps.
 constexpr struct
 {
-    QStringView tooFewWords =
+    QStringView tooFewArguments =
         u"Not enough parameters to create new design. Specify at least a name, type and structure";
     QStringView noSuchType = u"Design type \"%1\" is does not exist";
     QStringView noSuchStructure = u"File design structure \"%1\" does not exist";
@@ -60,18 +60,18 @@ QString defaultVendor()
     return settings.value(u"organization_name").toString();
 }
 
-NewDesign requested(const Words &words)
+NewDesign requested(const Arguments &arguments)
 {
     NewDesign design;
-    design.name = words[2];
-    design.type = words.count() > 3 ? words[3] : u"Custom Design"_s;
-    design.structure = words[4];
+    design.name = arguments[2];
+    design.type = arguments.count() > 3 ? arguments[3] : u"Custom Design"_s;
+    design.structure = arguments[4];
     if (design.structure.isEmpty()) {
         design.structure =
             DesignStructureManager::instance()->defaultStructureIdForDesignType(design.type);
     }
-    design.library = words.count() > 5 ? words[5] : u"global"_s;
-    design.vendor = words.count() > 6 ? words[6] : defaultVendor();
+    design.library = arguments.count() > 5 ? arguments[5] : u"global"_s;
+    design.vendor = arguments.count() > 6 ? arguments[6] : defaultVendor();
     return design;
 }
 
@@ -129,11 +129,11 @@ Outcome construct(const NewDesign &wanted)
 
 } // namespace
 
-Outcome newDesign(const Words &words)
+Outcome newDesign(const Arguments &arguments)
 {
-    if (words.count() < 3)
-        return Outcome::error(texts.tooFewWords.toString());
-    const NewDesign wanted = requested(words);
+    if (arguments.count() < 3)
+        return Outcome::error(texts.tooFewArguments.toString());
+    const NewDesign wanted = requested(arguments);
     if (const std::optional<QString> why = refusal(wanted))
         return Outcome::error(*why);
     ExecBracket bracket;

@@ -105,7 +105,7 @@ const commands::Manual commands::filesManual {usageRows,
 
 int CallFiles(ClientData, Tcl_Interp *interp, int argc, const char **argv)
 {
-    return commands::run(interp, argc, argv, [](const commands::Words &words) {
-        return commands::callCollection(files, words);
+    return commands::run(interp, argc, argv, [](const commands::Arguments &arguments) {
+        return commands::callCollection(files, arguments);
     });
 }

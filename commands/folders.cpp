@@ -27,7 +27,7 @@ constexpr commands::UsageRow usageRows[] = {
     {"list", "List all folders in the design"},
 };
 
-// Folders lie under no node, so the calls on all of them take no further word.
+// Folders lie under no node, so the calls on all of them take no further argument.
 constexpr commands::Subcommand<CollectionCall> subcommands[] = {
     {"set_active", commands::moreThan(2), commands::collection::setActive},
     {"add", commands::moreThan(2), commands::collection::add},
@@ -102,7 +102,7 @@ const commands::Manual commands::foldersManual {usageRows,
 
 int CallFolders(ClientData, Tcl_Interp *interp, int argc, const char **argv)
 {
-    return commands::run(interp, argc, argv, [](const commands::Words &words) {
-        return commands::callCollection(folders, words);
+    return commands::run(interp, argc, argv, [](const commands::Arguments &arguments) {
+        return commands::callCollection(folders, arguments);
     });
 }

@@ -14,8 +14,8 @@
 #include <Qtilities/QtilitiesApplication.h>
 
 using namespace Qt::Literals::StringLiterals;
+using commands::Arguments;
 using commands::Outcome;
-using commands::Words;
 using MorvalenCore::Interfaces::IDesign;
 using Qtilities::CoreGui::QtilitiesApplication;
 using Qtilities::ProjectManagement::ProjectManager;
@@ -56,7 +56,7 @@ void showDesign(Rows &rows, const IDesign &design)
         rows[u"Active Design Build Configuration"_s] = configuration->configurationName();
 }
 
-Outcome overview(const Words &)
+Outcome overview(const Arguments &)
 {
     Rows rows {
         {u"Active Project"_s, u"No open project"_s},

@@ -8,9 +8,9 @@
 #include <Qtilities/QtilitiesApplication.h>
 
 using namespace Qt::Literals::StringLiterals;
+using commands::Arguments;
 using commands::ExecBracket;
 using commands::Outcome;
-using commands::Words;
 using Qtilities::ProjectManagement::ProjectManager;
 
 namespace {
@@ -70,19 +70,19 @@ Outcome change(const Answers &answers, const Operation &operation)
     return done ? Outcome::ok(answers.success.toString()) : error(answers.failure);
 }
 
-Outcome name(const Words &)
+Outcome name(const Arguments &)
 {
     return isOpen() ? Outcome::ok(ProjectManager::instance()->currentProjectName())
                     : error(texts.noProject);
 }
 
-Outcome path(const Words &)
+Outcome path(const Arguments &)
 {
     return isOpen() ? Outcome::ok(ProjectManager::instance()->currentProjectFileName())
                     : error(texts.noProject);
 }
 
-Outcome projectsPath(const Words &)
+Outcome projectsPath(const Arguments &)
 {
     const QString custom = ProjectManager::instance()->customProjectsPath(QString());
     if (!custom.isEmpty())
@@ -91,22 +91,23 @@ Outcome projectsPath(const Words &)
     return Outcome::ok(preparePath(session + "/Projects"_L1));
 }
 
-Outcome close(const Words &)
+Outcome close(const Arguments &)
 {
     if (!isOpen())
         return error(texts.noProjectToClose);
     return change(texts.close, [](ProjectManager &manager) { return manager.closeProject(); });
 }
 
-Outcome create(const Words &)
+Outcome create(const Arguments &)
 {
     return change(texts.create, [](ProjectManager &manager) { return manager.newProject(); });
 }
 
-Outcome open(const Words &words)
+Outcome open(const Arguments &arguments)
 {
-    return change(texts.open,
-                  [&words](ProjectManager &manager) { return manager.openProject(words[2]); });
+    return change(texts.open, [&arguments](ProjectManager &manager) {
+        return manager.openProject(arguments[2]);
+    });
 }
 
 Outcome saveTo(const QString &fileName, const Answers &answers)
@@ -116,36 +117,39 @@ Outcome saveTo(const QString &fileName, const Answers &answers)
     });
 }
 
-// Whether a project is open is looked at before the number of words is.
-Outcome save(const Words &words)
+// Whether a project is open is looked at before the number of arguments is.
+Outcome save(const Arguments &arguments)
 {
     if (!isOpen())
         return error(texts.noProjectToSave);
-    if (words.count() == 3)
-        return saveTo(words[2], texts.saveAs);
-    if (words.count() != 2)
+    if (arguments.count() == 3)
+        return saveTo(arguments[2], texts.saveAs);
+    if (arguments.count() != 2)
         return Outcome::usage();
     const QString fileName = ProjectManager::instance()->currentProjectFileName();
     return fileName.isEmpty() ? error(texts.noFileName) : saveTo(fileName, texts.save);
 }
 
-constexpr commands::Subcommand<Words> subcommands[] = {
-    {"name", commands::anyWords, name},  {"projects_path", commands::anyWords, projectsPath},
-    {"path", commands::anyWords, path},  {"close", commands::anyWords, close},
-    {"new", commands::anyWords, create}, {"open", commands::exactly(3), open},
-    {"save", commands::anyWords, save},
+constexpr commands::Subcommand<Arguments> subcommands[] = {
+    {"name", commands::anyArguments, name},
+    {"projects_path", commands::anyArguments, projectsPath},
+    {"path", commands::anyArguments, path},
+    {"close", commands::anyArguments, close},
+    {"new", commands::anyArguments, create},
+    {"open", commands::exactly(3), open},
+    {"save", commands::anyArguments, save},
 };
 
 } // namespace
 
 const commands::Manual commands::projectManual {usageRows,
-                                                [] { return forms<Words>(subcommands); }};
+                                                [] { return forms<Arguments>(subcommands); }};
 
 int CallProject(ClientData, Tcl_Interp *interp, int argc, const char **argv)
 {
-    return commands::run(interp, argc, argv, [](const Words &words) {
-        return commands::dispatch<Words>(subcommands, words).withUsage([&words] {
-            return commands::usageText(u"Usage: %1 args\n", {words[0]}, usageRows);
+    return commands::run(interp, argc, argv, [](const Arguments &arguments) {
+        return commands::dispatch<Arguments>(subcommands, arguments).withUsage([&arguments] {
+            return commands::usageText(u"Usage: %1 args\n", {arguments[0]}, usageRows);
         });
     });
 }

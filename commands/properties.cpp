@@ -22,8 +22,9 @@ using Item = Collection::Item;
 constexpr struct
 {
     // Says "on active design" where all others say "on design".
-    QStringView tooFewWords = u"You did not provide enough parameters to set property \"%1\" on "
-                              "active design \"%2\"";
+    QStringView tooFewArguments =
+        u"You did not provide enough parameters to set property \"%1\" on "
+        "active design \"%2\"";
     QStringView badReadOnlyWord =
         u"Making a property read only is specified using \"true\" or \"false\" (Case Insensitive)";
     QStringView badValue = u"Failed to set property \"%1\" on design \"%2\". Property type and "
@@ -46,7 +47,7 @@ constexpr commands::UsageRow usageRows[] = {
 
 Outcome addNew(const CollectionCall &call, const QVariant &value)
 {
-    const QString name = call.words[2];
+    const QString name = call.arguments[2];
     QString error;
     bool added = false;
     {
@@ -60,12 +61,13 @@ Outcome addNew(const CollectionCall &call, const QVariant &value)
 // The read-only word is checked and then has no effect.
 Outcome set(const CollectionCall &call)
 {
-    const QString name = call.words[2];
-    if (call.words.count() <= 4)
-        return Outcome::error(fill(setTexts.tooFewWords, {name, call.designName}));
-    if (call.words.count() == 6 && !commands::truthWord(call.words[5]))
+    const QString name = call.arguments[2];
+    if (call.arguments.count() <= 4)
+        return Outcome::error(fill(setTexts.tooFewArguments, {name, call.designName}));
+    if (call.arguments.count() == 6 && !commands::truthWord(call.arguments[5]))
         return Outcome::error(setTexts.badReadOnlyWord.toString());
-    const QVariant value = QtilitiesProperty::constructVariant(call.words[3], call.words[4]);
+    const QVariant value =
+        QtilitiesProperty::constructVariant(call.arguments[3], call.arguments[4]);
     if (!value.isValid())
         return Outcome::error(fill(setTexts.badValue, {name, call.designName}));
     DesignProperty *property = call.design.propertyByName(name);
@@ -83,7 +85,7 @@ constexpr commands::Subcommand<CollectionCall> subcommands[] = {
     {"contains", commands::moreThan(2), commands::collection::contains},
     {"category", commands::moreThan(2), commands::collection::category},
     {"list", commands::exactly(2), commands::collection::list},
-    {"set", commands::anyWords, set},
+    {"set", commands::anyArguments, set},
 };
 
 QString name(const Item &item) { return item.getName(); }
@@ -147,7 +149,7 @@ const commands::Manual commands::propertiesManual {
 
 int CallProperties(ClientData, Tcl_Interp *interp, int argc, const char **argv)
 {
-    return commands::run(interp, argc, argv, [](const commands::Words &words) {
-        return commands::callCollection(properties, words);
+    return commands::run(interp, argc, argv, [](const commands::Arguments &arguments) {
+        return commands::callCollection(properties, arguments);
     });
 }

@@ -1,29 +1,29 @@
+#include "commands/ArgumentCount.h"
 #include "commands/commands.h"
 #include "commands/Outcome.h"
-#include "commands/WordCount.h"
 
 #include <MorvalenCore/DesignManager.h>
 
 #include <QCoreApplication>
 
 using namespace Qt::Literals::StringLiterals;
+using commands::Arguments;
 using commands::Outcome;
-using commands::Words;
 using MorvalenCore::DesignManager;
 
 namespace {
 
-Outcome quit(const Words &words)
+Outcome quit(const Arguments &arguments)
 {
     // The text speaks of a parameter q, but what is read is an exit code.
-    if (!commands::atMost(2).accepts(words.count()))
+    if (!commands::atMost(2).accepts(arguments.count()))
         return Outcome::error(u"Supported quit parameters are just \"q\""_s);
 
     int reason = DesignManager::QuitCommand;
     DesignManager::instance()->prepareForShutdown(reason);
 
     bool isNumber = false;
-    const int code = words[1].toInt(&isNumber, 10);
+    const int code = arguments[1].toInt(&isNumber, 10);
     if (isNumber)
         QCoreApplication::exit(code);
     else

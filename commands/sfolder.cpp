@@ -39,17 +39,17 @@ const DesignFolder &folderOf(const ItemCall &call)
 }
 
 constexpr commands::Subcommand<ItemCall> getItems[] = {
-    {"actual_path", commands::anyWords, commands::activeitem::getActualPath},
-    {"category", commands::anyWords, commands::activeitem::getCategory},
-    {"revision", commands::anyWords,
+    {"actual_path", commands::anyArguments, commands::activeitem::getActualPath},
+    {"category", commands::anyArguments, commands::activeitem::getCategory},
+    {"revision", commands::anyArguments,
      [](const ItemCall &call) { return Outcome::ok(folderOf(call).versionControlRevision()); }},
-    {"vcs", commands::anyWords,
+    {"vcs", commands::anyArguments,
      [](const ItemCall &call) { return Outcome::ok(folderOf(call).versionControlSystemName()); }},
 };
 
 constexpr commands::Subcommand<ItemCall> setItems[] = {
-    {"actual_path", commands::anyWords, commands::activeitem::setActualPath},
-    {"category", commands::anyWords, commands::activeitem::setCategory},
+    {"actual_path", commands::anyArguments, commands::activeitem::setActualPath},
+    {"category", commands::anyArguments, commands::activeitem::setCategory},
 };
 
 constexpr commands::Subcommand<ItemCall> subcommands[] = {
@@ -87,7 +87,7 @@ const commands::Manual commands::folderManual {usageRows,
 
 int CallFolder(ClientData, Tcl_Interp *interp, int argc, const char **argv)
 {
-    return commands::run(interp, argc, argv, [](const commands::Words &words) {
-        return commands::callActiveItem(activeFolder, words);
+    return commands::run(interp, argc, argv, [](const commands::Arguments &arguments) {
+        return commands::callActiveItem(activeFolder, arguments);
     });
 }

@@ -25,7 +25,7 @@ constexpr struct
     QStringView invalid = u"Failed to get property \"%1\" on %3 \"%2\". It exists but is invalid";
     QStringView readOnly =
         u"Failed to set value of property \"%1\" on %3 \"%2\". This is a read only property";
-    QStringView tooFewWords =
+    QStringView tooFewArguments =
         u"You did not provide enough parameters to set property \"%1\" on %3 \"%2\"";
     QStringView badReadOnlyWord =
         u"Making a property read only is specified using \"true\" or \"false\" (Case Insensitive)";
@@ -40,7 +40,7 @@ constexpr struct
 class Name
 {
 public:
-    explicit Name(const ItemCall &call) : text(call.words[3]), bytes(text.toUtf8())
+    explicit Name(const ItemCall &call) : text(call.arguments[3]), bytes(text.toUtf8())
     {
         if (text.contains(QChar(u'\0')) || QString::fromUtf8(bytes) != text)
             bytes.clear();
@@ -67,7 +67,7 @@ SharedProperty fetch(const ItemCall &call, const Name &name)
 
 QString about(QStringView text, const ItemCall &call, const QString &label)
 {
-    return fill(text, {call.words[3], label, call.kind.texts.sharedPropertyOf.toString()});
+    return fill(text, {call.arguments[3], label, call.kind.texts.sharedPropertyOf.toString()});
 }
 
 QString about(QStringView text, const ItemCall &call)
@@ -100,13 +100,14 @@ Outcome get(const ItemCall &call)
                               : Outcome::error(about(texts.invalid, call));
 }
 
-// The read-only word of a call; nothing for a bad one. Only a call of exactly seven words has one.
+// The read-only word of a call; nothing for a bad one. Only a call of exactly seven arguments has
+// one.
 std::optional<bool> readOnlyWord(const ItemCall &call)
 {
-    return call.words.count() == 7 ? truthWord(call.words[6]) : false;
+    return call.arguments.count() == 7 ? truthWord(call.arguments[6]) : false;
 }
 
-// Whether the property is read-only comes before the number of words.
+// Whether the property is read-only comes before the number of arguments.
 Outcome set(const ItemCall &call)
 {
     if (const std::optional<Outcome> refusal = call.kind.refusal(call))
@@ -114,12 +115,13 @@ Outcome set(const ItemCall &call)
     const Name name(call);
     if (fetch(call, name).isReadOnly())
         return Outcome::error(about(texts.readOnly, call));
-    if (call.words.count() <= 5)
-        return Outcome::error(about(texts.tooFewWords, call));
+    if (call.arguments.count() <= 5)
+        return Outcome::error(about(texts.tooFewArguments, call));
     const std::optional<bool> readOnly = readOnlyWord(call);
     if (!readOnly)
         return Outcome::error(texts.badReadOnlyWord.toString());
-    const QVariant value = QtilitiesProperty::constructVariant(call.words[4], call.words[5]);
+    const QVariant value =
+        QtilitiesProperty::constructVariant(call.arguments[4], call.arguments[5]);
     if (!value.isValid())
         return Outcome::error(about(texts.badValue, call));
 
@@ -139,11 +141,11 @@ Outcome set(const ItemCall &call)
 } // namespace
 
 const Subcommand<ItemCall> sharedPropertyActions[] = {
-    {"exists", anyWords,
+    {"exists", anyArguments,
      [](const ItemCall &call) { return Outcome::found(exists(call, Name(call))); }},
-    {"remove", anyWords, remove},
-    {"get", anyWords, get},
-    {"set", anyWords, set},
+    {"remove", anyArguments, remove},
+    {"get", anyArguments, get},
+    {"set", anyArguments, set},
 };
 
 } // namespace commands

@@ -50,34 +50,35 @@ Outcome setName(const ItemCall &call)
 {
     const QPointer<Item> alive(&call.item);
     const QString before = name(call.item);
-    call.item.setName(call.words[3]);
+    call.item.setName(call.arguments[3]);
     const QString after = alive ? name(*alive) : QString();
     return Outcome::ok(commands::fill(texts.renamed, {before, after}));
 }
 
 constexpr commands::Subcommand<ItemCall> getItems[] = {
-    {"name", commands::anyWords, [](const ItemCall &call) { return Outcome::ok(name(call.item)); }},
-    {"category", commands::anyWords, commands::activeitem::getCategory},
+    {"name", commands::anyArguments,
+     [](const ItemCall &call) { return Outcome::ok(name(call.item)); }},
+    {"category", commands::anyArguments, commands::activeitem::getCategory},
 };
 
 constexpr commands::Subcommand<ItemCall> setItems[] = {
-    {"name", commands::anyWords, setName},
-    {"category", commands::anyWords, commands::activeitem::setCategory},
+    {"name", commands::anyArguments, setName},
+    {"category", commands::anyArguments, commands::activeitem::setCategory},
 };
 
-// That the property is read-only comes before everything else, the number of words included.
+// That the property is read-only comes before everything else, the number of arguments included.
 Outcome set(const ItemCall &call)
 {
     if (const std::optional<Outcome> refused = refusal(call))
         return *refused;
-    if (!commands::moreThan(3).accepts(call.words.count()))
+    if (!commands::moreThan(3).accepts(call.arguments.count()))
         return Outcome::usage();
     return commands::dispatch<ItemCall>(setItems, call, 2);
 }
 
 constexpr commands::Subcommand<ItemCall> subcommands[] = {
     {"get", commands::moreThan(2), nullptr, getItems},
-    {"set", commands::anyWords, set, setItems},
+    {"set", commands::anyArguments, set, setItems},
     {"property", commands::moreThan(3), nullptr, commands::sharedPropertyActions},
 };
 
@@ -109,7 +110,7 @@ const commands::Manual commands::propertyManual {usageRows,
 
 int CallProperty(ClientData, Tcl_Interp *interp, int argc, const char **argv)
 {
-    return commands::run(interp, argc, argv, [](const commands::Words &words) {
-        return commands::callActiveItem(activeProperty, words);
+    return commands::run(interp, argc, argv, [](const commands::Arguments &arguments) {
+        return commands::callActiveItem(activeProperty, arguments);
     });
 }

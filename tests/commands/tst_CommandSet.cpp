@@ -5,6 +5,7 @@
 #include "tests/TestClass.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -83,6 +84,50 @@ QSet<QString> sentencesOfPages()
         }
     }
     return sentences;
+}
+
+// The comment above the table of the commands, and the paths that it names.
+QString recipe()
+{
+    const QString text = textOf(u"commands/commandset.cpp"_s);
+    const qsizetype start = text.indexOf(u"// To add a command:"_s);
+    return start < 0 ? QString() : text.sliced(start, text.indexOf(u"constexpr"_s, start) - start);
+}
+
+QStringList pathsOfRecipe()
+{
+    static const QRegularExpression path(u"\\b[a-z]+/[\\w/.]*\\w"_s);
+    QStringList paths;
+    for (const QRegularExpressionMatch &match : path.globalMatch(recipe()))
+        paths.append(match.captured());
+    paths.removeDuplicates();
+    return paths;
+}
+
+// A file that names all of these stands for a list of the commands: the words are like no others.
+bool listsTheCommands(const QString &text)
+{
+    const auto namesAll = [&](std::initializer_list<QLatin1StringView> names) {
+        return std::all_of(names.begin(), names.end(), [&](QLatin1StringView name) {
+            return text.contains(QRegularExpression(u"\\b"_s + name + u"\\b"_s));
+        });
+    };
+    return namesAll({"logp"_L1, "sfile"_L1, "sfolder"_L1, "sproperty"_L1})
+        || namesAll({"CallFile"_L1, "CallFolder"_L1, "CallProperty"_L1, "CallQuit"_L1});
+}
+
+// The files of the project, without what was built and what Git keeps.
+QStringList projectFiles()
+{
+    QStringList files;
+    for (const QString &folder : source.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        if (folder == "build"_L1)
+            continue;
+        QDirIterator walk(source.filePath(folder), QDir::Files, QDirIterator::Subdirectories);
+        while (walk.hasNext())
+            files.append(source.relativeFilePath(walk.next()));
+    }
+    return files + source.entryList(QDir::Files);
 }
 
 // In order, one a line.
@@ -172,6 +217,38 @@ private Q_SLOTS:
             QVERIFY2(listing.contains(line), qPrintable(listing));
         }
         delete registry;
+    }
+
+    void everyPathOfTheRecipeIsThere_data() { addCommands(); }
+    void everyPathOfTheRecipeIsThere()
+    {
+        QFETCH(const int, index);
+        const QString word = QString::fromUtf8(commands::commandSet()[std::size_t(index)].word);
+        const QStringList paths = pathsOfRecipe();
+        QVERIFY(paths.size() > 10);
+        for (QString path : paths)
+            QVERIFY2(source.exists(path.replace(u"WORD"_s, word)), qPrintable(path));
+    }
+
+    void everyListOfTheCommandsIsInTheRecipe()
+    {
+        const QStringList named = pathsOfRecipe();
+        QStringList forgotten;
+        for (const QString &file : projectFiles()) {
+            if (!named.contains(file) && listsTheCommands(textOf(file)))
+                forgotten.append(file);
+        }
+        QCOMPARE(forgotten.join(u'\n'), QString());
+    }
+
+    void everyPageIsInTheWindowsManual_data() { addCommands(); }
+    void everyPageIsInTheWindowsManual()
+    {
+        QFETCH(const int, index);
+        const QString page =
+            QString::fromUtf8(commands::commandSet()[std::size_t(index)].word) + u".md"_s;
+        QVERIFY(textOf(u"app/morvalen.qrc"_s)
+                    .contains(u"<file alias=\"%1\">../docs/commands/%1</file>"_s.arg(page)));
     }
 
     void everyCommandHasATest_data() { addCommands(); }

@@ -11,32 +11,32 @@
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
+using commands::Arguments;
 using commands::Outcome;
-using commands::Words;
 
-Q_DECLARE_METATYPE(commands::WordCount)
+Q_DECLARE_METATYPE(commands::ArgumentCount)
 
 namespace {
 
 using UsageMap = QMap<QString, QString>;
 
-Outcome answerOne(const Words &words)
+Outcome answerOne(const Arguments &words)
 {
     return Outcome::ok(u"one of "_s + QString::number(words.count()));
 }
-Outcome answerTwo(const Words &) { return Outcome::error(u"two"_s); }
+Outcome answerTwo(const Arguments &) { return Outcome::error(u"two"_s); }
 
-constexpr commands::Subcommand<Words> inner[] = {
-    {"one", commands::anyWords, answerOne},
+constexpr commands::Subcommand<Arguments> inner[] = {
+    {"one", commands::anyArguments, answerOne},
     {"two", commands::exactly(4), answerTwo},
 };
 
-constexpr commands::Subcommand<Words> outer[] = {
+constexpr commands::Subcommand<Arguments> outer[] = {
     {"get", commands::moreThan(2), nullptr, inner},
     {"one", commands::exactly(2), answerOne},
-    {"one", commands::anyWords, answerTwo},
-    {"both", commands::anyWords,
-     [](const Words &words) { return commands::dispatch<Words>(inner, words, 2); }, inner},
+    {"one", commands::anyArguments, answerTwo},
+    {"both", commands::anyArguments,
+     [](const Arguments &words) { return commands::dispatch<Arguments>(inner, words, 2); }, inner},
 };
 
 } // namespace
@@ -151,7 +151,7 @@ private Q_SLOTS:
     void wordsBehindTheLastAreNull()
     {
         const char *argv[] = {"cmd", "a", nullptr};
-        const Words words(2, argv);
+        const Arguments words(2, argv);
         QCOMPARE(words.count(), 2);
         QVERIFY(words.is(1, "a"));
         QVERIFY(!words.is(1, "A"));
@@ -164,9 +164,9 @@ private Q_SLOTS:
 
     void wordCount_data()
     {
-        QTest::addColumn<commands::WordCount>("count");
+        QTest::addColumn<commands::ArgumentCount>("count");
         QTest::addColumn<QString>("accepted");
-        QTest::newRow("count-1 any") << commands::anyWords << u"1 2 3 4 5"_s;
+        QTest::newRow("count-1 any") << commands::anyArguments << u"1 2 3 4 5"_s;
         QTest::newRow("count-2 exactly") << commands::exactly(3) << u"3"_s;
         QTest::newRow("count-3 more") << commands::moreThan(2) << u"3 4 5"_s;
         QTest::newRow("count-4 at most") << commands::atMost(2) << u"1 2"_s;
@@ -174,7 +174,7 @@ private Q_SLOTS:
     }
     void wordCount()
     {
-        QFETCH(const commands::WordCount, count);
+        QFETCH(const commands::ArgumentCount, count);
         QStringList accepted;
         for (int words = 1; words <= 5; ++words) {
             if (count.accepts(words))
@@ -214,8 +214,10 @@ private Q_SLOTS:
         Tcl_Interp *interp = Tcl_CreateInterp();
         Tcl_AppendResult(interp, "an old result", nullptr);
         const int code =
-            commands::run(interp, int(words.size()), argv.data(), [](const Words &line) {
-                return commands::dispatch<Words>(outer, line).withUsage([] { return u"usage"_s; });
+            commands::run(interp, int(words.size()), argv.data(), [](const Arguments &line) {
+                return commands::dispatch<Arguments>(outer, line).withUsage([] {
+                    return u"usage"_s;
+                });
             });
         const QString text = tcltext::result(interp);
         Tcl_DeleteInterp(interp);
@@ -245,7 +247,7 @@ private Q_SLOTS:
     {
         Tcl_Interp *interp = Tcl_CreateInterp();
         const char *argv[] = {"c", nullptr};
-        commands::run(interp, 1, argv, [interp](const Words &) {
+        commands::run(interp, 1, argv, [interp](const Arguments &) {
             Tcl_AppendResult(interp, "left behind by a timer", nullptr);
             return Outcome::ok(u"the answer \u20ac"_s);
         });
@@ -255,7 +257,7 @@ private Q_SLOTS:
 
     void formsNameEveryPath()
     {
-        QCOMPARE(commands::forms<Words>(outer),
+        QCOMPARE(commands::forms<Arguments>(outer),
                  QStringList({u"get one"_s, u"get two"_s, u"one"_s, u"one"_s, u"both one"_s,
                               u"both two"_s}));
     }
