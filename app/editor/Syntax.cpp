@@ -1,5 +1,7 @@
 #include "app/editor/Syntax.h"
 
+#include "commands/commandmanuals.h"
+
 #include <QFileInfo>
 #include <QRegularExpression>
 
@@ -21,8 +23,15 @@ const char tclWords[] =
     "namespace oo::class open package pid proc puts pwd read regexp regsub rename return scan "
     "seek set socket source split string subst switch tailcall tell then throw time trace try "
     "unset update uplevel upvar variable vwait while yield "
-    "log logp overview project designs design files sfile folders sfolder properties sproperty "
-    "builds build quit help history set_prompt save_script";
+    "help history set_prompt save_script";
+
+QSet<QString> tclKeywords()
+{
+    QSet<QString> keywords = words(tclWords);
+    for (const commands::CommandManual &manual : commands::commandManuals())
+        keywords.insert(manual.word);
+    return keywords;
+}
 
 const char verilogWords[] =
     "accept_on alias always always_comb always_ff always_latch and assert assign assume automatic "
@@ -86,7 +95,7 @@ Syntax tcl()
              {.opening = u"${"_s, .closing = u"}"_s, .style = Syntax::Variable},
              {.opening = u"${"_s, .closing = u"}"_s, .style = Syntax::Variable, .within = 1}},
         .prefixes = {{u'$', Syntax::Variable}},
-        .keywords = words(tclWords),
+        .keywords = tclKeywords(),
         .wordCharacters = u":"_s,
         .numberCharacters = u"."_s};
 }

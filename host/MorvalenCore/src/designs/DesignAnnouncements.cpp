@@ -15,7 +15,8 @@ DesignAnnouncements::Entry &DesignAnnouncements::entry(const Interfaces::IDesign
         if (news.design == design && !news.isClosed)
             return news;
     }
-    return entries.emplaceBack(design, known);
+    entries.append({.design = design, .known = known});
+    return entries.last();
 }
 
 void DesignAnnouncements::attached(const Interfaces::IDesign *design)
