@@ -8,8 +8,7 @@ PlanKeeper::Kept PlanKeeper::planFor(const BuildRequest &request)
         last = request;
         const Qtilities::Core::Result<BuildPlan> plan = makeBuildPlan(request);
         if (plan.isOk())
-            kept = std::make_shared<KeptPlan>(
-                KeptPlan {plan.value(), NinjaFile(plan.value())});
+            kept = std::make_shared<KeptPlan>(KeptPlan {plan.value(), NinjaFile(plan.value())});
         else
             kept = plan.status();
     }
