@@ -4,14 +4,9 @@
 
 #include <QColor>
 #include <QStringList>
-#include <QTextCharFormat>
 #include <QTextEdit>
 
 #include <memory>
-#include <optional>
-
-class HeightLimit;
-class OutputBurst;
 
 // An interactive command console: output and a prompt in one document, of which only the text
 // behind the last prompt (the edition zone) can be edited. It knows no command language; a derived
@@ -105,6 +100,11 @@ protected:
     void dropEvent(QDropEvent *event) override;
     void insertFromMimeData(const QMimeData *source) override;
 
+private:
+    struct Private;
+    const std::unique_ptr<Private> d; // before what refers to its parts
+
+protected:
     QColor cmdColor;
     QColor errColor;
     QColor outColor;
@@ -112,41 +112,18 @@ protected:
     int oldPosition; // the cursor's at the last press of a mouse button
     int promptLength = 0;
     QString prompt;
-    QStringList history; // oldest first, line feeds written as a backslash and the letter n
-    QStringList recordedScript; // the commands that succeeded, as typed
-    int historyIndex = 0;
-    int promptParagraph = 0; // number of the block that holds the current prompt
+    QStringList &history; // oldest first, line feeds written as a backslash and the letter n
+    QStringList &recordedScript; // the commands that succeeded, as typed
+    int &historyIndex;
+    int &promptParagraph; // number of the block that holds the current prompt
 
 private:
-    QTextCharFormat format(const QColor &color) const;
-    void appendParagraph(const QString &text, const QTextCharFormat &characters);
-    void insertBeforePrompt(const QString &text, const QTextCharFormat &characters);
-    void echo(const QString &command);
-    void showResult(const QString &text, const QColor &color);
-    void moveToEnd();
-
-    bool isInEditionZone(const QTextCursor &cursor) const;
-    int promptEnd() const;
-    QTextCursor commandSelection() const;
-
-    bool handleControlKeyPress(QKeyEvent *event);
-    bool handleCopyKeyPress(QKeyEvent *event);
-    void handleTabKeyPress();
-    void handleBackspaceKeyPress(QKeyEvent *event);
-    void handleReturnKeyPress();
-    void handleHomeKeyPress(QKeyEvent *event);
-    void handleUpKeyPress();
-    void handleDownKeyPress();
-    void handleOtherKeyPress(QKeyEvent *event);
+    void complete();
+    void deleteBackwards(QKeyEvent *event);
+    void runTypedCommand();
+    void goHome(QKeyEvent *event);
+    void showOlderCommand();
+    void showNewerCommand();
     void passWithoutEditing(QKeyEvent *event);
-    void deleteStartOfWord();
-    void listCandidates(const QStringList &candidates, const QString &prefix);
-
-    QTextCharFormat textFormat; // the font of all text
-    int promptColumn = 0; // where the prompt on screen ends
-    bool promptWaits = false; // for a command
-    std::optional<QPoint> copyDragStart; // a press on a selection that must not be moved away
-    QTextCursor outputEnd; // behind what was written after the prompt; null when nothing was
-    const std::unique_ptr<OutputBurst> burst;
-    const std::unique_ptr<HeightLimit> heightLimit;
+    void typeInZone(QKeyEvent *event);
 };

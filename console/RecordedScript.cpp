@@ -1,27 +1,27 @@
-#include "console/QConsole.h"
+#include "console/RecordedScript.h"
 
 #include <QFile>
 #include <QTextStream>
 
-int QConsole::saveScript(const QString &fileName)
+int RecordedScript::save(const QString &fileName) const
 {
     QFile file(fileName);
     if (!file.open(QIODevice::WriteOnly))
         return -1;
     QTextStream stream(&file);
-    for (const QString &command : std::as_const(recordedScript))
+    for (const QString &command : commands)
         stream << command << u'\n';
     stream.flush();
     return stream.status() == QTextStream::Ok && file.flush() ? 0 : -1;
 }
 
-int QConsole::loadScript(const QString &fileName)
+int RecordedScript::load(const QString &fileName, const std::function<void(const QString &)> &run)
 {
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
         return -1;
     QTextStream stream(&file);
     for (QString line = stream.readLine(); !line.isNull(); line = stream.readLine())
-        execCommand(line, true, false, nullptr);
+        run(line);
     return 0;
 }
