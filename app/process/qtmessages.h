@@ -1,8 +1,8 @@
 #pragma once
 
 // Qt's own warnings, about a missing runtime folder or an unusual locale, are no business of the
-// program's users: from now on they go to the log as debug messages. What makes Qt abort still
-// goes to standard error.
+// program's users: from now on they go to the log as debug messages, from whichever thread they
+// come. What makes Qt abort still goes to standard error.
 namespace qtmessages {
 
 void sendToLog();

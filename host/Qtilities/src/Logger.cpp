@@ -2,6 +2,7 @@
 #include <Qtilities/Replaceable.h>
 
 #include <QMetaEnum>
+#include <QThread>
 
 namespace Qtilities::Logging {
 
@@ -47,6 +48,7 @@ Logger::Logger(QObject *parent) : QObject(parent) { }
 
 Logger::~Logger()
 {
+    deliverKept();
     // The engines go while this is still a log that they can leave.
     while (!engines.isEmpty())
         delete engines.last();
@@ -59,19 +61,49 @@ void Logger::setInstance(Logger *logger) { slot().set(logger); }
 void Logger::logMessage(const QString &engineName, MessageType type, const QVariant &message,
                         const QVariant &part1, const QVariant &part2, const QVariant &part3)
 {
-    deliver(engineName, type, joined({message, part1, part2, part3}), false);
+    take({engineName, type, joined({message, part1, part2, part3}), false});
 }
 
 void Logger::logPriorityMessage(const QString &engineName, MessageType type,
                                 const QVariant &message, const QVariant &part1,
                                 const QVariant &part2, const QVariant &part3)
 {
-    deliver(engineName, type, joined({message, part1, part2, part3}), true);
+    take({engineName, type, joined({message, part1, part2, part3}), true});
 }
 
-void Logger::deliver(const QString &engineName, MessageType type, const QString &text,
-                     bool priority)
+void Logger::take(const Message &message)
 {
+    if (QThread::currentThread() != thread()) {
+        keep(message);
+        return;
+    }
+    deliverKept();
+    deliver(message);
+}
+
+// One event for all that has come before it is there.
+void Logger::keep(const Message &message)
+{
+    const QMutexLocker lock(&keptMutex);
+    kept.append(message);
+    if (kept.size() == 1)
+        QMetaObject::invokeMethod(this, &Logger::deliverKept, Qt::QueuedConnection);
+}
+
+void Logger::deliverKept()
+{
+    QList<Message> messages;
+    {
+        const QMutexLocker lock(&keptMutex);
+        messages.swap(kept);
+    }
+    for (const Message &message : std::as_const(messages))
+        deliver(message);
+}
+
+void Logger::deliver(const Message &message)
+{
+    const auto &[engineName, type, text, priority] = message;
     // An engine may log, attach engines or delete itself while it takes a message.
     const QList<QPointer<LoggerEngine>> receivers(engines.cbegin(), engines.cend());
     for (const QPointer<LoggerEngine> &engine : receivers) {

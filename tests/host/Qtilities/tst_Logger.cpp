@@ -10,12 +10,14 @@
 #include <QTemporaryDir>
 #include <QTemporaryFile>
 #include <QTest>
+#include <QThread>
 
 #include <csignal>
 #include <fcntl.h>
 #include <memory>
 #include <sys/resource.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -140,6 +142,11 @@ private Q_SLOTS:
     void survivesAnEngineThatDeletesItself();
     void survivesAnEngineThatDeletesTheNext();
     void canBeReplaced();
+
+    void takesMessagesOfOtherThreadsOnItsOwn();
+    void takesThemBeforeItsOwnNextMessage();
+    void takesThemBeforeItGoes();
+    void losesNoneOfManyThreads();
 
     void writesToStandardError_data();
     void writesToStandardError();
@@ -445,6 +452,63 @@ void tst_Logger::canBeReplaced()
     Logger::setInstance(logger.get());
     logger.reset();
     QCOMPARE(Logger::instance(), standard);
+}
+
+void tst_Logger::takesMessagesOfOtherThreadsOnItsOwn()
+{
+    QThread *takenOn = nullptr;
+    attach(u"a"_s)->reaction = [&] { takenOn = QThread::currentThread(); };
+    attach(u"b"_s);
+    std::thread([this] {
+        logger->logMessage(u"a"_s, Logger::Info, u"one"_s, 1);
+        logger->logPriorityMessage(QString(), Logger::Error, u"two"_s);
+    }).join();
+    QCOMPARE(journal, QStringList());
+    QTRY_COMPARE(journal, (QStringList {u"a 2 one 1"_s, u"a 8! two"_s, u"b 8! two"_s}));
+    QCOMPARE(takenOn, QThread::currentThread());
+}
+
+void tst_Logger::takesThemBeforeItsOwnNextMessage()
+{
+    attach(u"a"_s);
+    std::thread([this] { logger->logMessage(QString(), Logger::Info, u"theirs"_s); }).join();
+    logger->logMessage(QString(), Logger::Info, u"ours"_s);
+    QCOMPARE(journal, (QStringList {u"a 2 theirs"_s, u"a 2 ours"_s}));
+    QCoreApplication::processEvents();
+    QCOMPARE(journal.size(), 2);
+}
+
+void tst_Logger::takesThemBeforeItGoes()
+{
+    attach(u"a"_s);
+    std::thread([this] { logger->logMessage(QString(), Logger::Info, u"last"_s); }).join();
+    logger.reset();
+    QCOMPARE(journal, QStringList {u"a 2 last"_s});
+}
+
+void tst_Logger::losesNoneOfManyThreads()
+{
+    constexpr int threadCount = 4;
+    constexpr int messageCount = 500;
+    attach(u"a"_s);
+    std::vector<std::thread> threads;
+    for (int number = 0; number < threadCount; ++number) {
+        threads.emplace_back([this, number] {
+            for (int i = 0; i < messageCount; ++i)
+                logger->logMessage(QString(), Logger::Info, u"%1 %2"_s.arg(number).arg(i));
+        });
+    }
+    for (int i = 0; i < messageCount; ++i)
+        logger->logMessage(QString(), Logger::Info, u"own %1"_s.arg(i));
+    for (std::thread &thread : threads)
+        thread.join();
+    QTRY_COMPARE(journal.size(), (threadCount + 1) * messageCount);
+    for (int number = 0; number < threadCount; ++number) {
+        const QStringList ofOne = journal.filter(u"a 2 %1 "_s.arg(number));
+        QCOMPARE(ofOne.size(), messageCount);
+        for (int i = 0; i < messageCount; ++i)
+            QCOMPARE(ofOne.at(i), u"a 2 %1 %2"_s.arg(number).arg(i));
+    }
 }
 
 void tst_Logger::writesToStandardError_data()

@@ -4,14 +4,17 @@
 #include <Qtilities/QtilitiesExport.h>
 
 #include <QList>
+#include <QMutex>
 #include <QObject>
 #include <QStringList>
 #include <QVariant>
 
 namespace Qtilities::Logging {
 
-// The application's log: hands every message to the engines that want it. One per process; call
-// it from the GUI thread only.
+// The application's log: hands every message to the engines that want it. One per process. Any
+// thread may log; the engines get all messages on the GUI thread, those of another thread when
+// control is back in its event loop, or before its own next message. All else is for the GUI thread
+// only.
 class QTILITIES_EXPORT Logger : public QObject
 {
     Q_OBJECT
@@ -33,7 +36,7 @@ public:
     explicit Logger(QObject *parent = nullptr);
     ~Logger() override;
 
-    // The log: the one that was set, else one made on first use.
+    // The log: the one that was set, else one made on first use, which must be on the GUI thread.
     static Logger *instance();
 
     // Replaces the log, which stays the caller's; null brings the default back.
@@ -75,10 +78,23 @@ Q_SIGNALS:
     void priorityMessage(Qtilities::Logging::Logger::MessageType type, const QString &text);
 
 private:
-    void deliver(const QString &engineName, MessageType type, const QString &text, bool priority);
+    struct Message
+    {
+        QString engineName;
+        MessageType type;
+        QString text;
+        bool priority;
+    };
+
+    void take(const Message &message);
+    void keep(const Message &message);
+    void deliverKept();
+    void deliver(const Message &message);
     void forget(QObject *engine);
 
     QList<LoggerEngine *> engines;
+    QMutex keptMutex;
+    QList<Message> kept; // from other threads
 };
 
 } // namespace Qtilities::Logging
