@@ -4,6 +4,8 @@ set(TCLSCRIPTING_PUBLIC_HEADERS
     interp/commandsManager.h
     interp/export.h
     interp/QtNotifier.h
+    interp/ScriptRuns.h
+    interp/errorstack.h
     interp/TclCallBack.h
     interp/tcltext.h
     console/PopupCompleter.h

@@ -1,10 +1,13 @@
 #include "interp/NotifierState.h"
 
+#include "interp/GuiAlert.h"
 #include "interp/notifierprocs.h"
 #include "interp/TclFileHandler.h"
 #include "interp/TclTimeNotifier.h"
 
 #include <QTimer>
+
+#include <utility>
 
 NotifierState *notifier = nullptr;
 
@@ -19,6 +22,12 @@ NotifierState::NotifierState(QApplication *application)
 
 NotifierState::~NotifierState()
 {
+    // Another thread that ends the process must not touch what is the GUI thread's.
+    if (alert && !GuiAlert::isGuiThread()) {
+        [[maybe_unused]] const GuiAlert *left = alert.release();
+        return;
+    }
+    alert.reset();
     if (timerActive)
         timer->stop();
     delete timer;
@@ -34,4 +43,19 @@ TclFileHandler *NotifierState::find(int fd) const
     while (handler && handler->fd != fd)
         handler = handler->next;
     return handler;
+}
+
+void NotifierState::pauseLeftTimer()
+{
+    if (resting || !waits || timerActive || !timer->isActive())
+        return;
+    timer->stop();
+    timerPaused = true;
+}
+
+// Unless a script that ran meanwhile has set it.
+void NotifierState::resumeTimer()
+{
+    if (std::exchange(timerPaused, false) && !timer->isActive())
+        timer->start();
 }

@@ -1,7 +1,12 @@
 #include "interp/QtNotifier.h"
 
+#include "interp/commandsManager.h"
+#include "interp/GuiAlert.h"
 #include "interp/notifierprocs.h"
 #include "interp/NotifierState.h"
+#include "interp/patientafter.h"
+#include "interp/restingprocs.h"
+#include "interp/ScriptRuns.h"
 #include "interp/servicemode.h"
 #include "interp/TclTimeNotifier.h"
 
@@ -36,9 +41,25 @@ void Qtk_InitNotifier(QApplication *app)
 
 void Qtk_LetNotifierRest()
 {
-    if (!notifier || notifier->resting)
+    if (!notifier || TclInExit())
         return;
+    if (!notifier->alert)
+        notifier->alert = std::make_unique<GuiAlert>();
+    Tcl_NotifierProcs procs = restingProcs();
+    Tcl_SetNotifier(&procs);
     notifier->resting = true;
     if (!notifier->timerActive)
         notifier->timer->stop();
+}
+
+void Qtk_KeepWindowAlive(std::function<void()> pass)
+{
+    if (!notifier || !notifier->resting || ScriptRuns::instance())
+        return;
+    Tcl_Interp *interp = commandsManager::getInstance(nullptr)->interp;
+    makeAfterPatient(interp);
+    auto *runs = new ScriptRuns(interp, std::move(pass));
+    // Its thread must not outlive Tcl.
+    Tcl_CreateExitHandler([](ClientData client) { delete static_cast<ScriptRuns *>(client); },
+                          runs);
 }

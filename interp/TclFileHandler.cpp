@@ -70,6 +70,7 @@ void TclFileHandler::fileactive(int)
     // Everything asked for counts as ready, not only what was seen.
     readyMask |= mask;
     notifier->found = true;
+    notifier->pauseLeftTimer();
     queueFileEvent(fd);
     notifier->timeNotifier->serve(); // may delete this
 }

@@ -1,5 +1,6 @@
 #include "interp/TclTimeNotifier.h"
 
+#include "interp/Evaluation.h"
 #include "interp/NotifierState.h"
 
 #include <QTimer>
@@ -20,8 +21,12 @@ TclTimeNotifier::TclTimeNotifier() { setObjectName(u"TclTimeNotifier"_s); }
 // sees to it; otherwise nobody tells when it has ended.
 void TclTimeNotifier::serve()
 {
-    if (notifier->waits || Tcl_GetServiceMode() == TCL_SERVICE_ALL) {
+    if (notifier->waits) {
         Tcl_ServiceAll();
+    } else if (Tcl_GetServiceMode() == TCL_SERVICE_ALL) {
+        Evaluation event;
+        Tcl_ServiceAll();
+        event.finish(TCL_OK);
     } else if (!std::exchange(retrying, true)) {
         QTimer::singleShot(retryInterval, this, [this] {
             retrying = false;

@@ -1,12 +1,14 @@
 #include "interp/notifierprocs.h"
 
 #include "interp/NotifierState.h"
+#include "interp/ScriptRuns.h"
 #include "interp/TclFileHandler.h"
 #include "interp/TclTimeNotifier.h"
 
 #include <QCoreApplication>
 #include <QTimer>
 
+#include <algorithm>
 #include <limits>
 
 namespace {
@@ -27,14 +29,20 @@ int milliseconds(const Tcl_Time &time)
 }
 
 // The wait of a notifier that rests. Qt's events may run scripts, which is why an answer of 1 lets
-// Tcl look at the variable that it waits for.
+// Tcl look at the variable that it waits for. Only a time of exactly 0 is a poll: what is left of a
+// millisecond would be polled thousands of times.
 int restingWait(const Tcl_Time *time)
 {
-    if (time && milliseconds(*time) == 0) {
+    if (time && time->sec == 0 && time->usec == 0) {
         QCoreApplication::processEvents(QEventLoop::AllEvents);
-        return time->usec > 0 || notifier->found;
+        return notifier->found;
     }
-    SetTimer(time);
+    if (time) {
+        const Tcl_Time whole = wholeMilliseconds(*time);
+        SetTimer(&whole);
+    } else {
+        SetTimer(nullptr);
+    }
     QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     return 1;
 }
@@ -47,10 +55,20 @@ int spinningWait(const Tcl_Time *time)
         QCoreApplication::processEvents(QEventLoop::AllEvents, duration);
     else
         QCoreApplication::processEvents(QEventLoop::AllEvents);
+    notifier->resumeTimer();
     return 1;
 }
 
 } // namespace
+
+Tcl_Time wholeMilliseconds(const Tcl_Time &time)
+{
+    constexpr long second = 1'000'000;
+    const long rounded = (time.usec + 999) / 1000 * 1000;
+    if (rounded < second || time.sec == std::numeric_limits<decltype(time.sec)>::max())
+        return {time.sec, std::min(rounded, second - 1)};
+    return {time.sec + 1, 0};
+}
 
 void SetTimer(const Tcl_Time *time)
 {
@@ -70,7 +88,11 @@ int WaitForEvent(const Tcl_Time *time)
     notifier->found = false;
     notifier->timeNotifier->cancel();
     ++notifier->waits;
+    ScriptRuns *runs = ScriptRuns::instance();
+    const bool waited = runs && runs->setWaiting(true);
     const int answer = notifier->resting ? restingWait(time) : spinningWait(time);
+    if (runs)
+        runs->setWaiting(waited);
     --notifier->waits;
     notifier->found = true; // for the wait around this one, if any
     notifier->timeNotifier->serveLater();

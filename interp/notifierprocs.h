@@ -27,6 +27,10 @@ void DeleteFileHandler(int fd);
 void FinalizeNotifier(ClientData);
 void NotifierExitHandler(ClientData);
 
+// Results: the time, rounded up, as a timer of whole milliseconds must be that shall not go off too
+// early.
+Tcl_Time wholeMilliseconds(const Tcl_Time &time);
+
 // Queues the event that FileHandlerEventProc handles.
 void queueFileEvent(int fd);
 

@@ -3,6 +3,7 @@
 #include <MorvalenCore/DesignManager.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdlib>
 #include <utility>
 
@@ -25,9 +26,45 @@ std::function<void()> &exitHook()
     return hook;
 }
 
+// What another thread's end of the program leaves to the GUI thread.
+struct EndElsewhere
+{
+    Tcl_ThreadId guiThread = nullptr;
+    Tcl_AsyncHandler handler = nullptr;
+    std::atomic<ClientData> status = nullptr;
+    std::atomic_flag isWanted;
+    std::atomic_bool isTaken = false; // by the GUI thread, which ends the process now
+};
+
+constexpr int takingTime = 300; // milliseconds
+
+EndElsewhere &endElsewhere()
+{
+    static auto *const end = new EndElsewhere; // other threads may outlive the rest
+    return *end;
+}
+
+// The thread that asks stands still until the process has ended, for an end of its own would get in
+// the way. But where the GUI thread does not come, it may be waiting for this one, which then ends.
+// The first status counts.
+[[noreturn]] void leaveOnGuiThread(ClientData status)
+{
+    EndElsewhere &end = endElsewhere();
+    if (!end.isWanted.test_and_set()) {
+        end.status = status;
+        Tcl_AsyncMark(end.handler);
+    }
+    for (int waited = 0; waited < takingTime || end.isTaken; waited += 10)
+        Tcl_Sleep(10);
+    Tcl_ExitThread(int(reinterpret_cast<intptr_t>(status)));
+    std::abort(); // Tcl_ExitThread does not come back.
+}
+
 // Called by Tcl_Exit in place of its own work, which leave() then does.
 void leaveByExit(ClientData status)
 {
+    if (Tcl_GetCurrentThread() != endElsewhere().guiThread)
+        leaveOnGuiThread(status);
     // Taken away first: what it does may let another script end the program.
     if (const auto hook = std::exchange(exitHook(), {}))
         hook();
@@ -45,6 +82,15 @@ void prepare(Tcl_Interp *interp)
     Tcl_CmdInfo quit;
     if (Tcl_GetCommandInfo(interp, "quit", &quit))
         Tcl_CreateCommand(interp, "dbgExit", quit.proc, quit.clientData, nullptr);
+    endElsewhere().guiThread = Tcl_GetCurrentThread();
+    if (!endElsewhere().handler)
+        endElsewhere().handler = Tcl_AsyncCreate(
+            [](ClientData, Tcl_Interp *, int code) {
+                endElsewhere().isTaken = true;
+                leaveByExit(endElsewhere().status);
+                return code;
+            },
+            nullptr);
     Tcl_SetExitProc(leaveByExit);
 }
 

@@ -8,7 +8,8 @@
 namespace programend {
 
 // Prepares an interpreter that has the application's commands: typing "exit" ends the program as
-// "quit" does, and Tcl's "exit 0" saves as a good end does.
+// "quit" does, and Tcl's "exit 0" saves as a good end does. An "exit" on another thread ends that
+// thread, and the program on the GUI thread as soon as Tcl is between two commands there.
 void prepare(Tcl_Interp *interp);
 
 // What the window does before Tcl's "exit", and so "quit", ends the process; an empty function for

@@ -127,6 +127,18 @@ private:
         return count;
     }
 
+    // How often it wakes up until a script has called "quit".
+    int passesOf(const char *script)
+    {
+        int count = 0;
+        const auto counting = connect(QAbstractEventDispatcher::instance(),
+                                      &QAbstractEventDispatcher::awake, this, [&] { ++count; });
+        eval(script);
+        loop.exec();
+        disconnect(counting);
+        return count;
+    }
+
     static void addModes()
     {
         QTest::addColumn<bool>("resting");
@@ -190,6 +202,30 @@ private Q_SLOTS:
         QCOMPARE(eval("after 300 {set a 1}; vwait a"), "");
         const double spent = double(clock() - before) / CLOCKS_PER_SEC;
         QVERIFY2(spent < 0.1, qPrintable(QString::number(spent)));
+    }
+
+    void aRestingChainOfShortTimersDoesNotPoll()
+    {
+        const int underVwait = passesOf(
+            "for {set i 0} {$i < 100} {incr i} {after 1 {set a 1}; vwait a}; after 0 quit");
+        QVERIFY2(underVwait < 1500, qPrintable(QString::number(underVwait)));
+        const int underQt =
+            passesOf("proc tick n {if {$n == 0} quit else {after 1 [list tick [incr n -1]]}}; "
+                     "tick 100");
+        QVERIFY2(underQt < 1500, qPrintable(QString::number(underQt)));
+    }
+
+    void aPipeIsReadInTimeBesideAFarTimer_data() { addModes(); }
+    void aPipeIsReadInTimeBesideAFarTimer()
+    {
+        // The first wait leaves a timer, which a spinning notifier lets go on.
+        for (int i = 0; i < 10; ++i) {
+            eval("unset -nocomplain v; after 8 {set v 1}; vwait v");
+            QCOMPARE(eval("set r [open {|sh -c {sleep 0.02; echo x}}]; set id [after 60000 {set v "
+                          "late}]; fileevent $r readable {gets $r v}; vwait v; after cancel $id; "
+                          "close $r; set v"),
+                     "x");
+        }
     }
 
     void updateReturnsToARestingScript()

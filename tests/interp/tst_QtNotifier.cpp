@@ -434,6 +434,65 @@ private Q_SLOTS:
         QVERIFY2(clock.elapsed() >= 49, qPrintable(QString::number(clock.elapsed())));
     }
 
+    void aRestingWaitBelowAMillisecondSleepsThroughIt()
+    {
+        notifier->resting = true;
+        QCoreApplication::processEvents();
+        QElapsedTimer clock;
+        clock.start();
+        QCOMPARE(wait(0, 1), 1);
+        QVERIFY2(clock.nsecsElapsed() >= 900'000,
+                 qPrintable(QString::number(clock.nsecsElapsed())));
+    }
+
+    void wholeMillisecondsAreRoundedUp_data()
+    {
+        QTest::addColumn<long>("sec");
+        QTest::addColumn<long>("usec");
+        QTest::addColumn<long>("wholeSec");
+        QTest::addColumn<long>("wholeUsec");
+        QTest::newRow("whole-1 nothing") << 0L << 0L << 0L << 0L;
+        QTest::newRow("whole-2 a microsecond") << 0L << 1L << 0L << 1000L;
+        QTest::newRow("whole-3 a millisecond") << 0L << 1000L << 0L << 1000L;
+        QTest::newRow("whole-4 a little more") << 3L << 1001L << 3L << 2000L;
+        QTest::newRow("whole-5 into the next second") << 3L << 999001L << 4L << 0L;
+        QTest::newRow("whole-6 the longest time of all")
+            << LONG_MAX << 999999L << LONG_MAX << 999999L;
+    }
+    void wholeMillisecondsAreRoundedUp()
+    {
+        QFETCH(long, sec);
+        QFETCH(long, usec);
+        const Tcl_Time whole = wholeMilliseconds({sec, usec});
+        QTEST(whole.sec, "wholeSec");
+        QTEST(whole.usec, "wholeUsec");
+    }
+
+    void aReadyDescriptorEndsASpinningWaitBesideALeftTimer_data()
+    {
+        QTest::addColumn<int>("interval");
+        QTest::newRow("left-wait-1 a timer that is always due") << 0;
+        QTest::newRow("left-wait-2 a timer of 1 ms") << 1;
+        QTest::newRow("left-wait-3 a slow one") << 30;
+    }
+    void aReadyDescriptorEndsASpinningWaitBesideALeftTimer()
+    {
+        QFETCH(int, interval);
+        SocketPair pair;
+        Calls calls;
+        CreateFileHandler(pair.ours(), TCL_READABLE, Calls::record, &calls);
+        notifier->timer->start(interval); // as a clearing leaves it
+        pair.write();
+        Unserved unserved;
+        QElapsedTimer clock;
+        clock.start();
+        QCOMPARE(wait(60, 0), 1);
+        QVERIFY(clock.elapsed() < 30'000);
+        QVERIFY(notifier->timer->isActive());
+        QCOMPARE(notifier->timer->interval(), interval);
+        QCOMPARE(notifier->timerActive, 0);
+    }
+
     void handlersAreListedNewestFirst()
     {
         SocketPair a;

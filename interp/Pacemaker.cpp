@@ -1,0 +1,96 @@
+#include "interp/Pacemaker.h"
+
+#include <cstdint>
+
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+namespace {
+
+// So many beats without an evaluation, and the thread sleeps until one begins; waking it for each
+// of many short ones would cost more than they do.
+constexpr int beatsBeforeSleep = 20;
+
+} // namespace
+
+Pacemaker::Pacemaker(Tcl_AsyncHandler asyncHandler)
+    : handler(asyncHandler),
+      alarm(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
+      thread([this] { run(); })
+{
+}
+
+Pacemaker::~Pacemaker()
+{
+    ending = true;
+    wake();
+    thread.join();
+    ::close(alarm);
+}
+
+void Pacemaker::begin()
+{
+    // Within another one, the count of the outermost stays: it has been running all the time.
+    if (depth == 0)
+        number.fetch_add(1, std::memory_order_relaxed);
+    depth.store(depth + 1);
+    if (asleep.load() && asleep.exchange(false))
+        wake();
+}
+
+void Pacemaker::end() { depth.store(depth - 1, std::memory_order_relaxed); }
+
+bool Pacemaker::setWaiting(bool waits)
+{
+    const bool before = waiting.load(std::memory_order_relaxed);
+    waiting.store(waits, std::memory_order_relaxed);
+    return before;
+}
+
+void Pacemaker::served() { marked.store(false, std::memory_order_relaxed); }
+
+void Pacemaker::run()
+{
+    int idleBeats = 0;
+    while (!ending) {
+        idleBeats = depth > 0 ? 0 : idleBeats + 1;
+        if (idleBeats < beatsBeforeSleep) {
+            sleep(beatInterval);
+            beat();
+            continue;
+        }
+        asleep = true;
+        if (depth == 0)
+            sleep(-1);
+        asleep = false;
+        idleBeats = 0;
+    }
+}
+
+// What has only just begun may be over soon, and is left alone.
+void Pacemaker::beat()
+{
+    const unsigned current = number.load(std::memory_order_relaxed);
+    const bool isNew = current != numberBefore;
+    numberBefore = current;
+    if (ending || isNew || depth == 0 || waiting || marked.exchange(true))
+        return;
+    Tcl_AsyncMark(handler);
+}
+
+void Pacemaker::wake() const
+{
+    const std::uint64_t one = 1;
+    [[maybe_unused]] const ssize_t written = ::write(alarm, &one, sizeof one);
+}
+
+// Whether somebody woke it.
+bool Pacemaker::sleep(int milliseconds) const
+{
+    pollfd polled {alarm, POLLIN, 0};
+    if (::poll(&polled, 1, milliseconds) <= 0)
+        return false;
+    std::uint64_t count = 0;
+    return ::read(alarm, &count, sizeof count) > 0;
+}

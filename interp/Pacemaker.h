@@ -1,0 +1,48 @@
+#pragma once
+
+#include <atomic>
+#include <thread>
+
+#include <tcl.h>
+
+// Marks an asynchronous handler of Tcl's from a thread of its own, at most every beatInterval,
+// while the interpreter is at work; so that nothing is polled in the loops of scripts. Asleep while
+// nothing runs.
+class Pacemaker
+{
+public:
+    // In milliseconds.
+    static constexpr int beatInterval = 50;
+
+    // The handler is the caller's, and outlives this.
+    explicit Pacemaker(Tcl_AsyncHandler handler);
+    ~Pacemaker();
+    Pacemaker(const Pacemaker &) = delete;
+    Pacemaker &operator=(const Pacemaker &) = delete;
+
+    // An evaluation begins, within another one or not; it ends. GUI thread only, as all below.
+    void begin();
+    void end();
+    // The interpreter waits in Qt's event loop, which needs no beat, or goes on. Returns whether
+    // it waited before.
+    bool setWaiting(bool waits);
+    // The handler has run; the next beat may come.
+    void served();
+
+private:
+    void run();
+    void beat();
+    void wake() const;
+    bool sleep(int milliseconds) const;
+
+    const Tcl_AsyncHandler handler;
+    const int alarm; // an eventfd
+    std::atomic_int depth = 0; // of evaluations
+    std::atomic_uint number = 0; // of the outermost one
+    std::atomic_bool waiting = false;
+    std::atomic_bool marked = false; // and not served yet
+    std::atomic_bool asleep = false;
+    std::atomic_bool ending = false;
+    unsigned numberBefore = 0; // at the last beat; the thread's own
+    std::thread thread; // the last one: it uses the others
+};

@@ -1,0 +1,145 @@
+#include "interp/ScriptRuns.h"
+
+#include "interp/cancellation.h"
+#include "interp/Pacemaker.h"
+
+#include <QSocketNotifier>
+
+#include <algorithm>
+#include <utility>
+
+#include <poll.h>
+#include <unistd.h>
+
+namespace {
+
+ScriptRuns *theInstance = nullptr;
+
+// A pass that takes long leaves the script most of the time, and still feels a stop soon.
+constexpr qint64 shareOfScript = 9; // of ten parts
+constexpr qint64 longestPause = 150; // milliseconds
+
+} // namespace
+
+int ScriptRuns::holds = 0;
+
+ScriptRuns::Hold::Hold() { ++holds; }
+
+ScriptRuns::Hold::~Hold() { --holds; }
+
+ScriptRuns *ScriptRuns::instance() { return theInstance; }
+
+ScriptRuns::ScriptRuns(Tcl_Interp *watched, Pass livePass)
+    : interp(watched),
+      pass(std::move(livePass)),
+      handler(Tcl_AsyncCreate(serve, this)),
+      pacemaker(std::make_unique<Pacemaker>(handler))
+{
+    theInstance = this;
+}
+
+ScriptRuns::~ScriptRuns()
+{
+    theInstance = nullptr;
+    pacemaker.reset();
+    Tcl_AsyncDelete(handler);
+}
+
+void ScriptRuns::begin(const QString &command)
+{
+    pacemaker->begin();
+    if (depth++ > 0)
+        return;
+    sinceBegin.start();
+    outermost = command;
+    if (!command.isEmpty())
+        tellOfBegin();
+}
+
+// Only the outermost one can end a cancellation, which has unwound those within; also one of the
+// script's own.
+int ScriptRuns::finish(int code)
+{
+    if (depth > 1 || (!wantsStop && (code == TCL_OK || Tcl_Canceled(interp, 0) == TCL_OK)))
+        return code;
+    cancellation::clear(interp);
+    if (std::exchange(wantsStop, false) && code != TCL_OK)
+        Tcl_SetObjResult(interp, Tcl_NewStringObj(cancellation::message, -1));
+    return code;
+}
+
+void ScriptRuns::end()
+{
+    pacemaker->end();
+    if (--depth > 0)
+        return;
+    outermost.clear();
+    if (std::exchange(told, false))
+        Q_EMIT ended();
+}
+
+void ScriptRuns::tellOfBegin()
+{
+    if (!std::exchange(told, true))
+        Q_EMIT begun();
+}
+
+int ScriptRuns::serve(ClientData self, Tcl_Interp *current, int code)
+{
+    return static_cast<ScriptRuns *>(self)->breathe(current, code);
+}
+
+// Without an interpreter, Tcl is between two events, and Qt's come by themselves.
+int ScriptRuns::breathe(Tcl_Interp *current, int code)
+{
+    pacemaker->served();
+    if (!current || inPass || holds > 0 || depth == 0)
+        return code;
+    takeStopInput();
+    if (sincePass.isValid() && sincePass.elapsed() < pause)
+        return code;
+    tellOfBegin();
+    QElapsedTimer duration;
+    duration.start();
+    Tcl_InterpState state = Tcl_SaveInterpState(current, code);
+    const int mode = Tcl_SetServiceMode(TCL_SERVICE_NONE);
+    inPass = true;
+    pass();
+    inPass = false;
+    pause = std::min(shareOfScript * duration.elapsed(), longestPause);
+    sincePass.start();
+    Tcl_SetServiceMode(mode);
+    return Tcl_RestoreInterpState(current, state);
+}
+
+void ScriptRuns::stop()
+{
+    if (!isRunning())
+        return;
+    wantsStop = true;
+    cancellation::cancel(interp);
+    Q_EMIT stopping();
+}
+
+bool ScriptRuns::setWaiting(bool waits) { return pacemaker->setWaiting(waits); }
+
+void ScriptRuns::stopOnInput(int descriptor)
+{
+    stopInput = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
+    connect(stopInput.get(), &QSocketNotifier::activated, this, &ScriptRuns::takeStopInput);
+}
+
+// The pass of a host may leave descriptors alone.
+void ScriptRuns::takeStopInput()
+{
+    if (!stopInput || !stopInput->isEnabled())
+        return;
+    pollfd polled {int(stopInput->socket()), POLLIN, 0};
+    if (::poll(&polled, 1, 0) <= 0)
+        return;
+    char bytes[64];
+    if (::read(polled.fd, bytes, sizeof bytes) > 0)
+        stop();
+    else
+        stopInput->setEnabled(false);
+}

@@ -1,0 +1,101 @@
+#pragma once
+
+#include "interp/export.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+
+#include <functional>
+#include <memory>
+
+#include <tcl.h>
+
+class Pacemaker;
+QT_BEGIN_NAMESPACE
+class QSocketNotifier;
+QT_END_NAMESPACE
+
+// What Tcl runs on the GUI thread: watched, kept from freezing the window, and stopped. There is
+// one in a process, made by Qtk_KeepWindowAlive; without it nothing is watched.
+//
+// While a command runs, a thread marks an asynchronous handler of Tcl's, and Tcl calls it where it
+// is between two commands, or between two instructions of compiled code. There the host's pass is
+// called, which is to let Qt's events come; Tcl serves none of its own there.
+class TCLSCRIPTING_EXPORT ScriptRuns : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Pass = std::function<void()>;
+
+    // Null when the host does not want it.
+    static ScriptRuns *instance();
+
+    ScriptRuns(Tcl_Interp *interp, Pass pass);
+    ~ScriptRuns() override;
+
+    // Whether a command runs, or an event of Tcl's is being served.
+    bool isRunning() const { return depth > 0; }
+    // Whether Tcl is at a safe point now, and the pass is under way.
+    bool isInPass() const { return inPass; }
+
+    // What the outermost one is: the command, or an empty text for an event.
+    QString command() const { return outermost; }
+    // For how long it has been running; in milliseconds.
+    qint64 elapsed() const { return isRunning() ? sinceBegin.elapsed() : 0; }
+
+    // Tcl waits in Qt's event loop, where Qt's events come by themselves, or goes on. Returns what
+    // was before.
+    bool setWaiting(bool waits);
+
+    // Ends what runs, with the error "Script stopped", which no "catch" sees; as soon as Tcl is at
+    // a safe point. Nothing when nothing runs. What runs in an event of Tcl's that a command waits
+    // for ends with that command, since they share their interpreter.
+    void stop();
+    // The same, when bytes can be read from a descriptor, as a signal handler writes them to a
+    // pipe. Reads them. The descriptor stays the caller's.
+    void stopOnInput(int descriptor);
+
+    // No pass is called while one lives: an operation of the host's that must not be entered again.
+    class TCLSCRIPTING_EXPORT Hold
+    {
+    public:
+        Hold();
+        ~Hold();
+        Q_DISABLE_COPY_MOVE(Hold)
+    };
+
+Q_SIGNALS:
+    // A command has begun; an event has been running for long enough to be noticed.
+    void begun();
+    // What was told of by begun has ended.
+    void ended();
+    // Somebody wants it to stop; what it waits for outside of Tcl should end.
+    void stopping();
+
+private:
+    friend class Evaluation;
+
+    static int serve(ClientData self, Tcl_Interp *interp, int code);
+    int breathe(Tcl_Interp *current, int code);
+    void begin(const QString &command);
+    int finish(int code);
+    void end();
+    void tellOfBegin();
+    void takeStopInput();
+
+    Tcl_Interp *const interp;
+    const Pass pass;
+    Tcl_AsyncHandler handler;
+    std::unique_ptr<Pacemaker> pacemaker;
+    std::unique_ptr<QSocketNotifier> stopInput;
+    static int holds;
+    QString outermost;
+    QElapsedTimer sinceBegin;
+    QElapsedTimer sincePass;
+    qint64 pause = 0; // until the next pass, in milliseconds
+    int depth = 0;
+    bool inPass = false;
+    bool told = false;
+    bool wantsStop = false;
+};

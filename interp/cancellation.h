@@ -1,0 +1,19 @@
+#pragma once
+
+#include <tcl.h>
+
+// Tcl's cancellation of an evaluation, from its beginning to its end.
+namespace cancellation {
+
+// The result of what is cancelled.
+inline constexpr const char *message = "Script stopped";
+
+// Unwinds what the interpreter and its children evaluate, past every "catch", with the error
+// "Script stopped", as soon as Tcl is at a safe point.
+void cancel(Tcl_Interp *interp);
+
+// Ends a cancellation once nothing is evaluated any more, also one that came too late to have an
+// effect: Tcl itself lets it go on for some of the next evaluations, and in children for good.
+void clear(Tcl_Interp *interp);
+
+} // namespace cancellation

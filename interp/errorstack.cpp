@@ -1,0 +1,127 @@
+#include "interp/errorstack.h"
+
+#include "interp/tcltext.h"
+
+#include <QRegularExpression>
+
+#include <optional>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace errorstack {
+
+namespace {
+
+Receiver &theReceiver()
+{
+    static Receiver receiver;
+    return receiver;
+}
+
+Script *innermost = nullptr;
+
+// Keeps a Tcl value alive.
+class Value
+{
+public:
+    explicit Value(Tcl_Obj *value) : object(value) { Tcl_IncrRefCount(object); }
+    explicit Value(const QString &text) : Value(fromText(tcltext::toTcl(text))) { }
+    ~Value() { Tcl_DecrRefCount(object); }
+    Q_DISABLE_COPY_MOVE(Value)
+
+    operator Tcl_Obj *() const { return object; }
+
+    // The entry of a dictionary; an empty text when there is none.
+    QString entry(const QString &key) const
+    {
+        Tcl_Obj *found = nullptr;
+        Tcl_DictObjGet(nullptr, object, Value(key), &found);
+        return found ? tcltext::fromTcl(Tcl_GetString(found)) : QString();
+    }
+
+private:
+    static Tcl_Obj *fromText(const QByteArray &bytes)
+    {
+        return Tcl_NewStringObj(bytes.constData(), int(bytes.size()));
+    }
+
+    Tcl_Obj *object;
+};
+
+struct Place
+{
+    QString file;
+    int line = 0;
+};
+
+// Where the body of a procedure begins, if it was read from a file. Tcl keeps that with the
+// compiled body.
+std::optional<Place> placeOf(Tcl_Interp *interp, const QString &procedure)
+{
+    const Value command(Tcl_NewListObj(0, nullptr));
+    for (const QString &word : {u"::tcl::unsupported::getbytecode"_s, u"proc"_s, procedure})
+        Tcl_ListObjAppendElement(nullptr, command, Value(word));
+    if (Tcl_EvalObjEx(interp, command, TCL_EVAL_GLOBAL) != TCL_OK)
+        return {};
+    const Value code(Tcl_GetObjResult(interp));
+    const QString file = code.entry(u"sourcefile"_s);
+    if (file.isEmpty())
+        return {};
+    return Place {file, code.entry(u"initiallinenumber"_s).toInt()};
+}
+
+QString withPlaces(Tcl_Interp *interp, const QString &stack)
+{
+    static const QRegularExpression level(uR"re(^    \(procedure "(.+)" line (\d+)\)$)re"_s,
+                                          QRegularExpression::MultilineOption);
+    QString result;
+    qsizetype end = 0;
+    for (auto at = level.globalMatch(stack); at.hasNext();) {
+        const QRegularExpressionMatch match = at.next();
+        result += QStringView(stack).sliced(end, match.capturedEnd() - end);
+        end = match.capturedEnd();
+        if (const std::optional<Place> place = placeOf(interp, match.captured(1))) {
+            const int line = place->line + match.captured(2).toInt() - 1;
+            result.chop(1);
+            result += u", file \"%1\" line %2)"_s.arg(place->file, QString::number(line));
+        }
+    }
+    result += QStringView(stack).sliced(end);
+    return result;
+}
+
+} // namespace
+
+QString text(Tcl_Interp *interp, int code, const QString &file)
+{
+    const Value options(Tcl_GetReturnOptions(interp, code));
+    const QString message = tcltext::result(interp);
+    QString stack = options.entry(u"-errorinfo"_s);
+    // A script may have given the stack another beginning.
+    if (!stack.startsWith(message))
+        stack = message + u'\n' + stack;
+    if (!file.isEmpty())
+        stack += u"\n    (file \"%1\" line %2)"_s.arg(file, options.entry(u"-errorline"_s));
+    Tcl_InterpState state = Tcl_SaveInterpState(interp, code);
+    stack = withPlaces(interp, stack);
+    Tcl_RestoreInterpState(interp, state);
+    return stack;
+}
+
+void setReceiver(Receiver receiver) { theReceiver() = std::move(receiver); }
+
+void tell(Tcl_Interp *interp, int code)
+{
+    if (!theReceiver())
+        return;
+    const QString stack = text(interp, code, innermost ? innermost->file : QString());
+    if (innermost)
+        innermost->told = stack;
+    theReceiver()(stack);
+}
+
+Script::Script(const QString &name) : file(name), outer(innermost) { innermost = this; }
+
+Script::~Script() { innermost = outer; }
+
+} // namespace errorstack

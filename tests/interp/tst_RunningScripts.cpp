@@ -1,0 +1,349 @@
+#include "interp/commandsManager.h"
+#include "interp/Evaluation.h"
+#include "interp/QtNotifier.h"
+#include "interp/ScriptRuns.h"
+#include "tests/TestClass.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QTimer>
+#include <QtTest>
+
+#include <functional>
+
+#include <unistd.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+// What runs is seen, kept from freezing the window, and stopped.
+class tst_RunningScripts : public QObject
+{
+    Q_OBJECT
+
+private:
+    // As the console does.
+    QByteArray run(const QByteArray &script)
+    {
+        Evaluation evaluation(QString::fromUtf8(script));
+        const int code = evaluation.finish(Tcl_Eval(interp, script.constData()));
+        return QByteArray::number(code) + ' ' + Tcl_GetStringResult(interp);
+    }
+
+    static int stopNow(void *, Tcl_Interp *, int, const char **)
+    {
+        ScriptRuns::instance()->stop();
+        return TCL_OK;
+    }
+
+    static int passes(void *self, Tcl_Interp *current, int, const char **)
+    {
+        const int count = static_cast<tst_RunningScripts *>(self)->passCount;
+        Tcl_SetObjResult(current, Tcl_NewIntObj(count));
+        return TCL_OK;
+    }
+
+    // As a build does: an event loop of its own, until the run is to stop.
+    static int waitOutside(void *, Tcl_Interp *, int, const char **)
+    {
+        QEventLoop loop;
+        connect(ScriptRuns::instance(), &ScriptRuns::stopping, &loop, &QEventLoop::quit);
+        loop.exec();
+        return TCL_OK;
+    }
+
+    Tcl_Interp *interp = nullptr;
+    ScriptRuns *runs = nullptr;
+    std::function<void()> inPass;
+    int passCount = 0;
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        commandsManager *registry = commandsManager::getInstance(nullptr);
+        interp = registry->interp;
+        registry->registerFunction("stop_now", stopNow, "stops", nullptr);
+        registry->registerFunction("passes", passes, "counts", this);
+        registry->registerFunction("wait_outside", waitOutside, "waits", nullptr);
+        QCOMPARE(ScriptRuns::instance(), nullptr);
+        QCOMPARE(run("set x 1"), "0 1");
+        Qtk_InitNotifier(qApp);
+        Qtk_LetNotifierRest();
+        Qtk_KeepWindowAlive([this] {
+            ++passCount;
+            QCoreApplication::processEvents();
+            if (inPass)
+                inPass();
+        });
+        runs = ScriptRuns::instance();
+        QVERIFY(runs);
+    }
+
+    void init()
+    {
+        passCount = 0;
+        inPass = {};
+    }
+
+    void cleanup()
+    {
+        QVERIFY(!runs->isRunning());
+        inPass = {};
+        QCOMPARE(run("set still alive"), "0 alive");
+        Tcl_Eval(interp,
+                 "foreach id [after info] {after cancel $id}; foreach child [interp slaves] "
+                 "{interp delete $child}");
+    }
+
+    void aLoopIsStopped_data()
+    {
+        QTest::addColumn<QByteArray>("script");
+        QTest::newRow("stop-loop-1 empty") << QByteArray("while 1 {}");
+        QTest::newRow("stop-loop-2 not compiled") << QByteArray("set w while; $w 1 {}");
+        QTest::newRow("stop-loop-3 in a procedure") << QByteArray("proc p {} {while 1 {}}; p");
+        QTest::newRow("stop-loop-4 that catches everything")
+            << QByteArray("while 1 {catch {while 1 {}}}");
+        QTest::newRow("stop-loop-5 that tries for good")
+            << QByteArray("while 1 {try {while 1 {}} on error {} {} finally {while 1 {}}}");
+        QTest::newRow("stop-loop-6 for with a body")
+            << QByteArray("for {set i 0} {1} {incr i} {set t($i) $i; unset t($i)}");
+        QTest::newRow("stop-loop-7 in a child")
+            << QByteArray("interp create k; k eval {while 1 {}}");
+        QTest::newRow("stop-loop-8 in a child's child")
+            << QByteArray("interp create k; interp create {k g}; k eval {g eval {while 1 {catch "
+                          "{while 1 {}}}}}");
+        QTest::newRow("stop-loop-9 in a safe child")
+            << QByteArray("interp create -safe k; k eval {while 1 {}}");
+        QTest::newRow("stop-loop-10 in a coroutine")
+            << QByteArray("coroutine c apply {{} {yield; while 1 {}}}; c");
+        QTest::newRow("stop-loop-11 in a destructor")
+            << QByteArray("oo::class create D {destructor {while 1 {}}}; [D new] destroy");
+        QTest::newRow("stop-loop-12 in a trace") << QByteArray(
+            "proc t args {while 1 {}}; trace add variable tv read t; set tv 1; set tv");
+        QTest::newRow("stop-loop-13 in a sort")
+            << QByteArray("lsort -command {apply {{a b} {while 1 {}}}} {b a c}");
+        QTest::newRow("stop-loop-14 in a substitution") << QByteArray("subst {[while 1 {}]}");
+        QTest::newRow("stop-loop-15 of endless recursion")
+            << QByteArray("proc r n {r [incr n]}; while 1 {catch {r 0}}");
+        QTest::newRow("stop-loop-16 of events")
+            << QByteArray("proc again {} {after 0 again}; again; while 1 {update}");
+        QTest::newRow("stop-loop-17 in an event") << QByteArray("after 0 {while 1 {}}; vwait x");
+        QTest::newRow("stop-loop-18 that writes")
+            << QByteArray("set f [open /dev/null w]; while 1 {puts $f x}");
+    }
+    void aLoopIsStopped()
+    {
+        QFETCH(QByteArray, script);
+        inPass = [this] { runs->stop(); };
+        QCOMPARE(run("catch {oo::class create D}; catch {D destroy}; " + script),
+                 "1 Script stopped");
+        inPass = {};
+        QCOMPARE(run("lmap child [interp slaves] {$child eval {expr 1}}"),
+                 script.contains("interp create") ? "0 1" : "0 ");
+    }
+
+    void aWaitIsStopped_data()
+    {
+        QTest::addColumn<QByteArray>("script");
+        QTest::newRow("stop-wait-1 for a variable") << QByteArray("vwait forever");
+        QTest::newRow("stop-wait-2 for a variable, with a far timer")
+            << QByteArray("after 100000 {set forever 1}; vwait forever");
+        QTest::newRow("stop-wait-3 within waits")
+            << QByteArray("after 0 {after 0 {vwait a}; vwait b}; vwait c");
+        QTest::newRow("stop-wait-4 caught") << QByteArray("while 1 {catch {vwait forever}}");
+        QTest::newRow("stop-wait-5 for a quiet pipe")
+            << QByteArray("lassign [chan pipe] r w; fileevent $r readable {gets $r x}; vwait x");
+        QTest::newRow("stop-wait-6 after") << QByteArray("after 100000");
+        QTest::newRow("stop-wait-7 after, caught in a loop")
+            << QByteArray("while 1 {catch {after 100000}}");
+        QTest::newRow("stop-wait-8 outside of Tcl") << QByteArray("wait_outside; set never 1");
+        QTest::newRow("stop-wait-9 outside of Tcl, in an event")
+            << QByteArray("after 0 {wait_outside; set never 1}; vwait never");
+    }
+    void aWaitIsStopped()
+    {
+        QFETCH(QByteArray, script);
+        // From Qt's event loop, or from a pass.
+        QTimer::singleShot(100, this, [this] { runs->stop(); });
+        QCOMPARE(run(script), "1 Script stopped");
+        QCOMPARE(run("info exists never"), "0 0");
+    }
+
+    void afterWithoutAScriptWaitsItsTime()
+    {
+        QCOMPARE(run("set t [clock milliseconds]; after 120; expr {[clock milliseconds] - $t >= "
+                     "120}"),
+                 "0 1");
+        QCOMPARE(run("after -5"), "0 ");
+        QCOMPARE(run("after 0"), "0 ");
+        QCOMPARE(run("after"), "1 wrong # args: should be \"after option ?arg ...?\"");
+        QCOMPARE(run("after soon"),
+                 "1 bad argument \"soon\": must be cancel, idle, info, or an "
+                 "integer");
+        QCOMPARE(run("string match after#* [after 5 {set x 1}]"), "0 1");
+        QCOMPARE(run("interp alias {} a {} after; a 5"), "0 ");
+    }
+
+    void nothingRunningIsNotStopped()
+    {
+        runs->stop();
+        runs->stop();
+        QCOMPARE(run("set a 1"), "0 1");
+    }
+
+    void aStopInTheLastMomentIsForgotten()
+    {
+        QCOMPARE(run("stop_now"), "1 Script stopped");
+        QCOMPARE(run("set a 1"), "0 1");
+        {
+            Evaluation evaluation(u"x"_s);
+            QCOMPARE(Tcl_Eval(interp, "set a done"), TCL_OK);
+            runs->stop();
+            runs->stop();
+            QCOMPARE(evaluation.finish(TCL_OK), TCL_OK);
+            QCOMPARE(Tcl_GetStringResult(interp), "done");
+        }
+        QCOMPARE(run("set a 2"), "0 2");
+    }
+
+    void aScriptThatCancelsItselfIsItsOwnBusiness()
+    {
+        QCOMPARE(run("interp cancel; set a 1"), "1 eval canceled");
+        QCOMPARE(run("interp cancel -unwind {} gone; set a 1"), "1 gone");
+    }
+
+    void pendingTimersStay()
+    {
+        QCOMPARE(run("after 50 {set late 1}; stop_now"), "1 Script stopped");
+        QCOMPARE(run("vwait late; set late"), "0 1");
+    }
+
+    void filesStayOpenAndTheirTextIsKept()
+    {
+        QTemporaryFile file;
+        QVERIFY(file.open());
+        const QByteArray name = file.fileName().toUtf8();
+        QCOMPARE(run("set f [open " + name + " w]; puts $f kept; stop_now"), "1 Script stopped");
+        QCOMPARE(run("close $f; set f [open " + name + "]; set t [read $f]; close $f; set t"),
+                 "0 kept\n");
+    }
+
+    void anEventThatRunsIsStopped()
+    {
+        QByteArray told;
+        run("proc bgerror text {set ::told $text}; set ::told {}");
+        inPass = [this] { runs->stop(); };
+        QCOMPARE(Tcl_Eval(interp, "after 0 {while 1 {}}"), TCL_OK);
+        QTRY_COMPARE(run("set ::told"), "0 Script stopped");
+        run("rename bgerror {}");
+    }
+
+    void bytesOnADescriptorStop()
+    {
+        int ends[2];
+        QCOMPARE(::pipe(ends), 0);
+        runs->stopOnInput(ends[0]);
+        const auto strike = [&] { QCOMPARE(::write(ends[1], "x", 1), ssize_t(1)); };
+        bool struck = false;
+        inPass = [&] {
+            if (!std::exchange(struck, true))
+                strike();
+        };
+        QCOMPARE(run("while 1 {}"), "1 Script stopped");
+        inPass = {};
+        QTimer::singleShot(50, this, strike);
+        QCOMPARE(run("vwait forever"), "1 Script stopped");
+        strike(); // while nothing runs
+        QTest::qWait(20);
+        QCOMPARE(run("set a 1"), "0 1");
+        ::close(ends[1]);
+        QCOMPARE(run("after 100; set a 2"), "0 2");
+        ::close(ends[0]);
+    }
+
+    void passesComeWhileALoopRuns()
+    {
+        QCOMPARE(run("while {[passes] < 5} {}; set a 1"), "0 1");
+        QCOMPARE(run("set n 0; while {[passes] < 10} {incr n}; expr {$n > 0}"), "0 1");
+    }
+
+    void passesDoNotComeTooOften()
+    {
+        QElapsedTimer clock;
+        clock.start();
+        run("while {[passes] < 10} {}");
+        QVERIFY2(clock.elapsed() >= 9 * 50, qPrintable(QString::number(clock.elapsed())));
+    }
+
+    void noPassInAShortCommandOrAWait()
+    {
+        for (int i = 0; i < 1000; ++i)
+            run("set a 1");
+        QVERIFY2(passCount < 50, qPrintable(QString::number(passCount)));
+        passCount = 0;
+        run("after 1000 {set v 1}; vwait v");
+        QVERIFY2(passCount < 5, qPrintable(QString::number(passCount)));
+    }
+
+    void noPassWhileItIsHeld()
+    {
+        const ScriptRuns::Hold hold;
+        run("set end [expr {[clock milliseconds] + 200}]; while {[clock milliseconds] < $end} {}");
+        QCOMPARE(passCount, 0);
+    }
+
+    void noEventOfTclIsServedInAPass()
+    {
+        QCOMPARE(
+            run("set ran {}; lassign [chan pipe] r w; puts $w x; flush $w; after 0 {lappend ran "
+                "timer}; after idle {lappend ran idle}; fileevent $r readable {gets $r; "
+                "lappend ran file}; while {[passes] < 5} {}; set ran"),
+            "0 ");
+        QCOMPARE(run("after 100 {set v 1}; vwait v; close $r; close $w; lsort $ran"),
+                 "0 file idle timer");
+    }
+
+    void aPassLeavesTheResultAlone()
+    {
+        inPass = [this] { Tcl_SetObjResult(interp, Tcl_NewStringObj("wrong", -1)); };
+        QCOMPARE(run("proc p {} {while {[passes] < 3} {}; return right}; set a [p]"), "0 right");
+        QCOMPARE(run("catch {while {[passes] < 6} {}; error right} text; set text"), "0 right");
+    }
+
+    void whatRunsIsTold()
+    {
+        QStringList told;
+        connect(runs, &ScriptRuns::begun, this,
+                [&] { told.append(u"begun "_s + runs->command()); });
+        connect(runs, &ScriptRuns::ended, this, [&] { told.append(u"ended"_s); });
+        run("set a 1");
+        QCOMPARE(told, (QStringList {u"begun set a 1"_s, u"ended"_s}));
+        told.clear();
+        Tcl_Eval(interp, "after 0 {set short 1}");
+        QTRY_COMPARE(Tcl_GetVar(interp, "short", TCL_GLOBAL_ONLY), "1");
+        QCOMPARE(told, QStringList());
+        Tcl_Eval(interp, "after 0 {while {[passes] < 2} {}; set long 1}");
+        QTRY_VERIFY(Tcl_GetVar(interp, "long", TCL_GLOBAL_ONLY));
+        QCOMPARE(told, (QStringList {u"begun "_s, u"ended"_s}));
+        disconnect(runs, nullptr, this, nullptr);
+    }
+
+    void theTimeIsTold()
+    {
+        QCOMPARE(runs->elapsed(), 0);
+        qint64 elapsed = 0;
+        inPass = [&] {
+            elapsed = runs->elapsed();
+            QVERIFY(runs->isRunning());
+            QVERIFY(runs->isInPass());
+        };
+        run("while {[passes] < 2} {}");
+        QVERIFY(elapsed >= 50);
+        QCOMPARE(runs->elapsed(), 0);
+        QVERIFY(!runs->isInPass());
+    }
+};
+
+TEST_CLASS(tst_RunningScripts)
+
+#include "tst_RunningScripts.moc"
