@@ -20,6 +20,7 @@
 #include <Qtilities/ProjectManager.h>
 #include <Qtilities/QtilitiesApplication.h>
 #include <Qtilities/StandardErrorEngine.h>
+#include <Qtilities/statuslog.h>
 
 #include <QDir>
 
@@ -28,6 +29,7 @@ using Qtilities::CoreGui::QtilitiesApplication;
 using Qtilities::Logging::FileLoggerEngine;
 using Qtilities::Logging::Logger;
 using Qtilities::Logging::LoggerEngine;
+using Qtilities::Logging::logStatus;
 using Qtilities::Logging::StandardErrorEngine;
 using Qtilities::ProjectManagement::ProjectManager;
 
@@ -61,9 +63,7 @@ void startLog(const CommandLine &line)
     auto *file = new FileLoggerEngine(u"Log File"_s, line.sessionFolder + u"/Logs"_s);
     file->setMessageContexts(LoggerEngine::SystemWide);
     Logger::instance()->attachLoggerEngine(file);
-    QString error;
-    if (!file->open(&error))
-        Logger::instance()->logMessage(QString(), Logger::Warning, error);
+    logStatus(file->open(), Logger::Warning);
 }
 
 int runInBatch(const CommandLine &line)

@@ -93,3 +93,33 @@ void FakeDesignManager::prepareForShutdown(int &reason)
 {
     journal.perform(callText("manager.prepareForShutdown", {QString::number(reason)}));
 }
+
+FakeDesignManager::Status FakeDesignManager::tryDesignName(const QString &name,
+                                                           const IDesign *renamed) const
+{
+    QString error;
+    return checkDesignName(name, &error, renamed) ? Status() : Status::invalidArgument(error);
+}
+
+Qtilities::Core::Result<FakeDesignManager::IDesign *>
+FakeDesignManager::tryParseDesignFromFile(const QString &fileName)
+{
+    IDesign *const parsed = parseDesignFromFile({}, fileName);
+    if (!parsed)
+        return outcome(false);
+    return parsed;
+}
+
+FakeDesignManager::Status
+FakeDesignManager::tryParseDesignToFile(IDesign *design, const QString &fileName, bool overwrite)
+{
+    int warnings = 0;
+    int errors = 0;
+    return outcome(parseDesignToFile(design, fileName, {}, &warnings, &errors, 0, overwrite));
+}
+
+QList<FakeDesignManager::Status> FakeDesignManager::tryPrepareForShutdown(int reason)
+{
+    prepareForShutdown(reason);
+    return {};
+}

@@ -9,6 +9,7 @@ class FakeDesignManager : public MorvalenCore::DesignManager
 {
 public:
     using IDesign = MorvalenCore::Interfaces::IDesign;
+    using Status = Qtilities::Core::Status;
 
     explicit FakeDesignManager(Journal &theJournal) : journal(theJournal) { }
     ~FakeDesignManager() override { qDeleteAll(open); }
@@ -32,6 +33,23 @@ public:
     bool closeDesign(const QString &id, bool deleteWorkingFolder) override;
     bool closeDesigns(const QStringList &ids, bool deleteWorkingFolders) override;
     void prepareForShutdown(int &reason) override;
+    // For the window, which asks for the reason: the same calls.
+    Status tryDesignName(const QString &name, const IDesign *renamed) const override;
+    Status tryAttachDesign(IDesign *design, bool makeActive) override
+    {
+        return outcome(attachDesign(design, makeActive, 0));
+    }
+    Qtilities::Core::Result<IDesign *> tryParseDesignFromFile(const QString &fileName) override;
+    Status tryParseDesignToFile(IDesign *design, const QString &fileName, bool overwrite) override;
+    Status tryCloseDesign(const QString &id, bool deleteWorkingFolder) override
+    {
+        return outcome(closeDesign(id, deleteWorkingFolder));
+    }
+    QList<Status> tryCloseDesigns(const QStringList &ids, bool deleteWorkingFolders) override
+    {
+        return {outcome(closeDesigns(ids, deleteWorkingFolders))};
+    }
+    QList<Status> tryPrepareForShutdown(int reason) override;
     bool registerFactory(const ObjectFactory *, const Qtilities::Core::FactoryItemID &) override
     {
         return false;
@@ -48,6 +66,10 @@ public:
     QString refusal = QStringLiteral("The name cannot be used");
 
 private:
+    static Status outcome(bool done)
+    {
+        return done ? Status() : Status::failed(QStringLiteral("The manager refuses it"));
+    }
     FakeDesign *find(const QString &id) const;
 
     Journal &journal;

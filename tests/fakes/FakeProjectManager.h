@@ -33,12 +33,30 @@ public:
             callText("projects.saveProject", {fileName, callWord(makeRelative)}));
     }
 
+    // For the window, which asks for the reason: the same calls.
+    Qtilities::Core::Status tryNewProject() override { return outcome(newProject()); }
+    Qtilities::Core::Status tryOpenProject(const QString &fileName) override
+    {
+        return outcome(openProject(fileName));
+    }
+    Qtilities::Core::Status tryCloseProject() override { return outcome(closeProject()); }
+    Qtilities::Core::Status trySaveProject(const QString &fileName, bool makeRelative) override
+    {
+        return outcome(saveProject(fileName, makeRelative));
+    }
+
     bool open = false;
     QString name;
     QString file;
     QString projectsPath;
 
 private:
+    static Qtilities::Core::Status outcome(bool done)
+    {
+        using Qtilities::Core::Status;
+        return done ? Status() : Status::failed(QStringLiteral("The manager refuses it"));
+    }
+
     // The manager's project as others see it.
     class Project : public Qtilities::ProjectManagement::IProject
     {

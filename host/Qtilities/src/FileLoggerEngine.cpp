@@ -56,13 +56,13 @@ FileLoggerEngine::FileLoggerEngine(const QString &name, const QString &folder, Q
 
 FileLoggerEngine::~FileLoggerEngine() = default;
 
-bool FileLoggerEngine::open(QString *error)
+Core::Status FileLoggerEngine::open()
 {
     QDir().mkpath(folderPath);
-    const bool opened = startFile();
-    if (!opened && error)
-        *error = u"Cannot write the log file \"%1\": %2"_s.arg(file.fileName(), file.errorString());
-    return opened;
+    if (startFile())
+        return {};
+    return Core::Status::io(
+        u"Cannot write the log file \"%1\": %2"_s.arg(file.fileName(), file.errorString()));
 }
 
 void FileLoggerEngine::setLimits(qint64 bytesOfAFile, int filesKept)

@@ -14,21 +14,26 @@ namespace Qtilities::ProjectManagement {
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
+using Core::Result;
+using Core::Status;
 
 constexpr qint64 maximumBytes = qint64(16) * 1024 * 1024;
 
-// The content of a file that can be a project; *error says why it cannot.
-QByteArray bytesOf(const QString &fileName, QString *error)
+// The content of a file that can be a project.
+Result<QByteArray> bytesOf(const QString &fileName)
 {
     QFile file(fileName);
     const QFileInfo info(fileName);
     if (info.exists() && !info.isFile())
-        *error = u"%1: it is not a file"_s.arg(fileName);
-    else if (info.size() > maximumBytes)
-        *error = u"%1: it has more than %2 bytes"_s.arg(fileName).arg(maximumBytes);
-    else if (!file.open(QIODevice::ReadOnly))
-        *error = u"%1: %2"_s.arg(fileName, file.errorString());
-    return file.isOpen() ? file.readAll() : QByteArray();
+        return Status::invalidArgument(u"%1: it is not a file"_s.arg(fileName));
+    if (info.size() > maximumBytes)
+        return Status::malformed(
+            u"%1: it has more than %2 bytes"_s.arg(fileName).arg(maximumBytes));
+    if (!file.open(QIODevice::ReadOnly)) {
+        const auto kind = info.exists() ? Status::Kind::Io : Status::Kind::NotFound;
+        return Status(kind, u"%1: %2"_s.arg(fileName, file.errorString()));
+    }
+    return file.readAll();
 }
 
 bool holdsSomethingElse(const QString &fileName)
@@ -105,31 +110,28 @@ bool operator==(const ProjectContent &left, const ProjectContent &right)
                       right.sections.cend(), sameSection);
 }
 
-bool readProjectFile(const QString &fileName, ProjectContent *content, QString *error)
+Result<ProjectContent> readProjectFile(const QString &fileName)
 {
-    QString problem;
-    const QByteArray bytes = bytesOf(fileName, &problem);
-    if (problem.isEmpty())
-        return ProjectReader(fileName, bytes).read(content, error);
-    *error = problem;
-    return false;
+    const Result<QByteArray> bytes = bytesOf(fileName);
+    if (!bytes.isOk())
+        return bytes.status();
+    return ProjectReader(fileName, bytes.value()).read();
 }
 
-bool writeProjectFile(const QString &fileName, const ProjectContent &content, bool makeRelative,
-                      QString *error)
+Status writeProjectFile(const QString &fileName, const ProjectContent &content, bool makeRelative)
 {
     const QString odd = firstTextThatCannotBeKept(content);
     if (!odd.isEmpty()) {
-        *error = u"Cannot write \"%1\": a project file cannot hold the characters of \"%2\""_s.arg(
-            fileName, odd);
-        return false;
+        return Status::invalidArgument(
+            u"Cannot write \"%1\": a project file cannot hold the characters of \"%2\""_s.arg(
+                fileName, odd));
     }
     if (holdsSomethingElse(fileName)) {
-        *error = u"Cannot write \"%1\": something else than a project is in it"_s.arg(fileName);
-        return false;
+        return Status::alreadyExists(
+            u"Cannot write \"%1\": something else than a project is in it"_s.arg(fileName));
     }
     return Core::writeFileAtomically(
-        fileName, bytesOf(content, ProjectReader::baseFolder(fileName), makeRelative), error);
+        fileName, bytesOf(content, ProjectReader::baseFolder(fileName), makeRelative));
 }
 
 } // namespace Qtilities::ProjectManagement

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Qtilities/ProjectEntry.h>
+#include <Qtilities/Status.h>
 
 #include <QList>
 #include <QString>
@@ -37,11 +38,11 @@ bool operator==(const ProjectContent &left, const ProjectContent &right);
 // Relative paths are of the folder of the file; where the file is a link, of its target's.
 // Anything else in a file is an error, so that saving never loses what was not understood.
 
-// On failure *error is FILE:LINE: reason, or names the file when no line is to blame.
-bool readProjectFile(const QString &fileName, ProjectContent *content, QString *error);
+// A failure says FILE:LINE: reason, or names the file when no line is to blame.
+Core::Result<ProjectContent> readProjectFile(const QString &fileName);
 
 // Replaces the file unless something else than a project is in it.
-bool writeProjectFile(const QString &fileName, const ProjectContent &content, bool makeRelative,
-                      QString *error);
+Core::Status writeProjectFile(const QString &fileName, const ProjectContent &content,
+                              bool makeRelative);
 
 } // namespace Qtilities::ProjectManagement

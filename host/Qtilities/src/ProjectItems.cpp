@@ -1,22 +1,16 @@
 #include "ProjectItems.h"
 
-#include <Qtilities/Logger.h>
-
 namespace Qtilities::ProjectManagement {
 
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
-using Logging::Logger;
+using Core::Status;
 
-QString located(const QString &fileName, int line, const QString &reason)
+Status located(const QString &fileName, int line, const Status &status)
 {
-    return line > 0 ? u"%1:%2: %3"_s.arg(fileName).arg(line).arg(reason) : reason;
-}
-
-void logError(const QString &text)
-{
-    Logger::instance()->logMessage(QString(), Logger::Error, text);
+    return line > 0 ? status.withText(u"%1:%2: %3"_s.arg(fileName).arg(line).arg(status.text()))
+                    : status;
 }
 
 } // namespace
@@ -46,40 +40,36 @@ QList<ProjectSection> ProjectItems::sections() const
     return open;
 }
 
-bool ProjectItems::check(const ProjectContent &content, const QString &fileName,
-                         QString *error) const
+Status ProjectItems::check(const ProjectContent &content, const QString &fileName) const
 {
     for (const ProjectSection &section : content.sections) {
         const IProjectItem *const item = itemFor(section.name);
         if (!item) {
-            *error = located(fileName, section.line, u"<%1> is not known here"_s.arg(section.name));
-            return false;
+            return located(fileName, section.line,
+                           Status::malformed(u"<%1> is not known here"_s.arg(section.name)));
         }
         for (const ProjectEntry &entry : section.entries) {
-            if (!item->check(entry, error)) {
-                *error = located(fileName, entry.line, *error);
-                return false;
-            }
+            const Status status = item->check(entry);
+            if (!status.isOk())
+                return located(fileName, entry.line, status);
         }
     }
-    return true;
+    return {};
 }
 
-bool ProjectItems::open(const QList<ProjectSection> &wanted, const QString &fileName,
-                        QString *error)
+Status ProjectItems::open(const QList<ProjectSection> &wanted, const QString &fileName)
 {
-    Opened opened;
+    Status done;
+    OpenEntries opened;
     for (const ProjectSection &section : wanted) {
-        int line = 0;
-        if (openSection(section, &opened, &line, error))
+        Status status = openSection(section, fileName, &opened);
+        if (status.isOk()) {
+            done.addStep(status);
             continue;
-        *error = located(fileName, line, *error);
-        QString closing;
-        for (const auto &[item, entry] : opened) {
-            if (!item->close(entry, &closing))
-                logError(closing);
         }
-        return false;
+        for (const auto &[item, entry] : opened)
+            status.addStep(item->close(entry));
+        return status.after(done);
     }
     for (const ProjectSection &section : wanted) {
         for (const ProjectEntry &entry : section.entries) {
@@ -87,44 +77,42 @@ bool ProjectItems::open(const QList<ProjectSection> &wanted, const QString &file
                 itemFor(section.name)->activate(entry);
         }
     }
-    return true;
+    return done;
 }
 
-// Notes what was not open before; on failure *line tells which entry is to blame.
-bool ProjectItems::openSection(const ProjectSection &section, Opened *opened, int *line,
-                               QString *error)
+// Notes what was not open before.
+Status ProjectItems::openSection(const ProjectSection &section, const QString &fileName,
+                                 OpenEntries *opened)
 {
+    Status done;
     IProjectItem *const item = itemFor(section.name);
     for (const ProjectEntry &entry : section.entries) {
         const qsizetype before = item->entries().size();
-        *line = entry.line;
-        if (!item->open(entry, error))
-            return false;
+        const Status status = item->open(entry);
+        if (!status.isOk())
+            return located(fileName, entry.line, status).after(done);
+        done.addStep(status);
         if (item->entries().size() > before)
             opened->append({item, entry});
     }
-    return true;
+    return done;
 }
 
-bool ProjectItems::closeAll(QString *error)
+Status ProjectItems::closeAll()
 {
+    Status done;
     const QList<ProjectSection> before = sections();
     for (const ProjectSection &section : before) {
         for (const ProjectEntry &entry : section.entries) {
-            if (!itemFor(section.name)->close(entry, error)) {
-                reopen(before);
-                return false;
+            Status status = itemFor(section.name)->close(entry);
+            if (!status.isOk()) {
+                status.addStep(reopen(before));
+                return status.after(done);
             }
+            done.addStep(status);
         }
     }
-    return true;
-}
-
-void ProjectItems::reopen(const QList<ProjectSection> &before)
-{
-    QString error;
-    if (!open(before, QString(), &error))
-        logError(error);
+    return done;
 }
 
 } // namespace Qtilities::ProjectManagement

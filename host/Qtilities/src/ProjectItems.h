@@ -7,7 +7,7 @@
 namespace Qtilities::ProjectManagement {
 
 // The kinds of things that projects hold, and what is open of them. Operations do everything or
-// nothing; their error texts name file and line where the fault lies in a project file.
+// nothing; a failure names file and line where the fault lies in a project file.
 class ProjectItems
 {
 public:
@@ -19,22 +19,23 @@ public:
     QList<ProjectSection> sections() const;
 
     // Whether it looks as if all that the file holds could be opened; opens nothing.
-    bool check(const ProjectContent &content, const QString &fileName, QString *error) const;
+    Core::Status check(const ProjectContent &content, const QString &fileName) const;
 
     // Opens what the file holds beside what is open already.
-    bool open(const QList<ProjectSection> &wanted, const QString &fileName, QString *error);
+    Core::Status open(const QList<ProjectSection> &wanted, const QString &fileName);
 
     // Closes all that is open.
-    bool closeAll(QString *error);
+    Core::Status closeAll();
 
-    // Opens again what was open before; what fails is logged.
-    void reopen(const QList<ProjectSection> &before);
+    // Opens again what was open before.
+    Core::Status reopen(const QList<ProjectSection> &before) { return open(before, {}); }
 
 private:
-    using Opened = QList<std::pair<IProjectItem *, ProjectEntry>>;
+    using OpenEntries = QList<std::pair<IProjectItem *, ProjectEntry>>;
 
     IProjectItem *itemFor(const QString &section) const;
-    bool openSection(const ProjectSection &section, Opened *opened, int *line, QString *error);
+    Core::Status openSection(const ProjectSection &section, const QString &fileName,
+                             OpenEntries *opened);
 
     QList<IProjectItem *> items;
 };

@@ -1,7 +1,7 @@
-#include <Qtilities/Logger.h>
 #include <Qtilities/ProjectManager.h>
 #include <Qtilities/QtilitiesApplication.h>
 #include <Qtilities/Replaceable.h>
+#include <Qtilities/statuslog.h>
 
 #include "ProjectItems.h"
 
@@ -15,8 +15,10 @@ namespace Qtilities::ProjectManagement {
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
+using Core::Result;
+using Core::Status;
 using CoreGui::QtilitiesApplication;
-using Logging::Logger;
+using Logging::logStatus;
 
 const QLatin1StringView customPathKey = "Projects/custom_path"_L1;
 
@@ -24,13 +26,6 @@ Core::Replaceable<ProjectManager> &slot()
 {
     static auto *const theSlot = new Core::Replaceable<ProjectManager>;
     return *theSlot;
-}
-
-// Logs the reason of a failure; the answer is always false.
-bool failed(const QString &reason)
-{
-    Logger::instance()->logMessage(QString(), Logger::Error, reason);
-    return false;
 }
 
 QString nameWithoutFile() { return ProjectManager::tr("New Project"); }
@@ -124,7 +119,7 @@ QString ProjectManager::customProjectsPath(const QString &fallback) const
     return path.isEmpty() ? fallback : path;
 }
 
-void ProjectManager::setCustomProjectsPath(const QString &path)
+Status ProjectManager::trySetCustomProjectsPath(const QString &path)
 {
     QSettings settings(QtilitiesApplication::settingsFileName(), QSettings::IniFormat);
     if (path.isEmpty())
@@ -133,93 +128,121 @@ void ProjectManager::setCustomProjectsPath(const QString &path)
         settings.setValue(customPathKey, path);
     settings.sync();
     if (settings.status() != QSettings::NoError)
-        failed(u"Cannot write the settings \"%1\""_s.arg(settings.fileName()));
+        return Status::io(u"Cannot write the settings \"%1\""_s.arg(settings.fileName()));
+    return {};
 }
 
-bool ProjectManager::newProject()
+void ProjectManager::setCustomProjectsPath(const QString &path)
 {
-    if (current && !closeProject())
-        return false;
-    setCurrent(std::make_unique<Project>());
-    return true;
+    logStatus(trySetCustomProjectsPath(path));
 }
 
-bool ProjectManager::closeProject()
+Status ProjectManager::tryNewProject()
 {
-    QString error;
+    const Status closed = current ? tryCloseProject() : Status();
+    if (closed.isOk())
+        setCurrent(std::make_unique<Project>());
+    return closed;
+}
+
+Status ProjectManager::tryCloseProject()
+{
     if (!current)
-        return failed(u"There is no project to close"_s);
+        return Status::notFound(u"There is no project to close"_s);
     const bool listIsLost = current->file.isEmpty() && isCurrentProjectModified();
     const QString name = current->name;
-    if (!saveChanges(&error) || !items->closeAll(&error))
-        return failed(error);
+    if (const Status saved = saveChanges(); !saved.isOk())
+        return saved;
+    Status closed = items->closeAll();
+    if (!closed.isOk())
+        return closed;
     setCurrent(nullptr);
-    if (listIsLost) {
-        Logger::instance()->logMessage(
-            QString(), Logger::Warning,
+    if (listIsLost)
+        closed.addWarning(
             u"The project \"%1\" was never saved; what it held is closed"_s.arg(name));
-    }
-    return true;
+    return closed;
 }
 
-bool ProjectManager::openProject(const QString &fileName)
+Status ProjectManager::tryOpenProject(const QString &fileName)
 {
-    QString error;
     if (fileName.isEmpty())
-        return failed(u"The project to open has no file name"_s);
+        return Status::invalidArgument(u"The project to open has no file name"_s);
     const QString path = QDir::cleanPath(QFileInfo(fileName).absoluteFilePath());
-    ProjectContent content;
     // First the open project's changes, since it may be the one that is read.
-    if ((current && !saveChanges(&error)) || !readProjectFile(path, &content, &error)
-        || !items->check(content, path, &error))
-        return failed(error);
+    if (const Status saved = current ? saveChanges() : Status(); !saved.isOk())
+        return saved;
+    const Result<ProjectContent> read = readProjectFile(path);
+    if (!read.isOk())
+        return read.status();
+    const ProjectContent &content = read.value();
+    if (const Status checked = items->check(content, path); !checked.isOk())
+        return checked;
     const QList<ProjectSection> before = items->sections();
-    if (current && !items->closeAll(&error))
-        return failed(error);
-    if (!items->open(content.sections, path, &error)) {
-        items->reopen(before);
-        return failed(error);
+    const Status closed = current ? items->closeAll() : Status();
+    if (!closed.isOk())
+        return closed;
+    Status status = items->open(content.sections, path);
+    if (!status.isOk()) {
+        status.addStep(items->reopen(before));
+        return status.after(closed);
     }
     auto opened = std::make_unique<Project>();
     opened->name = content.name;
     opened->file = path;
     opened->saved = {content.name, onlyEntriesOf(content, items->sections())};
     setCurrent(std::move(opened));
-    return true;
+    return status.after(closed);
 }
+
+Status ProjectManager::trySaveProject(const QString &fileName, bool makeRelative)
+{
+    if (!current)
+        return Status::notFound(u"There is no project to save"_s);
+    if (fileName.isEmpty()) {
+        return Status::invalidArgument(
+            u"The project \"%1\" has no file to be saved to"_s.arg(current->name));
+    }
+    const Status saved =
+        save(QDir::cleanPath(QFileInfo(fileName).absoluteFilePath()), makeRelative);
+    if (saved.isOk())
+        Q_EMIT currentProjectChanged();
+    return saved;
+}
+
+bool ProjectManager::newProject() { return logStatus(tryNewProject()); }
+
+bool ProjectManager::openProject(const QString &fileName)
+{
+    return logStatus(tryOpenProject(fileName));
+}
+
+bool ProjectManager::closeProject() { return logStatus(tryCloseProject()); }
 
 bool ProjectManager::saveProject(QString fileName, bool makeRelative)
 {
-    QString error;
-    if (!current)
-        return failed(u"There is no project to save"_s);
-    if (fileName.isEmpty())
-        return failed(u"The project \"%1\" has no file to be saved to"_s.arg(current->name));
-    fileName = QDir::cleanPath(QFileInfo(fileName).absoluteFilePath());
-    if (!save(fileName, makeRelative, &error))
-        return failed(error);
-    Q_EMIT currentProjectChanged();
-    return true;
+    return logStatus(trySaveProject(fileName, makeRelative));
 }
 
-bool ProjectManager::save(const QString &fileName, bool makeRelative, QString *error)
+Status ProjectManager::save(const QString &fileName, bool makeRelative)
 {
     // A name that came from the file follows it.
     const bool follows = current->name == nameFor(current->file);
     const ProjectContent content {follows ? nameFor(fileName) : current->name, items->sections()};
-    if (!writeProjectFile(fileName, content, makeRelative, error))
-        return false;
+    const Status written = writeProjectFile(fileName, content, makeRelative);
+    if (!written.isOk())
+        return written;
     current->name = content.name;
     current->file = fileName;
     current->relative = makeRelative;
     current->saved = content;
-    return true;
+    return written;
 }
 
-bool ProjectManager::saveChanges(QString *error)
+Status ProjectManager::saveChanges()
 {
     return current->file.isEmpty() || !isCurrentProjectModified()
-        || save(current->file, current->relative, error);
+        ? Status()
+        : save(current->file, current->relative);
 }
 
 } // namespace Qtilities::ProjectManagement

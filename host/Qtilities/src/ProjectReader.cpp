@@ -41,17 +41,18 @@ ProjectReader::ProjectReader(const QString &fileName, const QByteArray &bytes)
         xml.raiseError(u"there are bytes that are not UTF-8"_s);
 }
 
-bool ProjectReader::read(ProjectContent *content, QString *error)
+Core::Result<ProjectContent> ProjectReader::read()
 {
+    ProjectContent content;
     if (nextElement())
-        readProject(content);
+        readProject(&content);
     while (!xml.hasError() && !xml.atEnd())
         refuseText(xml.readNext());
     if (xml.hasError()) {
         const qint64 line = badLine > 0 ? badLine : xml.lineNumber();
-        *error = u"%1:%2: %3"_s.arg(file).arg(line).arg(xml.errorString());
+        return Core::Status::malformed(u"%1:%2: %3"_s.arg(file).arg(line).arg(xml.errorString()));
     }
-    return !xml.hasError();
+    return content;
 }
 
 // The parser's own line may have moved on by the time that the error is looked at.

@@ -19,8 +19,8 @@ public:
 
     ProjectReader(const QString &fileName, const QByteArray &bytes);
 
-    // On failure *error is FILE:LINE: reason.
-    bool read(ProjectContent *content, QString *error);
+    // A failure says FILE:LINE: reason.
+    Core::Result<ProjectContent> read();
 
 private:
     void fail(const QString &reason);

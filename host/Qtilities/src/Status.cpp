@@ -50,6 +50,14 @@ void Status::addStep(const Status &step)
         addRemarks({{true, step.text()}});
 }
 
+Status Status::after(const Status &step) const
+{
+    Status both = isOk() ? Status() : Status(kind(), text());
+    both.addStep(step);
+    both.addRemarks(remarks());
+    return both;
+}
+
 void Status::addRemarks(const QList<Remark> &further)
 {
     if (further.isEmpty())

@@ -134,23 +134,23 @@ bool replace(const QByteArray &target, const QByteArray &temporary, const QByteA
     return done && file.close();
 }
 
-QString whyNotWritable(const QString &target)
+// What stands in the way of writing; the sentence is a reason only.
+Status writability(const QString &target)
 {
     const QFileInfo info(target);
     if (info.isDir())
-        return u"it is a folder"_s;
+        return Status::invalidArgument(u"it is a folder"_s);
     if (info.exists() && !info.isFile())
-        return u"it is not a file"_s;
+        return Status::invalidArgument(u"it is not a file"_s);
     if (info.exists() && ::access(QFile::encodeName(target).constData(), W_OK) != 0)
-        return qt_error_string(errno);
+        return Status::readOnly(qt_error_string(errno));
     return {};
 }
 
-QString writeTo(const QString &target, const QByteArray &content)
+Status writeTo(const QString &target, const QByteArray &content)
 {
-    QString refusal = whyNotWritable(target);
-    if (!refusal.isEmpty())
-        return refusal;
+    if (const Status status = writability(target); !status.isOk())
+        return status;
     removeLeftovers(target);
     const QByteArray folder = QFile::encodeName(QFileInfo(target).path());
     bool done = false;
@@ -161,19 +161,22 @@ QString writeTo(const QString &target, const QByteArray &content)
         if (!done && errno != EEXIST && errno != EAGAIN)
             break;
     }
-    return done && synchroniseFolder(folder) ? QString() : qt_error_string(errno);
+    return done && synchroniseFolder(folder) ? Status() : Status::io(qt_error_string(errno));
 }
 
 } // namespace
 
-bool writeFileAtomically(const QString &fileName, const QByteArray &content, QString *error)
+Status writeFileAtomically(const QString &fileName, const QByteArray &content)
 {
-    const QString reason = fileName.isEmpty() || fileName.contains(QChar())
-        ? u"that is not the name of a file"_s
+    const Status status = fileName.isEmpty() || fileName.contains(QChar())
+        ? Status::invalidArgument(u"that is not the name of a file"_s)
         : writeTo(followed(fileName), content);
-    if (error && !reason.isEmpty())
-        *error = u"Cannot write \"%1\": %2"_s.arg(fileName, reason);
-    return reason.isEmpty();
+    return status.withText(u"Cannot write \"%1\": %2"_s.arg(fileName, status.text()));
+}
+
+bool writeFileAtomically(const QString &fileName, const QByteArray &content, QString *errorText)
+{
+    return writeFileAtomically(fileName, content).toErrorText(errorText);
 }
 
 } // namespace Qtilities::Core

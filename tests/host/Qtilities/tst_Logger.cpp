@@ -21,6 +21,7 @@
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 using Qtilities::Logging::FileLoggerEngine;
 using Qtilities::Logging::Logger;
 using Qtilities::Logging::LoggerEngine;
@@ -571,8 +572,8 @@ void tst_Logger::writesToAFile()
     const QTemporaryDir folder;
     auto *const engine = new FileLoggerEngine(u"File"_s, folder.filePath(u"Logs/deep"_s));
     QVERIFY(logger->attachLoggerEngine(engine));
-    QString error;
-    QVERIFY2(engine->open(&error), qPrintable(error));
+    const Status opened = engine->open();
+    QVERIFY2(opened.isOk(), qPrintable(opened.text()));
 
     logger->logMessage(QString(), Logger::Info, u"a \u20ac"_s);
     logger->logPriorityMessage(QString(), Logger::Error, u"b\nc\x1b"_s);
@@ -591,8 +592,8 @@ void tst_Logger::givesEachEngineAFileOfItsOwn()
     const QTemporaryDir folder;
     FileLoggerEngine first(u"A"_s, folder.path());
     FileLoggerEngine second(u"B"_s, folder.path());
-    QVERIFY(first.open(nullptr));
-    QVERIFY(second.open(nullptr));
+    QVERIFY(first.open().isOk());
+    QVERIFY(second.open().isOk());
 
     first.logMessage(Logger::Info, u"a"_s);
     second.logMessage(Logger::Info, u"b"_s);
@@ -607,7 +608,7 @@ void tst_Logger::startsANewFileWhenOneIsFull()
     const QTemporaryDir folder;
     FileLoggerEngine engine(u"A"_s, folder.path());
     engine.setLimits(100, 10);
-    QVERIFY(engine.open(nullptr));
+    QVERIFY(engine.open().isOk());
     const QString first = engine.fileName();
 
     engine.logMessage(Logger::Info, QString(50, u'a'));
@@ -628,7 +629,7 @@ void tst_Logger::removesOldFilesThatNobodyWrites()
     const QTemporaryDir folder;
     FileLoggerEngine engine(u"A"_s, folder.path());
     engine.setLimits(1, 3);
-    QVERIFY(engine.open(nullptr));
+    QVERIFY(engine.open().isOk());
 
     for (int message = 0; message < 50; ++message)
         engine.logMessage(Logger::Info, QString::number(message));
@@ -652,7 +653,7 @@ void tst_Logger::leavesOtherFilesAlone()
     }
     FileLoggerEngine engine(u"A"_s, folder.path());
     engine.setLimits(1, 1);
-    QVERIFY(engine.open(nullptr));
+    QVERIFY(engine.open().isOk());
 
     for (int message = 0; message < 5; ++message)
         engine.logMessage(Logger::Info, u"x"_s);
@@ -664,11 +665,11 @@ void tst_Logger::leavesFilesThatAreWrittenAlone()
 {
     const QTemporaryDir folder;
     FileLoggerEngine other(u"B"_s, folder.path());
-    QVERIFY(other.open(nullptr));
+    QVERIFY(other.open().isOk());
     other.logMessage(Logger::Info, u"old but in use"_s);
     FileLoggerEngine engine(u"A"_s, folder.path());
     engine.setLimits(1, 1);
-    QVERIFY(engine.open(nullptr));
+    QVERIFY(engine.open().isOk());
 
     for (int message = 0; message < 5; ++message)
         engine.logMessage(Logger::Info, u"x"_s);
@@ -683,16 +684,16 @@ void tst_Logger::saysWhyAFileCannotBeOpened()
     QFile file(folder.filePath(u"Logs"_s));
     QVERIFY(file.open(QIODevice::WriteOnly));
     FileLoggerEngine engine(u"A"_s, folder.filePath(u"Logs"_s));
-    QString error;
 
-    QVERIFY(!engine.open(&error));
+    const Status opened = engine.open();
 
+    QCOMPARE(opened.kind(), Status::Kind::Io);
     static const QRegularExpression pattern(
         u"^Cannot write the log file \"%1/Logs/[0-9_-]+\\.log\": Not a directory$"_s.arg(
             QRegularExpression::escape(folder.path())));
-    QVERIFY2(pattern.match(error).hasMatch(), qPrintable(error));
+    QVERIFY2(pattern.match(opened.text()).hasMatch(), qPrintable(opened.text()));
     QCOMPARE(engine.fileName(), QString());
-    QVERIFY(!engine.open(nullptr));
+    QVERIFY(!engine.open().isOk());
 }
 
 void tst_Logger::dropsMessagesUntilItIsOpen()
@@ -701,7 +702,7 @@ void tst_Logger::dropsMessagesUntilItIsOpen()
     FileLoggerEngine engine(u"A"_s, folder.path());
 
     engine.logMessage(Logger::Info, u"early"_s);
-    QVERIFY(engine.open(nullptr));
+    QVERIFY(engine.open().isOk());
     engine.logMessage(Logger::Info, u"late"_s);
 
     QCOMPARE(withoutTimes(contentOf(engine.fileName())), u"TIME Info: late\n"_s);
@@ -714,7 +715,7 @@ void tst_Logger::saysOnceThatAFileCannotBeWritten()
     auto *const engine = new FileLoggerEngine(u"File"_s, folder.path());
     QVERIFY(logger->attachLoggerEngine(engine));
     attach(u"E"_s);
-    QVERIFY(engine->open(nullptr));
+    QVERIFY(engine->open().isOk());
     const QString file = engine->fileName();
 
     // A limit on the size of files fails the write, as a full disk does.
@@ -744,7 +745,7 @@ void tst_Logger::sharesItsFolderWithOtherProcesses()
         if (child == 0) {
             FileLoggerEngine engine(u"A"_s, folder.path());
             engine.setLimits(1'000'000, 100);
-            bool done = engine.open(nullptr);
+            bool done = engine.open().isOk();
             for (int message = 0; message < 200; ++message)
                 engine.logMessage(Logger::Info, u"%1 of %2"_s.arg(message).arg(writer));
             done = done && !engine.fileName().isEmpty();

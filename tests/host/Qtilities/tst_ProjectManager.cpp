@@ -15,6 +15,7 @@
 #include <sys/stat.h>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 using Qtilities::CoreGui::QtilitiesApplication;
 using Qtilities::Logging::Logger;
 using Qtilities::ProjectManagement::IProjectItem;
@@ -37,28 +38,30 @@ public:
             all.append({path, path == active, 0});
         return all;
     }
-    bool check(const ProjectEntry &entry, QString *error) const override
+    Status check(const ProjectEntry &entry) const override
     {
-        return refuse(missing, entry, u"is missing"_s, error);
+        return refuse(missing, entry, u"is missing"_s);
     }
-    bool open(const ProjectEntry &entry, QString *error) override
+    Status open(const ProjectEntry &entry) override
     {
-        if (!refuse(broken, entry, u"is broken"_s, error))
-            return false;
+        const Status status = refuse(broken, entry, u"is broken"_s);
+        if (!status.isOk())
+            return status;
         if (!open_.contains(entry.path))
             open_.append(entry.path);
         active = entry.path;
-        return true;
+        return status;
     }
     void activate(const ProjectEntry &entry) override { active = entry.path; }
-    bool close(const ProjectEntry &entry, QString *error) override
+    Status close(const ProjectEntry &entry) override
     {
-        if (!refuse(stuck, entry, u"cannot be saved"_s, error))
-            return false;
+        const Status status = refuse(stuck, entry, u"cannot be saved"_s);
+        if (!status.isOk())
+            return status;
         open_.removeAll(entry.path);
         if (active == entry.path)
             active = open_.value(0);
-        return true;
+        return status;
     }
 
     // What is open, the active one with a star.
@@ -77,13 +80,10 @@ public:
     QStringList stuck;
 
 private:
-    static bool refuse(const QStringList &refused, const ProjectEntry &entry, const QString &why,
-                       QString *error)
+    static Status refuse(const QStringList &refused, const ProjectEntry &entry, const QString &why)
     {
-        if (!refused.contains(entry.path))
-            return true;
-        *error = u"\"%1\" %2"_s.arg(entry.path, why);
-        return false;
+        return refused.contains(entry.path) ? Status::failed(u"\"%1\" %2"_s.arg(entry.path, why))
+                                            : Status();
     }
 
     QString name;

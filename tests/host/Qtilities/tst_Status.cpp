@@ -20,6 +20,7 @@ private Q_SLOTS:
     void failureHasKindAndSentence();
     void copyIsIndependent();
     void carriesRemarks();
+    void followsAnotherStep();
     void anotherSentenceKeepsTheRest();
     void goesToAnErrorText();
     void resultIsAValue();
@@ -95,6 +96,20 @@ void tst_Status::carriesRemarks()
     status.addStep(Status());
     QVERIFY(status.isOk());
     QCOMPARE(status.remarks(), Remarks({{false, u"one"_s}, {false, u"two"_s}, {true, u"three"_s}}));
+}
+
+void tst_Status::followsAnotherStep()
+{
+    Status first;
+    first.addWarning(u"one"_s);
+    Status second = Status::busy(u"three"_s);
+    second.addWarning(u"two"_s);
+    const Status both = second.after(first);
+    QCOMPARE(both.kind(), Status::Kind::Busy);
+    QCOMPARE(both.text(), u"three"_s);
+    QCOMPARE(both.remarks(), Remarks({{false, u"one"_s}, {false, u"two"_s}}));
+    QVERIFY(Status().after(Status()).isOk());
+    QCOMPARE(Status().after(Status::io(u"no"_s)).remarks(), Remarks({{true, u"no"_s}}));
 }
 
 void tst_Status::anotherSentenceKeepsTheRest()

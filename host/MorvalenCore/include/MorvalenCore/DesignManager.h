@@ -5,6 +5,7 @@
 
 #include <Qtilities/FactoryItem.h>
 #include <Qtilities/FactoryItemID.h>
+#include <Qtilities/Status.h>
 
 namespace MorvalenCore {
 
@@ -46,37 +47,53 @@ public:
     // The file of the application's settings, in the form of QSettings' INI format.
     virtual QString settingsFileName() const = 0;
 
-    // Whether a design may have that name; *error says why not. A design that is given may keep
-    // its own name, and gets no other while it is read-only.
+    // Whether a design may have that name. A design that is given may keep its own name, and gets
+    // no other while it is read-only.
+    virtual Qtilities::Core::Status
+    tryDesignName(const QString &name, const Interfaces::IDesign *renamed = nullptr) const = 0;
+
+    // Adds a design to the open ones and takes ownership of the object behind it; it stays the
+    // caller's when one of its id is open.
+    virtual Qtilities::Core::Status tryAttachDesign(Interfaces::IDesign *design,
+                                                    bool makeActive) = 0;
+
+    // Opens a design from a file.
+    virtual Qtilities::Core::Result<Interfaces::IDesign *>
+    tryParseDesignFromFile(const QString &fileName) = 0;
+
+    // Writes a copy of a design to a file; the design does not move.
+    virtual Qtilities::Core::Status
+    tryParseDesignToFile(Interfaces::IDesign *design, const QString &fileName, bool overwrite) = 0;
+
+    // Closes a design, saving unsaved changes; with deleteWorkingFolder the folder goes for good
+    // when it lies below the designs path. Changes that cannot be saved in the component file go
+    // to a copy in the backups folder, and a remark says so. A design that cannot be closed stays
+    // open. A closed design is destroyed later, when no bracket of changes is open and control is
+    // back in the event loop; its items go at once.
+    virtual Qtilities::Core::Status tryCloseDesign(const QString &id, bool deleteWorkingFolder) = 0;
+    // The same for several, with a status for each.
+    virtual QList<Qtilities::Core::Status> tryCloseDesigns(const QStringList &ids,
+                                                           bool deleteWorkingFolders);
+
+    // Saves what must not be lost, as closing does; called before the program ends. A status for
+    // each open design.
+    virtual QList<Qtilities::Core::Status> tryPrepareForShutdown(int reason) = 0;
+
+    // The same operations in the forms that commands call, with the reason of a failure in *error
+    // where there is one, else in the log. The format is empty for the only one there is, and the
+    // options and any position are 0. Warnings and errors are counted, and may be null. The reason
+    // of the shutdown stays as it is.
     virtual bool checkDesignName(const QString &name, QString *error,
-                                 const Interfaces::IDesign *renamed = nullptr) const = 0;
-
-    // Adds a design to the open ones and takes ownership of the object behind it; false, and it
-    // stays the caller's, when one of its id is open. A position of 0 appends, others are reserved.
-    virtual bool attachDesign(Interfaces::IDesign *design, bool makeActive, int position) = 0;
-
-    // Opens a design from a file; null on failure, with the reason in the log. The format is
-    // empty for the only one there is.
+                                 const Interfaces::IDesign *renamed = nullptr) const;
+    virtual bool attachDesign(Interfaces::IDesign *design, bool makeActive, int position);
     virtual Interfaces::IDesign *parseDesignFromFile(const QString &format,
-                                                     const QString &fileName) = 0;
-
-    // Writes a copy of a design to a file; the design does not move. Warnings and errors may be
-    // null and are counted; the reason of a failure is in the log.
+                                                     const QString &fileName);
     virtual bool parseDesignToFile(Interfaces::IDesign *design, const QString &fileName,
                                    const QString &format, int *warnings, int *errors, int options,
-                                   bool overwrite) = 0;
-
-    // Closes designs, saving unsaved changes; with deleteWorkingFolder the folder goes for good
-    // when it lies below the designs path. Changes that cannot be saved in the component file go
-    // to a copy in the backups folder, and the log says so. False when one of the designs could
-    // not be closed, which is then still open, with the reason in the log. A closed design is
-    // destroyed later, when no bracket of changes is open and control is back in the event loop;
-    // its items go at once.
-    virtual bool closeDesign(const QString &id, bool deleteWorkingFolder) = 0;
-    virtual bool closeDesigns(const QStringList &ids, bool deleteWorkingFolders) = 0;
-
-    // Saves what must not be lost, as closing does; called before the program ends.
-    virtual void prepareForShutdown(int &reason) = 0;
+                                   bool overwrite);
+    virtual bool closeDesign(const QString &id, bool deleteWorkingFolder);
+    virtual bool closeDesigns(const QStringList &ids, bool deleteWorkingFolders);
+    virtual void prepareForShutdown(int &reason);
 
     // Makes a factory of objects known by a tag; it stays the caller's and must outlive the
     // manager. False when the tag is taken.

@@ -8,7 +8,7 @@ namespace MorvalenCore {
 
 // Makes the open designs part of projects, by their component files; a design that has none is
 // left out. The program makes one and adds it to the project manager. It works on the design
-// manager of the moment, which logs why a design cannot be opened or closed.
+// manager of the moment.
 class MORVALENCORE_EXPORT DesignProjectItem : public Qtilities::ProjectManagement::IProjectItem
 {
 public:
@@ -17,11 +17,11 @@ public:
     // "designs"
     QString sectionName() const override;
     QList<ProjectEntry> entries() const override;
-    bool check(const ProjectEntry &entry, QString *error) const override;
-    bool open(const ProjectEntry &entry, QString *error) override;
+    Qtilities::Core::Status check(const ProjectEntry &entry) const override;
+    Qtilities::Core::Status open(const ProjectEntry &entry) override;
     void activate(const ProjectEntry &entry) override;
     // The working folder stays.
-    bool close(const ProjectEntry &entry, QString *error) override;
+    Qtilities::Core::Status close(const ProjectEntry &entry) override;
 };
 
 } // namespace MorvalenCore

@@ -155,9 +155,7 @@ Status NinjaFile::write() const
                 u"\"%1\" is not a file of Morvalen's; choose another target path"_s.arg(path()));
     }
     file.close();
-    QString error;
-    return Qtilities::Core::writeFileAtomically(path(), content, &error) ? Status()
-                                                                         : Status::io(error);
+    return Qtilities::Core::writeFileAtomically(path(), content);
 }
 
 } // namespace MorvalenCore

@@ -1,6 +1,5 @@
 #include "design/Design.h"
 
-#include "document/statusof.h"
 #include "log/hostlog.h"
 #include "structures/structures.h"
 
@@ -27,11 +26,11 @@ Result<std::unique_ptr<Design>> Design::create(const DocumentFormat &format, con
 Result<std::unique_ptr<Design>> Design::open(const DocumentFormat &format, const QString &fileName)
 {
     DocumentFormat::Opened opened = format.open(fileName);
-    Status status = opened.document ? Status() : Status::malformed(opened.error);
+    Status status;
     for (const QString &warning : opened.warnings)
         status.addWarning(warning);
-    if (!status.isOk())
-        return status;
+    if (!opened.document)
+        return Status::malformed(opened.error).after(status);
     std::unique_ptr<Design> design(new Design(format, std::move(opened.document)));
     design->load();
     return {std::move(design), status};
@@ -105,33 +104,27 @@ void Design::setIdentity(DesignField field, const QString &text)
     if (text == oldText)
         return;
     const QString oldId = id(u"."_s);
-    answer(state.change([&] {
-        const Status written = write(field, text);
-        if (!written.isOk())
-            return written;
-        const QString newId = id(u"."_s);
-        const QString refusal = registry && newId != oldId ? registry->idRefusal(newId) : QString();
-        if (!refusal.isEmpty()) {
+    state.change(nullptr, [&](QString *error) {
+        if (!state.document().setText(field, text, error))
+            return false;
+        *error = registry && id(u"."_s) != oldId ? registry->idRefusal(id(u"."_s)) : QString();
+        if (!error->isEmpty()) {
             state.document().setText(field, oldText);
-            return Status::alreadyExists(refusal);
+            return false;
         }
         setObjectName(name());
         if (registry)
             registry->designIdChanged(this, oldId);
-        return Status();
-    }));
+        return true;
+    });
 }
 
 void Design::setText(DesignField field, const QString &text)
 {
     if (text == state.document().text(field))
         return;
-    answer(state.change([&] { return write(field, text); }));
-}
-
-Status Design::write(DesignField field, const QString &text)
-{
-    return statusOf([&](QString *error) { return state.document().setText(field, text, error); });
+    state.change(nullptr,
+                 [&](QString *error) { return state.document().setText(field, text, error); });
 }
 
 QString Design::designType() const
@@ -220,9 +213,9 @@ DesignFile *Design::addFile(const QString &actualPath, const QString &node, bool
                             QString *error)
 {
     if (notify)
-        return answer(files.add(actualPath, node), error);
+        return files.add(actualPath, node, error);
     startProcessingCycle();
-    DesignFile *file = answer(files.add(actualPath, node), error);
+    DesignFile *file = files.add(actualPath, node, error);
     endProcessingCycle(false);
     return file;
 }

@@ -3,6 +3,12 @@
 #include "designs/SessionDesignManager.h"
 
 #include <Qtilities/Replaceable.h>
+#include <Qtilities/statuslog.h>
+
+using MorvalenCore::Interfaces::IDesign;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
+using Qtilities::Logging::logStatus;
 
 namespace MorvalenCore {
 
@@ -25,5 +31,60 @@ DesignManager::~DesignManager() = default;
 DesignManager *DesignManager::instance() { return slot().get(); }
 
 void DesignManager::setInstance(DesignManager *manager) { slot().set(manager); }
+
+QList<Status> DesignManager::tryCloseDesigns(const QStringList &ids, bool deleteWorkingFolders)
+{
+    QList<Status> all;
+    for (const QString &id : ids)
+        all.append(tryCloseDesign(id, deleteWorkingFolders));
+    return all;
+}
+
+bool DesignManager::checkDesignName(const QString &name, QString *error,
+                                    const IDesign *renamed) const
+{
+    return tryDesignName(name, renamed).toErrorText(error);
+}
+
+bool DesignManager::attachDesign(IDesign *design, bool makeActive, int)
+{
+    return logStatus(tryAttachDesign(design, makeActive));
+}
+
+IDesign *DesignManager::parseDesignFromFile(const QString &, const QString &fileName)
+{
+    const Result<IDesign *> parsed = tryParseDesignFromFile(fileName);
+    return logStatus(parsed.status()) ? parsed.value() : nullptr;
+}
+
+bool DesignManager::parseDesignToFile(IDesign *design, const QString &fileName, const QString &,
+                                      int *warnings, int *errors, int, bool overwrite)
+{
+    const Status status = tryParseDesignToFile(design, fileName, overwrite);
+    if (warnings)
+        *warnings = int(status.remarks().size());
+    if (errors)
+        *errors = status.isOk() ? 0 : 1;
+    return logStatus(status);
+}
+
+bool DesignManager::closeDesign(const QString &id, bool deleteWorkingFolder)
+{
+    return logStatus(tryCloseDesign(id, deleteWorkingFolder));
+}
+
+bool DesignManager::closeDesigns(const QStringList &ids, bool deleteWorkingFolders)
+{
+    bool allClosed = true;
+    for (const Status &status : tryCloseDesigns(ids, deleteWorkingFolders))
+        allClosed = logStatus(status) && allClosed;
+    return allClosed;
+}
+
+void DesignManager::prepareForShutdown(int &reason)
+{
+    for (const Status &status : tryPrepareForShutdown(reason))
+        logStatus(status);
+}
 
 } // namespace MorvalenCore

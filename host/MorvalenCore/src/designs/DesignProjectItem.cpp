@@ -9,6 +9,7 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 using Interfaces::IDesign;
+using Qtilities::Core::Status;
 
 bool isSameFile(const QString &one, const QString &other)
 {
@@ -25,6 +26,12 @@ QString idOf(const QString &componentFile)
             return id;
     }
     return {};
+}
+
+// A failure gets the sentence, and its reason is told before.
+Status whole(const Status &status, const QString &sentence)
+{
+    return status.isOk() ? status : Status(status.kind(), sentence).after(status);
 }
 
 } // namespace
@@ -44,21 +51,19 @@ QList<DesignProjectItem::ProjectEntry> DesignProjectItem::entries() const
     return all;
 }
 
-bool DesignProjectItem::check(const ProjectEntry &entry, QString *error) const
+Status DesignProjectItem::check(const ProjectEntry &entry) const
 {
-    const bool isFile = QFileInfo(entry.path).isFile();
-    if (!isFile)
-        *error = u"There is no component file \"%1\""_s.arg(entry.path);
-    return isFile;
+    return QFileInfo(entry.path).isFile()
+        ? Status()
+        : Status::notFound(u"There is no component file \"%1\""_s.arg(entry.path));
 }
 
-bool DesignProjectItem::open(const ProjectEntry &entry, QString *error)
+Status DesignProjectItem::open(const ProjectEntry &entry)
 {
-    const bool isOpen = !idOf(entry.path).isEmpty()
-        || DesignManager::instance()->parseDesignFromFile(QString(), entry.path);
-    if (!isOpen)
-        *error = u"The design in \"%1\" cannot be opened"_s.arg(entry.path);
-    return isOpen;
+    if (!idOf(entry.path).isEmpty())
+        return {};
+    const Status opened = DesignManager::instance()->tryParseDesignFromFile(entry.path).status();
+    return whole(opened, u"The design in \"%1\" cannot be opened"_s.arg(entry.path));
 }
 
 void DesignProjectItem::activate(const ProjectEntry &entry)
@@ -68,13 +73,12 @@ void DesignProjectItem::activate(const ProjectEntry &entry)
         DesignManager::instance()->setActiveDesign(id);
 }
 
-bool DesignProjectItem::close(const ProjectEntry &entry, QString *error)
+Status DesignProjectItem::close(const ProjectEntry &entry)
 {
     const QString id = idOf(entry.path);
-    const bool isClosed = id.isEmpty() || DesignManager::instance()->closeDesign(id, false);
-    if (!isClosed)
-        *error = u"The design \"%1\" cannot be closed"_s.arg(id);
-    return isClosed;
+    const Status closed =
+        id.isEmpty() ? Status() : DesignManager::instance()->tryCloseDesign(id, false);
+    return whole(closed, u"The design \"%1\" cannot be closed"_s.arg(id));
 }
 
 } // namespace MorvalenCore

@@ -5,7 +5,6 @@
 #include "designs/backup.h"
 #include "designs/designname.h"
 #include "designs/DoomedFolder.h"
-#include "log/hostlog.h"
 #include "session/sessionsettings.h"
 #include "structures/structures.h"
 
@@ -67,32 +66,30 @@ QString SessionDesignManager::path(PathKind kind) const
 
 QString SessionDesignManager::settingsFileName() const { return sessionSettingsFile(); }
 
-bool SessionDesignManager::checkDesignName(const QString &name, QString *error,
-                                           const IDesign *renamed) const
+Status SessionDesignManager::tryDesignName(const QString &name, const IDesign *renamed) const
 {
     if (renamed && renamed->name() == name)
-        return true;
-    QString refusal = renamed && renamed->isReadOnly()
-        ? u"The design \"%1\" is read-only"_s.arg(renamed->name())
-        : designNameRefusal(name);
+        return {};
+    if (renamed && renamed->isReadOnly())
+        return Status::readOnly(u"The design \"%1\" is read-only"_s.arg(renamed->name()));
+    if (const QString refusal = designNameRefusal(name); !refusal.isEmpty())
+        return Status::invalidArgument(refusal);
     for (const IDesign *design : open.all()) {
-        if (refusal.isEmpty() && design->name() == name)
-            refusal = u"A design named \"%1\" is open already"_s.arg(name);
+        if (design->name() == name)
+            return Status::alreadyExists(u"A design named \"%1\" is open already"_s.arg(name));
     }
-    if (error && !refusal.isEmpty())
-        *error = refusal;
-    return refusal.isEmpty();
+    return {};
 }
 
-bool SessionDesignManager::attachDesign(IDesign *design, bool makeActive, int)
+Status SessionDesignManager::tryAttachDesign(IDesign *design, bool makeActive)
 {
-    if (!design || open.all().contains(design))
-        return false;
+    if (!design)
+        return Status::invalidArgument(u"There is no design to open"_s);
+    if (open.all().contains(design))
+        return Status::alreadyExists(u"The design \"%1\" is open already"_s.arg(design->name()));
     const QString id = design->id(u"."_s);
-    if (const QString refusal = idRefusal(id); !refusal.isEmpty()) {
-        logError(refusal);
-        return false;
-    }
+    if (const QString refusal = idRefusal(id); !refusal.isEmpty())
+        return Status::alreadyExists(refusal);
     open.add(id, design);
     connect(design->objectBase(), &QObject::destroyed, this, [this, design] { forget(design); });
     if (auto *own = dynamic_cast<Design *>(design))
@@ -100,75 +97,53 @@ bool SessionDesignManager::attachDesign(IDesign *design, bool makeActive, int)
     announcements.attached(design);
     if (makeActive)
         setActiveDesign(id);
-    return true;
+    return {};
 }
 
-IDesign *SessionDesignManager::parseDesignFromFile(const QString &, const QString &fileName)
-{
-    Result<std::unique_ptr<Design>> opened = openDesign(fileName);
-    for (const Status::Remark &remark : opened.status().remarks())
-        logWarning(remark.text);
-    if (!opened.isOk()) {
-        logError(opened.status().text());
-        return nullptr;
-    }
-    std::unique_ptr<Design> design = std::move(opened).value();
-    return attachDesign(design.get(), true, 0) ? design.release() : nullptr;
-}
-
-Result<std::unique_ptr<Design>> SessionDesignManager::openDesign(const QString &fileName) const
+Result<IDesign *> SessionDesignManager::tryParseDesignFromFile(const QString &fileName)
 {
     if (fileName.isEmpty())
         return Status::invalidArgument(u"No file is named to open a design from"_s);
     if (open.findByFile(fileName))
         return Status::alreadyExists(u"The component file \"%1\" is open already"_s.arg(fileName));
-    return Design::open(ComponentFormat::instance(), fileName);
+    Result<std::unique_ptr<Design>> opened = Design::open(ComponentFormat::instance(), fileName);
+    if (!opened.isOk())
+        return opened.status();
+    const Status attached = tryAttachDesign(opened.value().get(), true).after(opened.status());
+    if (!attached.isOk())
+        return attached;
+    return {opened.value().release(), attached};
 }
 
-bool SessionDesignManager::parseDesignToFile(IDesign *design, const QString &fileName,
-                                             const QString &, int *warnings, int *errors, int,
-                                             bool overwrite)
-{
-    const Status written = writeCopy(design, fileName, overwrite);
-    if (warnings)
-        *warnings = 0;
-    if (errors)
-        *errors = written.isOk() ? 0 : 1;
-    if (!written.isOk())
-        logError(written.text());
-    return written.isOk();
-}
-
-Status SessionDesignManager::writeCopy(IDesign *design, const QString &fileName,
-                                       bool overwrite) const
+Status SessionDesignManager::tryParseDesignToFile(IDesign *design, const QString &fileName,
+                                                  bool overwrite)
 {
     auto *const own = dynamic_cast<Design *>(design);
-    const IDesign *const owner = open.findByFile(fileName);
     if (!own)
         return Status::unsupported(u"The design cannot be written as a component file"_s);
     if (fileName.isEmpty())
         return Status::invalidArgument(
             u"No file is named to write the design \"%1\" to"_s.arg(own->name()));
+    const IDesign *const owner = open.findByFile(fileName);
     if (owner && owner != design)
-        return Status::conflict(u"\"%1\" is the component file of the open design \"%2\""_s.arg(
+        return Status::busy(u"\"%1\" is the component file of the open design \"%2\""_s.arg(
             fileName, owner->name()));
     if (!overwrite && QFileInfo::exists(fileName))
         return Status::alreadyExists(u"\"%1\" is there already"_s.arg(fileName));
     return own->saveCopy(fileName);
 }
 
-bool SessionDesignManager::closeDesign(const QString &id, bool deleteWorkingFolder)
+Status SessionDesignManager::tryCloseDesign(const QString &id, bool deleteWorkingFolder)
 {
-    IDesign *design = open.find(id);
-    if (!design) {
-        logError(u"No design with the id \"%1\" is open"_s.arg(id));
-        return false;
-    }
+    IDesign *const design = open.find(id);
+    if (!design)
+        return Status::notFound(u"No design with the id \"%1\" is open"_s.arg(id));
     std::optional<DoomedFolder> doomed;
     if (deleteWorkingFolder)
         doomed.emplace(*design, path(DesignsPath));
-    if ((!doomed || !doomed->mayGo()) && !saveOrBackUp(design))
-        return false;
+    Status status = doomed && doomed->mayGo() ? Status() : saveOrBackUp(design);
+    if (!status.isOk())
+        return status;
 
     disconnect(design->objectBase(), nullptr, this, nullptr);
     forget(design);
@@ -178,24 +153,17 @@ bool SessionDesignManager::closeDesign(const QString &id, bool deleteWorkingFold
 
     const Status deleted = doomed ? doomed->remove() : Status();
     if (!deleted.isOk())
-        logWarning(u"The working folder of the design \"%1\" stays: %2"_s.arg(id, deleted.text()));
-    return true;
+        status.addWarning(
+            u"The working folder of the design \"%1\" stays: %2"_s.arg(id, deleted.text()));
+    return status;
 }
 
-bool SessionDesignManager::closeDesigns(const QStringList &ids, bool deleteWorkingFolders)
+QList<Status> SessionDesignManager::tryPrepareForShutdown(int)
 {
-    bool allClosed = true;
-    for (const QString &id : ids) {
-        if (!closeDesign(id, deleteWorkingFolders))
-            allClosed = false;
-    }
-    return allClosed;
-}
-
-void SessionDesignManager::prepareForShutdown(int &)
-{
+    QList<Status> all;
     for (IDesign *design : open.all())
-        saveOrBackUp(design);
+        all.append(saveOrBackUp(design));
+    return all;
 }
 
 bool SessionDesignManager::registerFactory(const ObjectFactory *factory,

@@ -9,13 +9,8 @@
 #include <MorvalenCore/DesignManager.h>
 
 #include <Qtilities/ObjectManager.h>
-#include <Qtilities/Status.h>
-
-#include <memory>
 
 namespace MorvalenCore {
-
-class Design;
 
 // Keeps the designs of a session: new ones in the session folder, others where they lie. Open
 // designs belong to it and go with it, unsaved.
@@ -34,17 +29,15 @@ public:
     QStringList designTypes() const override;
     QString path(PathKind kind) const override;
     QString settingsFileName() const override;
-    bool checkDesignName(const QString &name, QString *error,
-                         const Interfaces::IDesign *renamed) const override;
-    bool attachDesign(Interfaces::IDesign *design, bool makeActive, int position) override;
-    Interfaces::IDesign *parseDesignFromFile(const QString &format,
-                                             const QString &fileName) override;
-    bool parseDesignToFile(Interfaces::IDesign *design, const QString &fileName,
-                           const QString &format, int *warnings, int *errors, int options,
-                           bool overwrite) override;
-    bool closeDesign(const QString &id, bool deleteWorkingFolder) override;
-    bool closeDesigns(const QStringList &ids, bool deleteWorkingFolders) override;
-    void prepareForShutdown(int &reason) override;
+    Qtilities::Core::Status tryDesignName(const QString &name,
+                                          const Interfaces::IDesign *renamed) const override;
+    Qtilities::Core::Status tryAttachDesign(Interfaces::IDesign *design, bool makeActive) override;
+    Qtilities::Core::Result<Interfaces::IDesign *>
+    tryParseDesignFromFile(const QString &fileName) override;
+    Qtilities::Core::Status tryParseDesignToFile(Interfaces::IDesign *design,
+                                                 const QString &fileName, bool overwrite) override;
+    Qtilities::Core::Status tryCloseDesign(const QString &id, bool deleteWorkingFolder) override;
+    QList<Qtilities::Core::Status> tryPrepareForShutdown(int reason) override;
     bool registerFactory(const ObjectFactory *factory,
                          const Qtilities::Core::FactoryItemID &id) override;
     const ObjectFactory *factory(const QString &tag) const override;
@@ -56,9 +49,6 @@ private:
     void designChanged(Interfaces::IDesign *design) override;
 
     void forget(Interfaces::IDesign *design);
-    Qtilities::Core::Result<std::unique_ptr<Design>> openDesign(const QString &fileName) const;
-    Qtilities::Core::Status writeCopy(Interfaces::IDesign *design, const QString &fileName,
-                                      bool overwrite) const;
 
     OpenDesigns open;
     ClosedDesigns closed;

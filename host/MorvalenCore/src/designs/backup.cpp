@@ -1,7 +1,6 @@
 #include "designs/backup.h"
 
 #include "design/Design.h"
-#include "log/hostlog.h"
 #include "session/sessionsettings.h"
 
 #include <QCoreApplication>
@@ -42,22 +41,26 @@ Result<QString> backUp(Design &design)
     return written.isOk() ? Result<QString>(path) : written;
 }
 
-bool saveOrBackUp(Interfaces::IDesign *design)
+Status saveOrBackUp(Interfaces::IDesign *design)
 {
+    if (!design->isModified() || design->componentFileName().isEmpty())
+        return {};
     QString error;
-    if (!design->isModified() || design->componentFileName().isEmpty()
-        || design->saveToComponentFile(&error))
-        return true;
-    logError(error);
+    if (design->saveToComponentFile(&error))
+        return {};
+    const Status unsaved = Status::io(error);
     auto *const own = dynamic_cast<Design *>(design);
-    const Result<QString> copy = own ? backUp(*own) : Status::unsupported(error);
-    if (copy.isOk())
-        logWarning(u"The changes of the design \"%1\" are in \"%2\" instead"_s.arg(design->name(),
-                                                                                   copy.value()));
-    else
-        logError(u"The changes of the design \"%1\" cannot be saved: %2"_s.arg(
-            design->name(), copy.status().text()));
-    return copy.isOk();
+    const Result<QString> copy = own ? backUp(*own) : Result<QString>(unsaved);
+    if (!copy.isOk()) {
+        const QString text = u"The changes of the design \"%1\" cannot be saved: %2"_s.arg(
+            design->name(), copy.status().text());
+        return copy.status().withText(text).after(unsaved);
+    }
+    Status secured;
+    secured.addStep(unsaved);
+    secured.addWarning(u"The changes of the design \"%1\" are in \"%2\" instead"_s.arg(
+        design->name(), copy.value()));
+    return secured;
 }
 
 } // namespace MorvalenCore

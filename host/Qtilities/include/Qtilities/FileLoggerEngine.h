@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Qtilities/LoggerEngine.h>
+#include <Qtilities/Status.h>
 
 #include <QFile>
 
@@ -21,9 +22,8 @@ public:
     FileLoggerEngine(const QString &name, const QString &folder, QObject *parent = nullptr);
     ~FileLoggerEngine() override;
 
-    // Creates the folder and a file in it. False on failure, and *error says in one sentence which
-    // file and why. The engine drops messages until it is open.
-    bool open(QString *error);
+    // Creates the folder and a file in it. The engine drops messages until it is open.
+    Core::Status open();
 
     // The file that is written now; empty when none is.
     QString fileName() const { return file.isOpen() ? file.fileName() : QString(); }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Qtilities/ProjectEntry.h>
+#include <Qtilities/Status.h>
 
 #include <QList>
 #include <QString>
@@ -8,8 +9,7 @@
 namespace Qtilities::ProjectManagement {
 
 // A kind of thing that projects hold, such as designs. Whoever keeps these things implements it
-// and adds it to the project manager, which knows nothing else about them. Error texts are one
-// sentence without a final line feed.
+// and adds it to the project manager, which knows nothing else about them.
 class IProjectItem
 {
 public:
@@ -22,16 +22,16 @@ public:
     virtual QList<ProjectEntry> entries() const = 0;
 
     // Whether it looks as if the entry could be opened; opens nothing.
-    virtual bool check(const ProjectEntry &entry, QString *error) const = 0;
+    virtual Core::Status check(const ProjectEntry &entry) const = 0;
 
     // Opens an entry; one that is open already stays so, which is a success.
-    virtual bool open(const ProjectEntry &entry, QString *error) = 0;
+    virtual Core::Status open(const ProjectEntry &entry) = 0;
 
     // Makes an open entry the active one.
     virtual void activate(const ProjectEntry &entry) = 0;
 
     // Closes an entry, saving its unsaved changes. On failure it is still open, unchanged.
-    virtual bool close(const ProjectEntry &entry, QString *error) = 0;
+    virtual Core::Status close(const ProjectEntry &entry) = 0;
 };
 
 } // namespace Qtilities::ProjectManagement

@@ -3,6 +3,7 @@
 #include <Qtilities/IProject.h>
 #include <Qtilities/IProjectItem.h>
 #include <Qtilities/QtilitiesExport.h>
+#include <Qtilities/Status.h>
 
 #include <QObject>
 #include <QString>
@@ -18,8 +19,7 @@ class ProjectItems;
 // opened, and closed when it is closed. A project that has a file is saved there when it is
 // closed; of one that was never saved only the list of its things is gone, and the log says so.
 //
-// One manager per process. Failures are logged as errors, those in a project file as
-// FILE:LINE: reason.
+// One manager per process. What is wrong in a project file is said as FILE:LINE: reason.
 class QTILITIES_EXPORT ProjectManager : public QObject
 {
     Q_OBJECT
@@ -54,20 +54,27 @@ public:
     // The folder for projects that the user has set, or fallback when none is. It is kept in the
     // session's settings; setting an empty one removes it.
     virtual QString customProjectsPath(const QString &fallback) const;
-    virtual void setCustomProjectsPath(const QString &path);
+    virtual Core::Status trySetCustomProjectsPath(const QString &path);
+    void setCustomProjectsPath(const QString &path);
 
     // Each closes the project that was open, as closeProject does; if the new one cannot be
     // opened, the old one stays. A relative file is of the process's folder. What is open without
     // a project stays open and belongs to the new one.
-    virtual bool newProject();
-    virtual bool openProject(const QString &fileName);
+    virtual Core::Status tryNewProject();
+    virtual Core::Status tryOpenProject(const QString &fileName);
 
-    // False also when no project is open; the project stays open on failure.
-    virtual bool closeProject();
+    // A failure also when no project is open; the project stays open on failure.
+    virtual Core::Status tryCloseProject();
 
     // Saves the open project, which has that file from then on, and the file's name unless it was
     // given another one. With makeRelative it holds paths relative to its own folder, so that it
     // can be moved together with what it holds. A file that is no project file is not replaced.
+    virtual Core::Status trySaveProject(const QString &fileName, bool makeRelative);
+
+    // The same for callers that can only take a bool: the reason of a failure goes to the log.
+    virtual bool newProject();
+    virtual bool openProject(const QString &fileName);
+    virtual bool closeProject();
     virtual bool saveProject(QString fileName, bool makeRelative);
 
 Q_SIGNALS:
@@ -77,8 +84,8 @@ Q_SIGNALS:
 private:
     class Project;
 
-    bool save(const QString &fileName, bool makeRelative, QString *error);
-    bool saveChanges(QString *error);
+    Core::Status save(const QString &fileName, bool makeRelative);
+    Core::Status saveChanges();
     void setCurrent(std::unique_ptr<Project> next);
 
     std::unique_ptr<ProjectItems> items;

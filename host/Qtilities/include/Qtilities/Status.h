@@ -79,6 +79,8 @@ public:
     QTILITIES_EXPORT void addWarning(const QString &text);
     // Of a step: its remarks, and its sentence when it failed.
     QTILITIES_EXPORT void addStep(const Status &step);
+    // The same with what an earlier step has said in front.
+    QTILITIES_EXPORT Status after(const Status &step) const;
 
     // The same failure in another sentence, such as one that says where; what is ok stays so.
     QTILITIES_EXPORT Status withText(const QString &sentence) const;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Qtilities/QtilitiesExport.h>
+#include <Qtilities/Status.h>
 
 #include <QByteArray>
 #include <QString>
@@ -12,9 +13,10 @@ namespace Qtilities::Core {
 // then takes the target's place, whose permissions and owner it keeps; a link is followed. What an
 // earlier write left behind when it was killed is removed, not so what another process is writing
 // right now. A file that may not be written stays as it is.
-//
-// On failure the answer is false, and *error says in one sentence which file and why.
+QTILITIES_EXPORT Status writeFileAtomically(const QString &fileName, const QByteArray &content);
+
+// The same for callers that want an error text, which may be null.
 QTILITIES_EXPORT bool writeFileAtomically(const QString &fileName, const QByteArray &content,
-                                          QString *error);
+                                          QString *errorText);
 
 } // namespace Qtilities::Core
