@@ -37,6 +37,24 @@ public:
             callText("configuration.run", {callWord(onlyOutdated), callWord(dryRun)}));
     }
 
+    // For the window, which asks for the reason: the same calls.
+    Qtilities::Core::Status trySetTargetPath(const QString &path) override
+    {
+        setTargetPath(path);
+        return {};
+    }
+    Qtilities::Core::Status tryRefresh() override
+    {
+        refresh();
+        return {};
+    }
+    Qtilities::Core::Status tryRun(bool onlyOutdated, bool dryRun) override
+    {
+        using Qtilities::Core::Status;
+        return run(onlyOutdated, dryRun) ? Status()
+                                         : Status::failed(QStringLiteral("It refuses that"));
+    }
+
     QString name;
     QString targetPath;
     RunState state = Idle;

@@ -100,6 +100,70 @@ public:
     }
     void setActiveBuildConfiguration(MorvalenCore::BuildConfiguration *configuration) override;
 
+    // For the window, which asks for the reason: the same calls.
+    Status trySetName(const QString &name) override
+    {
+        return after([&] { setName(name); });
+    }
+    Status trySetVendor(const QString &vendor) override
+    {
+        return after([&] { setVendor(vendor); });
+    }
+    Status trySetLibrary(const QString &library) override
+    {
+        return after([&] { setLibrary(library); });
+    }
+    Status trySetStructureId(const QString &id) override
+    {
+        return after([&] { setStructureId(id); });
+    }
+    Status trySetDescription(const QString &description) override
+    {
+        return after([&] { setDescription(description); });
+    }
+    Status trySetAuthor(const QString &author) override
+    {
+        return after([&] { setAuthor(author); });
+    }
+    Status trySetReadOnly(bool flag) override
+    {
+        return after([&] { setReadOnly(flag); });
+    }
+    Status tryAssignPhysicalWorkingFolderPath(const QString &path) override
+    {
+        return outcome(assignPhysicalWorkingFolderPath(path));
+    }
+    Status trySaveToComponentFile() override
+    {
+        QString error;
+        return saveToComponentFile(&error) ? Status() : Status::io(error);
+    }
+    Result<MorvalenCore::DesignFile *> tryAddFile(const QString &actualPath, const QString &node,
+                                                  bool notify) override
+    {
+        return made([&](QString *error) { return addFile(actualPath, node, notify, error); });
+    }
+    Status tryRemoveFile(const QString &actualPath) override
+    {
+        return outcome(removeFile(actualPath));
+    }
+    Result<MorvalenCore::DesignFolder *> tryAddFolder(const QString &actualPath) override
+    {
+        return made([&](QString *error) { return addFolder(actualPath, error); });
+    }
+    Status tryRemoveFolder(const QString &actualPath) override
+    {
+        return outcome(removeFolder(actualPath));
+    }
+    Result<MorvalenCore::DesignProperty *>
+    tryAddProperty(const QString &name, const Qtilities::Core::QtilitiesCategory &category,
+                   const QVariant &value, bool flag) override
+    {
+        return made(
+            [&](QString *error) { return addProperty(name, category, value, flag, error); });
+    }
+    Status tryRemoveProperty(const QString &name) override { return outcome(removeProperty(name)); }
+
     QString theName;
     QString theVendor = QStringLiteral("acme");
     QString theLibrary = QStringLiteral("global");
@@ -126,5 +190,22 @@ public:
     QPointer<MorvalenCore::BuildConfiguration> configurationActive;
 
 private:
+    template <typename Call>
+    static Status after(const Call &call)
+    {
+        call();
+        return {};
+    }
+    Status outcome(bool done) const { return done ? Status() : Status::failed(refusal); }
+    template <typename Call>
+    static auto made(const Call &call) -> Result<decltype(call(nullptr))>
+    {
+        QString error;
+        auto *const item = call(&error);
+        if (!item)
+            return Status::failed(error);
+        return item;
+    }
+
     Journal &journal;
 };

@@ -38,6 +38,21 @@ public:
         return journal.perform(callText("file.removeFromComputer", {path, callWord(permanently)}),
                                [&] { onDisk = false; });
     }
+    // For the window, which asks for the reason: the same calls.
+    Qtilities::Core::Status trySetActualPath(const QString &newPath) override
+    {
+        setActualPath(newPath);
+        return {};
+    }
+    Qtilities::Core::Status
+    trySetCategory(const Qtilities::Core::QtilitiesCategory &category) override
+    {
+        return outcome(setCategory(category));
+    }
+    Qtilities::Core::Status tryRemoveFromComputer(bool permanently) override
+    {
+        return outcome(removeFromComputer(permanently));
+    }
     QString versionControlRevision() const override { return revision; }
     QString versionControlSystemName() const override { return system; }
 
@@ -60,5 +75,11 @@ public:
     bool onDisk = true;
 
 private:
+    static Qtilities::Core::Status outcome(bool done)
+    {
+        using Qtilities::Core::Status;
+        return done ? Status() : Status::failed(QStringLiteral("It refuses that"));
+    }
+
     Journal &journal;
 };

@@ -40,6 +40,22 @@ public:
                         [&] { data.setValue(value); });
     }
 
+    // For the window, which asks for the reason: the same calls.
+    Qtilities::Core::Status trySetName(const QString &newName) override
+    {
+        return outcome(setName(newName));
+    }
+    Qtilities::Core::Status
+    trySetCategory(const Qtilities::Core::QtilitiesCategory &category) override
+    {
+        return outcome(setCategory(category));
+    }
+    Qtilities::Core::Status trySetValue(const QVariant &value) override
+    {
+        setValue(value);
+        return {};
+    }
+
     bool event(QEvent *event) override
     {
         if (event->type() == QEvent::DynamicPropertyChange) {
@@ -55,5 +71,11 @@ public:
     Qtilities::Core::QtilitiesCategory levels;
 
 private:
+    static Qtilities::Core::Status outcome(bool done)
+    {
+        using Qtilities::Core::Status;
+        return done ? Status() : Status::failed(QStringLiteral("It refuses that"));
+    }
+
     Journal &journal;
 };

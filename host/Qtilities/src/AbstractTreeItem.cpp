@@ -1,6 +1,10 @@
 #include <Qtilities/AbstractTreeItem.h>
+#include <Qtilities/statuslog.h>
 
 namespace Qtilities::CoreGui {
+
+using Logging::Logger;
+using Logging::logStatus;
 
 AbstractTreeItem::AbstractTreeItem(QObject *parent) : QObject(parent) { }
 
@@ -8,12 +12,23 @@ AbstractTreeItem::~AbstractTreeItem() = default;
 
 QString AbstractTreeItem::getName(const Core::Observer *) const { return objectName(); }
 
-bool AbstractTreeItem::setName(const QString &name, Core::Observer *)
+// An empty name is refused without a word in the log.
+Core::Status AbstractTreeItem::trySetName(const QString &name)
 {
     if (name.isEmpty())
-        return false;
+        return Core::Status(Core::Status::Kind::InvalidArgument, QString());
     setObjectName(name);
-    return true;
+    return {};
+}
+
+bool AbstractTreeItem::setName(const QString &name, Core::Observer *)
+{
+    return logStatus(trySetName(name), Logger::Warning);
+}
+
+bool AbstractTreeItem::setCategory(const Core::QtilitiesCategory &category)
+{
+    return logStatus(trySetCategory(category), Logger::Warning);
 }
 
 } // namespace Qtilities::CoreGui

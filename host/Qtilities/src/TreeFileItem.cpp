@@ -1,3 +1,4 @@
+#include <Qtilities/statuslog.h>
 #include <Qtilities/TreeFileItem.h>
 
 #include <QFileInfo>
@@ -7,6 +8,11 @@ namespace Qtilities::CoreGui {
 TreeFileItem::TreeFileItem(QObject *parent) : AbstractTreeItem(parent) { }
 
 TreeFileItem::~TreeFileItem() = default;
+
+void TreeFileItem::setActualPath(const QString &path)
+{
+    Logging::logStatus(trySetActualPath(path), Logging::Logger::Warning);
+}
 
 QString TreeFileItem::fileName() const { return QFileInfo(actualPath()).fileName(); }
 

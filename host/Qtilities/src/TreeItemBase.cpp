@@ -6,13 +6,13 @@ TreeItemBase::TreeItemBase(QObject *parent) : AbstractTreeItem(parent) { }
 
 TreeItemBase::~TreeItemBase() = default;
 
-bool TreeItemBase::setCategory(const Core::QtilitiesCategory &category)
+Core::Status TreeItemBase::trySetCategory(const Core::QtilitiesCategory &category)
 {
     if (category != itemCategory) {
         itemCategory = category;
         setModificationState(true);
     }
-    return true;
+    return {};
 }
 
 void TreeItemBase::setModificationState(bool state)

@@ -138,8 +138,8 @@ void tst_DeletionGuard::refuses()
              QString(refusal).replace(u"BASE"_s, base));
     QString error;
     if (!refusal.isEmpty()) {
-        QVERIFY(!deleteFolder(QString(path).replace(u"BASE"_s, base), limits, Deletion::Permanent,
-                              &error));
+        QVERIFY(!deleteFolder(QString(path).replace(u"BASE"_s, base), limits, Deletion::Permanent)
+                     .toErrorText(&error));
         QCOMPARE(error, QString(refusal).replace(u"BASE"_s, base));
         QVERIFY(exists(in(u"outside/x/f"_s)));
     }
@@ -191,8 +191,9 @@ void tst_DeletionGuard::deletesAFolderWithAllThatIsInIt()
         write(in(file));
     QVERIFY(QDir().mkpath(in(u"area/d/empty"_s)));
     QString error;
-    QVERIFY2(deleteFolder(in(u"area/d"_s), {in(u"area"_s), {}}, Deletion::Permanent, &error),
-             qPrintable(error));
+    QVERIFY2(
+        deleteFolder(in(u"area/d"_s), {in(u"area"_s), {}}, Deletion::Permanent).toErrorText(&error),
+        qPrintable(error));
     QVERIFY(!exists(in(u"area/d"_s)));
     QVERIFY(exists(in(u"area/stays"_s)));
 }
@@ -206,8 +207,9 @@ void tst_DeletionGuard::deletesLinksButNotWhatTheyPointAt()
     QVERIFY(QFile::link(in(u"area/d"_s), in(u"area/d/x/loop"_s)));
     QVERIFY(QFile::link(u"/"_s, in(u"area/d/root"_s)));
     QString error;
-    QVERIFY2(deleteFolder(in(u"area/d"_s), {in(u"area"_s), {}}, Deletion::Permanent, &error),
-             qPrintable(error));
+    QVERIFY2(
+        deleteFolder(in(u"area/d"_s), {in(u"area"_s), {}}, Deletion::Permanent).toErrorText(&error),
+        qPrintable(error));
     QVERIFY(!exists(in(u"area/d"_s)));
     QVERIFY(exists(in(u"outside/f"_s)));
 }
@@ -218,8 +220,8 @@ void tst_DeletionGuard::stopsWhereItMayNotDelete()
         // Root may delete everywhere, so another reason must do: a folder that is no folder.
         write(in(u"area/file"_s));
         QString error;
-        QVERIFY(
-            !deleteFolder(in(u"area/file"_s), {in(u"area"_s), {}}, Deletion::Permanent, &error));
+        QVERIFY(!deleteFolder(in(u"area/file"_s), {in(u"area"_s), {}}, Deletion::Permanent)
+                     .toErrorText(&error));
         QCOMPARE(error,
                  u"\"%1\" is not deleted because it is not a folder"_s.arg(in(u"area/file"_s)));
         QVERIFY(exists(in(u"area/file"_s)));
@@ -232,7 +234,8 @@ void tst_DeletionGuard::stopsWhereItMayNotDelete()
     });
     QFile::setPermissions(in(u"area/d/locked"_s), QFile::ReadOwner | QFile::ExeOwner);
     QString error;
-    QVERIFY(!deleteFolder(in(u"area/d"_s), {in(u"area"_s), {}}, Deletion::Permanent, &error));
+    QVERIFY(!deleteFolder(in(u"area/d"_s), {in(u"area"_s), {}}, Deletion::Permanent)
+                 .toErrorText(&error));
     QCOMPARE(error,
              u"\"%1\" could not be deleted: Permission denied"_s.arg(in(u"area/d/locked/f"_s)));
     QVERIFY(exists(in(u"area/d/locked/f"_s)));
@@ -248,10 +251,12 @@ void tst_DeletionGuard::deletesDeepFoldersAndRefusesTooDeepOnes()
     };
     QString error;
     QVERIFY(QDir().mkpath(deep(256)));
-    QVERIFY2(deleteFolder(in(u"area/deep"_s), {in(u"area"_s), {}}, Deletion::Permanent, &error),
+    QVERIFY2(deleteFolder(in(u"area/deep"_s), {in(u"area"_s), {}}, Deletion::Permanent)
+                 .toErrorText(&error),
              qPrintable(error));
     QVERIFY(QDir().mkpath(deep(257)));
-    QVERIFY(!deleteFolder(in(u"area/deep"_s), {in(u"area"_s), {}}, Deletion::Permanent, &error));
+    QVERIFY(!deleteFolder(in(u"area/deep"_s), {in(u"area"_s), {}}, Deletion::Permanent)
+                 .toErrorText(&error));
     QCOMPARE(error, u"\"%1\" is not deleted because it lies too deep"_s.arg(deep(257)));
 }
 
@@ -263,8 +268,9 @@ void tst_DeletionGuard::deletesNamesThatAreNotText()
     QVERIFY(file);
     fclose(file);
     QString error;
-    QVERIFY2(deleteFolder(in(u"area/d"_s), {in(u"area"_s), {}}, Deletion::Permanent, &error),
-             qPrintable(error));
+    QVERIFY2(
+        deleteFolder(in(u"area/d"_s), {in(u"area"_s), {}}, Deletion::Permanent).toErrorText(&error),
+        qPrintable(error));
 }
 
 void tst_DeletionGuard::deletesOneFileOnly_data()
@@ -294,7 +300,8 @@ void tst_DeletionGuard::deletesOneFileOnly()
 
     QString error;
     const DeletionLimits limits {in(u"area"_s), {in(u"area/kept"_s)}};
-    QCOMPARE(deleteFile(in(name), limits, Deletion::Permanent, &error), refusal.isEmpty());
+    QCOMPARE(deleteFile(in(name), limits, Deletion::Permanent).toErrorText(&error),
+             refusal.isEmpty());
     QCOMPARE(error, QString(refusal).replace(u"%1"_s, in(name)));
     QCOMPARE(exists(in(u"area/file"_s)), name != u"area/file"_s);
     for (const QString &file : {u"area/folder/f"_s, u"area/kept"_s, u"target"_s, u"area/link"_s})
@@ -307,8 +314,8 @@ void tst_DeletionGuard::deletesAnEmptyFolderOnly()
     QVERIFY(QDir().mkpath(in(u"area/empty"_s)));
     const DeletionLimits limits {in(u"area"_s), {}};
     QString error;
-    QVERIFY(deleteEmptyFolder(in(u"area/empty"_s), limits, &error));
-    QVERIFY(!deleteEmptyFolder(in(u"area/full"_s), limits, &error));
+    QVERIFY(deleteEmptyFolder(in(u"area/empty"_s), limits).toErrorText(&error));
+    QVERIFY(!deleteEmptyFolder(in(u"area/full"_s), limits).toErrorText(&error));
     QCOMPARE(error, u"\"%1\" could not be deleted: Directory not empty"_s.arg(in(u"area/full"_s)));
 }
 
@@ -331,8 +338,8 @@ void tst_DeletionGuard::neverFollowsALinkThatIsSwappedIn()
             }
         });
         QString error;
-        deletions +=
-            deleteFolder(in(u"area/d"_s), {in(u"area"_s), {}}, Deletion::Permanent, &error);
+        deletions += deleteFolder(in(u"area/d"_s), {in(u"area"_s), {}}, Deletion::Permanent)
+                         .toErrorText(&error);
         stop = true;
         swapper.join();
         QVERIFY(exists(in(u"outside/precious/f"_s)));
@@ -362,7 +369,8 @@ void tst_DeletionGuard::neverLeavesTheTreeWhenAFolderAboveIsSwapped()
             }
         });
         QString error;
-        deleteFolder(in(u"area/above/d"_s), {in(u"area"_s), {}}, Deletion::Permanent, &error);
+        deleteFolder(in(u"area/above/d"_s), {in(u"area"_s), {}}, Deletion::Permanent)
+            .toErrorText(&error);
         stop = true;
         swapper.join();
         QVERIFY(exists(in(u"outside/d/f"_s)));

@@ -62,7 +62,7 @@ void tst_WorkingFolder::makesTheFolderAndThoseInIt()
     QString error;
     {
         WorkingFolder folder;
-        QVERIFY2(folder.make(in(u"a/b/work"_s), folders, &error), qPrintable(error));
+        QVERIFY2(folder.make(in(u"a/b/work"_s), folders).toErrorText(&error), qPrintable(error));
         folder.keep();
     }
     QCOMPARE(content(in(u"a/b/work"_s)), folders);
@@ -73,7 +73,7 @@ void tst_WorkingFolder::takesBackWhatItMade()
     QString error;
     {
         WorkingFolder folder;
-        QVERIFY(folder.make(in(u"work"_s), folders, &error));
+        QVERIFY(folder.make(in(u"work"_s), folders).toErrorText(&error));
         write(in(u"work/component.xml"_s));
         folder.addFile(u"component.xml"_s);
     }
@@ -86,7 +86,7 @@ void tst_WorkingFolder::keepsAnEmptyFolderThatWasThere()
     QString error;
     {
         WorkingFolder folder;
-        QVERIFY(folder.make(in(u"work"_s), folders, &error));
+        QVERIFY(folder.make(in(u"work"_s), folders).toErrorText(&error));
         QCOMPARE(content(in(u"work"_s)), folders);
     }
     QCOMPARE(content(in(u"work"_s)), QStringList());
@@ -98,7 +98,7 @@ void tst_WorkingFolder::leavesWhatOthersPutIntoIt()
     QString error;
     {
         WorkingFolder folder;
-        QVERIFY(folder.make(in(u"work"_s), folders, &error));
+        QVERIFY(folder.make(in(u"work"_s), folders).toErrorText(&error));
         write(in(u"work/two/theirs"_s));
     }
     QCOMPARE(content(in(u"work"_s)), QStringList {u"two"_s});
@@ -135,7 +135,7 @@ void tst_WorkingFolder::refuses()
     QVERIFY(QFile::link(in(u"empty"_s), in(u"link"_s)));
     QString error;
     WorkingFolder folder;
-    QVERIFY(!folder.make(in(path), folders, &error));
+    QVERIFY(!folder.make(in(path), folders).toErrorText(&error));
     QCOMPARE(error, reason.replace(u"IN/"_s, in(QString())));
     QCOMPARE(content(in(u"full"_s)), QStringList {u"file"_s});
     QCOMPARE(content(in(u"empty"_s)), QStringList());
@@ -167,7 +167,7 @@ void tst_WorkingFolder::givesTheFolderToOneOfManyAtMost()
                 for (++ready; ready < 4;)
                     std::this_thread::yield();
                 // Structures differ, and so do the folders in it.
-                if (folder.make(path, {i % 2 ? u"odd"_s : u"even"_s}, &error)) {
+                if (folder.make(path, {i % 2 ? u"odd"_s : u"even"_s}).toErrorText(&error)) {
                     ++winners;
                     folder.keep();
                 }

@@ -10,6 +10,7 @@ using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::InstanceFactoryInfo;
 using Qtilities::Core::Observer;
 using Qtilities::Core::QtilitiesCategory;
+using Qtilities::Core::Status;
 using Qtilities::Core::Interfaces::IObjectBase;
 using Qtilities::CoreGui::TreeFileItem;
 using Qtilities::CoreGui::TreeItemBase;
@@ -20,9 +21,16 @@ class FileItem : public TreeFileItem
 {
 public:
     QString actualPath() const override { return path; }
-    void setActualPath(const QString &newPath) override { path = newPath; }
+    Status trySetActualPath(const QString &newPath) override
+    {
+        path = newPath;
+        return {};
+    }
     QtilitiesCategory category() const override { return {}; }
-    bool setCategory(const QtilitiesCategory &) override { return false; }
+    Status trySetCategory(const QtilitiesCategory &) override
+    {
+        return Status::unsupported(u"It has none"_s);
+    }
 
 private:
     QString path;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Qtilities/statuslog.h>
+
 #include <QString>
 
 #include <atomic>
@@ -27,9 +29,14 @@ public:
     virtual bool existsOnDisk() const = 0;
 
     // Deletes what the item stands for from disk; with permanently it cannot be brought back,
-    // otherwise it goes to the trash. The item stays in its design. False when nothing was
-    // deleted, with the reason in the log.
-    virtual bool removeFromComputer(bool permanently) = 0;
+    // otherwise it goes to the trash. The item stays in its design.
+    virtual Qtilities::Core::Status tryRemoveFromComputer(bool permanently) = 0;
+    // The same for callers that can only take a bool; a warning in the log says why.
+    virtual bool removeFromComputer(bool permanently)
+    {
+        return Qtilities::Logging::logStatus(tryRemoveFromComputer(permanently),
+                                             Qtilities::Logging::Logger::Warning);
+    }
 
     // The abbreviated id of the last commit that touched the item; "-1" when it is not under
     // version control.

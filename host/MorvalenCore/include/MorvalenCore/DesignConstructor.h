@@ -16,8 +16,13 @@ public:
 
     // Creates a working folder and links it to the design. An empty path stands for the folder
     // that the design has, which is completed on disk, or else for the usual place below the
-    // designs path. No options, task or overwriting are in use yet. False, with nothing left
-    // behind and the reason in the log, when the folder cannot be used; a design does not move.
+    // designs path. Fails, with nothing left behind, when the folder cannot be used; a design does
+    // not move.
+    static Qtilities::Core::Status
+    tryAssignPhysicalWorkingFolderToDesign(Interfaces::IDesign *design, const QString &path);
+
+    // The same in the form that commands call; the log says why it failed. Options, task and
+    // overwriting are of that form only.
     static bool
     assignPhysicalWorkingFolderToDesign(Interfaces::IDesign *design, const QString &path,
                                         Interfaces::IDesignParser::DesignParserOptions options,

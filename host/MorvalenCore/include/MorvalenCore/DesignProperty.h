@@ -20,8 +20,10 @@ public:
     // Name, value, and the read-only and removable flags.
     virtual Qtilities::Core::QtilitiesProperty propertyData() const = 0;
 
-    // Sets the value; a read-only property keeps its own and the log warns.
-    virtual void setValue(const QVariant &value) = 0;
+    // Sets the value; a read-only property keeps its own.
+    virtual Qtilities::Core::Status trySetValue(const QVariant &value) = 0;
+    // The same for callers that take no answer; a warning in the log says why.
+    virtual void setValue(const QVariant &value);
 };
 
 } // namespace MorvalenCore

@@ -1,8 +1,11 @@
 #include <MorvalenCore/BuildConfiguration.h>
-
-#include <Qtilities/Status.h>
+#include <Qtilities/statuslog.h>
 
 #include <QMetaEnum>
+
+using Qtilities::Core::Status;
+using Qtilities::Logging::Logger;
+using Qtilities::Logging::logStatus;
 
 namespace MorvalenCore {
 
@@ -10,12 +13,30 @@ BuildConfiguration::BuildConfiguration(QObject *parent) : QObject(parent) { }
 
 BuildConfiguration::~BuildConfiguration() = default;
 
-bool BuildConfiguration::setDescription(const BuildDescription &description, QString *error)
+void BuildConfiguration::setTargetPath(const QString &path)
+{
+    logStatus(trySetTargetPath(path), Logger::Warning);
+}
+
+Status BuildConfiguration::trySetDescription(const BuildDescription &description)
 {
     Q_UNUSED(description)
-    return Qtilities::Core::Status::unsupported(
-               QStringLiteral("The build configuration cannot be changed"))
-        .toErrorText(error);
+    return Status::unsupported(QStringLiteral("The build configuration cannot be changed"));
+}
+
+bool BuildConfiguration::setDescription(const BuildDescription &description, QString *error)
+{
+    const Status status = trySetDescription(description);
+    return error ? status.toErrorText(error) : logStatus(status, Logger::Warning);
+}
+
+void BuildConfiguration::refresh() { logStatus(tryRefresh()); }
+
+bool BuildConfiguration::run(bool onlyOutdated, bool dryRun)
+{
+    const Status ended = tryRun(onlyOutdated, dryRun);
+    return logStatus(ended,
+                     ended.kind() == Status::Kind::Cancelled ? Logger::Warning : Logger::Error);
 }
 
 QString BuildConfiguration::runStateToString(RunState state)

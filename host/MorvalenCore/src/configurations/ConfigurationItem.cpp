@@ -3,7 +3,6 @@
 #include "configurations/DesignBuilds.h"
 #include "disk/itempaths.h"
 #include "items/DesignState.h"
-#include "log/hostlog.h"
 
 #include <algorithm>
 
@@ -31,26 +30,21 @@ QString ConfigurationItem::getTargetPath() const
     return data.targetPath.isEmpty() ? u"build/"_s + data.name : data.targetPath;
 }
 
-void ConfigurationItem::setTargetPath(const QString &path)
+Status ConfigurationItem::trySetTargetPath(const QString &path)
 {
     BuildDescription changed = data;
     changed.targetPath = path;
-    answer(builds.change(*this, changed));
+    return builds.change(*this, changed);
 }
 
-bool ConfigurationItem::setDescription(const BuildDescription &description, QString *error)
+Status ConfigurationItem::trySetDescription(const BuildDescription &description)
 {
-    return answer(builds.change(*this, description), error);
+    return builds.change(*this, description);
 }
 
 Result<QString> ConfigurationItem::targetPathOnDisk() const
 {
-    QString error;
-    const QString path =
-        pathOnDisk(actualItemPath(getTargetPath(), state.folder()), state.folder(), &error);
-    if (path.isEmpty())
-        return Status::invalidArgument(error);
-    return path;
+    return tryPathOnDisk(actualItemPath(getTargetPath(), state.folder()), state.folder());
 }
 
 QStringList ConfigurationItem::stepNamesInOrder(int count) const
@@ -84,7 +78,7 @@ QList<BuildStep> ConfigurationItem::stepsOfFiles() const
     return steps;
 }
 
-bool ConfigurationItem::run(bool onlyOutdated, bool dryRun)
+Status ConfigurationItem::tryRun(bool onlyOutdated, bool dryRun)
 {
     return dryRun ? runner.runDry() : runner.run(onlyOutdated);
 }

@@ -28,16 +28,16 @@ public:
 
     QString configurationName() const override { return data.name; }
     QString getTargetPath() const override;
-    void setTargetPath(const QString &path) override;
+    Qtilities::Core::Status trySetTargetPath(const QString &path) override;
     BuildDescription description() const override { return data; }
     QList<BuildStep> stepsOfFiles() const override;
-    bool setDescription(const BuildDescription &description, QString *error) override;
+    Qtilities::Core::Status trySetDescription(const BuildDescription &description) override;
     RunState runState() const override { return runner.state(); }
     QStringList stepNamesInOrder(int count) const override;
     const BuildStepPropertyManager *propertyManager() const override { return &macros; }
-    void refresh() override { runner.refresh(); }
+    Qtilities::Core::Status tryRefresh() override { return runner.refresh(); }
     QStringList outdatedStepNames() const override { return runner.outdatedStepNames(); }
-    bool run(bool onlyOutdated, bool dryRun) override;
+    Qtilities::Core::Status tryRun(bool onlyOutdated, bool dryRun) override;
     void cancel() override { runner.cancel(); }
 
     const QList<BuildMacro> &ownMacros() const { return data.macros; }

@@ -52,20 +52,22 @@ QString quotedNames(const BuildPlan &plan, const QList<int> &steps)
     return names.join(u", "_s);
 }
 
-// Says how a run of the titled configuration ended.
-void logEnd(const QString &title, const BuildPlan &plan, const BuildRun &run,
-            BuildRun::Result result)
+// How a run of the titled configuration ended; the log says it of a good end.
+Status endOf(const QString &title, const BuildPlan &plan, const BuildRun &run,
+             BuildRun::Result result)
 {
     if (result == BuildRun::Result::Cancelled)
-        logWarning(u"%1 was cancelled"_s.arg(title));
-    else if (result == BuildRun::Result::Failed && run.failedSteps().isEmpty())
-        logError(u"%1 failed"_s.arg(title));
-    else if (result == BuildRun::Result::Failed)
-        logError(u"%1 failed in %2"_s.arg(title, quotedNames(plan, run.failedSteps())));
-    else if (run.doneSteps().isEmpty())
+        return Status::cancelled(u"%1 was cancelled"_s.arg(title));
+    if (result == BuildRun::Result::Failed && run.failedSteps().isEmpty())
+        return Status::failed(u"%1 failed"_s.arg(title));
+    if (result == BuildRun::Result::Failed)
+        return Status::failed(
+            u"%1 failed in %2"_s.arg(title, quotedNames(plan, run.failedSteps())));
+    if (run.doneSteps().isEmpty())
         logInfo(u"%1 is up to date"_s.arg(title));
     else
         logInfo(u"%1 is complete, steps run: %2"_s.arg(title).arg(run.doneSteps().size()));
+    return {};
 }
 
 } // namespace
@@ -119,11 +121,11 @@ Result<BuildRequest> ConfigurationRunner::request() const
 Result<QStringList> ConfigurationRunner::pathsUnder(const QString &node) const
 {
     QStringList paths;
-    QString error;
     for (const DesignFile *file : files.underNode(node, true)) {
-        paths.append(pathOnDisk(file->actualPath(), design.folder(), &error));
-        if (paths.last().isEmpty())
-            return Status::invalidArgument(error);
+        const Result<QString> path = tryPathOnDisk(file->actualPath(), design.folder());
+        if (!path.isOk())
+            return path.status();
+        paths.append(path.value());
     }
     return paths;
 }
@@ -146,9 +148,9 @@ PlanKeeper::Kept ConfigurationRunner::checkedPlan()
     return kept;
 }
 
-void ConfigurationRunner::logRefusal(const Status &status) const
+Status ConfigurationRunner::refusal(const Status &status) const
 {
-    logError(u"%1 cannot be run: %2"_s.arg(title(), status.text()));
+    return status.withText(u"%1 cannot be run: %2"_s.arg(title(), status.text()));
 }
 
 QStringList ConfigurationRunner::stepNames()
@@ -165,17 +167,14 @@ QStringList ConfigurationRunner::stepNames()
     return names;
 }
 
-bool ConfigurationRunner::run(bool onlyOutdated)
+Status ConfigurationRunner::run(bool onlyOutdated)
 {
-    if (current) {
-        logError(u"%1 is running already"_s.arg(title()));
-        return false;
-    }
+    if (current)
+        return Status::busy(u"%1 is running already"_s.arg(title()));
     const PlanKeeper::Kept checked = checkedPlan();
     if (!checked.isOk()) {
-        logRefusal(checked.status());
         runState = BuildConfiguration::Failed;
-        return false;
+        return refusal(checked.status());
     }
 
     // The configuration may go while events are served; what is used afterwards is kept here.
@@ -193,11 +192,11 @@ bool ConfigurationRunner::run(bool onlyOutdated)
     BuildMonitor::instance()->begin(&configuration);
     const BuildRun::Result result =
         run.run(onlyOutdated ? BuildRun::Kind::Outdated : BuildRun::Kind::All);
-    logEnd(ownTitle, kept->plan, run, result);
+    const Status ended = endOf(ownTitle, kept->plan, run, result);
     if (!alive)
-        return false;
+        return ended.isOk() ? Status::cancelled({}) : ended;
     end(*kept, run, result);
-    return result == BuildRun::Result::Completed;
+    return ended;
 }
 
 void ConfigurationRunner::end(KeptPlan &kept, const BuildRun &run, BuildRun::Result result)
@@ -225,34 +224,36 @@ void ConfigurationRunner::noteGenerated(KeptPlan &kept, QList<int> steps)
     ChangeBracket::instance()->close();
 }
 
-bool ConfigurationRunner::runDry()
+Status ConfigurationRunner::runDry()
 {
     const PlanKeeper::Kept checked = checkedPlan();
     if (!checked.isOk())
-        logRefusal(checked.status());
-    if (!checked.isOk() || !look(*checked.value()))
-        return false;
+        return refusal(checked.status());
+    if (!look(*checked.value()))
+        return Status::failed({});
     if (outdated.isEmpty())
         logInfo(u"%1 is up to date"_s.arg(title()));
     for (const QString &name : std::as_const(outdated))
         logInfo(u"Would run \"%1\""_s.arg(name));
-    return true;
+    return {};
 }
 
-void ConfigurationRunner::refresh()
+Status ConfigurationRunner::refresh()
 {
     if (current)
-        return;
+        return {};
     runState = BuildConfiguration::Idle;
     const PlanKeeper::Kept kept = plan();
     if (!kept.isOk()) {
         outdated.clear();
-        logRefusal(kept.status());
-        return;
+        return refusal(kept.status());
     }
     const qsizetype count = kept.value()->plan.steps.size();
-    if (look(*kept.value()))
-        logInfo(u"%1 has %2 outdated of %3 steps"_s.arg(title()).arg(outdated.size()).arg(count));
+    // What went wrong is among what the run has said.
+    if (!look(*kept.value()))
+        return Status::failed({});
+    logInfo(u"%1 has %2 outdated of %3 steps"_s.arg(title()).arg(outdated.size()).arg(count));
+    return {};
 }
 
 // Sets what is outdated.

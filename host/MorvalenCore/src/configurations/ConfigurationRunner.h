@@ -27,9 +27,9 @@ public:
     QStringList stepNames();
 
     // See BuildConfiguration for what these do.
-    bool run(bool onlyOutdated);
-    bool runDry();
-    void refresh();
+    Qtilities::Core::Status run(bool onlyOutdated);
+    Qtilities::Core::Status runDry();
+    Qtilities::Core::Status refresh();
     void cancel();
     QStringList outdatedStepNames() const { return outdated; }
 
@@ -37,7 +37,7 @@ private:
     PlanKeeper::Kept plan();
     // The same, with all that must be looked at before something runs.
     PlanKeeper::Kept checkedPlan();
-    void logRefusal(const Qtilities::Core::Status &status) const;
+    Qtilities::Core::Status refusal(const Qtilities::Core::Status &status) const;
     Qtilities::Core::Result<BuildRequest> request() const;
     Qtilities::Core::Result<QStringList> pathsUnder(const QString &node) const;
     void end(KeptPlan &kept, const BuildRun &run, BuildRun::Result result);

@@ -3,13 +3,16 @@
 #include "configurations/ConfigurationItem.h"
 #include "document/statusof.h"
 #include "items/DesignState.h"
-#include "log/hostlog.h"
+
+#include <Qtilities/statuslog.h>
 
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::Result;
 using Qtilities::Core::Status;
+using Qtilities::Logging::Logger;
+using Qtilities::Logging::logStatus;
 
 namespace MorvalenCore {
 
@@ -74,11 +77,12 @@ void DesignBuilds::setActive(const BuildConfiguration *configuration)
         return;
     activeName = configuration->configurationName();
     if (!state.isReadOnly())
-        answer(state.change([&] {
+        logStatus(state.change([&] {
             return statusOf([&](QString *error) {
                 return state.document().builds().setActiveName(activeName, error);
             });
-        }));
+        }),
+                  Logger::Warning);
     else if (state.changed)
         state.changed();
 }

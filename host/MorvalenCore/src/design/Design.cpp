@@ -7,10 +7,11 @@
 #include <QFileInfo>
 
 using namespace Qt::Literals::StringLiterals;
-using Qtilities::Core::Result;
-using Qtilities::Core::Status;
 
 namespace MorvalenCore {
+
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 
 Result<std::unique_ptr<Design>> Design::create(const DocumentFormat &format, const QString &type,
                                                const QString &name)
@@ -98,33 +99,39 @@ QString Design::id(const QString &separator) const
     return vendor() + separator + library() + separator + name() + separator + version(separator);
 }
 
-void Design::setIdentity(DesignField field, const QString &text)
+Status Design::setIdentity(DesignField field, const QString &text)
 {
     const QString oldText = state.document().text(field);
     if (text == oldText)
-        return;
+        return {};
     const QString oldId = id(u"."_s);
-    state.change(nullptr, [&](QString *error) {
-        if (!state.document().setText(field, text, error))
-            return false;
-        *error = registry && id(u"."_s) != oldId ? registry->idRefusal(id(u"."_s)) : QString();
-        if (!error->isEmpty()) {
+    return state.change([&] {
+        const Status written = write(field, text);
+        if (!written.isOk())
+            return written;
+        const QString newId = id(u"."_s);
+        const QString refusal = registry && newId != oldId ? registry->idRefusal(newId) : QString();
+        if (!refusal.isEmpty()) {
             state.document().setText(field, oldText);
             return false;
         }
         setObjectName(name());
         if (registry)
             registry->designIdChanged(this, oldId);
-        return true;
+        return Status();
     });
 }
 
-void Design::setText(DesignField field, const QString &text)
+Status Design::setText(DesignField field, const QString &text)
 {
     if (text == state.document().text(field))
-        return;
-    state.change(nullptr,
-                 [&](QString *error) { return state.document().setText(field, text, error); });
+        return {};
+    return state.change([&] { return write(field, text); });
+}
+
+Status Design::write(DesignField field, const QString &text)
+{
+    return statusOf([&](QString *error) { return state.document().setText(field, text, error); });
 }
 
 QString Design::designType() const
@@ -133,16 +140,14 @@ QString Design::designType() const
     return type.isEmpty() ? designTypeList().first().name : type;
 }
 
-void Design::setStructureId(const QString &id)
+Status Design::trySetStructureId(const QString &id)
 {
-    if (!id.isEmpty() && !findDesignStructure(id)) {
-        logWarning(u"There is no design structure \"%1\""_s.arg(id));
-        return;
-    }
-    setText(DesignField::Structure, id);
+    if (!id.isEmpty() && !findDesignStructure(id))
+        return Status::notFound(u"There is no design structure \"%1\""_s.arg(id));
+    return setText(DesignField::Structure, id);
 }
 
-void Design::setReadOnly(bool readOnly)
+Status Design::trySetReadOnly(bool readOnly)
 {
     if (state.isPlaced())
         state.setFileReadOnly(!QFileInfo(componentFileName()).isWritable());
@@ -150,9 +155,12 @@ void Design::setReadOnly(bool readOnly)
         state.document().setReadOnly(readOnly);
         changes.changed();
     }
+    Status status;
     if (!readOnly && isReadOnly())
-        logWarning(u"The design \"%1\" stays read-only because \"%2\" cannot be written"_s.arg(
-            name(), componentFileName()));
+        status.addWarning(
+            u"The design \"%1\" stays read-only because \"%2\" cannot be written"_s.arg(
+                name(), componentFileName()));
+    return status;
 }
 
 void Design::setBusy(bool isBusy, const QString &reason, bool notify)
@@ -166,7 +174,7 @@ void Design::setBusy(bool isBusy, const QString &reason, bool notify)
         changes.changed();
 }
 
-bool Design::assignPhysicalWorkingFolderPath(const QString &path)
+Status Design::tryAssignPhysicalWorkingFolderPath(const QString &path)
 {
     const QString folder = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
     Status status;
@@ -185,22 +193,20 @@ bool Design::assignPhysicalWorkingFolderPath(const QString &path)
             Status::alreadyExists(u"The design \"%1\" has the working folder \"%2\" already"_s.arg(
                 name(), state.folder()));
     }
-    if (!status.isOk())
-        logError(status.text());
-    return status.isOk();
+    return status;
 }
 
-bool Design::saveToComponentFile(QString *error)
+Status Design::trySaveToComponentFile()
 {
     if (!state.isPlaced())
-        return Status::notFound(u"The design \"%1\" has no working folder yet"_s.arg(name()))
-            .toErrorText(error);
+        return Status::notFound(u"The design \"%1\" has no working folder yet"_s.arg(name()));
     const bool wasModified = isModified();
-    if (!state.document().save(error))
-        return false;
+    QString error;
+    if (!state.document().save(&error))
+        return Status::io(error);
     if (wasModified)
         changes.changed();
-    return true;
+    return {};
 }
 
 Status Design::saveCopy(const QString &fileName)
@@ -209,13 +215,12 @@ Status Design::saveCopy(const QString &fileName)
     return state.document().saveCopy(fileName, &error) ? Status() : Status::io(error);
 }
 
-DesignFile *Design::addFile(const QString &actualPath, const QString &node, bool notify,
-                            QString *error)
+Result<DesignFile *> Design::tryAddFile(const QString &actualPath, const QString &node, bool notify)
 {
     if (notify)
-        return files.add(actualPath, node, error);
+        return files.add(actualPath, node);
     startProcessingCycle();
-    DesignFile *file = files.add(actualPath, node, error);
+    Result<DesignFile *> file = files.add(actualPath, node);
     endProcessingCycle(false);
     return file;
 }

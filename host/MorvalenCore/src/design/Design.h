@@ -9,7 +9,6 @@
 #include "items/DesignFolders.h"
 #include "items/DesignProperties.h"
 #include "items/DesignState.h"
-#include "log/hostlog.h"
 
 #include <MorvalenCore/IDesign.h>
 
@@ -60,44 +59,50 @@ public:
     QString library() const override { return state.document().text(DesignField::Library); }
     QString version(const QString &separator) const override;
     QString id(const QString &separator) const override;
-    void setName(const QString &name) override { setIdentity(DesignField::Name, name); }
-    void setVendor(const QString &vendor) override { setIdentity(DesignField::Vendor, vendor); }
-    void setLibrary(const QString &library) override { setIdentity(DesignField::Library, library); }
+    Status trySetName(const QString &name) override { return setIdentity(DesignField::Name, name); }
+    Status trySetVendor(const QString &vendor) override
+    {
+        return setIdentity(DesignField::Vendor, vendor);
+    }
+    Status trySetLibrary(const QString &library) override
+    {
+        return setIdentity(DesignField::Library, library);
+    }
     QString designType() const override;
     QString structureId() const override { return state.document().text(DesignField::Structure); }
-    void setStructureId(const QString &id) override;
+    Status trySetStructureId(const QString &id) override;
     QString description() const override { return state.document().text(DesignField::Description); }
-    void setDescription(const QString &description) override
+    Status trySetDescription(const QString &description) override
     {
-        setText(DesignField::Description, description);
+        return setText(DesignField::Description, description);
     }
     QString author() const override { return state.document().text(DesignField::Author); }
-    void setAuthor(const QString &author) override { setText(DesignField::Author, author); }
+    Status trySetAuthor(const QString &author) override
+    {
+        return setText(DesignField::Author, author);
+    }
     bool isReadOnly() const override { return state.isReadOnly(); }
-    void setReadOnly(bool readOnly) override;
+    Status trySetReadOnly(bool readOnly) override;
     bool isBusy() const override { return busy; }
     void setBusy(bool isBusy, const QString &reason, bool notify) override;
     bool isModified() const override { return state.document().isModified(); }
     void startProcessingCycle() override { changes.begin(); }
     void endProcessingCycle(bool notify) override { changes.end(notify); }
     QString workingFolderPath() const override { return state.folder(); }
-    bool assignPhysicalWorkingFolderPath(const QString &path) override;
+    Status tryAssignPhysicalWorkingFolderPath(const QString &path) override;
     QString componentFileName() const override
     {
         return state.isPlaced() ? state.document().path() : QString();
     }
-    bool saveToComponentFile(QString *error) override;
+    Status trySaveToComponentFile() override;
 
     DesignFile *fileByActualPath(const QString &path, bool byNameOnly) const override
     {
         return byNameOnly ? files.findByName(path) : files.find(path);
     }
-    DesignFile *addFile(const QString &actualPath, const QString &node, bool notify,
-                        QString *error) override;
-    bool removeFile(const QString &actualPath) override
-    {
-        return files.find(actualPath) && answer(files.remove(actualPath));
-    }
+    Result<DesignFile *> tryAddFile(const QString &actualPath, const QString &node,
+                                    bool notify) override;
+    Status tryRemoveFile(const QString &actualPath) override { return files.remove(actualPath); }
     QList<DesignFile *> filesUnderNode(const QString &node, bool recursive) const override
     {
         return files.underNode(node, recursive);
@@ -111,13 +116,13 @@ public:
     {
         return folderItems.find(path);
     }
-    DesignFolder *addFolder(const QString &actualPath, QString *error) override
+    Result<DesignFolder *> tryAddFolder(const QString &actualPath) override
     {
-        return answer(folderItems.add(actualPath), error);
+        return folderItems.add(actualPath);
     }
-    bool removeFolder(const QString &actualPath) override
+    Status tryRemoveFolder(const QString &actualPath) override
     {
-        return folderItems.find(actualPath) && answer(folderItems.remove(actualPath));
+        return folderItems.remove(actualPath);
     }
     QList<DesignFolder *> folders() const override { return folderItems.all(); }
     QList<QPointer<DesignFolder>> activeFolders() const override
@@ -130,16 +135,13 @@ public:
     {
         return propertyItems.find(name);
     }
-    DesignProperty *addProperty(const QString &name,
-                                const Qtilities::Core::QtilitiesCategory &category,
-                                const QVariant &value, bool readOnly, QString *error) override
+    Result<DesignProperty *> tryAddProperty(const QString &name,
+                                            const Qtilities::Core::QtilitiesCategory &category,
+                                            const QVariant &value, bool readOnly) override
     {
-        return answer(propertyItems.add(name, category, value, readOnly), error);
+        return propertyItems.add(name, category, value, readOnly);
     }
-    bool removeProperty(const QString &name) override
-    {
-        return propertyItems.find(name) && answer(propertyItems.remove(name));
-    }
+    Status tryRemoveProperty(const QString &name) override { return propertyItems.remove(name); }
     QList<DesignProperty *> properties() const override { return propertyItems.all(); }
     QList<QPointer<DesignProperty>> activeProperties() const override
     {
@@ -157,21 +159,18 @@ public:
     {
         builds.setActive(configuration);
     }
-    BuildConfiguration *addBuildConfiguration(const QString &name, QString *error) override
+    Result<BuildConfiguration *> tryAddBuildConfiguration(const QString &name) override
     {
-        return answer(builds.add(name), error);
+        return builds.add(name);
     }
-    bool removeBuildConfiguration(const QString &name, QString *error) override
-    {
-        return answer(builds.remove(name), error);
-    }
+    Status tryRemoveBuildConfiguration(const QString &name) override { return builds.remove(name); }
 
 private:
     Design(const DocumentFormat &documentFormat, std::unique_ptr<DesignDocument> document);
 
     void load();
-    void setIdentity(DesignField field, const QString &text);
-    void setText(DesignField field, const QString &text);
+    Status setIdentity(DesignField field, const QString &text);
+    Status setText(DesignField field, const QString &text);
     Qtilities::Core::Status write(DesignField field, const QString &text);
 
     const DocumentFormat &format;

@@ -14,9 +14,9 @@ namespace MorvalenCore {
 Status DesignPlace::settleIn(const QString &path)
 {
     const QStringList folders = structureFolders();
+    if (const Status made = folder.make(path, folders); !made.isOk())
+        return made;
     QString error;
-    if (!folder.make(path, folders, &error))
-        return Status::io(error);
     NewDocument document = newDocument(path + u'/' + format.fileName(), folders);
     if (!document.isOk() || !document.value()->save(&error)) {
         folder.takeBack();

@@ -28,10 +28,6 @@ DoomedFolder::DoomedFolder(const Interfaces::IDesign &design, const QString &des
 {
 }
 
-Status DoomedFolder::remove() const
-{
-    QString error;
-    return deleteFolder(folder, limits, Deletion::Permanent, &error) ? Status() : Status::io(error);
-}
+Status DoomedFolder::remove() const { return deleteFolder(folder, limits, Deletion::Permanent); }
 
 } // namespace MorvalenCore

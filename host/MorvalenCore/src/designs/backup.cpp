@@ -45,10 +45,9 @@ Status saveOrBackUp(Interfaces::IDesign *design)
 {
     if (!design->isModified() || design->componentFileName().isEmpty())
         return {};
-    QString error;
-    if (design->saveToComponentFile(&error))
-        return {};
-    const Status unsaved = Status::io(error);
+    const Status unsaved = design->trySaveToComponentFile();
+    if (unsaved.isOk())
+        return unsaved;
     auto *const own = dynamic_cast<Design *>(design);
     const Result<QString> copy = own ? backUp(*own) : Result<QString>(unsaved);
     if (!copy.isOk()) {

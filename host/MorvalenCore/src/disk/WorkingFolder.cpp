@@ -1,7 +1,8 @@
 #include "disk/WorkingFolder.h"
 
 #include "disk/removal.h"
-#include "log/hostlog.h"
+
+#include <Qtilities/statuslog.h>
 
 #include <QDir>
 #include <QFile>
@@ -12,6 +13,9 @@
 #include <sys/stat.h>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
+using Qtilities::Logging::Logger;
+using Qtilities::Logging::logStatus;
 
 namespace MorvalenCore {
 
@@ -23,6 +27,11 @@ QStringList contentOf(const QString &folder)
                                   | QDir::NoDotAndDotDot);
 }
 
+Status notEmpty(const QString &folder)
+{
+    return Status::alreadyExists(u"The folder \"%1\" is not empty"_s.arg(folder));
+}
+
 } // namespace
 
 WorkingFolder::~WorkingFolder()
@@ -31,65 +40,58 @@ WorkingFolder::~WorkingFolder()
         takeBack();
 }
 
-bool WorkingFolder::make(const QString &path, const QStringList &folders, QString *error)
+Status WorkingFolder::make(const QString &path, const QStringList &folders)
 {
     const QFileInfo info(path);
-    if (!QDir().mkpath(info.path())) {
-        *error = u"The folder \"%1\" cannot be made"_s.arg(info.path());
-        return false;
-    }
+    if (!QDir().mkpath(info.path()))
+        return Status::io(u"The folder \"%1\" cannot be made"_s.arg(info.path()));
     // Without links on the way, as the deletion guard wants it.
     place = QFileInfo(info.path()).canonicalFilePath() + u'/' + info.fileName();
-    if (!makeFolder(place, error)) {
+    if (const Status status = makeFolder(place); !status.isOk()) {
         const QFileInfo there(place);
         if (!there.isDir() || there.isSymLink())
-            return false;
-        if (!contentOf(place).isEmpty()) {
-            *error = u"The folder \"%1\" is not empty"_s.arg(place);
-            return false;
-        }
+            return status;
+        if (!contentOf(place).isEmpty())
+            return notEmpty(place);
     }
-    if (claim(folders, error))
-        return true;
-    takeBack();
-    return false;
+    const Status claimed = claim(folders);
+    if (!claimed.isOk())
+        takeBack();
+    return claimed;
 }
 
-bool WorkingFolder::makeFolder(const QString &path, QString *error)
+Status WorkingFolder::makeFolder(const QString &path)
 {
     if (mkdir(QFile::encodeName(path).constData(), 0777) != 0) {
-        *error = u"The folder \"%1\" cannot be made: %2"_s.arg(
-            path, QString::fromLocal8Bit(std::strerror(errno)));
-        return false;
+        return Status::io(u"The folder \"%1\" cannot be made: %2"_s.arg(
+            path, QString::fromLocal8Bit(std::strerror(errno))));
     }
     made.append(path);
-    return true;
+    return {};
 }
 
 // The first folder in it decides who has the working folder: two who make theirs at one time see
 // each other's.
-bool WorkingFolder::claim(const QStringList &folders, QString *error)
+Status WorkingFolder::claim(const QStringList &folders)
 {
     for (const QString &name : folders) {
-        if (!makeFolder(place + u'/' + name, error))
-            return false;
-        if (name == folders.first() && contentOf(place) != QStringList {name}) {
-            *error = u"The folder \"%1\" is not empty"_s.arg(place);
-            return false;
-        }
+        const Status status = makeFolder(place + u'/' + name);
+        if (!status.isOk())
+            return status;
+        if (name == folders.first() && contentOf(place) != QStringList {name})
+            return notEmpty(place);
     }
-    return true;
+    return {};
 }
 
 void WorkingFolder::takeBack()
 {
-    QString error;
-    if (!file.isEmpty() && !deleteFile(file, {place, {}}, Deletion::Permanent, &error))
-        logWarning(error);
+    if (!file.isEmpty())
+        logStatus(deleteFile(file, {place, {}}, Deletion::Permanent), Logger::Warning);
     // A folder stays when somebody else has put something into it.
     while (!made.isEmpty()) {
         const QString folder = made.takeLast();
-        deleteEmptyFolder(folder, {QFileInfo(folder).path(), {}}, &error);
+        static_cast<void>(deleteEmptyFolder(folder, {QFileInfo(folder).path(), {}}));
     }
     file.clear();
 }

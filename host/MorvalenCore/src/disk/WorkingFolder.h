@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Qtilities/Status.h>
+
 #include <QString>
 #include <QStringList>
 
@@ -16,9 +18,9 @@ public:
     WorkingFolder &operator=(const WorkingFolder &) = delete;
 
     // Makes the folder and the named ones in it. It must not be there, or be empty; of several
-    // processes that try at one time, at most one succeeds. On failure, with the reason in *error,
-    // nothing is left that was made here.
-    bool make(const QString &path, const QStringList &folders, QString *error);
+    // processes that try at one time, at most one succeeds. On failure nothing is left that was
+    // made here.
+    Qtilities::Core::Status make(const QString &path, const QStringList &folders);
 
     // Counts a file that was written into the folder to what is taken back.
     void addFile(const QString &name) { file = place + u'/' + name; }
@@ -27,8 +29,8 @@ public:
     void takeBack();
 
 private:
-    bool makeFolder(const QString &path, QString *error);
-    bool claim(const QStringList &folders, QString *error);
+    Qtilities::Core::Status makeFolder(const QString &path);
+    Qtilities::Core::Status claim(const QStringList &folders);
 
     QString place;
     QString file;

@@ -6,6 +6,8 @@
 #include <QRegularExpression>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -33,8 +35,7 @@ bool beginsWithDrive(const QString &path)
 
 bool isShare(const QString &text) { return text.startsWith(u"\\\\"_s) || text.startsWith(u"//"_s); }
 
-// Empty when a variable is not set.
-QString expanded(const QString &text, QString *error)
+Result<QString> expanded(const QString &text)
 {
     const QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     QString path;
@@ -42,12 +43,10 @@ QString expanded(const QString &text, QString *error)
     for (auto found = variable().globalMatch(text); found.hasNext();) {
         const QRegularExpressionMatch match = found.next();
         const QString name = match.captured(match.lastCapturedIndex());
-        if (!environment.contains(name)) {
-            if (error)
-                *error = u"\"%1\" names the environment variable \"%2\", which is not set"_s.arg(
-                    text, name);
-            return {};
-        }
+        if (!environment.contains(name))
+            return Status::notFound(
+                u"\"%1\" names the environment variable \"%2\", which is not set"_s.arg(text,
+                                                                                        name));
         path += text.mid(end, match.capturedStart() - end) + environment.value(name);
         end = match.capturedEnd();
     }
@@ -93,19 +92,25 @@ QString storedItemPath(const QString &text, const QString &folder)
     return path.startsWith(folder + u'/') ? path.mid(folder.size() + 1) : text;
 }
 
-QString pathOnDisk(const QString &actualPath, const QString &folder, QString *error)
+Result<QString> tryPathOnDisk(const QString &actualPath, const QString &folder)
 {
-    if (beginsWithDrive(actualPath) || isShare(actualPath)) {
-        if (error)
-            *error = u"\"%1\" is not a path of this system"_s.arg(actualPath);
-        return {};
-    }
+    if (beginsWithDrive(actualPath) || isShare(actualPath))
+        return Status::invalidArgument(u"\"%1\" is not a path of this system"_s.arg(actualPath));
     const QDir place(folder);
     // What is there under the very text is meant.
-    const QString path = mayHoldVariable(actualPath) && !place.exists(actualPath)
-        ? expanded(actualPath, error)
-        : actualPath;
-    return path.isEmpty() ? QString() : QDir::cleanPath(place.absoluteFilePath(path));
+    const Result<QString> path = mayHoldVariable(actualPath) && !place.exists(actualPath)
+        ? expanded(actualPath)
+        : Result<QString>(actualPath);
+    if (!path.isOk())
+        return path;
+    if (path.value().isEmpty())
+        return Status(Status::Kind::InvalidArgument, QString());
+    return QDir::cleanPath(place.absoluteFilePath(path.value()));
+}
+
+QString pathOnDisk(const QString &actualPath, const QString &folder)
+{
+    return tryPathOnDisk(actualPath, folder).valueOr({});
 }
 
 } // namespace MorvalenCore

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Qtilities/Status.h>
+
 #include <QString>
 
 namespace MorvalenCore {
@@ -16,8 +18,11 @@ QString actualItemPath(const QString &text, const QString &folder);
 QString storedItemPath(const QString &text, const QString &folder);
 
 // The path to touch on disk: absolute and clean, variables expanded; what is relative then is of
-// folder. Empty, with the reason in *error (which may be null), when a variable is not set or the
-// path is one of another system. What lies on disk under the very text is meant by it.
-QString pathOnDisk(const QString &actualPath, const QString &folder, QString *error = nullptr);
+// folder. There is none when a variable is not set or the path is one of another system. What lies
+// on disk under the very text is meant by it.
+Qtilities::Core::Result<QString> tryPathOnDisk(const QString &actualPath, const QString &folder);
+
+// The same, empty where there is none.
+QString pathOnDisk(const QString &actualPath, const QString &folder);
 
 } // namespace MorvalenCore

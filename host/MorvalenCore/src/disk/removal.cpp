@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -22,17 +23,15 @@ namespace {
 // One descriptor is open for each level.
 constexpr int deepestFolder = 256;
 
-bool fail(QString *error, const QString &text)
+Status refusal(const QString &path, QStringView why)
 {
-    if (error)
-        *error = text;
-    return false;
+    return Status::invalidArgument(u"\"%1\" is not deleted because %2"_s.arg(path, why));
 }
 
-bool failWithErrno(QString *error, const QString &path)
+Status failureOfSystem(const QString &path)
 {
     const QString reason = QString::fromLocal8Bit(std::strerror(errno));
-    return fail(error, u"\"%1\" could not be deleted: %2"_s.arg(path, reason));
+    return Status::io(u"\"%1\" could not be deleted: %2"_s.arg(path, reason));
 }
 
 QList<QByteArray> entries(Descriptor folder)
@@ -53,19 +52,18 @@ QList<QByteArray> entries(Descriptor folder)
 class TreeRemover
 {
 public:
-    TreeRemover(dev_t fileSystem, QString *reason) : device(fileSystem), error(reason) { }
+    explicit TreeRemover(dev_t fileSystem) : device(fileSystem) { }
 
-    bool remove(int parent, const QByteArray &name, const QString &path, int level = 1)
+    Status remove(int parent, const QByteArray &name, const QString &path, int level = 1)
     {
         const Descriptor folder = Descriptor::folderIn(parent, name.constData());
         struct stat here;
         if (!folder || fstat(folder.get(), &here) != 0)
-            return failWithErrno(error, path);
+            return failureOfSystem(path);
         if (here.st_dev != device)
-            return fail(error,
-                        u"\"%1\" is not deleted because it is a mounted file system"_s.arg(path));
+            return refusal(path, u"it is a mounted file system");
         if (level > deepestFolder)
-            return fail(error, u"\"%1\" is not deleted because it lies too deep"_s.arg(path));
+            return refusal(path, u"it lies too deep");
 
         for (const QByteArray &entry :
              entries(Descriptor(fcntl(folder.get(), F_DUPFD_CLOEXEC, 0)))) {
@@ -73,70 +71,67 @@ public:
                 continue;
             const QString below = path + u'/' + QFile::decodeName(entry);
             if (errno != EISDIR)
-                return failWithErrno(error, below);
-            if (!remove(folder.get(), entry, below, level + 1))
-                return false;
+                return failureOfSystem(below);
+            const Status removed = remove(folder.get(), entry, below, level + 1);
+            if (!removed.isOk())
+                return removed;
         }
-        if (unlinkat(parent, name.constData(), AT_REMOVEDIR) != 0)
-            return failWithErrno(error, path);
-        return true;
+        return unlinkat(parent, name.constData(), AT_REMOVEDIR) == 0 ? Status()
+                                                                     : failureOfSystem(path);
     }
 
 private:
     dev_t device;
-    QString *error;
 };
 
 // What all deletions share: the guard, the trash, and the way to the parent folder without links.
 // The step deletes the entry of that name in the open parent folder.
 template <typename Step>
-bool guarded(const QString &path, const DeletionLimits &limits, Deletion how, QString *error,
-             mode_t kind, Step step)
+Status guarded(const QString &path, const DeletionLimits &limits, Deletion how, mode_t kind,
+               Step step)
 {
-    if (const QString refusal = deletionRefusal(path, limits); !refusal.isEmpty())
-        return fail(error, refusal);
+    if (const QString reason = deletionRefusal(path, limits); !reason.isEmpty())
+        return Status::invalidArgument(reason);
 
     const QFileInfo info(path);
     const Descriptor parent = Descriptor::folderWithoutLinks(info.path());
     const QByteArray name = QFile::encodeName(info.fileName());
     struct stat here;
     if (!parent || fstatat(parent.get(), name.constData(), &here, AT_SYMLINK_NOFOLLOW) != 0)
-        return failWithErrno(error, path);
+        return failureOfSystem(path);
     if ((here.st_mode & S_IFMT) != kind)
-        return fail(error,
-                    u"\"%1\" is not deleted because it is not a %2"_s.arg(
-                        path, kind == S_IFDIR ? u"folder"_s : u"regular file"_s));
-    if (how == Deletion::ToTrash)
-        return QFile::moveToTrash(path)
-            || fail(error, u"\"%1\" could not be moved to the trash"_s.arg(path));
-    return step(parent.get(), name, here.st_dev);
+        return refusal(path, kind == S_IFDIR ? u"it is not a folder" : u"it is not a regular file");
+    if (how == Deletion::Permanent)
+        return step(parent.get(), name, here.st_dev);
+    return QFile::moveToTrash(path)
+        ? Status()
+        : Status::io(u"\"%1\" could not be moved to the trash"_s.arg(path));
 }
 
 } // namespace
 
-bool deleteFile(const QString &path, const DeletionLimits &limits, Deletion how, QString *error)
+Status deleteFile(const QString &path, const DeletionLimits &limits, Deletion how)
+{
+    return guarded(path, limits, how, S_IFREG, [&](int parent, const QByteArray &name, dev_t) {
+        return unlinkat(parent, name.constData(), 0) == 0 ? Status() : failureOfSystem(path);
+    });
+}
+
+Status deleteFolder(const QString &path, const DeletionLimits &limits, Deletion how)
+{
+    return guarded(path, limits, how, S_IFDIR,
+                   [&](int parent, const QByteArray &name, dev_t device) {
+                       return TreeRemover(device).remove(parent, name, path);
+                   });
+}
+
+Status deleteEmptyFolder(const QString &path, const DeletionLimits &limits)
 {
     return guarded(
-        path, limits, how, error, S_IFREG, [&](int parent, const QByteArray &name, dev_t) {
-            return unlinkat(parent, name.constData(), 0) == 0 || failWithErrno(error, path);
+        path, limits, Deletion::Permanent, S_IFDIR, [&](int parent, const QByteArray &name, dev_t) {
+            return unlinkat(parent, name.constData(), AT_REMOVEDIR) == 0 ? Status()
+                                                                         : failureOfSystem(path);
         });
-}
-
-bool deleteFolder(const QString &path, const DeletionLimits &limits, Deletion how, QString *error)
-{
-    return guarded(path, limits, how, error, S_IFDIR,
-                   [&](int parent, const QByteArray &name, dev_t device) {
-                       return TreeRemover(device, error).remove(parent, name, path);
-                   });
-}
-
-bool deleteEmptyFolder(const QString &path, const DeletionLimits &limits, QString *error)
-{
-    return guarded(path, limits, Deletion::Permanent, error, S_IFDIR,
-                   [&](int parent, const QByteArray &name, dev_t) {
-                       return unlinkat(parent, name.constData(), AT_REMOVEDIR) == 0
-                           || failWithErrno(error, path);
-                   });
 }
 
 } // namespace MorvalenCore

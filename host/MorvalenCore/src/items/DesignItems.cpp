@@ -3,6 +3,10 @@
 #include <MorvalenCore/DesignFile.h>
 #include <MorvalenCore/DesignFolder.h>
 #include <MorvalenCore/DesignProperty.h>
+#include <Qtilities/statuslog.h>
+
+using Qtilities::Logging::Logger;
+using Qtilities::Logging::logStatus;
 
 namespace MorvalenCore {
 
@@ -17,5 +21,10 @@ DesignFolder::~DesignFolder() = default;
 DesignProperty::DesignProperty(QObject *parent) : AbstractTreeItem(parent) { }
 
 DesignProperty::~DesignProperty() = default;
+
+void DesignProperty::setValue(const QVariant &value)
+{
+    logStatus(trySetValue(value), Logger::Warning);
+}
 
 } // namespace MorvalenCore

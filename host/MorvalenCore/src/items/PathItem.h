@@ -5,7 +5,6 @@
 #include "items/ItemTable.h"
 #include "items/pathkinds.h"
 #include "items/SharedPropertyKeeper.h"
-#include "log/hostlog.h"
 
 #include <Qtilities/Observer.h>
 #include <Qtilities/QtilitiesCategory.h>
@@ -32,10 +31,11 @@ public:
 
     QString getName(const Qtilities::Core::Observer *) const override { return this->fileName(); }
 
-    // The name is the path's.
-    bool setName(const QString &name, Qtilities::Core::Observer *) override
+    // The name is the path's. That it cannot be another is not worth a warning.
+    Qtilities::Core::Status trySetName(const QString &name) override
     {
-        return name == this->fileName();
+        using Qtilities::Core::Status;
+        return name == this->fileName() ? Status() : Status(Status::Kind::Unsupported, QString());
     }
 
     Qtilities::Core::QtilitiesCategory category() const override
@@ -44,22 +44,26 @@ public:
                                                               QStringLiteral("::"));
     }
 
-    bool setCategory(const Qtilities::Core::QtilitiesCategory &category) override
+    Qtilities::Core::Status
+    trySetCategory(const Qtilities::Core::QtilitiesCategory &category) override
     {
-        return answer(state.change([&] {
+        return state.change([&] {
             return statusOf([&](QString *error) {
                 return part().setCategory(entries.first(), category.toString(QStringLiteral("::")),
                                           error);
             });
-        }));
+        });
     }
 
     QString actualPath() const override { return path; }
-    void setActualPath(const QString &newPath) override { answer(items.move(this, newPath)); }
+    Qtilities::Core::Status trySetActualPath(const QString &newPath) override
+    {
+        return items.move(this, newPath);
+    }
 
     bool existsOnDisk() const override { return isItemOnDisk(state, path, kindOf(Id())); }
 
-    bool removeFromComputer(bool permanently) override
+    Qtilities::Core::Status tryRemoveFromComputer(bool permanently) override
     {
         return removeItemFromDisk(state, path, kindOf(Id()), permanently);
     }

@@ -3,7 +3,6 @@
 #include "document/statusof.h"
 #include "items/DesignProperties.h"
 #include "items/DesignState.h"
-#include "log/hostlog.h"
 
 #include <QDynamicPropertyChangeEvent>
 
@@ -27,11 +26,11 @@ QString PropertyItem::getName(const Qtilities::Core::Observer *) const
     return state.document().properties().name(entries.first());
 }
 
-bool PropertyItem::setName(const QString &name, Qtilities::Core::Observer *)
+Status PropertyItem::trySetName(const QString &name)
 {
     const QString oldName = getName(nullptr);
     if (name == oldName)
-        return true;
+        return {};
     const Status status = change([&](PropertyId entry) {
         const Status accepted = properties.checkName(name);
         return accepted.isOk() ? statusOf([&](QString *error) {
@@ -41,7 +40,7 @@ bool PropertyItem::setName(const QString &name, Qtilities::Core::Observer *)
     });
     if (status.isOk())
         properties.renamed(oldName, name);
-    return answer(status);
+    return status;
 }
 
 QtilitiesCategory PropertyItem::category() const
@@ -50,14 +49,14 @@ QtilitiesCategory PropertyItem::category() const
                                          u"::"_s);
 }
 
-bool PropertyItem::setCategory(const QtilitiesCategory &category)
+Status PropertyItem::trySetCategory(const QtilitiesCategory &category)
 {
-    return answer(change([&](PropertyId entry) {
+    return change([&](PropertyId entry) {
         return statusOf([&](QString *error) {
             return state.document().properties().setCategory(entry, category.toString(u"::"_s),
                                                              error);
         });
-    }));
+    });
 }
 
 QtilitiesProperty PropertyItem::propertyData() const
@@ -70,14 +69,14 @@ QtilitiesProperty PropertyItem::propertyData() const
     return property;
 }
 
-void PropertyItem::setValue(const QVariant &value)
+Status PropertyItem::trySetValue(const QVariant &value)
 {
-    answer(change([&](PropertyId entry) {
+    return change([&](PropertyId entry) {
         return statusOf([&](QString *error) {
             return state.document().properties().setValue(
                 entry, value.toString(), QtilitiesProperty::typeName(value), error);
         });
-    }));
+    });
 }
 
 void PropertyItem::addElement(PropertyId entry)

@@ -24,12 +24,13 @@ public:
     PropertyItem(DesignProperties &owner, DesignState &designState);
 
     QString getName(const Qtilities::Core::Observer *context) const override;
-    bool setName(const QString &name, Qtilities::Core::Observer *context) override;
+    Qtilities::Core::Status trySetName(const QString &name) override;
     Qtilities::Core::QtilitiesCategory category() const override;
-    bool setCategory(const Qtilities::Core::QtilitiesCategory &category) override;
+    Qtilities::Core::Status
+    trySetCategory(const Qtilities::Core::QtilitiesCategory &category) override;
     // Read-only also as long as the design is.
     Qtilities::Core::QtilitiesProperty propertyData() const override;
-    void setValue(const QVariant &value) override;
+    Qtilities::Core::Status trySetValue(const QVariant &value) override;
 
     // The elements in the document, in its order; several only where it gives a name twice.
     const Elements<PropertyId> &elements() const { return entries; }

@@ -2,9 +2,9 @@
 
 #include "document/statusof.h"
 #include "items/DesignState.h"
-#include "log/hostlog.h"
 
 #include <Qtilities/ObjectManager.h>
+#include <Qtilities/statuslog.h>
 
 #include <QScopedValueRollback>
 
@@ -13,6 +13,8 @@ using Qtilities::Core::ObjectManager;
 using Qtilities::Core::QtilitiesProperty;
 using Qtilities::Core::SharedProperty;
 using Qtilities::Core::Status;
+using Qtilities::Logging::Logger;
+using Qtilities::Logging::logStatus;
 
 namespace MorvalenCore {
 
@@ -44,7 +46,8 @@ void SharedPropertyKeeper::propertyChanged(const QByteArray &key, const QList<It
     const bool isShared = ObjectManager::propertyExists(item, key.constData());
     if (ownChange || (!isShared && !documented(name, elements)))
         return;
-    if (!answer(state.change([&] { return store(name, elements); })))
+    const Status stored = state.change([&] { return store(name, elements); });
+    if (!logStatus(stored, Logger::Warning))
         putBack(name, elements);
 }
 

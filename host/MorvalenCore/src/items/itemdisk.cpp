@@ -3,12 +3,12 @@
 #include "disk/itempaths.h"
 #include "disk/removal.h"
 #include "items/DesignState.h"
-#include "log/hostlog.h"
 #include "session/protectedfolders.h"
 
 #include <QFileInfo>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
 using Qtilities::Core::Status;
 
 namespace MorvalenCore {
@@ -30,22 +30,6 @@ bool isOnDisk(const QString &path, ItemKind kind)
     return kind == ItemKind::File ? info.isFile() : info.isDir();
 }
 
-Status deleteFromDisk(const DesignState &state, const QString &actualPath, ItemKind kind,
-                      Deletion how)
-{
-    if (state.isReadOnly())
-        return Status::readOnly(u"The design \"%1\" is read-only"_s.arg(state.name()));
-    QString error;
-    const QString path = pathOnDisk(actualPath, state.folder(), &error);
-    if (path.isEmpty())
-        return Status::invalidArgument(error);
-    const DeletionLimits limits {state.folderOnDisk(), protectedFolders()};
-    const QString resolved = withResolvedFolder(path, state);
-    const bool deleted = kind == ItemKind::File ? deleteFile(resolved, limits, how, &error)
-                                                : deleteFolder(resolved, limits, how, &error);
-    return deleted ? Status() : Status::io(error);
-}
-
 } // namespace
 
 bool isItemOnDisk(const DesignState &state, const QString &actualPath, ItemKind kind)
@@ -53,11 +37,19 @@ bool isItemOnDisk(const DesignState &state, const QString &actualPath, ItemKind 
     return isOnDisk(pathOnDisk(actualPath, state.folder()), kind);
 }
 
-bool removeItemFromDisk(const DesignState &state, const QString &actualPath, ItemKind kind,
-                        bool permanently)
+Status removeItemFromDisk(const DesignState &state, const QString &actualPath, ItemKind kind,
+                          bool permanently)
 {
-    return answer(deleteFromDisk(state, actualPath, kind,
-                                 permanently ? Deletion::Permanent : Deletion::ToTrash));
+    if (state.isReadOnly())
+        return Status::readOnly(u"The design \"%1\" is read-only"_s.arg(state.name()));
+    const Result<QString> path = tryPathOnDisk(actualPath, state.folder());
+    if (!path.isOk())
+        return path.status();
+    const DeletionLimits limits {state.folderOnDisk(), protectedFolders()};
+    const Deletion how = permanently ? Deletion::Permanent : Deletion::ToTrash;
+    const QString resolved = withResolvedFolder(path.value(), state);
+    return kind == ItemKind::File ? deleteFile(resolved, limits, how)
+                                  : deleteFolder(resolved, limits, how);
 }
 
 GitHistory itemHistory(const DesignState &state, const QString &actualPath)

@@ -16,10 +16,9 @@ enum class ItemKind { File, Folder };
 bool isItemOnDisk(const DesignState &state, const QString &actualPath, ItemKind kind);
 
 // Deletes the file or folder that an item with that actual path stands for. It must lie below the
-// design's folder, with no link on the way. False when nothing was deleted, with the reason in the
-// log.
-bool removeItemFromDisk(const DesignState &state, const QString &actualPath, ItemKind kind,
-                        bool permanently);
+// design's folder, with no link on the way.
+Qtilities::Core::Status removeItemFromDisk(const DesignState &state, const QString &actualPath,
+                                           ItemKind kind, bool permanently);
 
 // What version control knows of the item with that actual path.
 GitHistory itemHistory(const DesignState &state, const QString &actualPath);

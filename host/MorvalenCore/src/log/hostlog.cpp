@@ -12,11 +12,4 @@ void logWarning(const QString &text) { Logger::instance()->logMessage({}, Logger
 
 void logError(const QString &text) { Logger::instance()->logMessage({}, Logger::Error, text); }
 
-bool answer(const Qtilities::Core::Status &status, QString *error)
-{
-    if (!error && !status.isOk() && !status.text().isEmpty())
-        logWarning(status.text());
-    return status.toErrorText(error);
-}
-
 } // namespace MorvalenCore

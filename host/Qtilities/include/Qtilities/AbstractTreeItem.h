@@ -3,6 +3,7 @@
 #include <Qtilities/IObjectBase.h>
 #include <Qtilities/Observer.h>
 #include <Qtilities/QtilitiesCategory.h>
+#include <Qtilities/Status.h>
 
 namespace Qtilities::CoreGui {
 
@@ -19,13 +20,17 @@ public:
     // The name under which the item is known in a context; a null context asks for its own name.
     virtual QString getName(const Core::Observer *context = nullptr) const;
 
-    // Renames the item. False, with the name unchanged, when the item refuses the name.
+    // Renames the item, unless it refuses the name.
+    virtual Core::Status trySetName(const QString &name);
+    // The same for callers that can only take a bool; a warning in the log says why.
     virtual bool setName(const QString &name, Core::Observer *context = nullptr);
 
     virtual Core::QtilitiesCategory category() const = 0;
 
-    // False, with the category unchanged, when the item refuses it.
-    virtual bool setCategory(const Core::QtilitiesCategory &category) = 0;
+    // Changes the category, unless the item refuses it.
+    virtual Core::Status trySetCategory(const Core::QtilitiesCategory &category) = 0;
+    // The same for callers that can only take a bool; a warning in the log says why.
+    virtual bool setCategory(const Core::QtilitiesCategory &category);
 
     QObject *objectBase() override { return this; }
     const QObject *objectBase() const override { return this; }

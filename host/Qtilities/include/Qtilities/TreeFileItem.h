@@ -16,8 +16,10 @@ public:
     // The absolute, clean path.
     virtual QString actualPath() const = 0;
 
-    // Moves the item to another path; an item may refuse and keep its own.
-    virtual void setActualPath(const QString &path) = 0;
+    // Moves the item to another path, unless it refuses.
+    virtual Core::Status trySetActualPath(const QString &path) = 0;
+    // The same for callers that take no answer; a warning in the log says why.
+    virtual void setActualPath(const QString &path);
 
     // The last part of the actual path.
     virtual QString fileName() const;

@@ -18,7 +18,7 @@ public:
     ~TreeItemBase() override;
 
     Core::QtilitiesCategory category() const override { return itemCategory; }
-    bool setCategory(const Core::QtilitiesCategory &category) override;
+    Core::Status trySetCategory(const Core::QtilitiesCategory &category) override;
 
     bool isModified() const override { return modified; }
     void setModificationState(bool state) override;
