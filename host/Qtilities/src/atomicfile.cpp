@@ -1,4 +1,5 @@
 #include <Qtilities/atomicfile.h>
+#include <Qtilities/Descriptor.h>
 
 #include <QDir>
 #include <QFile>
@@ -16,31 +17,6 @@ namespace Qtilities::Core {
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
-
-// A file descriptor that is closed at the end of its scope.
-class Descriptor
-{
-public:
-    Descriptor(const QByteArray &path, int flags, mode_t mode = 0)
-        : number(::open(path.constData(), flags | O_CLOEXEC, mode))
-    {
-    }
-    ~Descriptor() { close(); }
-    Q_DISABLE_COPY_MOVE(Descriptor)
-
-    bool isOpen() const { return number >= 0; }
-    operator int() const { return number; }
-
-    bool close()
-    {
-        const int closing = number;
-        number = -1;
-        return closing < 0 || ::close(closing) == 0;
-    }
-
-private:
-    int number;
-};
 
 QString followed(QString path)
 {
@@ -68,8 +44,9 @@ void removeLeftovers(const QString &target)
         const QByteArray name = QFile::encodeName(entry);
         if (!name.startsWith(prefix))
             continue;
-        const Descriptor leftover(folder + name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
-        if (leftover.isOpen() && ::flock(leftover, LOCK_EX | LOCK_NB) == 0)
+        const Descriptor leftover =
+            Descriptor::open(folder + name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
+        if (leftover && ::flock(leftover.get(), LOCK_EX | LOCK_NB) == 0)
             ::unlink((folder + name).constData());
     }
 }
@@ -109,23 +86,23 @@ bool keepOwnerAndMode(int descriptor, const QByteArray &target)
 
 bool synchroniseFolder(const QByteArray &folder)
 {
-    const Descriptor descriptor(folder, O_RDONLY | O_DIRECTORY);
+    const Descriptor descriptor = Descriptor::open(folder, O_RDONLY | O_DIRECTORY);
     // Some file systems cannot do it and say so.
-    return descriptor.isOpen() && (::fsync(descriptor) == 0 || errno == EINVAL);
+    return descriptor && (::fsync(descriptor.get()) == 0 || errno == EINVAL);
 }
 
 // The steps of the write proper; errno tells what went wrong.
 bool replace(const QByteArray &target, const QByteArray &temporary, const QByteArray &content)
 {
-    Descriptor file(temporary, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, 0666);
-    if (!file.isOpen())
+    Descriptor file = Descriptor::open(temporary, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, 0666);
+    if (!file)
         return false;
-    if (!claim(file)) {
+    if (!claim(file.get())) {
         errno = EAGAIN;
         return false;
     }
-    const bool done = writeAll(file, content) && keepOwnerAndMode(file, target)
-        && ::fsync(file) == 0 && ::rename(temporary.constData(), target.constData()) == 0;
+    const bool done = writeAll(file.get(), content) && keepOwnerAndMode(file.get(), target)
+        && ::fsync(file.get()) == 0 && ::rename(temporary.constData(), target.constData()) == 0;
     if (!done) {
         const int reason = errno;
         ::unlink(temporary.constData());

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Qtilities/Descriptor.h>
+
 #include <QString>
 
 namespace MorvalenCore {
@@ -9,16 +11,11 @@ namespace MorvalenCore {
 class FolderLock
 {
 public:
-    FolderLock() = default;
-    ~FolderLock();
-    FolderLock(const FolderLock &) = delete;
-    FolderLock &operator=(const FolderLock &) = delete;
-
     // False when somebody else holds it.
     bool take(const QString &folder);
 
 private:
-    int descriptor = -1;
+    Qtilities::Core::Descriptor descriptor;
 };
 
 } // namespace MorvalenCore

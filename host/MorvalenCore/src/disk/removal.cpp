@@ -1,6 +1,6 @@
 #include "disk/removal.h"
 
-#include "disk/Descriptor.h"
+#include "disk/folders.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Descriptor;
 using Qtilities::Core::Status;
 
 namespace MorvalenCore {
@@ -56,7 +57,7 @@ public:
 
     Status remove(int parent, const QByteArray &name, const QString &path, int level = 1)
     {
-        const Descriptor folder = Descriptor::folderIn(parent, name.constData());
+        const Descriptor folder = folderIn(parent, name.constData());
         struct stat here;
         if (!folder || fstat(folder.get(), &here) != 0)
             return failureOfSystem(path);
@@ -94,7 +95,7 @@ Status guarded(const QString &path, const DeletionLimits &limits, Deletion how, 
         return Status::invalidArgument(reason);
 
     const QFileInfo info(path);
-    const Descriptor parent = Descriptor::folderWithoutLinks(info.path());
+    const Descriptor parent = folderWithoutLinks(info.path());
     const QByteArray name = QFile::encodeName(info.fileName());
     struct stat here;
     if (!parent || fstatat(parent.get(), name.constData(), &here, AT_SYMLINK_NOFOLLOW) != 0)

@@ -1,0 +1,25 @@
+#include <Qtilities/Descriptor.h>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace Qtilities::Core {
+
+Descriptor Descriptor::open(const QByteArray &path, int flags, unsigned int mode)
+{
+    return Descriptor(::open(path.constData(), flags | O_CLOEXEC, mode));
+}
+
+bool Descriptor::close()
+{
+    if (number < 0)
+        return true;
+    const int before = errno;
+    const bool closed = ::close(release()) == 0;
+    if (closed)
+        errno = before;
+    return closed;
+}
+
+} // namespace Qtilities::Core
