@@ -107,7 +107,7 @@ void openComponent(benchmark::State &state, Maker make)
     const QString path = fileWith(folder, make(state.range(0)));
     for (auto _ : state) {
         auto opened = ComponentDocument::open(path);
-        if (!opened.document)
+        if (!opened.isOk())
             state.SkipWithError("not opened");
         benchmark::DoNotOptimize(opened);
     }
@@ -125,7 +125,8 @@ void editFiles(benchmark::State &state)
     const QString path = folder.filePath(u"component.xml"_s);
     for (auto _ : state) {
         QFile::remove(path);
-        const auto document = ComponentDocument::create({u"v"_s, u"l"_s, u"n"_s, u"1"_s}, path);
+        const auto document =
+            ComponentDocument::create({u"v"_s, u"l"_s, u"n"_s, u"1"_s}, path).value();
         const FileSetId set = document->files().addFileSet(u"files"_s);
         QList<FileId> files;
         for (std::int64_t i = 0; i < state.range(0); ++i)
@@ -136,7 +137,7 @@ void editFiles(benchmark::State &state)
             else if (i % 10 == 1)
                 document->files().setCategory(files[i], u"HDL::Verilog"_s);
         }
-        if (!document->save())
+        if (!document->save().isOk())
             state.SkipWithError("not saved");
     }
     state.counters["per file"] = benchmark::Counter(double(state.range(0)),
@@ -155,8 +156,8 @@ void editOpenedFiles(benchmark::State &state)
         bytes += fileEntry(i);
     bytes += "    </ipxact:fileSet>\n  </ipxact:fileSets>\n" + tail;
     for (auto _ : state) {
-        const auto opened = ComponentDocument::open(fileWith(folder, bytes));
-        ComponentFiles &files = opened.document->files();
+        auto opened = ComponentDocument::open(fileWith(folder, bytes));
+        ComponentFiles &files = opened.value()->files();
         const QList<FileId> all = files.files();
         for (qsizetype i = 0; i < all.size(); ++i) {
             if (i % 2 == 0)
@@ -166,7 +167,7 @@ void editOpenedFiles(benchmark::State &state)
         }
         for (std::int64_t i = 0; i < state.range(0); ++i)
             files.add(u"more/unit_%1.v"_s.arg(i), files.fileSet(u"rtl"_s));
-        if (!opened.document->save())
+        if (!opened.value()->save().isOk())
             state.SkipWithError("not saved");
     }
     state.counters["per file"] = benchmark::Counter(double(state.range(0)),
@@ -184,10 +185,11 @@ void buildSteps(benchmark::State &state)
         build.steps.append({name, u"cc -c "_s + name, {name + u".c"_s}, {name + u".o"_s}});
     }
     for (auto _ : state) {
-        const auto document = ComponentDocument::create({u"v"_s, u"l"_s, u"n"_s, u"1"_s}, path);
+        const auto document =
+            ComponentDocument::create({u"v"_s, u"l"_s, u"n"_s, u"1"_s}, path).value();
         document->builds().write(build);
         const auto again = ComponentDocument::fromBytes(document->bytes(), path);
-        benchmark::DoNotOptimize(again.document->builds().configurations());
+        benchmark::DoNotOptimize(again.value()->builds().configurations());
     }
     state.counters["per step"] = benchmark::Counter(double(state.range(0)),
                                                     benchmark::Counter::kIsIterationInvariantRate

@@ -29,7 +29,7 @@ inline QByteArray component(const QByteArray &rest, const char *generation = "16
 inline std::unique_ptr<MorvalenCore::ComponentDocument> open(const QByteArray &bytes)
 {
     return MorvalenCore::ComponentDocument::fromBytes(bytes, QStringLiteral("/d/component.xml"))
-        .document;
+        .valueOr(nullptr);
 }
 
 } // namespace ComponentTexts

@@ -11,6 +11,7 @@
 using namespace ComponentTexts;
 using namespace MorvalenCore;
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 
 namespace {
 
@@ -25,6 +26,14 @@ void put(const QString &path, const QByteArray &bytes)
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly));
     QCOMPARE(file.write(bytes), bytes.size());
+}
+
+QStringList warningsOf(const Status &status)
+{
+    QStringList texts;
+    for (const Status::Remark &remark : status.remarks())
+        texts.append(remark.text);
+    return texts;
 }
 
 } // namespace
@@ -95,10 +104,9 @@ void tst_ComponentDocument::generations()
 {
     QFETCH(QByteArray, root);
     const auto opened = ComponentDocument::fromBytes(root, u"/d/../d/c.xml"_s);
-    QVERIFY2(opened.document, qPrintable(opened.error));
-    QCOMPARE(opened.error, QString());
-    QCOMPARE(opened.warnings, QStringList());
-    const ComponentDocument &document = *opened.document;
+    QVERIFY2(opened.isOk(), qPrintable(opened.status().text()));
+    QCOMPARE(warningsOf(opened.status()), QStringList());
+    const ComponentDocument &document = *opened.value();
     QTEST(int(document.generation()), "generation");
     QTEST(document.generationName(), "name");
     QCOMPARE(document.path(), u"/d/c.xml"_s);
@@ -163,8 +171,8 @@ void tst_ComponentDocument::refused()
     const QString path = folder.filePath(u"a b.xml"_s);
     put(path, bytes);
     const auto opened = ComponentDocument::open(path);
-    QCOMPARE(opened.error, path + u':' + error);
-    QVERIFY(!opened.document);
+    QCOMPARE(opened.status().text(), path + u':' + error);
+    QVERIFY(!opened.isOk());
     QCOMPARE(contentOf(path), bytes);
 }
 
@@ -173,7 +181,7 @@ void tst_ComponentDocument::unreadable()
     const QTemporaryDir folder;
     const auto errorOf = [](const QString &path) {
         const auto opened = ComponentDocument::open(path);
-        return opened.document ? u"opened"_s : opened.error;
+        return opened.isOk() ? u"opened"_s : opened.status().text();
     };
     const QString missing = folder.filePath(u"missing.xml"_s);
     QCOMPARE(errorOf(missing),
@@ -200,7 +208,8 @@ void tst_ComponentDocument::tooLarge()
     put(path, component({}));
     // Sparse: takes no room on disk.
     QVERIFY(QFile::resize(path, (256LL << 20) + 1));
-    QCOMPARE(ComponentDocument::open(path).error, path + u":1: The file is larger than 256 MiB."_s);
+    QCOMPARE(ComponentDocument::open(path).status().text(),
+             path + u":1: The file is larger than 256 MiB."_s);
 }
 
 void tst_ComponentDocument::warnings_data()
@@ -231,8 +240,8 @@ void tst_ComponentDocument::warnings()
     for (QString &warning : warnings)
         warning.prepend(u"/d/c.xml:"_s);
     const auto opened = ComponentDocument::fromBytes(bytes, u"/d/c.xml"_s);
-    QVERIFY(opened.document);
-    QCOMPARE(opened.warnings, warnings);
+    QVERIFY(opened.isOk());
+    QCOMPARE(warningsOf(opened.status()), warnings);
 }
 
 namespace {
@@ -440,13 +449,13 @@ void tst_ComponentDocument::created()
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"component.xml"_s);
-    QString error;
-    const auto document =
-        ComponentDocument::create({u"v_w"_s, u"lib"_s, u"demo"_s, u"1.0"_s}, path, &error);
-    QVERIFY2(document, qPrintable(error));
+    const auto created = ComponentDocument::create({u"v_w"_s, u"lib"_s, u"demo"_s, u"1.0"_s}, path);
+    QVERIFY2(created.isOk(), qPrintable(created.status().text()));
+    ComponentDocument *const document = created.value().get();
     QVERIFY(document->isModified());
     QVERIFY(!QFile::exists(path));
-    QVERIFY2(document->save(&error), qPrintable(error));
+    const Status saved = document->save();
+    QVERIFY2(saved.isOk(), qPrintable(saved.text()));
     QVERIFY(!document->isModified());
     QCOMPARE(contentOf(path),
              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
@@ -457,24 +466,23 @@ void tst_ComponentDocument::created()
              "  <ipxact:name>demo</ipxact:name>\n"
              "  <ipxact:version>1.0</ipxact:version>\n"
              "</ipxact:component>\n");
-    QVERIFY(ComponentDocument::open(path).document);
+    QVERIFY(ComponentDocument::open(path).isOk());
 }
 
 void tst_ComponentDocument::createdRefused()
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"component.xml"_s);
-    QString error;
-    QVERIFY(!ComponentDocument::create({{}, {}, {}, {}}, path, &error));
-    QCOMPARE(error, u"The name of a design must not be empty."_s);
-    QVERIFY(!ComponentDocument::create({QString(QChar(1)), {}, u"n"_s, {}}, path, &error));
-    QCOMPARE(error, u"The text holds the character U+0001, which XML cannot carry."_s);
+    QCOMPARE(ComponentDocument::create({{}, {}, {}, {}}, path).status().text(),
+             u"The name of a design must not be empty."_s);
+    QCOMPARE(ComponentDocument::create({QString(QChar(1)), {}, u"n"_s, {}}, path).status().text(),
+             u"The text holds the character U+0001, which XML cannot carry."_s);
 
-    const auto document = ComponentDocument::create({{}, {}, u"n"_s, {}}, path);
-    QVERIFY(document);
+    const auto document = ComponentDocument::create({{}, {}, u"n"_s, {}}, path).value();
     put(path, "somebody else's");
-    QVERIFY(!document->save(&error));
-    QCOMPARE(error, u"The file %1 is there already; it is not overwritten."_s.arg(path));
+    const Status saved = document->save();
+    QCOMPARE(saved.kind(), Status::Kind::AlreadyExists);
+    QCOMPARE(saved.text(), u"The file %1 is there already; it is not overwritten."_s.arg(path));
     QCOMPARE(contentOf(path), "somebody else's");
 }
 
@@ -484,10 +492,10 @@ void tst_ComponentDocument::saved()
     const QString path = folder.filePath(u"component.xml"_s);
     put(path, component({}));
     QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup));
-    const auto document = ComponentDocument::open(path).document;
+    const auto document = ComponentDocument::open(path).value();
     QVERIFY(document->setText(DesignField::Version, u"2"_s));
     QVERIFY(document->isModified());
-    QVERIFY(document->save());
+    QVERIFY(document->save().isOk());
     QVERIFY(!document->isModified());
     QCOMPARE(contentOf(path), component({}).replace("1.0</i", "2</i"));
     QCOMPARE(QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther),
@@ -502,20 +510,20 @@ void tst_ComponentDocument::savedTwice()
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"component.xml"_s);
     put(path, component({}));
-    const auto document = ComponentDocument::open(path).document;
+    const auto document = ComponentDocument::open(path).value();
     const FileSetId set = document->files().addFileSet(u"files"_s);
     const FileId file = document->files().add(u"a.v"_s, set);
-    QVERIFY(document->save());
+    QVERIFY(document->save().isOk());
     QVERIFY(document->files().contains(file));
     QVERIFY(document->files().setPath(file, u"b.v"_s));
     QVERIFY(document->isModified());
-    QString error;
-    QVERIFY2(document->save(&error), qPrintable(error));
-    const auto again = ComponentDocument::open(path).document;
+    const Status saved = document->save();
+    QVERIFY2(saved.isOk(), qPrintable(saved.text()));
+    const auto again = ComponentDocument::open(path).value();
     QCOMPARE(again->files().path(again->files().files().first()), u"b.v"_s);
     document->files().remove(file);
-    QVERIFY(document->save());
-    QVERIFY(ComponentDocument::open(path).document->files().files().isEmpty());
+    QVERIFY(document->save().isOk());
+    QVERIFY(ComponentDocument::open(path).value()->files().files().isEmpty());
 }
 
 void tst_ComponentDocument::changedOnDisk_data()
@@ -543,27 +551,28 @@ void tst_ComponentDocument::changedOnDisk()
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"component.xml"_s);
     put(path, component({}));
-    const auto document = ComponentDocument::open(path).document;
+    const auto document = ComponentDocument::open(path).value();
     QVERIFY(document->setText(DesignField::Version, u"2"_s));
     if (afterSave)
-        QVERIFY(document->save());
+        QVERIFY(document->save().isOk());
     QVERIFY(document->setText(DesignField::Vendor, u"new"_s));
     put(path, content);
-    QString error;
-    QCOMPARE(document->save(&error), !refused);
+    const Status saved = document->save();
+    QCOMPARE(saved.isOk(), !refused);
     if (refused) {
-        QCOMPARE(error,
+        QCOMPARE(saved.kind(), Status::Kind::Conflict);
+        QCOMPARE(saved.text(),
                  u"The file %1 has changed on disk since it was read; it is not "
                  "overwritten."_s.arg(path));
         QCOMPARE(contentOf(path), content);
         QVERIFY(document->isModified());
-        QVERIFY(!document->save());
+        QVERIFY(!document->save().isOk());
     } else {
         QCOMPARE(contentOf(path), document->bytes());
     }
     // A file that is gone is nobody's change to lose.
     QVERIFY(QFile::remove(path));
-    QVERIFY(document->save());
+    QVERIFY(document->save().isOk());
     QCOMPARE(contentOf(path), document->bytes());
 }
 
@@ -574,9 +583,9 @@ void tst_ComponentDocument::copies()
     const QString copy = folder.filePath(u"copy.xml"_s);
     put(path, component({}));
     put(copy, "old");
-    const auto document = ComponentDocument::open(path).document;
+    const auto document = ComponentDocument::open(path).value();
     QVERIFY(document->setText(DesignField::Version, u"2"_s));
-    QVERIFY(document->saveCopy(copy));
+    QVERIFY(document->saveCopy(copy).isOk());
     QCOMPARE(contentOf(copy), document->bytes());
     QCOMPARE(contentOf(path), component({}));
     QVERIFY(document->isModified());
@@ -584,11 +593,11 @@ void tst_ComponentDocument::copies()
 
     const QString link = folder.filePath(u"link.xml"_s);
     QVERIFY(QFile::link(path, link));
-    QVERIFY(document->saveCopy(link));
+    QVERIFY(document->saveCopy(link).isOk());
     QVERIFY(!document->isModified());
     QCOMPARE(contentOf(path), document->bytes());
     QVERIFY(QFileInfo(link).isSymLink());
-    QVERIFY(document->save());
+    QVERIFY(document->save().isOk());
 }
 
 void tst_ComponentDocument::failedSave()
@@ -598,15 +607,14 @@ void tst_ComponentDocument::failedSave()
     QVERIFY(QDir().mkdir(inner));
     const QString path = inner + u"/component.xml"_s;
     put(path, component({}));
-    const auto document = ComponentDocument::open(path).document;
+    const auto document = ComponentDocument::open(path).value();
     QVERIFY(document->setText(DesignField::Version, u"2"_s));
     QVERIFY(QDir(inner).removeRecursively());
-    QString error;
-    QVERIFY(!document->save(&error));
-    QCOMPARE(error, u"Cannot write \"%1\": No such file or directory"_s.arg(path));
+    QCOMPARE(document->save().text(),
+             u"Cannot write \"%1\": No such file or directory"_s.arg(path));
     QVERIFY(document->isModified());
-    QVERIFY(!document->saveCopy(folder.path(), &error));
-    QCOMPARE(error, u"Cannot write \"%1\": it is a folder"_s.arg(folder.path()));
+    QCOMPARE(document->saveCopy(folder.path()).text(),
+             u"Cannot write \"%1\": it is a folder"_s.arg(folder.path()));
 }
 
 APPLESS_TEST_CLASS(tst_ComponentDocument)

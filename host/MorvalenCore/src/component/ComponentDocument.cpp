@@ -12,6 +12,8 @@
 #include <QFileInfo>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -59,43 +61,41 @@ ComponentDocument::ComponentDocument(std::unique_ptr<Private> data)
 
 ComponentDocument::~ComponentDocument() = default;
 
-ComponentDocument::Opened ComponentDocument::open(const QString &path)
+Result<std::unique_ptr<ComponentDocument>> ComponentDocument::open(const QString &path)
 {
-    Opened opened;
     ComponentFile file(absolutePath(path));
-    QByteArray bytes;
-    QString reason;
-    if (!file.read(bytes, reason)) {
-        opened.error = u"%1:1: %2"_s.arg(file.path(), reason);
-        return opened;
+    const Result<QByteArray> bytes = file.read();
+    if (!bytes.isOk()) {
+        const Status &status = bytes.status();
+        return status.withText(u"%1:1: %2"_s.arg(file.path(), status.text()));
     }
-    return read(file, bytes);
+    return read(file, bytes.value());
 }
 
-ComponentDocument::Opened ComponentDocument::fromBytes(const QByteArray &bytes, const QString &path)
+Result<std::unique_ptr<ComponentDocument>> ComponentDocument::fromBytes(const QByteArray &bytes,
+                                                                        const QString &path)
 {
     return read(ComponentFile(absolutePath(path)), bytes);
 }
 
-ComponentDocument::Opened ComponentDocument::read(const ComponentFile &file,
-                                                  const QByteArray &bytes)
+Result<std::unique_ptr<ComponentDocument>> ComponentDocument::read(const ComponentFile &file,
+                                                                   const QByteArray &bytes)
 {
-    Opened opened;
     ComponentReader reader(bytes, file.path());
-    opened.error = reader.error();
-    if (!opened.error.isEmpty())
-        return opened;
+    if (!reader.error().isEmpty())
+        return Status::malformed(reader.error());
     auto data = std::make_unique<Private>(file, bytes, reader);
-    IdentityFindings findings = IdentityCheck::check(data->tree, file.path());
-    opened.error = findings.error;
-    opened.warnings = findings.warnings;
-    if (opened.error.isEmpty())
-        opened.document.reset(new ComponentDocument(std::move(data)));
-    return opened;
+    const IdentityFindings findings = IdentityCheck::check(data->tree, file.path());
+    Status status = findings.error.isEmpty() ? Status() : Status::malformed(findings.error);
+    for (const QString &warning : findings.warnings)
+        status.addWarning(warning);
+    if (!status.isOk())
+        return status;
+    return {std::unique_ptr<ComponentDocument>(new ComponentDocument(std::move(data))), status};
 }
 
-std::unique_ptr<ComponentDocument> ComponentDocument::create(const Identity &identity,
-                                                             const QString &path, QString *error)
+Result<std::unique_ptr<ComponentDocument>> ComponentDocument::create(const Identity &identity,
+                                                                     const QString &path)
 {
     const QByteArray bytes =
         QByteArray(newDocument).replace("%1", Ipxact::namespaceOf(Generation::Ieee2014));
@@ -104,11 +104,14 @@ std::unique_ptr<ComponentDocument> ComponentDocument::create(const Identity &ide
     std::unique_ptr<ComponentDocument> document(
         new ComponentDocument(std::make_unique<Private>(file, bytes, reader)));
     document->d->isNew = true;
-    const bool named = document->setText(DesignField::Vendor, identity.vendor, error)
-        && document->setText(DesignField::Library, identity.library, error)
-        && document->setText(DesignField::Name, identity.name, error)
-        && document->setText(DesignField::Version, identity.version, error);
-    return named ? std::move(document) : nullptr;
+    QString error;
+    const bool named = document->setText(DesignField::Vendor, identity.vendor, &error)
+        && document->setText(DesignField::Library, identity.library, &error)
+        && document->setText(DesignField::Name, identity.name, &error)
+        && document->setText(DesignField::Version, identity.version, &error);
+    if (!named)
+        return Status::invalidArgument(error);
+    return document;
 }
 
 QString ComponentDocument::path() const { return d->file.path(); }
@@ -147,22 +150,23 @@ bool ComponentDocument::isModified() const
 
 QByteArray ComponentDocument::bytes() const { return d->tree.xml.bytes(); }
 
-bool ComponentDocument::save(QString *error)
+Status ComponentDocument::save()
 {
-    if (!d->file.write(bytes(), error))
-        return false;
+    const Status written = d->file.write(bytes());
+    if (!written.isOk())
+        return written;
     d->isNew = false;
     d->savedRevision = d->tree.xml.revision();
-    return true;
+    return written;
 }
 
-bool ComponentDocument::saveCopy(const QString &path, QString *error)
+Status ComponentDocument::saveCopy(const QString &path)
 {
     if (absolutePath(path) == this->path()
         || (QFileInfo::exists(path)
             && QFileInfo(path).canonicalFilePath() == QFileInfo(this->path()).canonicalFilePath()))
-        return save(error);
-    return Qtilities::Core::writeFileAtomically(absolutePath(path), bytes(), error);
+        return save();
+    return Qtilities::Core::writeFileAtomically(absolutePath(path), bytes());
 }
 
 } // namespace MorvalenCore

@@ -28,29 +28,22 @@ class ComponentFile;
 class ComponentDocument final : public DesignDocument
 {
 public:
-    // What open() gives: either a document, perhaps with warnings (an empty vendor, library or
-    // version, characters that the standard does not allow there), or an error. Warnings and
-    // error read "FILE:LINE: reason".
-    struct Opened
-    {
-        std::unique_ptr<ComponentDocument> document;
-        QString error;
-        QStringList warnings;
-    };
-
     // Reads the component file at path; a relative path is of the process's folder. Refused are
     // what cannot be read or is not well-formed, other documents than components, unknown
     // generations, a missing name, document types, other encodings than UTF-8, Latin-1 and ASCII,
-    // and what goes beyond the limits (256 MiB, and those of XmlLimits).
-    static Opened open(const QString &path);
+    // and what goes beyond the limits (256 MiB, and those of XmlLimits). An empty vendor, library
+    // or version, and characters that the standard does not allow there, are remarked on. Remarks
+    // and the sentence of a failure read "FILE:LINE: reason".
+    static Qtilities::Core::Result<std::unique_ptr<ComponentDocument>> open(const QString &path);
 
     // The same for bytes at hand; path is what messages call it and where save() would write.
-    static Opened fromBytes(const QByteArray &bytes, const QString &path);
+    static Qtilities::Core::Result<std::unique_ptr<ComponentDocument>>
+    fromBytes(const QByteArray &bytes, const QString &path);
 
     // A new 1685-2014 component that save() will write to path, where no file may be by then.
-    // Null, with the reason in *error, when XML cannot carry the identity or the name is empty.
-    static std::unique_ptr<ComponentDocument> create(const Identity &identity, const QString &path,
-                                                     QString *error = nullptr);
+    // Fails when XML cannot carry the identity or the name is empty.
+    static Qtilities::Core::Result<std::unique_ptr<ComponentDocument>>
+    create(const Identity &identity, const QString &path);
 
     ~ComponentDocument() override;
 
@@ -93,16 +86,17 @@ public:
 
     // Writes the document to path(), atomically. Refuses, and leaves the file alone, when it has
     // changed on disk since it was read or last saved.
-    bool save(QString *error = nullptr) override;
+    Qtilities::Core::Status save() override;
 
     // Writes a copy elsewhere, atomically, replacing what is there; path(), the edits and
     // isModified() stay as they are. Saves as save() does where the path is the document's own.
-    bool saveCopy(const QString &path, QString *error = nullptr) override;
+    Qtilities::Core::Status saveCopy(const QString &path) override;
 
 private:
     class Private;
     explicit ComponentDocument(std::unique_ptr<Private> data);
-    static Opened read(const ComponentFile &file, const QByteArray &bytes);
+    static Qtilities::Core::Result<std::unique_ptr<ComponentDocument>>
+    read(const ComponentFile &file, const QByteArray &bytes);
 
     std::unique_ptr<Private> d;
     std::unique_ptr<ComponentFiles> filesPart;

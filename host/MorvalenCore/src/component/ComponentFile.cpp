@@ -12,6 +12,8 @@
 #include <ctime>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -46,45 +48,43 @@ std::optional<ComponentFile::Stamp> ComponentFile::stampOf() const
     return Stamp {status.st_size, changed, inNanoseconds(now) - changed < restingTime};
 }
 
-bool ComponentFile::read(QByteArray &bytes, QString &error)
+// Whether there is something that can be read as a whole.
+Status ComponentFile::checkPath() const
 {
     // The system would take the part in front of the zero for the name.
-    if (filePath.contains(QChar(0))) {
-        error = u"The path holds a zero byte."_s;
-        return false;
-    }
+    if (filePath.contains(QChar(0)))
+        return Status::invalidArgument(u"The path holds a zero byte."_s);
     struct stat status = {};
     if (::stat(QFile::encodeName(filePath).constData(), &status) != 0) {
-        error = u"The file cannot be read: %1."_s.arg(qt_error_string(errno));
-        return false;
+        const auto kind = errno == ENOENT ? Status::Kind::NotFound : Status::Kind::Io;
+        return {kind, u"The file cannot be read: %1."_s.arg(qt_error_string(errno))};
     }
-    if (S_ISDIR(status.st_mode)) {
-        error = u"The path is a directory, not a component file."_s;
-        return false;
-    }
-    if (!S_ISREG(status.st_mode)) {
-        error = u"The path is no regular file."_s;
-        return false;
-    }
+    if (S_ISDIR(status.st_mode))
+        return Status::invalidArgument(u"The path is a directory, not a component file."_s);
+    if (!S_ISREG(status.st_mode))
+        return Status::invalidArgument(u"The path is no regular file."_s);
     if (status.st_size > greatestSize) {
-        error = u"The file is larger than %1 MiB."_s.arg(greatestSize >> 20);
-        return false;
+        return Status::malformed(u"The file is larger than %1 MiB."_s.arg(greatestSize >> 20));
     }
+    return {};
+}
+
+Result<QByteArray> ComponentFile::read()
+{
+    if (const Status status = checkPath(); !status.isOk())
+        return status;
     stamp = stampOf();
     QFile file(filePath);
-    if (!file.open(QIODevice::ReadOnly)) {
-        error = u"The file cannot be read: %1."_s.arg(file.errorString());
-        return false;
-    }
+    if (!file.open(QIODevice::ReadOnly))
+        return Status::io(u"The file cannot be read: %1."_s.arg(file.errorString()));
     // One byte more tells whether it has grown meanwhile.
-    bytes = file.read(status.st_size + 1);
-    if (file.error() != QFileDevice::NoError || bytes.size() != status.st_size) {
-        error = u"The file cannot be read: %1."_s.arg(
-            file.error() != QFileDevice::NoError ? file.errorString() : u"it changes meanwhile"_s);
-        return false;
+    const qint64 size = stamp ? stamp->size : 0;
+    contentRead = file.read(size + 1);
+    if (file.error() != QFileDevice::NoError || contentRead.size() != size) {
+        return Status::io(u"The file cannot be read: %1."_s.arg(
+            file.error() != QFileDevice::NoError ? file.errorString() : u"it changes meanwhile"_s));
     }
-    contentRead = bytes;
-    return true;
+    return contentRead;
 }
 
 bool ComponentFile::isChanged() const
@@ -105,22 +105,23 @@ bool ComponentFile::isChanged() const
     return contentHash.isEmpty() ? content != contentRead : hashOf(content) != contentHash;
 }
 
-bool ComponentFile::write(const QByteArray &bytes, QString *error)
+Status ComponentFile::write(const QByteArray &bytes)
 {
     if (isChanged()) {
-        if (error != nullptr)
-            *error = stamp
-                ? u"The file %1 has changed on disk since it was read; it is not "
-                  "overwritten."_s.arg(filePath)
-                : u"The file %1 is there already; it is not overwritten."_s.arg(filePath);
-        return false;
+        return stamp
+            ? Status::conflict(
+                u"The file %1 has changed on disk since it was read; it is not overwritten."_s.arg(
+                    filePath))
+            : Status::alreadyExists(
+                u"The file %1 is there already; it is not overwritten."_s.arg(filePath));
     }
-    if (!Qtilities::Core::writeFileAtomically(filePath, bytes, error))
-        return false;
+    const Status written = Qtilities::Core::writeFileAtomically(filePath, bytes);
+    if (!written.isOk())
+        return written;
     stamp = stampOf();
     contentHash = hashOf(bytes);
     contentRead.clear();
-    return true;
+    return {};
 }
 
 } // namespace MorvalenCore

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Qtilities/Status.h>
+
 #include <QByteArray>
 #include <QString>
 
@@ -21,15 +23,16 @@ public:
 
     const QString &path() const { return filePath; }
 
-    // False with one sentence in error.
-    bool read(QByteArray &bytes, QString &error);
+    Qtilities::Core::Result<QByteArray> read();
 
     // Replaces the file by bytes, atomically. Refuses when the file differs from what was read or
     // written last: size and time of change are compared, and the content where they do not
     // settle it. A file that is gone is written anew.
-    bool write(const QByteArray &bytes, QString *error);
+    Qtilities::Core::Status write(const QByteArray &bytes);
 
 private:
+    Qtilities::Core::Status checkPath() const;
+
     struct Stamp
     {
         std::int64_t size = 0;

@@ -3,8 +3,21 @@
 #include "component/ComponentDocument.h"
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
 
 namespace MorvalenCore {
+
+namespace {
+
+Result<std::unique_ptr<DesignDocument>>
+asDesignDocument(Result<std::unique_ptr<ComponentDocument>> document)
+{
+    if (!document.isOk())
+        return document.status();
+    return {std::move(document.value()), document.status()};
+}
+
+} // namespace
 
 const ComponentFormat &ComponentFormat::instance()
 {
@@ -14,16 +27,15 @@ const ComponentFormat &ComponentFormat::instance()
 
 QString ComponentFormat::fileName() const { return u"component.xml"_s; }
 
-DocumentFormat::Opened ComponentFormat::open(const QString &path) const
+Result<std::unique_ptr<DesignDocument>> ComponentFormat::open(const QString &path) const
 {
-    ComponentDocument::Opened opened = ComponentDocument::open(path);
-    return {std::move(opened.document), opened.error, opened.warnings};
+    return asDesignDocument(ComponentDocument::open(path));
 }
 
-std::unique_ptr<DesignDocument> ComponentFormat::create(const DesignDocument::Identity &identity,
-                                                        const QString &path, QString *error) const
+Result<std::unique_ptr<DesignDocument>>
+ComponentFormat::create(const DesignDocument::Identity &identity, const QString &path) const
 {
-    return ComponentDocument::create(identity, path, error);
+    return asDesignDocument(ComponentDocument::create(identity, path));
 }
 
 } // namespace MorvalenCore

@@ -11,9 +11,10 @@ public:
     static const ComponentFormat &instance();
 
     QString fileName() const override;
-    Opened open(const QString &path) const override;
-    std::unique_ptr<DesignDocument> create(const DesignDocument::Identity &identity,
-                                           const QString &path, QString *error) const override;
+    Qtilities::Core::Result<std::unique_ptr<DesignDocument>>
+    open(const QString &path) const override;
+    Qtilities::Core::Result<std::unique_ptr<DesignDocument>>
+    create(const DesignDocument::Identity &identity, const QString &path) const override;
 };
 
 } // namespace MorvalenCore

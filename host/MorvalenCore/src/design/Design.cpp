@@ -16,25 +16,24 @@ using Qtilities::Core::Status;
 Result<std::unique_ptr<Design>> Design::create(const DocumentFormat &format, const QString &type,
                                                const QString &name)
 {
+    Result<std::unique_ptr<DesignDocument>> document =
+        format.create({QString(), QString(), name, u"1.0"_s}, format.fileName());
+    if (!document.isOk())
+        return document.status();
     QString error;
-    std::unique_ptr<DesignDocument> document =
-        format.create({QString(), QString(), name, u"1.0"_s}, format.fileName(), &error);
-    if (!document || !document->setText(DesignField::Type, type, &error))
+    if (!document.value()->setText(DesignField::Type, type, &error))
         return Status::invalidArgument(error);
-    return std::unique_ptr<Design>(new Design(format, std::move(document)));
+    return std::unique_ptr<Design>(new Design(format, std::move(document).value()));
 }
 
 Result<std::unique_ptr<Design>> Design::open(const DocumentFormat &format, const QString &fileName)
 {
-    DocumentFormat::Opened opened = format.open(fileName);
-    Status status;
-    for (const QString &warning : opened.warnings)
-        status.addWarning(warning);
-    if (!opened.document)
-        return Status::malformed(opened.error).after(status);
-    std::unique_ptr<Design> design(new Design(format, std::move(opened.document)));
+    Result<std::unique_ptr<DesignDocument>> document = format.open(fileName);
+    if (!document.isOk())
+        return document.status();
+    std::unique_ptr<Design> design(new Design(format, std::move(document.value())));
     design->load();
-    return {std::move(design), status};
+    return {std::move(design), document.status()};
 }
 
 Design::Design(const DocumentFormat &documentFormat, std::unique_ptr<DesignDocument> document)
@@ -82,9 +81,10 @@ void Design::close()
     files.clear();
     state.setPlaced(false);
     // What was read is not kept in memory; a design that is closed may wait long for its end.
-    if (std::unique_ptr<DesignDocument> identity =
-            format.create({vendor(), library(), name(), version(u"."_s)}, format.fileName()))
-        state.setDocument(std::move(identity));
+    Result<std::unique_ptr<DesignDocument>> identity =
+        format.create({vendor(), library(), name(), version(u"."_s)}, format.fileName());
+    if (identity.isOk())
+        state.setDocument(std::move(identity).value());
 }
 
 // The parts of a version are joined by dots in the document.
@@ -201,19 +201,13 @@ Status Design::trySaveToComponentFile()
     if (!state.isPlaced())
         return Status::notFound(u"The design \"%1\" has no working folder yet"_s.arg(name()));
     const bool wasModified = isModified();
-    QString error;
-    if (!state.document().save(&error))
-        return Status::io(error);
-    if (wasModified)
+    const Status saved = state.document().save();
+    if (saved.isOk() && wasModified)
         changes.changed();
-    return {};
+    return saved;
 }
 
-Status Design::saveCopy(const QString &fileName)
-{
-    QString error;
-    return state.document().saveCopy(fileName, &error) ? Status() : Status::io(error);
-}
+Status Design::saveCopy(const QString &fileName) { return state.document().saveCopy(fileName); }
 
 Result<DesignFile *> Design::tryAddFile(const QString &actualPath, const QString &node, bool notify)
 {

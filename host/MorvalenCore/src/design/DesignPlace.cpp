@@ -16,11 +16,11 @@ Status DesignPlace::settleIn(const QString &path)
     const QStringList folders = structureFolders();
     if (const Status made = folder.make(path, folders); !made.isOk())
         return made;
-    QString error;
     NewDocument document = newDocument(path + u'/' + format.fileName(), folders);
-    if (!document.isOk() || !document.value()->save(&error)) {
+    const Status saved = document.isOk() ? document.value()->save() : document.status();
+    if (!saved.isOk()) {
         folder.takeBack();
-        return document.isOk() ? Status::io(error) : document.status();
+        return saved;
     }
     folder.addFile(format.fileName());
     state.setDocument(std::move(document).value());
@@ -45,17 +45,19 @@ DesignPlace::NewDocument DesignPlace::newDocument(const QString &path,
 DesignPlace::NewDocument DesignPlace::copyFor(const QString &path) const
 {
     const DesignDocument &present = state.document();
-    QString error;
-    std::unique_ptr<DesignDocument> document =
+    NewDocument document =
         format.create({present.text(DesignField::Vendor), present.text(DesignField::Library),
                        present.text(DesignField::Name), present.text(DesignField::Version)},
-                      path, &error);
+                      path);
+    if (!document.isOk())
+        return document;
+    QString error;
     for (const DesignField field : {DesignField::Description, DesignField::Author,
                                     DesignField::Type, DesignField::Structure}) {
-        if (!document || !document->setText(field, present.text(field), &error))
+        if (!document.value()->setText(field, present.text(field), &error))
             return Status::invalidArgument(error);
     }
-    document->setReadOnly(present.isReadOnly());
+    document.value()->setReadOnly(present.isReadOnly());
     return document;
 }
 

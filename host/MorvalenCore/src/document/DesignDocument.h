@@ -7,6 +7,8 @@
 #include "document/DocumentProperties.h"
 #include "document/DocumentSharedValues.h"
 
+#include <Qtilities/Status.h>
+
 namespace MorvalenCore {
 
 // What a design is written in: all that stands between a design and its file on disk. A design
@@ -65,11 +67,11 @@ public:
 
     // Writes the document to path(), atomically. Refuses, and leaves the file alone, when it has
     // changed on disk since it was read or last saved.
-    virtual bool save(QString *error = nullptr) = 0;
+    virtual Qtilities::Core::Status save() = 0;
 
     // Writes a copy elsewhere, atomically, replacing what is there; path(), the edits and
     // isModified() stay as they are. Saves as save() does where the path is the document's own.
-    virtual bool saveCopy(const QString &path, QString *error = nullptr) = 0;
+    virtual Qtilities::Core::Status saveCopy(const QString &path) = 0;
 };
 
 } // namespace MorvalenCore
