@@ -31,6 +31,16 @@ public:
         return journal.perform(callText("structures.setDefault", {designType, structureName}),
                                [&] { defaults.insert(designType, structureName); });
     }
+    // For the window, which asks for the reason: the same call.
+    Qtilities::Core::Status
+    trySetDefaultStructureNameForDesignType(const QString &designType,
+                                            const QString &structureName) override
+    {
+        using Qtilities::Core::Status;
+        return setDefaultStructureNameForDesignType(designType, structureName)
+            ? Status()
+            : Status::failed(QStringLiteral("The manager refuses it"));
+    }
     QString designStructureID(const QString &structureName) const override
     {
         return QStringLiteral("id of ") + structureName;

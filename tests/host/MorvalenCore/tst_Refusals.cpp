@@ -12,6 +12,7 @@
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::BuildConfiguration;
 using MorvalenCore::DesignConstructor;
+using MorvalenCore::DesignStructureManager;
 using MorvalenCore::Interfaces::IDesign;
 using Qtilities::Core::Status;
 
@@ -125,6 +126,20 @@ void tst_Refusals::areValues_data()
             return design.tryRemoveBuildConfiguration(u"none"_s);
         },
         u"not_found"_s, u"The design \"uart\" has no build configuration \"none\" of its own"_s);
+    add(
+        "values-15 a default for a type that there is not",
+        [](SessionFixture &, IDesign &) {
+            return DesignStructureManager::instance()->trySetDefaultStructureNameForDesignType(
+                u"Odd Design"_s, u"Flat"_s);
+        },
+        u"not_found"_s, u"There is no design type \"Odd Design\""_s);
+    add(
+        "values-16 a default that there is not",
+        [](SessionFixture &, IDesign &) {
+            return DesignStructureManager::instance()->trySetDefaultStructureNameForDesignType(
+                u"Custom Design"_s, u"Round"_s);
+        },
+        u"not_found"_s, u"There is no design structure \"Round\""_s);
 }
 
 void tst_Refusals::areValues()

@@ -2,6 +2,8 @@
 
 #include <MorvalenCore/MorvalenCoreExport.h>
 
+#include <Qtilities/Status.h>
+
 #include <QObject>
 #include <QStringList>
 
@@ -29,8 +31,12 @@ public:
     // The default structure of a type, remembered in the settings; empty for an unknown type.
     virtual QString defaultStructureIdForDesignType(const QString &designType) const = 0;
     virtual QString defaultStructureNameForDesignType(const QString &designType) const = 0;
+    virtual Qtilities::Core::Status
+    trySetDefaultStructureNameForDesignType(const QString &designType,
+                                            const QString &structureName) = 0;
+    // The same for callers that can only take a bool; the log says nothing.
     virtual bool setDefaultStructureNameForDesignType(const QString &designType,
-                                                      const QString &structureName) = 0;
+                                                      const QString &structureName);
 
     // The id of a structure; empty for an unknown name.
     virtual QString designStructureID(const QString &structureName) const = 0;

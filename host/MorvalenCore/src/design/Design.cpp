@@ -1,5 +1,6 @@
 #include "design/Design.h"
 
+#include "document/statusof.h"
 #include "log/hostlog.h"
 #include "structures/structures.h"
 
@@ -113,7 +114,7 @@ Status Design::setIdentity(DesignField field, const QString &text)
         const QString refusal = registry && newId != oldId ? registry->idRefusal(newId) : QString();
         if (!refusal.isEmpty()) {
             state.document().setText(field, oldText);
-            return false;
+            return Status::alreadyExists(refusal);
         }
         setObjectName(name());
         if (registry)

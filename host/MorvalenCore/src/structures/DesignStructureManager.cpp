@@ -26,4 +26,10 @@ DesignStructureManager *DesignStructureManager::instance() { return slot().get()
 
 void DesignStructureManager::setInstance(DesignStructureManager *manager) { slot().set(manager); }
 
+bool DesignStructureManager::setDefaultStructureNameForDesignType(const QString &designType,
+                                                                  const QString &structureName)
+{
+    return trySetDefaultStructureNameForDesignType(designType, structureName).isOk();
+}
+
 } // namespace MorvalenCore

@@ -7,6 +7,7 @@
 #include <QDir>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -53,11 +54,19 @@ QString StandardStructureManager::defaultStructureNameForDesignType(const QStrin
     return findDesignStructure(chosen) ? chosen : type->defaultStructure;
 }
 
-bool StandardStructureManager::setDefaultStructureNameForDesignType(const QString &designType,
-                                                                    const QString &structureName)
+Status
+StandardStructureManager::trySetDefaultStructureNameForDesignType(const QString &designType,
+                                                                  const QString &structureName)
 {
-    return findType(designType) && findDesignStructure(structureName)
-        && writeSetting(settingsGroup, designType, structureName);
+    if (!findType(designType))
+        return Status::notFound(u"There is no design type \"%1\""_s.arg(designType));
+    if (!findDesignStructure(structureName))
+        return Status::notFound(u"There is no design structure \"%1\""_s.arg(structureName));
+    if (!writeSetting(settingsGroup, designType, structureName)) {
+        return Status::io(
+            u"The settings file \"%1\" cannot be written"_s.arg(sessionSettingsFile()));
+    }
+    return {};
 }
 
 QString StandardStructureManager::designStructureID(const QString &structureName) const

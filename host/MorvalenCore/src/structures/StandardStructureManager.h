@@ -17,8 +17,9 @@ public:
     QStringList designStructureNamesForDesign(const QString &designType) const override;
     QString defaultStructureIdForDesignType(const QString &designType) const override;
     QString defaultStructureNameForDesignType(const QString &designType) const override;
-    bool setDefaultStructureNameForDesignType(const QString &designType,
-                                              const QString &structureName) override;
+    Qtilities::Core::Status
+    trySetDefaultStructureNameForDesignType(const QString &designType,
+                                            const QString &structureName) override;
     QString designStructureID(const QString &structureName) const override;
     QString activeDesignRepositoryPathForStructure(const QString &structure,
                                                    bool create) const override;
