@@ -128,7 +128,7 @@ void MainWindow::adoptConsole(QtclConsole *theConsole)
 void MainWindow::openFiles(const QStringList &files)
 {
     for (const QString &file : files)
-        openFile(file);
+        static_cast<void>(openFile(file));
 }
 
 void MainWindow::showExtensionWidget(const ExtensionWidgetParameters &parameters)

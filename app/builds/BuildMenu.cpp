@@ -167,11 +167,8 @@ void BuildMenu::addConfiguration()
         return;
     {
         HostCall attempt(window(), tr("Not Added"));
-        QString error;
-        if (!active->addBuildConfiguration(name, &error)) {
-            attempt.refused(error);
+        if (!attempt.take(active->tryAddBuildConfiguration(name).status()))
             return;
-        }
     }
     Q_EMIT configurationActivated(idOf(*active), name);
 }
@@ -196,7 +193,5 @@ void BuildMenu::removeConfiguration()
     if (box.clickedButton() != agreed || !object)
         return;
     HostCall attempt(window(), tr("Not Removed"));
-    QString error;
-    if (!active->removeBuildConfiguration(name, &error))
-        attempt.refused(error);
+    attempt.take(active->tryRemoveBuildConfiguration(name));
 }

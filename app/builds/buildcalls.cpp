@@ -9,6 +9,7 @@
 #include <MorvalenCore/Cleaner.h>
 #include <MorvalenCore/IDesign.h>
 #include <Qtilities/Logger.h>
+#include <Qtilities/statuslog.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -23,6 +24,7 @@ using MorvalenCore::DesignCleanParameters;
 using MorvalenCore::DesignFile;
 using MorvalenCore::Interfaces::IDesign;
 using Qtilities::Logging::Logger;
+using Qtilities::Logging::StatusCollector;
 
 namespace {
 
@@ -99,8 +101,10 @@ void buildcalls::clean(IDesign *design, bool allVersions, QWidget *window)
     parameters.grouping.setVersionsPrevious(allVersions);
     QString report;
     {
-        const HostCall attempt(window, tr("Not Cleaned"));
+        HostCall attempt(window, tr("Not Cleaned"));
+        const StatusCollector refused;
         Cleaner().cleanDesign(design, parameters, &report);
+        attempt.take(refused.statuses());
     }
     auto *dialog = new ReportDialog(tr("Cleaning Report"), report, window);
     dialog->setAttribute(Qt::WA_DeleteOnClose);

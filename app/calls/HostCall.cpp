@@ -3,6 +3,7 @@
 #include "app/messages/messages.h"
 
 #include <MorvalenCore/ChangeBracket.h>
+#include <Qtilities/statuslog.h>
 
 #include <QMessageBox>
 
@@ -16,17 +17,37 @@ HostCall::HostCall(QWidget *window, const QString &titleText) : parent(window), 
 HostCall::~HostCall()
 {
     ChangeBracket::instance()->close();
-    if (isRefused && reasons.isEmpty())
-        reasons.append(QMessageBox::tr("It was refused; no reason is known."));
-    QStringList lines = reasons.lines();
-    lines.removeDuplicates();
-    if (!lines.isEmpty() && parent)
-        messages::warn(parent, title, lines);
+    reasons.removeDuplicates();
+    if (!reasons.isEmpty() && parent)
+        messages::warn(parent, title, reasons);
 }
 
-void HostCall::refused(const QString &reason)
+bool HostCall::take(const Status &status)
 {
-    isRefused = true;
-    if (!reason.isEmpty())
-        reasons.append(reason);
+    reasons.append(linesOf(status));
+    return status.isOk();
+}
+
+void HostCall::take(const QList<Status> &statuses)
+{
+    for (const Status &status : statuses)
+        take(status);
+}
+
+bool HostCall::takeAndLog(const Status &status, Logger::MessageType failureType)
+{
+    Qtilities::Logging::logStatus(status, failureType);
+    return take(status);
+}
+
+QStringList HostCall::linesOf(const Status &status)
+{
+    QStringList lines;
+    for (const Status::Remark &remark : status.remarks())
+        lines.append(remark.text);
+    if (!status.isOk())
+        lines.append(status.text().isEmpty()
+                         ? QMessageBox::tr("It was refused; no reason is known.")
+                         : status.text());
+    return lines;
 }

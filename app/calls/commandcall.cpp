@@ -1,6 +1,9 @@
 #include "app/calls/commandcall.h"
 
+#include "app/calls/HostCall.h"
 #include "interp/tcltext.h"
+
+#include <Qtilities/statuslog.h>
 
 #include <vector>
 
@@ -14,6 +17,10 @@ CommandAnswer callCommand(commandsManager::CommandProc procedure, const QStringL
         argv.push_back(text.constData());
     argv.push_back(nullptr);
     Tcl_Interp *interp = commandsManager::getInstance(nullptr)->interp;
+    const Qtilities::Logging::StatusCollector told;
     const int code = procedure(nullptr, interp, int(texts.size()), argv.data());
-    return {code == TCL_OK, tcltext::result(interp)};
+    CommandAnswer answer {code == TCL_OK, tcltext::result(interp), {}};
+    for (const Qtilities::Core::Status &status : told.statuses())
+        answer.reasons.append(HostCall::linesOf(status));
+    return answer;
 }

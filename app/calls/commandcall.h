@@ -9,6 +9,8 @@ struct CommandAnswer
 {
     bool succeeded = false;
     QString text;
+    // What the host told the command, a line each; the command has its own words for it.
+    QStringList reasons;
 };
 
 // Calls the procedure of a command as a script does; the first argument is the command's. The

@@ -2,12 +2,14 @@
 
 #include <MorvalenCore/DesignManager.h>
 #include <Qtilities/ProjectManager.h>
+#include <Qtilities/statuslog.h>
 
 #include <QFile>
 #include <QXmlStreamReader>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
+using Qtilities::Core::Status;
 using Qtilities::ProjectManagement::ProjectManager;
 
 namespace {
@@ -25,9 +27,11 @@ bool isProjectFile(const QString &path)
     return reader.readNextStartElement() && reader.name() == u"project"_s;
 }
 
-bool openFile(const QString &file)
+Status openFile(const QString &file)
 {
-    if (isProjectFile(file))
-        return ProjectManager::instance()->openProject(file);
-    return DesignManager::instance()->parseDesignFromFile(QString(), file) != nullptr;
+    const Status status = isProjectFile(file)
+        ? ProjectManager::instance()->tryOpenProject(file)
+        : DesignManager::instance()->tryParseDesignFromFile(file).status();
+    Qtilities::Logging::logStatus(status);
+    return status;
 }

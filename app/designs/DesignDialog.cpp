@@ -16,6 +16,8 @@
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
 using MorvalenCore::Interfaces::IDesign;
+using Qtilities::Core::Status;
+using Qtilities::Logging::Logger;
 
 namespace {
 
@@ -121,24 +123,27 @@ void DesignDialog::accept()
     QDialog::accept();
     if (!row.isThere())
         return;
-    const HostCall attempt(parentWidget(), tr("Not Changed"));
-    apply(*row.design());
+    HostCall attempt(parentWidget(), tr("Not Changed"));
+    apply(*row.design(), attempt);
 }
 
-void DesignDialog::apply(IDesign &design)
+void DesignDialog::apply(IDesign &design, HostCall &attempt)
 {
+    const auto take = [&attempt](const Status &status) {
+        attempt.takeAndLog(status, Logger::Warning);
+    };
     if (design.isReadOnly() && !readOnly->isChecked())
-        design.setReadOnly(false);
+        take(design.trySetReadOnly(false));
     if (name->text() != design.name())
-        design.setName(name->text());
+        take(design.trySetName(name->text()));
     if (vendor->text() != design.vendor())
-        design.setVendor(vendor->text());
+        take(design.trySetVendor(vendor->text()));
     if (library->text() != design.library())
-        design.setLibrary(library->text());
+        take(design.trySetLibrary(library->text()));
     if (author->text() != design.author())
-        design.setAuthor(author->text());
+        take(design.trySetAuthor(author->text()));
     if (description->toPlainText() != design.description())
-        design.setDescription(description->toPlainText());
+        take(design.trySetDescription(description->toPlainText()));
     if (!design.isReadOnly() && readOnly->isChecked())
-        design.setReadOnly(true);
+        take(design.trySetReadOnly(true));
 }

@@ -4,6 +4,7 @@
 
 #include <QDialog>
 
+class HostCall;
 class QCheckBox;
 class QFormLayout;
 class QLabel;
@@ -27,7 +28,7 @@ private:
     QLineEdit *addLine(QFormLayout *form, const QString &label, const QString &text);
     void addFacts(QFormLayout *form, const MorvalenCore::Interfaces::IDesign &design);
     void check();
-    void apply(MorvalenCore::Interfaces::IDesign &design);
+    void apply(MorvalenCore::Interfaces::IDesign &design, HostCall &attempt);
 
     TreeRow row;
     QLineEdit *name = nullptr;

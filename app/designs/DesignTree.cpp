@@ -21,6 +21,7 @@
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
 using MorvalenCore::EditorManager;
+using Qtilities::Logging::Logger;
 
 namespace {
 
@@ -214,7 +215,7 @@ void DesignTree::openFile(const TreeRow &row)
 
 void DesignTree::setValue(const TreeRow &row, const QVariant &value)
 {
-    const HostCall attempt(window(), tr("Not Changed"));
+    HostCall attempt(window(), tr("Not Changed"));
     if (row.isThere())
-        row.property()->setValue(value);
+        attempt.takeAndLog(row.property()->trySetValue(value), Logger::Warning);
 }

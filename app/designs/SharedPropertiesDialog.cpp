@@ -6,6 +6,7 @@
 
 #include <MorvalenCore/DesignManager.h>
 #include <Qtilities/ObjectManager.h>
+#include <Qtilities/statuslog.h>
 
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
@@ -18,6 +19,8 @@ using MorvalenCore::DesignManager;
 using Qtilities::Core::ObjectManager;
 using Qtilities::Core::QtilitiesProperty;
 using Qtilities::Core::SharedProperty;
+using Qtilities::Core::Status;
+using Qtilities::Logging::StatusCollector;
 
 namespace {
 
@@ -135,8 +138,12 @@ void SharedPropertiesDialog::store(const QString &name, const QVariant &value)
         return;
     {
         HostCall attempt(this, tr("Not Changed"));
-        attempt.check(ObjectManager::setSharedProperty(
-            row.item, SharedProperty(name.toUtf8().constData(), value)));
+        const StatusCollector refused;
+        const bool done = ObjectManager::setSharedProperty(
+            row.item, SharedProperty(name.toUtf8().constData(), value));
+        if (!done && refused.statuses().isEmpty())
+            attempt.take(Status::invalidArgument({}));
+        attempt.take(refused.statuses());
     }
     refresh();
 }
@@ -146,8 +153,10 @@ void SharedPropertiesDialog::remove()
     if (!removeButton->isEnabled() || !row.isThere())
         return;
     {
-        const HostCall attempt(this, tr("Not Removed"));
+        HostCall attempt(this, tr("Not Removed"));
+        const StatusCollector refused;
         row.item->setProperty(currentName().toUtf8().constData(), QVariant());
+        attempt.take(refused.statuses());
     }
     refresh();
 }

@@ -9,29 +9,29 @@
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::Interfaces::IDesign;
+using Qtilities::Core::Status;
 
 namespace {
 
 QString tr(const char *text) { return DesignTree::tr(text); }
 
-// The system's reason why the file cannot be made; empty when it is there.
-QString makeFile(const QString &path)
+// Ok when the file is there.
+Status makeFile(const QString &path)
 {
     QFile file(path);
-    return QFileInfo::exists(path) || file.open(QIODevice::WriteOnly | QIODevice::NewOnly)
-        ? QString()
-        : tr("\"%1\" cannot be made: %2").arg(QDir::toNativeSeparators(path), file.errorString());
+    if (QFileInfo::exists(path) || file.open(QIODevice::WriteOnly | QIODevice::NewOnly))
+        return {};
+    return Status::io(
+        tr("\"%1\" cannot be made: %2").arg(QDir::toNativeSeparators(path), file.errorString()));
 }
 
-bool addOne(IDesign &design, const QString &node, const QString &path, QString *error)
+Status addOne(IDesign &design, const QString &node, const QString &path)
 {
     const QFileInfo info(path);
-    if (!info.exists()) {
-        *error = tr("There is no \"%1\"").arg(QDir::toNativeSeparators(path));
-        return false;
-    }
-    return info.isDir() ? design.addFolder(path, error) != nullptr
-                        : design.addFile(path, node, true, error) != nullptr;
+    if (!info.exists())
+        return Status::notFound(tr("There is no \"%1\"").arg(QDir::toNativeSeparators(path)));
+    return info.isDir() ? design.tryAddFolder(path).status()
+                        : design.tryAddFile(path, node, true).status();
 }
 
 QString nodeOf(const TreeRow &row)
@@ -49,11 +49,8 @@ void adding::addPaths(const TreeRow &row, const QStringList &paths, QWidget *win
         return;
     const QString node = nodeOf(row);
     HostCall attempt(window, tr("Not Added"));
-    for (const QString &path : paths) {
-        QString error;
-        if (!addOne(*row.design(), node, path, &error))
-            attempt.refused(error);
-    }
+    for (const QString &path : paths)
+        attempt.take(addOne(*row.design(), node, path));
 }
 
 bool adding::addNewFile(const TreeRow &row, const QString &path, QWidget *window)
@@ -61,15 +58,10 @@ bool adding::addNewFile(const TreeRow &row, const QString &path, QWidget *window
     if (!row.isThere())
         return false;
     HostCall attempt(window, tr("Not Added"));
-    QString error;
-    if (!row.design()->addFile(path, nodeOf(row), true, &error)) {
-        attempt.refused(error);
+    if (!attempt.take(row.design()->tryAddFile(path, nodeOf(row), true).status()))
         return false;
-    }
-    error = makeFile(path);
-    if (error.isEmpty())
-        return true;
-    row.design()->removeFile(path);
-    attempt.refused(error);
-    return false;
+    const Status made = makeFile(path);
+    if (!made.isOk())
+        row.design()->removeFile(path);
+    return attempt.take(made);
 }

@@ -12,7 +12,9 @@
 using MorvalenCore::DesignFile;
 using MorvalenCore::DesignFolder;
 using MorvalenCore::Interfaces::IDesign;
+using Qtilities::Core::Status;
 using Qtilities::CoreGui::TreeFileItem;
+using Qtilities::Logging::Logger;
 
 namespace {
 
@@ -24,24 +26,24 @@ QString pathOf(const TreeRow &row)
     return item ? item->actualPath() : QString();
 }
 
-bool removeFromDesign(const TreeRow &row)
+Status removeFromDesign(const TreeRow &row)
 {
     IDesign &design = *row.design();
     switch (row.kind) {
     case RowKind::File:
-        return design.removeFile(pathOf(row));
+        return design.tryRemoveFile(pathOf(row));
     case RowKind::Folder:
-        return design.removeFolder(pathOf(row));
+        return design.tryRemoveFolder(pathOf(row));
     default:
-        return design.removeProperty(row.property()->getName());
+        return design.tryRemoveProperty(row.property()->getName());
     }
 }
 
-bool removeFromComputer(const TreeRow &row, bool permanently)
+Status removeFromComputer(const TreeRow &row, bool permanently)
 {
     if (DesignFile *file = row.file())
-        return file->removeFromComputer(permanently);
-    return row.folder()->removeFromComputer(permanently);
+        return file->tryRemoveFromComputer(permanently);
+    return row.folder()->tryRemoveFromComputer(permanently);
 }
 
 bool isRemovable(const TreeRow &row)
@@ -66,7 +68,7 @@ void deleting::removeFromDesigns(const QList<TreeRow> &rows, QWidget *window)
     HostCall attempt(window, tr("Not Removed"));
     for (const TreeRow &row : rows) {
         if (row.isThere())
-            attempt.check(removeFromDesign(row));
+            attempt.takeAndLog(removeFromDesign(row), Logger::Warning);
     }
 }
 
@@ -90,9 +92,9 @@ void deleting::deleteFromDisk(const QList<TreeRow> &rows, QWidget *window)
         // What has another path by now is not what the user agreed to.
         if (!row.isThere() || QDir::toNativeSeparators(pathOf(row)) != paths[i])
             continue;
-        const bool deleted = removeFromComputer(row, how == questions::Deletion::Permanent);
-        attempt.check(deleted);
+        const bool deleted = attempt.takeAndLog(
+            removeFromComputer(row, how == questions::Deletion::Permanent), Logger::Warning);
         if (deleted && row.isThere())
-            attempt.check(removeFromDesign(row));
+            attempt.takeAndLog(removeFromDesign(row), Logger::Warning);
     }
 }

@@ -25,6 +25,8 @@ using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignConstructor;
 using MorvalenCore::DesignManager;
 using MorvalenCore::Interfaces::IDesign;
+using Qtilities::Core::Status;
+using Qtilities::Logging::Logger;
 
 namespace {
 
@@ -62,11 +64,8 @@ void setActive(const RowCall &call)
 void save(const RowCall &call)
 {
     HostCall attempt(call.window(), tr("Not Saved"));
-    for (IDesign *design : rowactions::designsOf(call.rows)) {
-        QString error;
-        if (!design->saveToComponentFile(&error))
-            attempt.refused(error);
-    }
+    for (IDesign *design : rowactions::designsOf(call.rows))
+        attempt.take(design->trySaveToComponentFile());
 }
 
 void saveCopy(const RowCall &call)
@@ -78,10 +77,7 @@ void saveCopy(const RowCall &call)
     if (file.isEmpty() || !row.isThere())
         return;
     HostCall attempt(call.window(), tr("Not Saved"));
-    int warnings = 0;
-    int errors = 0;
-    attempt.check(DesignManager::instance()->parseDesignToFile(row.design(), file, QString(),
-                                                               &warnings, &errors, 0, true));
+    attempt.takeAndLog(DesignManager::instance()->tryParseDesignToFile(row.design(), file, true));
 }
 
 QStringList idsOf(const QList<TreeRow> &rows)
@@ -99,7 +95,9 @@ void closeAll(const RowCall &call, bool deleteFolders, const QString &title)
     if (isRefused(call, title) || ids.isEmpty())
         return;
     HostCall attempt(call.window(), title);
-    attempt.check(DesignManager::instance()->closeDesigns(ids, deleteFolders));
+    const QList<Status> all = DesignManager::instance()->tryCloseDesigns(ids, deleteFolders);
+    for (const Status &status : all)
+        attempt.takeAndLog(status);
 }
 
 void close(const RowCall &call)
@@ -132,11 +130,8 @@ void rename(const RowCall &call)
     if (!given || !row.isThere())
         return;
     HostCall attempt(call.window(), tr("Not Renamed"));
-    QString error;
-    if (DesignManager::instance()->checkDesignName(name, &error, row.design()))
-        row.design()->setName(name);
-    else
-        attempt.refused(error);
+    if (attempt.take(DesignManager::instance()->tryDesignName(name, row.design())))
+        attempt.takeAndLog(row.design()->trySetName(name), Logger::Warning);
 }
 
 void showProperties(const RowCall &call)
@@ -156,8 +151,8 @@ void cleanAllVersions(const RowCall &call)
 void assignFolder(const RowCall &call)
 {
     HostCall attempt(call.window(), tr("No Working Folder Assigned"));
-    attempt.check(DesignConstructor::assignPhysicalWorkingFolderToDesign(
-        call.first().design(), QString(), {}, nullptr, false));
+    attempt.takeAndLog(DesignConstructor::tryAssignPhysicalWorkingFolderToDesign(
+        call.first().design(), QString()));
 }
 
 void openFolder(const RowCall &call)

@@ -67,10 +67,10 @@ void addProperty(const RowCall &call)
     if (dialog.exec() != QDialog::Accepted || !row.isThere())
         return;
     HostCall attempt(call.window(), tr("Not Added"));
-    QString error;
-    if (!row.design()->addProperty(dialog.name(), dialog.category(), dialog.value(),
-                                   dialog.isReadOnly(), &error))
-        attempt.refused(error);
+    attempt.take(
+        row.design()
+            ->tryAddProperty(dialog.name(), dialog.category(), dialog.value(), dialog.isReadOnly())
+            .status());
 }
 
 constexpr unsigned needs = RowAction::OneRow | RowAction::Writable;

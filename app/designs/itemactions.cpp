@@ -24,6 +24,7 @@ using MorvalenCore::Interfaces::IDesign;
 using Qtilities::Core::QtilitiesCategory;
 using Qtilities::CoreGui::AbstractTreeItem;
 using Qtilities::CoreGui::TreeFileItem;
+using Qtilities::Logging::Logger;
 
 namespace {
 
@@ -135,8 +136,9 @@ void setCategory(const RowCall &call)
     HostCall attempt(call.window(), tr("Category Not Changed"));
     for (const TreeRow &row : rows) {
         if (row.isThere())
-            attempt.check(treeItem(row)->setCategory(
-                QtilitiesCategory::fromString(category, levelSeparator)));
+            attempt.takeAndLog(treeItem(row)->trySetCategory(
+                                   QtilitiesCategory::fromString(category, levelSeparator)),
+                               Logger::Warning);
     }
 }
 

@@ -1,7 +1,6 @@
 #include "app/file/NewDesignDialog.h"
 
 #include "app/calls/commandcall.h"
-#include "app/calls/LogReasons.h"
 #include "app/calls/running.h"
 #include "app/file/shownpath.h"
 #include "app/session/Settings.h"
@@ -106,10 +105,9 @@ void NewDesignDialog::showStructures()
 
 void NewDesignDialog::check()
 {
-    QString error;
-    const bool good = DesignManager::instance()->checkDesignName(name->text(), &error);
-    create->setEnabled(good);
-    showProblem(name->text().isEmpty() ? QString() : error);
+    const Qtilities::Core::Status status = DesignManager::instance()->tryDesignName(name->text());
+    create->setEnabled(status.isOk());
+    showProblem(name->text().isEmpty() ? QString() : status.text());
     const QString repository =
         DesignStructureManager::instance()->activeDesignRepositoryPathForStructure(
             structure->currentText(), false);
@@ -126,12 +124,11 @@ void NewDesignDialog::accept()
 {
     if (const QString refusal = running::refusal(); !refusal.isEmpty())
         return showProblem(refusal);
-    const LogReasons logged;
     const CommandAnswer answer =
         callCommand(CallDesigns,
                     {u"designs"_s, u"new"_s, name->text(), type->currentText(),
                      structure->currentText(), library->text(), vendor->text()});
     if (answer.succeeded)
         return QDialog::accept();
-    showProblem(QStringList {answer.text, logged.lines().join(u'\n')}.join(u'\n').trimmed());
+    showProblem(QStringList {answer.text, answer.reasons.join(u'\n')}.join(u'\n').trimmed());
 }

@@ -47,7 +47,7 @@ void ProjectMenu::create()
     if (!opening::mayCloseProject(window))
         return;
     HostCall attempt(window, tr("Not Closed"));
-    attempt.check(ProjectManager::instance()->newProject());
+    attempt.takeAndLog(ProjectManager::instance()->tryNewProject());
 }
 
 void ProjectMenu::open()
@@ -62,5 +62,5 @@ void ProjectMenu::close()
     if (!opening::mayCloseProject(window))
         return;
     HostCall attempt(window, tr("Not Closed"));
-    attempt.check(ProjectManager::instance()->closeProject());
+    attempt.takeAndLog(ProjectManager::instance()->tryCloseProject());
 }

@@ -122,10 +122,8 @@ bool closeDesign(QWidget *parent, const QString &designId)
         return false;
     }
     HostCall attempt(parent, Texts::tr("Not Closed"));
-    const bool closed = !DesignManager::instance()->design(designId)
-        || DesignManager::instance()->closeDesign(designId, false);
-    attempt.check(closed);
-    return closed;
+    return !DesignManager::instance()->design(designId)
+        || attempt.takeAndLog(DesignManager::instance()->tryCloseDesign(designId, false));
 }
 
 } // namespace closing

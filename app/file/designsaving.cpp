@@ -12,6 +12,7 @@
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
 using MorvalenCore::Interfaces::IDesign;
+using Qtilities::Core::Status;
 using Qtilities::ProjectManagement::ProjectManager;
 
 namespace designsaving {
@@ -26,8 +27,8 @@ struct Texts
 bool writeProject(QWidget *parent, const QString &fileName)
 {
     HostCall attempt(parent, Texts::tr("Not Saved"));
-    const bool saved = ProjectManager::instance()->saveProject(fileName, true);
-    attempt.check(saved);
+    const bool saved =
+        attempt.takeAndLog(ProjectManager::instance()->trySaveProject(fileName, true));
     if (saved)
         messages::tell(Texts::tr("Saved the project \"%1\"").arg(fileName));
     return saved;
@@ -56,12 +57,14 @@ QString save(const QStringList &designIds)
     QStringList reasons;
     for (const QString &id : designIds) {
         IDesign *design = DesignManager::instance()->design(id);
-        QString error;
-        if (design && design->componentFileName().isEmpty())
-            reasons.append(
-                Texts::tr("The design \"%1\" has no component file").arg(design->name()));
-        else if (design && !design->saveToComponentFile(&error))
-            reasons.append(error);
+        if (!design)
+            continue;
+        const Status saved = design->componentFileName().isEmpty()
+            ? Status::notFound(
+                Texts::tr("The design \"%1\" has no component file").arg(design->name()))
+            : design->trySaveToComponentFile();
+        if (!saved.isOk())
+            reasons.append(saved.text());
     }
     return reasons.join(u'\n');
 }

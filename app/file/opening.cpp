@@ -1,6 +1,6 @@
 #include "app/file/opening.h"
 
-#include "app/calls/LogReasons.h"
+#include "app/calls/HostCall.h"
 #include "app/calls/openfile.h"
 #include "app/calls/running.h"
 #include "app/file/closing.h"
@@ -13,6 +13,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
+using Qtilities::Core::Status;
 using Qtilities::ProjectManagement::ProjectManager;
 
 namespace opening {
@@ -40,10 +41,9 @@ void open(QWidget *parent, const QStringList &files)
     for (const QString &file : files) {
         if (isProjectFile(file) ? !mayCloseProject(parent) : !isFree(parent))
             return;
-        const LogReasons logged;
-        if (!openFile(file))
-            reasons.append(logged.isEmpty() ? Texts::tr("\"%1\" cannot be opened").arg(file)
-                                            : logged.lines().join(u'\n'));
+        const Status opened = openFile(file);
+        if (!opened.isOk())
+            reasons.append(HostCall::linesOf(opened).join(u'\n'));
     }
     if (!reasons.isEmpty())
         messages::warn(parent, Texts::tr("Not Opened"), reasons);
