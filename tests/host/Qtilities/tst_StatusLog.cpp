@@ -8,6 +8,7 @@ using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::Status;
 using Qtilities::Logging::Logger;
 using Qtilities::Logging::logStatus;
+using Qtilities::Logging::StatusCollector;
 
 class tst_StatusLog : public QObject
 {
@@ -22,6 +23,8 @@ private Q_SLOTS:
     void saysRemarksFirst();
     void saysRemarksOfAGoodEnd();
     void saysNothingWithoutASentence();
+    void aCollectorGathersWhatIsLogged();
+    void collectorsNest();
 
 private:
     QStringList log;
@@ -71,6 +74,34 @@ void tst_StatusLog::saysNothingWithoutASentence()
 {
     QVERIFY(!logStatus(Status(Status::Kind::Unsupported, QString())));
     QCOMPARE(log, QStringList());
+}
+
+void tst_StatusLog::aCollectorGathersWhatIsLogged()
+{
+    logStatus(Status::io(u"before"_s));
+    {
+        const StatusCollector collector;
+        logStatus(Status::notFound(u"meanwhile"_s));
+        QCOMPARE(collector.statuses().size(), 1);
+        QCOMPARE(collector.statuses().first().kind(), Status::Kind::NotFound);
+        QCOMPARE(collector.statuses().first().text(), u"meanwhile"_s);
+    }
+    logStatus(Status::io(u"behind"_s));
+    QCOMPARE(log, QStringList({u"Error: before"_s, u"Error: meanwhile"_s, u"Error: behind"_s}));
+}
+
+void tst_StatusLog::collectorsNest()
+{
+    const StatusCollector outer;
+    {
+        const StatusCollector inner;
+        logStatus(Status::io(u"one"_s));
+        QCOMPARE(inner.statuses().size(), 1);
+    }
+    logStatus(Status::io(u"two"_s));
+    QCOMPARE(outer.statuses().size(), 2);
+    QCOMPARE(outer.statuses().first().text(), u"one"_s);
+    QCOMPARE(outer.statuses().last().text(), u"two"_s);
 }
 
 GUILESS_TEST_CLASS(tst_StatusLog)
