@@ -126,8 +126,8 @@ std::unique_ptr<TreeBranch> TreeBranch::read(IDesign &design, const TreeFilter &
     branch->active = activeItems(design);
 
     const QString folder = design.workingFolderPath();
-    const auto addGroup = [&](RowKind kind) -> TreeBranch & {
-        return *branch->add(std::make_unique<TreeBranch>(kind));
+    const auto addGroup = [&](RowKind group) -> TreeBranch & {
+        return *branch->add(std::make_unique<TreeBranch>(group));
     };
     readFiles(addGroup(RowKind::Files), design, folder, filter);
     addItems(addGroup(RowKind::Folders), RowKind::Folder, design.folders(), folder, filter);
