@@ -131,7 +131,8 @@ public:
     }
     Status tryAssignPhysicalWorkingFolderPath(const QString &path) override
     {
-        return outcome(assignPhysicalWorkingFolderPath(path));
+        // The journal says why, so no sentence is left for the log.
+        return assignPhysicalWorkingFolderPath(path) ? Status() : Status::failed({});
     }
     Status trySaveToComponentFile() override
     {

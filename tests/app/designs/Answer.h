@@ -23,7 +23,7 @@ public:
 
     // Presses the button with that text.
     explicit Answer(const QString &button)
-        : Answer([this, button](QDialog *dialog) { press(dialog, button); })
+        : Answer([button](QDialog *dialog) { press(dialog, button); })
     {
     }
 

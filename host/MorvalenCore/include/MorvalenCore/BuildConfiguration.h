@@ -69,6 +69,10 @@ public:
 
     // Lets a run end soon, with all its processes. Nothing when none is under way.
     virtual void cancel() { }
+
+protected:
+    // Logs how a run ended, for a caller that cannot take it; true when it ended well.
+    static bool logEnd(const Qtilities::Core::Status &ended);
 };
 
 } // namespace MorvalenCore

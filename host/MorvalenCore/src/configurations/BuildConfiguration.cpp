@@ -34,7 +34,11 @@ void BuildConfiguration::refresh() { logStatus(tryRefresh()); }
 
 bool BuildConfiguration::run(bool onlyOutdated, bool dryRun)
 {
-    const Status ended = tryRun(onlyOutdated, dryRun);
+    return logEnd(tryRun(onlyOutdated, dryRun));
+}
+
+bool BuildConfiguration::logEnd(const Status &ended)
+{
     return logStatus(ended,
                      ended.kind() == Status::Kind::Cancelled ? Logger::Warning : Logger::Error);
 }

@@ -83,4 +83,17 @@ Status ConfigurationItem::tryRun(bool onlyOutdated, bool dryRun)
     return dryRun ? runner.runDry() : runner.run(onlyOutdated);
 }
 
+bool ConfigurationItem::run(bool onlyOutdated, bool dryRun)
+{
+    if (dryRun)
+        return BuildConfiguration::run(onlyOutdated, true);
+    // The item may be gone when the run has ended.
+    bool told = false;
+    const Status ended = runner.run(onlyOutdated, [&told](const Status &end) {
+        logEnd(end);
+        told = true;
+    });
+    return told ? ended.isOk() : logEnd(ended);
+}
+
 } // namespace MorvalenCore

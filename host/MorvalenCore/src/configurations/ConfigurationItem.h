@@ -38,6 +38,7 @@ public:
     Qtilities::Core::Status tryRefresh() override { return runner.refresh(); }
     QStringList outdatedStepNames() const override { return runner.outdatedStepNames(); }
     Qtilities::Core::Status tryRun(bool onlyOutdated, bool dryRun) override;
+    bool run(bool onlyOutdated, bool dryRun) override;
     void cancel() override { runner.cancel(); }
 
     const QList<BuildMacro> &ownMacros() const { return data.macros; }

@@ -167,7 +167,7 @@ QStringList ConfigurationRunner::stepNames()
     return names;
 }
 
-Status ConfigurationRunner::run(bool onlyOutdated)
+Status ConfigurationRunner::run(bool onlyOutdated, const Tell &tell)
 {
     if (current)
         return Status::busy(u"%1 is running already"_s.arg(title()));
@@ -193,6 +193,8 @@ Status ConfigurationRunner::run(bool onlyOutdated)
     const BuildRun::Result result =
         run.run(onlyOutdated ? BuildRun::Kind::Outdated : BuildRun::Kind::All);
     const Status ended = endOf(ownTitle, kept->plan, run, result);
+    if (tell)
+        tell(ended);
     if (!alive)
         return ended.isOk() ? Status::cancelled({}) : ended;
     end(*kept, run, result);

@@ -5,6 +5,8 @@
 
 #include <MorvalenCore/BuildConfiguration.h>
 
+#include <functional>
+
 namespace MorvalenCore {
 
 class ConfigurationItem;
@@ -26,8 +28,11 @@ public:
     // In the order of execution; as listed when the steps cannot be run.
     QStringList stepNames();
 
-    // See BuildConfiguration for what these do.
-    Qtilities::Core::Status run(bool onlyOutdated);
+    using Tell = std::function<void(const Qtilities::Core::Status &)>;
+
+    // See BuildConfiguration for what these do. How a build ended is told of before BuildMonitor
+    // says that it did: who listens to that may end the program.
+    Qtilities::Core::Status run(bool onlyOutdated, const Tell &tell = {});
     Qtilities::Core::Status runDry();
     Qtilities::Core::Status refresh();
     void cancel();
