@@ -4,6 +4,7 @@
 
 #include <Qtilities/ObjectManager.h>
 #include <Qtilities/SharedProperty.h>
+#include <Qtilities/utf8text.h>
 
 using Qtilities::Core::ObjectManager;
 using Qtilities::Core::QtilitiesProperty;
@@ -42,7 +43,7 @@ class Name
 public:
     explicit Name(const ItemCall &call) : text(call.arguments[3]), bytes(text.toUtf8())
     {
-        if (text.contains(QChar(u'\0')) || QString::fromUtf8(bytes) != text)
+        if (text.contains(QChar(u'\0')) || Qtilities::Core::textOfUtf8(bytes) != text)
             bytes.clear();
     }
 

@@ -1,4 +1,5 @@
 #include <Qtilities/ObjectManager.h>
+#include <Qtilities/utf8text.h>
 
 namespace Qtilities::Core {
 
@@ -41,7 +42,7 @@ QStringList ObjectManager::sharedPropertyNames(const QObject *object)
         return names;
     for (const QByteArray &name : object->dynamicPropertyNames()) {
         if (propertyExists(object, name.constData()))
-            names.append(QString::fromUtf8(name));
+            names.append(textOfUtf8(name));
     }
     return names;
 }

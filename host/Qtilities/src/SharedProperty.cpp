@@ -1,4 +1,5 @@
 #include <Qtilities/SharedProperty.h>
+#include <Qtilities/utf8text.h>
 
 namespace Qtilities::Core {
 
@@ -7,7 +8,7 @@ namespace {
 // The name as text, or empty when it is not UTF-8: what cannot be turned back is no name.
 QString exactName(const char *name)
 {
-    const QString text = QString::fromUtf8(name);
+    const QString text = textOfUtf8(name);
     return text.toUtf8() == QByteArrayView(name) ? text : QString();
 }
 

@@ -225,6 +225,9 @@ void tst_BuildRun::logsOutput_data()
     QTest::newRow("output-13 a very long line is not cut in a character")
         << u"i=0; while [ $i -lt 6000 ]; do printf €; i=$((i+1)); done; echo"_s
         << QStringList {QString(5461, u'€'), QString(539, u'€')};
+    QTest::newRow("output-14 a U+FEFF at the front of a line, also of one that is no UTF-8")
+        << u"printf '\\357\\273\\277a\\n\\357\\273\\277\\377\\n'"_s
+        << QStringList {u"\ufeffa"_s, u"\ufeff\\xff"_s};
 }
 
 void tst_BuildRun::logsOutput()

@@ -369,6 +369,19 @@ void tst_ComponentDocument::texts_data()
     QTest::newRow("texts-28 what somebody else wrote counts, and may be written again")
         << component(ownDesign(" vendor=\"a b\"/>")) << int(DesignField::Vendor) << u"v.org"_s
         << component(ownDesign(" vendor=\"a b\"/>"));
+    QTest::newRow("texts-29 a U+FEFF is a character like any other in content")
+        << component(text) << int(DesignField::Description) << u"\ufeffa\ufeffb\ufeff"_s
+        << component(QByteArray(text).replace(">d<", ">\ufeffa\ufeffb\ufeff<"));
+    QTest::newRow("texts-30 alone, and behind a reference")
+        << component(text) << int(DesignField::Description) << u"\ufeff&\ufeff"_s
+        << component(QByteArray(text).replace(">d<", ">\ufeff&amp;\ufeff<"));
+    QTest::newRow("texts-31 in an attribute")
+        << component({}) << int(DesignField::Type) << u"\ufeffa<\ufeffb\ufeff"_s
+        << component(ownDesign(" type=\"\ufeffa&lt;\ufeffb\ufeff\"/>"));
+    QTest::newRow("texts-32 as a reference")
+        << component(QByteArray(text).replace(">d<", ">&#xFEFF;&#65279;<"))
+        << int(DesignField::Description) << u"\ufeff\ufeff"_s
+        << component(QByteArray(text).replace(">d<", ">&#xFEFF;&#65279;<"));
 }
 
 void tst_ComponentDocument::texts()

@@ -36,6 +36,7 @@ private Q_SLOTS:
     void refusesWhatTheFileCannotCarry();
     void refusesEveryChangeOfAReadOnlyDesign();
     void leavesOtherDynamicPropertiesAlone();
+    void keepsEveryCharacterOfAName();
 
 private:
     enum Kind { File, Folder, Property };
@@ -162,6 +163,17 @@ void tst_SharedProperties::leavesOtherDynamicPropertiesAlone()
     QCOMPARE(item(File)->property("plain"), QVariant(6));
     item(File)->setProperty("plain", QVariant());
     QCOMPARE(session->takeLog(), QStringList());
+}
+
+void tst_SharedProperties::keepsEveryCharacterOfAName()
+{
+    const char name[] = "\ufeffa\ufeff";
+    QVERIFY(ObjectManager::setSharedProperty(item(File), SharedProperty(name, u"\ufeffb"_s)));
+    QVERIFY(design->saveToComponentFile(nullptr));
+    design = session->reopen(design);
+    QVERIFY(design);
+    QCOMPARE(ObjectManager::sharedPropertyNames(item(File)), QStringList {u"\ufeffa\ufeff"_s});
+    QCOMPARE(value(item(File), name), u"\ufeffb"_s);
 }
 
 TEST_CLASS(tst_SharedProperties)

@@ -1,5 +1,7 @@
 #include "build/LineReader.h"
 
+#include <Qtilities/utf8text.h>
+
 #include <QRegularExpression>
 #include <QStringDecoder>
 
@@ -37,7 +39,8 @@ QString decodedBytewise(QByteArrayView bytes)
     QString text;
     while (!bytes.empty()) {
         const qsizetype size = characterSize(bytes);
-        text += size > 0 ? QString::fromUtf8(bytes.first(size)) : escaped(uchar(bytes.front()));
+        text += size > 0 ? Qtilities::Core::textOfUtf8(bytes.first(size))
+                         : escaped(uchar(bytes.front()));
         bytes = bytes.sliced(std::max<qsizetype>(size, 1));
     }
     return text;
@@ -88,7 +91,8 @@ void LineReader::endLine()
 
 QString shownText(const QByteArray &line)
 {
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    using Flag = QStringDecoder::Flag;
+    QStringDecoder decoder(QStringDecoder::Utf8, Flag::Stateless | Flag::ConvertInitialBom);
     QString text = decoder(line);
     if (decoder.hasError())
         text = decodedBytewise(line);

@@ -3,6 +3,8 @@
 #include "component/XmlTag.h"
 #include "component/XmlTreeWriter.h"
 
+#include <Qtilities/utf8text.h>
+
 #include <algorithm>
 
 namespace MorvalenCore {
@@ -208,7 +210,7 @@ XmlNode XmlTree::insertDeclaring(XmlNode parent, XmlNode after, QByteArrayView l
     const XmlNode node = link(parent, after, names.name(scope, probe.qualified()));
     const QByteArray declaration = prefix.isEmpty() ? "xmlns" : "xmlns:" + probe.prefix;
     edits[node].attributes.push_back(
-        {declaration, XmlText::encodeAttribute(QString::fromUtf8(uri), encoding)});
+        {declaration, XmlText::encodeAttribute(Qtilities::Core::textOfUtf8(uri), encoding)});
     return node;
 }
 

@@ -1,5 +1,7 @@
 #include "component/xmltext.h"
 
+#include <Qtilities/utf8text.h>
+
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
@@ -10,7 +12,8 @@ namespace {
 
 QString decodeBytes(QByteArrayView bytes, XmlEncoding encoding)
 {
-    return encoding == XmlEncoding::Latin1 ? QString::fromLatin1(bytes) : QString::fromUtf8(bytes);
+    return encoding == XmlEncoding::Latin1 ? QString::fromLatin1(bytes)
+                                           : Qtilities::Core::textOfUtf8(bytes);
 }
 
 // The character of a reference such as "lt" or "#x20"; the parser has vouched for its form.
@@ -20,7 +23,7 @@ QString decodeReference(QByteArrayView name)
         const bool hexadecimal = name.size() > 1 && name[1] == 'x';
         const auto digits = name.sliced(hexadecimal ? 2 : 1);
         const char32_t code = digits.toUInt(nullptr, hexadecimal ? 16 : 10);
-        return QString::fromUcs4(&code, 1);
+        return QStringView(QChar::fromUcs4(code)).toString();
     }
     if (name == "lt")
         return u"<"_s;
@@ -121,7 +124,7 @@ void addCharacter(QByteArray &out, char32_t code, XmlEncoding encoding)
     else if (encoding == XmlEncoding::Latin1)
         out += static_cast<char>(code);
     else
-        out += QString::fromUcs4(&code, 1).toUtf8();
+        out += QStringView(QChar::fromUcs4(code)).toUtf8();
 }
 
 char32_t codeAt(QStringView text, qsizetype &at)

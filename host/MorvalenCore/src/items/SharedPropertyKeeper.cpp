@@ -5,6 +5,7 @@
 
 #include <Qtilities/ObjectManager.h>
 #include <Qtilities/statuslog.h>
+#include <Qtilities/utf8text.h>
 
 #include <QScopedValueRollback>
 
@@ -42,7 +43,7 @@ void SharedPropertyKeeper::load(ItemId element)
 
 void SharedPropertyKeeper::propertyChanged(const QByteArray &key, const QList<ItemId> &elements)
 {
-    const QString name = QString::fromUtf8(key);
+    const QString name = Qtilities::Core::textOfUtf8(key);
     const bool isShared = ObjectManager::propertyExists(item, key.constData());
     if (ownChange || (!isShared && !documented(name, elements)))
         return;
