@@ -10,7 +10,10 @@
 
 #include <atomic>
 #include <fcntl.h>
+#include <sched.h>
+#include <sys/mount.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 
@@ -28,6 +31,28 @@ void write(const QString &file)
 }
 
 bool exists(const QString &path) { return QFileInfo::exists(path); }
+
+// Runs a step in a child process, which ends with the step's answer.
+template <typename Step>
+int inChild(Step step)
+{
+    const pid_t child = fork();
+    if (child == 0)
+        _exit(step());
+    int status = -1;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+// Mounts a folder at a second place, for this process only.
+bool mountPrivately(const QString &folder, const QString &place)
+{
+    const bool alone = unshare(CLONE_NEWNS) == 0 || unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0;
+    return alone && mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0
+        && mount(QFile::encodeName(folder).constData(), QFile::encodeName(place).constData(),
+                 nullptr, MS_BIND, nullptr)
+        == 0;
+}
 
 } // namespace
 
@@ -56,6 +81,8 @@ private Q_SLOTS:
     void deletesAnEmptyFolderOnly();
     void neverFollowsALinkThatIsSwappedIn();
     void neverLeavesTheTreeWhenAFolderAboveIsSwapped();
+    void deletesNothingOfAMount_data();
+    void deletesNothingOfAMount();
 
 private:
     QString in(const QString &name) const { return base + u'/' + name; }
@@ -375,6 +402,43 @@ void tst_DeletionGuard::neverLeavesTheTreeWhenAFolderAboveIsSwapped()
         swapper.join();
         QVERIFY(exists(in(u"outside/d/f"_s)));
     }
+}
+
+void tst_DeletionGuard::deletesNothingOfAMount_data()
+{
+    QTest::addColumn<QString>("doomed");
+    QTest::addColumn<QString>("refused");
+    QTest::newRow("mount-1 deep in a folder") << u"area/d"_s << u"area/d/m"_s;
+    QTest::newRow("mount-2 the folder itself") << u"area/d/m"_s << u"area/d/m"_s;
+    QTest::newRow("mount-3 a folder in it") << u"area/d/m/precious"_s << u"area/d/m"_s;
+    QTest::newRow("mount-4 a file in it") << u"area/d/m/precious/f"_s << u"area/d/m"_s;
+}
+
+// A folder of the same file system, mounted below what is deleted; only the child sees the mount.
+void tst_DeletionGuard::deletesNothingOfAMount()
+{
+    QFETCH(const QString, doomed);
+    QFETCH(const QString, refused);
+    write(in(u"outside/precious/f"_s));
+    QVERIFY(QDir().mkpath(in(u"area/d/m"_s)));
+    constexpr int notAllowed = 2;
+    const int status = inChild([&] {
+        if (!mountPrivately(in(u"outside"_s), in(u"area/d/m"_s)))
+            return notAllowed;
+        const DeletionLimits limits {in(u"area"_s), {}};
+        const Qtilities::Core::Status deleted = QFileInfo(in(doomed)).isDir()
+            ? deleteFolder(in(doomed), limits, Deletion::Permanent)
+            : deleteFile(in(doomed), limits, Deletion::Permanent);
+        const QString expected =
+            u"\"%1\" is not deleted because it is a mount point"_s.arg(in(refused));
+        if (deleted.text() != expected)
+            qWarning("%s", qPrintable(deleted.text()));
+        return int(deleted.isOk() || deleted.text() != expected);
+    });
+    QVERIFY(exists(in(u"outside/precious/f"_s)));
+    if (status == notAllowed)
+        QSKIP("This user or system may not mount folders.");
+    QCOMPARE(status, 0);
 }
 
 GUILESS_TEST_CLASS(tst_DeletionGuard)

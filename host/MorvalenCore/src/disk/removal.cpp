@@ -15,6 +15,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::Descriptor;
+using Qtilities::Core::Result;
 using Qtilities::Core::Status;
 
 namespace MorvalenCore {
@@ -28,6 +29,8 @@ Status refusal(const QString &path, QStringView why)
 {
     return Status::invalidArgument(u"\"%1\" is not deleted because %2"_s.arg(path, why));
 }
+
+Status refusalOfMount(const QString &path) { return refusal(path, u"it is a mount point"); }
 
 Status failureOfSystem(const QString &path)
 {
@@ -61,6 +64,8 @@ public:
         struct stat here;
         if (!folder || fstat(folder.get(), &here) != 0)
             return failureOfSystem(path);
+        if (isMountPoint(folder.get()))
+            return refusalOfMount(path);
         if (here.st_dev != device)
             return refusal(path, u"it is a mounted file system");
         if (level > deepestFolder)
@@ -85,7 +90,26 @@ private:
     dev_t device;
 };
 
-// What all deletions share: the guard, the trash, and the way to the parent folder without links.
+// The folder that holds a path, reached without links, and from the limit on without mounts.
+Result<Descriptor> parentOf(const QString &path, const QString &limit)
+{
+    QString place = QFileInfo(limit).canonicalFilePath();
+    Descriptor folder = folderWithoutLinks(place);
+    for (const QString &name :
+         QFileInfo(path).path().mid(place.size()).split(u'/', Qt::SkipEmptyParts)) {
+        if (!folder)
+            break;
+        folder = passageIn(folder.get(), QFile::encodeName(name).constData());
+        place += u'/' + name;
+        if (folder && isMountPoint(folder.get()))
+            return refusalOfMount(place);
+    }
+    if (!folder)
+        return failureOfSystem(path);
+    return Result<Descriptor>(std::move(folder));
+}
+
+// What all deletions share: the guard, the trash, and the way to the parent folder.
 // The step deletes the entry of that name in the open parent folder.
 template <typename Step>
 Status guarded(const QString &path, const DeletionLimits &limits, Deletion how, mode_t kind,
@@ -94,16 +118,21 @@ Status guarded(const QString &path, const DeletionLimits &limits, Deletion how, 
     if (const QString reason = deletionRefusal(path, limits); !reason.isEmpty())
         return Status::invalidArgument(reason);
 
-    const QFileInfo info(path);
-    const Descriptor parent = folderWithoutLinks(info.path());
-    const QByteArray name = QFile::encodeName(info.fileName());
+    const Result<Descriptor> holder = parentOf(path, limits.below);
+    if (!holder.isOk())
+        return holder.status();
+    const int parent = holder.value().get();
+    const QByteArray name = QFile::encodeName(QFileInfo(path).fileName());
     struct stat here;
-    if (!parent || fstatat(parent.get(), name.constData(), &here, AT_SYMLINK_NOFOLLOW) != 0)
+    if (fstatat(parent, name.constData(), &here, AT_SYMLINK_NOFOLLOW) != 0)
         return failureOfSystem(path);
     if ((here.st_mode & S_IFMT) != kind)
         return refusal(path, kind == S_IFDIR ? u"it is not a folder" : u"it is not a regular file");
+    if (const Descriptor doomed = passageIn(parent, name.constData());
+        doomed && isMountPoint(doomed.get()))
+        return refusalOfMount(path);
     if (how == Deletion::Permanent)
-        return step(parent.get(), name, here.st_dev);
+        return step(parent, name, here.st_dev);
     return QFile::moveToTrash(path)
         ? Status()
         : Status::io(u"\"%1\" could not be moved to the trash"_s.arg(path));
