@@ -2,9 +2,9 @@
 
 #include <MorvalenCore/DesignManager.h>
 #include <Qtilities/ProjectManager.h>
+#include <Qtilities/regularfile.h>
 #include <Qtilities/statuslog.h>
 
-#include <QFile>
 #include <QXmlStreamReader>
 
 using namespace Qt::Literals::StringLiterals;
@@ -20,10 +20,10 @@ constexpr qint64 bytesToLookAt = 65'536;
 
 bool isProjectFile(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    const auto head = Qtilities::Core::readRegularFile(path, bytesToLookAt);
+    if (!head.isOk())
         return false;
-    QXmlStreamReader reader(file.read(bytesToLookAt));
+    QXmlStreamReader reader(head.value());
     return reader.readNextStartElement() && reader.name() == u"project"_s;
 }
 

@@ -6,6 +6,8 @@
 #include <Qtilities/atomicfile.h>
 #include <Qtilities/Logger.h>
 #include <Qtilities/QtilitiesApplication.h>
+#include <Qtilities/regularfile.h>
+#include <Qtilities/utf8text.h>
 
 #include <QFile>
 #include <QLockFile>
@@ -22,10 +24,10 @@ constexpr auto forOwnerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
 QStringList readLines()
 {
-    QFile file(ConsoleHistory::fileName());
-    if (!file.open(QIODevice::ReadOnly))
+    const auto content = Qtilities::Core::readRegularFile(ConsoleHistory::fileName());
+    if (!content.isOk())
         return {};
-    return QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+    return Qtilities::Core::textOfUtf8(content.value()).split(u'\n', Qt::SkipEmptyParts);
 }
 
 // Commands that nobody else may read are in it from the first byte on.

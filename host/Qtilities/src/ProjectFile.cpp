@@ -3,9 +3,9 @@
 #include "ProjectReader.h"
 
 #include <Qtilities/atomicfile.h>
+#include <Qtilities/regularfile.h>
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QXmlStreamWriter>
 
@@ -22,26 +22,24 @@ constexpr qint64 maximumBytes = qint64(16) * 1024 * 1024;
 // The content of a file that can be a project.
 Result<QByteArray> bytesOf(const QString &fileName)
 {
-    QFile file(fileName);
     const QFileInfo info(fileName);
     if (info.exists() && !info.isFile())
         return Status::invalidArgument(u"%1: it is not a file"_s.arg(fileName));
-    if (info.size() > maximumBytes)
+    const Result<QByteArray> bytes = Core::readRegularFile(fileName, maximumBytes + 1);
+    if (!bytes.isOk()) {
+        const Status &status = bytes.status();
+        return status.withText(u"%1: %2"_s.arg(fileName, status.text()));
+    }
+    if (bytes.value().size() > maximumBytes)
         return Status::malformed(
             u"%1: it has more than %2 bytes"_s.arg(fileName).arg(maximumBytes));
-    if (!file.open(QIODevice::ReadOnly)) {
-        const auto kind = info.exists() ? Status::Kind::Io : Status::Kind::NotFound;
-        return Status(kind, u"%1: %2"_s.arg(fileName, file.errorString()));
-    }
-    return file.readAll();
+    return bytes;
 }
 
 bool holdsSomethingElse(const QString &fileName)
 {
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly) || file.size() == 0)
-        return false;
-    return !file.read(4096).contains("<project");
+    const Result<QByteArray> head = Core::readRegularFile(fileName, 4096);
+    return head.isOk() && !head.value().isEmpty() && !head.value().contains("<project");
 }
 
 bool isAllowed(QChar character)

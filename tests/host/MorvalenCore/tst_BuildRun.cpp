@@ -6,6 +6,7 @@
 #include <QTimer>
 
 #include <fstream>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -64,6 +65,8 @@ private Q_SLOTS:
     void readsNestedRunsOfNinja();
     void refusesASecondRunInTheSameFolder();
     void saysThatTheTargetPathCannotBeUsed();
+    void usesNoFilesButItsOwn_data();
+    void usesNoFilesButItsOwn();
     void keepsToFiveThousandSteps();
 };
 
@@ -442,6 +445,42 @@ void tst_BuildRun::keepsToFiveThousandSteps()
                   {u"out/%1/%2"_s.arg(i % 50).arg(i)});
     QCOMPARE(build.run(Kind::Look), Result::Completed);
     QCOMPARE(build.done.size(), 5000);
+}
+
+void tst_BuildRun::usesNoFilesButItsOwn_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("isPipe");
+    for (const QString &name : {u"build.ninja"_s, u"build.log"_s, u".ninja_log"_s, u".ninja_deps"_s,
+                                u".ninja_log.recompact"_s, u"step-1.sh"_s}) {
+        QTest::newRow(qPrintable(u"pipe in place of "_s + name)) << name << true;
+        QTest::newRow(qPrintable(u"link in place of "_s + name)) << name << false;
+    }
+}
+
+// The target folder may have come with the design from anywhere.
+void tst_BuildRun::usesNoFilesButItsOwn()
+{
+    QFETCH(const QString, name);
+    QFETCH(const bool, isPipe);
+    BuildFixture build;
+    build.add(u"make"_s, u"echo x; touch $(OUTPUTS)"_s, {}, {u"out/a"_s});
+    build.write(u"mine"_s, QByteArray());
+    QVERIFY(QDir().mkpath(build.path(u"out"_s)));
+    const QString path = build.path(u"out/"_s + name);
+    if (isPipe)
+        QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    else
+        QVERIFY(QFile::link(build.path(u"mine"_s), path));
+
+    for (const Kind kind : {Kind::Look, Kind::Outdated, Kind::All}) {
+        QCOMPARE(build.run(kind), Result::Failed);
+        QCOMPARE(build.messages,
+                 QStringList {
+                     u"Error: \"%1\" is not a regular file; nothing is built there"_s.arg(path)});
+    }
+    QCOMPARE(build.read(u"mine"_s), QByteArray());
+    QVERIFY(!build.exists(u"out/a"_s));
 }
 
 GUILESS_TEST_CLASS(tst_BuildRun)

@@ -6,6 +6,7 @@
 #include <QTest>
 
 #include <optional>
+#include <sys/stat.h>
 #include <thread>
 
 using namespace Qt::Literals::StringLiterals;
@@ -44,6 +45,8 @@ private Q_SLOTS:
     void worksWithADetachedHead();
     void changesNothingInTheRepository();
     void givesUpWhenCancelled();
+    void opensNothingButFilesAndFolders_data();
+    void opensNothingButFilesAndFolders();
     void answersForDesignItems();
     void answersForDesignItemsInAnotherThread();
 
@@ -266,6 +269,29 @@ void tst_VersionControl::answersForDesignItemsInAnotherThread()
     const auto lookup = file->stateLookup();
     QVERIFY(design->removeFile(u"rtl/a.v"_s));
     QCOMPARE(lookup(false), (LinkedItemState {true, first.left(7), u"Git"_s}));
+}
+
+void tst_VersionControl::opensNothingButFilesAndFolders_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const QString &name :
+         {u".git/config"_s, u".git/HEAD"_s, u".git/commondir"_s, u".git/packed-refs"_s,
+          u".git/refs/heads/master"_s, u".git/objects/info/alternates"_s,
+          u".git/objects/pack/pack-1.idx"_s})
+        QTest::newRow(qPrintable(u"pipe in place of "_s + name)) << name;
+}
+
+// A pipe would wait for its other end for ever.
+void tst_VersionControl::opensNothingButFilesAndFolders()
+{
+    QFETCH(const QString, name);
+    write(u"a.v"_s, "1");
+    QVERIFY(!repository->commit("one").isEmpty());
+    QFile::remove(in(name));
+    QVERIFY(QDir().mkpath(QFileInfo(in(name)).path()));
+    QCOMPARE(::mkfifo(QFile::encodeName(in(name)).constData(), 0600), 0);
+    QCOMPARE(system(u"a.v"_s), QString());
+    QCOMPARE(revision(u"a.v"_s), u"-1"_s);
 }
 
 TEST_CLASS(tst_VersionControl)

@@ -455,12 +455,15 @@ void tst_ProjectManager::refusesToSave_data()
         << u"DIR"_s << u"8 Cannot write \"DIR\": it is a folder"_s;
     QTest::newRow("save-refused-3 a folder that is not there")
         << u"DIR/no/p"_s << u"8 Cannot write \"DIR/no/p\": No such file or directory"_s;
+    QTest::newRow("save-refused-4 a pipe")
+        << u"DIR/pipe"_s << u"8 Cannot write \"DIR/pipe\": it is not a file"_s;
 }
 
 void tst_ProjectManager::refusesToSave()
 {
     QFETCH(QString, file);
     QFETCH(QString, message);
+    QCOMPARE(::mkfifo(QFile::encodeName(path(u"pipe"_s)).constData(), 0600), 0);
     QVERIFY(manager->newProject());
 
     QVERIFY(!manager->saveProject(file.replace(u"DIR"_s, folder->path()), true));

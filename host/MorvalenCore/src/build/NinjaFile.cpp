@@ -4,11 +4,12 @@
 #include "build/shell.h"
 
 #include <Qtilities/atomicfile.h>
+#include <Qtilities/regularfile.h>
 
 #include <QDir>
-#include <QFile>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
 using Qtilities::Core::Status;
 
 namespace MorvalenCore {
@@ -143,18 +144,38 @@ Status NinjaFile::makeFolder() const
     return {};
 }
 
+bool NinjaFile::liesIn(const QString &folder)
+{
+    const QString path = folder + u"/build.ninja"_s;
+    const Result<QByteArray> head = Qtilities::Core::readRegularFile(path, sizeof(firstLine) - 1);
+    return !QFileInfo(path).isSymLink() && head.isOk() && head.value() == firstLine;
+}
+
+// The folder may have come with the design from anywhere: a link there would be followed to files
+// that are no part of it, and a pipe waited for.
+Status NinjaFile::checkFolder() const
+{
+    const QStringList names {u"build.ninja"_s, u"build.log"_s, u".ninja*"_s, u".morvalen_*"_s,
+                             u"step-*.sh"_s};
+    const QDir::Filters all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::CaseSensitive;
+    for (const QFileInfo &info : QDir(folder).entryInfoList(names, all)) {
+        if (info.isSymLink() || !info.isFile())
+            return Status::conflict(
+                u"\"%1\" is not a regular file; nothing is built there"_s.arg(info.filePath()));
+    }
+    return {};
+}
+
 Status NinjaFile::write() const
 {
-    QFile file(path());
-    if (file.open(QIODevice::ReadOnly)) {
-        const QByteArray old = file.readAll();
-        if (old == content)
-            return {};
-        if (!old.isEmpty() && !old.startsWith(firstLine))
-            return Status::conflict(
-                u"\"%1\" is not a file of Morvalen's; choose another target path"_s.arg(path()));
-    }
-    file.close();
+    if (const Status status = checkFolder(); !status.isOk())
+        return status;
+    const Result<QByteArray> old = Qtilities::Core::readRegularFile(path());
+    if (old.isOk() && old.value() == content)
+        return {};
+    if (old.isOk() && !old.value().isEmpty() && !old.value().startsWith(firstLine))
+        return Status::conflict(
+            u"\"%1\" is not a file of Morvalen's; choose another target path"_s.arg(path()));
     return Qtilities::Core::writeFileAtomically(path(), content);
 }
 

@@ -24,6 +24,11 @@ public:
 
     // Makes the target folder.
     Qtilities::Core::Status makeFolder() const;
+    // Whether a folder has a build.ninja that this class has written.
+    static bool liesIn(const QString &folder);
+    // Fails when a name that Ninja or this program uses there is that of something else than a
+    // file.
+    Qtilities::Core::Status checkFolder() const;
 
     // Writes the file into the target folder, atomically; leaves it alone when it is the same
     // already. Fails when that cannot be done, or when there is a file of somebody else's.

@@ -2,7 +2,9 @@
 
 #include "items/DesignFiles.h"
 
-#include <QFile>
+#include <Qtilities/regularfile.h>
+#include <Qtilities/utf8text.h>
+
 #include <QFileInfo>
 #include <QSet>
 
@@ -22,13 +24,14 @@ namespace {
 QSet<QString> filesMadeIn(const QString &targetFolder)
 {
     QSet<QString> files;
-    QFile log(targetFolder + u"/.ninja_log"_s);
-    if (!log.open(QIODevice::ReadOnly))
+    const Result<QByteArray> log =
+        Qtilities::Core::readRegularFile(targetFolder + u"/.ninja_log"_s);
+    if (!log.isOk())
         return files;
-    while (!log.atEnd()) {
-        const QList<QByteArray> fields = log.readLine().split('\t');
+    for (const QByteArray &line : log.value().split('\n')) {
+        const QList<QByteArray> fields = line.split('\t');
         if (fields.size() == 5)
-            files.insert(QString::fromUtf8(fields[3]));
+            files.insert(Qtilities::Core::textOfUtf8(fields[3]));
     }
     return files;
 }

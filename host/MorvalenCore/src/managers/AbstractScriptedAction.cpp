@@ -2,8 +2,8 @@
 #include <MorvalenCore/ChangeBracket.h>
 
 #include <Qtilities/Logger.h>
+#include <Qtilities/regularfile.h>
 
-#include <QFile>
 #include <QFileInfo>
 #include <QStringDecoder>
 
@@ -29,18 +29,13 @@ QString AbstractScriptedAction::fileContents() const
     // A pipe or a device would keep the caller waiting.
     if (!filePathExists())
         return {};
-    QFile file(filePath());
-    if (!file.open(QIODevice::ReadOnly)) {
-        warn(u"Cannot read the script file \"%1\": %2"_s.arg(filePath(), file.errorString()));
-        return {};
-    }
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
-        warn(u"Cannot read the script file \"%1\": %2"_s.arg(filePath(), file.errorString()));
+    const auto bytes = Qtilities::Core::readRegularFile(filePath());
+    if (!bytes.isOk()) {
+        warn(u"Cannot read the script file \"%1\": %2"_s.arg(filePath(), bytes.status().text()));
         return {};
     }
     QStringDecoder decoder(QStringDecoder::Utf8);
-    QString text = decoder.decode(bytes);
+    QString text = decoder.decode(bytes.value());
     if (decoder.hasError()) {
         warn(
             u"The script file \"%1\" is not UTF-8; what cannot be read is replaced by U+FFFD"_s.arg(

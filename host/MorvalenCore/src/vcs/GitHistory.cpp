@@ -1,5 +1,7 @@
 #include "vcs/GitHistory.h"
 
+#include "vcs/gitfolder.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -56,12 +58,13 @@ QString resolved(const QString &path)
 
 Repository repositoryAround(const QString &path)
 {
-    QString folder = QFileInfo(path).isDir() ? path : QFileInfo(path).path();
-    while (!QFileInfo::exists(folder))
-        folder = QFileInfo(folder).path();
+    const QString git = gitFolderAround(path);
+    if (git.isEmpty())
+        return {};
     return made<Repository>([&](git_repository **repository) {
-        return git_repository_open_ext(repository, QFile::encodeName(folder).constData(), 0,
-                                       nullptr);
+        return git_repository_open_ext(
+            repository, QFile::encodeName(git).constData(),
+            GIT_REPOSITORY_OPEN_NO_SEARCH | GIT_REPOSITORY_OPEN_NO_DOTGIT, nullptr);
     });
 }
 

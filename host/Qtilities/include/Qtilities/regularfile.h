@@ -1,0 +1,26 @@
+#pragma once
+
+#include <Qtilities/Descriptor.h>
+#include <Qtilities/QtilitiesExport.h>
+#include <Qtilities/Status.h>
+
+#include <QByteArray>
+#include <QString>
+
+#include <limits>
+
+namespace Qtilities::Core {
+
+// Reading what lies under a name that anybody may have made. A pipe would keep its reader waiting
+// and a device would do worse, so nothing but a regular file is opened, or one that a link points
+// at. The sentence of a failure is a reason only: "No such file or directory", "it is a folder",
+// "it is not a file".
+
+// Opens it for reading.
+QTILITIES_EXPORT Result<Descriptor> openRegularFile(const QString &fileName);
+
+// What is in it, cut off after that many bytes.
+QTILITIES_EXPORT Result<QByteArray>
+readRegularFile(const QString &fileName, qint64 limit = std::numeric_limits<qint64>::max());
+
+} // namespace Qtilities::Core

@@ -1,0 +1,73 @@
+#include <Qtilities/regularfile.h>
+
+#include <QFile>
+
+#include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace Qtilities::Core {
+
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+constexpr qint64 pieceSize = 64 * 1024;
+
+Status failureOfSystem()
+{
+    return {errno == ENOENT ? Status::Kind::NotFound : Status::Kind::Io, qt_error_string(errno)};
+}
+
+Status regularity(const struct stat &status)
+{
+    if (S_ISDIR(status.st_mode))
+        return Status::invalidArgument(u"it is a folder"_s);
+    return S_ISREG(status.st_mode) ? Status() : Status::invalidArgument(u"it is not a file"_s);
+}
+
+} // namespace
+
+Result<Descriptor> openRegularFile(const QString &fileName)
+{
+    if (fileName.isEmpty() || fileName.contains(QChar()))
+        return Status::invalidArgument(u"that is not the name of a file"_s);
+    const QByteArray name = QFile::encodeName(fileName);
+    struct stat status = {};
+    // Opening alone can set a device going.
+    if (::stat(name.constData(), &status) != 0)
+        return failureOfSystem();
+    if (const Status regular = regularity(status); !regular.isOk())
+        return regular;
+    Descriptor file = Descriptor::open(name, O_RDONLY | O_NONBLOCK | O_NOCTTY);
+    // It may be another one by now.
+    if (!file || ::fstat(file.get(), &status) != 0)
+        return failureOfSystem();
+    if (const Status regular = regularity(status); !regular.isOk())
+        return regular;
+    return Result<Descriptor>(std::move(file));
+}
+
+Result<QByteArray> readRegularFile(const QString &fileName, qint64 limit)
+{
+    const Result<Descriptor> file = openRegularFile(fileName);
+    if (!file.isOk())
+        return file.status();
+    QByteArray content;
+    while (content.size() < limit) {
+        const qsizetype size = content.size();
+        content.resize(size + std::min(pieceSize, limit - size));
+        const ssize_t count =
+            ::read(file.value().get(), content.data() + size, size_t(content.size() - size));
+        content.resize(size + std::max<ssize_t>(count, 0));
+        if (count < 0 && errno != EINTR)
+            return failureOfSystem();
+        if (count == 0)
+            break;
+    }
+    return content;
+}
+
+} // namespace Qtilities::Core
