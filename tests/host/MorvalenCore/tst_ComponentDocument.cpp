@@ -7,6 +7,8 @@
 #include <QTest>
 
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace ComponentTexts;
 using namespace MorvalenCore;
@@ -65,6 +67,7 @@ private Q_SLOTS:
     void changedOnDisk();
     void copies();
     void failedSave();
+    void savedButNotSynchronised();
 };
 
 void tst_ComponentDocument::generations_data()
@@ -628,6 +631,42 @@ void tst_ComponentDocument::failedSave()
     QVERIFY(document->isModified());
     QCOMPARE(document->saveCopy(folder.path()).text(),
              u"Cannot write \"%1\": it is a folder"_s.arg(folder.path()));
+}
+
+// A folder that may be written but not read cannot be synchronised once the new file has its place.
+void tst_ComponentDocument::savedButNotSynchronised()
+{
+    const QTemporaryDir dir;
+    const QString path = dir.filePath(u"part/c.xml"_s);
+    QVERIFY(QDir(dir.path()).mkdir(u"part"_s));
+    put(path, component({}));
+    QCOMPARE(::chmod(QFile::encodeName(path).constData(), 0666), 0);
+    QCOMPARE(::chmod(QFile::encodeName(dir.path()).constData(), 0755), 0);
+    QCOMPARE(::chmod(QFile::encodeName(dir.filePath(u"part"_s)).constData(), 0333), 0);
+
+    // The superuser may do everything; the child is somebody else.
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const bool isSomebodyElse = ::geteuid() != 0 || ::setuid(65534) == 0;
+        auto document = ComponentDocument::open(path).valueOr(nullptr);
+        bool asExpected = isSomebodyElse && document;
+        for (const QString &version : {u"2"_s, u"3"_s}) {
+            if (!asExpected)
+                break;
+            QString error;
+            asExpected = document->setText(DesignField::Version, version, &error)
+                && !document->save().toErrorText(&error) && document->isModified()
+                && error == u"Cannot write \"%1\": Permission denied"_s.arg(path);
+            if (!asExpected)
+                qWarning("%s", qPrintable(error));
+        }
+        ::_exit(asExpected ? 0 : 1);
+    }
+    int status = -1;
+    ::waitpid(child, &status, 0);
+    QCOMPARE(::chmod(QFile::encodeName(dir.filePath(u"part"_s)).constData(), 0755), 0);
+    QCOMPARE(status, 0);
+    QCOMPARE(contentOf(path), component({}).replace("1.0</i", "3</i"));
 }
 
 APPLESS_TEST_CLASS(tst_ComponentDocument)

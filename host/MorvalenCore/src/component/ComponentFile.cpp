@@ -1,6 +1,7 @@
 #include "component/ComponentFile.h"
 
 #include <Qtilities/atomicfile.h>
+#include <Qtilities/regularfile.h>
 
 #include <QCryptographicHash>
 #include <QFile>
@@ -74,16 +75,14 @@ Result<QByteArray> ComponentFile::read()
     if (const Status status = checkPath(); !status.isOk())
         return status;
     stamp = stampOf();
-    QFile file(filePath);
-    if (!file.open(QIODevice::ReadOnly))
-        return Status::io(u"The file cannot be read: %1."_s.arg(file.errorString()));
     // One byte more tells whether it has grown meanwhile.
     const qint64 size = stamp ? stamp->size : 0;
-    contentRead = file.read(size + 1);
-    if (file.error() != QFileDevice::NoError || contentRead.size() != size) {
+    Result<QByteArray> content = Qtilities::Core::readRegularFile(filePath, size + 1);
+    if (!content.isOk() || content.value().size() != size) {
         return Status::io(u"The file cannot be read: %1."_s.arg(
-            file.error() != QFileDevice::NoError ? file.errorString() : u"it changes meanwhile"_s));
+            content.isOk() ? u"it changes meanwhile"_s : content.status().text()));
     }
+    contentRead = std::move(content).value();
     return contentRead;
 }
 
@@ -98,11 +97,11 @@ bool ComponentFile::isChanged() const
         return true;
     if (now->changed == stamp->changed && !stamp->isFresh)
         return false;
-    QFile file(filePath);
-    if (!file.open(QIODevice::ReadOnly))
+    const Result<QByteArray> content = Qtilities::Core::readRegularFile(filePath);
+    if (!content.isOk())
         return true;
-    const QByteArray content = file.readAll();
-    return contentHash.isEmpty() ? content != contentRead : hashOf(content) != contentHash;
+    return contentHash.isEmpty() ? content.value() != contentRead
+                                 : hashOf(content.value()) != contentHash;
 }
 
 Status ComponentFile::write(const QByteArray &bytes)
@@ -116,12 +115,23 @@ Status ComponentFile::write(const QByteArray &bytes)
                 u"The file %1 is there already; it is not overwritten."_s.arg(filePath));
     }
     const Status written = Qtilities::Core::writeFileAtomically(filePath, bytes);
-    if (!written.isOk())
-        return written;
+    if (written.isOk() || holds(bytes))
+        remember(bytes);
+    return written;
+}
+
+// A write can fail after the new file has taken its place.
+bool ComponentFile::holds(const QByteArray &bytes) const
+{
+    const Result<QByteArray> content = Qtilities::Core::readRegularFile(filePath);
+    return content.isOk() && content.value() == bytes;
+}
+
+void ComponentFile::remember(const QByteArray &bytes)
+{
     stamp = stampOf();
     contentHash = hashOf(bytes);
     contentRead.clear();
-    return {};
 }
 
 } // namespace MorvalenCore

@@ -44,6 +44,7 @@ private:
 
     bool isChanged() const;
     std::optional<Stamp> stampOf() const;
+    bool holds(const QByteArray &bytes) const;
     void remember(const QByteArray &bytes);
 
     QString filePath;
