@@ -5,6 +5,7 @@
 #include <MorvalenCore/DesignConstructor.h>
 #include <Qtilities/FactoryItem.h>
 
+#include <QPointer>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTest>
@@ -77,6 +78,7 @@ private Q_SLOTS:
     void savesWhatIsChangedWhenItCloses();
     void backsUpWhatCannotBeSaved();
     void keepsADesignOpenThatCannotBeSavedAnywhere();
+    void destroysClosedDesignsBetweenCommands();
     void deletesTheWorkingFolderBelowTheDesignsPath();
     void keepsAWorkingFolderElsewhere();
     void keepsAWorkingFolderThatHoldsAnotherOpenDesign();
@@ -711,6 +713,43 @@ void tst_DesignManager::completesTheFolderOfADesign()
              QStringList {u"component.xml"_s});
     QVERIFY(!DesignConstructor::assignPhysicalWorkingFolderToDesign(nullptr, QString(), {}, nullptr,
                                                                     false));
+}
+
+// Scripts that open and close thousands of designs need not let the event loop run.
+void tst_DesignManager::destroysClosedDesignsBetweenCommands()
+{
+    const QString file = session->path(u"parts/a.xml"_s);
+    SessionFixture::write(file, componentNamed("a"));
+    ChangeBracket *const bracket = ChangeBracket::instance();
+    QList<QPointer<QObject>> closed;
+    const auto openAndClose = [&] {
+        IDesign *const design = session->open(file);
+        closed.append(design->objectBase());
+        bracket->open();
+        QVERIFY(SessionFixture::manager()->closeDesign(idOf(design), false));
+        bracket->close();
+    };
+    const auto left = [&] {
+        return int(std::count_if(closed.cbegin(), closed.cend(),
+                                 [](const QPointer<QObject> &design) { return !design.isNull(); }));
+    };
+    for (int i = 0; i < 5; ++i)
+        openAndClose();
+    QVERIFY(!closed.first());
+    QCOMPARE(left(), 1);
+
+    // What a command closes that is under way may be what it is changing.
+    bracket->open();
+    closed.clear();
+    for (int i = 0; i < 5; ++i)
+        openAndClose();
+    QCOMPARE(left(), 5);
+    bracket->close();
+    QCOMPARE(left(), 5);
+    openAndClose();
+    QCOMPARE(left(), 1);
+    QCoreApplication::processEvents();
+    QCOMPARE(left(), 0);
 }
 
 TEST_CLASS(tst_DesignManager)
