@@ -106,7 +106,7 @@ private Q_SLOTS:
         QTest::newRow("stop-loop-5 that tries for good")
             << QByteArray("while 1 {try {while 1 {}} on error {} {} finally {while 1 {}}}");
         QTest::newRow("stop-loop-6 for with a body")
-            << QByteArray("for {set i 0} {1} {incr i} {set t($i) $i; unset t($i)}");
+            << QByteArray("for {set i 0} {1} {incr i} {set cells($i) $i; unset cells($i)}");
         QTest::newRow("stop-loop-7 in a child")
             << QByteArray("interp create k; k eval {while 1 {}}");
         QTest::newRow("stop-loop-8 in a child's child")
