@@ -9,7 +9,7 @@ class Settings
 public:
     // The file is the session's unless another one is named.
     Settings();
-    explicit Settings(const QString &file) : settings(file, QSettings::IniFormat) { }
+    explicit Settings(const QString &file);
 
     QVariant value(const QString &key, const QVariant &usually = {}) const
     {

@@ -1,6 +1,7 @@
 #include <Qtilities/ProjectManager.h>
 #include <Qtilities/QtilitiesApplication.h>
 #include <Qtilities/Replaceable.h>
+#include <Qtilities/settingsfile.h>
 #include <Qtilities/statuslog.h>
 
 #include "ProjectItems.h"
@@ -114,6 +115,8 @@ void ProjectManager::setCurrent(std::unique_ptr<Project> next)
 
 QString ProjectManager::customProjectsPath(const QString &fallback) const
 {
+    if (!logStatus(Core::secureSettingsFile(QtilitiesApplication::settingsFileName())))
+        return fallback;
     const QSettings settings(QtilitiesApplication::settingsFileName(), QSettings::IniFormat);
     const QString path = settings.value(customPathKey).toString();
     return path.isEmpty() ? fallback : path;
@@ -121,6 +124,9 @@ QString ProjectManager::customProjectsPath(const QString &fallback) const
 
 Status ProjectManager::trySetCustomProjectsPath(const QString &path)
 {
+    const Status secured = Core::secureSettingsFile(QtilitiesApplication::settingsFileName());
+    if (!secured.isOk())
+        return secured;
     QSettings settings(QtilitiesApplication::settingsFileName(), QSettings::IniFormat);
     if (path.isEmpty())
         settings.remove(customPathKey);
@@ -128,8 +134,9 @@ Status ProjectManager::trySetCustomProjectsPath(const QString &path)
         settings.setValue(customPathKey, path);
     settings.sync();
     if (settings.status() != QSettings::NoError)
-        return Status::io(u"Cannot write the settings \"%1\""_s.arg(settings.fileName()));
-    return {};
+        return Status::io(u"Cannot write the settings \"%1\""_s.arg(settings.fileName()))
+            .after(secured);
+    return secured;
 }
 
 void ProjectManager::setCustomProjectsPath(const QString &path)

@@ -22,6 +22,9 @@ private Q_SLOTS:
     void remembersTheDefaultInTheSettings();
     void refusesUnknownNames();
     void ignoresADefaultThatIsGone();
+    void keepsSettingsAsideThatItCannotRead_data();
+    void keepsSettingsAsideThatItCannotRead();
+    void saysThatTheSettingsCannotBeUsed();
     void knowsWhereDesignsAreKept();
 
 private:
@@ -78,6 +81,53 @@ void tst_Structures::ignoresADefaultThatIsGone()
     QByteArray settings = SessionFixture::read(session->path(u"session/settings.ini"_s));
     SessionFixture::write(session->path(u"session/settings.ini"_s),
                           settings.replace("Hardware", "Baroque"));
+    QCOMPARE(structures()->defaultStructureNameForDesignType(u"Custom Design"_s), u"Flat"_s);
+}
+
+void tst_Structures::keepsSettingsAsideThatItCannotRead_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("settings-1 a line that is none")
+        << QByteArray("[Designs]\na=b\n[garbage\nc=d\n");
+    QTest::newRow("settings-2 no settings at all") << QByteArray("\x7f"
+                                                                 "ELF\2\1\1\nxyz\n");
+    QTest::newRow("settings-3 zeros in something like settings") << QByteArray("a=b\0c\n", 6);
+}
+
+void tst_Structures::keepsSettingsAsideThatItCannotRead()
+{
+    QFETCH(const QByteArray, content);
+    const QString file = session->path(u"session/settings.ini"_s);
+    for (const QString &aside : {file + u".unreadable"_s, file + u".unreadable-2"_s}) {
+        SessionFixture::write(file, content);
+        session->takeLog();
+        QVERIFY(
+            structures()->setDefaultStructureNameForDesignType(u"Custom Design"_s, u"Hardware"_s));
+        QCOMPARE(session->takeLog(),
+                 QStringList {u"Warning: The settings file \"%1\" cannot be read; it is kept as "
+                              "\"%2\""_s.arg(file, aside)});
+        QCOMPARE(SessionFixture::read(aside), content);
+        QCOMPARE(structures()->defaultStructureNameForDesignType(u"Custom Design"_s),
+                 u"Hardware"_s);
+        QCOMPARE(session->takeLog(), QStringList());
+        QVERIFY(SessionFixture::read(file).contains("organization_name=local"));
+        // Another size, so that the next one is seen to be another.
+        SessionFixture::write(file, QByteArray());
+    }
+}
+
+void tst_Structures::saysThatTheSettingsCannotBeUsed()
+{
+    const QString file = session->path(u"session/settings.ini"_s);
+    QVERIFY(QDir().mkpath(file));
+    session->takeLog();
+    QCOMPARE(structures()
+                 ->trySetDefaultStructureNameForDesignType(u"Custom Design"_s, u"Hardware"_s)
+                 .text(),
+             u"The settings file \"%1\" cannot be written"_s.arg(file));
+    QCOMPARE(session->takeLog(),
+             QStringList {
+                 u"Error: The settings file \"%1\" cannot be read: it is a folder"_s.arg(file)});
     QCOMPARE(structures()->defaultStructureNameForDesignType(u"Custom Design"_s), u"Flat"_s);
 }
 

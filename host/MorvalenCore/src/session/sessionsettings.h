@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace MorvalenCore {
 
@@ -10,9 +11,11 @@ QString sessionSettingsFile();
 // The path of a folder of the session, absolute; it need not be there.
 QString sessionFolder(const QString &name);
 
-// Reads and writes one value in the session's settings. writeSetting is false when the file could
-// not be written.
+// Read and write one value in the session's settings, or a list of values. Writing is false when
+// the file could not be written.
 QString readSetting(const QString &group, const QString &key);
 bool writeSetting(const QString &group, const QString &key, const QString &value);
+QStringList readSettings(const QString &group, const QString &key);
+bool writeSettings(const QString &group, const QString &key, const QStringList &values);
 
 } // namespace MorvalenCore

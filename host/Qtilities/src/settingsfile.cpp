@@ -1,0 +1,94 @@
+#include <Qtilities/regularfile.h>
+#include <Qtilities/settingsfile.h>
+
+#include <QDateTime>
+#include <QFile>
+#include <QFileInfo>
+#include <QHash>
+#include <QMutex>
+#include <QSettings>
+
+namespace Qtilities::Core {
+
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+struct Stamp
+{
+    qint64 size = -1;
+    QDateTime changed;
+
+    bool operator==(const Stamp &) const = default;
+};
+
+Stamp stampOf(const QString &fileName)
+{
+    const QFileInfo info(fileName);
+    return info.exists() ? Stamp {info.size(), info.lastModified()} : Stamp();
+}
+
+// What was found to be in order already, since settings are asked for often.
+class SecuredFiles
+{
+public:
+    bool hold(const QString &fileName, const Stamp &stamp)
+    {
+        const QMutexLocker lock(&mutex);
+        return stamps.value(fileName) == stamp;
+    }
+    void add(const QString &fileName, const Stamp &stamp)
+    {
+        const QMutexLocker lock(&mutex);
+        stamps.insert(fileName, stamp);
+    }
+
+private:
+    QMutex mutex;
+    QHash<QString, Stamp> stamps;
+};
+
+// QSettings escapes zeros, so that one tells of something else. It reads groups only when they are
+// asked for.
+bool isOfSettings(const QString &fileName, const QByteArray &content)
+{
+    const QSettings settings(fileName, QSettings::IniFormat);
+    static_cast<void>(settings.allKeys());
+    return !content.contains('\0') && settings.status() == QSettings::NoError;
+}
+
+Status putAside(const QString &fileName)
+{
+    QString aside = fileName + u".unreadable"_s;
+    for (int i = 2; QFileInfo::exists(aside); ++i)
+        aside = u"%1.unreadable-%2"_s.arg(fileName).arg(i);
+    QFile file(fileName);
+    if (!file.rename(aside))
+        return Status::io(u"The settings file \"%1\" cannot be read, nor renamed: %2"_s.arg(
+            fileName, file.errorString()));
+    Status status;
+    status.addWarning(
+        u"The settings file \"%1\" cannot be read; it is kept as \"%2\""_s.arg(fileName, aside));
+    return status;
+}
+
+} // namespace
+
+Status secureSettingsFile(const QString &fileName)
+{
+    static SecuredFiles secured;
+    const Stamp stamp = stampOf(fileName);
+    if (stamp == Stamp() || secured.hold(fileName, stamp))
+        return {};
+    const Result<QByteArray> content = readRegularFile(fileName);
+    if (!content.isOk()) {
+        return content.status().withText(u"The settings file \"%1\" cannot be read: %2"_s.arg(
+            fileName, content.status().text()));
+    }
+    if (!isOfSettings(fileName, content.value()))
+        return putAside(fileName);
+    secured.add(fileName, stamp);
+    return {};
+}
+
+} // namespace Qtilities::Core
