@@ -116,6 +116,8 @@ private Q_SLOTS:
     void refusesWhatCannotBePlanned();
     void usesAnotherTargetPath();
     void saysThatTheTargetPathCannotBeUsed();
+    void writesOutsideOnlyWhereTheUserAllowsIt_data();
+    void writesOutsideOnlyWhereTheUserAllowsIt();
     void saysThatAVariableOfTheTargetPathIsNotSet();
     void runsDry();
     void refreshes();
@@ -456,6 +458,60 @@ void tst_BuildConfiguration::saysThatTheTargetPathCannotBeUsed()
                      u"Error: %1 failed"_s.arg(title)}));
     main->setTargetPath(u"out"_s);
     QVERIFY(main->run(true, false));
+}
+
+void tst_BuildConfiguration::writesOutsideOnlyWhereTheUserAllowsIt_data()
+{
+    QTest::addColumn<QString>("targetPath");
+    QTest::addColumn<QString>("place");
+    QTest::newRow("outside-1 an absolute path") << u"DIR/else/out"_s << u"else/out"_s;
+    QTest::newRow("outside-2 folders up") << u"../else/out"_s << u"else/out"_s;
+    QTest::newRow("outside-3 a link in the folder") << u"way/out"_s << u"else/out"_s;
+    QTest::newRow("outside-4 the link itself") << u"way"_s << u"else"_s;
+}
+
+// What a component file names, or a link that came with it.
+void tst_BuildConfiguration::writesOutsideOnlyWhereTheUserAllowsIt()
+{
+    QFETCH(QString, targetPath);
+    QFETCH(QString, place);
+    targetPath.replace(u"DIR"_s, session->path(QString()).chopped(1));
+    place = session->path(place);
+    QVERIFY(QDir().mkpath(session->path(u"else"_s)));
+    QVERIFY(QDir().mkpath(inDesign(QString())));
+    QVERIFY(QFile::link(session->path(u"else"_s), inDesign(u"way"_s)));
+    const QByteArray main =
+        configuration("Main", copyStep)
+            .replace("name=\"Main\"", "name=\"Main\" targetPath=\"" + targetPath.toUtf8() + '"');
+    BuildConfiguration *build = openComponent(component(file("a.c"), main));
+    QVERIFY(build);
+    session->takeLog();
+    const QString refusal =
+        u"Error: %1 cannot be run: The target path \"%2\" leads out of the working folder, to "
+        "\"%3\"; the setting target_folders of the group Builds can allow that"_s.arg(
+            title, targetPath, place);
+    QVERIFY(!build->run(true, false));
+    QVERIFY(!build->run(true, true));
+    build->refresh();
+    QCOMPARE(session->takeLog(), QStringList({refusal, refusal, refusal}));
+    QCOMPARE(QDir(session->path(u"else"_s)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+             QStringList());
+
+    {
+        QSettings settings(MorvalenCore::DesignManager::instance()->settingsFileName(),
+                           QSettings::IniFormat);
+        settings.setValue(u"Builds/target_folders"_s,
+                          QStringList({u"/nowhere"_s, session->path(u"else"_s)}));
+    }
+    QVERIFY2(build->run(true, false), qPrintable(session->takeLog().join(u'\n')));
+    QVERIFY(QFile::exists(place + u"/copy.c"_s));
+    {
+        QSettings settings(MorvalenCore::DesignManager::instance()->settingsFileName(),
+                           QSettings::IniFormat);
+        settings.remove(u"Builds/target_folders"_s);
+    }
+    // A folder that the program has written is its own.
+    QVERIFY2(build->run(true, false), qPrintable(session->takeLog().join(u'\n')));
 }
 
 void tst_BuildConfiguration::saysThatAVariableOfTheTargetPathIsNotSet()

@@ -2,6 +2,7 @@
 
 #include "configurations/ConfigurationItem.h"
 #include "configurations/generatedfiles.h"
+#include "configurations/targetplaces.h"
 #include "disk/itempaths.h"
 #include "items/DesignFiles.h"
 #include "items/DesignState.h"
@@ -139,7 +140,12 @@ PlanKeeper::Kept ConfigurationRunner::plan()
 PlanKeeper::Kept ConfigurationRunner::checkedPlan()
 {
     const PlanKeeper::Kept kept = plan();
-    if (!kept.isOk() || kept.value()->isChecked)
+    if (!kept.isOk())
+        return kept;
+    const Status placed = checkTargetPlace(kept.value()->plan, configuration.getTargetPath());
+    if (!placed.isOk())
+        return placed;
+    if (kept.value()->isChecked)
         return kept;
     const Status harmless = checkOverwriting(kept.value()->plan, files);
     if (!harmless.isOk())
@@ -249,6 +255,11 @@ Status ConfigurationRunner::refresh()
     if (!kept.isOk()) {
         outdated.clear();
         return refusal(kept.status());
+    }
+    const Status placed = checkTargetPlace(kept.value()->plan, configuration.getTargetPath());
+    if (!placed.isOk()) {
+        outdated.clear();
+        return refusal(placed);
     }
     const qsizetype count = kept.value()->plan.steps.size();
     // What went wrong is among what the run has said.

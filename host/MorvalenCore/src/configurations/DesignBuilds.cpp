@@ -1,6 +1,7 @@
 #include "configurations/DesignBuilds.h"
 
 #include "configurations/ConfigurationItem.h"
+#include "configurations/targetplaces.h"
 #include "document/statusof.h"
 #include "items/DesignState.h"
 
@@ -138,6 +139,8 @@ Status DesignBuilds::change(ConfigurationItem &item, const BuildDescription &des
         if (!written.isOk())
             return written;
         item.takeUp(description);
+        if (description.targetPath != before.targetPath)
+            allowTargetPath(description.targetPath, state.folder());
         DocumentBuilds &document = state.document().builds();
         const bool renamed = description.name != before.name;
         if (renamed && document.activeName() == before.name)
