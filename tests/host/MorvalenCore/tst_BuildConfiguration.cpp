@@ -123,6 +123,7 @@ private Q_SLOTS:
     void refreshes();
     void refreshesWithoutATrace();
     void refusesASecondRun();
+    void refusesADryRunWhileItRuns();
     void cancels();
     void tellsTheMonitor();
     void endsWhenItsDesignIsClosed();
@@ -598,6 +599,30 @@ void tst_BuildConfiguration::refusesASecondRun()
     poll.start(5);
     QVERIFY(main->run(true, false));
     QVERIFY(!second);
+    QCOMPARE(session->takeLog().filter(u"already"_s),
+             QStringList({u"Error: %1 is running already"_s.arg(title)}));
+}
+
+void tst_BuildConfiguration::refusesADryRunWhileItRuns()
+{
+    BuildConfiguration *main =
+        open(step("slow", "touch there; while [ -e there ]; do sleep 0.01; done"));
+    QVERIFY(main);
+    bool second = true;
+    QTimer poll;
+    connect(&poll, &QTimer::timeout, &poll, [&] {
+        if (!exists(u"there"_s))
+            return;
+        poll.stop();
+        second = main->run(true, true);
+        QCOMPARE(main->runState(), BuildConfiguration::Running);
+        // The run is still known as the one that is under way, and can be cancelled.
+        main->cancel();
+    });
+    poll.start(5);
+    QVERIFY(!main->run(true, false));
+    QVERIFY(!second);
+    QCOMPARE(main->runState(), BuildConfiguration::Cancelled);
     QCOMPARE(session->takeLog().filter(u"already"_s),
              QStringList({u"Error: %1 is running already"_s.arg(title)}));
 }

@@ -234,6 +234,8 @@ void ConfigurationRunner::noteGenerated(KeptPlan &kept, QList<int> steps)
 
 Status ConfigurationRunner::runDry()
 {
+    if (current)
+        return Status::busy(u"%1 is running already"_s.arg(title()));
     const PlanKeeper::Kept checked = checkedPlan();
     if (!checked.isOk())
         return refusal(checked.status());
