@@ -77,6 +77,8 @@ private Q_SLOTS:
     void saysWhyAFileDoesNotOpen();
     void savesWhatIsChangedWhenItCloses();
     void backsUpWhatCannotBeSaved();
+    void backsUpUnderALongName_data();
+    void backsUpUnderALongName();
     void keepsADesignOpenThatCannotBeSavedAnywhere();
     void destroysClosedDesignsBetweenCommands();
     void deletesTheWorkingFolderBelowTheDesignsPath();
@@ -431,6 +433,32 @@ void tst_DesignManager::backsUpWhatCannotBeSaved()
     QCOMPARE(log.size(), 2);
     QCOMPARE(log.last(),
              u"Warning: The changes of the design \"a\" are in \"%1\" instead"_s.arg(copy));
+}
+
+void tst_DesignManager::backsUpUnderALongName_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("long-1 300 letters") << QString(300, u'n');
+    QTest::newRow("long-2 beyond ASCII") << QString(300, u'\u65e5');
+    QTest::newRow("long-3 beyond the basic plane") << u"x"_s + u"\U00020000"_s.repeated(100);
+}
+
+void tst_DesignManager::backsUpUnderALongName()
+{
+    QFETCH(const QString, name);
+    const QString file = session->path(u"parts/a.xml"_s);
+    SessionFixture::write(file, componentNamed(name.toUtf8()));
+    IDesign *design = session->open(file);
+    QVERIFY(design);
+    design->setDescription(u"mine"_s);
+    SessionFixture::write(file, componentNamed("theirs"));
+    QVERIFY(session->manager()->closeDesign(idOf(design), false));
+    const QDir backups(session->path(u"session/Backups"_s));
+    QCOMPARE(backups.entryList(QDir::Files).size(), 1);
+    const QString copy = backups.entryList(QDir::Files).first();
+    const QString stem = copy.section(u'-', 0, 0);
+    QVERIFY(stem.size() > 50 && name.startsWith(stem));
+    QVERIFY(SessionFixture::read(backups.filePath(copy)).contains("mine"));
 }
 
 void tst_DesignManager::keepsADesignOpenThatCannotBeSavedAnywhere()

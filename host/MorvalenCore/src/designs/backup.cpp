@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 using namespace Qt::Literals::StringLiterals;
@@ -15,6 +16,18 @@ using Qtilities::Core::Status;
 namespace MorvalenCore {
 
 namespace {
+
+// Leaves room for the rest of the file's name, which has 255 bytes at most.
+constexpr qsizetype longestName = 200;
+
+// A name that was read from a file may hold anything, and be of any length.
+QString fileNameOf(QString name)
+{
+    name.replace(u'/', u'_');
+    while (QFile::encodeName(name).size() > longestName)
+        name.chop(name.back().isLowSurrogate() ? 2 : 1);
+    return name;
+}
 
 // The number of the process keeps those apart who share a session.
 QString newFile(const QString &folder, const QString &name)
@@ -35,8 +48,7 @@ Result<QString> backUp(Design &design)
     const QString folder = sessionFolder(u"Backups"_s);
     if (!QDir().mkpath(folder))
         return Status::io(u"The folder \"%1\" cannot be made"_s.arg(folder));
-    // A name that was read from a file may hold anything.
-    const QString path = newFile(folder, design.name().replace(u'/', u'_'));
+    const QString path = newFile(folder, fileNameOf(design.name()));
     const Status written = design.saveCopy(path);
     return written.isOk() ? Result<QString>(path) : written;
 }
