@@ -5,6 +5,7 @@ include(CMakePackageConfigHelpers)
 set(PACKAGE_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/TclScripting")
 
 install(TARGETS morvalen RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(TARGETS supervise-build RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/morvalen)
 install(TARGETS Qtilities MorvalenCore TclScripting tcl EXPORT TclScriptingTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(EXPORT TclScriptingTargets NAMESPACE TclScripting:: DESTINATION "${PACKAGE_DIR}")

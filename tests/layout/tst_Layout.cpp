@@ -25,6 +25,8 @@ struct Room
 const QString core = u"host/MorvalenCore/src/"_s;
 
 const QList<Room> rooms = {
+    {u"host/supervisor/src/supervision"_s, u"supervision"_s, {}},
+    {u"host/supervisor/src"_s, {}, {u"supervision"_s}},
     {u"host/Qtilities/include/Qtilities"_s, u"Qtilities"_s, {}},
     {u"host/Qtilities/src"_s, {}, {u"Qtilities"_s}},
     {u"host/MorvalenCore/include/MorvalenCore"_s, u"MorvalenCore"_s, {u"Qtilities"_s}},
