@@ -1,5 +1,6 @@
 #include "app/CommandLine.h"
 
+#include <MorvalenCore/BuildSettings.h>
 #include <Qtilities/Logger.h>
 
 #include <QDir>
@@ -7,6 +8,7 @@
 #include <array>
 
 using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::BuildSettings;
 using Qtilities::Logging::Logger;
 
 namespace {
@@ -50,7 +52,7 @@ private:
         QStringView value;
         bool (Parser::*take)(const QString &value);
     };
-    static const std::array<Option, 6> options;
+    static const std::array<Option, 8> options;
 
     bool takeArgument(const QString &argument);
     bool takeOption(const Option &option, const QString &argument, std::optional<QString> value);
@@ -58,6 +60,8 @@ private:
     bool takeCommand(const QString &value);
     bool takeSession(const QString &value);
     bool takeLogLevel(const QString &value);
+    bool takeJobs(const QString &value);
+    bool takeKeepGoing(const QString &value);
     bool takeHelp(const QString &value);
     bool takeVersion(const QString &value);
 
@@ -70,11 +74,13 @@ private:
     bool finished = false;
 };
 
-const std::array<Parser::Option, 6> Parser::options {{
+const std::array<Parser::Option, 8> Parser::options {{
     {u"--batch", {}, u"SCRIPT", &Parser::takeScript},
     {{}, u"-c", u"COMMAND", &Parser::takeCommand},
     {u"--session", {}, u"DIR", &Parser::takeSession},
     {u"--log-level", {}, u"LEVEL", &Parser::takeLogLevel},
+    {u"--jobs", {}, u"N", &Parser::takeJobs},
+    {u"--keep-going", {}, {}, &Parser::takeKeepGoing},
     {u"--help", u"-h", {}, &Parser::takeHelp},
     {u"--version", u"-v", {}, &Parser::takeVersion},
 }};
@@ -165,6 +171,18 @@ bool Parser::takeLogLevel(const QString &value)
     return fail(u"unknown log level %1 (error, warning, info, debug)"_s.arg(value));
 }
 
+bool Parser::takeJobs(const QString &value)
+{
+    line.jobs = BuildSettings::countFrom(value);
+    return line.jobs || fail(u"--jobs wants a number of at least 1, not %1"_s.arg(value));
+}
+
+bool Parser::takeKeepGoing(const QString &)
+{
+    line.keepGoing = true;
+    return true;
+}
+
 bool Parser::takeHelp(const QString &)
 {
     line.run = CommandLine::Run::ShowHelp;
@@ -215,6 +233,9 @@ Opens the main window, and in it the component and project files named. With
   --log-level LEVEL        which messages of the log go to standard error with
                            --batch or -c: error, warning (the default), info
                            or debug
+  --jobs N                 runs N steps of a build at the same time
+  --keep-going             after a step of a build has failed, runs those that
+                           do not depend on it
   -h, --help               shows this text
   -v, --version            shows the version
 

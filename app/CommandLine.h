@@ -22,6 +22,9 @@ struct CommandLine
     QString sessionFolder;
     // What of the log goes to standard error, a mask of Logger::MessageType.
     int logTypes = 0;
+    // How the builds of this run are run, beside what the settings say.
+    std::optional<int> jobs;
+    bool keepGoing = false;
 
     bool hasWindow() const { return run == Run::Window; }
 

@@ -14,6 +14,7 @@
 #include "interp/QtNotifier.h"
 #include "scripting/TclScriptManager.h"
 
+#include <MorvalenCore/BuildSettings.h>
 #include <MorvalenCore/DesignProjectItem.h>
 #include <Qtilities/FileLoggerEngine.h>
 #include <Qtilities/Logger.h>
@@ -91,6 +92,7 @@ int runApplication(const CommandLine &line)
     QtilitiesApplication::setApplicationDisplayName(u"Morvalen"_s);
     QtilitiesApplication::setApplicationSessionPath(line.sessionFolder);
     startLog(line);
+    MorvalenCore::BuildSettings::ask({line.jobs, line.keepGoing});
     static MorvalenCore::DesignProjectItem designsOfProjects;
     ProjectManager::instance()->addProjectItem(&designsOfProjects);
     Qtk_InitNotifier(&application);

@@ -42,6 +42,10 @@ QString asText(const CommandLine &line)
     add(u"command"_s, line.commands);
     if (!line.sessionFolder.isEmpty())
         text.append(u"session="_s + line.sessionFolder);
+    if (line.jobs)
+        text.append(u"jobs=%1"_s.arg(*line.jobs));
+    if (line.keepGoing)
+        text.append(u"keep going"_s);
     return text.join(u'\n');
 }
 
@@ -89,6 +93,11 @@ void tst_CommandLine::accepted_data()
     QTest::newRow("line-session-1 the last one counts")
         << QStringList {u"--session=a"_s, u"--session"_s, u"b"_s} << u"window\nsession=/call/b"_s;
 
+    QTest::newRow("line-builds-1 how they are run")
+        << QStringList {u"--jobs"_s, u"40"_s, u"--keep-going"_s, u"-c"_s, u"build run"_s}
+        << u"commands\ncommand=build run\njobs=40\nkeep going"_s;
+    QTest::newRow("line-builds-2 the last number counts")
+        << QStringList {u"--jobs=2"_s, u"--jobs"_s, u"1"_s} << u"window\njobs=1"_s;
     QTest::newRow("line-help-1 long") << QStringList {u"--help"_s} << u"help"_s;
     QTest::newRow("line-help-2 short, and the words behind it are not looked at")
         << QStringList {u"-h"_s, u"--nonsense"_s} << u"help"_s;
@@ -135,6 +144,13 @@ void tst_CommandLine::refused_data()
         << QStringList {u"--batch"_s, u""_s} << u"the name of the script is empty"_s;
     QTest::newRow("bad-value-6 empty session")
         << QStringList {u"--session="_s} << u"the name of the session folder is empty"_s;
+    for (const QString &value : {u"0"_s, u"-1"_s, u"many"_s, u"1.5"_s, u""_s, u"99999999999"_s})
+        QTest::newRow(qPrintable(u"bad-jobs "_s + value))
+            << QStringList {u"--jobs"_s, value}
+            << u"--jobs wants a number of at least 1, not "_s + value;
+    QTest::newRow("bad-jobs-none") << QStringList {u"--jobs"_s} << u"--jobs needs N behind it"_s;
+    QTest::newRow("bad-keep-going-1 no value wanted")
+        << QStringList {u"--keep-going=1"_s} << u"--keep-going takes no value"_s;
     QTest::newRow("bad-value-7 empty file") << QStringList {u""_s} << u"a file name is empty"_s;
     QTest::newRow("bad-value-8 level")
         << QStringList {u"--log-level"_s, u"Error"_s}

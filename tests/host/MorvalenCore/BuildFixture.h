@@ -77,6 +77,8 @@ public:
         const BuildPlan &plan = made.value();
         BuildRun run(plan, NinjaFile(plan));
         run.setGraceTime(graceTime);
+        run.setOptions(options);
+        run.setPatience(patience);
         current = &run;
         QObject::connect(&run, &BuildRun::message, &run, [this](auto type, const QString &text) {
             messages.append(Qtilities::Logging::Logger::messageTypeName(type) + QStringLiteral(": ")
@@ -98,6 +100,8 @@ public:
     QTemporaryDir dir;
     MorvalenCore::BuildRequest request;
     int graceTime = 300;
+    MorvalenCore::BuildRun::Options options;
+    int patience = 600'000;
 
     MorvalenCore::BuildRun *current = nullptr;
     // Of the last run: "Type: text", "done/total label", and labels.

@@ -49,6 +49,7 @@ private Q_SLOTS:
     void endsWhatKeepsTheBuildWaiting_data();
     void endsWhatKeepsTheBuildWaiting();
     void leavesWhatARunningStepUses();
+    void leavesHealthyStepsAloneWhileAnotherKeepsWaiting();
     void leavesDaemonsAlone_data();
     void leavesDaemonsAlone();
     void endsWithTheApplication();
@@ -229,6 +230,34 @@ void tst_BuildEnds::leavesWhatARunningStepUses()
     poll.start(5);
     QCOMPARE(build.run(), Result::Completed);
     QVERIFY(build.exists(u"p"_s));
+}
+
+// Steps begin and end at any moment, also while it is looked for what another has left behind.
+void tst_BuildEnds::leavesHealthyStepsAloneWhileAnotherKeepsWaiting()
+{
+    BuildFixture build;
+    build.graceTime = 600'000;
+    build.write(u"i"_s, "x");
+    build.add(
+        u"careless"_s,
+        u"sh -c \"trap '' TERM; echo \\$\\$ > pid; while [ ! -e all ]; do sleep 0.1; done\" & "
+        u"while [ ! -s pid ]; do sleep 0.01; done; cp i o"_s,
+        {u"i"_s}, {u"o"_s});
+    QStringList made;
+    for (int step = 0; step < 4000; ++step) {
+        made.append(u"out/%1"_s.arg(step));
+        build.add(u"quick %1"_s.arg(step), u"true | true | cp i $(OUTPUTS)"_s, {u"i"_s},
+                  {made.last()});
+    }
+    build.add(u"all"_s, u"touch all"_s, made, {u"all"_s});
+    QCOMPARE(build.run(), Result::Completed);
+    QCOMPARE(build.failed, QStringList());
+    const QString keeper = u"sh (%1)"_s.arg(QString::fromUtf8(build.read(u"pid"_s)).trimmed());
+    for (const QString &told : build.messages.filter(u"left processes"_s)) {
+        const QStringList names = told.section(u": "_s, 2).split(u", "_s);
+        for (const QString &name : names)
+            QVERIFY2(name == keeper || name.startsWith(u"sleep ("_s), qPrintable(told));
+    }
 }
 
 void tst_BuildEnds::leavesDaemonsAlone_data()

@@ -344,6 +344,8 @@ void tst_BuildPlan::refuses_data()
     };
     row("refuse-node-1 an unknown node", {step(u"lint"_s, u"x"_s, {u"node:vhdl"_s})},
         u"The step \"lint\" cannot be run: The design has no node \"vhdl\""_s);
+    row("refuse-pool-1 an unknown pool", {{u"lint"_s, u"x"_s, {}, {}, u"licences"_s}},
+        u"The step \"lint\" cannot be run: The settings have no pool \"licences\""_s);
     row("refuse-path-1 an empty path", {step(u"s"_s, u"x"_s, {u""_s})},
         u"The step \"s\" cannot be run: A path is empty"_s);
     row("refuse-path-2 a line break in a path", {step(u"s"_s, u"x"_s, {}, {u"a\nb"_s})},

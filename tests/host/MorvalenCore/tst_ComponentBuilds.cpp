@@ -104,6 +104,12 @@ void tst_ComponentBuilds::keepsWhatIsNotOurs_data()
     wanted.macros.clear();
     QTest::newRow("kept-5 without macros")
         << wanted << document({}, step("a", "x") + step("b", "y") + step("c", "z"));
+    wanted = described3;
+    wanted.steps[1].pool = u"two licences"_s;
+    QByteArray pooled = step("b", "y");
+    pooled.replace(" o:mark=\"y\"", " o:mark=\"y\" pool=\"two licences\"");
+    QTest::newRow("kept-6 with a pool")
+        << wanted << document({}, macros + step("a", "x") + pooled + step("c", "z"));
 }
 
 void tst_ComponentBuilds::keepsWhatIsNotOurs()

@@ -48,6 +48,7 @@ class tst_NinjaFile : public QObject
 private Q_SLOTS:
     void writes_data();
     void writes();
+    void writesPools();
     void carriesOddNames_data();
     void carriesOddNames();
     void carriesAWorkingFolderOfAnOddName();
@@ -112,6 +113,27 @@ void tst_NinjaFile::writes()
     const NinjaFile file(planOf(steps));
     QCOMPARE(file.path(), u"/w/out/build.ninja"_s);
     QCOMPARE(QString::fromUtf8(file.text()), QString::fromUtf8(head + expected));
+}
+
+void tst_NinjaFile::writesPools()
+{
+    BuildPlan plan = planOf({step(u"a"_s, u"a"_s, {u"/w/i"_s}, {u"/w/a"_s}),
+                             step(u"b"_s, u"b"_s, {u"/w/i"_s}, {u"/w/b"_s}),
+                             step(u"t"_s, u"t"_s, {u"/w/b"_s}, {})});
+    plan.pools = {{u"a \"pool\"\n"_s, 3}, {u"console"_s, 1}};
+    plan.steps[0].pool = u"console"_s;
+    plan.steps[1].pool = u"a \"pool\"\n"_s;
+    plan.steps[2].pool = u"console"_s;
+    QCOMPARE(QString::fromUtf8(NinjaFile(plan).text()),
+             QString::fromUtf8(head
+                               + "\npool pool-1\n  depth = 3\n\npool pool-2\n  depth = 1\n"
+                                 "\nbuild /w/a: step /w/i\n  label = a\n  line = a\n"
+                                 "  pool = pool-2\n"
+                                 "\nbuild /w/b: step /w/i\n  label = b\n  line = b\n"
+                                 "  pool = pool-1\n"
+                                 "\nbuild before-3: phony /w/a /w/b\n"
+                                 "\nbuild step-3.always: step /w/b || before-3\n  label = t\n"
+                                 "  line = t\n  pool = console\n  alone = $closing\n"));
 }
 
 void tst_NinjaFile::carriesOddNames_data()

@@ -12,6 +12,8 @@ struct BuildStep
     QString command;
     QStringList inputs;
     QStringList outputs;
+    // Of which pool it is, by whose depth steps of the pool run at once; may be empty.
+    QString pool {};
 
     bool operator==(const BuildStep &) const = default;
 };

@@ -1,5 +1,7 @@
 #include "build/BuildOutput.h"
 
+#include "build/NinjaProcess.h"
+
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Logging::Logger;
 
@@ -31,6 +33,8 @@ void BuildOutput::finish()
 
 void BuildOutput::readOutput(const QByteArray &line)
 {
+    if (line == NinjaProcess::allocatedLine())
+        return listener->allocationCame();
     if (readStatus(line) || readNinjas(line))
         return;
     if (line.startsWith("FAILED: ")) {

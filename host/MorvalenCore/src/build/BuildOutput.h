@@ -22,6 +22,8 @@ public:
     // A step of the plan has ended, or begins when it is one that runs alone.
     virtual void stepShown(int step, int done, int total) = 0;
     virtual void line(MessageType type, const QString &text) = 0;
+    // Ninja had to wait for an allocation, and runs now.
+    virtual void allocationCame() = 0;
 };
 
 // Reads what Ninja prints: tells steps from their output, and hands on every line, up to a limit;

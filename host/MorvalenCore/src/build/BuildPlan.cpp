@@ -1,10 +1,11 @@
 #include "build/BuildPlan.h"
 
+#include "build/buildpaths.h"
 #include "build/macros.h"
+#include "build/OutputRecord.h"
 #include "build/shell.h"
 #include "build/steporder.h"
 
-#include <QDir>
 #include <QSet>
 
 #include <algorithm>
@@ -19,17 +20,6 @@ namespace {
 
 const QString nodePrefix = u"node:"_s;
 
-bool isBelow(const QString &path, const QString &folder)
-{
-    return path.size() > folder.size() + 1 && path.startsWith(folder)
-        && (folder.endsWith(u'/') || path[folder.size()] == u'/');
-}
-
-QString absolute(const QString &path, const QString &folder)
-{
-    return QDir::cleanPath(QDir::isAbsolutePath(path) ? path : folder + u'/' + path);
-}
-
 // Ninja's files have no way to write line breaks in a path, nor its log to write tabs.
 bool holdsControl(const QString &path)
 {
@@ -39,9 +29,7 @@ bool holdsControl(const QString &path)
 // As a command that runs in the folder may name it.
 QString asSeenFrom(const QString &folder, const QString &path)
 {
-    if (!isBelow(path, folder))
-        return path;
-    const QString relative = path.sliced(folder.endsWith(u'/') ? folder.size() : folder.size() + 1);
+    const QString relative = pathSeenFrom(folder, path);
     return relative.startsWith(u'-') ? u"./"_s + relative : relative;
 }
 
@@ -54,8 +42,8 @@ public:
         plan.configuration = request.configuration;
         plan.workingFolder = request.workingFolder;
         plan.targetFolder = targetFolderOf(request.targetPath, request.workingFolder);
-        for (const QString &name :
-             {u"build.ninja"_s, u"build.log"_s, u".ninja_log"_s, u".ninja_deps"_s})
+        for (const QString &name : {u"build.ninja"_s, u"build.log"_s, u".ninja_log"_s,
+                                    u".ninja_deps"_s, OutputRecord::fileName()})
             buildFiles.append(plan.targetFolder + u'/' + name);
     }
 
@@ -69,6 +57,8 @@ public:
         Status status = addInputs(step, &planned);
         if (status.isOk())
             status = addOutputs(step, &planned);
+        if (status.isOk())
+            status = setPool(step, &planned);
         if (status.isOk())
             status = setCommand(step, &planned);
         if (status.isOk())
@@ -102,7 +92,7 @@ private:
         if (holdsControl(expanded.value()))
             return Status::invalidArgument(
                 u"A path cannot hold tabs, line breaks or other control characters"_s);
-        return absolute(expanded.value(), request.workingFolder);
+        return absolutePath(expanded.value(), request.workingFolder);
     }
 
     Status addInputs(const BuildStep &step, PlannedStep *planned)
@@ -152,6 +142,18 @@ private:
         if (buildFiles.contains(path))
             return Status::invalidArgument(
                 u"The output \"%1\" is a file of the build itself"_s.arg(path));
+        return {};
+    }
+
+    Status setPool(const BuildStep &step, PlannedStep *planned)
+    {
+        planned->pool = step.pool;
+        if (step.pool.isEmpty())
+            return {};
+        const auto pool = request.pools.constFind(step.pool);
+        if (pool == request.pools.constEnd())
+            return Status::notFound(u"The settings have no pool \"%1\""_s.arg(step.pool));
+        plan.pools.insert(step.pool, *pool);
         return {};
     }
 
@@ -206,7 +208,7 @@ QStringList nodesNamedIn(const QList<BuildStep> &steps)
 
 QString targetFolderOf(const QString &targetPath, const QString &workingFolder)
 {
-    return absolute(targetPath, workingFolder);
+    return absolutePath(targetPath, workingFolder);
 }
 
 Result<BuildPlan> makeBuildPlan(const BuildRequest &request)

@@ -6,6 +6,7 @@
 
 #include <QHash>
 #include <QList>
+#include <QMap>
 #include <QString>
 #include <QStringList>
 
@@ -24,6 +25,8 @@ struct BuildRequest
     QList<BuildStep> steps;
     // Arguments that stand in front of every step's command; may be empty.
     QString launcher;
+    // How many steps of a pool may run at once.
+    QMap<QString, int> pools;
     // The absolute paths of the files of each node that an input names; a node that is missing
     // here is not in the design.
     QHash<QString, QStringList> nodes;
@@ -41,6 +44,8 @@ struct PlannedStep
     QString command;
     QStringList inputs;
     QStringList outputs;
+    // Empty when it is of none.
+    QString pool {};
 
     bool operator==(const PlannedStep &) const = default;
 };
@@ -54,13 +59,15 @@ struct BuildPlan
     QString targetFolder;
     // In an order in which each step comes behind those that make its inputs; otherwise as listed.
     QList<PlannedStep> steps;
+    // Those that steps are of, with their depths.
+    QMap<QString, int> pools {};
 
     bool operator==(const BuildPlan &) const = default;
 };
 
 // The plan of a request. Fails when it cannot be built: macros that refer to themselves, an unknown
-// node, files with two makers, steps that wait for each other, outputs outside the target path and
-// the working folder.
+// node or pool, files with two makers, steps that wait for each other, outputs outside the target
+// path and the working folder.
 Qtilities::Core::Result<BuildPlan> makeBuildPlan(const BuildRequest &request);
 
 // Names of the nodes that inputs of the steps name, each once.

@@ -11,6 +11,13 @@ using Qtilities::Logging::Logger;
 
 namespace MorvalenCore {
 
+namespace {
+
+// In milliseconds: until the log says that an allocation is waited for.
+constexpr int usualPatience = 10'000;
+
+} // namespace
+
 BuildRun::BuildRun(const BuildPlan &aPlan, const NinjaFile &itsFile, QObject *parent)
     : QObject(parent),
       plan(aPlan),
@@ -21,6 +28,9 @@ BuildRun::BuildRun(const BuildPlan &aPlan, const NinjaFile &itsFile, QObject *pa
     connect(&ninja, &NinjaProcess::errorReady, this,
             [this](const QByteArray &bytes) { output->takeErrors(bytes); });
     connect(&ninja, &NinjaProcess::endedLeftBehind, this, &BuildRun::tellLeftBehind);
+    patience.setSingleShot(true);
+    patience.setInterval(usualPatience);
+    connect(&patience, &QTimer::timeout, this, &BuildRun::tellWaiting);
 }
 
 BuildRun::~BuildRun() = default;
@@ -28,40 +38,86 @@ BuildRun::~BuildRun() = default;
 BuildRun::Result BuildRun::run(Kind kind)
 {
     looking = kind == Kind::Look;
+    const bool changesFiles = !looking;
     Status status = file.makeFolder();
     if (!status.isOk())
         return fail(status.text());
     FolderLock lock;
-    if (!looking && !lock.take(plan.targetFolder))
+    if (changesFiles && !lock.take(plan.targetFolder))
         return fail(u"Another build is running in \"%1\""_s.arg(plan.targetFolder));
     status = file.write();
     if (!status.isOk())
         return fail(status.text());
 
     if (kind == Kind::All) {
-        status = runNinja({u"-t"_s, u"clean"_s}, {});
+        status = askNinja({u"-t"_s, u"clean"_s});
         if (!status.isOk())
             return resultOf(status);
     }
-    const QString logFile = looking ? QString() : plan.targetFolder + u"/build.log"_s;
-    status = runNinja(looking ? QStringList(u"-n"_s) : QStringList(), logFile);
-    if (!looking && status.kind() != Status::Kind::Cancelled && !output->shownSteps().isEmpty())
-        tellLeftBehind(ninja.endLeftBehind());
+    if (looking)
+        status = askNinja({u"-n"_s});
+    else if (kind == Kind::All || !isUpToDate(&status))
+        status = runSteps();
+    tellLeftBehind(ninja.leftBehind());
     sortOut(status);
     return resultOf(status);
 }
 
-Status BuildRun::runNinja(const QStringList &arguments, const QString &logFile)
+// Whether the steps need not be run. That is known sooner than a run with somebody to watch over it
+// has begun, and no allocation is waited for.
+bool BuildRun::isUpToDate(Status *ninjasEnd)
 {
-    output = std::make_unique<BuildOutput>(plan, logFile, this);
-    const Status status = ninja.run(plan.targetFolder, arguments);
+    looking = true;
+    *ninjasEnd = askNinja({u"-n"_s});
+    looking = false;
+    if (ninjasEnd->isOk() && !output->shownSteps().isEmpty())
+        return false;
+    output = std::make_unique<BuildOutput>(plan, QString(), this);
+    return true;
+}
+
+Status BuildRun::runSteps()
+{
+    output = std::make_unique<BuildOutput>(plan, plan.targetFolder + u"/build.log"_s, this);
+    if (wasCancelled)
+        return Status::cancelled(u"The build was cancelled"_s);
+    QStringList arguments;
+    if (options.jobs)
+        arguments += {u"-j"_s, QString::number(*options.jobs)};
+    if (options.keepGoing)
+        arguments += {u"-k"_s, u"0"_s};
+    hasWaited = hasCome = false;
+    if (!options.allocation.isEmpty())
+        patience.start();
+    const Status status = ninja.run(plan.targetFolder, arguments, options.allocation);
+    output->finish();
+    patience.stop();
+    if (status.kind() == Status::Kind::Failed && !options.allocation.isEmpty() && !hasCome)
+        Q_EMIT message(Logger::Error,
+                       u"\"%1\" has ended without running the build"_s.arg(options.allocation));
+    return status;
+}
+
+Status BuildRun::askNinja(const QStringList &arguments)
+{
+    output = std::make_unique<BuildOutput>(plan, QString(), this);
+    const Status status = ninja.ask(plan.targetFolder, arguments);
     output->finish();
     return status;
 }
 
-void BuildRun::cancel() { ninja.cancel(); }
+// Between two runs of Ninja there is none to be told.
+void BuildRun::cancel()
+{
+    wasCancelled = true;
+    ninja.cancel();
+}
 
-void BuildRun::endNow() { ninja.endNow(); }
+void BuildRun::endNow()
+{
+    wasCancelled = true;
+    ninja.endNow();
+}
 
 // Tells the steps that ended well from those that did not, among them who made less than promised.
 void BuildRun::sortOut(const Status &ninjasEnd)
@@ -99,6 +155,20 @@ void BuildRun::line(MessageType type, const QString &text)
 {
     if (!looking || type == Logger::Error)
         Q_EMIT message(type, text);
+}
+
+void BuildRun::tellWaiting()
+{
+    hasWaited = true;
+    Q_EMIT message(Logger::Warning, u"Waiting for \"%1\""_s.arg(options.allocation));
+}
+
+void BuildRun::allocationCame()
+{
+    patience.stop();
+    hasCome = true;
+    if (hasWaited)
+        Q_EMIT message(Logger::Info, u"\"%1\" has come"_s.arg(options.allocation));
 }
 
 BuildRun::Result BuildRun::fail(const QString &text)

@@ -4,7 +4,10 @@
 #include "build/NinjaFile.h"
 #include "build/NinjaProcess.h"
 
+#include <QTimer>
+
 #include <memory>
+#include <optional>
 
 namespace MorvalenCore {
 
@@ -21,6 +24,17 @@ public:
     // only says which steps are outdated.
     enum class Kind { Outdated, All, Look };
 
+    // How Ninja is run, beyond its plan.
+    struct Options
+    {
+        // Steps at the same time; nothing leaves it to Ninja.
+        std::optional<int> jobs;
+        // Whether steps that do not depend on a failed one still run.
+        bool keepGoing = false;
+        // A command in front of Ninja's; may be empty.
+        QString allocation;
+    };
+
     // The file is the plan's, made beforehand so that it can be kept between runs.
     BuildRun(const BuildPlan &aPlan, const NinjaFile &itsFile, QObject *parent = nullptr);
     ~BuildRun() override;
@@ -34,7 +48,10 @@ public:
     // The same at once, without serving events.
     void endNow();
 
+    void setOptions(const Options &wanted) { options = wanted; }
     void setGraceTime(int milliseconds) { ninja.setGraceTime(milliseconds); }
+    // How long an allocation may take before the log says that it is waited for.
+    void setPatience(int milliseconds) { patience.setInterval(milliseconds); }
 
     // Which steps of the plan were run and ended well (for Look: which are outdated), and which
     // failed.
@@ -50,7 +67,11 @@ Q_SIGNALS:
 private:
     void stepShown(int step, int ended, int total) override;
     void line(MessageType type, const QString &text) override;
-    Qtilities::Core::Status runNinja(const QStringList &arguments, const QString &logFile);
+    void allocationCame() override;
+    void tellWaiting();
+    Qtilities::Core::Status runSteps();
+    Qtilities::Core::Status askNinja(const QStringList &arguments);
+    bool isUpToDate(Qtilities::Core::Status *ninjasEnd);
     Result fail(const QString &text);
     Result resultOf(const Qtilities::Core::Status &ninjasEnd);
     void tellLeftBehind(const QList<ChildProcess> &processes);
@@ -63,6 +84,11 @@ private:
     QList<int> done;
     QList<int> failed;
     bool looking = false;
+    bool wasCancelled = false;
+    Options options;
+    QTimer patience;
+    bool hasWaited = false;
+    bool hasCome = false;
 };
 
 } // namespace MorvalenCore

@@ -45,6 +45,16 @@ class Statements
 public:
     explicit Statements(QByteArray *target) : text(*target) { }
 
+    // Ninja's names of pools are words; those of the settings are anything.
+    void addPools(const QMap<QString, int> &pools)
+    {
+        for (auto pool = pools.cbegin(); pool != pools.cend(); ++pool) {
+            const QByteArray name = "pool-" + QByteArray::number(poolNames.size() + 1);
+            poolNames.insert(pool.key(), name);
+            text += "\npool " + name + "\n  depth = " + QByteArray::number(*pool) + '\n';
+        }
+    }
+
     void add(const PlannedStep &step)
     {
         ++number;
@@ -89,6 +99,8 @@ private:
             text += "\n  script = step-" + QByteArray::number(number) + ".sh";
         if (always)
             text += "\n  pool = console\n  alone = $closing";
+        else if (!step.pool.isEmpty())
+            text += "\n  pool = " + poolNames.value(step.pool);
         text += '\n';
     }
 
@@ -109,6 +121,7 @@ private:
     }
 
     QByteArray &text;
+    QHash<QString, QByteArray> poolNames;
     int number = 0;
     // The last step without outputs: all behind it wait for it.
     QByteArray barrier;
@@ -131,6 +144,7 @@ NinjaFile::NinjaFile(const BuildPlan &plan) : folder(plan.targetFolder)
     content += closing;
     content += rules;
     Statements statements(&content);
+    statements.addPools(plan.pools);
     for (const PlannedStep &step : plan.steps)
         statements.add(step);
 }

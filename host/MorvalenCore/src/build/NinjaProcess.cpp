@@ -1,238 +1,209 @@
 #include "build/NinjaProcess.h"
 
+#include "build/supervisor.h"
+
 #include <QEventLoop>
-#include <QRandomGenerator>
+#include <QFileInfo>
+#include <QSocketNotifier>
 #include <QStandardPaths>
 
-#include <algorithm>
+#include <cerrno>
 #include <csignal>
+#include <sys/socket.h>
+#include <sys/wait.h>
 #include <unistd.h>
-#ifdef Q_OS_LINUX
-#    include <sys/prctl.h>
-#endif
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
 using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
 namespace {
 
-// In milliseconds: how often is looked whether processes are gone, whether some keep Ninja waiting,
-// and how long killed ones have.
-constexpr int pollInterval = 25;
-constexpr int lookInterval = 500;
-constexpr int killTime = 10'000;
+// What the supervisor understands.
+constexpr char requestCancel = 'c';
+constexpr char requestEndAtOnce = 'k';
 
-// Between fork and exec.
-void becomeLeader()
+// What steps see, too.
+QProcessEnvironment environmentOfBuild()
 {
-    setsid();
-#ifdef Q_OS_LINUX
-    // When this program is killed, Ninja ends its steps.
-    prctl(PR_SET_PDEATHSIG, SIGTERM);
-#endif
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"NINJA_STATUS"_s, u"\x1d%f/%t\x1d"_s);
+    environment.remove(u"CLICOLOR_FORCE"_s);
+    return environment;
 }
 
-void send(const QList<ChildProcess> &processes, int signal)
+// In milliseconds: how long is waited for the end of processes that were killed.
+constexpr int killTime = 5000;
+
+// Ninja's words, behind those of an allocation. The shell in front of them may run on another
+// machine; it says that the allocation has come.
+QStringList inAllocation(const QString &allocation, const QStringList &words)
 {
-    for (const ChildProcess &process : processes)
-        kill(process.id, signal);
+    if (allocation.isEmpty())
+        return words;
+    return QStringList {
+               u"/bin/sh"_s,
+               u"-c"_s,
+               u"exec %1 /bin/sh -c \"$@\""_s.arg(allocation),
+               u"allocation"_s,
+               u"echo '%1'; exec \"$@\""_s.arg(QString::fromLatin1(NinjaProcess::allocatedLine())),
+               u"sh"_s}
+    + words;
 }
 
 } // namespace
 
-NinjaProcess::NinjaProcess(QObject *parent) : QObject(parent)
+QByteArray NinjaProcess::allocatedLine()
 {
-    process.setStandardInputFile(QProcess::nullDevice());
-    process.setChildProcessModifier(becomeLeader);
-    connect(&process, &QProcess::readyReadStandardOutput, this, &NinjaProcess::readAll);
-    connect(&process, &QProcess::readyReadStandardError, this, &NinjaProcess::readAll);
-    ending.setInterval(pollInterval);
-    connect(&ending, &QTimer::timeout, this, &NinjaProcess::goOnEnding);
-    looking.setInterval(lookInterval);
-    connect(&looking, &QTimer::timeout, this, &NinjaProcess::lookForWaiting);
+    return "\x1d"
+           "allocated\x1d";
 }
+
+NinjaProcess::NinjaProcess(QObject *parent) : QObject(parent) { }
 
 NinjaProcess::~NinjaProcess() { endNow(); }
 
-Status NinjaProcess::run(const QString &folder, const QStringList &arguments)
-{
-    const QString program = QStandardPaths::findExecutable(u"ninja"_s);
-    if (program.isEmpty())
-        return Status::io(u"Ninja is not installed (Debian's package is ninja-build)"_s);
-    setUp(folder);
-    startAndWait(program, arguments);
-    if (process.error() == QProcess::FailedToStart)
-        return Status::io(u"Ninja cannot be started: %1"_s.arg(process.errorString()));
-    // The loop also ends with the application's.
-    endNow();
-    readAll();
-    return howItEnded();
-}
-
-void NinjaProcess::setUp(const QString &folder)
+Result<QString> NinjaProcess::findNinja()
 {
     cancelled = false;
-    mark = "MORVALEN_BUILD=" + QByteArray::number(getpid()) + '-'
-        + QByteArray::number(QRandomGenerator::global()->generate64(), 36);
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"MORVALEN_BUILD"_s, QString::fromLatin1(mark.mid(mark.indexOf('=') + 1)));
-    environment.insert(u"NINJA_STATUS"_s, u"\x1d%f/%t\x1d"_s);
-    environment.remove(u"CLICOLOR_FORCE"_s);
-    process.setProcessEnvironment(environment);
-    process.setWorkingDirectory(folder);
+    hasEnded = false;
+    reason.clear();
+    left.clear();
+    const QString ninja = QStandardPaths::findExecutable(u"ninja"_s);
+    if (ninja.isEmpty())
+        return Status::io(u"Ninja is not installed (Debian's package is ninja-build)"_s);
+    return ninja;
 }
 
-void NinjaProcess::startAndWait(const QString &program, const QStringList &arguments)
+Status NinjaProcess::ask(const QString &folder, const QStringList &arguments)
 {
+    const Result<QString> ninja = findNinja();
+    if (!ninja.isOk())
+        return ninja.status();
+    return serveUntilEnded({QStringList(ninja.value()) + arguments, folder, environmentOfBuild()});
+}
+
+Status NinjaProcess::run(const QString &folder, const QStringList &arguments,
+                         const QString &allocation)
+{
+    const Result<QString> found = findNinja();
+    if (!found.isOk())
+        return found.status();
+    const QString &ninja = found.value();
+    int ends[2];
+    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
+        return Status::io(u"Ninja cannot be started: %1"_s.arg(qt_error_string(errno)));
+    control = ends[0];
+    told.clear();
+    QSocketNotifier notifier(control, QSocketNotifier::Read);
+    connect(&notifier, &QSocketNotifier::activated, this, [&] { notifier.setEnabled(readTold()); });
+    const QStringList command =
+        QStringList {supervisorProgram(), QString::number(ends[1]), QString::number(graceTime),
+                     QFileInfo(ninja).fileName()}
+        + inAllocation(allocation, QStringList(ninja) + arguments);
+    const Status result = serveUntilEnded({command, folder, environmentOfBuild(), ends[1]});
+    notifier.setEnabled(false);
+    close(std::exchange(control, -1));
+    return result;
+}
+
+Status NinjaProcess::serveUntilEnded(const ChildWords &words)
+{
+    child = std::make_unique<Child>();
+    connect(child.get(), &Child::outputReady, this, &NinjaProcess::outputReady);
+    connect(child.get(), &Child::errorReady, this, &NinjaProcess::errorReady);
     QEventLoop loop;
-    connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
-    connect(&process, &QProcess::errorOccurred, &loop, [&loop](QProcess::ProcessError error) {
-        if (error == QProcess::FailedToStart)
-            loop.quit();
-    });
-    process.start(program, arguments);
-    session = pid_t(process.processId());
-    unseen.clear();
-    keepers.clear();
-    sinceStart.start();
-    looking.start();
-    if (process.state() != QProcess::NotRunning)
-        loop.exec();
-    looking.stop();
-    if (process.error() != QProcess::FailedToStart && cancelled && ending.isActive()) {
-        connect(this, &NinjaProcess::ended, &loop, &QEventLoop::quit);
-        loop.exec();
+    connect(child.get(), &Child::ended, &loop, &QEventLoop::quit);
+    QString error;
+    const bool started = child->start(words, &error);
+    if (words.inherited >= 0)
+        close(words.inherited);
+    if (!started)
+        return Status::io(u"\"%1\" cannot be started: %2"_s.arg(words.command.first(), error));
+    loop.exec();
+    // The loop also ends with the application's.
+    endNow();
+    if (control >= 0) {
+        readTold();
+    } else {
+        hasEnded = true;
+        status = child->status();
     }
+    return howItEnded();
 }
 
 Status NinjaProcess::howItEnded() const
 {
+    if (!reason.isEmpty())
+        return Status::io(reason);
     if (cancelled)
         return Status::cancelled(u"The build was cancelled"_s);
-    if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
+    if (!hasEnded)
+        return Status::io(
+            u"\"%1\", which watches over builds, was ended"_s.arg(supervisorProgram()));
+    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
         return Status::failed(u"Ninja failed"_s);
     return {};
 }
 
-void NinjaProcess::readAll()
+// False when no more will come.
+bool NinjaProcess::readTold()
 {
-    const QByteArray output = process.readAllStandardOutput();
-    if (!output.isEmpty())
-        Q_EMIT outputReady(output);
-    const QByteArray errors = process.readAllStandardError();
-    if (!errors.isEmpty())
-        Q_EMIT errorReady(errors);
+    char bytes[4096];
+    ssize_t size = 0;
+    while ((size = recv(control, bytes, sizeof bytes, MSG_DONTWAIT)) > 0)
+        told.append(bytes, size);
+    for (qsizetype end = 0; (end = told.indexOf('\n')) >= 0; told.remove(0, end + 1))
+        take(told.left(end).split('\t'));
+    return size < 0;
 }
 
-QList<ChildProcess> NinjaProcess::processes() const { return processesOfBuild(session, mark); }
+// See the supervisor for what it tells.
+void NinjaProcess::take(const QList<QByteArray> &fields)
+{
+    const QByteArray &word = fields.first();
+    if (word == "error") {
+        reason = u"Ninja cannot be started: %1"_s.arg(QString::fromLocal8Bit(fields.value(1)));
+    } else if (word == "ended") {
+        hasEnded = true;
+        status = fields.value(1).toInt();
+    } else if (word == "left") {
+        QList<ChildProcess> processes;
+        for (qsizetype at = 1; at + 1 < fields.size(); at += 2)
+            processes.append({fields[at].toInt(), QString::fromUtf8(fields[at + 1])});
+        if (hasEnded) {
+            left = processes;
+            return;
+        }
+        Q_EMIT endedLeftBehind(processes);
+    }
+}
+
+void NinjaProcess::request(char what) const
+{
+    if (control < 0)
+        child->send(what == requestEndAtOnce ? SIGKILL : SIGTERM);
+    else if (send(control, &what, 1, MSG_NOSIGNAL) < 0)
+        return;
+}
 
 void NinjaProcess::cancel()
 {
-    if (process.state() == QProcess::NotRunning || cancelled)
+    if (!child || !child->isRunning() || cancelled || hasEnded)
         return;
     cancelled = true;
-    beginEnding([this] { return processes(); });
-}
-
-QList<ChildProcess> NinjaProcess::endLeftBehind()
-{
-    const QList<ChildProcess> left = processesOfSession(session);
-    if (left.isEmpty())
-        return left;
-    QEventLoop loop;
-    connect(this, &NinjaProcess::ended, &loop, &QEventLoop::quit);
-    beginEnding([this] { return processesOfSession(session); });
-    loop.exec();
-    if (ending.isActive())
-        endAtOnce();
-    return left;
-}
-
-void NinjaProcess::beginEnding(const Finder &finder)
-{
-    toEnd = finder;
-    asked.clear();
-    askToEnd(toEnd());
-    sinceEnding.start();
-    ending.start();
-}
-
-// Ninja takes a step for ended when nobody can write to its output any more, and would wait for
-// ever for a process in the background that holds it.
-void NinjaProcess::lookForWaiting()
-{
-    const QList<pid_t> before = std::exchange(unseen, endedChildrenOf(session));
-    if (cancelled || std::none_of(before.cbegin(), before.cend(), [this](pid_t child) {
-            return unseen.contains(child);
-        }))
-        return;
-    QList<ChildProcess> fresh;
-    for (const ChildProcess &child : processesThatKeepWaiting(session, mark)) {
-        const auto askedAt = keepers.constFind(child.id);
-        if (askedAt == keepers.cend()) {
-            keepers.insert(child.id, sinceStart.elapsed());
-            kill(child.id, SIGTERM);
-            fresh.append(child);
-        } else if (sinceStart.elapsed() - *askedAt >= graceTime) {
-            kill(child.id, SIGKILL);
-        }
-    }
-    if (!fresh.isEmpty())
-        Q_EMIT endedLeftBehind(fresh);
-}
-
-// Each process once: some were started while the others were looked for.
-void NinjaProcess::askToEnd(const QList<ChildProcess> &found)
-{
-    for (const ChildProcess &child : found) {
-        if (asked.contains(child.id))
-            continue;
-        asked.insert(child.id);
-        kill(child.id, SIGTERM);
-    }
-}
-
-void NinjaProcess::goOnEnding()
-{
-    QList<ChildProcess> left = toEnd();
-    // A process that waits for the kernel cannot be killed; nobody waits for it for ever.
-    const bool givenUp = sinceEnding.elapsed() > graceTime + killTime;
-    if (left.isEmpty() || givenUp) {
-        ending.stop();
-        Q_EMIT ended();
-        return;
-    }
-    if (sinceEnding.elapsed() < graceTime) {
-        askToEnd(left);
-        return;
-    }
-    // Ninja ends once its steps have, and removes what they have left half done: on a busy machine
-    // that takes its time.
-    left.removeIf([this](const ChildProcess &child) { return child.id == session; });
-    send(left, SIGKILL);
+    request(requestCancel);
 }
 
 void NinjaProcess::endNow()
 {
-    if (process.state() == QProcess::NotRunning && !ending.isActive())
+    if (!child || !child->isRunning())
         return;
-    cancelled = true;
-    endAtOnce();
-}
-
-void NinjaProcess::endAtOnce()
-{
-    ending.stop();
-    for (int pass = 0; pass < 50; ++pass) {
-        const QList<ChildProcess> left = processes();
-        if (left.isEmpty())
-            break;
-        send(left, SIGKILL);
-        process.waitForFinished(10);
-    }
-    process.waitForFinished(1000);
+    cancelled = cancelled || !hasEnded;
+    request(requestEndAtOnce);
+    child->waitForEnd(killTime);
 }
 
 } // namespace MorvalenCore

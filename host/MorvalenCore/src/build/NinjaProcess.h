@@ -1,22 +1,16 @@
 #pragma once
 
-#include "build/processtree.h"
+#include "build/Child.h"
+#include "build/ChildProcess.h"
 
 #include <Qtilities/Status.h>
 
-#include <QElapsedTimer>
-#include <QHash>
 #include <QObject>
-#include <QProcess>
-#include <QSet>
-#include <QTimer>
-
-#include <functional>
 
 namespace MorvalenCore {
 
-// One run of Ninja, with all the processes that it starts. It leads a session of its own, so that
-// nothing of it survives a cancelled run, and ends when this process does.
+// One run of Ninja, with all the processes that it starts. A supervisor stands between, to whom
+// falls what they leave behind, so that nothing of it survives a cancelled run, or this process.
 class NinjaProcess : public QObject
 {
     Q_OBJECT
@@ -26,10 +20,23 @@ public:
     // Ends what still runs, at once.
     ~NinjaProcess() override;
 
-    // Runs Ninja in the folder and returns when it has ended. Events are served meanwhile. One
-    // run at a time. Cancelled, Failed when Ninja says so, or Io when it was not started; only the
-    // last one has a sentence for the user.
-    Qtilities::Core::Status run(const QString &folder, const QStringList &arguments);
+    // What Ninja's output begins with, as a line, when it runs in an allocation that has come.
+    static QByteArray allocatedLine();
+
+    // Runs Ninja in the folder and returns when it has ended, and with it what its steps have left
+    // running in its session. Who has made a session of its own (a daemon) stays, unless it kept
+    // Ninja waiting. Events are served meanwhile. One run at a time. The allocation, when there is
+    // one, is a command for the shell that runs the words behind it. Cancelled, Failed when Ninja
+    // says so, or Io when it was not started or not watched to its end; only the last one has a
+    // sentence for the user.
+    Qtilities::Core::Status run(const QString &folder, const QStringList &arguments,
+                                const QString &allocation = {});
+
+    // The same for what runs no steps, without anybody to watch over it.
+    Qtilities::Core::Status ask(const QString &folder, const QStringList &arguments);
+
+    // What was still running when Ninja had ended, and was ended then.
+    QList<ChildProcess> leftBehind() const { return left; }
 
     // Asks all processes of the run to end, and makes them after the grace time; run() returns
     // when none is left. Nothing when none runs.
@@ -38,54 +45,35 @@ public:
     // Ends them at once, without serving events.
     void endNow();
 
-    // Ends what the steps have left running in the session, events being served meanwhile, and
-    // says what it was. Who has made a session of its own (a daemon) stays, unless it kept Ninja
-    // waiting: those are ended, and told of, during the run.
-    QList<ChildProcess> endLeftBehind();
-
     // In milliseconds: from the request to end until the signal that cannot be ignored.
     void setGraceTime(int milliseconds) { graceTime = milliseconds; }
 
 Q_SIGNALS:
+    // These kept Ninja waiting for a step that has ended.
     void endedLeftBehind(const QList<MorvalenCore::ChildProcess> &processes);
     void outputReady(const QByteArray &bytes);
     void errorReady(const QByteArray &bytes);
-    // What was to be ended is gone.
-    void ended();
 
 private:
-    using Finder = std::function<QList<ChildProcess>()>;
-
-    void setUp(const QString &folder);
-    // Returns when Ninja has ended, or cannot be started, and what was to be ended with it is gone.
-    void startAndWait(const QString &program, const QStringList &arguments);
+    Qtilities::Core::Result<QString> findNinja();
+    Qtilities::Core::Status serveUntilEnded(const ChildWords &words);
+    void request(char what) const;
+    bool readTold();
+    void take(const QList<QByteArray> &fields);
     Qtilities::Core::Status howItEnded() const;
-    QList<ChildProcess> processes() const;
-    // Ends what the finder finds, until it finds nothing.
-    void beginEnding(const Finder &finder);
-    void lookForWaiting();
-    void askToEnd(const QList<ChildProcess> &found);
-    void goOnEnding();
-    void endAtOnce();
-    void readAll();
 
-    QProcess process;
-    pid_t session = 0;
-    QByteArray mark;
+    std::unique_ptr<Child> child;
+    QString reason;
     int graceTime = 3000;
     bool cancelled = false;
 
-    // Steps whose processes are gone, but whose end Ninja had not seen when it was looked last.
-    QTimer looking;
-    QList<pid_t> unseen;
-    QElapsedTimer sinceStart;
-    // Who kept Ninja waiting, and when it was asked to end.
-    QHash<pid_t, qint64> keepers;
-
-    Finder toEnd;
-    QSet<pid_t> asked;
-    QTimer ending;
-    QElapsedTimer sinceEnding;
+    // Our end of the supervisor's socket, -1 without one, and what came over it without a line's
+    // end.
+    int control = -1;
+    QByteArray told;
+    bool hasEnded = false;
+    int status = 0;
+    QList<ChildProcess> left;
 };
 
 } // namespace MorvalenCore

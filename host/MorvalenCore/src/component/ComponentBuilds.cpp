@@ -110,12 +110,13 @@ const ListFormat<BuildStep> stepFormat {
     .read =
         [](const ComponentTree &tree, XmlNode node) {
             return BuildStep {tree.attribute(node, "name"), tree.ownText(node, "command"),
-                              readList(tree, node, inputFormat),
-                              readList(tree, node, outputFormat)};
+                              readList(tree, node, inputFormat), readList(tree, node, outputFormat),
+                              tree.attribute(node, "pool")};
         },
     .write =
         [](ComponentTree &tree, XmlNode node, const BuildStep &step) {
             tree.setAttribute(node, "name", step.name);
+            tree.setAttribute(node, "pool", step.pool);
             const XmlNode command = tree.ensureOwn(node, "command");
             tree.xml.setText(command, step.command);
             writeList(tree, node, inputFormat, step.inputs, command);
@@ -132,7 +133,7 @@ bool check(const BuildDescription &build, QString *error)
         return carries(macro.name) && carries(macro.value);
     };
     const auto carriesStep = [&](const BuildStep &step) {
-        return carries(step.name) && carries(step.command)
+        return carries(step.name) && carries(step.command) && carries(step.pool)
             && std::all_of(step.inputs.begin(), step.inputs.end(), carries)
             && std::all_of(step.outputs.begin(), step.outputs.end(), carries);
     };

@@ -13,13 +13,14 @@ using Qtilities::Core::Status;
 namespace MorvalenCore {
 
 ConfigurationItem::ConfigurationItem(DesignBuilds &owner, DesignState &designState,
-                                     DesignFiles &files, const BuildDescription &description)
+                                     DesignFiles &files, BuildRecords &records,
+                                     const BuildDescription &description)
     : BuildConfiguration(nullptr),
       builds(owner),
       state(designState),
       data(description),
       macros(*this, designState),
-      runner(*this, designState, files)
+      runner(*this, designState, files, records)
 {
 }
 

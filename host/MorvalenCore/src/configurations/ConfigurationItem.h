@@ -10,6 +10,7 @@
 
 namespace MorvalenCore {
 
+class BuildRecords;
 class DesignBuilds;
 class DesignFiles;
 class DesignState;
@@ -21,7 +22,7 @@ class ConfigurationItem final : public BuildConfiguration
 
 public:
     ConfigurationItem(DesignBuilds &owner, DesignState &designState, DesignFiles &files,
-                      const BuildDescription &description);
+                      BuildRecords &records, const BuildDescription &description);
 
     // The configuration that also runs the build commands that files bring along.
     static QString nameOfDefault();

@@ -1,5 +1,6 @@
 #include "configurations/ConfigurationRunner.h"
 
+#include "configurations/BuildRecords.h"
 #include "configurations/ConfigurationItem.h"
 #include "configurations/generatedfiles.h"
 #include "configurations/targetplaces.h"
@@ -7,9 +8,9 @@
 #include "items/DesignFiles.h"
 #include "items/DesignState.h"
 #include "log/hostlog.h"
-#include "session/sessionsettings.h"
 
 #include <MorvalenCore/BuildMonitor.h>
+#include <MorvalenCore/BuildSettings.h>
 #include <MorvalenCore/ChangeBracket.h>
 
 #include <QFileInfo>
@@ -30,6 +31,13 @@ void connectToLog(const BuildRun &run)
     QObject::connect(&run, &BuildRun::message, &run, [](auto type, const QString &text) {
         Logger::instance()->logMessage({}, type, text);
     });
+}
+
+// The plan is made of the same settings, and there is none when they cannot be used.
+BuildRun::Options optionsNow()
+{
+    const BuildSettings now = BuildSettings::current().valueOr({});
+    return {now.jobs, now.keepGoing, now.allocation};
 }
 
 BuildConfiguration::RunState stateAfter(BuildRun::Result result)
@@ -74,10 +82,11 @@ Status endOf(const QString &title, const BuildPlan &plan, const BuildRun &run,
 } // namespace
 
 ConfigurationRunner::ConfigurationRunner(ConfigurationItem &owner, DesignState &designState,
-                                         DesignFiles &fileItems)
+                                         DesignFiles &fileItems, BuildRecords &buildRecords)
     : configuration(owner),
       design(designState),
-      files(fileItems)
+      files(fileItems),
+      records(buildRecords)
 {
 }
 
@@ -98,6 +107,9 @@ QString ConfigurationRunner::title() const
 
 Result<BuildRequest> ConfigurationRunner::request() const
 {
+    const Result<BuildSettings> settings = BuildSettings::current();
+    if (!settings.isOk())
+        return settings.status();
     BuildRequest request;
     request.configuration = configuration.configurationName();
     request.workingFolder = design.folder();
@@ -107,7 +119,8 @@ Result<BuildRequest> ConfigurationRunner::request() const
     request.targetPath = targetPath.value();
     request.macros = configuration.macroTable().rawValues(ConfigurationMacros | DesignMacros);
     request.steps = configuration.steps();
-    request.launcher = readSetting(u"Builds"_s, u"launcher"_s);
+    request.launcher = settings.value().launcher;
+    request.pools = settings.value().pools;
     for (const QString &node : nodesNamedIn(request.steps)) {
         if (!files.hasNode(node))
             continue;
@@ -188,6 +201,7 @@ Status ConfigurationRunner::run(bool onlyOutdated, const Tell &tell)
     const QString ownTitle = title();
     const std::shared_ptr<KeptPlan> kept = checked.value();
     BuildRun run(kept->plan, kept->file);
+    run.setOptions(optionsNow());
     connectToLog(run);
     QObject::connect(&run, &BuildRun::progressed, &configuration,
                      [this](int done, int total, const QString &step) {
@@ -225,7 +239,9 @@ void ConfigurationRunner::noteGenerated(KeptPlan &kept, QList<int> steps)
     if (steps.isEmpty())
         return;
     ChangeBracket::instance()->open();
-    const Status noted = noteGeneratedFiles(kept.plan, steps, &files);
+    const Status noted =
+        records.note(kept.plan.targetFolder,
+                     outputsOf(kept.plan, steps, design.document().text(DesignField::Version)));
     if (!noted.isOk())
         logWarning(u"What the build \"%1\" has made cannot be noted: %2"_s.arg(
             kept.plan.configuration, noted.text()));

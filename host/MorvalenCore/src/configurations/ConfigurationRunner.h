@@ -9,6 +9,7 @@
 
 namespace MorvalenCore {
 
+class BuildRecords;
 class ConfigurationItem;
 class DesignFiles;
 class DesignState;
@@ -18,7 +19,8 @@ class DesignState;
 class ConfigurationRunner
 {
 public:
-    ConfigurationRunner(ConfigurationItem &owner, DesignState &designState, DesignFiles &fileItems);
+    ConfigurationRunner(ConfigurationItem &owner, DesignState &designState, DesignFiles &fileItems,
+                        BuildRecords &buildRecords);
     ~ConfigurationRunner();
     ConfigurationRunner(const ConfigurationRunner &) = delete;
     ConfigurationRunner &operator=(const ConfigurationRunner &) = delete;
@@ -53,6 +55,7 @@ private:
     ConfigurationItem &configuration;
     DesignState &design;
     DesignFiles &files;
+    BuildRecords &records;
     PlanKeeper plans;
     BuildRun *current = nullptr;
     BuildConfiguration::RunState runState = BuildConfiguration::Idle;

@@ -1,5 +1,6 @@
 #include "configurations/DesignBuilds.h"
 
+#include "configurations/BuildRecords.h"
 #include "configurations/ConfigurationItem.h"
 #include "configurations/targetplaces.h"
 #include "document/statusof.h"
@@ -19,7 +20,8 @@ namespace MorvalenCore {
 
 DesignBuilds::DesignBuilds(DesignState &designState, DesignFiles &fileItems)
     : state(designState),
-      files(fileItems)
+      files(fileItems),
+      records(std::make_unique<BuildRecords>(designState, fileItems))
 {
 }
 
@@ -36,7 +38,9 @@ void DesignBuilds::load()
 
 void DesignBuilds::takeUp(const BuildDescription &description)
 {
-    items.push_back(std::make_unique<ConfigurationItem>(*this, state, files, description));
+    items.push_back(
+        std::make_unique<ConfigurationItem>(*this, state, files, *records, description));
+    loadRecord(*items.back());
 }
 
 void DesignBuilds::takeUpDefault()
@@ -46,7 +50,20 @@ void DesignBuilds::takeUpDefault()
         takeUp({ConfigurationItem::nameOfDefault(), QString(), {}, {}});
 }
 
-void DesignBuilds::clear() { items.clear(); }
+void DesignBuilds::clear()
+{
+    items.clear();
+    records->clear();
+}
+
+void DesignBuilds::saveRecords() { records->save(); }
+
+void DesignBuilds::loadRecord(const ConfigurationItem &item)
+{
+    const Result<QString> targetPath = item.targetPathOnDisk();
+    if (targetPath.isOk())
+        records->load(targetPath.value());
+}
 
 QStringList DesignBuilds::names() const
 {
@@ -141,6 +158,7 @@ Status DesignBuilds::change(ConfigurationItem &item, const BuildDescription &des
         item.takeUp(description);
         if (description.targetPath != before.targetPath)
             allowTargetPath(description.targetPath, state.folder());
+        loadRecord(item);
         DocumentBuilds &document = state.document().builds();
         const bool renamed = description.name != before.name;
         if (renamed && document.activeName() == before.name)

@@ -11,6 +11,7 @@
 
 namespace MorvalenCore {
 
+class BuildRecords;
 class ConfigurationItem;
 class DesignFiles;
 class DesignState;
@@ -39,18 +40,23 @@ public:
     Qtilities::Core::Result<BuildConfiguration *> add(const QString &name);
     Qtilities::Core::Status remove(const QString &name);
 
+    // Writes down which of the files that builds have made are gone.
+    void saveRecords();
+
     // What BuildConfiguration::setDescription() does.
     Qtilities::Core::Status change(ConfigurationItem &item, const BuildDescription &description);
 
 private:
     void takeUp(const BuildDescription &description);
     void takeUpDefault();
+    void loadRecord(const ConfigurationItem &item);
     // Whether a configuration may get that name.
     Qtilities::Core::Status checkName(const QString &name) const;
     Qtilities::Core::Status write(const BuildDescription &description, const QString &formerName);
 
     DesignState &state;
     DesignFiles &files;
+    std::unique_ptr<BuildRecords> records;
     std::vector<std::unique_ptr<ConfigurationItem>> items;
     QString activeName;
 };

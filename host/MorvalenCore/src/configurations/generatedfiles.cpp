@@ -42,13 +42,6 @@ bool isNoted(const QString &path, const DesignFiles &files)
     return file && file->isGenerated();
 }
 
-Status note(const QString &path, const QString &by, DesignFiles *files)
-{
-    DesignFile *const known = files->find(path);
-    const Result<DesignFile *> file = known ? known : files->add(path, u"generated"_s);
-    return file.isOk() ? files->setGenerated(file.value(), by) : file.status();
-}
-
 } // namespace
 
 Status checkOverwriting(const BuildPlan &plan, const DesignFiles &files)
@@ -82,16 +75,14 @@ QList<int> stepsNotNoted(const BuildPlan &plan, const DesignFiles &files)
     return steps;
 }
 
-Status noteGeneratedFiles(const BuildPlan &plan, const QList<int> &steps, DesignFiles *files)
+QList<MadeOutput> outputsOf(const BuildPlan &plan, const QList<int> &steps, const QString &version)
 {
+    QList<MadeOutput> outputs;
     for (const int step : steps) {
-        for (const QString &output : plan.steps[step].outputs) {
-            const Status noted = note(output, plan.configuration, files);
-            if (!noted.isOk())
-                return noted;
-        }
+        for (const QString &output : plan.steps[step].outputs)
+            outputs.append({output, plan.configuration, version});
     }
-    return {};
+    return outputs;
 }
 
 } // namespace MorvalenCore

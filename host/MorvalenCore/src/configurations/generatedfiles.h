@@ -1,6 +1,7 @@
 #pragma once
 
 #include "build/BuildPlan.h"
+#include "build/OutputRecord.h"
 
 namespace MorvalenCore {
 
@@ -14,10 +15,7 @@ Qtilities::Core::Status checkOverwriting(const BuildPlan &plan, const DesignFile
 // The steps with an output that is on disk but not noted as generated.
 QList<int> stepsNotNoted(const BuildPlan &plan, const DesignFiles &files);
 
-// Notes the outputs of steps as files that this version of the design has generated; adds those
-// that the design does not have to its file set "generated". Fails when the design refuses
-// one.
-Qtilities::Core::Status noteGeneratedFiles(const BuildPlan &plan, const QList<int> &steps,
-                                           DesignFiles *files);
+// The outputs of steps, as a record of that version of the design has them.
+QList<MadeOutput> outputsOf(const BuildPlan &plan, const QList<int> &steps, const QString &version);
 
 } // namespace MorvalenCore

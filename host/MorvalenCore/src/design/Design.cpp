@@ -40,6 +40,7 @@ Result<std::unique_ptr<Design>> Design::open(const DocumentFormat &format, const
 Design::Design(const DocumentFormat &documentFormat, std::unique_ptr<DesignDocument> document)
     : format(documentFormat),
       changes([this] {
+          builds.saveRecords();
           if (registry)
               registry->designChanged(this);
       }),

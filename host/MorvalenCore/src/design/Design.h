@@ -87,7 +87,11 @@ public:
     void setBusy(bool isBusy, const QString &reason, bool notify) override;
     bool isModified() const override { return state.document().isModified(); }
     void startProcessingCycle() override { changes.begin(); }
-    void endProcessingCycle(bool notify) override { changes.end(notify); }
+    void endProcessingCycle(bool notify) override
+    {
+        changes.end(notify);
+        builds.saveRecords();
+    }
     QString workingFolderPath() const override { return state.folder(); }
     Status tryAssignPhysicalWorkingFolderPath(const QString &path) override;
     QString componentFileName() const override

@@ -5,6 +5,8 @@
 #include "items/filekinds.h"
 #include "structures/structures.h"
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::Result;
 using Qtilities::Core::Status;
@@ -87,23 +89,60 @@ Result<FileSetId> DesignFiles::fileSetNamed(const QString &name)
     return added<FileSetId>([&](QString *error) { return part().addFileSet(name, error); });
 }
 
-Status DesignFiles::setGenerated(DesignFile *file, const QString &by)
+void DesignFiles::setMade(const QString &path, const GeneratedInfo &info)
 {
-    const auto *item = dynamic_cast<FileItem *>(file);
+    FileItem *item = table.byKey(path);
     if (!item)
-        return Status::unsupported(u"The file is not one of design \"%1\""_s.arg(state.name()));
-    return state.change([&] {
-        const GeneratedInfo info {by, state.document().text(DesignField::Version)};
-        return statusOf([&](QString *error) {
-            return part().setGenerated(item->elements().first(), info, error);
-        });
-    });
+        item = table.insert(path, std::make_shared<FileItem>(*this, state, path));
+    item->setMade(info);
+}
+
+Status DesignFiles::enterDocument(FileItem &item)
+{
+    const QString text = storedItemPath(item.actualPath(), state.folder());
+    const Result<FileId> entry = addEntry(text, nodeOfMade());
+    if (!entry.isOk())
+        return entry.status();
+    const Status noted = statusOf(
+        [&](QString *error) { return part().setGenerated(entry.value(), item.made(), error); });
+    if (noted.isOk())
+        table.insert(item.actualPath(), entry.value(), [] { return std::shared_ptr<FileItem>(); });
+    return noted;
+}
+
+void DesignFiles::removing(FileItem &item)
+{
+    if (item.made() && madeIsGone)
+        madeIsGone(item.actualPath());
+    item.setMade({});
 }
 
 QList<DesignFile *> DesignFiles::underNode(const QString &node, bool recursive) const
 {
     return table.inOrder<DesignFile>(node.isEmpty() ? part().files()
-                                                    : entriesUnderNode(node, recursive));
+                                                    : entriesUnderNode(node, recursive))
+        + madeUnderNode(node, recursive);
+}
+
+QList<DesignFile *> DesignFiles::madeUnderNode(const QString &node, bool recursive) const
+{
+    QList<DesignFile *> made = table.withoutElements<DesignFile>();
+    // A set or a group hides a category of its name.
+    const bool isSet = isSetOrGroup(node);
+    if (!node.isEmpty() && node != nodeOfMade())
+        made.removeIf([&](const DesignFile *file) {
+            return isSet || !liesUnder(file->category().toString(u"::"_s), node, recursive);
+        });
+    return made;
+}
+
+bool DesignFiles::isSetOrGroup(const QString &node) const
+{
+    const DocumentFiles &document = part();
+    const QList<FileSetId> sets = document.fileSets();
+    return std::any_of(sets.cbegin(), sets.cend(), [&](FileSetId set) {
+        return document.name(set) == node || document.groups(set).contains(node);
+    });
 }
 
 QList<FileId> DesignFiles::entriesUnderNode(const QString &node, bool recursive) const
@@ -138,12 +177,7 @@ bool DesignFiles::hasNode(const QString &node) const
 {
     if (node.isEmpty())
         return false;
-    const DocumentFiles &document = part();
-    for (const FileSetId &set : document.fileSets()) {
-        if (document.name(set) == node || document.groups(set).contains(node))
-            return true;
-    }
-    return !entriesUnderNode(node, true).isEmpty();
+    return isSetOrGroup(node) || !underNode(node, true).isEmpty();
 }
 
 QStringList DesignFiles::nodeNames() const
@@ -151,6 +185,8 @@ QStringList DesignFiles::nodeNames() const
     QStringList names;
     for (const FileSetId &set : part().fileSets())
         names.append(part().name(set));
+    if (!table.withoutElements().isEmpty())
+        names.append(nodeOfMade());
     names.removeDuplicates();
     return names;
 }

@@ -4,6 +4,8 @@
 #include "items/FileTypeCounts.h"
 #include "items/PathItems.h"
 
+#include <functional>
+
 namespace MorvalenCore {
 
 // The files of a design. Part of it.
@@ -19,15 +21,27 @@ public:
     bool hasNode(const QString &node) const;
     QStringList nodeNames() const;
 
-    // Marks a file as made by a build of the design's current version.
-    Qtilities::Core::Status setGenerated(DesignFile *file, const QString &by);
+    // What builds have made is kept elsewhere, and the document does not change by it. A file that
+    // the design does not have comes into the node of those; so it stands until somebody changes
+    // something about it, which the document has to keep.
+    static QString nodeOfMade() { return QStringLiteral("generated"); }
+    void setMade(const QString &path, const GeneratedInfo &info);
+    // Called with the path of such a file when it is removed or moved.
+    std::function<void(const QString &path)> madeIsGone;
+
+    // For the items: gives one of them its element.
+    Qtilities::Core::Status enterDocument(FileItem &item);
 
 private:
     void removing(FileId entry) override { types.removing(entry); }
+    void removing(FileItem &item) override;
+    void moving(FileItem &item) override { removing(item); }
+    QList<DesignFile *> madeUnderNode(const QString &node, bool recursive) const;
     Qtilities::Core::Result<FileId> addEntry(const QString &text, const QString &node);
     // For the file that is to be added under the text. Never a set of generated files: whatever
     // lies in one is deleted when the design is cleaned.
     Qtilities::Core::Result<FileSetId> fileSetFor(const QString &text);
+    bool isSetOrGroup(const QString &node) const;
     bool holdsGeneratedFiles(const QString &fileSet) const;
     Qtilities::Core::Result<FileSetId> fileSetNamed(const QString &name);
     QList<FileId> entriesUnderNode(const QString &node, bool recursive) const;

@@ -1,16 +1,41 @@
 #include "items/FileItem.h"
 
 #include "items/DesignFiles.h"
+#include "items/filekinds.h"
+
+using Qtilities::Core::QtilitiesCategory;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
-QString FileItem::node() const { return part().name(part().fileSet(firstElement())); }
+QString FileItem::node() const
+{
+    return elements().isEmpty() ? DesignFiles::nodeOfMade()
+                                : part().name(part().fileSet(firstElement()));
+}
 
-bool FileItem::isGenerated() const { return part().generated(firstElement()).has_value(); }
+QtilitiesCategory FileItem::category() const
+{
+    return elements().isEmpty()
+        ? QtilitiesCategory::fromString(categoryForFileName(fileName()), QStringLiteral("::"))
+        : PathItem::category();
+}
+
+bool FileItem::isGenerated() const
+{
+    return madeBy || (!elements().isEmpty() && part().generated(firstElement()).has_value());
+}
 
 QString FileItem::generatedVersion() const
 {
+    if (madeBy || elements().isEmpty())
+        return madeBy.value_or(GeneratedInfo()).version;
     return part().generated(firstElement()).value_or(GeneratedInfo()).version;
+}
+
+Status FileItem::enterDocument()
+{
+    return elements().isEmpty() ? owner().enterDocument(*this) : Status();
 }
 
 } // namespace MorvalenCore

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "items/ArrivalOrder.h"
+
 #include <QHash>
 #include <QList>
 #include <QPointer>
@@ -17,7 +19,8 @@ using Elements = QVarLengthArray<Id, 1>;
 
 // The items of one kind in a design, found by their key (a path or name) and by the elements of
 // the document that they stand for. Several elements may stand for one item; it goes with the last
-// of them. Everything but the lists takes the same time however many items there are.
+// of them. An item may stand for none, and get one later. Everything but the lists takes about the
+// same time however many items there are.
 template <typename Item, typename Id>
 class ItemTable
 {
@@ -48,12 +51,32 @@ public:
         return list;
     }
 
+    // Those that stand for no element, in the order in which they came.
+    template <typename Base = Item>
+    QList<Base *> withoutElements() const
+    {
+        QList<Base *> list;
+        for (const std::shared_ptr<Item> &item : loose.values())
+            list.append(item.get());
+        return list;
+    }
+
+    // Takes up an item that stands for no element yet, under a key that no other has.
+    Item *insert(const QString &key, std::shared_ptr<Item> item)
+    {
+        keys.insert(key, item.get());
+        loose.insert(key, item);
+        return item.get();
+    }
+
     // Takes up an element: one more of the item of that key, or of a new one that make() gives.
     template <typename Make>
     Item *insert(const QString &key, Id id, Make make)
     {
         Item *&item = keys[key];
-        std::shared_ptr<Item> owner = item ? ids.value(item->elements().first()) : make();
+        std::shared_ptr<Item> owner = !item ? make()
+            : item->elements().isEmpty()    ? loose.take(key)
+                                            : ids.value(item->elements().first());
         item = owner.get();
         item->addElement(id);
         ids.insert(id, std::move(owner));
@@ -73,17 +96,20 @@ public:
         const Elements<Id> elements = item->elements();
         for (const Id &id : elements)
             ids.remove(id);
+        loose.take(key);
     }
 
     void clear()
     {
         keys.clear();
         ids.clear();
+        loose.clear();
     }
 
 private:
     QHash<QString, Item *> keys;
     QHash<Id, std::shared_ptr<Item>> ids;
+    ArrivalOrder<QString, std::shared_ptr<Item>> loose;
 };
 
 // The active items of one kind. Those that were destroyed drop out.

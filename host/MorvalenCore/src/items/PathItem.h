@@ -8,6 +8,7 @@
 
 #include <Qtilities/Observer.h>
 #include <Qtilities/QtilitiesCategory.h>
+#include <Qtilities/statuslog.h>
 
 #include <QDynamicPropertyChangeEvent>
 
@@ -48,6 +49,9 @@ public:
     trySetCategory(const Qtilities::Core::QtilitiesCategory &category) override
     {
         return state.change([&] {
+            const Qtilities::Core::Status entered = enterDocument();
+            if (!entered.isOk())
+                return entered;
             return statusOf([&](QString *error) {
                 return part().setCategory(entries.first(), category.toString(QStringLiteral("::")),
                                           error);
@@ -78,6 +82,10 @@ public:
         return itemStateLookup(state, path, kindOf(Id()));
     }
 
+    // Gives an item that stands for no element one, so that the document can keep what is said
+    // of it. Fails when the document refuses.
+    virtual Qtilities::Core::Status enterDocument() { return {}; }
+
     // The elements in the document, in its order.
     const Elements<Id> &elements() const { return entries; }
 
@@ -93,15 +101,19 @@ protected:
     bool event(QEvent *event) override
     {
         if (event->type() == QEvent::DynamicPropertyChange) {
-            shared.propertyChanged(
-                static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName(),
-                QList<ItemId>(entries.cbegin(), entries.cend()));
+            const QByteArray key =
+                static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName();
+            if (entries.isEmpty() && shared.isNew(key))
+                Qtilities::Logging::logStatus(state.change([this] { return enterDocument(); }),
+                                              Qtilities::Logging::Logger::Warning);
+            shared.propertyChanged(key, QList<ItemId>(entries.cbegin(), entries.cend()));
         }
         return Base::event(event);
     }
 
     auto &part() const { return partOf(state.document(), Id()); }
     Id firstElement() const { return entries.first(); }
+    Items &owner() const { return items; }
 
 private:
     Items &items;

@@ -37,6 +37,7 @@ public:
             return Qtilities::Core::Status::notFound(
                 QStringLiteral("The design \"%1\" does not have \"%2\"").arg(state.name(), path));
         return state.change([&] {
+            removing(*item);
             for (const Id &element : item->elements()) {
                 removing(element);
                 part().remove(element);
@@ -55,6 +56,10 @@ public:
             return {};
         return state.change([&] {
             Qtilities::Core::Status status = check(path, key);
+            if (status.isOk())
+                status = item->enterDocument();
+            if (status.isOk())
+                moving(*table.byKey(item->actualPath()));
             for (const Id &element : item->elements()) {
                 if (status.isOk())
                     status = statusOf([&](QString *error) {
@@ -75,7 +80,10 @@ protected:
     explicit PathItems(DesignState &designState) : state(designState) { }
     virtual ~PathItems() = default;
 
-    // Called before an element is removed from the document.
+    // Called before an item is removed or gets another path, and before an element is removed from
+    // the document.
+    virtual void removing(Item &) { }
+    virtual void moving(Item &) { }
     virtual void removing(Id) { }
 
     // The one flow of adding: makeElement(text) writes the element of an accepted path into the

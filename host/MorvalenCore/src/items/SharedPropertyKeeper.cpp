@@ -41,12 +41,21 @@ void SharedPropertyKeeper::load(ItemId element)
     }
 }
 
+bool SharedPropertyKeeper::isNew(const QByteArray &key) const
+{
+    return !ownChange && ObjectManager::propertyExists(item, key.constData());
+}
+
 void SharedPropertyKeeper::propertyChanged(const QByteArray &key, const QList<ItemId> &elements)
 {
     const QString name = Qtilities::Core::textOfUtf8(key);
     const bool isShared = ObjectManager::propertyExists(item, key.constData());
     if (ownChange || (!isShared && !documented(name, elements)))
         return;
+    if (elements.isEmpty()) {
+        putBack(name, elements);
+        return;
+    }
     const Status stored = state.change([&] { return store(name, elements); });
     if (!logStatus(stored, Logger::Warning))
         putBack(name, elements);

@@ -28,6 +28,9 @@ public:
     // Gives the object the shared properties that the document has for an element of the item.
     void load(ItemId element);
 
+    // Whether a dynamic property that was set is a shared one that the document should keep.
+    bool isNew(const QByteArray &key) const;
+
     // Called when a dynamic property of the object was set or removed; elements are those of the
     // item, the first one takes new properties.
     void propertyChanged(const QByteArray &key, const QList<ItemId> &elements);

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "build/OutputRecord.h"
+#include "items/ArrivalOrder.h"
+
+#include <QSet>
+
+namespace MorvalenCore {
+
+class DesignFiles;
+class DesignState;
+
+// The records of a design's target folders: what they hold are files of the design. Part of its
+// configurations.
+class BuildRecords
+{
+public:
+    BuildRecords(DesignState &designState, DesignFiles &fileItems);
+    ~BuildRecords();
+    BuildRecords(const BuildRecords &) = delete;
+    BuildRecords &operator=(const BuildRecords &) = delete;
+
+    // Takes up the record of a target folder, absolute and clean, if it has one.
+    void load(const QString &targetFolder);
+    // Notes what a build has made there, and writes it down.
+    Qtilities::Core::Status note(const QString &targetFolder, const QList<MadeOutput> &outputs);
+    // Writes down what has gone since. A record that cannot be written is named in the log.
+    void save();
+    void clear() { records.clear(); }
+
+private:
+    // By path.
+    using Outputs = ArrivalOrder<QString, MadeOutput>;
+
+    void forget(const QString &path);
+    Qtilities::Core::Status write(const QString &targetFolder) const;
+
+    DesignState &state;
+    DesignFiles &files;
+    // By target folder.
+    QHash<QString, Outputs> records;
+    QSet<QString> changed;
+};
+
+} // namespace MorvalenCore

@@ -1,0 +1,97 @@
+#include <MorvalenCore/BuildSettings.h>
+
+#include "session/sessionsettings.h"
+
+#include <QSettings>
+#include <QStringList>
+
+using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
+
+namespace MorvalenCore {
+
+namespace {
+
+BuildSettings::Asked &askedNow()
+{
+    static BuildSettings::Asked asked;
+    return asked;
+}
+
+// The settings' form takes a text with commas for a list.
+QString textOf(const QSettings &settings, const QString &key)
+{
+    return settings.value(key).toStringList().join(u',').trimmed();
+}
+
+Status readJobs(const QSettings &settings, std::optional<int> *jobs)
+{
+    const QString text = textOf(settings, u"Builds/jobs"_s);
+    *jobs = BuildSettings::countFrom(text);
+    if (text.isEmpty() || *jobs)
+        return {};
+    return Status::invalidArgument(
+        u"The setting \"jobs\" must be a number of steps, at least 1, not \"%1\""_s.arg(text));
+}
+
+Status readKeepGoing(const QSettings &settings, bool *keepGoing)
+{
+    const QString text = textOf(settings, u"Builds/keep_going"_s).toLower();
+    *keepGoing = text == u"true"_s || text == u"1"_s;
+    if (*keepGoing || text.isEmpty() || text == u"false"_s || text == u"0"_s)
+        return {};
+    return Status::invalidArgument(
+        u"The setting \"keep_going\" must be \"true\" or \"false\", not \"%1\""_s.arg(text));
+}
+
+Status readPools(QSettings &settings, QMap<QString, int> *pools)
+{
+    settings.beginGroup(u"Pools"_s);
+    const QStringList names = settings.allKeys();
+    for (const QString &name : names) {
+        const QString text = textOf(settings, name);
+        const std::optional<int> depth = BuildSettings::countFrom(text);
+        if (!depth)
+            return Status::invalidArgument(
+                u"The pool \"%1\" must have a number of steps, at least 1, not \"%2\""_s.arg(name,
+                                                                                             text));
+        pools->insert(name, *depth);
+    }
+    settings.endGroup();
+    return {};
+}
+
+} // namespace
+
+Result<BuildSettings> BuildSettings::current()
+{
+    QSettings settings(sessionSettingsFile(), QSettings::IniFormat);
+    BuildSettings now;
+    now.jobs = askedNow().jobs;
+    if (!now.jobs) {
+        if (const Status read = readJobs(settings, &now.jobs); !read.isOk())
+            return read;
+    }
+    if (const Status read = readKeepGoing(settings, &now.keepGoing); !read.isOk())
+        return read;
+    now.keepGoing = now.keepGoing || askedNow().keepGoing;
+    now.launcher = textOf(settings, u"Builds/launcher"_s);
+    now.allocation = textOf(settings, u"Builds/allocation"_s);
+    if (!now.jobs && !now.launcher.isEmpty())
+        now.jobs = jobsWithLauncher;
+    if (const Status read = readPools(settings, &now.pools); !read.isOk())
+        return read;
+    return now;
+}
+
+void BuildSettings::ask(const Asked &asked) { askedNow() = asked; }
+
+std::optional<int> BuildSettings::countFrom(const QString &text)
+{
+    bool isNumber = false;
+    const int count = text.toInt(&isNumber);
+    return isNumber && count > 0 ? std::optional(count) : std::nullopt;
+}
+
+} // namespace MorvalenCore
