@@ -12,6 +12,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <csignal>
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -82,6 +83,33 @@ IDesign &designOf(int steps)
     return *design;
 }
 
+// Two processes that never rest, as long as the object is there.
+class Hogs
+{
+public:
+    Hogs()
+    {
+        QByteArray words[] {"sh", "-c", "while :; do :; done"};
+        char *argv[] {words[0].data(), words[1].data(), words[2].data(), nullptr};
+        for (pid_t &id : ids) {
+            if (posix_spawnp(&id, "sh", nullptr, nullptr, argv, environ) != 0)
+                qFatal("no shell");
+        }
+    }
+    ~Hogs()
+    {
+        for (const pid_t id : ids) {
+            kill(id, SIGKILL);
+            waitpid(id, nullptr, 0);
+        }
+    }
+    Hogs(const Hogs &) = delete;
+    Hogs &operator=(const Hogs &) = delete;
+
+private:
+    pid_t ids[2] {};
+};
+
 void countSteps(benchmark::State &state)
 {
     state.counters["a_step"] =
@@ -121,6 +149,21 @@ void run(benchmark::State &state)
     countSteps(state);
 }
 
+// The same two on a machine that is busy.
+void ninjaBesideHogs(benchmark::State &state)
+{
+    designOf(int(state.range(0)));
+    const Hogs hogs;
+    ninja(state);
+}
+
+void runBesideHogs(benchmark::State &state)
+{
+    designOf(int(state.range(0)));
+    const Hogs hogs;
+    run(state);
+}
+
 void refresh(benchmark::State &state)
 {
     BuildConfiguration *const configuration =
@@ -155,6 +198,18 @@ void listAnew(benchmark::State &state)
 
 BENCHMARK(ninja)->Arg(10)->Arg(100)->Arg(5000)->UseRealTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK(run)->Arg(10)->Arg(100)->Arg(5000)->UseRealTime()->Unit(benchmark::kMicrosecond);
+BENCHMARK(ninjaBesideHogs)
+    ->Arg(10)
+    ->Arg(100)
+    ->Arg(5000)
+    ->UseRealTime()
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK(runBesideHogs)
+    ->Arg(10)
+    ->Arg(100)
+    ->Arg(5000)
+    ->UseRealTime()
+    ->Unit(benchmark::kMicrosecond);
 BENCHMARK(refresh)->Arg(100)->Arg(5000)->UseRealTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK(list)->Arg(100)->Arg(5000)->UseRealTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK(listAnew)->Arg(100)->Arg(5000)->UseRealTime()->Unit(benchmark::kMicrosecond);
