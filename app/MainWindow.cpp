@@ -10,6 +10,9 @@
 #include "app/file/FileMenu.h"
 #include "app/help/HelpDock.h"
 #include "app/help/HelpMenu.h"
+#include "app/live/LiveWindow.h"
+#include "app/live/passrules.h"
+#include "app/live/RunStatus.h"
 #include "app/preferences/consolefont.h"
 #include "app/preferences/PreferencesDialog.h"
 #include "app/process/programend.h"
@@ -123,6 +126,12 @@ void MainWindow::adoptConsole(QtclConsole *theConsole)
     console->setAccessibleName(tr("Tcl Console"));
     consolefont::apply(console);
     history = new ConsoleHistory(console, this);
+    console->keepTypedKeys();
+    statusBar()->addPermanentWidget(new RunStatus(console, this));
+    new LiveWindow(console, this);
+    findChild<ScriptMenu *>()->followRuns();
+    for (const QString &name : {u"stopRunningScript"_s, u"fullScreen"_s})
+        passrules::letWork(findChild<QAction *>(name));
 }
 
 void MainWindow::openFiles(const QStringList &files)

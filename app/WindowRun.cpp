@@ -3,24 +3,33 @@
 #include "app/builds/BuildInterrupt.h"
 #include "app/DesignsMode.h"
 #include "app/editor/WindowEditorManager.h"
+#include "app/live/LiveWindow.h"
 #include "app/MainWindow.h"
 #include "app/process/programend.h"
 #include "console/QtclConsole.h"
 #include "interp/commandsManager.h"
+#include "interp/errorstack.h"
+#include "interp/QtNotifier.h"
 #include "scripting/TclScriptManager.h"
 
+#include <Qtilities/Logger.h>
 #include <Qtilities/QtilitiesApplication.h>
 
 #include <QTimer>
 
 using MorvalenCore::EditorManager;
 using Qtilities::CoreGui::QtilitiesApplication;
+using Qtilities::Logging::Logger;
 using TclScripting::TclScriptManager;
 
 WindowRun::WindowRun(const QStringList &files) : mainWindow(std::make_unique<MainWindow>())
 {
     MainWindow *window = mainWindow.get();
     QtilitiesApplication::setMainWindow(window);
+    Qtk_KeepWindowAlive(LiveWindow::pass);
+    errorstack::setReceiver([](const QString &stack) {
+        Logger::instance()->logMessage(QString(), Logger::Error, stack);
+    });
     auto *scripting = new TclScriptManager(nullptr, window);
     programend::prepare(commandsManager::getInstance(nullptr)->interp);
     window->addMode(scripting);

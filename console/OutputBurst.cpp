@@ -1,5 +1,7 @@
 #include "console/OutputBurst.h"
 
+#include "interp/ScriptRuns.h"
+
 #include <QTimerEvent>
 
 namespace {
@@ -33,7 +35,8 @@ void OutputBurst::written()
         return;
     close();
     sinceClose.start();
-    if (!view->isVisible() || sinceRepaint.elapsed() < pause)
+    // Where the host keeps its window alive, that repaints.
+    if (ScriptRuns::instance() || !view->isVisible() || sinceRepaint.elapsed() < pause)
         return;
     sinceRepaint.start();
     view->viewport()->repaint();

@@ -9,10 +9,12 @@
 #include "console/EditionZone.h"
 #include "console/HeightLimit.h"
 #include "console/RecordedScript.h"
+#include "console/TypeAhead.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QFontMetricsF>
+#include <QMimeData>
 #include <QPointer>
 
 using namespace Qt::Literals::StringLiterals;
@@ -33,6 +35,7 @@ struct QConsole::Private
     RecordedScript script;
     DragAndDrop drag;
     HeightLimit heightLimit;
+    TypeAhead *typeAhead = nullptr; // the console's
 };
 
 QConsole::QConsole(QWidget *parent, const QString &welcomeText)
@@ -164,6 +167,32 @@ QStringList QConsole::suggestCommand(const QString &, QString &prefix)
     return {};
 }
 
+void QConsole::keepTypedKeys()
+{
+    if (!d->typeAhead)
+        d->typeAhead = new TypeAhead(this);
+}
+
+// Each line that has ended is a command, and may take its time.
+void QConsole::typeKeptKeys()
+{
+    while (d->typeAhead && !d->typeAhead->isEmpty() && !isBusy()) {
+        QString line = d->typeAhead->takeLine();
+        const bool hasEnded = line.endsWith(u'\n');
+        d->writer.moveToEnd();
+        textCursor().insertText(hasEnded ? line.chopped(1) : line, d->writer.format(cmdColor));
+        ensureCursorVisible();
+        if (hasEnded)
+            runTypedCommand();
+    }
+}
+
+void QConsole::forgetKeptKeys()
+{
+    if (d->typeAhead)
+        d->typeAhead->clear();
+}
+
 void QConsole::cut()
 {
     d->writer.closeBurst();
@@ -182,6 +211,10 @@ void QConsole::del()
 
 void QConsole::insertFromMimeData(const QMimeData *source)
 {
+    if (d->typeAhead && isBusy()) {
+        d->typeAhead->append(source->text());
+        return;
+    }
     d->writer.closeBurst();
     if (isSelectionInEditionZone())
         QTextEdit::insertFromMimeData(source);
@@ -202,6 +235,8 @@ bool QConsole::viewportEvent(QEvent *event)
 // A key that its row ignores is swallowed: it neither edits nor reaches the window.
 void QConsole::keyPressEvent(QKeyEvent *event)
 {
+    if (d->typeAhead && isBusy())
+        return pressWhileBusy(event);
     using consolekeys::Action;
     const consolekeys::Place place {.hasSelection = textCursor().hasSelection(),
                                     .isInZone = isSelectionInEditionZone()};
@@ -236,6 +271,21 @@ void QConsole::keyPressEvent(QKeyEvent *event)
     }
 }
 
+// The line of the running command is no line to type into, nor to recall older commands to.
+void QConsole::pressWhileBusy(QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Paste)) {
+        paste();
+        return;
+    }
+    if (d->typeAhead->take(*event) || event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)
+        return;
+    const Qt::TextInteractionFlags flags = textInteractionFlags();
+    setTextInteractionFlags(flags & ~Qt::TextEditable);
+    QTextEdit::keyPressEvent(event);
+    setTextInteractionFlags(flags);
+}
+
 // Hands a key to the widget so that it cannot change a selection outside the edition zone. Undo and
 // redo change what was typed, wherever the selection is.
 void QConsole::passWithoutEditing(QKeyEvent *event)
@@ -259,6 +309,10 @@ void QConsole::typeInZone(QKeyEvent *event)
 
 void QConsole::inputMethodEvent(QInputMethodEvent *event)
 {
+    if (d->typeAhead && isBusy()) {
+        d->typeAhead->append(event->commitString());
+        return;
+    }
     const bool types = !event->commitString().isEmpty() || !event->preeditString().isEmpty()
         || event->replacementLength() > 0;
     if (types && !isSelectionInEditionZone())

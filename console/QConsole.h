@@ -55,6 +55,13 @@ public:
     QString getCurrentCommand() const;
     void replaceCurrentCommand(const QString &newCommand);
 
+    // From now on what is typed while the console is busy is kept, shown at the foot of the view,
+    // and typed at the next prompt. Otherwise it goes to where the cursor stands.
+    virtual void keepTypedKeys();
+
+    // Whether a command runs; the base is never busy.
+    virtual bool isBusy() const { return false; }
+
     bool isInEditionZone() const;
     bool isInEditionZone(const int &position) const;
     bool isSelectionInEditionZone() const;
@@ -78,6 +85,10 @@ public Q_SLOTS:
 
     // Shows the prompt at the end of the document. Undo never goes back behind it.
     void displayPrompt();
+
+    // Types what was kept, now that a prompt waits; or forgets it.
+    void typeKeptKeys();
+    void forgetKeptKeys();
 
 Q_SIGNALS:
     // A command has been run. Its line feeds are written as a backslash and the letter n.
@@ -118,6 +129,7 @@ protected:
     int &promptParagraph; // number of the block that holds the current prompt
 
 private:
+    void pressWhileBusy(QKeyEvent *event);
     void complete();
     void deleteBackwards(QKeyEvent *event);
     void runTypedCommand();

@@ -1,6 +1,9 @@
 #include "console/QtclConsole.h"
 
 #include "console/tclchannels.h"
+#include "interp/errorstack.h"
+#include "interp/Evaluation.h"
+#include "interp/ScriptRuns.h"
 #include "interp/TclCallBack.h"
 #include "interp/tcltext.h"
 
@@ -65,8 +68,11 @@ QString QtclConsole::interpretCommand(const QString &command, int *res)
     if (!command.isEmpty()) {
         // Tcl's own exit would end the program without asking.
         const QString torun = command == "exit"_L1 ? u"dbgExit"_s : command;
-        *res = Tcl_Eval(interp, tcltext::toTcl(torun).constData());
+        Evaluation evaluation(torun);
+        *res = evaluation.finish(Tcl_Eval(interp, tcltext::toTcl(torun).constData()));
         result = tcltext::result(interp);
+        if (*res != TCL_OK)
+            errorstack::tell(interp, *res);
         QConsole::interpretCommand(torun, res);
     }
     mutex.unlock();
@@ -83,6 +89,25 @@ QStringList QtclConsole::suggestCommand(const QString &cmd, QString &prefix)
         return {};
     const QString names = tcltext::result(interp);
     return names.isEmpty() ? QStringList() : names.split(u' ');
+}
+
+bool QtclConsole::isBusy() const
+{
+    const ScriptRuns *runs = ScriptRuns::instance();
+    return runs && runs->isRunning();
+}
+
+void QtclConsole::keepTypedKeys()
+{
+    QConsole::keepTypedKeys();
+    const ScriptRuns *runs = ScriptRuns::instance();
+    if (!runs)
+        return;
+    // The prompt comes behind the end of the command.
+    connect(runs, &ScriptRuns::ended, this, &QConsole::typeKeptKeys,
+            Qt::ConnectionType(Qt::QueuedConnection | Qt::UniqueConnection));
+    // As a terminal does.
+    connect(runs, &ScriptRuns::stopping, this, &QConsole::forgetKeptKeys, Qt::UniqueConnection);
 }
 
 void QtclConsole::logConsoleOutput(const QString &output) { Q_EMIT newConsoleOutput(output); }

@@ -33,6 +33,11 @@ public:
     // line feed of cmd.
     QStringList suggestCommand(const QString &cmd, QString &prefix) override;
 
+    // Whether Tcl runs a command or serves an event, if the host keeps its window alive.
+    bool isBusy() const override;
+    // Types what was kept once nothing runs any more.
+    void keepTypedKeys() override;
+
     void logConsoleOutput(const QString &output);
     void logErrorOutput(const QString &output);
 

@@ -1,6 +1,7 @@
 #include "scripting/TclScriptedAction.h"
 
 #include "console/QtclConsole.h"
+#include "interp/errorstack.h"
 
 #include <MorvalenCore/DesignManager.h>
 #include <MorvalenCore/MorvalenManager.h>
@@ -137,6 +138,7 @@ void TclScriptedAction::run(const QString &script, const QString &contents)
                                 &TclScriptedAction::handleNewErrorOutput);
     // The script may delete this action.
     const QPointer<TclScriptedAction> self(this);
+    const errorstack::Script origin(script);
     QString text;
     initExec();
     const bool succeeded = console->execCommand(contents, true, true, &text);
@@ -151,6 +153,8 @@ void TclScriptedAction::run(const QString &script, const QString &contents)
     if (self) {
         if (d->engine && !text.isEmpty())
             Logger::instance()->logMessage(d->engine->name(), Logger::Info, text);
+        if (d->engine && !origin.stack().isEmpty())
+            Logger::instance()->logMessage(d->engine->name(), Logger::Error, origin.stack());
         d->mutex.unlock();
     }
 }

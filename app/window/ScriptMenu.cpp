@@ -1,5 +1,7 @@
 #include "app/window/ScriptMenu.h"
 
+#include "interp/ScriptRuns.h"
+
 #include <MorvalenCore/ScriptManager.h>
 #include <Qtilities/Logger.h>
 
@@ -25,8 +27,11 @@ ScriptMenu::ScriptMenu(const QString &folder, QWidget *parent)
     : QMenu(tr("&Scripts"), parent),
       scriptFolder(folder),
       runAgain(new QAction(tr("Run Last Script &Again"), this)),
-      showLog(new QAction(tr("Show Execution &Log"), this))
+      showLog(new QAction(tr("Show Execution &Log"), this)),
+      stop(new QAction(tr("&Stop Running Script"), this))
 {
+    stop->setObjectName(u"stopRunningScript"_s);
+    stop->setEnabled(false);
     setObjectName(u"scriptMenu"_s);
     showLog->setObjectName(u"showExecutionLog"_s);
     showLog->setCheckable(true);
@@ -40,6 +45,17 @@ ScriptMenu::ScriptMenu(const QString &folder, QWidget *parent)
     connect(this, &QMenu::aboutToShow, this, &ScriptMenu::watch);
     watch();
     rebuild();
+}
+
+void ScriptMenu::followRuns()
+{
+    const ScriptRuns *runs = ScriptRuns::instance();
+    if (!runs)
+        return;
+    connect(runs, &ScriptRuns::begun, stop, [this] { stop->setEnabled(true); });
+    connect(runs, &ScriptRuns::ended, stop, [this] { stop->setEnabled(false); });
+    // A menu disconnects what is taken out of it from itself.
+    connect(stop, &QAction::triggered, runs, &ScriptRuns::stop);
 }
 
 // Anew, since the folder may have been replaced by another one of its name.
@@ -71,7 +87,7 @@ void ScriptMenu::rebuild()
     const QList<QAction *> old = actions();
     for (QAction *entry : old) {
         removeAction(entry);
-        if (entry != showLog && entry != runAgain)
+        if (entry != showLog && entry != runAgain && entry != stop)
             entry->deleteLater();
     }
     for (const QString &script : std::as_const(files)) {
@@ -82,6 +98,7 @@ void ScriptMenu::rebuild()
         addAction(tr("No Scripts in the Session's Folder"))->setEnabled(false);
     addSeparator();
     addAction(runAgain);
+    addAction(stop);
     addAction(showLog);
     connect(addAction(tr("Open Scripts &Folder")), &QAction::triggered, this,
             [this] { QDesktopServices::openUrl(QUrl::fromLocalFile(scriptFolder)); });

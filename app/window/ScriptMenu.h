@@ -24,6 +24,9 @@ public:
     // Runs one of the scripts. False when it could not be started, with the reason in the log.
     bool run(const QString &script);
 
+    // The entry that stops what runs, from now on to be used while something does.
+    void followRuns();
+
 private:
     void watch();
     void readFolder();
@@ -36,6 +39,7 @@ private:
     QString lastScript;
     QAction *runAgain;
     QAction *showLog;
+    QAction *stop;
     // The actions made so far, kept because each has a log window of its own.
     QHash<QString, MorvalenCore::AbstractScriptedAction *> actionOfScript;
     QStringList running;

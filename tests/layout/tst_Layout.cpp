@@ -66,6 +66,9 @@ const QList<Room> rooms = {
     {u"app/common"_s, u"app/common"_s, {}},
     {u"app/process"_s, u"app/process"_s, {u"interp"_s, u"Qtilities"_s, u"MorvalenCore"_s}},
     {u"app/messages"_s, u"app/messages"_s, {u"Qtilities"_s}},
+    {u"app/live"_s,
+     u"app/live"_s,
+     {u"interp"_s, u"console"_s, u"MorvalenCore"_s, u"app/messages"_s}},
     {u"app/session"_s,
      u"app/session"_s,
      {u"interp"_s, u"console"_s, u"Qtilities"_s, u"MorvalenCore"_s}},
@@ -103,9 +106,9 @@ const QList<Room> rooms = {
     {u"app"_s,
      u"app"_s,
      {u"interp"_s, u"console"_s, u"commands"_s, u"scripting"_s, u"Qtilities"_s, u"MorvalenCore"_s,
-      u"app/process"_s, u"app/messages"_s, u"app/session"_s, u"app/calls"_s, u"app/editor"_s,
-      u"app/builds"_s, u"app/file"_s, u"app/designs"_s, u"app/ending"_s, u"app/help"_s,
-      u"app/preferences"_s, u"app/window"_s}},
+      u"app/process"_s, u"app/messages"_s, u"app/live"_s, u"app/session"_s, u"app/calls"_s,
+      u"app/editor"_s, u"app/builds"_s, u"app/file"_s, u"app/designs"_s, u"app/ending"_s,
+      u"app/help"_s, u"app/preferences"_s, u"app/window"_s}},
 };
 
 // The folders at the top that hold rooms.

@@ -1,0 +1,121 @@
+#include "app/live/LiveWindow.h"
+
+#include "app/live/passrules.h"
+#include "app/messages/messages.h"
+#include "console/QtclConsole.h"
+#include "interp/ScriptRuns.h"
+
+#include <MorvalenCore/BuildConfiguration.h>
+#include <MorvalenCore/BuildMonitor.h>
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+
+using MorvalenCore::BuildConfiguration;
+using MorvalenCore::BuildMonitor;
+using namespace Qt::Literals::StringLiterals;
+
+LiveWindow::LiveWindow(QtclConsole *theConsole, QMainWindow *mainWindow)
+    : QObject(mainWindow),
+      console(theConsole),
+      window(mainWindow)
+{
+    const ScriptRuns *runs = ScriptRuns::instance();
+    if (!runs)
+        return;
+    connect(runs, &ScriptRuns::begun, this, &LiveWindow::begin);
+    connect(runs, &ScriptRuns::ended, this, &LiveWindow::end);
+    connect(runs, &ScriptRuns::stopping, this, &LiveWindow::cancelBuildsOfScript);
+}
+
+// The second time for what the first has brought, as a repaint after a click.
+void LiveWindow::pass()
+{
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+}
+
+void LiveWindow::begin()
+{
+    buildsBefore.clear();
+    for (BuildConfiguration *configuration : BuildMonitor::instance()->running())
+        buildsBefore.append(configuration);
+    qApp->installEventFilter(this);
+}
+
+void LiveWindow::end()
+{
+    qApp->removeEventFilter(this);
+    if (std::exchange(leaves, false))
+        QTimer::singleShot(0, window, &QWidget::close);
+}
+
+// Those that the script waits for; a build that was there before goes on.
+void LiveWindow::cancelBuildsOfScript()
+{
+    for (BuildConfiguration *configuration : BuildMonitor::instance()->running()) {
+        if (!buildsBefore.contains(configuration))
+            configuration->cancel();
+    }
+}
+
+bool LiveWindow::eventFilter(QObject *receiver, QEvent *event)
+{
+    if (isStopKey(receiver, *event)) {
+        ScriptRuns::instance()->stop();
+        return true;
+    }
+    if (!ScriptRuns::instance()->isInPass())
+        return false;
+    if (event->type() == QEvent::Close && receiver == window) {
+        event->ignore();
+        askToLeave();
+        return true;
+    }
+    const passrules::Verdict verdict = passrules::verdict(receiver, *event);
+    if (verdict == passrules::Verdict::Deliver)
+        return false;
+    if (verdict == passrules::Verdict::Refuse)
+        messages::tell(tr("A script is running. Stop it first, with Escape."));
+    // An accepted drag would be one that may be dropped.
+    event->setAccepted(event->type() != QEvent::DragEnter && event->type() != QEvent::Drop);
+    return true;
+}
+
+// A dialog, a menu or a popup takes its Escape itself.
+bool LiveWindow::isStopKey(const QObject *receiver, const QEvent &event) const
+{
+    const auto *widget = qobject_cast<const QWidget *>(receiver);
+    if (event.type() != QEvent::KeyPress || !widget || widget->window() != window
+        || QApplication::activePopupWidget() || QApplication::activeModalWidget())
+        return false;
+    const auto &key = static_cast<const QKeyEvent &>(event);
+    if (key.key() == Qt::Key_Escape && key.modifiers() == Qt::NoModifier)
+        return true;
+    return key.matches(QKeySequence::Copy) && widget == console
+        && !console->textCursor().hasSelection();
+}
+
+void LiveWindow::askToLeave()
+{
+    if (window->findChild<QMessageBox *>(u"stopAndLeave"_s))
+        return;
+    auto *box = new QMessageBox(QMessageBox::Question, tr("Leave Morvalen"),
+                                tr("A script is running."), QMessageBox::Cancel, window);
+    box->setObjectName(u"stopAndLeave"_s);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setTextFormat(Qt::PlainText);
+    box->setInformativeText(tr("It is stopped where it is before the window closes."));
+    box->setDefaultButton(QMessageBox::Cancel);
+    const auto *stop = box->addButton(tr("&Stop and Leave"), QMessageBox::DestructiveRole);
+    connect(stop, &QAbstractButton::clicked, this, [this] {
+        leaves = true;
+        ScriptRuns::instance()->stop();
+    });
+    connect(ScriptRuns::instance(), &ScriptRuns::ended, box, &QWidget::close);
+    box->open();
+}
