@@ -8,6 +8,7 @@
 #   make bench               build and run all benchmarks
 #   make install PREFIX=DIR  install program, libraries, headers and the CMake package
 #   make uninstall PREFIX=DIR  remove what was installed there
+#   make package             make Debian packages of it, in build/package
 #   make screenshots         make the pictures of the README anew
 #   make format              format all sources
 #   make clean               remove everything that was built
@@ -26,7 +27,7 @@ export RUN_ARGUMENTS := $(value ARGS)
 export INSTALL_PREFIX := $(PREFIX)
 export DESTDIR
 
-.PHONY: help run build test bench install uninstall screenshots format clean
+.PHONY: help run build test bench install uninstall package screenshots format clean
 
 help:
 	@sed -n 's/^#   make /make /p' Makefile
@@ -72,6 +73,10 @@ install: build
 
 uninstall:
 	@scripts/uninstall $(folder)/install_manifest.txt "$$INSTALL_PREFIX"
+
+package:
+	@scripts/prerequisites package
+	@scripts/package build/package
 
 screenshots: build
 	@scripts/screenshots $(program)

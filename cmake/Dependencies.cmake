@@ -11,7 +11,11 @@ if(MORVALEN_BENCH)
 endif()
 
 # Tcl as a target. The installed package looks for the Tcl of the machine it is used on.
-include(tcl-target)
-find_tcl()
+include(find-tcl)
+if(NOT TclScripting_TCL_INCLUDE_DIR OR NOT TclScripting_TCL_LIBRARY)
+    message(FATAL_ERROR "Tcl 8.6 is missing: its header tcl.h or its library (Debian: tcl-dev)")
+endif()
 add_library(tcl INTERFACE)
-use_tcl(tcl)
+target_include_directories(tcl SYSTEM INTERFACE
+    $<BUILD_INTERFACE:${TclScripting_TCL_INCLUDE_DIR}>)
+target_link_libraries(tcl INTERFACE $<BUILD_INTERFACE:${TclScripting_TCL_LIBRARY}>)

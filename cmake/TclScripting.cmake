@@ -9,6 +9,7 @@ set_target_properties(TclScripting PROPERTIES
 target_include_directories(TclScripting PUBLIC
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/TclScripting>)
+target_compile_features(TclScripting PUBLIC cxx_std_20)
 target_link_libraries(TclScripting PUBLIC Qtilities MorvalenCore Qt6::Widgets tcl)
 
 # The same objects for tests, which may enter any floor and so see what the library hides.

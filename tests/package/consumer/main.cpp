@@ -4,6 +4,7 @@
 #include "interp/commandsManager.h"
 #include "interp/tcltext.h"
 #include "scripting/TclScriptManager.h"
+#include "scripting/version.h"
 
 #include <Qtilities/QtilitiesApplication.h>
 
@@ -31,6 +32,7 @@ int main(int argc, char **argv)
     commandsManager::getInstance(nullptr)->registerFunction("multiply", multiply,
                                                             "Multiplies two numbers", nullptr);
 
+    std::printf("TclScripting %s\n", TCLSCRIPTING_VERSION);
     int code = 0;
     const QString product = manager.execCommad(QStringLiteral("multiply 6 7"), &code);
     std::printf("6 * 7 = %s\n", qPrintable(product));
