@@ -53,12 +53,12 @@ void tst_Completion::bashOffers_data()
     QTest::newRow("bash-option-3 none of that name") << QStringList {u"--x"_s} << QStringList {};
     QTest::newRow("bash-file-1 component files and folders")
         << QStringList {u""_s} << QStringList {u"dir"_s, u"a b.xml"_s};
-    QTest::newRow("bash-file-2 behind --") << QStringList {u"--"_s, u"a"_s}
-                                           << QStringList {u"a b.xml"_s};
+    QTest::newRow("bash-file-2 behind --")
+        << QStringList {u"--"_s, u"a"_s} << QStringList {u"a b.xml"_s};
     QTest::newRow("bash-file-3 no options behind --")
         << QStringList {u"--"_s, u"--he"_s} << QStringList {};
-    QTest::newRow("bash-batch-1 any file") << QStringList {u"--batch"_s, u"s"_s}
-                                           << QStringList {u"s.tcl"_s};
+    QTest::newRow("bash-batch-1 any file")
+        << QStringList {u"--batch"_s, u"s"_s} << QStringList {u"s.tcl"_s};
     QTest::newRow("bash-batch-2 behind the script no options")
         << QStringList {u"--batch"_s, u"s.tcl"_s, u"--he"_s} << QStringList {};
     QTest::newRow("bash-batch-3 behind the script any file")
@@ -122,8 +122,7 @@ void tst_Completion::zshCompletes()
     QVERIFY(functions.mkpath(u"."_s));
     QVERIFY(QFile::copy(pages + u"_morvalen"_s, functions.filePath(u"_morvalen"_s)));
     const Command run = Command::run(
-        u"zsh"_s,
-        {u"-f"_s, here + u"complete.zsh"_s, functions.path(), u"morvalen "_s + typed},
+        u"zsh"_s, {u"-f"_s, here + u"complete.zsh"_s, functions.path(), u"morvalen "_s + typed},
         folder->path());
     QCOMPARE(run.error, QString());
     QCOMPARE(run.output, u"morvalen "_s + completed + u'\n');
@@ -135,8 +134,8 @@ void tst_Completion::levelsAreTheProgramsOwn()
     QString levels = run.error.section(u'(', 1).section(u')', 0, 0);
     QVERIFY(!levels.isEmpty());
     levels.remove(u',');
-    QVERIFY(projectText(u"desktop/morvalen.bash.in"_s)
-                .contains(u"compgen -W \""_s + levels + u'"'));
+    QVERIFY(
+        projectText(u"desktop/morvalen.bash.in"_s).contains(u"compgen -W \""_s + levels + u'"'));
     QVERIFY(projectText(u"desktop/fromhelp.awk"_s).contains(u":level:("_s + levels + u')'));
 }
 

@@ -61,8 +61,7 @@ void tst_DesktopFiles::theDesktopEntryIsValid()
 {
     if (!Command::exists(u"desktop-file-validate"_s))
         QSKIP("desktop-file-validate is not here");
-    const Command run =
-        Command::run(u"desktop-file-validate"_s, {desktop + u"morvalen.desktop"_s});
+    const Command run = Command::run(u"desktop-file-validate"_s, {desktop + u"morvalen.desktop"_s});
     QCOMPARE(run.output + run.error, QString());
     QCOMPARE(run.status, 0);
 }
@@ -71,11 +70,10 @@ void tst_DesktopFiles::theMetainfoIsValid()
 {
     if (!Command::exists(u"appstreamcli"_s))
         QSKIP("appstreamcli is not here");
-    const Command run =
-        Command::run(u"appstreamcli"_s,
-                     {u"validate"_s, u"--no-net"_s, u"--strict"_s, u"--no-color"_s,
-                      QStringLiteral(BINARY_DIR)
-                          + u"/desktop/org.morvalen.morvalen.metainfo.xml"_s});
+    const Command run = Command::run(
+        u"appstreamcli"_s,
+        {u"validate"_s, u"--no-net"_s, u"--strict"_s, u"--no-color"_s,
+         QStringLiteral(BINARY_DIR) + u"/desktop/org.morvalen.morvalen.metainfo.xml"_s});
     QVERIFY2(run.status == 0, qPrintable(run.output + run.error));
 }
 
@@ -85,8 +83,8 @@ void tst_DesktopFiles::theMimeTypesAreValid()
         QSKIP("update-mime-database is not here");
     const QTemporaryDir folder;
     QVERIFY(QDir(folder.path()).mkpath(u"packages"_s));
-    QVERIFY(QFile::copy(desktop + u"morvalen-mime.xml"_s,
-                        folder.filePath(u"packages/morvalen.xml"_s)));
+    QVERIFY(
+        QFile::copy(desktop + u"morvalen-mime.xml"_s, folder.filePath(u"packages/morvalen.xml"_s)));
     const Command run = Command::run(u"update-mime-database"_s, {folder.path()});
     QCOMPARE(run.output + run.error, QString());
     QCOMPARE(run.status, 0);
@@ -111,11 +109,10 @@ void tst_DesktopFiles::filesHaveTheirTypes_data()
         << u"uart"_s << QByteArray("<?xml version=\"1.0\"?><spirit:component/>") << component;
     QTest::newRow("type-3 by the name of new ones")
         << u"component.xml"_s << QByteArray("<component/>") << component;
-    QTest::newRow("type-4 a project")
-        << u"demo"_s
-        << QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                      "<project version=\"1\" name=\"demo\"/>")
-        << project;
+    QTest::newRow("type-4 a project") << u"demo"_s
+                                      << QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                                                    "<project version=\"1\" name=\"demo\"/>")
+                                      << project;
     QTest::newRow("type-5 somebody else's project")
         << u"build.xml"_s << QByteArray("<project name=\"demo\" default=\"all\"/>")
         << u"application/xml"_s;
@@ -159,8 +156,7 @@ void tst_DesktopFiles::iconsHaveTheirSizes()
 void tst_DesktopFiles::everyListHasTheVersion()
 {
     const QString version = QStringLiteral(VERSION);
-    const QStringList changes =
-        captures(projectText(u"CHANGELOG.md"_s), u"^## (.*)$"_s);
+    const QStringList changes = captures(projectText(u"CHANGELOG.md"_s), u"^## (.*)$"_s);
     QVERIFY(!changes.isEmpty());
     QCOMPARE(changes.first(), u"%1 (%2)"_s.arg(version, QStringLiteral(RELEASE_DATE)));
     const QStringList packages =
@@ -172,15 +168,15 @@ void tst_DesktopFiles::everyListHasTheVersion()
 // Compiler and fonts are there anyway, or are not needed to build a package.
 void tst_DesktopFiles::packagesAreBuiltWithWhatBuildsNeed()
 {
-    QStringList builds =
-        captures(projectText(u"scripts/prerequisites"_s), u"^build=\"([^\"]*)\""_s)
-            .value(0)
-            .split(QRegularExpression(u"\\s+"_s));
+    QStringList builds = captures(projectText(u"scripts/prerequisites"_s), u"^build=\"([^\"]*)\""_s)
+                             .value(0)
+                             .split(QRegularExpression(u"\\s+"_s));
     builds.removeAll(u"g++"_s);
     builds.removeAll(u"fonts-dejavu-core"_s);
     builds.sort();
     const QString control = projectText(u"debian/control"_s);
-    const QString depends = control.section(u"Build-Depends:\n"_s, 1).section(u"Standards-"_s, 0, 0);
+    const QString depends =
+        control.section(u"Build-Depends:\n"_s, 1).section(u"Standards-"_s, 0, 0);
     QStringList packages = captures(depends, u"^ ([^ ,]+)"_s);
     packages.removeAll(u"debhelper-compat"_s);
     QCOMPARE(packages, builds);

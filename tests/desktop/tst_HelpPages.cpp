@@ -70,7 +70,8 @@ QString tst_HelpPages::pageOfSample(const QString &name)
     QFile program(folder.filePath(u"a program"_s));
     if (!program.open(QIODevice::WriteOnly))
         return {};
-    program.write("#!/bin/sh\n[ \"$1\" = --help ] && cat <<'END'\n" + sampleHelp.toUtf8() + "END\n");
+    program.write("#!/bin/sh\n[ \"$1\" = --help ] && cat <<'END'\n" + sampleHelp.toUtf8()
+                  + "END\n");
     program.setPermissions(program.permissions() | QFile::ExeOwner);
     program.close();
     const QString made = folder.filePath(u"made here"_s);
@@ -178,10 +179,9 @@ void tst_HelpPages::roffFindsNothingWrong()
 {
     if (!Command::exists(u"groff"_s))
         QSKIP("groff is not here");
-    const Command run =
-        Command::run(u"groff"_s,
-                     {u"-man"_s, u"-ww"_s, u"-z"_s, u"-T"_s, u"utf8"_s,
-                      QStringLiteral(BINARY_DIR) + u"/desktop/morvalen.1"_s});
+    const Command run = Command::run(u"groff"_s,
+                                     {u"-man"_s, u"-ww"_s, u"-z"_s, u"-T"_s, u"utf8"_s,
+                                      QStringLiteral(BINARY_DIR) + u"/desktop/morvalen.1"_s});
     QCOMPARE(run.error, QString());
     QCOMPARE(run.status, 0);
 }
