@@ -55,8 +55,8 @@ function end_option(   words, count, i, spelled, value)
 function zsh(spelled, words, count, value,   line, effect)
 {
     effect = effect_text
-    gsub(/'/, "'\\''", effect)
     gsub(/\\|\[|\]|:/, "\\\\&", effect)
+    gsub(/'/, "'\\''", effect)
     if (count > 1)
         line = "'(" spelled ")'{" commas(words, count) "}'"
     else if (spelled ~ /^--/)
