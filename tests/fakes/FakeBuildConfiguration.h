@@ -23,6 +23,18 @@ public:
         journal.perform(callText("configuration.setTargetPath", {path}),
                         [&] { targetPath = path; });
     }
+    MorvalenCore::BuildDescription description() const override { return data; }
+    QList<MorvalenCore::BuildStep> stepsOfFiles() const override { return fileSteps; }
+    Qtilities::Core::Status
+    trySetDescription(const MorvalenCore::BuildDescription &description) override
+    {
+        const bool changed = journal.perform(callText("configuration.setDescription"), [&] {
+            data = description;
+            name = data.name;
+        });
+        return changed ? Qtilities::Core::Status()
+                       : Qtilities::Core::Status::invalidArgument(refusal);
+    }
     RunState runState() const override { return state; }
     QStringList stepNamesInOrder(int count) const override
     {
@@ -60,6 +72,9 @@ public:
     RunState state = Idle;
     QStringList steps;
     QHash<int, QHash<QString, QString>> macros;
+    MorvalenCore::BuildDescription data {.name = name, .targetPath = {}, .macros = {}, .steps = {}};
+    QList<MorvalenCore::BuildStep> fileSteps;
+    QString refusal = QStringLiteral("The configuration refuses it");
 
 private:
     QHash<QString, QString> macroValues(MorvalenCore::MacroMode mode) const override

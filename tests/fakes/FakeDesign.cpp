@@ -5,6 +5,7 @@ using MorvalenCore::BuildConfiguration;
 using MorvalenCore::DesignFile;
 using MorvalenCore::DesignFolder;
 using MorvalenCore::DesignProperty;
+using Qtilities::Core::Status;
 
 namespace {
 
@@ -105,6 +106,38 @@ void FakeDesign::setVendor(const QString &vendor)
 void FakeDesign::setLibrary(const QString &library)
 {
     journal.perform(callText("design.setLibrary", {library}), [&] { theLibrary = library; });
+}
+
+Status FakeDesign::setVersion(const QString &version)
+{
+    return journal.perform(callText("design.setVersion", {version}), [&] { theVersion = version; })
+        ? Status()
+        : Status::invalidArgument(refusal);
+}
+
+Status FakeDesign::reloadComponentFile()
+{
+    return journal.perform(callText("design.reloadComponentFile"), [&] { modified = false; })
+        ? Status()
+        : Status::malformed(refusal);
+}
+
+Qtilities::Core::Result<BuildConfiguration *>
+FakeDesign::tryAddBuildConfiguration(const QString &name)
+{
+    const bool added = journal.perform(callText("design.addBuildConfiguration", {name}),
+                                       [&] { configuration(name)->data.name = name; });
+    if (!added)
+        return Status::invalidArgument(refusal);
+    return static_cast<BuildConfiguration *>(allConfigurations.last());
+}
+
+Status FakeDesign::tryRemoveBuildConfiguration(const QString &name)
+{
+    return journal.perform(callText("design.removeBuildConfiguration", {name}),
+                           [&] { eraseFirst(allConfigurations, hasName(name)); })
+        ? Status()
+        : Status::invalidArgument(refusal);
 }
 
 void FakeDesign::setStructureId(const QString &id)

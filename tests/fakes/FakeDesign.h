@@ -35,6 +35,7 @@ public:
     void setName(const QString &name) override;
     void setVendor(const QString &vendor) override;
     void setLibrary(const QString &library) override;
+    Qtilities::Core::Status setVersion(const QString &version) override;
 
     QString designType() const override { return type; }
     QString structureId() const override { return structure; }
@@ -48,7 +49,7 @@ public:
     void setReadOnly(bool flag) override;
     bool isBusy() const override { return busy; }
     void setBusy(bool flag, const QString &reason, bool notify) override;
-    bool isModified() const override { return false; }
+    bool isModified() const override { return modified; }
     void startProcessingCycle() override;
     void endProcessingCycle(bool notify) override;
 
@@ -56,6 +57,7 @@ public:
     bool assignPhysicalWorkingFolderPath(const QString &path) override;
     QString componentFileName() const override { return componentFile; }
     bool saveToComponentFile(QString *error) override;
+    Qtilities::Core::Status reloadComponentFile() override;
 
     MorvalenCore::DesignFile *fileByActualPath(const QString &path, bool byNameOnly) const override;
     MorvalenCore::DesignFile *addFile(const QString &actualPath, const QString &node, bool notify,
@@ -99,6 +101,9 @@ public:
         return configurationActive;
     }
     void setActiveBuildConfiguration(MorvalenCore::BuildConfiguration *configuration) override;
+    Qtilities::Core::Result<MorvalenCore::BuildConfiguration *>
+    tryAddBuildConfiguration(const QString &name) override;
+    Qtilities::Core::Status tryRemoveBuildConfiguration(const QString &name) override;
 
     // For the window, which asks for the reason: the same calls.
     Status trySetName(const QString &name) override
@@ -175,6 +180,7 @@ public:
     QString theAuthor;
     bool readOnly = false;
     bool busy = false;
+    bool modified = false;
     QString folderPath;
     QString componentFile;
     QStringList nodes;

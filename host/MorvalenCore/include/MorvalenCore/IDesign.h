@@ -42,6 +42,11 @@ public:
     virtual void setVendor(const QString &vendor) { warn(trySetVendor(vendor)); }
     virtual Status trySetLibrary(const QString &library) = 0;
     virtual void setLibrary(const QString &library) { warn(trySetLibrary(library)); }
+    virtual Status setVersion(const QString &version)
+    {
+        Q_UNUSED(version)
+        return Status::unsupported(QStringLiteral("The version of the design cannot be changed"));
+    }
 
     // What it is.
     virtual QString designType() const = 0;
@@ -86,6 +91,14 @@ public:
     virtual bool saveToComponentFile(QString *error)
     {
         return trySaveToComponentFile().toErrorText(error);
+    }
+    // Reads the component file again: the design becomes what the file says, its id included;
+    // changes that were not saved are gone. All items are new ones; those that were active and are
+    // still there are active again. Refused, with nothing changed, when the file is no good or has
+    // the id of another open design, and while a build is under way.
+    virtual Status reloadComponentFile()
+    {
+        return Status::unsupported(QStringLiteral("The design cannot be read again"));
     }
 
     // Files. A path may be absolute or relative to the folder of the component file.

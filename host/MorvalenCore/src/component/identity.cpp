@@ -45,6 +45,8 @@ QString elementText(DesignField field, const QString &text)
         return standardName(text, NameForm::Name);
     case DesignField::Name:
         return standardName(text, NameForm::NameToken);
+    case DesignField::Version:
+        return text.isEmpty() ? text : standardName(text, NameForm::NameToken);
     default:
         return text;
     }

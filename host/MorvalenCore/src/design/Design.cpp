@@ -1,5 +1,6 @@
 #include "design/Design.h"
 
+#include "design/RememberedSelection.h"
 #include "document/statusof.h"
 #include "log/hostlog.h"
 #include "structures/structures.h"
@@ -73,14 +74,19 @@ void Design::load()
     builds.load();
 }
 
-void Design::close()
+void Design::clearItems()
 {
-    registry = nullptr;
-    state.changed = nullptr;
     builds.clear();
     propertyItems.clear();
     folderItems.clear();
     files.clear();
+}
+
+void Design::close()
+{
+    registry = nullptr;
+    state.changed = nullptr;
+    clearItems();
     state.setPlaced(false);
     // What was read is not kept in memory; a design that is closed may wait long for its end.
     Result<std::unique_ptr<DesignDocument>> identity =
@@ -99,6 +105,12 @@ QString Design::version(const QString &separator) const
 QString Design::id(const QString &separator) const
 {
     return vendor() + separator + library() + separator + name() + separator + version(separator);
+}
+
+Status Design::setVersion(const QString &version)
+{
+    return version.isEmpty() ? Status::invalidArgument(u"The version of a design cannot be empty"_s)
+                             : setIdentity(DesignField::Version, version);
 }
 
 Status Design::setIdentity(DesignField field, const QString &text)
@@ -207,6 +219,45 @@ Status Design::trySaveToComponentFile()
     if (saved.isOk() && wasModified)
         changes.changed();
     return saved;
+}
+
+Status Design::checkReload(const DesignDocument &document) const
+{
+    for (const QString &build : builds.names()) {
+        if (builds.find(build)->runState() == BuildConfiguration::Running)
+            return Status::busy(
+                u"The build \"%1\" of design \"%2\" is running"_s.arg(build, name()));
+    }
+    QStringList parts;
+    for (const DesignField field :
+         {DesignField::Vendor, DesignField::Library, DesignField::Name, DesignField::Version})
+        parts.append(document.text(field));
+    const QString newId = parts.join(u'.');
+    const QString refusal =
+        registry && newId != id(u"."_s) ? registry->idRefusal(newId) : QString();
+    return refusal.isEmpty() ? Status() : Status::alreadyExists(refusal);
+}
+
+Status Design::reloadComponentFile()
+{
+    if (!state.isPlaced())
+        return Status::notFound(u"The design \"%1\" has no component file yet"_s.arg(name()));
+    Result<std::unique_ptr<DesignDocument>> opened = format.open(componentFileName());
+    if (!opened.isOk())
+        return opened.status();
+    if (const Status status = checkReload(*opened.value()); !status.isOk())
+        return status;
+    const QString oldId = id(u"."_s);
+    const RememberedSelection selection(files, folderItems, propertyItems);
+    clearItems();
+    state.setDocument(std::move(opened.value()));
+    load();
+    selection.restore();
+    setObjectName(name());
+    if (registry && id(u"."_s) != oldId)
+        registry->designIdChanged(this, oldId);
+    changes.changed();
+    return opened.status();
 }
 
 Status Design::saveCopy(const QString &fileName) { return state.document().saveCopy(fileName); }

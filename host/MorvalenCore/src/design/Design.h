@@ -64,6 +64,7 @@ public:
     {
         return setIdentity(DesignField::Vendor, vendor);
     }
+    Status setVersion(const QString &version) override;
     Status trySetLibrary(const QString &library) override
     {
         return setIdentity(DesignField::Library, library);
@@ -99,6 +100,7 @@ public:
         return state.isPlaced() ? state.document().path() : QString();
     }
     Status trySaveToComponentFile() override;
+    Status reloadComponentFile() override;
 
     DesignFile *fileByActualPath(const QString &path, bool byNameOnly) const override
     {
@@ -173,8 +175,11 @@ private:
     Design(const DocumentFormat &documentFormat, std::unique_ptr<DesignDocument> document);
 
     void load();
+    void clearItems();
     Status setIdentity(DesignField field, const QString &text);
     Status setText(DesignField field, const QString &text);
+    // Why the design cannot become what a document says.
+    Status checkReload(const DesignDocument &document) const;
     Qtilities::Core::Status write(DesignField field, const QString &text);
 
     const DocumentFormat &format;

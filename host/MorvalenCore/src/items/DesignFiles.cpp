@@ -24,6 +24,12 @@ bool liesUnder(const QString &category, const QString &node, bool recursive)
 
 DesignFiles::DesignFiles(DesignState &designState) : PathItems(designState), types(designState) { }
 
+void DesignFiles::clear()
+{
+    types.forget();
+    PathItems::clear();
+}
+
 DesignFile *DesignFiles::findByName(const QString &fileName) const
 {
     for (DesignFile *file : underNode(QString(), true)) {

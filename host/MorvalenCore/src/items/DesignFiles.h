@@ -14,6 +14,8 @@ class DesignFiles final : public PathItems<FileItem, DesignFile, FileId>
 public:
     explicit DesignFiles(DesignState &designState);
 
+    void clear();
+
     // See IDesign for what these do.
     DesignFile *findByName(const QString &fileName) const;
     Qtilities::Core::Result<DesignFile *> add(const QString &path, const QString &node);

@@ -31,6 +31,12 @@ FileSetId FileTypeCounts::firstSetWith(const QString &type)
     return {};
 }
 
+void FileTypeCounts::forget()
+{
+    counts.clear();
+    isCounted = false;
+}
+
 void FileTypeCounts::count(FileId entry, int by)
 {
     if (!isCounted)

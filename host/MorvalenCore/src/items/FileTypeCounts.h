@@ -23,6 +23,9 @@ public:
     void added(FileId entry) { count(entry, 1); }
     void removing(FileId entry) { count(entry, -1); }
 
+    // There is another document now.
+    void forget();
+
 private:
     void count(FileId entry, int by);
 
