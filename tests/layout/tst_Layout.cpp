@@ -44,6 +44,9 @@ const QList<Room> rooms = {
      u"items"_s,
      {u"Qtilities"_s, u"MorvalenCore"_s, u"log"_s, u"session"_s, u"disk"_s, u"vcs"_s,
       u"structures"_s, u"document"_s}},
+    {core + u"templates"_s,
+     u"templates"_s,
+     {u"Qtilities"_s, u"MorvalenCore"_s, u"session"_s, u"items"_s}},
     {core + u"configurations"_s,
      u"configurations"_s,
      {u"Qtilities"_s, u"MorvalenCore"_s, u"log"_s, u"session"_s, u"disk"_s, u"document"_s,
@@ -60,6 +63,7 @@ const QList<Room> rooms = {
     {u"interp"_s, u"interp"_s, {}},
     {u"console"_s, u"console"_s, {u"interp"_s}},
     {u"commands"_s, u"commands"_s, {u"interp"_s, u"Qtilities"_s, u"MorvalenCore"_s}},
+    {u"ensemble"_s, u"ensemble"_s, {u"interp"_s, u"Qtilities"_s, u"MorvalenCore"_s}},
     {u"scripting"_s,
      u"scripting"_s,
      {u"interp"_s, u"console"_s, u"commands"_s, u"Qtilities"_s, u"MorvalenCore"_s}},
@@ -94,7 +98,7 @@ const QList<Room> rooms = {
      u"app/ending"_s,
      {u"interp"_s, u"MorvalenCore"_s, u"app/process"_s, u"app/messages"_s, u"app/calls"_s,
       u"app/editor"_s, u"app/file"_s}},
-    {u"app/help"_s, u"app/help"_s, {u"interp"_s, u"commands"_s}},
+    {u"app/help"_s, u"app/help"_s, {u"interp"_s, u"commands"_s, u"ensemble"_s}},
     {u"app/preferences"_s,
      u"app/preferences"_s,
      {u"interp"_s, u"console"_s, u"Qtilities"_s, u"app/messages"_s, u"app/session"_s,
@@ -103,17 +107,22 @@ const QList<Room> rooms = {
      u"app/window"_s,
      {u"interp"_s, u"console"_s, u"Qtilities"_s, u"MorvalenCore"_s, u"app/session"_s,
       u"app/editor"_s}},
+    {u"app/terminal"_s,
+     u"app/terminal"_s,
+     {u"interp"_s, u"commands"_s, u"ensemble"_s, u"scripting"_s, u"app/process"_s}},
     {u"app"_s,
      u"app"_s,
-     {u"interp"_s, u"console"_s, u"commands"_s, u"scripting"_s, u"Qtilities"_s, u"MorvalenCore"_s,
-      u"app/process"_s, u"app/messages"_s, u"app/live"_s, u"app/session"_s, u"app/calls"_s,
-      u"app/editor"_s, u"app/builds"_s, u"app/file"_s, u"app/designs"_s, u"app/ending"_s,
-      u"app/help"_s, u"app/preferences"_s, u"app/window"_s}},
+     {u"interp"_s,       u"console"_s,         u"commands"_s,     u"ensemble"_s,
+      u"scripting"_s,    u"Qtilities"_s,       u"MorvalenCore"_s, u"app/process"_s,
+      u"app/messages"_s, u"app/live"_s,        u"app/session"_s,
+      u"app/calls"_s,    u"app/editor"_s,
+      u"app/builds"_s,   u"app/file"_s,        u"app/designs"_s,  u"app/ending"_s,
+      u"app/help"_s,     u"app/preferences"_s, u"app/window"_s,   u"app/terminal"_s}},
 };
 
 // The folders at the top that hold rooms.
-const QStringList floors = {u"host"_s,     u"interp"_s,    u"console"_s,
-                            u"commands"_s, u"scripting"_s, u"app"_s};
+const QStringList floors = {u"host"_s,     u"interp"_s,    u"console"_s, u"commands"_s,
+                            u"ensemble"_s, u"scripting"_s, u"app"_s};
 
 // What nobody enters.
 const QStringList outside = {u"tests"_s, u"bench"_s, u"examples"_s, u"host"_s};
@@ -267,6 +276,9 @@ void tst_Layout::aWrongIncludeIsFound_data()
     QTest::newRow("wrong-sideways-1 a console that knows the commands")
         << u"console"_s << u"#include \"commands/commands.h\"\n"_s
         << u"x.cpp: \"commands/commands.h\" is not below console"_s;
+    QTest::newRow("wrong-sideways-2 an ensemble that knows the commands")
+        << u"ensemble"_s << u"#include \"commands/conventions.h\"\n"_s
+        << u"x.cpp: \"commands/conventions.h\" is not below ensemble"_s;
     QTest::newRow("wrong-host-1 an interpreter that knows the host")
         << u"interp"_s << u"#include <Qtilities/Logger.h>\n"_s
         << u"x.cpp: \"Qtilities/Logger.h\" is not below interp"_s;
@@ -326,7 +338,7 @@ void tst_Layout::everySourceIsBuilt_data()
 {
     QTest::addColumn<QString>("folder");
     for (const char *folder :
-         {"host", "interp", "console", "commands", "scripting", "app", "tests"})
+         {"host", "interp", "console", "commands", "ensemble", "scripting", "app", "tests"})
         QTest::newRow(folder) << QString::fromLatin1(folder);
 #ifdef BENCH_IS_BUILT
     QTest::newRow("bench") << u"bench"_s;

@@ -1,0 +1,145 @@
+#include "ensemble/Call.h"
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace ensemble {
+
+namespace {
+
+// How many arguments a row wants.
+struct Arity
+{
+    explicit Arity(const Row &row)
+    {
+        const QStringList names = QString::fromUtf8(row.arguments).split(u' ', Qt::SkipEmptyParts);
+        most = names.size();
+        least = std::count_if(names.begin(), names.end(),
+                              [](const QString &name) { return !name.startsWith(u'?'); });
+        isOpen = !names.isEmpty() && names.last().endsWith(u"...?"_s);
+    }
+
+    qsizetype least = 0;
+    qsizetype most = 0;
+    bool isOpen = false;
+};
+
+} // namespace
+
+// Goes through the words once, from left to right.
+struct Call::Reader
+{
+    Reader(const Row &theRow, std::span<Tcl_Obj *const> theWords)
+        : row(theRow),
+          arity(theRow),
+          words(theWords)
+    {
+    }
+
+    bool read()
+    {
+        if (words.size() < std::size_t(arity.least))
+            return false;
+        while (call.arguments.size() < arity.least)
+            takeArgument();
+        const bool haveValues = std::all_of(row.options.begin(), row.options.end(),
+                                            [](const Option &option) { return option.value; });
+        if (haveValues && arity.most == arity.least + 1 && !arity.isOpen && words.size() % 2 == 1)
+            takeArgument();
+        while (!words.empty()) {
+            if (!takeWord())
+                return false;
+        }
+        return std::all_of(row.options.begin(), row.options.end(), [this](const Option &option) {
+            return !option.isRequired || call.has(option.name);
+        });
+    }
+
+    Call call;
+    QString problem;
+
+private:
+    QString next() const { return Value(words.front()).text(); }
+
+    void takeArgument()
+    {
+        call.arguments.append(next());
+        words = words.subspan(1);
+    }
+
+    bool takeWord()
+    {
+        const QString word = next();
+        if (!optionsEnded && word == u"--"_s) {
+            optionsEnded = true;
+            words = words.subspan(1);
+            return true;
+        }
+        if (!optionsEnded && word.startsWith(u'-') && !row.options.empty())
+            return takeOption(word);
+        if (call.arguments.size() == arity.most && !arity.isOpen)
+            return false;
+        takeArgument();
+        return true;
+    }
+
+    bool takeOption(const QString &word)
+    {
+        const auto option =
+            std::find_if(row.options.begin(), row.options.end(),
+                         [&](const Option &o) { return word == QLatin1StringView(o.name); });
+        if (option != row.options.end())
+            return takeOption(*option);
+        problem = u"unknown option \"%1\": must be %2"_s.arg(word, choices(namesOf(row.options)));
+        return false;
+    }
+
+    bool takeOption(const Option &option)
+    {
+        words = words.subspan(1);
+        if (!option.value) {
+            call.options.insert_or_assign(option.name, Value::truth(true));
+            return true;
+        }
+        if (words.empty()) {
+            problem = u"option \"%1\" needs %2 behind it"_s.arg(QString::fromUtf8(option.name),
+                                                                QString::fromUtf8(option.value));
+            return false;
+        }
+        call.options.insert_or_assign(option.name, Value(words.front()));
+        words = words.subspan(1);
+        return true;
+    }
+
+    const Row &row;
+    const Arity arity;
+    std::span<Tcl_Obj *const> words;
+    bool optionsEnded = false;
+};
+
+std::optional<Call> Call::parse(const Row &row, const QString &prefix,
+                                std::span<Tcl_Obj *const> words, QString *problem)
+{
+    Reader reader(row, words);
+    if (reader.read())
+        return reader.call;
+    *problem = reader.problem.isEmpty()
+        ? u"wrong # args: should be \"%1\""_s.arg(usageOf(row, prefix))
+        : reader.problem;
+    return std::nullopt;
+}
+
+std::optional<QString> Call::text(std::string_view option) const
+{
+    const auto found = options.find(option);
+    return found == options.end() ? std::nullopt : std::optional(found->second.text());
+}
+
+std::optional<Value> Call::value(std::string_view option) const
+{
+    const auto found = options.find(option);
+    return found == options.end() ? std::nullopt : std::optional(found->second);
+}
+
+} // namespace ensemble

@@ -1,0 +1,84 @@
+#include "ensemble/items.h"
+
+#include "ensemble/designs.h"
+
+#include <MorvalenCore/DesignManager.h>
+
+#include <QDir>
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::DesignFile;
+using MorvalenCore::DesignFolder;
+using MorvalenCore::DesignProperty;
+using Qtilities::Core::QtilitiesCategory;
+
+namespace ensemble {
+
+namespace {
+
+constexpr Option filesOptionRows[] = {{"-node", "NODE"}, {"-category", "CATEGORY"}, designOption};
+
+// Paths are handed back with the platform's separators.
+QString shown(const QString &path) { return QDir::toNativeSeparators(path); }
+
+// A category holds what is below it; the empty one, what has none.
+bool isIn(const std::optional<QString> &category, const DesignFile &file)
+{
+    if (!category)
+        return true;
+    const auto wanted = QtilitiesCategory::fromString(*category, u"::"_s);
+    return wanted.isEmpty() ? file.category().isEmpty() : wanted.contains(file.category());
+}
+
+} // namespace
+
+constinit const Options filesOptions = filesOptionRows;
+
+Answer listDesigns(const Call &)
+{
+    return Value::list(MorvalenCore::DesignManager::instance()->openDesignIds());
+}
+
+Answer listFiles(const Call &call)
+{
+    return onDesign(call, [&call](const IDesign &design) {
+        const QString node = call.text("-node").value_or(QString());
+        if (call.has("-node") && !design.hasNode(node))
+            return Answer::failure(
+                kind::missing, u"The design \"%1\" has no node \"%2\""_s.arg(design.name(), node));
+        const auto category = call.text("-category");
+        Value paths = Value::list();
+        for (const DesignFile *file : design.filesUnderNode(node, true)) {
+            if (isIn(category, *file))
+                paths.append(Value(shown(file->actualPath())));
+        }
+        return Answer(paths);
+    });
+}
+
+Answer listFolders(const Call &call)
+{
+    return onDesign(call, [](const IDesign &design) {
+        Value paths = Value::list();
+        for (const DesignFolder *folder : design.folders())
+            paths.append(Value(shown(folder->actualPath())));
+        return Answer(paths);
+    });
+}
+
+Answer listNodes(const Call &call)
+{
+    return onDesign(call, [](const IDesign &design) { return Value::list(design.nodeNames()); });
+}
+
+Answer listProperties(const Call &call)
+{
+    return onDesign(call, [](const IDesign &design) {
+        Value values = Value::dictionary();
+        for (const DesignProperty *property : design.properties())
+            values.set(property->getName(), property->propertyData().value().toString());
+        return Answer(values);
+    });
+}
+
+} // namespace ensemble

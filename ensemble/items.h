@@ -1,0 +1,16 @@
+#pragma once
+
+#include "ensemble/Call.h"
+
+// What a design has, as lists and dictionaries.
+namespace ensemble {
+
+extern const Options filesOptions;
+
+Answer listDesigns(const Call &call);
+Answer listFiles(const Call &call);
+Answer listFolders(const Call &call);
+Answer listNodes(const Call &call);
+Answer listProperties(const Call &call);
+
+} // namespace ensemble

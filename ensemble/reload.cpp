@@ -1,0 +1,37 @@
+#include "ensemble/reload.h"
+
+#include "ensemble/designs.h"
+
+#include <MorvalenCore/DesignManager.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace ensemble {
+
+namespace {
+
+constexpr Option reloadOptionRows[] = {{"-discard"}};
+
+} // namespace
+
+constinit const Options reloadOptions = reloadOptionRows;
+
+// The id is the answer: the file may have another one than the design had.
+Answer reload(const Call &call)
+{
+    Answer missing = Answer::failure(kind::missing, u"No design is active"_s);
+    IDesign *design = call.count() == 1
+        ? findDesign(call.argument(0), &missing)
+        : MorvalenCore::DesignManager::instance()->activeDesigns().value(0);
+    if (!design)
+        return missing;
+    if (design->isModified() && !call.has("-discard"))
+        return Answer::failure(
+            kind::modified,
+            u"The design \"%1\" has changes that are not saved"_s.arg(design->name()));
+    const Bracket bracket;
+    const Answer reloaded = Answer::of(design->reloadComponentFile());
+    return reloaded.isFailure() ? reloaded : Answer(idOf(*design));
+}
+
+} // namespace ensemble

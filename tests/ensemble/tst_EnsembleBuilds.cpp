@@ -1,0 +1,73 @@
+#include "tests/ensemble/EnsembleTest.h"
+#include "tests/TestClass.h"
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::BuildConfiguration;
+
+// Builds of one design and of several.
+class tst_EnsembleBuilds : public EnsembleTest
+{
+    Q_OBJECT
+
+    void prepare(FakeHost &host) override
+    {
+        for (const QString &name : {u"one"_s, u"two"_s}) {
+            FakeDesign *design = host.activeDesign(name);
+            FakeBuildConfiguration *sim = design->configuration(u"sim"_s);
+            sim->state = BuildConfiguration::Completed;
+            design->configurationActive = sim;
+            design->configuration(u"lint"_s)->state = BuildConfiguration::Idle;
+        }
+        host.designs.openDesign(u"none"_s);
+    }
+
+    static void failsIn(FakeHost &host)
+    {
+        host.journal.fail(u"configuration.run(true, false)"_s);
+        static_cast<FakeBuildConfiguration *>(host.designs.open.first()->configurationActive.data())
+            ->state = BuildConfiguration::Failed;
+    }
+
+private Q_SLOTS:
+    void rows_data()
+    {
+        addRows({
+            good("build-1 the active design", "morvalen build", "acme.global.two.1.0 Completed"),
+            good("build-2 one that is named", "morvalen build acme.global.one.1.0",
+                 "acme.global.one.1.0 Completed", "configuration.run(true, false)"),
+            good("build-3 a configuration",
+                 "morvalen build -configuration lint acme.global.one.1.0",
+                 "acme.global.one.1.0 Idle"),
+            good("build-4 what it would do", "morvalen build -dry", "acme.global.two.1.0 Completed",
+                 "configuration.run(true, true)"),
+            good("build-5 several, each once",
+                 "morvalen build acme.global.one.1.0 acme.global.two.1.0 acme.global.one.1.0",
+                 "acme.global.one.1.0 Completed acme.global.two.1.0 Completed"),
+            bad("build-6 an unknown design", "morvalen build acme.global.one.1.0 x",
+                "No design with the id \"x\" is open", "not_found", ""),
+            bad("build-7 an unknown configuration", "morvalen build -configuration x",
+                "The design \"acme.global.two.1.0\" has no build configuration \"x\"", "not_found"),
+            bad("build-8 a design without any", "morvalen build acme.global.none.1.0",
+                "The design \"acme.global.none.1.0\" has no build configuration", "not_found"),
+            bad("build-9 one that fails: the dictionary is the error",
+                "morvalen build acme.global.one.1.0", "acme.global.one.1.0 Failed", "failed", {},
+                failsIn),
+            bad("build-10 none is active", "morvalen build", "No design is active", "not_found", "",
+                [](FakeHost &host) { host.designs.active.clear(); }),
+        });
+    }
+    void rows() { runRow(); }
+
+    void noneAreOpen()
+    {
+        renewHost();
+        qDeleteAll(host().designs.open);
+        host().designs.open.clear();
+        host().designs.active.clear();
+        QCOMPARE(eval("morvalen build -all").text, u""_s);
+        QCOMPARE(eval("morvalen designs").text, u""_s);
+    }
+};
+
+TEST_CLASS(tst_EnsembleBuilds)
+#include "tst_EnsembleBuilds.moc"
