@@ -6,6 +6,9 @@
 #include "interp/tcltext.h"
 #include "scripting/TclScriptManager.h"
 
+#include <Qtilities/Logger.h>
+
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -15,6 +18,7 @@
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Logging::Logger;
 
 namespace {
 
@@ -70,11 +74,27 @@ BatchRun::BatchRun(const CommandLine &commandLine, TclScripting::TclScriptManage
 {
 }
 
-int BatchRun::run()
+void BatchRun::prepare()
 {
     standardstreams::giveToTcl(interp);
+    returnToFolderOfCall();
+}
+
+int BatchRun::run()
+{
+    prepare();
     const bool done = line.run == CommandLine::Run::Script ? runScript() : runCommands();
     return done && programend::save() ? 0 : 1;
+}
+
+// Start-up has gone to the Scripts folder; in scripts and commands paths are the shell's.
+void BatchRun::returnToFolderOfCall()
+{
+    if (line.folder.isEmpty() || Tcl_FSChdir(Value(line.folder)) != 0)
+        Logger::instance()->logMessage(
+            QString(), Logger::Warning,
+            u"The folder of the call is gone; this run goes on in \"%1\""_s.arg(
+                QDir::currentPath()));
 }
 
 bool BatchRun::runScript()

@@ -16,6 +16,9 @@ public:
     // The manager must outlive the run.
     BatchRun(const CommandLine &line, TclScripting::TclScriptManager &manager);
 
+    // Gives Tcl the process's own streams, and the folder of the call; run() does that itself.
+    void prepare();
+
     // The exit status: 0 when all went well, what was changed being saved then; 1 when a command
     // failed, with the reason on standard error.
     int run();
@@ -24,6 +27,7 @@ public:
     static QString scriptProblem(const QString &script);
 
 private:
+    void returnToFolderOfCall();
     bool runScript();
     bool runCommands();
     void setArguments();

@@ -5,6 +5,7 @@
 
 #include <QDir>
 
+#include <algorithm>
 #include <array>
 
 using namespace Qt::Literals::StringLiterals;
@@ -30,11 +31,26 @@ constexpr std::array logLevels {
     LogLevel {u"debug", infos | Logger::Debug | Logger::Trace},
 };
 
+QString optionOf(CommandLine::Run run)
+{
+    switch (run) {
+    case CommandLine::Run::Script:
+        return u"--batch"_s;
+    case CommandLine::Run::Commands:
+        return u"-c"_s;
+    default:
+        return u"--terminal"_s;
+    }
+}
+
 // Goes through the arguments once, from left to right.
 class Parser
 {
 public:
-    Parser(const QStringList &arguments, const QString &folder) : rest(arguments), base(folder) { }
+    Parser(const QStringList &arguments, const QString &folder) : rest(arguments), base(folder)
+    {
+        line.folder = folder;
+    }
 
     // False with the reason in error.
     bool run();
@@ -52,12 +68,14 @@ private:
         QStringView value;
         bool (Parser::*take)(const QString &value);
     };
-    static const std::array<Option, 8> options;
+    static const std::array<Option, 9> options;
 
     bool takeArgument(const QString &argument);
     bool takeOption(const Option &option, const QString &argument, std::optional<QString> value);
     bool takeScript(const QString &value);
     bool takeCommand(const QString &value);
+    bool takeTerminal(const QString &value);
+    bool takeRun(CommandLine::Run run);
     bool takeSession(const QString &value);
     bool takeLogLevel(const QString &value);
     bool takeJobs(const QString &value);
@@ -74,9 +92,10 @@ private:
     bool finished = false;
 };
 
-const std::array<Parser::Option, 8> Parser::options {{
+const std::array<Parser::Option, 9> Parser::options {{
     {u"--batch", {}, u"SCRIPT", &Parser::takeScript},
     {{}, u"-c", u"COMMAND", &Parser::takeCommand},
+    {u"--terminal", {}, {}, &Parser::takeTerminal},
     {u"--session", {}, u"DIR", &Parser::takeSession},
     {u"--log-level", {}, u"LEVEL", &Parser::takeLogLevel},
     {u"--jobs", {}, u"N", &Parser::takeJobs},
@@ -132,14 +151,23 @@ bool Parser::takeOption(const Option &option, const QString &argument, std::opti
     return (this->*option.take)(value.value_or(QString()));
 }
 
+// A run is of one kind.
+bool Parser::takeRun(CommandLine::Run run)
+{
+    if (line.run != CommandLine::Run::Window && line.run != run)
+        return fail(u"%1 and %2 exclude each other"_s.arg(optionOf(std::min(line.run, run)),
+                                                          optionOf(std::max(line.run, run))));
+    line.run = run;
+    return true;
+}
+
 bool Parser::takeScript(const QString &value)
 {
-    if (line.run == CommandLine::Run::Commands)
-        return fail(u"--batch and -c exclude each other"_s);
+    if (!takeRun(CommandLine::Run::Script))
+        return false;
     if (value.isEmpty())
         return fail(u"the name of the script is empty"_s);
-    line.run = CommandLine::Run::Script;
-    line.script = absolute(value);
+    line.script = value == u"-"_s ? CommandLine::standardInput : absolute(value);
     line.scriptArguments = rest;
     rest.clear();
     return true;
@@ -147,10 +175,11 @@ bool Parser::takeScript(const QString &value)
 
 bool Parser::takeCommand(const QString &value)
 {
-    line.run = CommandLine::Run::Commands;
     line.commands.append(value);
-    return true;
+    return takeRun(CommandLine::Run::Commands);
 }
+
+bool Parser::takeTerminal(const QString &) { return takeRun(CommandLine::Run::Terminal); }
 
 bool Parser::takeSession(const QString &value)
 {
@@ -220,29 +249,32 @@ QString CommandLine::help()
     return uR"(Usage: morvalen [OPTION...] [FILE...]
        morvalen [OPTION...] --batch SCRIPT [ARG...]
        morvalen [OPTION...] -c COMMAND [-c COMMAND...]
+       morvalen [OPTION...] --terminal
 
 Opens the main window, and in it the component and project files named. With
---batch or -c no window is opened and none is needed.
+--batch, -c or --terminal no window is opened and none is needed.
 
-  --batch SCRIPT [ARG...]  runs the Tcl file SCRIPT, with the words behind it in
-                           argv, and ends
+  --batch SCRIPT [ARG...]  runs the Tcl file SCRIPT, or standard input for -,
+                           with the words behind it in argv, and ends
   -c COMMAND               runs a Tcl command and prints its result; stops at
                            the first one that fails
+  --terminal               asks for commands in the terminal; runs standard input
+                           as a script when that is no terminal
   --session DIR            keeps scripts, designs and settings in folder DIR,
                            which is made when it is missing
-  --log-level LEVEL        which messages of the log go to standard error with
-                           --batch or -c: error, warning (the default), info
-                           or debug
+  --log-level LEVEL        which messages of the log go to standard error in a
+                           run without a window: error, warning (the default),
+                           info or debug
   --jobs N                 runs N steps of a build at the same time
   --keep-going             after a step of a build has failed, runs those that
                            do not depend on it
   -h, --help               shows this text
   -v, --version            shows the version
 
-Relative paths are of the folder of the call; scripts and commands run in the
-Scripts folder of the session.
+Relative paths are of the folder of the call, in scripts and commands too.
 
-Exit status: 0 when all went well, 1 when a command failed, 2 for a bad command
-line, session folder or an unreadable script; else what quit or exit says.
+Exit status: 0 when all went well, 1 when a command failed or something could
+not be saved at the end, 2 for a bad command line, session folder or an
+unreadable script; else what quit or exit says.
 )"_s;
 }

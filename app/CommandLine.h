@@ -9,17 +9,20 @@
 // folder of the call.
 struct CommandLine
 {
-    enum class Run { Window, Script, Commands, ShowHelp, ShowVersion };
+    enum class Run { Window, Script, Commands, Terminal, ShowHelp, ShowVersion };
 
     Run run = Run::Window;
+    // The folder of the call.
+    QString folder;
     // Component and project files to open.
     QStringList files;
-    // The script, and the arguments behind it, which are its own.
+    // The script, which is standard input for "-", and the arguments behind it, which are its own.
     QString script;
     QStringList scriptArguments;
     QStringList commands;
     // Empty for the default one.
     QString sessionFolder;
+    bool hasTemporarySession = false;
     // What of the log goes to standard error, a mask of Logger::MessageType.
     int logTypes = 0;
     // How the builds of this run are run, beside what the settings say.
@@ -27,6 +30,9 @@ struct CommandLine
     bool keepGoing = false;
 
     bool hasWindow() const { return run == Run::Window; }
+
+    // The name of the script that is standard input.
+    static inline const QString standardInput = QStringLiteral("/dev/stdin");
 
     // Reads the arguments behind the program's name. Without a result the line is bad and *error
     // says why, in one sentence without a final line feed.

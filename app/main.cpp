@@ -9,7 +9,10 @@
 #include "app/process/standardstreams.h"
 #include "app/process/TerminalProgress.h"
 #include "app/session/Session.h"
+#include "app/session/TemporarySession.h"
+#include "app/terminal/TerminalRun.h"
 #include "app/WindowRun.h"
+#include "ensemble/ensemble.h"
 #include "interp/commandsManager.h"
 #include "interp/QtNotifier.h"
 #include "scripting/TclScriptManager.h"
@@ -33,6 +36,7 @@ using Qtilities::Logging::LoggerEngine;
 using Qtilities::Logging::logStatus;
 using Qtilities::Logging::StandardErrorEngine;
 using Qtilities::ProjectManagement::ProjectManager;
+using TclScripting::TclScriptManager;
 
 namespace {
 
@@ -67,14 +71,31 @@ void startLog(const CommandLine &line)
     logStatus(file->open(), Logger::Warning);
 }
 
+// What startup.tcl leaves would be seen by nobody in a run without a window, and its error by
+// nobody at all.
+void tellOfStartup(const QString &sessionFolder)
+{
+    const QString script = sessionFolder + u"/Scripts/startup.tcl"_s;
+    TclScriptManager::listenToStartup([script](const TclScripting::StartupNews &news) {
+        const QString place =
+            news.line > 0 ? u"%1:%2"_s.arg(script, QString::number(news.line)) : script;
+        Logger::instance()->logMessage(QString(), Logger::Warning, place + u": "_s + news.text);
+    });
+}
+
 int runInBatch(const CommandLine &line)
 {
-    TclScripting::TclScriptManager manager(nullptr);
+    TclScriptManager manager(nullptr);
     manager.initializeMode();
     programend::prepare(commandsManager::getInstance(nullptr)->interp);
     const TerminalProgress progress;
     const BuildInterrupt interrupt;
-    return BatchRun(line, manager).run();
+    BatchRun run(line, manager);
+    if (line.run != CommandLine::Run::Terminal)
+        return run.run();
+    run.prepare();
+    TerminalRun(line.sessionFolder, manager).run();
+    return programend::save() ? 0 : failure;
 }
 
 // The words of the command line are not Qt's; without a window its platform is one that needs no
@@ -93,11 +114,29 @@ int runApplication(const CommandLine &line)
     QtilitiesApplication::setApplicationSessionPath(line.sessionFolder);
     startLog(line);
     MorvalenCore::BuildSettings::ask({line.jobs, line.keepGoing});
+    if (line.hasTemporarySession)
+        Logger::instance()->logMessage(
+            QString(), Logger::Warning,
+            u"HOME is not set; the session of this run is in the temporary folder \"%1\""_s.arg(
+                line.sessionFolder));
     static MorvalenCore::DesignProjectItem designsOfProjects;
     ProjectManager::instance()->addProjectItem(&designsOfProjects);
     Qtk_InitNotifier(&application);
     Qtk_LetNotifierRest();
+    ensemble::create(commandsManager::getInstance(nullptr)->interp, line.folder);
+    tellOfStartup(line.sessionFolder);
     return line.hasWindow() ? WindowRun(line.files).run() : runInBatch(line);
+}
+
+// The platform's place for it, else a temporary one.
+bool chooseSession(CommandLine *line, QString *error)
+{
+    line->sessionFolder = Session::defaultFolder();
+    if (!line->sessionFolder.isEmpty())
+        return true;
+    line->hasTemporarySession = true;
+    line->sessionFolder = TemporarySession::make(error);
+    return !line->sessionFolder.isEmpty();
 }
 
 } // namespace
@@ -121,6 +160,10 @@ int main(int argc, char **argv)
     if (line->run == CommandLine::Run::ShowVersion)
         return show(version());
 
+    if (line->run == CommandLine::Run::Terminal && !LineEditor::hasTerminal()) {
+        line->run = CommandLine::Run::Script;
+        line->script = CommandLine::standardInput;
+    }
     const QString problem =
         line->run == CommandLine::Run::Script ? BatchRun::scriptProblem(line->script) : QString();
     if (!problem.isEmpty())
@@ -128,8 +171,8 @@ int main(int argc, char **argv)
     const QString noDisplay = line->hasWindow() ? display::problem() : QString();
     if (!noDisplay.isEmpty())
         return fail(noDisplay, failure);
-    if (line->sessionFolder.isEmpty())
-        line->sessionFolder = Session::defaultFolder();
+    if (line->sessionFolder.isEmpty() && !chooseSession(&*line, &error))
+        return fail(error);
     if (!Session::prepare(line->sessionFolder, &error))
         return fail(error);
     programend::leave(runApplication(*line));

@@ -9,9 +9,9 @@ proc problems {component} {
     if {[catch {designs add $component} message]} {
         return [list $message]
     }
-    set id [lindex [designs list] end]
+    set id [lindex [morvalen designs] end]
     set found {}
-    foreach file [files list] {
+    foreach file [morvalen files] {
         if {![file exists $file]} {
             lappend found "$file is missing"
         }
@@ -21,16 +21,14 @@ proc problems {component} {
 }
 
 set bad 0
-foreach argument $argv {
-    # Scripts run in the Scripts folder of the session; the shell's own folder is in PWD.
-    set component [file normalize [file join $env(PWD) $argument]]
+foreach component $argv {
     set found [problems $component]
     if {$found eq ""} {
-        puts "good  $argument"
+        puts "good  $component"
         continue
     }
     incr bad
-    puts "bad   $argument"
+    puts "bad   $component"
     foreach problem $found { puts "      $problem" }
 }
 puts "$argc checked, $bad bad"

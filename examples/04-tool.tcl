@@ -34,8 +34,6 @@ namespace eval tool {
 }
 
 if {[info exists argv0]} {
-    # Scripts run in the Scripts folder of the session; the shell's own folder is in PWD.
-    cd $env(PWD)
     set words $argv
     if {![llength $words]} {
         set words {sh -c {for i in 1 2 3; do echo step $i of 3; sleep 0.5; done; exit 3}}

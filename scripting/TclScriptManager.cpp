@@ -3,6 +3,7 @@
 #include "commands/commandset.h"
 #include "commands/conventions.h"
 #include "console/QtclConsole.h"
+#include "scripting/StartupListener.h"
 #include "scripting/TclScriptedAction.h"
 #include "ui_TclScriptManager.h"
 
@@ -109,14 +110,22 @@ void TclScriptManager::initInterp()
                                    u"Successfully initialized Tcl script environment."_s);
 }
 
-// What goes wrong here is shown by what the script itself wrote, and nowhere else.
+void TclScriptManager::listenToStartup(const std::function<void(const StartupNews &)> &listener)
+{
+    startupListener() = listener;
+}
+
+// What goes wrong here is shown by what the script itself wrote, and by a host that listens.
 void TclScriptManager::runStartupScript()
 {
     const QString scripts = QtilitiesApplication::applicationSessionPath() + u"/Scripts"_s;
     const QString path = escapedForQuotes(preparePath(scripts));
     int code = TCL_OK;
     d->console->interpretCommand(u"cd \"%1\""_s.arg(path), &code);
-    d->console->interpretCommand(u"source startup.tcl"_s, &code);
+    StartupListener listener(*d->console, scripts);
+    const QString text = d->console->interpretCommand(u"source startup.tcl"_s, &code);
+    if (code != TCL_OK)
+        listener.tellOfError(text);
 }
 
 void TclScriptManager::makeScriptsKnown()

@@ -6,6 +6,7 @@
 
 #include <QMainWindow>
 
+#include <functional>
 #include <memory>
 
 #include <tcl.h>
@@ -18,14 +19,22 @@ namespace TclScripting {
 
 struct TclScriptManagerPrivate;
 
+// What the start-up script wrote at once, or its error, and the line of startup.tcl that it came
+// from; 0 when that is not known.
+struct StartupNews
+{
+    int line = 0;
+    QString text;
+};
+
 // The Scripting mode and the library's entry object: making one brings the Tcl environment up.
 // It makes the console, and with it the interpreter, registers the application's commands, runs
 // startup.tcl of the session's Scripts folder, and makes Tcl scripts known to the host.
 //
 // A host makes exactly one, on the GUI thread, once its managers, its session path and its main
 // window exist; the parent owns it. Start-up never fails visibly: an error in startup.tcl is
-// dropped. The console belongs to the main window until initializeMode takes it into this one;
-// commands and interpreter outlive the manager.
+// dropped, unless the host listens. The console belongs to the main window until initializeMode
+// takes it into this one; commands and interpreter outlive the manager.
 class TCLSCRIPTING_EXPORT TclScriptManager : public QMainWindow,
                                              public Qtilities::CoreGui::Interfaces::IMode
 {
@@ -37,6 +46,10 @@ public:
     // ignores it when the registry is there already.
     explicit TclScriptManager(Tcl_Interp *interp, QWidget *parent = nullptr);
     ~TclScriptManager() override;
+
+    // From then on, who makes a manager is told what startup.tcl writes, besides the console, and
+    // its error. Nobody is told before.
+    static void listenToStartup(const std::function<void(const StartupNews &)> &listener);
 
     QString contextString() const override;
     QString contextHelpId() const override;

@@ -1,6 +1,7 @@
 #include "app/help/manualpages.h"
 
 #include "commands/commandmanuals.h"
+#include "ensemble/manuals.h"
 #include "interp/commandsManager.h"
 #include "interp/tcltext.h"
 
@@ -93,6 +94,16 @@ QString contentsPage()
         + listing() + u"\n```\n"_s;
 }
 
+// Of the ensemble, whose documents are as its tables say.
+QStringList ensembleNames()
+{
+    const QString command = u"morvalen"_s;
+    QStringList all {command};
+    for (const ensemble::Manual &manual : ensemble::manuals())
+        all.append(command + u'-' + manual.word);
+    return all;
+}
+
 } // namespace
 
 QStringList names()
@@ -100,7 +111,7 @@ QStringList names()
     QStringList all {contents};
     for (const CommandManual &manual : commandManuals())
         all.append(manual.word);
-    return all;
+    return all + ensembleNames();
 }
 
 QString page(const QString &name)
@@ -111,7 +122,7 @@ QString page(const QString &name)
         if (manual.word == name)
             return commandPage(manual);
     }
-    return QString();
+    return ensembleNames().contains(name) ? document(name) : QString();
 }
 
 } // namespace manualpages

@@ -68,9 +68,8 @@ void leaveByExit(ClientData status)
     // Taken away first: what it does may let another script end the program.
     if (const auto hook = std::exchange(exitHook(), {}))
         hook();
-    if (!status)
-        save();
-    leave(int(reinterpret_cast<intptr_t>(status)));
+    const bool isSaved = status || save();
+    leave(isSaved ? int(reinterpret_cast<intptr_t>(status)) : 1);
 }
 
 } // namespace

@@ -44,6 +44,8 @@ bool makeSettings(const QString &path)
 
 QString Session::defaultFolder()
 {
+    if (qEnvironmentVariableIsEmpty("HOME") && qEnvironmentVariableIsEmpty("XDG_DATA_HOME"))
+        return QString();
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
 }
 

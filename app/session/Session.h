@@ -7,7 +7,8 @@
 class Session
 {
 public:
-    // The folder that is used when none is named: the platform's place for application data.
+    // The folder that is used when none is named: the platform's place for application data. Empty
+    // without a home, where there is no such place.
     static QString defaultFolder();
 
     // Makes the folder, its subfolders and its settings file where they are missing. False when

@@ -28,8 +28,8 @@ namespace {
 // All that a command line says, a line for each field that is set.
 QString asText(const CommandLine &line)
 {
-    static const QStringList runs {u"window"_s, u"script"_s, u"commands"_s, u"help"_s,
-                                   u"version"_s};
+    static const QStringList runs {u"window"_s,   u"script"_s, u"commands"_s,
+                                   u"terminal"_s, u"help"_s,   u"version"_s};
     QStringList text {runs.at(int(line.run))};
     const auto add = [&text](const QString &name, const QStringList &values) {
         for (const QString &value : values)
@@ -67,6 +67,11 @@ void tst_CommandLine::accepted_data()
         << QStringList {u"a.xml"_s, u"--session"_s, u"s"_s}
         << u"window\nfile=/call/a.xml\nsession=/call/s"_s;
 
+    QTest::newRow("line-terminal-1") << QStringList {u"--terminal"_s} << u"terminal"_s;
+    QTest::newRow("line-terminal-2 with a session")
+        << QStringList {u"--terminal"_s, u"--session"_s, u"s"_s} << u"terminal\nsession=/call/s"_s;
+    QTest::newRow("line-batch-0 standard input")
+        << QStringList {u"--batch"_s, u"-"_s, u"-"_s} << u"script\nscript=/dev/stdin\narg=-"_s;
     QTest::newRow("line-batch-1 a script alone")
         << QStringList {u"--batch"_s, u"s.tcl"_s} << u"script\nscript=/call/s.tcl"_s;
     QTest::newRow("line-batch-2 all words behind the script are its own")
@@ -158,6 +163,15 @@ void tst_CommandLine::refused_data()
     QTest::newRow("bad-mix-1 commands and a script")
         << QStringList {u"-c"_s, u"x"_s, u"--batch"_s, u"s"_s}
         << u"--batch and -c exclude each other"_s;
+    QTest::newRow("bad-mix-4 a prompt and a script")
+        << QStringList {u"--terminal"_s, u"--batch"_s, u"s"_s}
+        << u"--batch and --terminal exclude each other"_s;
+    QTest::newRow("bad-mix-5 a prompt and a command")
+        << QStringList {u"--terminal"_s, u"-c"_s, u"x"_s}
+        << u"-c and --terminal exclude each other"_s;
+    QTest::newRow("bad-mix-6 a file and a prompt")
+        << QStringList {u"a.xml"_s, u"--terminal"_s}
+        << u"files are opened in a window only: /call/a.xml"_s;
     QTest::newRow("bad-mix-2 a file and a command")
         << QStringList {u"a.xml"_s, u"-c"_s, u"x"_s}
         << u"files are opened in a window only: /call/a.xml"_s;
@@ -205,8 +219,9 @@ void tst_CommandLine::logLevels()
 void tst_CommandLine::helpNamesEveryOption()
 {
     const QString help = CommandLine::help();
-    for (const char *option : {"--batch SCRIPT [ARG...]", "-c COMMAND", "--session DIR",
-                               "--log-level LEVEL", "-h, --help", "-v, --version", "FILE..."})
+    for (const char *option :
+         {"--batch SCRIPT [ARG...]", "-c COMMAND", "--terminal", "--session DIR",
+          "--log-level LEVEL", "-h, --help", "-v, --version", "FILE..."})
         QVERIFY2(help.contains(QString::fromLatin1(option)), option);
     for (const QString &line : help.split(u'\n'))
         QVERIFY2(line.size() <= 80, qPrintable(line));

@@ -24,7 +24,8 @@ private Q_SLOTS:
     void commands();
     void helpDoesNotListWhatTypingExitRuns();
     void noPlatformIsNeeded();
-    void commandsRunInTheScriptsFolder();
+    void commandsRunInTheFolderOfTheCall();
+    void theFolderOfTheCallIsGone();
     void outputThatCannotBeWritten_data();
     void outputThatCannotBeWritten();
     void closedDescriptors();
@@ -119,6 +120,8 @@ void tst_Calls::commands_data()
         "invoked \"break\" outside of a loop\n");
     row("command-8 an empty command", {u""_s, u"set x 1"_s}, 0, "1\n");
     row("command-9 a backslash stays a backslash", {u"set x {c:\\dir \\n}"_s}, 0, "c:\\dir \\n\n");
+    row("command-13 backslashes behind a drive stay, too", {u"set x {c:\\dir\\new}"_s}, 0,
+        "c:\\dir\\new\n");
     row("command-10 characters of every plane", {u"set x {\u20ac \U0001f40d}"_s}, 0,
         "\xe2\x82\xac \xf0\x9f\x90\x8d\n");
     row("command-11 output and results in their order", {u"puts a; set x b"_s, u"puts c"_s}, 0,
@@ -162,10 +165,27 @@ void tst_Calls::noPlatformIsNeeded()
     QCOMPARE(program->runCommands({u"set env(QT_QPA_PLATFORM)"_s}), (Ended {0, "xcb\n", ""}));
 }
 
-void tst_Calls::commandsRunInTheScriptsFolder()
+void tst_Calls::commandsRunInTheFolderOfTheCall()
 {
-    QCOMPARE(program->runCommands({u"pwd"_s}),
-             (Ended {0, program->session.toUtf8() + "/Scripts\n", ""}));
+    program->write(u"session/Scripts/startup.tcl"_s, "set where [pwd]; cd /\n");
+    program->currentFolder = program->path(u"home"_s);
+    QCOMPARE(
+        program->runCommands(
+            {u"set where"_s, u"pwd"_s, u"morvalen folder"_s, u"morvalen session"_s}),
+        (Ended {0,
+                program->session.toUtf8() + "/Scripts\n" + program->currentFolder.toUtf8() + '\n'
+                    + program->currentFolder.toUtf8() + '\n' + program->session.toUtf8() + '\n',
+                ""}));
+}
+
+void tst_Calls::theFolderOfTheCallIsGone()
+{
+    QCOMPARE(program->runShell(u"mkdir gone && cd gone && rmdir ../gone && "
+                               "exec \"$0\" --session \"$1\" -c pwd"_s,
+                               {program->session}),
+             (Ended {0, program->session.toUtf8() + "/Scripts\n",
+                     "Warning: The folder of the call is gone; this run goes on in \""
+                         + program->session.toUtf8() + "/Scripts\"\n"}));
 }
 
 void tst_Calls::outputThatCannotBeWritten_data()

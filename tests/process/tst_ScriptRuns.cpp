@@ -39,6 +39,8 @@ private Q_SLOTS:
     void children();
     void whatIsSaved_data();
     void whatIsSaved();
+    void whatCannotBeSaved_data();
+    void whatCannotBeSaved();
 
 private:
     std::unique_ptr<Program> program;
@@ -372,6 +374,32 @@ void tst_ScriptRuns::whatIsSaved()
         QVERIFY(Program::read(component).contains("late.v"));
     else
         QCOMPARE(Program::read(component), before);
+}
+
+void tst_ScriptRuns::whatCannotBeSaved_data()
+{
+    QTest::addColumn<QByteArray>("end");
+    QTest::addColumn<int>("status");
+    QTest::newRow("unsaved-1 a good end") << QByteArray("set x 1") << 1;
+    QTest::newRow("unsaved-2 quit") << QByteArray("quit") << 1;
+    QTest::newRow("unsaved-3 exit") << QByteArray("exit 0") << 1;
+    QTest::newRow("unsaved-4 exit with a status") << QByteArray("exit 3") << 3;
+}
+
+// Another program writes to the component file meanwhile: its change stays, and the status tells.
+void tst_ScriptRuns::whatCannotBeSaved()
+{
+    QFETCH(const QByteArray, end);
+    QFETCH(const int, status);
+    QCOMPARE(program->runCommands({u"designs new uart"_s}).status, 0);
+    const QString component = program->session + u"/Designs/uart/component.xml"_s;
+    const QByteArray before = Program::read(component);
+    const Ended ended = program->runScript("designs add [lindex $argv 0]\nfiles add late.v\n"
+                                           "exec sh -c {echo >>\"$0\"} [lindex $argv 0]\n"
+                                               + end,
+                                           {component});
+    QCOMPARE(ended.status, status);
+    QCOMPARE(Program::read(component), before + '\n');
 }
 
 GUILESS_TEST_CLASS(tst_ScriptRuns)

@@ -21,6 +21,7 @@ private Q_SLOTS:
     void theVendorOfNewDesigns();
     void startUpScript_data();
     void startUpScript();
+    void withoutAHome();
     void severalProcesses();
 
 private:
@@ -67,11 +68,11 @@ void tst_Sessions::names()
 void tst_Sessions::theDefaultFolder()
 {
     const QString folder = program->path(u"home/.local/share/morvalen"_s);
-    QCOMPARE(program->runBare({u"-c"_s, u"pwd"_s}),
-             (Ended {0, folder.toUtf8() + "/Scripts\n", ""}));
+    QCOMPARE(program->runBare({u"-c"_s, u"morvalen session"_s}),
+             (Ended {0, folder.toUtf8() + "\n", ""}));
     program->environment.insert(u"XDG_DATA_HOME"_s, program->path(u"data"_s));
-    QCOMPARE(program->runBare({u"-c"_s, u"pwd"_s}),
-             (Ended {0, program->path(u"data/morvalen/Scripts\n"_s).toUtf8(), ""}));
+    QCOMPARE(program->runBare({u"-c"_s, u"morvalen session"_s}),
+             (Ended {0, program->path(u"data/morvalen\n"_s).toUtf8(), ""}));
 }
 
 void tst_Sessions::theVendorOfNewDesigns()
@@ -91,12 +92,15 @@ void tst_Sessions::startUpScript_data()
         << QByteArray("proc hello {} {return hi}\n") << Ended {0, "hi\n", ""};
     QTest::newRow("startup-2 its own output is the console's")
         << QByteArray("puts unseen\nputs stderr unseen\nproc hello {} {return hi}\n")
-        << Ended {0, "hi\n", ""};
+        << Ended {0, "hi\n", "Warning: STARTUP:1: unseen\nWarning: STARTUP:2: unseen\n"};
     QTest::newRow("startup-3 what stands before an error counts")
         << QByteArray("proc hello {} {return hi}\nnonsense\nproc hello {} {return no}\n")
-        << Ended {0, "hi\n", ""};
+        << Ended {0, "hi\n", "Warning: STARTUP:2: invalid command name \"nonsense\"\n"};
     QTest::newRow("startup-4 an error is no end")
-        << QByteArray("nonsense\n") << Ended {1, "", "invalid command name \"hello\"\n"};
+        << QByteArray("nonsense\n")
+        << Ended {1, "",
+                  "Warning: STARTUP:1: invalid command name \"nonsense\"\n"
+                  "invalid command name \"hello\"\n"};
     QTest::newRow("startup-5 it may end the program")
         << QByteArray("exit 4\n") << Ended {4, "", ""};
     QTest::newRow("startup-6 it may quit") << QByteArray("quit 5\n") << Ended {5, "", ""};
@@ -108,9 +112,35 @@ void tst_Sessions::startUpScript_data()
 void tst_Sessions::startUpScript()
 {
     QFETCH(const QByteArray, script);
-    QFETCH(const Ended, ended);
-    program->write(u"session/Scripts/startup.tcl"_s, script);
+    QFETCH(Ended, ended);
+    const QString startup = program->write(u"session/Scripts/startup.tcl"_s, script);
+    ended.err.replace("STARTUP", startup.toUtf8());
     QCOMPARE(program->runCommands({u"hello"_s}), ended);
+}
+
+void tst_Sessions::withoutAHome()
+{
+    program->environment.remove(u"HOME"_s);
+    program->environment.insert(u"TMPDIR"_s, program->path(u"home"_s));
+    const QDir temporary(program->path(u"home"_s));
+    const auto run = [this](const QString &command) {
+        return program->runBare({u"-c"_s, u"morvalen session"_s, u"-c"_s, command});
+    };
+    Ended ended = run(u"set x 1"_s);
+    const QByteArray session = ended.out.left(ended.out.indexOf('\n'));
+    QVERIFY2(session.startsWith(temporary.path().toUtf8() + "/morvalen-"), session.constData());
+    QCOMPARE(ended,
+             (Ended {0, session + "\n1\n",
+                     "Warning: HOME is not set; the session of this run is in the temporary "
+                     "folder \""
+                         + session + "\"\n"}));
+    // What the user has made there stays.
+    QCOMPARE(temporary.entryList({u"morvalen-*"_s}, QDir::Dirs), QStringList());
+    ended = run(u"designs new mine"_s);
+    QCOMPARE(ended.status, 0);
+    const QStringList left = temporary.entryList({u"morvalen-*"_s}, QDir::Dirs);
+    QCOMPARE(left.size(), 1);
+    QVERIFY(temporary.exists(left.first() + u"/Designs/mine/component.xml"_s));
 }
 
 // Many at once in a session that none of them has made: each finds its own designs, and nobody's

@@ -44,6 +44,8 @@ private Q_SLOTS:
     void sessionFolder();
     void startUpScript_data();
     void startUpScript();
+    void startUpIsTold_data();
+    void startUpIsTold();
     void startUpCommandsAreInTheHistory();
     void initializeModeOnce();
 
@@ -313,6 +315,48 @@ void tst_TclScriptManager::startUpScript()
     QCOMPARE(written, output);
     QCOMPARE(host->journal.take().constLast(), success);
     QVERIFY(!console()->toPlainText().contains(u"boom"_s));
+}
+
+void tst_TclScriptManager::startUpIsTold_data()
+{
+    QTest::addColumn<QByteArray>("script");
+    QTest::addColumn<QStringList>("told");
+    QTest::newRow("told-1 no script") << QByteArray() << QStringList {};
+    QTest::newRow("told-2 nothing written") << QByteArray("set x 1\n") << QStringList {};
+    QTest::newRow("told-3 both channels")
+        << QByteArray("\nputs one\nputs stderr two\n") << QStringList {u"2 one"_s, u"3 two"_s};
+    QTest::newRow("told-4 from a procedure: the line that called it")
+        << QByteArray("proc say {} {\n  set x 1\n  puts hi\n}\nsay\n") << QStringList {u"5 hi"_s};
+    QTest::newRow("told-5 an error") << QByteArray("set x 1\n\nnonsense\n")
+                                     << QStringList {u"3 invalid command name \"nonsense\""_s};
+    QTest::newRow("told-6 an error in a procedure")
+        << QByteArray("proc fail {} {\n  error {it broke}\n}\nif 1 {\n  fail\n}\n")
+        << QStringList {u"5 it broke"_s};
+    QTest::newRow("told-7 in a file that the script reads")
+        << QByteArray("set f [open more.tcl w]\nputs $f {puts more}\nclose $f\n"
+                      "source more.tcl\n")
+        << QStringList {u"4 more"_s};
+    QTest::newRow("told-8 output does not disturb the script")
+        << QByteArray("set x [list [puts one] [catch {puts two; error deep} text] $text]\n"
+                      "puts $x\n")
+        << QStringList {u"1 one"_s, u"1 two"_s, u"2 {} 1 deep"_s};
+}
+
+void tst_TclScriptManager::startUpIsTold()
+{
+    QFETCH(const QByteArray, script);
+    QFETCH(const QStringList, told);
+    if (!script.isNull())
+        writeStartUpScript(script);
+    QStringList news;
+    TclScriptManager::listenToStartup([&news](const TclScripting::StartupNews &one) {
+        news.append(QString::number(one.line) + u' ' + one.text);
+    });
+    TclScriptManager manager(nullptr);
+    TclScriptManager::listenToStartup({});
+    QCOMPARE(news, told);
+    manager.execCommad(u"puts later"_s, nullptr);
+    QCOMPARE(news, told);
 }
 
 void tst_TclScriptManager::startUpCommandsAreInTheHistory()
