@@ -1,0 +1,148 @@
+// A script over many designs: open, check the files, set a property and the author, save, close.
+// The peer is tclsh with tdom, with as many calls of fsync. "tdom_over_ours" is the processor time
+// of tclsh for the same designs as part of ours, "kB_more" what 300 designs take beyond 30.
+#include <benchmark/benchmark.h>
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+struct Cost
+{
+    double cpu = 0; // seconds, user and system
+    long memory = 0; // kB at most
+};
+
+QByteArray component(int number)
+{
+    QByteArray text =
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+        "<ipxact:component xmlns:ipxact=\"http://www.accellera.org/XMLSchema/IPXACT/1685-2014\">\n"
+        "  <ipxact:vendor>example.org</ipxact:vendor>\n"
+        "  <ipxact:library>ip</ipxact:library>\n"
+        "  <ipxact:name>block"
+        + QByteArray::number(number)
+        + "</ipxact:name>\n"
+          "  <ipxact:version>1.0</ipxact:version>\n"
+          "  <ipxact:fileSets>\n"
+          "    <ipxact:fileSet>\n"
+          "      <ipxact:name>rtl</ipxact:name>\n";
+    for (int file = 0; file < 20; ++file)
+        text += "      <ipxact:file>\n        <ipxact:name>rtl/unit" + QByteArray::number(file)
+            + ".v</ipxact:name>\n        <ipxact:fileType>verilogSource</ipxact:fileType>\n"
+              "      </ipxact:file>\n";
+    return text
+        + "    </ipxact:fileSet>\n"
+          "  </ipxact:fileSets>\n"
+          "  <ipxact:parameters>\n"
+          "    <ipxact:parameter>\n"
+          "      <ipxact:name>WIDTH</ipxact:name>\n"
+          "      <ipxact:value>8</ipxact:value>\n"
+          "    </ipxact:parameter>\n"
+          "  </ipxact:parameters>\n"
+          "  <ipxact:vendorExtensions>\n"
+          "    <mv:design xmlns:mv=\"urn:morvalen:host:1\"><mv:author>Somebody</mv:author>"
+          "</mv:design>\n"
+          "  </ipxact:vendorExtensions>\n"
+          "</ipxact:component>\n";
+}
+
+void write(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("cannot write %s", qPrintable(path));
+}
+
+// New designs each time, so that both find the same.
+QStringList makeDesigns(const QString &folder, int count)
+{
+    QStringList components;
+    for (int number = 0; number < count; ++number) {
+        const QString design = u"%1/block%2"_s.arg(folder, QString::number(number));
+        QDir().mkpath(design + u"/rtl"_s);
+        for (int file = 0; file < 20; ++file)
+            write(u"%1/rtl/unit%2.v"_s.arg(design, QString::number(file)), "module unit;\n");
+        write(design + u"/component.xml"_s, component(number));
+        components.append(design + u"/component.xml"_s);
+    }
+    return components;
+}
+
+Cost run(const QStringList &words)
+{
+    QList<QByteArray> texts;
+    for (const QString &word : words)
+        texts.append(word.toUtf8());
+    std::vector<char *> argv;
+    for (QByteArray &text : texts)
+        argv.push_back(text.data());
+    argv.push_back(nullptr);
+    const pid_t child = fork();
+    if (child == 0) {
+        execvp(argv.front(), argv.data());
+        _exit(127);
+    }
+    int status = 0;
+    rusage usage {};
+    if (wait4(child, &status, 0, &usage) != child || status != 0)
+        qFatal("%s failed", texts.first().constData());
+    const auto seconds = [](const timeval &time) {
+        return double(time.tv_sec) + double(time.tv_usec) / 1e6;
+    };
+    return {seconds(usage.ru_utime) + seconds(usage.ru_stime), usage.ru_maxrss};
+}
+
+Cost runOurs(int count)
+{
+    const QTemporaryDir folder;
+    return run(QStringList {QStringLiteral(PROGRAM), u"--session"_s, folder.filePath(u"session"_s),
+                            u"--batch"_s, QStringLiteral(SCRIPTS "/morvalen.tcl")}
+               + makeDesigns(folder.path(), count));
+}
+
+Cost runPeer(int count)
+{
+    const QTemporaryDir folder;
+    return run(
+        QStringList {u"tclsh8.6"_s, QStringLiteral(SCRIPTS "/tdom.tcl"), QStringLiteral(FSYNC)}
+        + makeDesigns(folder.path(), count));
+}
+
+void manyDesigns(benchmark::State &state)
+{
+    const int count = int(state.range(0));
+    const bool hasPeer = QProcess::execute(u"sh"_s,
+                                           {u"-c"_s,
+                                            u"echo 'package require tdom' | tclsh8.6 "
+                                            ">/dev/null 2>&1"_s})
+        == 0;
+    double ours = 0;
+    double peer = 0;
+    for (auto _ : state) {
+        const Cost cost = runOurs(count);
+        state.SetIterationTime(cost.cpu);
+        ours += cost.cpu;
+        state.counters["kB_more"] = double(cost.memory - runOurs(count / 10).memory);
+        if (hasPeer)
+            peer += runPeer(count).cpu;
+    }
+    if (hasPeer)
+        state.counters["tdom_over_ours"] = peer / ours;
+}
+
+} // namespace
+
+BENCHMARK(manyDesigns)->Arg(300)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+
+BENCHMARK_MAIN();
