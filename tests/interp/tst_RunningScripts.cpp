@@ -320,7 +320,7 @@ private Q_SLOTS:
         QCOMPARE(told, (QStringList {u"begun set a 1"_s, u"ended"_s}));
         told.clear();
         Tcl_Eval(interp, "after 0 {set short 1}");
-        QTRY_COMPARE(Tcl_GetVar(interp, "short", TCL_GLOBAL_ONLY), "1");
+        QTRY_COMPARE(QByteArray(Tcl_GetVar(interp, "short", TCL_GLOBAL_ONLY)), QByteArray("1"));
         QCOMPARE(told, QStringList());
         Tcl_Eval(interp, "after 0 {while {[passes] < 2} {}; set long 1}");
         QTRY_VERIFY(Tcl_GetVar(interp, "long", TCL_GLOBAL_ONLY));
