@@ -2,6 +2,7 @@
 
 #include "app/session/preferences.h"
 #include "app/session/Settings.h"
+#include "interp/ScriptRuns.h"
 
 #include <MorvalenCore/DesignManager.h>
 #include <Qtilities/ProjectManager.h>
@@ -58,6 +59,11 @@ void RecentFiles::add(Kind kind, const QString &file)
 
 void RecentFiles::write()
 {
+    // The script goes on, and may open more.
+    if (const ScriptRuns *runs = ScriptRuns::instance(); runs && runs->isInPass()) {
+        writeTimer.start(0);
+        return;
+    }
     Settings settings;
     for (const Kind kind : {Designs, Projects}) {
         if (opened[kind].isEmpty())
