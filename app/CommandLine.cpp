@@ -258,8 +258,8 @@ Opens the main window, and in it the component and project files named. With
                            with the words behind it in argv, and ends
   -c COMMAND               runs a Tcl command and prints its result; stops at
                            the first one that fails
-  --terminal               asks for commands in the terminal; runs standard input
-                           as a script when that is no terminal
+  --terminal               asks for commands in the terminal; when that is none,
+                           runs standard input as a script
   --session DIR            keeps scripts, designs and settings in folder DIR,
                            which is made when it is missing
   --log-level LEVEL        which messages of the log go to standard error in a

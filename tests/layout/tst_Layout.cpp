@@ -33,7 +33,7 @@ const QList<Room> rooms = {
     {core + u"log"_s, u"log"_s, {u"Qtilities"_s}},
     {core + u"session"_s, u"session"_s, {u"Qtilities"_s, u"MorvalenCore"_s, u"log"_s}},
     {core + u"disk"_s, u"disk"_s, {u"Qtilities"_s, u"log"_s}},
-    {core + u"vcs"_s, u"vcs"_s, {}},
+    {core + u"vcs"_s, u"vcs"_s, {u"Qtilities"_s}},
     {core + u"structures"_s,
      u"structures"_s,
      {u"Qtilities"_s, u"MorvalenCore"_s, u"log"_s, u"session"_s}},
@@ -112,12 +112,11 @@ const QList<Room> rooms = {
      {u"interp"_s, u"commands"_s, u"ensemble"_s, u"scripting"_s, u"app/process"_s}},
     {u"app"_s,
      u"app"_s,
-     {u"interp"_s,       u"console"_s,         u"commands"_s,     u"ensemble"_s,
-      u"scripting"_s,    u"Qtilities"_s,       u"MorvalenCore"_s, u"app/process"_s,
-      u"app/messages"_s, u"app/live"_s,        u"app/session"_s,
-      u"app/calls"_s,    u"app/editor"_s,
-      u"app/builds"_s,   u"app/file"_s,        u"app/designs"_s,  u"app/ending"_s,
-      u"app/help"_s,     u"app/preferences"_s, u"app/window"_s,   u"app/terminal"_s}},
+     {u"interp"_s,      u"console"_s,      u"commands"_s,    u"ensemble"_s,        u"scripting"_s,
+      u"Qtilities"_s,   u"MorvalenCore"_s, u"app/process"_s, u"app/messages"_s,    u"app/live"_s,
+      u"app/session"_s, u"app/calls"_s,    u"app/editor"_s,  u"app/builds"_s,      u"app/file"_s,
+      u"app/designs"_s, u"app/ending"_s,   u"app/help"_s,    u"app/preferences"_s, u"app/window"_s,
+      u"app/terminal"_s}},
 };
 
 // The folders at the top that hold rooms.

@@ -33,7 +33,6 @@ private Q_SLOTS:
     void outputWithoutALineFeed();
     void aNarrowTerminal();
     void anotherSize();
-    void stopAndResume();
     void theFolderIsThatOfTheCall();
     void whatIsChangedIsSaved();
     void ends_data();
@@ -241,30 +240,6 @@ void tst_TerminalRuns::anotherSize()
 }
 
 // A shell with job control gets the terminal back, in a mode of its own.
-void tst_TerminalRuns::stopAndResume()
-{
-    const QString script = program->write(u"run.sh"_s,
-                                          "exec '" PROGRAM "' --session '"
-                                              + program->session.toUtf8() + "' --terminal\n");
-    Terminal terminal(*program, {}, 200,
-                      u"PS1='sh> '; export PS1; exec bash --norc --noediting -i"_s);
-    QVERIFY(terminal.endsWith(u"sh>"_s));
-    terminal.type("sh " + script.toUtf8() + '\r');
-    QVERIFY(terminal.endsWith(u'\n' + prompt));
-    terminal.type("set x ab");
-    QVERIFY(terminal.endsWith(u"morvalen > set x ab"_s));
-    terminal.type("\x1a");
-    QVERIFY(terminal.endsWith(u"sh>"_s));
-    terminal.type("echo in the shell\r");
-    QVERIFY(terminal.endsWith(u"\nin the shell\nsh>"_s));
-    terminal.type("fg\r");
-    QVERIFY(terminal.endsWith(u"\nmorvalen > set x ab"_s));
-    terminal.type("c\r");
-    QVERIFY(terminal.endsWith(u"morvalen > set x abc\nabc\n"_s + prompt));
-    terminal.type("\x04");
-    QVERIFY(terminal.endsWith(u"\nsh>"_s));
-}
-
 void tst_TerminalRuns::theFolderIsThatOfTheCall()
 {
     program->currentFolder = program->path(u"home"_s);

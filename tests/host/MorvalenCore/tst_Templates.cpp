@@ -91,7 +91,8 @@ void tst_Templates::saysWhatIsWrong_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<QString>("reason");
-    QTest::newRow("bad-1 no JSON") << QByteArray("{\n\"steps\": [\n}") << u":3: object is missing after a comma"_s;
+    QTest::newRow("bad-1 no JSON")
+        << QByteArray("{\n\"steps\": [\n}") << u":3: object is missing after a comma"_s;
     QTest::newRow("bad-2 nothing") << QByteArray() << u":1: illegal value"_s;
     QTest::newRow("bad-3 no object") << QByteArray("[]") << u": A template is an object"_s;
     QTest::newRow("bad-4 no steps")

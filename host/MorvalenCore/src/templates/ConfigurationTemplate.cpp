@@ -35,14 +35,15 @@ QString oneOf(const QStringList &words)
         : words.first(words.size() - 1).join(u", "_s) + u" or "_s + words.last();
 }
 
-// By its category, or by its name where it has none, as files of other tools' components.
+// By its category or by its name: files of other tools' components have the groups of their file
+// sets for categories, which say nothing of a kind.
 bool isOfKind(const DesignFile &file, const QStringList &kinds)
 {
-    const QtilitiesCategory category = file.category().isEmpty()
-        ? QtilitiesCategory::fromString(categoryForFileName(file.fileName()), u"::"_s)
-        : file.category();
-    return std::any_of(kinds.begin(), kinds.end(), [&category](const QString &kind) {
-        return QtilitiesCategory::fromString(kind, u"::"_s).contains(category);
+    const QtilitiesCategory named =
+        QtilitiesCategory::fromString(categoryForFileName(file.fileName()), u"::"_s);
+    return std::any_of(kinds.begin(), kinds.end(), [&](const QString &text) {
+        const QtilitiesCategory kind = QtilitiesCategory::fromString(text, u"::"_s);
+        return kind.contains(file.category()) || kind.contains(named);
     });
 }
 
