@@ -11,6 +11,7 @@
 #include <ctime>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include <unistd.h>
 
@@ -189,6 +190,19 @@ constexpr Scenario scenarios[] = {
 
 constexpr int farMilliseconds = 60'000;
 
+// A mark from another thread, made by an event.
+struct Marking
+{
+    Tcl_AsyncHandler handler;
+    std::optional<Thread> thread;
+};
+
+void startMarking(ClientData data)
+{
+    auto *marking = static_cast<Marking *>(data);
+    marking->thread.emplace([handler = marking->handler] { Tcl_AsyncMark(handler); });
+}
+
 } // namespace
 
 // Tcl in threads beside the GUI's, with a notifier that rests.
@@ -297,9 +311,10 @@ private Q_SLOTS:
     {
         Tcl_AsyncHandler handler = Tcl_AsyncCreate(setServed, this);
         for (int i = 0; i < 200; ++i) {
-            eval("set v {}");
-            const Thread thread([handler] { Tcl_AsyncMark(handler); });
-            QCOMPARE(eval("if {$v eq {}} {vwait v}; set v"), "served");
+            // Started by an event, so that the wait is there before the mark.
+            Marking marking {handler, std::nullopt};
+            Tcl_CreateTimerHandler(0, startMarking, &marking);
+            QCOMPARE(eval("set v {}; vwait v; set v"), "served");
         }
         Tcl_AsyncDelete(handler);
     }
