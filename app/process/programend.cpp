@@ -72,6 +72,37 @@ void leaveByExit(ClientData status)
     leave(isSaved ? int(reinterpret_cast<intptr_t>(status)) : 1);
 }
 
+// Stands among the exit handlers for a thread that asked for the end after leave() took the
+// procedure away.
+void standStill(ClientData)
+{
+    if (Tcl_GetCurrentThread() == endElsewhere().guiThread)
+        return;
+    for (;;)
+        Tcl_Sleep(1000);
+}
+
+// Called by Tcl_Exit while the process ends already.
+void leaveOnce(ClientData status)
+{
+    standStill(nullptr);
+    Tcl_SetExitProc(nullptr);
+    Tcl_Exit(int(reinterpret_cast<intptr_t>(status)));
+}
+
+// The first exit handler that runs: from here on no other thread goes Tcl's own way out, in which
+// two threads crash each other. Those that have begun to are given the time to come here.
+void keepOthersIn(ClientData)
+{
+    standStill(nullptr);
+    Tcl_SetExitProc(leaveOnce);
+    if (!endElsewhere().isWanted.test())
+        return;
+    Tcl_CreateExitHandler(standStill, nullptr);
+    Tcl_Sleep(1);
+    Tcl_DeleteExitHandler(standStill, nullptr);
+}
+
 } // namespace
 
 void prepare(Tcl_Interp *interp)
@@ -105,7 +136,10 @@ bool save()
 
 void leave(int status)
 {
-    Tcl_SetExitProc(nullptr);
+    endElsewhere().isTaken = true;
+    Tcl_DeleteExitHandler(keepOthersIn, nullptr);
+    Tcl_CreateExitHandler(keepOthersIn, nullptr);
+    Tcl_SetExitProc(nullptr); // With it, Tcl_Exit would come back here.
     Tcl_Exit(status);
     std::abort(); // Tcl_Exit does not come back.
 }

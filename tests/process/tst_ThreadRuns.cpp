@@ -151,6 +151,9 @@ void tst_ThreadRuns::ends_data()
     QTest::newRow("end-7 two at once")
         << QByteArray("set u [thread::create]\nthread::send -async $t {exit 3}\n"
                       "thread::send -async $u {exit 3}\nvwait forever");
+    QTest::newRow("end-8 forty at once")
+        << QByteArray("for {set i 0} {$i < 40} {incr i} {lappend all [thread::create]}\n"
+                      "foreach t $all {thread::send -async $t {exit 3}}\nvwait forever");
 }
 
 void tst_ThreadRuns::ends()
