@@ -1,12 +1,13 @@
 #include <Qtilities/regularfile.h>
 #include <Qtilities/settingsfile.h>
 
-#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
 #include <QMutex>
 #include <QSettings>
+
+#include <sys/stat.h>
 
 namespace Qtilities::Core {
 
@@ -14,18 +15,23 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
+// The time of the last change of any kind cannot be set back.
 struct Stamp
 {
+    quint64 inode = 0;
     qint64 size = -1;
-    QDateTime changed;
+    qint64 changed = 0; // nanoseconds
 
     bool operator==(const Stamp &) const = default;
 };
 
 Stamp stampOf(const QString &fileName)
 {
-    const QFileInfo info(fileName);
-    return info.exists() ? Stamp {info.size(), info.lastModified()} : Stamp();
+    struct stat status = {};
+    if (::stat(QFile::encodeName(fileName).constData(), &status) != 0)
+        return {};
+    return {status.st_ino, status.st_size,
+            qint64(status.st_ctim.tv_sec) * 1'000'000'000 + status.st_ctim.tv_nsec};
 }
 
 // What was found to be in order already, since settings are asked for often.

@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -65,6 +66,7 @@ private Q_SLOTS:
     void savedTwice();
     void changedOnDisk_data();
     void changedOnDisk();
+    void changedOnDiskUnderAnOldTime();
     void copies();
     void failedSave();
     void savedButNotSynchronised();
@@ -590,6 +592,24 @@ void tst_ComponentDocument::changedOnDisk()
     QVERIFY(QFile::remove(path));
     QVERIFY(document->save().isOk());
     QCOMPARE(contentOf(path), document->bytes());
+}
+
+// A program that keeps the times of what it copies leaves size and time as they were.
+void tst_ComponentDocument::changedOnDiskUnderAnOldTime()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"component.xml"_s);
+    put(path, component({}));
+    const timespec longAgo[] = {{1'000'000'000, 0}, {1'000'000'000, 0}};
+    const QByteArray name = QFile::encodeName(path);
+    QCOMPARE(::utimensat(AT_FDCWD, name.constData(), longAgo, 0), 0);
+    const auto document = ComponentDocument::open(path).value();
+    QVERIFY(document->setText(DesignField::Vendor, u"new"_s));
+    const QByteArray theirs = component({}).replace("v.org", "w.org");
+    put(path, theirs);
+    QCOMPARE(::utimensat(AT_FDCWD, name.constData(), longAgo, 0), 0);
+    QCOMPARE(document->save().kind(), Status::Kind::Conflict);
+    QCOMPARE(contentOf(path), theirs);
 }
 
 void tst_ComponentDocument::copies()

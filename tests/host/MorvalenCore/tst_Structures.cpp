@@ -3,7 +3,9 @@
 
 #include <QTest>
 
+#include <fcntl.h>
 #include <optional>
+#include <sys/stat.h>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignStructureManager;
@@ -24,6 +26,7 @@ private Q_SLOTS:
     void ignoresADefaultThatIsGone();
     void keepsSettingsAsideThatItCannotRead_data();
     void keepsSettingsAsideThatItCannotRead();
+    void looksAgainAtSettingsOfTheSameSizeAndTime();
     void saysThatTheSettingsCannotBeUsed();
     void knowsWhereDesignsAreKept();
 
@@ -114,6 +117,33 @@ void tst_Structures::keepsSettingsAsideThatItCannotRead()
         // Another size, so that the next one is seen to be another.
         SessionFixture::write(file, QByteArray());
     }
+}
+
+// Whoever writes them keeps size and time.
+void tst_Structures::looksAgainAtSettingsOfTheSameSizeAndTime()
+{
+    const QString file = session->path(u"session/settings.ini"_s);
+    QVERIFY(structures()->setDefaultStructureNameForDesignType(u"Custom Design"_s, u"Hardware"_s));
+    QCOMPARE(structures()->defaultStructureNameForDesignType(u"Custom Design"_s), u"Hardware"_s);
+    const QByteArray garbage = "[garbage" + QByteArray(QFileInfo(file).size() - 8, '\0');
+    const QByteArray name = QFile::encodeName(file);
+    struct stat before = {};
+    struct stat after = {};
+    QCOMPARE(::stat(name.constData(), &before), 0);
+    // Until the clock of the file system has gone on.
+    do {
+        SessionFixture::write(file, garbage);
+        const timespec times[] = {before.st_atim, before.st_mtim};
+        QCOMPARE(::utimensat(AT_FDCWD, name.constData(), times, 0), 0);
+        QCOMPARE(::stat(name.constData(), &after), 0);
+    } while (after.st_ctim.tv_sec == before.st_ctim.tv_sec
+             && after.st_ctim.tv_nsec == before.st_ctim.tv_nsec);
+    session->takeLog();
+    QVERIFY(structures()->setDefaultStructureNameForDesignType(u"Custom Design"_s, u"Software"_s));
+    QCOMPARE(session->takeLog(),
+             QStringList {u"Warning: The settings file \"%1\" cannot be read; it is kept as "
+                          "\"%1.unreadable\""_s.arg(file)});
+    QCOMPARE(SessionFixture::read(file + u".unreadable"_s), garbage);
 }
 
 void tst_Structures::saysThatTheSettingsCannotBeUsed()

@@ -9,6 +9,7 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <ctime>
 
@@ -45,8 +46,10 @@ std::optional<ComponentFile::Stamp> ComponentFile::stampOf() const
         return {};
     timespec now = {};
     ::clock_gettime(CLOCK_REALTIME, &now);
-    const std::int64_t changed = inNanoseconds(status.st_mtim);
-    return Stamp {status.st_size, changed, inNanoseconds(now) - changed < restingTime};
+    const std::int64_t modified = inNanoseconds(status.st_mtim);
+    const std::int64_t changed = inNanoseconds(status.st_ctim);
+    return Stamp {status.st_size, modified, changed,
+                  inNanoseconds(now) - std::max(modified, changed) < restingTime};
 }
 
 // Whether there is something that can be read as a whole.
@@ -95,7 +98,7 @@ bool ComponentFile::isChanged() const
         return true;
     if (now->size != stamp->size)
         return true;
-    if (now->changed == stamp->changed && !stamp->isFresh)
+    if (now->modified == stamp->modified && now->changed == stamp->changed && !stamp->isFresh)
         return false;
     const Result<QByteArray> content = Qtilities::Core::readRegularFile(filePath);
     if (!content.isOk())

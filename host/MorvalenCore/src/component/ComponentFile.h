@@ -36,9 +36,11 @@ private:
     struct Stamp
     {
         std::int64_t size = 0;
+        // The second cannot be set back, as programs do that keep the times of what they copy.
+        std::int64_t modified = 0;
         std::int64_t changed = 0;
         // Whether the file had not rested when it was looked at, so that another change may
-        // carry the same time.
+        // carry the same times.
         bool isFresh = false;
     };
 
