@@ -213,6 +213,22 @@ void tst_ComponentProperties::references_data()
         << true;
     QTest::newRow("references-19 other extensions may refer")
         << with("<x:item xmlns:x='urn:x' category='the.id'/>") << false;
+    QTest::newRow("references-20 behind a colon") << with("<i:left>a:the.id</i:left>") << false;
+    QTest::newRow("references-21 in front of a colon")
+        << with("<i:left>the.id:a</i:left>") << false;
+    QTest::newRow("references-22 between a colon and a minus")
+        << with("<i:left>c ? a:the.id-1</i:left>") << false;
+    QTest::newRow("references-23 between a minus and a colon")
+        << with("<i:left>c ? 8-the.id:a</i:left>") << false;
+    QTest::newRow("references-24 hyphens in the id, between a colon and a minus") << parameters(
+        parameter("P", "1", " parameterId='uuid-1-2'") + parameter("Q", "c ? a:uuid-1-2-1"))
+                                                                                  << false;
+    QTest::newRow("references-25 an id with colons")
+        << parameters(parameter("P", "1", " parameterId='a:b'") + parameter("Q", "2-a:b-1"))
+        << false;
+    QTest::newRow("references-26 between a dot and a minus")
+        << parameters(parameter("P", "1", " parameterId='idP'") + parameter("Q", "2*i.idP-1"))
+        << false;
 }
 
 void tst_ComponentProperties::references()

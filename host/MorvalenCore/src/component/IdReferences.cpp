@@ -40,6 +40,17 @@ bool isWordCharacter(char c)
         || c == '.' || c == '-' || c == ':' || static_cast<uchar>(c) >= 0x80;
 }
 
+// Where the pieces of a word end that stand between any of the separators.
+QList<qsizetype> endsOfPieces(QByteArrayView word, QByteArrayView separators)
+{
+    QList<qsizetype> ends;
+    for (qsizetype at = 0; at < word.size(); ++at) {
+        if (separators.contains(word[at]))
+            ends.append(at);
+    }
+    return ends << word.size();
+}
+
 } // namespace
 
 // One pass of expat over a document that looks for words in attributes and texts. It counts the
@@ -177,6 +188,7 @@ IdReferences::IdReferences(const ComponentTree &componentTree) : tree(componentT
         if (!id.isEmpty()) {
             ids.insert(parameter, id);
             users.insert(id, {});
+            longestId = std::max(longestId, id.size());
         }
     }
     if (!ids.isEmpty())
@@ -210,18 +222,22 @@ void IdReferences::count(QByteArrayView words, XmlNode user, int by)
     }
 }
 
-// An id may hold dots, hyphens and colons itself, which also stand between ids.
+// An id may hold dots, hyphens and colons itself, which also stand between ids: every piece that
+// begins and ends at a hyphen or a colon may be one, and the shortest ones between dots, too.
 void IdReferences::countWord(QByteArrayView word, XmlNode user, int by)
 {
-    countId(word, user, by);
-    for (const char separator : {'-', '.', ':'}) {
+    const QList<qsizetype> ends = endsOfPieces(word, "-:");
+    for (qsizetype first = 0, from = 0; first < ends.size(); from = ends[first++] + 1) {
+        for (qsizetype last = first; last < ends.size() && ends[last] - from <= longestId; ++last)
+            countId(word.sliced(from, ends[last] - from), user, by);
+    }
+    for (const QByteArrayView separators : {".", "-:."}) {
         qsizetype from = 0;
-        for (qsizetype to = word.indexOf(separator); to >= 0; to = word.indexOf(separator, from)) {
-            countId(word.sliced(from, to - from), user, by);
-            from = to + 1;
+        const QList<qsizetype> places = endsOfPieces(word, separators);
+        for (const qsizetype end : places.size() > 1 ? places : QList<qsizetype>()) {
+            countId(word.sliced(from, end - from), user, by);
+            from = end + 1;
         }
-        if (from > 0)
-            countId(word.sliced(from), user, by);
     }
 }
 

@@ -33,6 +33,7 @@ private:
 
     const ComponentTree &tree;
     QHash<XmlNode, QByteArray> ids;
+    qsizetype longestId = 0;
     // By id, how often the files and parameters use it; those at 0 are other places.
     QHash<QByteArray, QHash<XmlNode, int>> users;
 };
