@@ -39,6 +39,12 @@ void tst_LineDiff::differencesAreText_data()
         "@@ -1 +1 @@\n-1\n+x\n 2\n 3\n 4\n 5\n 6\n 7\n-8\n+y\n");
     row("diff-9 the fewest lines", "a\nb\nc\na\nb\nb\na", "c\nb\na\nb\na\nc",
         "@@ -1 +1 @@\n-a\n-b\n c\n+b\n a\n b\n-b\n a\n+c\n");
+    row("diff-10 behind more lines than before", "1\n2\n3\n4\n5\n6\n7\n8\n9",
+        "a\nb\n1\n2\n3\n4\n5\n6\n7\n8\nx",
+        "@@ -1 +1 @@\n+a\n+b\n 1\n 2\n 3\n@@ -6 +8 @@\n 6\n 7\n 8\n-9\n+x\n");
+    row("diff-11 behind fewer lines than before", "a\nb\n1\n2\n3\n4\n5\n6\n7\n8\n9",
+        "1\n2\n3\n4\n5\n6\n7\n8\nx",
+        "@@ -1 +1 @@\n-a\n-b\n 1\n 2\n 3\n@@ -8 +6 @@\n 6\n 7\n 8\n-9\n+x\n");
 }
 
 void tst_LineDiff::differencesAreText()

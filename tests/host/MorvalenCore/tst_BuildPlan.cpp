@@ -362,11 +362,16 @@ void tst_BuildPlan::refuses_data()
     row("refuse-path-6 a folder of a similar name", {step(u"s"_s, u"x"_s, {}, {u"/ww/a"_s})},
         u"The step \"s\" cannot be run: The output \"/ww/a\" is neither below the target path "
         u"\"/w/build/Release\" nor below the working folder \"/w\""_s);
-    row("refuse-path-7 a file of the build",
-        {step(u"s"_s, u"x"_s, {}, {u"build/Release/.ninja_log"_s})},
-        u"The step \"s\" cannot be run: The output \"/w/build/Release/.ninja_log\" is a file of "
-        u"the "
-        u"build itself"_s);
+    for (const QString &name : {u".ninja_log"_s, u".ninja_deps"_s, u"build.ninja"_s, u"build.log"_s,
+                                u".morvalen_outputs"_s}) {
+        for (const QString &way : {u"build/Release/"_s, u"build/Release/x/../"_s}) {
+            row(qPrintable(u"refuse-path-7 a file of the build, "_s + way + name),
+                {step(u"s"_s, u"x"_s, {}, {u"build/Release/mine"_s, way + name})},
+                u"The step \"s\" cannot be run: The output \"/w/build/Release/%1\" is a file of "
+                u"the "
+                u"build itself"_s.arg(name));
+        }
+    }
     row("refuse-command-1 an empty command", {step(u"s"_s, u" \t"_s)},
         u"The step \"s\" cannot be run: The command is empty"_s);
     row("refuse-command-2 a zero", {step(u"s"_s, u"a"_s + QChar(0) + u"b"_s)},

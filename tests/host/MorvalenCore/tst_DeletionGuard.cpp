@@ -9,7 +9,10 @@
 #include <QTest>
 
 #include <atomic>
+#include <dlfcn.h>
 #include <fcntl.h>
+#include <functional>
+#include <pwd.h>
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
@@ -19,6 +22,23 @@
 
 using namespace Qt::Literals::StringLiterals;
 using namespace MorvalenCore;
+
+namespace {
+
+// What happens just before an entry of a folder is unlinked.
+std::function<void(int folder, const char *name)> beforeUnlink;
+
+} // namespace
+
+// Stands in front of the system's.
+extern "C" int unlinkat(int folder, const char *name, int flags) noexcept
+{
+    static const auto system =
+        reinterpret_cast<int (*)(int, const char *, int)>(dlsym(RTLD_NEXT, "unlinkat"));
+    if (beforeUnlink)
+        beforeUnlink(folder, name);
+    return system(folder, name, flags);
+}
 
 namespace {
 
@@ -44,14 +64,18 @@ int inChild(Step step)
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-// Mounts a folder at a second place, for this process only.
+// Mounts a folder at a second place, for this process only; without a folder a file system of its
+// own.
 bool mountPrivately(const QString &folder, const QString &place)
 {
     const bool alone = unshare(CLONE_NEWNS) == 0 || unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0;
-    return alone && mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0
-        && mount(QFile::encodeName(folder).constData(), QFile::encodeName(place).constData(),
-                 nullptr, MS_BIND, nullptr)
-        == 0;
+    if (!alone || mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
+        return false;
+    const QByteArray where = QFile::encodeName(place);
+    return folder.isEmpty()
+        ? mount("tmpfs", where.constData(), "tmpfs", 0, nullptr) == 0
+        : mount(QFile::encodeName(folder).constData(), where.constData(), nullptr, MS_BIND, nullptr)
+            == 0;
 }
 
 } // namespace
@@ -68,11 +92,14 @@ private Q_SLOTS:
     void refuses_data();
     void refuses();
     void refusesTheHomeFolderOfTheEnvironment();
+    void refusesTheHomeFolderOfTheSystem();
     void refusesTheCurrentFolderAndThoseAboveIt();
     void refusesWhatIsKeptUnderAnotherSpelling();
     void refusesWhenTheLimitIsNoFolder();
     void deletesAFolderWithAllThatIsInIt();
     void deletesLinksButNotWhatTheyPointAt();
+    void takesWhatVanishesMeanwhileForDeleted();
+    void stopsWhereAFolderVanishesMeanwhile();
     void stopsWhereItMayNotDelete();
     void deletesDeepFoldersAndRefusesTooDeepOnes();
     void deletesNamesThatAreNotText();
@@ -185,6 +212,23 @@ void tst_DeletionGuard::refusesTheHomeFolderOfTheEnvironment()
     QCOMPARE(deletionRefusal(in(u"area/home/me/x"_s), {in(u"area"_s), {}}), QString());
 }
 
+// HOME may be anywhere; what the system calls the user's home stays kept.
+void tst_DeletionGuard::refusesTheHomeFolderOfTheSystem()
+{
+    const passwd *user = getpwuid(getuid());
+    const QString home =
+        user ? QFileInfo(QFile::decodeName(user->pw_dir)).canonicalFilePath() : QString();
+    if (home.isEmpty() || home == u"/")
+        QSKIP("The system knows no home folder of this user.");
+    const QByteArray usual = qgetenv("HOME");
+    const auto restore = qScopeGuard([&] { qputenv("HOME", usual); });
+    QVERIFY(QDir().mkpath(in(u"elsewhere"_s)));
+    qputenv("HOME", QFile::encodeName(in(u"elsewhere"_s)));
+    QCOMPARE(deletionRefusal(home, {QFileInfo(home).path(), {}}),
+             u"\"%1\" is not deleted because it is or holds \"%2\""_s.arg(
+                 home, QFile::decodeName(user->pw_dir)));
+}
+
 void tst_DeletionGuard::refusesTheCurrentFolderAndThoseAboveIt()
 {
     const QString before = QDir::currentPath();
@@ -239,6 +283,44 @@ void tst_DeletionGuard::deletesLinksButNotWhatTheyPointAt()
         qPrintable(error));
     QVERIFY(!exists(in(u"area/d"_s)));
     QVERIFY(exists(in(u"outside/f"_s)));
+}
+
+// Another process deletes an entry between the listing and the deletion.
+void tst_DeletionGuard::takesWhatVanishesMeanwhileForDeleted()
+{
+    for (const QString &file : {u"area/d/a"_s, u"area/d/b"_s, u"area/d/sub/c"_s})
+        write(in(file));
+    int vanished = 0;
+    const auto restore = qScopeGuard([] { beforeUnlink = {}; });
+    beforeUnlink = [&](int folder, const char *name) {
+        struct stat status;
+        if (fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISREG(status.st_mode)) {
+            const QByteArray path =
+                "/proc/self/fd/" + QByteArray::number(folder) + '/' + QByteArray(name);
+            vanished += unlink(path.constData()) == 0;
+        }
+    };
+    QString error;
+    QVERIFY2(
+        deleteFolder(in(u"area/d"_s), {in(u"area"_s), {}}, Deletion::Permanent).toErrorText(&error),
+        qPrintable(error));
+    QCOMPARE(vanished, 3);
+    QVERIFY(!exists(in(u"area/d"_s)));
+}
+
+// What was to be deleted itself is not there any more: nobody is told that it was deleted.
+void tst_DeletionGuard::stopsWhereAFolderVanishesMeanwhile()
+{
+    write(in(u"area/d"_s));
+    const auto restore = qScopeGuard([] { beforeUnlink = {}; });
+    beforeUnlink = [&](int, const char *) {
+        unlink(QFile::encodeName(in(u"area/d"_s)).constData());
+    };
+    QString error;
+    QVERIFY(
+        !deleteFile(in(u"area/d"_s), {in(u"area"_s), {}}, Deletion::Permanent).toErrorText(&error));
+    QCOMPARE(error,
+             u"\"%1\" could not be deleted: No such file or directory"_s.arg(in(u"area/d"_s)));
 }
 
 void tst_DeletionGuard::stopsWhereItMayNotDelete()
@@ -406,25 +488,36 @@ void tst_DeletionGuard::neverLeavesTheTreeWhenAFolderAboveIsSwapped()
 
 void tst_DeletionGuard::deletesNothingOfAMount_data()
 {
+    QTest::addColumn<bool>("sameFileSystem");
     QTest::addColumn<QString>("doomed");
     QTest::addColumn<QString>("refused");
-    QTest::newRow("mount-1 deep in a folder") << u"area/d"_s << u"area/d/m"_s;
-    QTest::newRow("mount-2 the folder itself") << u"area/d/m"_s << u"area/d/m"_s;
-    QTest::newRow("mount-3 a folder in it") << u"area/d/m/precious"_s << u"area/d/m"_s;
-    QTest::newRow("mount-4 a file in it") << u"area/d/m/precious/f"_s << u"area/d/m"_s;
+    for (const bool same : {true, false}) {
+        const char *kind = same ? "a folder" : "a file system";
+        QTest::addRow("mount-1 deep in a folder, %s", kind) << same << u"area/d"_s << u"area/d/m"_s;
+        QTest::addRow("mount-2 the folder itself, %s", kind)
+            << same << u"area/d/m"_s << u"area/d/m"_s;
+        QTest::addRow("mount-3 a folder in it, %s", kind)
+            << same << u"area/d/m/precious"_s << u"area/d/m"_s;
+        QTest::addRow("mount-4 a file in it, %s", kind)
+            << same << u"area/d/m/precious/f"_s << u"area/d/m"_s;
+    }
 }
 
-// A folder of the same file system, mounted below what is deleted; only the child sees the mount.
+// A folder of the same file system, or another file system, mounted below what is deleted; only
+// the child sees the mount.
 void tst_DeletionGuard::deletesNothingOfAMount()
 {
+    QFETCH(const bool, sameFileSystem);
     QFETCH(const QString, doomed);
     QFETCH(const QString, refused);
     write(in(u"outside/precious/f"_s));
     QVERIFY(QDir().mkpath(in(u"area/d/m"_s)));
     constexpr int notAllowed = 2;
     const int status = inChild([&] {
-        if (!mountPrivately(in(u"outside"_s), in(u"area/d/m"_s)))
+        if (!mountPrivately(sameFileSystem ? in(u"outside"_s) : QString(), in(u"area/d/m"_s)))
             return notAllowed;
+        if (!sameFileSystem)
+            write(in(u"area/d/m/precious/f"_s));
         const DeletionLimits limits {in(u"area"_s), {}};
         const Qtilities::Core::Status deleted = QFileInfo(in(doomed)).isDir()
             ? deleteFolder(in(doomed), limits, Deletion::Permanent)
@@ -433,7 +526,8 @@ void tst_DeletionGuard::deletesNothingOfAMount()
             u"\"%1\" is not deleted because it is a mount point"_s.arg(in(refused));
         if (deleted.text() != expected)
             qWarning("%s", qPrintable(deleted.text()));
-        return int(deleted.isOk() || deleted.text() != expected);
+        return int(deleted.isOk() || deleted.text() != expected
+                   || !exists(in(u"area/d/m/precious/f"_s)));
     });
     QVERIFY(exists(in(u"outside/precious/f"_s)));
     if (status == notAllowed)

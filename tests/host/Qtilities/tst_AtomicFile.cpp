@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include <csignal>
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/resource.h>
@@ -18,6 +19,37 @@
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::writeFileAtomically;
+
+namespace {
+
+// The calls of the two below, while somebody listens.
+QStringList *calls = nullptr;
+
+template <typename Function>
+Function *systems(const char *name)
+{
+    return reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
+}
+
+} // namespace
+
+// Stand in front of the system's.
+extern "C" Q_DECL_EXPORT int fsync(int descriptor)
+{
+    struct stat status = {};
+    if (calls && ::fstat(descriptor, &status) == 0) {
+        calls->append(S_ISDIR(status.st_mode) ? u"fsync folder"_s
+                                              : u"fsync %1 bytes"_s.arg(status.st_size));
+    }
+    return systems<int(int)>("fsync")(descriptor);
+}
+
+extern "C" Q_DECL_EXPORT int rename(const char *from, const char *to) noexcept
+{
+    if (calls)
+        calls->append(u"rename"_s);
+    return systems<int(const char *, const char *)>("rename")(from, to);
+}
 
 namespace {
 
@@ -78,6 +110,7 @@ private Q_SLOTS:
     void refuses();
     void refusesAFolderThatCannotBeWritten();
     void refusesAFileThatMayNotBeWritten();
+    void isOnDiskBeforeItTakesThePlace();
     void leavesTheOldFileWhenTheDiskIsFull();
     void removesWhatAKilledWriteLeft();
     void leavesWhatAnotherProcessIsWriting();
@@ -259,6 +292,19 @@ void tst_AtomicFile::refusesAFileThatMayNotBeWritten()
     QCOMPARE(status, 0);
     QCOMPARE(contentOf(path(u"a.txt"_s)), "old");
     QCOMPARE(entries(), QStringList {u"a.txt"_s});
+}
+
+// Otherwise a crash of the machine could leave a name without its content.
+void tst_AtomicFile::isOnDiskBeforeItTakesThePlace()
+{
+    put(path(u"a.txt"_s), "old");
+    QStringList made;
+    calls = &made;
+    const bool written = writeFileAtomically(path(u"a.txt"_s), "newer", nullptr);
+    calls = nullptr;
+
+    QVERIFY(written);
+    QCOMPARE(made, QStringList({u"fsync 5 bytes"_s, u"rename"_s, u"fsync folder"_s}));
 }
 
 void tst_AtomicFile::leavesTheOldFileWhenTheDiskIsFull()

@@ -142,7 +142,9 @@ private Q_SLOTS:
     void keepsOddPaths();
     void refusesToSave_data();
     void refusesToSave();
+    void refusesTextsThatItsFileCannotHold_data();
     void refusesTextsThatItsFileCannotHold();
+    void keepsTheLastCharacterThatXmlKnows();
     void doesNotReplaceOtherFiles();
     void replacesAnotherProject();
 
@@ -473,17 +475,47 @@ void tst_ProjectManager::refusesToSave()
     QCOMPARE(manager->currentProjectName(), u"New Project"_s);
 }
 
+void tst_ProjectManager::refusesTextsThatItsFileCannotHold_data()
+{
+    QTest::addColumn<QString>("odd");
+
+    QTest::newRow("text-odd-1 a control character") << u"\u0001"_s;
+    QTest::newRow("text-odd-2 U+FFFE") << QString(QChar(0xfffe));
+    QTest::newRow("text-odd-3 U+FFFF") << QString(QChar(0xffff));
+    QTest::newRow("text-odd-4 the first half of a pair") << QString(QChar(0xd83d));
+    QTest::newRow("text-odd-5 the second half of a pair") << QString(QChar(0xde00));
+    QTest::newRow("text-odd-6 a pair the wrong way round")
+        << QString(QChar(0xde00)) + QChar(0xd83d);
+    QTest::newRow("text-odd-7 a zero") << QString(QChar(0));
+}
+
 void tst_ProjectManager::refusesTextsThatItsFileCannotHold()
 {
+    QFETCH(const QString, odd);
+    put(path(u"p.mvproject"_s), projectFile("<entry path=\"old\"/>"));
+    const QString before = contentOf(path(u"p.mvproject"_s));
     QVERIFY(manager->newProject());
-    item->open_ = {u"/a\u0001b"_s};
+    item->open_ = {u"/a"_s + odd + u'b'};
 
     QVERIFY(!manager->saveProject(path(u"p.mvproject"_s), true));
 
     QCOMPARE(logged(),
              QStringList {u"8 Cannot write \"DIR/p.mvproject\": a project file cannot hold "
-                          "the characters of \"/a\u0001b\""_s});
-    QVERIFY(!QFile::exists(path(u"p.mvproject"_s)));
+                          "the characters of \"/a%1b\""_s.arg(odd)});
+    QCOMPARE(contentOf(path(u"p.mvproject"_s)), before);
+}
+
+void tst_ProjectManager::keepsTheLastCharacterThatXmlKnows()
+{
+    const QString file = path(u"p.mvproject"_s);
+    QVERIFY(manager->newProject());
+    const QString odd = folder->path() + u'/' + QChar(0xfffd) + QChar(0xfeff);
+    item->open_ = {odd};
+
+    QVERIFY(manager->saveProject(file, true));
+    QVERIFY(manager->openProject(file));
+
+    QCOMPARE(item->open_, QStringList {odd});
 }
 
 void tst_ProjectManager::doesNotReplaceOtherFiles()
