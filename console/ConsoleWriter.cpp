@@ -1,14 +1,29 @@
 #include "console/ConsoleWriter.h"
 
 #include "console/EditionZone.h"
+#include "console/LazyTextLayout.h"
+#include "console/TextPlace.h"
 
 #include <QTextBlock>
 #include <QTextEdit>
+
+#include <algorithm>
+
+ConsoleWriter::ConsoleWriter(QTextEdit *widget, EditionZone *editionZone)
+    : view(widget),
+      zone(editionZone),
+      layout(new LazyTextLayout(widget->document())),
+      burst(widget),
+      fontChange(widget->document())
+{
+    view->document()->setDocumentLayout(layout);
+}
 
 void ConsoleWriter::startWith(const QFont &font)
 {
     plain = QTextCharFormat();
     plain.setFont(font);
+    layout->setFont(font);
 }
 
 void ConsoleWriter::setFont(const QFont &font)
@@ -18,14 +33,12 @@ void ConsoleWriter::setFont(const QFont &font)
     const bool undoWasOn = document->isUndoRedoEnabled();
     document->setUndoRedoEnabled(false);
     plain.setFont(font);
-    const QTextCursor kept = view->textCursor();
-    QTextCursor all(document);
-    all.select(QTextCursor::Document);
-    all.mergeBlockCharFormat(plain);
-    all.mergeCharFormat(plain);
-    view->setTextCursor(kept);
+    const TextPlace place(view);
+    layout->setFont(font);
+    fontChange.start(plain);
     view->setCurrentFont(font);
     document->setUndoRedoEnabled(undoWasOn);
+    place.restore();
 }
 
 QTextCharFormat ConsoleWriter::format(const QColor &color) const
@@ -66,6 +79,34 @@ void ConsoleWriter::writeOutput(const QString &text, const QColor &color)
         insertBeforePrompt(text, format(color));
     else
         appendParagraph(text, format(color));
+    burst.written();
+}
+
+// In front of a prompt, the paragraph's break has been written too.
+QTextCursor ConsoleWriter::outputTail()
+{
+    QTextCursor tail = burst.open();
+    if (promptWaits)
+        tail.movePosition(QTextCursor::PreviousCharacter);
+    tail.setKeepPositionOnInsert(true);
+    return tail;
+}
+
+// A text that was cleared has taken the paragraph away.
+void ConsoleWriter::continueOutput(QTextCursor &tail, const QString &text, const QColor &color)
+{
+    if (promptWaits && tail.blockNumber() >= zone->promptParagraph) {
+        writeOutput(text, color);
+        tail = outputTail();
+        return;
+    }
+    burst.open();
+    tail.setKeepPositionOnInsert(false);
+    tail.setPosition(tail.position()); // its anchor has not stayed
+    tail.insertText(text, format(color));
+    tail.setKeepPositionOnInsert(true);
+    if (tail.atEnd())
+        zone->outputEndsAt(tail);
     burst.written();
 }
 
@@ -120,6 +161,26 @@ void ConsoleWriter::continueCommand(const QColor &color)
     moveToEnd();
     view->textCursor().insertBlock(QTextBlockFormat(), format(color));
     view->ensureCursorVisible();
+}
+
+void ConsoleWriter::clearBeforePrompt(const QColor &color)
+{
+    burst.close();
+    if (!promptWaits)
+        return;
+    const QTextBlock line = view->document()->findBlockByNumber(zone->promptParagraph);
+    const QString prompt = line.text().first(zone->begin() - line.position());
+    const int cursor = view->textCursor().position() - zone->begin();
+    QTextCursor typed(view->document());
+    typed.setPosition(zone->begin());
+    typed.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
+    const QString text = typed.selectedText().replace(QChar::ParagraphSeparator, u'\n');
+    view->clear();
+    showPrompt(prompt, color);
+    QTextCursor again = view->textCursor();
+    again.insertText(text, format(color));
+    again.setPosition(zone->begin() + std::max(cursor, 0));
+    view->setTextCursor(again);
 }
 
 void ConsoleWriter::moveToEnd()

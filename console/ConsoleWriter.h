@@ -1,5 +1,6 @@
 #pragma once
 
+#include "console/FontChange.h"
 #include "console/OutputBurst.h"
 
 #include <QTextCharFormat>
@@ -7,6 +8,7 @@
 #include <functional>
 
 class EditionZone;
+class LazyTextLayout;
 
 QT_BEGIN_NAMESPACE
 class QTextEdit;
@@ -20,12 +22,8 @@ QT_END_NAMESPACE
 class ConsoleWriter
 {
 public:
-    ConsoleWriter(QTextEdit *widget, EditionZone *editionZone)
-        : view(widget),
-          zone(editionZone),
-          burst(widget)
-    {
-    }
+    // Gives the text a layout that is fit for very many lines.
+    ConsoleWriter(QTextEdit *widget, EditionZone *editionZone);
 
     // The font of all that is written from now on; what is there keeps its own.
     void startWith(const QFont &font);
@@ -44,6 +42,12 @@ public:
     // prompt waits for a command.
     void writeOutput(const QString &text, const QColor &color);
 
+    // Behind what writeOutput has just written; stays there whatever else is written.
+    QTextCursor outputTail();
+
+    // More of the paragraph that such a cursor stands in; it moves on behind the text.
+    void continueOutput(QTextCursor &tail, const QString &text, const QColor &color);
+
     // A command's result, and the paragraph of the next command in that one's colour.
     void showResult(const QString &text, const QColor &color, const QColor &commandColor);
 
@@ -56,6 +60,9 @@ public:
 
     // An empty paragraph at the end for more of a command.
     void continueCommand(const QColor &color);
+
+    // Removes everything but the prompt that waits and what is typed behind it.
+    void clearBeforePrompt(const QColor &color);
 
     // No prompt waits: a command runs, or the text is empty.
     void promptIsGone() { promptWaits = false; }
@@ -71,7 +78,9 @@ private:
 
     QTextEdit *const view;
     EditionZone *const zone;
+    LazyTextLayout *const layout;
     OutputBurst burst;
+    FontChange fontChange;
     QTextCharFormat plain;
     bool promptWaits = false; // for a command
 };

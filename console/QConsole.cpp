@@ -1,31 +1,37 @@
 #include "console/QConsole.h"
 
 #include "console/CommandHistory.h"
-#include "console/Completion.h"
-#include "console/consolekeys.h"
 #include "console/ConsoleMenu.h"
 #include "console/ConsoleWriter.h"
 #include "console/DragAndDrop.h"
 #include "console/EditionZone.h"
-#include "console/HeightLimit.h"
+#include "console/Keyboard.h"
 #include "console/RecordedScript.h"
+#include "console/TextPlace.h"
 #include "console/TypeAhead.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QFontMetricsF>
+#include <QKeyEvent>
 #include <QMimeData>
 #include <QPointer>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+constexpr int mostRichText = 100'000; // characters
+} // namespace
 
 struct QConsole::Private
 {
     explicit Private(QConsole *console)
         : zone(console),
           writer(console, &zone),
-          drag(console, &zone),
-          heightLimit(console)
+          keyboard(console, &zone, &writer, &history),
+          drag(console, &zone)
     {
     }
 
@@ -33,8 +39,8 @@ struct QConsole::Private
     ConsoleWriter writer;
     CommandHistory history;
     RecordedScript script;
+    Keyboard keyboard;
     DragAndDrop drag;
-    HeightLimit heightLimit;
     TypeAhead *typeAhead = nullptr; // the console's
 };
 
@@ -102,6 +108,17 @@ void QConsole::writeOutput(const QString &text, const QColor &color)
     d->writer.writeOutput(text, color);
 }
 
+QTextCursor QConsole::beginOutput(const QString &text, const QColor &color)
+{
+    d->writer.writeOutput(text, color);
+    return d->writer.outputTail();
+}
+
+void QConsole::continueOutput(QTextCursor &tail, const QString &text, const QColor &color)
+{
+    d->writer.continueOutput(tail, text, color);
+}
+
 bool QConsole::execCommand(const QString &command, bool writeCommand, bool showPrompt,
                            QString *result)
 {
@@ -158,6 +175,7 @@ QString QConsole::interpretCommand(const QString &command, int *res)
     if (*res == 0)
         d->script.commands.append(command);
     Q_EMIT commandExecuted(d->history.add(command));
+    Q_EMIT commandTaken(command);
     return QString();
 }
 
@@ -183,7 +201,7 @@ void QConsole::typeKeptKeys()
         textCursor().insertText(hasEnded ? line.chopped(1) : line, d->writer.format(cmdColor));
         ensureCursorVisible();
         if (hasEnded)
-            runTypedCommand();
+            d->keyboard.run();
     }
 }
 
@@ -191,6 +209,18 @@ void QConsole::forgetKeptKeys()
 {
     if (d->typeAhead)
         d->typeAhead->clear();
+}
+
+QStringList QConsole::suggestWord(const QString &, QString &prefix)
+{
+    prefix.clear();
+    return {};
+}
+
+void QConsole::setFeatures(Features features)
+{
+    d->keyboard.features = features;
+    d->history.setRecallsAsTyped(features.testFlag(RecallAsTyped));
 }
 
 void QConsole::cut()
@@ -209,6 +239,21 @@ void QConsole::del()
         textCursor().deleteChar();
 }
 
+// Making rich text of very much takes seconds; whoever copies so much wants the words.
+QMimeData *QConsole::createMimeDataFromSelection() const
+{
+    const QTextCursor cursor = textCursor();
+    if (cursor.selectionEnd() - cursor.selectionStart() <= mostRichText)
+        return QTextEdit::createMimeDataFromSelection();
+    QString text = cursor.selectedText();
+    std::replace(text.begin(), text.end(), QChar(QChar::ParagraphSeparator), QChar(u'\n'));
+    std::replace(text.begin(), text.end(), QChar(QChar::LineSeparator), QChar(u'\n'));
+    std::replace(text.begin(), text.end(), QChar(QChar::Nbsp), QChar(u' '));
+    auto *data = new QMimeData;
+    data->setText(text);
+    return data;
+}
+
 void QConsole::insertFromMimeData(const QMimeData *source)
 {
     if (d->typeAhead && isBusy()) {
@@ -223,6 +268,12 @@ void QConsole::insertFromMimeData(const QMimeData *source)
 bool QConsole::event(QEvent *event)
 {
     d->writer.closeBurst();
+    // The window's shortcuts come first unless the console says that the key is its own.
+    if (event->type() == QEvent::ShortcutOverride
+        && d->keyboard.wants(*static_cast<QKeyEvent *>(event))) {
+        event->accept();
+        return true;
+    }
     return QTextEdit::event(event);
 }
 
@@ -232,43 +283,19 @@ bool QConsole::viewportEvent(QEvent *event)
     return QTextEdit::viewportEvent(event);
 }
 
-// A key that its row ignores is swallowed: it neither edits nor reaches the window.
+void QConsole::resizeEvent(QResizeEvent *event)
+{
+    const TextPlace place(this);
+    QTextEdit::resizeEvent(event);
+    place.restore();
+}
+
 void QConsole::keyPressEvent(QKeyEvent *event)
 {
     if (d->typeAhead && isBusy())
-        return pressWhileBusy(event);
-    using consolekeys::Action;
-    const consolekeys::Place place {.hasSelection = textCursor().hasSelection(),
-                                    .isInZone = isSelectionInEditionZone()};
-    if (consolekeys::copiesFirst(*event, place)) {
-        event->accept();
-        copy();
-    }
-    switch (consolekeys::actionOf(*event, place)) {
-    case Action::PassOn:
-        return QTextEdit::keyPressEvent(event);
-    case Action::PassWithoutEditing:
-        return passWithoutEditing(event);
-    case Action::Type:
-        return typeInZone(event);
-    case Action::Cut:
-        event->accept();
-        return cut();
-    case Action::Copy:
-        return copy();
-    case Action::Complete:
-        return complete();
-    case Action::DeleteBackwards:
-        return deleteBackwards(event);
-    case Action::Run:
-        return runTypedCommand();
-    case Action::GoHome:
-        return goHome(event);
-    case Action::ShowOlder:
-        return showOlderCommand();
-    case Action::ShowNewer:
-        return showNewerCommand();
-    }
+        pressWhileBusy(event);
+    else
+        d->keyboard.press(event);
 }
 
 // The line of the running command is no line to type into, nor to recall older commands to.
@@ -286,102 +313,12 @@ void QConsole::pressWhileBusy(QKeyEvent *event)
     setTextInteractionFlags(flags);
 }
 
-// Hands a key to the widget so that it cannot change a selection outside the edition zone. Undo and
-// redo change what was typed, wherever the selection is.
-void QConsole::passWithoutEditing(QKeyEvent *event)
-{
-    const bool harmless = isSelectionInEditionZone() || event->matches(QKeySequence::Undo)
-        || event->matches(QKeySequence::Redo);
-    const Qt::TextInteractionFlags flags = textInteractionFlags();
-    if (!harmless)
-        setTextInteractionFlags(flags & ~Qt::TextEditable);
-    QTextEdit::keyPressEvent(event);
-    setTextInteractionFlags(flags);
-}
-
-// Typing anywhere else types at the end.
-void QConsole::typeInZone(QKeyEvent *event)
-{
-    if (!isSelectionInEditionZone())
-        d->writer.moveToEnd();
-    QTextEdit::keyPressEvent(event);
-}
-
 void QConsole::inputMethodEvent(QInputMethodEvent *event)
 {
-    if (d->typeAhead && isBusy()) {
+    if (d->typeAhead && isBusy())
         d->typeAhead->append(event->commitString());
-        return;
-    }
-    const bool types = !event->commitString().isEmpty() || !event->preeditString().isEmpty()
-        || event->replacementLength() > 0;
-    if (types && !isSelectionInEditionZone())
-        d->writer.moveToEnd();
-    QTextEdit::inputMethodEvent(event);
-}
-
-void QConsole::complete()
-{
-    if (!isSelectionInEditionZone())
-        return;
-    QString prefix;
-    const QStringList candidates = suggestCommand(getCurrentCommand(), prefix);
-    const Completion completion = Completion::of(candidates, prefix);
-    if (completion.kind == Completion::Replacement) {
-        replaceCurrentCommand(completion.text);
-    } else {
-        if (completion.kind == Completion::List) {
-            d->writer.appendParagraph(completion.list, d->writer.format(completionColor));
-            d->writer.appendParagraph(QString(), d->writer.format(cmdColor));
-            d->writer.closeBurst();
-            displayPrompt();
-        }
-        insertPlainText(completion.text);
-    }
-    ensureCursorVisible();
-}
-
-void QConsole::deleteBackwards(QKeyEvent *event)
-{
-    const QTextCursor cursor = textCursor();
-    const bool atStart = cursor.position() == d->zone.begin();
-    if (atStart || !isSelectionInEditionZone())
-        return;
-    if (event->matches(QKeySequence::DeleteStartOfWord) && !cursor.hasSelection())
-        d->zone.deleteStartOfWord();
     else
-        QTextEdit::keyPressEvent(event);
-}
-
-void QConsole::runTypedCommand()
-{
-    if (!isSelectionInEditionZone())
-        return;
-    verticalScrollBar()->setValue(verticalScrollBar()->maximum());
-    const QString command = getCurrentCommand();
-    if (isCommandComplete(command))
-        execCommand(command, false, true, nullptr);
-    else
-        d->writer.continueCommand(cmdColor);
-}
-
-void QConsole::goHome(QKeyEvent *event)
-{
-    const bool selects = event->modifiers() & Qt::ShiftModifier;
-    d->zone.moveHome(selects ? QTextCursor::KeepAnchor : QTextCursor::MoveAnchor);
-    showNewerCommand(); // on purpose: Home goes on as Down
-}
-
-void QConsole::showOlderCommand()
-{
-    if (isInEditionZone() && !d->history.isEmpty())
-        replaceCurrentCommand(d->history.older(getCurrentCommand()));
-}
-
-void QConsole::showNewerCommand()
-{
-    if (isInEditionZone() && !d->history.isEmpty())
-        replaceCurrentCommand(d->history.newer(getCurrentCommand()));
+        d->keyboard.compose(event);
 }
 
 void QConsole::mousePressEvent(QMouseEvent *event)

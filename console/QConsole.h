@@ -20,9 +20,32 @@ class TCLSCRIPTING_EXPORT QConsole : public QTextEdit
     Q_OBJECT
 
 public:
+    // What a console can do beyond the rules above. A host switches on what it wants; the table of
+    // docs/console.md says which keys that concerns.
+    enum Feature {
+        // Up brings a command of several lines back as it was typed, and moves within it; Home
+        // stays in its line, and Shift+Return breaks one. Down behind the newest entry brings back
+        // what was typed before the walk began.
+        RecallAsTyped = 1,
+        // Ctrl+R searches the history, Ctrl+F the text; Ctrl+L clears all but the prompt.
+        SearchKeys = 2,
+        // Page Up and Page Down scroll, and leave the cursor where it is.
+        ScrollingPages = 4,
+        // Tab at the start of a continuation line indents it.
+        IndentingTab = 8,
+        // Where suggestCommand has no candidate, Tab completes the word before the cursor with
+        // those of suggestWord; among several the user chooses in a popup.
+        CompletionPopup = 16,
+        AllFeatures = 31
+    };
+    Q_DECLARE_FLAGS(Features, Feature)
+
     // Shows welcomeText, but no prompt yet.
     QConsole(QWidget *parent, const QString &welcomeText);
     ~QConsole() override;
+
+    // None is on at first.
+    void setFeatures(Features features);
 
     // Empties text, history and recorded script and shows welcomeText. The prompt is kept, but not
     // displayed.
@@ -76,6 +99,10 @@ public:
     // The candidates for what stands at the end of cmd. prefix receives the text in front of it.
     virtual QStringList suggestCommand(const QString &cmd, QString &prefix);
 
+    // The candidates for the word at the end of text, which stands before the cursor. prefix
+    // receives what is in front of that word.
+    virtual QStringList suggestWord(const QString &text, QString &prefix);
+
 public Q_SLOTS:
     // Removes the selection when all of it may be edited, and copies it otherwise.
     void cut();
@@ -93,14 +120,22 @@ public Q_SLOTS:
 Q_SIGNALS:
     // A command has been run. Its line feeds are written as a backslash and the letter n.
     void commandExecuted(const QString &command);
+    // The same with its line feeds as they were typed.
+    void commandTaken(const QString &command);
 
 protected:
     // Shows what a running script writes as a paragraph of its own: at the end of the document, or
     // in front of the prompt's paragraph while a prompt waits for a command.
     void writeOutput(const QString &text, const QColor &color);
 
+    // The same, for a paragraph that continueOutput may add to wherever other output is written
+    // meanwhile. The cursor is where it goes on.
+    QTextCursor beginOutput(const QString &text, const QColor &color);
+    void continueOutput(QTextCursor &tail, const QString &text, const QColor &color);
+
     bool event(QEvent *event) override;
     bool viewportEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void inputMethodEvent(QInputMethodEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
@@ -109,9 +144,11 @@ protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
     void dragMoveEvent(QDragMoveEvent *event) override;
     void dropEvent(QDropEvent *event) override;
+    QMimeData *createMimeDataFromSelection() const override;
     void insertFromMimeData(const QMimeData *source) override;
 
 private:
+    class Keyboard;
     struct Private;
     const std::unique_ptr<Private> d; // before what refers to its parts
 
@@ -130,12 +167,6 @@ protected:
 
 private:
     void pressWhileBusy(QKeyEvent *event);
-    void complete();
-    void deleteBackwards(QKeyEvent *event);
-    void runTypedCommand();
-    void goHome(QKeyEvent *event);
-    void showOlderCommand();
-    void showNewerCommand();
-    void passWithoutEditing(QKeyEvent *event);
-    void typeInZone(QKeyEvent *event);
 };
+
+Q_DECLARE_OPERATORS_FOR_FLAGS(QConsole::Features)

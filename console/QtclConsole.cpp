@@ -1,6 +1,8 @@
 #include "console/QtclConsole.h"
 
+#include "console/OutputLine.h"
 #include "console/tclchannels.h"
+#include "console/tclcompletion.h"
 #include "interp/errorstack.h"
 #include "interp/Evaluation.h"
 #include "interp/ScriptRuns.h"
@@ -71,6 +73,10 @@ QString QtclConsole::interpretCommand(const QString &command, int *res)
         Evaluation evaluation(torun);
         *res = evaluation.finish(Tcl_Eval(interp, tcltext::toTcl(torun).constData()));
         result = tcltext::result(interp);
+        if (outputLine) {
+            outputLine->finish();
+            errorLine->finish();
+        }
         if (*res != TCL_OK)
             errorstack::tell(interp, *res);
         QConsole::interpretCommand(torun, res);
@@ -108,6 +114,40 @@ void QtclConsole::keepTypedKeys()
             Qt::ConnectionType(Qt::QueuedConnection | Qt::UniqueConnection));
     // As a terminal does.
     connect(runs, &ScriptRuns::stopping, this, &QConsole::forgetKeptKeys, Qt::UniqueConnection);
+}
+
+QStringList QtclConsole::suggestWord(const QString &text, QString &prefix)
+{
+    return tclcompletion::suggest(interp, text, prefix, wordsBehind);
+}
+
+void QtclConsole::setNextWords(const tclcompletion::NextWords &nextWords)
+{
+    wordsBehind = nextWords;
+}
+
+void QtclConsole::setWholeLines(bool whole)
+{
+    outputLine = whole ? line(outColor, &QtclConsole::logConsoleOutput) : nullptr;
+    errorLine = whole ? line(errColor, &QtclConsole::logErrorOutput) : nullptr;
+}
+
+std::unique_ptr<OutputLine> QtclConsole::line(const QColor &color,
+                                              void (QtclConsole::*tell)(const QString &))
+{
+    const auto tail = std::make_shared<QTextCursor>();
+    return std::make_unique<OutputLine>(OutputLine::Receiver {
+        .begin = [this, color, tail](const QString &text) { *tail = beginOutput(text, color); },
+        .goOn = [this, color, tail](const QString &text) { continueOutput(*tail, text, color); },
+        .tell = [this, tell](const QString &text) { (this->*tell)(text); }});
+}
+
+bool QtclConsole::gather(bool isError, const QByteArray &bytes)
+{
+    if (!outputLine)
+        return false;
+    (isError ? errorLine : outputLine)->write(bytes);
+    return true;
 }
 
 void QtclConsole::logConsoleOutput(const QString &output) { Q_EMIT newConsoleOutput(output); }

@@ -4,7 +4,11 @@
 
 #include <QMutex>
 
+#include <functional>
+
 #include <tcl.h>
+
+class OutputLine;
 
 // The console of the process's Tcl interpreter. It runs what is typed, completes command names,
 // shows what scripts write to standard output and standard error, and brings the Tcl commands
@@ -38,6 +42,22 @@ public:
     // Types what was kept once nothing runs any more.
     void keepTypedKeys() override;
 
+    // The candidates for a word behind a command's name: variables, elements of arrays,
+    // subcommands and files. For the feature CompletionPopup.
+    QStringList suggestWord(const QString &text, QString &prefix) override;
+
+    // Gives the console the words that may come next in a command, of which the ones given are
+    // there already. For commands whose subcommands the interpreter does not know.
+    void setNextWords(const std::function<QStringList(const QStringList &words)> &nextWords);
+
+    // Whether standard output and standard error are gathered into whole lines: "puts {}" writes an
+    // empty line and "puts -nonewline" a part of one. At first they are not: each channel shows
+    // every other text that reaches it.
+    void setWholeLines(bool whole);
+
+    // Takes what a script wrote, if whole lines are gathered; returns whether that is so.
+    bool gather(bool isError, const QByteArray &bytes);
+
     void logConsoleOutput(const QString &output);
     void logErrorOutput(const QString &output);
 
@@ -60,8 +80,14 @@ Q_SIGNALS:
     void newErrorOutput(const QString &output);
 
 private:
+    std::unique_ptr<OutputLine> line(const QColor &color,
+                                     void (QtclConsole::*tell)(const QString &));
+
     Tcl_Interp *interp = nullptr; // the registry's
     QMutex mutex; // held while a command runs
+    std::function<QStringList(const QStringList &)> wordsBehind;
+    std::unique_ptr<OutputLine> outputLine; // null unless whole lines are gathered
+    std::unique_ptr<OutputLine> errorLine;
 
     static QtclConsole *theInstance;
 };

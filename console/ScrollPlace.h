@@ -17,6 +17,8 @@ public:
         atEnd = value >= bar->maximum() - int(view->document()->documentMargin());
     }
 
+    bool isAtEnd() const { return atEnd; }
+
     void restore() const { bar->setValue(atEnd ? bar->maximum() : value); }
 
 private:

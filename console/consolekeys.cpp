@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 
 namespace consolekeys {
 
@@ -22,6 +23,37 @@ constexpr Row rows[] = {
     {Qt::Key_Home, Action::GoHome},    {Qt::Key_Up, Action::ShowOlder},
     {Qt::Key_Down, Action::ShowNewer}, {Qt::Key_End, Action::PassOn},
     {Qt::Key_Left, Action::PassOn},    {Qt::Key_Right, Action::PassOn},
+};
+
+// What a key does instead with a feature, where its condition holds.
+struct FeatureRow
+{
+    QConsole::Feature feature;
+    Qt::Key key;
+    Qt::KeyboardModifier modifier;
+    bool (*applies)(const Place &);
+    Action action;
+};
+
+constexpr bool always(const Place &) { return true; }
+
+constexpr FeatureRow featureRows[] = {
+    {QConsole::RecallAsTyped, Qt::Key_Up, Qt::NoModifier,
+     [](const Place &place) { return place.hasLineAbove; }, Action::GoUp},
+    {QConsole::RecallAsTyped, Qt::Key_Down, Qt::NoModifier,
+     [](const Place &place) { return place.hasLineBelow; }, Action::GoDown},
+    {QConsole::RecallAsTyped, Qt::Key_Home, Qt::NoModifier,
+     [](const Place &place) { return place.hasLineAbove || place.hasLineBelow; },
+     Action::GoToLineStart},
+    {QConsole::RecallAsTyped, Qt::Key_Return, Qt::ShiftModifier,
+     [](const Place &place) { return place.isInZone; }, Action::BreakLine},
+    {QConsole::IndentingTab, Qt::Key_Tab, Qt::NoModifier,
+     [](const Place &place) { return place.isInIndentation; }, Action::Indent},
+    {QConsole::ScrollingPages, Qt::Key_PageUp, Qt::NoModifier, always, Action::ScrollPageUp},
+    {QConsole::ScrollingPages, Qt::Key_PageDown, Qt::NoModifier, always, Action::ScrollPageDown},
+    {QConsole::SearchKeys, Qt::Key_R, Qt::ControlModifier, always, Action::SearchHistory},
+    {QConsole::SearchKeys, Qt::Key_F, Qt::ControlModifier, always, Action::Find},
+    {QConsole::SearchKeys, Qt::Key_L, Qt::ControlModifier, always, Action::ClearScreen},
 };
 
 // Pressed alone they leave cursor and selection where they are.
@@ -43,6 +75,17 @@ bool isControlOnSelection(const QKeyEvent &event, const Place &place)
         && !isModifierKey(event.key());
 }
 
+std::optional<Action> featureOf(const QKeyEvent &event, const Place &place)
+{
+    const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
+    for (const FeatureRow &row : featureRows) {
+        if (place.features.testFlag(row.feature) && row.key == event.key()
+            && modifiers == row.modifier && row.applies(place))
+            return row.action;
+    }
+    return {};
+}
+
 } // namespace
 
 bool copiesFirst(const QKeyEvent &event, const Place &place)
@@ -55,6 +98,8 @@ Action actionOf(const QKeyEvent &event, const Place &place)
 {
     if (isModifierKey(event.key()))
         return Action::PassOn;
+    if (const std::optional<Action> action = featureOf(event, place))
+        return *action;
     if (isControlOnSelection(event, place)) {
         if (event.matches(QKeySequence::Cut))
             return Action::Cut;

@@ -1,10 +1,6 @@
 #pragma once
 
-#include <QtGlobal>
-
-QT_BEGIN_NAMESPACE
-class QKeyEvent;
-QT_END_NAMESPACE
+#include "console/QConsole.h"
 
 // Which key does what in a console.
 namespace consolekeys {
@@ -20,7 +16,18 @@ enum class Action {
     Run,
     GoHome,
     ShowOlder,
-    ShowNewer
+    ShowNewer,
+    // Only with a feature that a host has switched on:
+    GoToLineStart,
+    GoUp,
+    GoDown,
+    BreakLine,
+    Indent,
+    ScrollPageUp,
+    ScrollPageDown,
+    SearchHistory,
+    Find,
+    ClearScreen
 };
 
 // Where the user is when a key is pressed.
@@ -28,10 +35,17 @@ struct Place
 {
     bool hasSelection = false;
     bool isInZone = false; // the selection, or the cursor where there is none
+    bool hasLineAbove = false; // of the same command
+    bool hasLineBelow = false;
+    bool isInIndentation = false; // of a continuation line
+    QConsole::Features features = {};
 };
 
 // Whether the key copies the selection before it does what actionOf says.
 bool copiesFirst(const QKeyEvent &event, const Place &place);
+
+// Whether the action needs a feature.
+constexpr bool isOfFeature(Action action) { return action >= Action::GoToLineStart; }
 
 Action actionOf(const QKeyEvent &event, const Place &place);
 

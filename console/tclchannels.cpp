@@ -7,7 +7,13 @@
 
 namespace {
 
-using Show = void (QtclConsole::*)(const QString &);
+// A channel's way to the console.
+struct Stream
+{
+    bool isError;
+    void (QtclConsole::*show)(const QString &);
+    bool lastCR = false;
+};
 
 QPointer<QtclConsole> console;
 bool hadConsole = false;
@@ -21,15 +27,17 @@ QtclConsole *target()
     return console;
 }
 
-int write(bool &lastCR, Show show, const char *buf, int toWrite, int *errorCodePtr)
+int write(Stream &stream, const char *buf, int toWrite, int *errorCodePtr)
 {
     *errorCodePtr = 0;
     Tcl_SetErrno(0);
-    const bool isText = !lastCR;
-    lastCR = !lastCR;
+    if (console && console->gather(stream.isError, QByteArray::fromRawData(buf, toWrite)))
+        return toWrite;
+    const bool isText = !stream.lastCR;
+    stream.lastCR = !stream.lastCR;
     QtclConsole *const shown = isText ? target() : nullptr;
     if (shown)
-        (shown->*show)(tcltext::fromTcl(buf, qsizetype(qstrnlen(buf, uint(toWrite)))));
+        (shown->*stream.show)(tcltext::fromTcl(buf, qsizetype(qstrnlen(buf, uint(toWrite)))));
     return toWrite;
 }
 
@@ -80,14 +88,14 @@ void installOne(Tcl_Interp *interp, const Tcl_ChannelType &type, const char *nam
 
 int ConsoleOutput(ClientData, const char *buf, int toWrite, int *errorCodePtr)
 {
-    static bool lastCR = false;
-    return write(lastCR, &QtclConsole::showOutput, buf, toWrite, errorCodePtr);
+    static Stream stream {.isError = false, .show = &QtclConsole::showOutput};
+    return write(stream, buf, toWrite, errorCodePtr);
 }
 
 int ConsoleError(ClientData, const char *buf, int toWrite, int *errorCodePtr)
 {
-    static bool lastCR = false;
-    return write(lastCR, &QtclConsole::showError, buf, toWrite, errorCodePtr);
+    static Stream stream {.isError = true, .show = &QtclConsole::showError};
+    return write(stream, buf, toWrite, errorCodePtr);
 }
 
 int closeProcedureForBothTcl_ChannelType(ClientData, Tcl_Interp *) { return 0; }

@@ -7,7 +7,7 @@ class QtclConsole;
 // Tcl's standard output and standard error as channels that show their text in the console. They
 // are write-only and unbuffered: puts hands over a text and its line feed in two calls. Each
 // channel shows the text of the first call and swallows that of the second, and so on; it counts
-// calls and does not look at contents.
+// calls and does not look at contents. A console that gathers whole lines takes every text instead.
 namespace tclchannels {
 
 // Makes the two channels the interpreter's and the process's standard channels. The console is

@@ -16,6 +16,10 @@ private Q_SLOTS:
     void equalEntriesAreSkipped();
     void aCommandBeginsTheWalkAnew();
     void clearing();
+    void commandsComeBackAsTheyWereTyped();
+    void entriesThatWereChangedCountAsTheyAre();
+    void whatWasTypedBeforeTheWalkComesBack();
+    void searching();
 };
 
 void tst_CommandHistory::anEntryIsOneLine()
@@ -76,6 +80,59 @@ void tst_CommandHistory::clearing()
     history.clear();
     QVERIFY(history.isEmpty());
     QCOMPARE(history.index, 0);
+}
+
+void tst_CommandHistory::commandsComeBackAsTheyWereTyped()
+{
+    CommandHistory history;
+    history.setRecallsAsTyped(true);
+    history.add(u"proc p {} {\n  puts a\\nb\n}"_s);
+    history.add(u"puts a\\nb"_s);
+    QCOMPARE(history.older(QString()), u"puts a\\nb"_s);
+    QCOMPARE(history.older(u"puts a\\nb"_s), u"proc p {} {\n  puts a\\nb\n}"_s);
+    QCOMPARE(history.entries.at(0), u"proc p {} {\\n  puts a\\nb\\n}"_s);
+    QCOMPARE(history.newer(u"proc p {} {\n  puts a\\nb\n}"_s), u"puts a\\nb"_s);
+    history.setRecallsAsTyped(false);
+    QCOMPARE(history.command(0), u"proc p {} {\\n  puts a\\nb\\n}"_s);
+}
+
+void tst_CommandHistory::entriesThatWereChangedCountAsTheyAre()
+{
+    CommandHistory history;
+    history.setRecallsAsTyped(true);
+    history.add(u"a\nb"_s);
+    history.entries = {u"other"_s};
+    QCOMPARE(history.older(QString()), u"other"_s);
+}
+
+void tst_CommandHistory::whatWasTypedBeforeTheWalkComesBack()
+{
+    CommandHistory history;
+    history.setRecallsAsTyped(true);
+    history.add(u"a"_s);
+    history.add(u"b"_s);
+    QCOMPARE(history.newer(u"half"_s), u"half"_s);
+    QCOMPARE(history.older(u"half"_s), u"b"_s);
+    QCOMPARE(history.older(u"b"_s), u"a"_s);
+    QCOMPARE(history.newer(u"a"_s), u"b"_s);
+    QCOMPARE(history.newer(u"b"_s), u"half"_s);
+    QCOMPARE(history.newer(u"half"_s), u"half"_s);
+    QCOMPARE(history.older(u"b"_s), u"a"_s);
+    history.add(u"c"_s);
+    QCOMPARE(history.older(QString()), u"c"_s);
+    QCOMPARE(history.newer(u"c"_s), QString());
+}
+
+void tst_CommandHistory::searching()
+{
+    CommandHistory history;
+    for (const QString &command : {u"set x 1"_s, u"puts X"_s, u"if 1 {\nset x 2\n}"_s, u"exit"_s})
+        history.add(command);
+    QCOMPARE(history.findOlder(u"set"_s, 4), 2);
+    QCOMPARE(history.findOlder(u"set"_s, 2), 0);
+    QCOMPARE(history.findOlder(u"set"_s, 0), -1);
+    QCOMPARE(history.findOlder(u"x"_s, 2), 1);
+    QCOMPARE(history.findOlder(u"y"_s, 99), -1);
 }
 
 TEST_CLASS(tst_CommandHistory)

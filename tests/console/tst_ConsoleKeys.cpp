@@ -369,6 +369,37 @@ private Q_SLOTS:
         QCOMPARE(console->picture(), head + u"aé|c"_s);
     }
 
+    void aReplacementOfComposedTextEndsAtThePrompt_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<int>("from");
+        QTest::addColumn<int>("length");
+        QTest::addColumn<QString>("after");
+        const auto row = [](const char *name, const QString &typed, int from, int length,
+                            const QString &after) {
+            QTest::newRow(name) << typed << from << length << after;
+        };
+        row("replace-inside-1", u"abcd"_s, -2, 2, u"aby|"_s);
+        row("replace-prompt-1 begins in it", u"x"_s, -3, 3, u"y|"_s);
+        row("replace-prompt-2 ends in it", u"x"_s, -3, 1, u"yx|"_s);
+        row("replace-prompt-3 nothing typed", QString(), -2, 2, u"y|"_s);
+        row("replace-output-1", u"x"_s, -9, 9, u"y|"_s);
+        row("replace-start-1 before the text", QString(), -200, 200, u"y|"_s);
+    }
+
+    void aReplacementOfComposedTextEndsAtThePrompt()
+    {
+        QFETCH(QString, typed);
+        QFETCH(int, from);
+        QFETCH(int, length);
+        arrange(head + typed + u'|');
+        QInputMethodEvent event;
+        event.setCommitString(u"y"_s, from, length);
+        QApplication::sendEvent(console.get(), &event);
+        QFETCH(QString, after);
+        QCOMPARE(console->picture(), head + after);
+    }
+
     void pageKeysStartAtTheEndFromOutput()
     {
         arrange(u"Wel|come\n> one\nout\n> abc"_s);

@@ -8,6 +8,7 @@ using namespace Qt::Literals::StringLiterals;
 using consolekeys::Action;
 
 Q_DECLARE_METATYPE(consolekeys::Action)
+Q_DECLARE_METATYPE(QConsole::Feature)
 
 // The rule that chooses what a key does. What it does then is tested with the console.
 class tst_KeyTable : public QObject
@@ -17,6 +18,8 @@ class tst_KeyTable : public QObject
 private Q_SLOTS:
     void rows_data();
     void rows();
+    void features_data();
+    void features();
 };
 
 void tst_KeyTable::rows_data()
@@ -71,6 +74,67 @@ void tst_KeyTable::rows()
     const consolekeys::Place place {.hasSelection = hasSelection, .isInZone = isInZone};
     QTEST(consolekeys::actionOf(event, place), "action");
     QTEST(consolekeys::copiesFirst(event, place), "copiesFirst");
+}
+
+void tst_KeyTable::features_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+    QTest::addColumn<QConsole::Feature>("feature");
+    QTest::addColumn<Action>("without");
+    QTest::addColumn<Action>("with");
+    const auto row = [](const char *name, int key, Qt::KeyboardModifiers modifiers,
+                        QConsole::Feature feature, Action without, Action with) {
+        QTest::newRow(name) << key << modifiers << feature << without << with;
+    };
+    const Qt::KeyboardModifiers none;
+    const Qt::KeyboardModifiers shift = Qt::ShiftModifier;
+    const Qt::KeyboardModifiers control = Qt::ControlModifier;
+    row("feature-recall-1", Qt::Key_Up, none, QConsole::RecallAsTyped, Action::ShowOlder,
+        Action::GoUp);
+    row("feature-recall-2", Qt::Key_Down, none, QConsole::RecallAsTyped, Action::ShowNewer,
+        Action::GoDown);
+    row("feature-recall-3", Qt::Key_Home, none, QConsole::RecallAsTyped, Action::GoHome,
+        Action::GoToLineStart);
+    row("feature-recall-4", Qt::Key_Return, shift, QConsole::RecallAsTyped, Action::Run,
+        Action::BreakLine);
+    row("feature-recall-5 Return alone", Qt::Key_Return, none, QConsole::RecallAsTyped, Action::Run,
+        Action::Run);
+    row("feature-indent-1", Qt::Key_Tab, none, QConsole::IndentingTab, Action::Complete,
+        Action::Indent);
+    row("feature-page-1", Qt::Key_PageUp, none, QConsole::ScrollingPages, Action::Type,
+        Action::ScrollPageUp);
+    row("feature-page-2 of the keypad", Qt::Key_PageDown, Qt::KeypadModifier,
+        QConsole::ScrollingPages, Action::Type, Action::ScrollPageDown);
+    row("feature-page-3 selecting", Qt::Key_PageUp, shift, QConsole::ScrollingPages, Action::Type,
+        Action::Type);
+    row("feature-search-1", Qt::Key_R, control, QConsole::SearchKeys, Action::Type,
+        Action::SearchHistory);
+    row("feature-search-2", Qt::Key_F, control, QConsole::SearchKeys, Action::Type, Action::Find);
+    row("feature-search-3", Qt::Key_L, control, QConsole::SearchKeys, Action::Type,
+        Action::ClearScreen);
+    row("feature-search-4 with Shift", Qt::Key_L, control | shift, QConsole::SearchKeys,
+        Action::Type, Action::Type);
+}
+
+// Each key without any feature, with all others, and with its own.
+void tst_KeyTable::features()
+{
+    QFETCH(const int, key);
+    QFETCH(const Qt::KeyboardModifiers, modifiers);
+    QFETCH(const QConsole::Feature, feature);
+    QFETCH(const Action, without);
+    const QKeyEvent event(QEvent::KeyPress, key, modifiers);
+    consolekeys::Place place {
+        .isInZone = true, .hasLineAbove = true, .hasLineBelow = true, .isInIndentation = true};
+    QCOMPARE(consolekeys::actionOf(event, place), without);
+    place.features = QConsole::AllFeatures;
+    place.features.setFlag(feature, false);
+    QCOMPARE(consolekeys::actionOf(event, place), without);
+    place.features = feature;
+    QTEST(consolekeys::actionOf(event, place), "with");
+    QCOMPARE(consolekeys::isOfFeature(consolekeys::actionOf(event, place)),
+             consolekeys::actionOf(event, place) != without);
 }
 
 TEST_CLASS(tst_KeyTable)
