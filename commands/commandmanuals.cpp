@@ -7,6 +7,23 @@
 
 namespace commands {
 
+QStringList nextWords(const QStringList &words)
+{
+    QStringList next;
+    for (const Command &command : commandSet()) {
+        if (words.isEmpty() || words.constFirst() != QLatin1StringView(command.word)
+            || !command.manual)
+            continue;
+        const QString start = (words.sliced(1) << QString()).join(u' ');
+        for (const QString &form : command.manual->forms()) {
+            if (form.startsWith(start))
+                next.append(form.sliced(start.size()).section(u' ', 0, 0));
+        }
+    }
+    next.removeDuplicates();
+    return next;
+}
+
 QList<CommandManual> commandManuals()
 {
     QList<CommandManual> manuals;

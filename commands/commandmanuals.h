@@ -3,7 +3,7 @@
 #include "interp/export.h"
 
 #include <QList>
-#include <QString>
+#include <QStringList>
 
 // What the application commands tell about themselves, for programs that show it elsewhere than in
 // the console. It comes from the very tables that "help" and the usage texts are made of.
@@ -24,6 +24,10 @@ struct CommandManual
     // In the order of the usage text; empty for a command without subcommands.
     QList<ManualCall> calls;
 };
+
+// The subcommands that may come next in a call of an application command, of which these words are
+// there already; none for any other command. Those that the usage text leaves out are among them.
+TCLSCRIPTING_EXPORT QStringList nextWords(const QStringList &words);
 
 // The manuals of all application commands, in the order of registration.
 TCLSCRIPTING_EXPORT QList<CommandManual> commandManuals();

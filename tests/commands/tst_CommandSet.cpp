@@ -1,3 +1,4 @@
+#include "commands/commandmanuals.h"
 #include "commands/commands.h"
 #include "commands/commandset.h"
 #include "commands/manuals.h"
@@ -357,6 +358,33 @@ private Q_SLOTS:
                 QVERIFY2(pages.exists(match.captured(1)),
                          qPrintable(page + u": "_s + match.captured(1)));
         }
+    }
+
+    void nextWords_data()
+    {
+        QTest::addColumn<QStringList>("words");
+        QTest::addColumn<QStringList>("next");
+        QTest::newRow("next-first-1")
+            << QStringList {u"design"_s}
+            << QStringList({u"get"_s, u"set"_s, u"close"_s, u"proc_cycle"_s, u"save"_s, u"clean"_s,
+                            u"assign_physical_wfp"_s});
+        QTest::newRow("next-second-1")
+            << QStringList({u"design"_s, u"get"_s})
+            << QStringList({u"name"_s, u"description"_s, u"id"_s, u"vendor"_s, u"library"_s,
+                            u"author"_s, u"version"_s, u"wfp"_s, u"busy"_s, u"read_only"_s});
+        QTest::newRow("next-second-2 the last word")
+            << QStringList({u"design"_s, u"close"_s}) << QStringList();
+        QTest::newRow("next-none-1 no subcommands") << QStringList {u"log"_s} << QStringList();
+        QTest::newRow("next-none-2 no such command") << QStringList {u"desig"_s} << QStringList();
+        QTest::newRow("next-none-3 no such subcommand")
+            << QStringList({u"design"_s, u"ge"_s}) << QStringList();
+        QTest::newRow("next-none-4 nothing") << QStringList() << QStringList();
+    }
+
+    void nextWords()
+    {
+        QFETCH(const QStringList, words);
+        QTEST(commands::nextWords(words), "next");
     }
 };
 
