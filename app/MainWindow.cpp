@@ -23,6 +23,7 @@
 #include "app/window/ScriptMenu.h"
 #include "app/window/ViewMenu.h"
 #include "app/window/windowlayout.h"
+#include "commands/commandmanuals.h"
 #include "console/QtclConsole.h"
 
 #include <MorvalenCore/DesignManager.h>
@@ -125,6 +126,9 @@ void MainWindow::adoptConsole(QtclConsole *theConsole)
     console = theConsole;
     console->setAccessibleName(tr("Tcl Console"));
     consolefont::apply(console);
+    console->setFeatures(QConsole::AllFeatures);
+    console->setWholeLines(true);
+    console->setNextWords(&commands::nextWords);
     history = new ConsoleHistory(console, this);
     console->keepTypedKeys();
     statusBar()->addPermanentWidget(new RunStatus(console, this));

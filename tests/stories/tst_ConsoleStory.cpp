@@ -120,7 +120,10 @@ void tst_ConsoleStory::editingKeysEdit()
     key(Qt::Key_A, Qt::ControlModifier);
     QVERIFY(console().textCursor().hasSelection());
     key(Qt::Key_Right);
+    // The console's own search, not that of the editors.
     key(Qt::Key_F, Qt::ControlModifier);
+    QVERIFY(console().isAncestorOf(QApplication::focusWidget()));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
     QVERIFY(console().hasFocus());
 }
 
