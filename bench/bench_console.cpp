@@ -5,6 +5,7 @@
 #include "console/QtclConsole.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QKeyEvent>
@@ -250,6 +251,128 @@ void BM_LongLine(benchmark::State &state)
 }
 BENCHMARK(BM_LongLine<Literal>)->ArgName("characters")->Arg(100000)->Iterations(1);
 BENCHMARK(BM_LongLine<Console>)->ArgName("characters")->Arg(100000)->Arg(1000000)->Iterations(1);
+
+// The console with so many lines as scripts print them: every tenth is wrapped, every twentieth has
+// letters of another script.
+std::unique_ptr<Console> printed(int lines)
+{
+    auto view = std::make_unique<Console>();
+    view->resize(800, 500);
+    view->show();
+    settle();
+    for (int i = 0; i < lines; ++i) {
+        if (i % 20 == 0)
+            view->write(line + u" – fünf µs"_s);
+        else
+            view->write(i % 10 == 5 ? line.repeated(3) : line);
+    }
+    view->finish();
+    view->showPrompt();
+    settle();
+    return view;
+}
+
+// The longest time for which the event loop stands still over a change of the whole console.
+template <typename Change>
+void reportFreeze(benchmark::State &state, Change change)
+{
+    double longest = 0;
+    const auto view = printed(int(state.range(0)));
+    for (auto _ : state) {
+        double begin = processorSeconds();
+        change(*view);
+        view->viewport()->repaint();
+        longest = std::max(longest, processorSeconds() - begin);
+        for (int i = 0; i < 200; ++i) {
+            begin = processorSeconds();
+            QApplication::processEvents();
+            longest = std::max(longest, processorSeconds() - begin);
+        }
+    }
+    state.counters["ms_longest"] = longest * 1000;
+}
+
+void lineCounts(benchmark::internal::Benchmark *bench)
+{
+    bench->ArgName("lines")->Arg(300000)->Arg(1000000)->Iterations(4);
+}
+
+void BM_Resize(benchmark::State &state)
+{
+    int width = 800;
+    reportFreeze(state, [&width](Console &view) {
+        width = width == 800 ? 500 : 800;
+        view.resize(width, 500);
+    });
+}
+BENCHMARK(BM_Resize)->Apply(lineCounts);
+
+void BM_Font(benchmark::State &state)
+{
+    int size = 10;
+    reportFreeze(state, [&size](Console &view) {
+        QFont font = view.currentFont();
+        font.setPointSize(++size);
+        view.setFont(font);
+    });
+}
+BENCHMARK(BM_Font)->Apply(lineCounts);
+
+void BM_CopyAll(benchmark::State &state)
+{
+    reportFreeze(state, [](Console &view) {
+        view.selectAll();
+        view.copy();
+    });
+}
+BENCHMARK(BM_CopyAll)->Apply(lineCounts);
+
+void BM_Paste(benchmark::State &state)
+{
+    const QString text(440'000, u'x');
+    reportFreeze(state, [&text](Console &view) {
+        view.replaceCurrentCommand(QString());
+        QGuiApplication::clipboard()->setText(text);
+        view.moveCursor(QTextCursor::End);
+        view.paste();
+    });
+}
+BENCHMARK(BM_Paste)->Apply(lineCounts);
+
+void BM_Clear(benchmark::State &state)
+{
+    const auto view = printed(int(state.range(0)));
+    for (auto _ : state) {
+        const double begin = processorSeconds();
+        view->clear();
+        view->viewport()->repaint();
+        state.counters["ms_longest"] = (processorSeconds() - begin) * 1000;
+    }
+}
+BENCHMARK(BM_Clear)->ArgName("lines")->Arg(300000)->Arg(1000000)->Iterations(1);
+
+// The longest time that one line takes while very many come, beyond what painting takes.
+void BM_LongestLine(benchmark::State &state)
+{
+    Console view;
+    view.resize(800, 500);
+    view.show();
+    settle();
+    double longest = 0;
+    for (auto _ : state) {
+        for (int i = 0; i < int(state.range(0)); ++i) {
+            const double begin = processorSeconds();
+            view.write(line);
+            longest = std::max(longest, processorSeconds() - begin);
+        }
+        const double begin = processorSeconds();
+        view.finish();
+        settle();
+        longest = std::max(longest, processorSeconds() - begin);
+    }
+    state.counters["ms_longest"] = longest * 1000;
+}
+BENCHMARK(BM_LongestLine)->ArgName("lines")->Arg(1000000)->Iterations(1);
 
 // One line of a script's puts, from Tcl to the screen.
 void BM_Puts(benchmark::State &state)
