@@ -18,9 +18,18 @@ void HistorySearch::search()
     entry = int(history->entries.size());
     setNote(QString());
     if (pattern().isEmpty())
-        console->replaceCurrentCommand(typed);
+        showCommand(typed);
     else
         goToOlder(entry);
+}
+
+// A command that has begun meanwhile has the line.
+void HistorySearch::showCommand(const QString &command)
+{
+    if (console->isBusy())
+        return;
+    console->replaceCurrentCommand(command);
+    console->ensureCursorVisible();
 }
 
 void HistorySearch::goToOlder(int before)
@@ -30,8 +39,7 @@ void HistorySearch::goToOlder(int before)
     if (found < 0)
         return;
     entry = found;
-    console->replaceCurrentCommand(history->command(found));
-    console->ensureCursorVisible();
+    showCommand(history->command(found));
 }
 
 bool HistorySearch::pressed(const QKeyEvent &event)
@@ -48,4 +56,4 @@ bool HistorySearch::pressed(const QKeyEvent &event)
     return goesOn;
 }
 
-void HistorySearch::cancel() { console->replaceCurrentCommand(typed); }
+void HistorySearch::cancel() { showCommand(typed); }

@@ -20,6 +20,7 @@ protected:
     void cancel() override;
 
 private:
+    void showCommand(const QString &command);
     void goToOlder(int before);
 
     CommandHistory *const history;

@@ -60,9 +60,19 @@ void QConsole::Keyboard::press(QKeyEvent *event)
     perform(consolekeys::actionOf(*event, here), event);
 }
 
-bool QConsole::Keyboard::wants(const QKeyEvent &event) const
+bool QConsole::Keyboard::pressWhileBusy(QKeyEvent *event)
 {
-    return consolekeys::isOfFeature(consolekeys::actionOf(event, place()));
+    const Action action = consolekeys::actionOf(*event, place());
+    if (!consolekeys::onlyLooks(action))
+        return false;
+    performFeature(action);
+    return true;
+}
+
+bool QConsole::Keyboard::wants(const QKeyEvent &event, bool isBusy) const
+{
+    const Action action = consolekeys::actionOf(event, place());
+    return isBusy ? consolekeys::onlyLooks(action) : consolekeys::isOfFeature(action);
 }
 
 void QConsole::Keyboard::perform(Action action, QKeyEvent *event)

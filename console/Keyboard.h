@@ -20,11 +20,15 @@ public:
 
     void press(QKeyEvent *event);
 
+    // Does what the key means while the console is busy: what only looks. False for another key.
+    bool pressWhileBusy(QKeyEvent *event);
+
     // What Return does.
     void run();
 
-    // Whether a key that the window knows too is the console's, by a feature.
-    bool wants(const QKeyEvent &event) const;
+    // Whether a key that the window knows too is the console's, by a feature; of a busy console
+    // only what pressWhileBusy does.
+    bool wants(const QKeyEvent &event, bool isBusy) const;
 
     // Text that an input method composes or commits.
     void compose(QInputMethodEvent *event);

@@ -256,7 +256,7 @@ QMimeData *QConsole::createMimeDataFromSelection() const
 
 void QConsole::insertFromMimeData(const QMimeData *source)
 {
-    if (d->typeAhead && isBusy()) {
+    if (keepsKeys()) {
         d->typeAhead->append(source->text());
         return;
     }
@@ -270,7 +270,7 @@ bool QConsole::event(QEvent *event)
     d->writer.closeBurst();
     // The window's shortcuts come first unless the console says that the key is its own.
     if (event->type() == QEvent::ShortcutOverride
-        && d->keyboard.wants(*static_cast<QKeyEvent *>(event))) {
+        && d->keyboard.wants(*static_cast<QKeyEvent *>(event), keepsKeys())) {
         event->accept();
         return true;
     }
@@ -292,11 +292,14 @@ void QConsole::resizeEvent(QResizeEvent *event)
 
 void QConsole::keyPressEvent(QKeyEvent *event)
 {
-    if (d->typeAhead && isBusy())
+    if (keepsKeys())
         pressWhileBusy(event);
     else
         d->keyboard.press(event);
 }
+
+// What is typed now is for the next prompt.
+bool QConsole::keepsKeys() const { return d->typeAhead && isBusy(); }
 
 // The line of the running command is no line to type into, nor to recall older commands to.
 void QConsole::pressWhileBusy(QKeyEvent *event)
@@ -305,7 +308,8 @@ void QConsole::pressWhileBusy(QKeyEvent *event)
         paste();
         return;
     }
-    if (d->typeAhead->take(*event) || event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)
+    if (d->keyboard.pressWhileBusy(event) || d->typeAhead->take(*event)
+        || event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)
         return;
     const Qt::TextInteractionFlags flags = textInteractionFlags();
     setTextInteractionFlags(flags & ~Qt::TextEditable);
@@ -315,7 +319,7 @@ void QConsole::pressWhileBusy(QKeyEvent *event)
 
 void QConsole::inputMethodEvent(QInputMethodEvent *event)
 {
-    if (d->typeAhead && isBusy())
+    if (keepsKeys())
         d->typeAhead->append(event->commitString());
     else
         d->keyboard.compose(event);

@@ -166,6 +166,7 @@ protected:
     int &promptParagraph; // number of the block that holds the current prompt
 
 private:
+    bool keepsKeys() const;
     void pressWhileBusy(QKeyEvent *event);
 };
 

@@ -47,6 +47,13 @@ bool copiesFirst(const QKeyEvent &event, const Place &place);
 // Whether the action needs a feature.
 constexpr bool isOfFeature(Action action) { return action >= Action::GoToLineStart; }
 
+// Whether it is one of those, and leaves the command that is being typed alone.
+constexpr bool onlyLooks(Action action)
+{
+    return action == Action::ScrollPageUp || action == Action::ScrollPageDown
+        || action == Action::Find;
+}
+
 Action actionOf(const QKeyEvent &event, const Place &place);
 
 } // namespace consolekeys
