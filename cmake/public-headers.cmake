@@ -5,6 +5,7 @@ set(TCLSCRIPTING_PUBLIC_HEADERS
     interp/export.h
     interp/QtNotifier.h
     interp/ScriptRuns.h
+    interp/ServedEvents.h
     interp/errorstack.h
     interp/TclCallBack.h
     interp/tcltext.h

@@ -3,6 +3,7 @@
 #include "commands/conventions.h"
 #include "commands/manuals.h"
 #include "commands/Subcommand.h"
+#include "interp/ServedEvents.h"
 
 #include <MorvalenCore/BuildConfiguration.h>
 #include <MorvalenCore/BuildStepPropertyManager.h>
@@ -91,6 +92,7 @@ Outcome listSteps(const BuildCall &call)
 
 Outcome refresh(const BuildCall &call)
 {
+    const ServedEvents served;
     call.configuration.refresh();
     return Outcome::ok(texts.refreshed.toString());
 }
@@ -102,6 +104,7 @@ Outcome run(const BuildCall &call)
         call.arguments.count() == 3 ? commands::truthWord(call.arguments[2]) : false;
     if (!allSteps)
         return Outcome::error(texts.badStepsWord.toString());
+    const ServedEvents served;
     return call.configuration.run(!*allSteps, false) ? Outcome::ok(texts.completed.toString())
                                                      : Outcome::error(texts.failed.toString());
 }

@@ -62,7 +62,9 @@ bool QtclConsole::isCommandComplete(const QString &command)
 
 QString QtclConsole::interpretCommand(const QString &command, int *res)
 {
-    if (!mutex.tryLock()) {
+    // In a pass, Tcl is between two commands of something else.
+    const ScriptRuns *runs = ScriptRuns::instance();
+    if ((runs && runs->isInPass()) || !mutex.tryLock()) {
         *res = 1;
         return u"Command cannot be executed!"_s;
     }

@@ -1,6 +1,7 @@
 #include "ensemble/builds.h"
 
 #include "ensemble/configurations.h"
+#include "interp/ServedEvents.h"
 
 #include <MorvalenCore/DesignManager.h>
 
@@ -72,6 +73,7 @@ Answer build(const Call &call)
         return Answer::failure(kind::missing, u"No design is active"_s);
     Value states = Value::dictionary();
     bool allWell = true;
+    const ServedEvents served;
     for (const Job &job : jobs) {
         const bool built = job.configuration && job.configuration->run(true, call.has("-dry"));
         states.set(job.id,
