@@ -15,6 +15,7 @@
 #include "ensemble/ensemble.h"
 #include "interp/commandsManager.h"
 #include "interp/QtNotifier.h"
+#include "interp/ScriptRuns.h"
 #include "scripting/TclScriptManager.h"
 
 #include <MorvalenCore/BuildSettings.h>
@@ -89,11 +90,15 @@ int runInBatch(const CommandLine &line)
     manager.initializeMode();
     programend::prepare(commandsManager::getInstance(nullptr)->interp);
     const TerminalProgress progress;
-    const BuildInterrupt interrupt;
+    BuildInterrupt interrupt;
     BatchRun run(line, manager);
     if (line.run != CommandLine::Run::Terminal)
         return run.run();
     run.prepare();
+    // There is no window; but what runs can be stopped.
+    Qtk_KeepWindowAlive([] {});
+    QObject::connect(ScriptRuns::instance(), &ScriptRuns::stopping, &interrupt,
+                     &BuildInterrupt::cancelBuilds);
     TerminalRun(line.sessionFolder, manager).run();
     return programend::save() ? 0 : failure;
 }

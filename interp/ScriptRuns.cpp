@@ -60,6 +60,7 @@ void ScriptRuns::begin(const QString &command)
 // script's own.
 int ScriptRuns::finish(int code)
 {
+    takeStopInput();
     if (depth > 1 || (!wantsStop && (code == TCL_OK || Tcl_Canceled(interp, 0) == TCL_OK)))
         return code;
     cancellation::clear(interp);

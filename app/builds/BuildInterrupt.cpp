@@ -57,7 +57,9 @@ void BuildInterrupt::watch()
     noting.sa_flags = int(SA_RESTART | SA_RESETHAND);
     for (size_t i = 0; i < signalNumbers.size(); ++i) {
         sigaction(signalNumbers[i], nullptr, &before[i]);
-        if (before[i].sa_handler != SIG_IGN)
+        // Whoever has made Ctrl+C its own cancels builds, too.
+        const bool isTaken = signalNumbers[i] == SIGINT && before[i].sa_handler != SIG_DFL;
+        if (before[i].sa_handler != SIG_IGN && !isTaken)
             sigaction(signalNumbers[i], &noting, nullptr);
     }
 }

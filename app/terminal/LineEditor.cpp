@@ -83,7 +83,7 @@ LineEditor::LineEditor(const QString &historyFile, TerminalSignals &signalsOfTer
         isInterrupted = true;
         endWait();
     });
-    connect(&terminalSignals, &TerminalSignals::resized, this, [this] { el_resize(editor); });
+    connect(&terminalSignals, &TerminalSignals::resized, this, &LineEditor::fitSize);
     connect(&terminalSignals, &TerminalSignals::leaving, this,
             [this] { el_wset(editor, EL_PREP_TERM, 0); });
     connect(&terminalSignals, &TerminalSignals::returned, this, [this] {
@@ -108,6 +108,8 @@ LineEditor::Outcome LineEditor::read(const QString &promptText, QString *line)
 {
     prompt = promptText.toStdWString();
     isInterrupted = false;
+    // Before anything is shown: what is typed at a prompt must not be echoed by the terminal, too.
+    el_wset(editor, EL_PREP_TERM, 1);
     startOnFreshLine();
     terminalSignals.setEditing(true);
     capture.setOn(true);
@@ -269,6 +271,16 @@ void LineEditor::eraseLine()
     if (const int rows = width / columns(); rows > 0)
         std::fprintf(out, "\x1b[%dA", rows);
     std::fputs("\r\x1b[J", out);
+}
+
+void LineEditor::fitSize()
+{
+    if (!waiting)
+        return;
+    eraseLine();
+    std::fflush(out);
+    el_resize(editor);
+    el_wset(editor, EL_REFRESH);
 }
 
 // Where output has left the cursor within a row, the blanks go on in the next one, else they stay

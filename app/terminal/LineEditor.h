@@ -44,6 +44,9 @@ public:
     // Nothing is remembered twice in a row.
     void remember(const QString &command);
 
+    // Goes to the next row unless the cursor stands at the begin of one.
+    void startOnFreshLine();
+
 private:
     static int readKey(EditLine *editor, wchar_t *key);
     static wchar_t *promptOf(EditLine *editor);
@@ -55,7 +58,7 @@ private:
     void showWords(const QStringList &words);
     void showOutput();
     void eraseLine();
-    void startOnFreshLine();
+    void fitSize();
     int columns() const;
 
     const QString historyPath;

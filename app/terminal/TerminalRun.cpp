@@ -3,6 +3,7 @@
 #include "app/process/standardstreams.h"
 #include "app/terminal/completion.h"
 #include "interp/commandsManager.h"
+#include "interp/ScriptRuns.h"
 #include "interp/tcltext.h"
 #include "scripting/TclScriptManager.h"
 
@@ -27,6 +28,9 @@ TerminalRun::TerminalRun(const QString &sessionFolder,
       editor(sessionFolder + u"/terminal-history"_s, terminalSignals,
              [this](const QString &text) { return completion::complete(interp, text); })
 {
+    // An event of Tcl's may run something while a line is edited.
+    if (ScriptRuns *runs = ScriptRuns::instance())
+        connect(&terminalSignals, &TerminalSignals::interrupted, runs, &ScriptRuns::stop);
 }
 
 void TerminalRun::run()
@@ -56,7 +60,12 @@ void TerminalRun::run()
 void TerminalRun::runCommand(const QString &command)
 {
     int code = TCL_OK;
+    interrupt.setOn(true);
     const QString text = manager.execCommad(command, &code);
+    interrupt.setOn(false);
+    // The terminal has shown ^C.
+    if (interrupt.hasCome())
+        editor.startOnFreshLine();
     if (code != TCL_OK)
         standardstreams::printError(text.isEmpty() ? u"\n"_s : text);
     else if (!text.isEmpty())

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/terminal/CommandInterrupt.h"
 #include "app/terminal/LineEditor.h"
 
 #include <tcl.h>
@@ -9,7 +10,7 @@ class TclScriptManager;
 }
 
 // A run in the terminal: commands are typed at a prompt, one after the other, until Ctrl+D or quit.
-// Ctrl+C gives up the line; while a command runs it ends the program.
+// Ctrl+C gives up the line, or stops the command that runs.
 class TerminalRun : public QObject
 {
     Q_OBJECT
@@ -25,6 +26,7 @@ private:
 
     TclScripting::TclScriptManager &manager;
     Tcl_Interp *interp;
+    CommandInterrupt interrupt;
     TerminalSignals terminalSignals;
     LineEditor editor;
 };
