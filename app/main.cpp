@@ -72,18 +72,6 @@ void startLog(const CommandLine &line)
     logStatus(file->open(), Logger::Warning);
 }
 
-// What startup.tcl leaves would be seen by nobody in a run without a window, and its error by
-// nobody at all.
-void tellOfStartup(const QString &sessionFolder)
-{
-    const QString script = sessionFolder + u"/Scripts/startup.tcl"_s;
-    TclScriptManager::listenToStartup([script](const TclScripting::StartupNews &news) {
-        const QString place =
-            news.line > 0 ? u"%1:%2"_s.arg(script, QString::number(news.line)) : script;
-        Logger::instance()->logMessage(QString(), Logger::Warning, place + u": "_s + news.text);
-    });
-}
-
 int runInBatch(const CommandLine &line)
 {
     TclScriptManager manager(nullptr);
@@ -129,7 +117,9 @@ int runApplication(const CommandLine &line)
     Qtk_InitNotifier(&application);
     Qtk_LetNotifierRest();
     ensemble::create(commandsManager::getInstance(nullptr)->interp, line.folder);
-    tellOfStartup(line.sessionFolder);
+    // What startup.tcl leaves would be seen by nobody in a run without a window, and its error by
+    // nobody at all.
+    TclScriptManager::logStartup();
     return line.hasWindow() ? WindowRun(line.files).run() : runInBatch(line);
 }
 

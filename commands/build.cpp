@@ -22,6 +22,7 @@ constexpr struct
                         "Usage: %3 args\n";
     QStringView none = u"Failed to find active build configuration in design \"%1\"";
     QStringView noSuchMacro = u"Macro \"%1\" does not exist in active build configuration.";
+    QStringView noMacros = u"Build configuration \"%1\" has no macros to ask for";
     QStringView targetPathSet = u"Successfully set target path of build configuration";
     QStringView refreshed = u"Build configuration refreshed successfully.";
     QStringView badStepsWord = u"Selecting if only outdated steps needs to be run is specified "
@@ -53,17 +54,21 @@ struct BuildCall
 
 Outcome listMacros(const BuildCall &call)
 {
+    const auto *const manager = call.configuration.propertyManager();
+    if (!manager)
+        return Outcome::error(fill(texts.noMacros, {call.configuration.configurationName()}));
     const MorvalenCore::MacroMode all =
         MorvalenCore::StepMacros | MorvalenCore::ConfigurationMacros | MorvalenCore::DesignMacros;
-    return Outcome::ok(
-        stringListToTclList(call.configuration.propertyManager()->macroValues(all).keys()));
+    return Outcome::ok(stringListToTclList(manager->macroValues(all).keys()));
 }
 
 Outcome getMacro(const BuildCall &call)
 {
     const QString name = call.arguments[3];
-    const QHash<QString, QString> macros = call.configuration.propertyManager()->macroValues(
-        MorvalenCore::ConfigurationMacros | MorvalenCore::DesignMacros);
+    const auto *const manager = call.configuration.propertyManager();
+    const QHash<QString, QString> macros = manager
+        ? manager->macroValues(MorvalenCore::ConfigurationMacros | MorvalenCore::DesignMacros)
+        : QHash<QString, QString>();
     const auto macro = macros.constFind(name);
     return macro == macros.cend() ? Outcome::error(fill(texts.noSuchMacro, {name}))
                                   : Outcome::ok(*macro);

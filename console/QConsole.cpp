@@ -129,9 +129,12 @@ bool QConsole::execCommand(const QString &command, bool writeCommand, bool showP
     d->writer.promptIsGone();
     d->writer.restartClock();
     int res = 0;
+    const QPointer<QConsole> alive(this);
     const QString text = interpretCommand(modified, &res);
     if (result)
         *result = text;
+    if (!alive)
+        return res == 0;
     d->writer.showResult(text, res == 0 ? outColor : errColor, cmdColor);
     if (showPrompt)
         displayPrompt();

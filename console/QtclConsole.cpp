@@ -24,7 +24,7 @@ int usage(Tcl_Interp *interp, const char *name, const QString &text)
 
 } // namespace
 
-QtclConsole *QtclConsole::theInstance = nullptr;
+QPointer<QtclConsole> QtclConsole::theInstance;
 
 QtclConsole *QtclConsole::getInstance(QWidget *parent, const QString &welcomeText)
 {
@@ -53,6 +53,9 @@ QtclConsole::~QtclConsole()
     const QStringList names = TclCallBack<QtclConsole>::methodNames;
     for (const QString &name : names)
         commandsManager::getInstance(nullptr)->unregisterFunction(name.toUtf8().constData());
+    // It may be destroyed by the command that it runs; a mutex must not be while it is locked.
+    Q_UNUSED(mutex.tryLock())
+    mutex.unlock();
 }
 
 bool QtclConsole::isCommandComplete(const QString &command)
@@ -68,22 +71,27 @@ QString QtclConsole::interpretCommand(const QString &command, int *res)
         *res = 1;
         return u"Command cannot be executed!"_s;
     }
+    // The command may close the window that owns the console.
+    const QPointer<QtclConsole> alive(this);
+    Tcl_Interp *const commandInterp = interp;
     QString result;
     if (!command.isEmpty()) {
         // Tcl's own exit would end the program without asking.
         const QString torun = command == "exit"_L1 ? u"dbgExit"_s : command;
         Evaluation evaluation(torun);
-        *res = evaluation.finish(Tcl_Eval(interp, tcltext::toTcl(torun).constData()));
-        result = tcltext::result(interp);
-        if (outputLine) {
+        *res = evaluation.finish(Tcl_Eval(commandInterp, tcltext::toTcl(torun).constData()));
+        result = tcltext::result(commandInterp);
+        if (alive && outputLine) {
             outputLine->finish();
             errorLine->finish();
         }
         if (*res != TCL_OK)
-            errorstack::tell(interp, *res);
-        QConsole::interpretCommand(torun, res);
+            errorstack::tell(commandInterp, *res);
+        if (alive)
+            QConsole::interpretCommand(torun, res);
     }
-    mutex.unlock();
+    if (alive)
+        mutex.unlock();
     return result;
 }
 

@@ -3,6 +3,7 @@
 #include "console/QConsole.h"
 
 #include <QMutex>
+#include <QPointer>
 
 #include <functional>
 
@@ -12,8 +13,8 @@ class OutputLine;
 
 // The console of the process's Tcl interpreter. It runs what is typed, completes command names,
 // shows what scripts write to standard output and standard error, and brings the Tcl commands
-// history, set_prompt and save_script. There is one per process, created by the first call of
-// getInstance; it lives as long as its parent.
+// history, set_prompt and save_script. There is one at a time, created by getInstance when there is
+// none; it lives as long as its parent, so its window should be one that stays.
 //
 // One command runs at a time: another one that the event loop lets in meanwhile is refused.
 class TCLSCRIPTING_EXPORT QtclConsole : public QConsole
@@ -21,7 +22,7 @@ class TCLSCRIPTING_EXPORT QtclConsole : public QConsole
     Q_OBJECT
 
 public:
-    // The console. Only the first call's arguments count.
+    // The console. The arguments count only when there is none yet, or none any more.
     static QtclConsole *getInstance(QWidget *parent, const QString &welcomeText);
 
     QtclConsole(QWidget *parent, const QString &welcomeText);
@@ -89,5 +90,5 @@ private:
     std::unique_ptr<OutputLine> outputLine; // null unless whole lines are gathered
     std::unique_ptr<OutputLine> errorLine;
 
-    static QtclConsole *theInstance;
+    static QPointer<QtclConsole> theInstance;
 };

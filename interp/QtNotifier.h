@@ -9,8 +9,9 @@ class QApplication;
 QT_END_NAMESPACE
 
 // Lets Qt's event loop drive Tcl's events: "after", "fileevent" and "vwait" work while the
-// application's windows live. A host calls Qtk_InitNotifier once, on the GUI thread, before scripts
-// that use them run; a file handler that Tcl made earlier stays with Tcl's own notifier.
+// application's windows live. A host calls Qtk_InitNotifier once, on the GUI thread, before it
+// makes its TclScriptManager, whose start-up script may use them: a file handler that Tcl made
+// earlier stays with Tcl's own notifier. When it comes later, the log warns.
 //
 // By itself this gives a notifier that never blocks: "vwait" spins over passes of Qt's event loop,
 // the timer goes on firing at its last interval when Tcl has cleared it, and "update" does not

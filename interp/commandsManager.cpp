@@ -1,5 +1,6 @@
 #include "interp/commandsManager.h"
 
+#include "interp/exceptionborder.h"
 #include "interp/LinkedVariable.h"
 #include "interp/servicemode.h"
 #include "interp/TclCallBack.h"
@@ -83,7 +84,9 @@ void commandsManager::registerFunction(const char *name, CommandProc proc, const
                                        void *clientData)
 {
     functions.insert(tcltext::fromTcl(name), tcltext::fromTcl(help));
-    Tcl_CreateCommand(interp, name, proc, clientData, nullptr);
+    Tcl_Command command = Tcl_CreateCommand(interp, name, proc, clientData, nullptr);
+    if (command)
+        exceptionborder::guard(command);
 }
 
 void commandsManager::unregisterFunction(const char *name)

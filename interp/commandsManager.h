@@ -35,7 +35,8 @@ public:
     Q_DISABLE_COPY_MOVE(commandsManager)
 
     // Adds or replaces a command, Tcl's own included, without notice. The client data stays the
-    // caller's.
+    // caller's. An exception that the procedure throws becomes the error of the command: it must
+    // not pass through Tcl, which is written in C.
     void registerFunction(const char *name, CommandProc proc, const char *help, void *clientData);
 
     // Removes a command; an unknown name changes nothing.

@@ -1,5 +1,7 @@
 #include "interp/servicemode.h"
 
+#include <utility>
+
 #include <tcl.h>
 
 namespace servicemode {
@@ -8,6 +10,12 @@ namespace {
 
 bool interpreterReady = false;
 bool notifierInstalled = false;
+
+std::function<void()> &lateNotifier()
+{
+    static std::function<void()> told;
+    return told;
+}
 
 void become(bool &party)
 {
@@ -22,7 +30,18 @@ void become(bool &party)
 
 void interpreterIsReady() { become(interpreterReady); }
 
-void notifierIsInstalled() { become(notifierInstalled); }
+void notifierIsInstalled()
+{
+    become(notifierInstalled);
+    if (const auto told = std::exchange(lateNotifier(), {}))
+        told();
+}
+
+void tellOfLateNotifier(std::function<void()> told)
+{
+    if (!notifierInstalled)
+        lateNotifier() = std::move(told);
+}
 
 bool isOn() { return interpreterReady && notifierInstalled; }
 

@@ -3,6 +3,7 @@
 #include "commands/commandset.h"
 #include "commands/conventions.h"
 #include "console/QtclConsole.h"
+#include "interp/servicemode.h"
 #include "scripting/StartupListener.h"
 #include "scripting/TclScriptedAction.h"
 #include "ui_TclScriptManager.h"
@@ -14,6 +15,7 @@
 
 #include <QCoreApplication>
 #include <QIcon>
+#include <QPointer>
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::CoreGui::QtilitiesApplication;
@@ -25,7 +27,7 @@ struct TclScriptManagerPrivate
 {
     bool initialized = false;
     Tcl_Interp *interp = nullptr;
-    QtclConsole *console = nullptr;
+    QPointer<QtclConsole> console; // goes with its window
 };
 
 namespace {
@@ -53,6 +55,10 @@ QString escapedForQuotes(const QString &text)
     return escaped;
 }
 
+QString scriptsFolder() { return QtilitiesApplication::applicationSessionPath() + u"/Scripts"_s; }
+
+void warn(const QString &text) { Logger::instance()->logMessage(QString(), Logger::Warning, text); }
+
 } // namespace
 
 TclScriptManager::TclScriptManager(Tcl_Interp *interp, QWidget *parent)
@@ -64,7 +70,15 @@ TclScriptManager::TclScriptManager(Tcl_Interp *interp, QWidget *parent)
     d->interp = interp;
     d->console = QtclConsole::getInstance(QtilitiesApplication::mainWindow(), greeting());
     commands::registerCommandSet(*commandsManager::getInstance(d->interp));
+    if (d->interp && d->interp != commandsManager::getInstance(nullptr)->interp) {
+        warn(u"The interpreter given to TclScriptManager is ignored: the command registry has one "
+             "already. Give it to commandsManager::getInstance first."_s);
+    }
     initInterp();
+    servicemode::tellOfLateNotifier([] {
+        warn(u"Qtk_InitNotifier was called after the start-up script: what that opened, such as a "
+             "server or a pipe, is never served. Call it before TclScriptManager is made."_s);
+    });
 }
 
 TclScriptManager::~TclScriptManager() = default;
@@ -77,7 +91,7 @@ QWidget *TclScriptManager::modeWidget() { return this; }
 
 void TclScriptManager::initializeMode()
 {
-    if (d->initialized)
+    if (d->initialized || !d->console)
         return;
     setCentralWidget(d->console);
     d->initialized = true;
@@ -115,10 +129,20 @@ void TclScriptManager::listenToStartup(const std::function<void(const StartupNew
     startupListener() = listener;
 }
 
+void TclScriptManager::logStartup()
+{
+    const QString script = scriptsFolder() + u"/startup.tcl"_s;
+    listenToStartup([script](const StartupNews &news) {
+        const QString place =
+            news.line > 0 ? u"%1:%2"_s.arg(script, QString::number(news.line)) : script;
+        warn(place + u": "_s + news.text);
+    });
+}
+
 // What goes wrong here is shown by what the script itself wrote, and by a host that listens.
 void TclScriptManager::runStartupScript()
 {
-    const QString scripts = QtilitiesApplication::applicationSessionPath() + u"/Scripts"_s;
+    const QString scripts = scriptsFolder();
     const QString path = escapedForQuotes(preparePath(scripts));
     int code = TCL_OK;
     d->console->interpretCommand(u"cd \"%1\""_s.arg(path), &code);

@@ -34,7 +34,8 @@ struct StartupNews
 // A host makes exactly one, on the GUI thread, once its managers, its session path and its main
 // window exist; the parent owns it. Start-up never fails visibly: an error in startup.tcl is
 // dropped, unless the host listens. The console belongs to the main window until initializeMode
-// takes it into this one; commands and interpreter outlive the manager.
+// takes it into this one, and goes with the window that has it; commands and interpreter outlive
+// the manager. docs/embedding.md has the rules in a line each.
 class TCLSCRIPTING_EXPORT TclScriptManager : public QMainWindow,
                                              public Qtilities::CoreGui::Interfaces::IMode
 {
@@ -42,14 +43,17 @@ class TCLSCRIPTING_EXPORT TclScriptManager : public QMainWindow,
     Q_INTERFACES(Qtilities::CoreGui::Interfaces::IMode)
 
 public:
-    // The interpreter goes to the command registry, which makes its own when it is null and
-    // ignores it when the registry is there already.
+    // The console asks the command registry for its interpreter first, so one that is given here
+    // is used only when the registry has it already; the log warns when it has another.
     explicit TclScriptManager(Tcl_Interp *interp, QWidget *parent = nullptr);
     ~TclScriptManager() override;
 
     // From then on, who makes a manager is told what startup.tcl writes, besides the console, and
     // its error. Nobody is told before.
     static void listenToStartup(const std::function<void(const StartupNews &)> &listener);
+    // The same, told by warnings in the log that begin with file and line. The session path must be
+    // set.
+    static void logStartup();
 
     QString contextString() const override;
     QString contextHelpId() const override;
@@ -65,8 +69,9 @@ public:
     const QObject *objectBase() const override { return this; }
 
     // Evaluates a command in the console without echo and returns the result's text. *result,
-    // unless it is null, receives Tcl's completion code; without a console it stays as it is and
-    // the text says so.
+    // unless it is null, receives Tcl's completion code; without a console, as when its window has
+    // taken it along, it stays as it is and the text says so. While a command runs the console
+    // refuses another one, with a text and code 1: a command that runs commands calls Tcl_Eval.
     QString execCommad(const QString &command, int *result);
 
 private:

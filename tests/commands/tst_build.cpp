@@ -93,6 +93,20 @@ private Q_SLOTS:
     }
     void queries() { runRow(); }
 
+    void withoutMacros_data()
+    {
+        const auto none = [](FakeHost &host) {
+            host.designs.open.first()->allConfigurations.first()->hasMacros = false;
+        };
+        addRows({
+            {"build-no-macros-1 list", "build macros list", TCL_ERROR,
+             "Build configuration \"fast %2\" has no macros to ask for", "", none},
+            {"build-no-macros-2 get", "build macros get EMPTY", TCL_ERROR,
+             "Macro \"EMPTY\" does not exist in active build configuration.", "", none},
+        });
+    }
+    void withoutMacros() { runRow(); }
+
     void runState_data()
     {
         QTest::addColumn<int>("state");

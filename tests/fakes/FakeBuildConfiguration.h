@@ -41,7 +41,10 @@ public:
         journal.perform(callText("configuration.stepNamesInOrder", {QString::number(count)}));
         return steps;
     }
-    const MorvalenCore::BuildStepPropertyManager *propertyManager() const override { return this; }
+    const MorvalenCore::BuildStepPropertyManager *propertyManager() const override
+    {
+        return hasMacros ? this : nullptr;
+    }
     void refresh() override { journal.perform(callText("configuration.refresh")); }
     bool run(bool onlyOutdated, bool dryRun) override
     {
@@ -69,6 +72,7 @@ public:
 
     QString name;
     QString targetPath;
+    bool hasMacros = true;
     RunState state = Idle;
     QStringList steps;
     QHash<int, QHash<QString, QString>> macros;

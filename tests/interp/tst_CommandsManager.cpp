@@ -7,6 +7,7 @@
 #include <QtTest>
 
 #include <memory>
+#include <stdexcept>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -24,6 +25,14 @@ int answerClientData(void *clientData, Tcl_Interp *interp, int, char **argv)
     Tcl_AppendResult(interp, argv[0], " ", static_cast<const char *>(clientData), nullptr);
     return TCL_OK;
 }
+
+int throwAnError(void *, Tcl_Interp *interp, int, const char **)
+{
+    Tcl_AppendResult(interp, "half a result", nullptr);
+    throw std::runtime_error("no such valve \xe2\x82\xac");
+}
+
+int throwANumber(void *, Tcl_Interp *, int, const char **) { throw 42; }
 
 const QString helpAlone = u"Commands :\n"
                           "==========\n"
@@ -67,6 +76,42 @@ private Q_SLOTS:
         QVERIFY(!eval("set tcl_library").isEmpty());
         QCOMPARE(eval("file tail [info nameofexecutable]"), u"interp_tests"_s);
         QCOMPARE(eval("encoding system"), u"utf-8"_s);
+    }
+
+    void anExceptionIsTheErrorOfItsCommand_data()
+    {
+        QTest::addColumn<QByteArray>("script");
+        QTest::addColumn<QString>("text");
+        const QString valve = u"\"%1\" ended with an exception: no such valve \u20ac"_s;
+        QTest::newRow("exception-1 alone") << QByteArray("valve 1") << valve.arg(u"valve"_s);
+        QTest::newRow("exception-2 of an unknown kind")
+            << QByteArray("number") << u"\"number\" ended with an exception: of an unknown kind"_s;
+        QTest::newRow("exception-3 under another name")
+            << QByteArray("rename valve v\u00e4lve; v\u00e4lve") << valve.arg(u"v\u00e4lve"_s);
+        QTest::newRow("exception-4 in a compiled procedure")
+            << QByteArray("proc p {} { valve }; p") << valve.arg(u"valve"_s);
+    }
+    void anExceptionIsTheErrorOfItsCommand()
+    {
+        QFETCH(const QByteArray, script);
+        QFETCH(const QString, text);
+        registry->registerFunction("valve", throwAnError, "Throws", nullptr);
+        registry->registerFunction("number", throwANumber, "Throws", nullptr);
+        QCOMPARE(eval(script.constData(), TCL_ERROR), text);
+        QCOMPARE(eval("info level"), u"0"_s);
+        QCOMPARE(eval("set x 1"), u"1"_s);
+    }
+
+    // The border in front of a procedure is not to be seen.
+    void theProcedureIsTheOneThatWasGiven()
+    {
+        int data = 0;
+        registry->registerFunction("words", answerWords, "Answers", &data);
+        Tcl_CmdInfo info = {};
+        QVERIFY(Tcl_GetCommandInfo(registry->interp, "words", &info));
+        QVERIFY(info.proc == answerWords);
+        QCOMPARE(info.clientData, static_cast<void *>(&data));
+        QVERIFY(!info.deleteProc);
     }
 
     void aRegistryOfAGivenInterpreterLeavesItAlive()

@@ -43,6 +43,11 @@ must("${CMAKE_COMMAND}" --build "${WORK}/consumer")
 must("${WORK}/consumer/consumer")
 must_be("${output}" "${says}")
 
+# The rules for hosts, kept and broken.
+must(${configure} -S "${CMAKE_CURRENT_LIST_DIR}/rules" -B "${WORK}/rules")
+must("${CMAKE_COMMAND}" --build "${WORK}/rules")
+include("${CMAKE_CURRENT_LIST_DIR}/rules.cmake")
+
 # How the package is asked for, and what it says when it cannot be had.
 must(${configure} -S "${CMAKE_CURRENT_LIST_DIR}/finding" -B "${WORK}/finding")
 

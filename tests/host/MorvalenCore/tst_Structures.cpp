@@ -1,3 +1,4 @@
+#include "tests/fakes/FakeDesignManager.h"
 #include "tests/host/MorvalenCore/SessionFixture.h"
 #include "tests/TestClass.h"
 
@@ -8,6 +9,7 @@
 #include <sys/stat.h>
 
 using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::DesignManager;
 using MorvalenCore::DesignStructureManager;
 
 // The structures of designs and which of them is the default.
@@ -29,6 +31,7 @@ private Q_SLOTS:
     void looksAgainAtSettingsOfTheSameSizeAndTime();
     void saysThatTheSettingsCannotBeUsed();
     void knowsWhereDesignsAreKept();
+    void asksTheHostsDesignManagerForThePlace();
 
 private:
     static DesignStructureManager *structures() { return DesignStructureManager::instance(); }
@@ -169,6 +172,22 @@ void tst_Structures::knowsWhereDesignsAreKept()
     QCOMPARE(structures()->activeDesignRepositoryPathForStructure(u"Flat"_s, true), designs);
     QVERIFY(QFileInfo(designs).isDir());
     QCOMPARE(structures()->activeDesignRepositoryPathForStructure(u"Baroque"_s, true), QString());
+}
+
+void tst_Structures::asksTheHostsDesignManagerForThePlace()
+{
+    Journal journal;
+    FakeDesignManager own(journal);
+    own.paths[DesignManager::DesignsPath] = session->path(u"own"_s);
+    DesignManager::setInstance(&own);
+    QCOMPARE(structures()->activeDesignRepositoryPathForStructure(u"Flat"_s, true),
+             session->path(u"own"_s));
+    QVERIFY(QFileInfo(session->path(u"own"_s)).isDir());
+
+    own.paths.clear();
+    QCOMPARE(structures()->activeDesignRepositoryPathForStructure(u"Flat"_s, false),
+             session->path(u"session/Designs"_s));
+    DesignManager::setInstance(nullptr);
 }
 
 TEST_CLASS(tst_Structures)

@@ -42,6 +42,13 @@ public:
     InstanceFactoryInfo instanceFactoryInfo() const override { return {}; }
 };
 
+// Has a name of its own, and no way to change it.
+class FixedItem : public PlainItem
+{
+public:
+    QString getName(const Observer *) const override { return u"fixed"_s; }
+};
+
 } // namespace
 
 // Items of trees: names, categories, paths, and whether they have changed.
@@ -51,6 +58,7 @@ class tst_TreeItems : public QObject
 
 private Q_SLOTS:
     void hasAName();
+    void cannotBeRenamedWithANameOfItsOwn();
     void givesTheLastPartOfAPath_data();
     void givesTheLastPartOfAPath();
     void tellsOfModifications();
@@ -73,6 +81,20 @@ void tst_TreeItems::hasAName()
     QCOMPARE(item.objectName(), u"name"_s);
     QVERIFY(item.setName(u"other"_s, &context));
     QCOMPARE(item.getName(), u"other"_s);
+}
+
+void tst_TreeItems::cannotBeRenamedWithANameOfItsOwn()
+{
+    FixedItem item;
+    item.setObjectName(u"object"_s);
+
+    const Status status = item.trySetName(u"other"_s);
+
+    QCOMPARE(status.kind(), Status::Kind::Unsupported);
+    QCOMPARE(status.text(), u"The item \"fixed\" cannot be renamed to \"other\""_s);
+    QVERIFY(!item.setName(u"other"_s));
+    QCOMPARE(item.objectName(), u"object"_s);
+    QVERIFY(item.setName(u"fixed"_s));
 }
 
 void tst_TreeItems::givesTheLastPartOfAPath_data()

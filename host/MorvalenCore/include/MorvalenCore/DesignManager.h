@@ -28,7 +28,9 @@ public:
     // The manager: the one that was set, else one made on first use.
     static DesignManager *instance();
 
-    // Replaces the manager, which stays the caller's; null brings the default back.
+    // Replaces the manager, which stays the caller's; null brings the default back. Factories are
+    // registered with the manager of the time: a warning names the script types that the new one
+    // cannot run.
     static void setInstance(DesignManager *manager);
 
     // Ids of the open designs in the order of opening, and the design of an id, or null.

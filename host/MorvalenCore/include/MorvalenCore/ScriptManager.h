@@ -36,7 +36,8 @@ public:
 
     // A new action for a script file of a known type, owned by the caller. It is made by the
     // design manager's factory for the type's instance tag and bears the file's name without the
-    // suffix. Null when the type is not known, or its factory is not or makes something else.
+    // suffix. Null when the type is not known, or its factory makes something else or is not
+    // known to the design manager, which the log then says.
     virtual AbstractScriptedAction *createAction(const QString &scriptType,
                                                  const QString &filePath);
 

@@ -1,10 +1,13 @@
 #include <MorvalenCore/DesignManager.h>
+#include <MorvalenCore/ScriptManager.h>
 
 #include "designs/SessionDesignManager.h"
+#include "log/hostlog.h"
 
 #include <Qtilities/Replaceable.h>
 #include <Qtilities/statuslog.h>
 
+using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::Interfaces::IDesign;
 using Qtilities::Core::Result;
 using Qtilities::Core::Status;
@@ -22,6 +25,20 @@ Slot &slot()
     return *theSlot;
 }
 
+// A manager that comes after those who registered factories knows none of them.
+void warnOfLostFactories(const DesignManager *former, const DesignManager &manager)
+{
+    if (!former || former == &manager)
+        return;
+    for (const QString &type : ScriptManager::instance()->knownScriptTypes()) {
+        const QString tag = ScriptManager::instance()->scriptParameters(type).instanceTag;
+        if (former->factory(tag) && !manager.factory(tag)) {
+            logWarning(u"The new design manager has no factory for scripts of type \"%1\", which "
+                       "the former one had. Set it before TclScriptManager is made."_s.arg(type));
+        }
+    }
+}
+
 } // namespace
 
 DesignManager::DesignManager(QObject *parent) : QObject(parent) { }
@@ -30,7 +47,12 @@ DesignManager::~DesignManager() = default;
 
 DesignManager *DesignManager::instance() { return slot().get(); }
 
-void DesignManager::setInstance(DesignManager *manager) { slot().set(manager); }
+void DesignManager::setInstance(DesignManager *manager)
+{
+    if (manager)
+        warnOfLostFactories(slot().current(), *manager);
+    slot().set(manager);
+}
 
 QList<Status> DesignManager::tryCloseDesigns(const QStringList &ids, bool deleteWorkingFolders)
 {

@@ -1,9 +1,12 @@
 #include <MorvalenCore/DesignManager.h>
 #include <MorvalenCore/ScriptManager.h>
 
+#include <Qtilities/Logger.h>
 #include <Qtilities/Replaceable.h>
 
 #include <QFileInfo>
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace MorvalenCore {
 
@@ -46,8 +49,13 @@ AbstractScriptedAction *ScriptManager::createAction(const QString &scriptType,
     if (known == types.cend() || !manager)
         return nullptr;
     const DesignManager::ObjectFactory *const factory = manager->factory(known->instanceTag);
-    if (!factory)
+    if (!factory) {
+        Qtilities::Logging::Logger::instance()->logMessage(
+            QString(), Qtilities::Logging::Logger::Warning,
+            u"No action can be made for scripts of type \"%1\": the design manager has no factory "
+            "\"%2\""_s.arg(scriptType, known->instanceTag));
         return nullptr;
+    }
     QObject *const object = factory->createInstance();
     auto *const action = qobject_cast<AbstractScriptedAction *>(object);
     if (!action) {

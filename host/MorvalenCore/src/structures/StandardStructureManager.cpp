@@ -4,6 +4,8 @@
 #include "session/sessionsettings.h"
 #include "structures/structures.h"
 
+#include <MorvalenCore/DesignManager.h>
+
 #include <QDir>
 
 using namespace Qt::Literals::StringLiterals;
@@ -22,6 +24,13 @@ const DesignType *findType(const QString &name)
             return &type;
     }
     return nullptr;
+}
+
+// That of the design manager, which may be the host's own; it may have none.
+QString designsFolder()
+{
+    const QString path = DesignManager::instance()->path(DesignManager::DesignsPath);
+    return path.isEmpty() ? sessionFolder(u"Designs"_s) : path;
 }
 
 } // namespace
@@ -79,7 +88,7 @@ QString StandardStructureManager::activeDesignRepositoryPathForStructure(const Q
 {
     if (!findDesignStructure(structure))
         return {};
-    const QString path = sessionFolder(u"Designs"_s);
+    const QString path = designsFolder();
     if (create && !QDir().mkpath(path))
         logError(u"The folder \"%1\" cannot be made"_s.arg(path));
     return path;

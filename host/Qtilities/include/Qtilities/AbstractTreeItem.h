@@ -20,7 +20,8 @@ public:
     // The name under which the item is known in a context; a null context asks for its own name.
     virtual QString getName(const Core::Observer *context = nullptr) const;
 
-    // Renames the item, unless it refuses the name.
+    // Renames the item, unless it refuses the name. A class that overrides one of the two overrides
+    // the other: an item with a name of its own is not renamed here, and the status says so.
     virtual Core::Status trySetName(const QString &name);
     // The same for callers that can only take a bool; a warning in the log says why.
     virtual bool setName(const QString &name, Core::Observer *context = nullptr);

@@ -28,6 +28,9 @@ public:
         return standard;
     }
 
+    // The one that get() returned last; null when there is none yet.
+    Class *current() const { return replacement ? replacement.data() : standard; }
+
     // Null brings the default back.
     void set(Class *object) { replacement = object; }
 

@@ -1,0 +1,44 @@
+# What the host of the folder "rules" says about each rule, in a process of its own for each; included
+# by package.cmake.
+
+# rule(<word> <line>...)
+function(rule word)
+    must("${WORK}/rules/rules" ${word})
+    list(JOIN ARGN "\n" expected)
+    must_be("${word}:\n${output}" "${word}:\n${expected}\n")
+endfunction()
+
+rule(notifier-first "lsort $served -> 0 pipe server timer")
+rule(notifier-late
+    "Warning: Qtk_InitNotifier was called after the start-up script: what that opened, such as a server or a pipe, is never served. Call it before TclScriptManager is made."
+    "lsort $served -> 0 timer")
+rule(interpreter-to-registry "set mine -> 0 yes")
+rule(interpreter-to-manager
+    "Warning: The interpreter given to TclScriptManager is ignored: the command registry has one already. Give it to commandsManager::getInstance first."
+    "info exists mine -> 0 0")
+rule(commands-first "set greeting -> 0 hello")
+rule(commands-late
+    "Warning: SESSION/Scripts/startup.tcl:2: invalid command name \"greet\""
+    "greet -> 0 hello")
+rule(managers-first "an action")
+set(no_factory
+    "Warning: No action can be made for scripts of type \"text/x-tcl\": the design manager has no factory \"text/x-tcl\""
+    "no action")
+rule(managers-late
+    "Warning: The new design manager has no factory for scripts of type \"text/x-tcl\", which the former one had. Set it before TclScriptManager is made."
+    ${no_factory})
+rule(manager-destroyed ${no_factory})
+rule(window-gone
+    "expr {6 * 7} -> 99 Tcl console not initialized."
+    "expr {6 * 7} -> 0 42"
+    "shown")
+rule(window-gone-meanwhile "1" "set x -> 99 Tcl console not initialized.")
+rule(exceptions
+    "open_valve 1 -> 1 \"open_valve\" ended with an exception: no such valve"
+    "throw -> 1 \"throw\" ended with an exception: of an unknown kind"
+    "proc p {} { catch {open_valve 2} text\; return [info level]$text }\; p -> 0 1\"open_valve\" ended with an exception: no such valve")
+rule(command-in-command
+    "execCommad: 1 Command cannot be executed!"
+    "another -> 0 42")
+rule(one-object "left_lamp -> 0 right" "right_lamp -> 0 right")
+rule(prompt "morvalen > " "morvalen > set x 1" "1" "host> ")

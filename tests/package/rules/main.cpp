@@ -1,0 +1,348 @@
+// A host that keeps, or breaks, one of the rules for hosts: rules WORD. It prints what it sees, and
+// what the log says of it.
+
+#include "console/QtclConsole.h"
+#include "interp/commandsManager.h"
+#include "interp/QtNotifier.h"
+#include "interp/TclCallBack.h"
+#include "interp/tcltext.h"
+#include "scripting/TclScriptManager.h"
+
+#include <MorvalenCore/AbstractScriptedAction.h>
+#include <MorvalenCore/DesignManager.h>
+#include <MorvalenCore/ScriptManager.h>
+#include <Qtilities/Logger.h>
+#include <Qtilities/QtilitiesApplication.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTcpSocket>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <cstdio>
+#include <map>
+#include <memory>
+#include <stdexcept>
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::DesignManager;
+using MorvalenCore::ScriptManager;
+using Qtilities::CoreGui::QtilitiesApplication;
+using Qtilities::Logging::Logger;
+using TclScripting::TclScriptManager;
+
+namespace {
+
+QString sessionFolder;
+
+void print(const QString &line)
+{
+    std::printf("%s\n", qPrintable(QString(line).replace(sessionFolder, u"SESSION"_s)));
+}
+
+void writeStartup(const QByteArray &script)
+{
+    QFile file(sessionFolder + u"/Scripts/startup.tcl"_s);
+    if (!file.open(QIODevice::WriteOnly) || file.write(script) != script.size())
+        qFatal("cannot write the start-up script");
+}
+
+void run(TclScriptManager &manager, const QString &command)
+{
+    int code = 99;
+    const QString text = manager.execCommad(command, &code);
+    print(u"%1 -> %2 %3"_s.arg(command, QString::number(code), text));
+}
+
+commandsManager *registry() { return commandsManager::getInstance(nullptr); }
+
+// A server, a timer and the pipe of a child, as a start-up script opens them.
+const QByteArray threeEvents = R"(
+    set served {}
+    proc accept {channel args} { lappend ::served server; close $channel; look }
+    proc look {} { if {[llength $::served] == $::wanted} { finish } }
+    set server [socket -server accept -myaddr 127.0.0.1 0]
+    set port [lindex [fconfigure $server -sockname] 2]
+    after 1 { lappend served timer; look }
+    set pipe [open "|echo from the child"]
+    fileevent $pipe readable { lappend served pipe; close $pipe; look }
+)";
+
+int finish(ClientData, Tcl_Interp *, int, const char **)
+{
+    QCoreApplication::quit();
+    return TCL_OK;
+}
+
+void serveEvents(int wanted, bool inTime)
+{
+    writeStartup("set wanted " + QByteArray::number(wanted) + threeEvents);
+    registry()->registerFunction("finish", finish, "Ends the event loop", nullptr);
+    if (inTime)
+        Qtk_InitNotifier(qApp);
+    TclScriptManager manager(nullptr);
+    if (!inTime)
+        Qtk_InitNotifier(qApp);
+    Qtk_LetNotifierRest();
+    QTcpSocket client;
+    client.connectToHost(u"127.0.0.1"_s,
+                         manager.execCommad(u"set port"_s, nullptr).toUShort());
+    QCoreApplication::exec();
+    run(manager, u"lsort $served"_s);
+}
+
+void notifierFirst() { serveEvents(3, true); }
+
+void notifierLate() { serveEvents(1, false); }
+
+void interpreterToTheRegistry()
+{
+    Tcl_Interp *const own = Tcl_CreateInterp();
+    Tcl_SetVar(own, "mine", "yes", TCL_GLOBAL_ONLY);
+    commandsManager::getInstance(own);
+    TclScriptManager manager(own);
+    run(manager, u"set mine"_s);
+}
+
+void interpreterToTheManager()
+{
+    Tcl_Interp *const own = Tcl_CreateInterp();
+    Tcl_SetVar(own, "mine", "yes", TCL_GLOBAL_ONLY);
+    TclScriptManager manager(own);
+    run(manager, u"info exists mine"_s);
+}
+
+int greet(ClientData, Tcl_Interp *interp, int, const char **)
+{
+    tcltext::appendResult(interp, u"hello"_s);
+    return TCL_OK;
+}
+
+void commandsFirst()
+{
+    writeStartup("set greeting [greet]\n");
+    registry()->registerFunction("greet", greet, "Says hello", nullptr);
+    TclScriptManager::logStartup();
+    TclScriptManager manager(nullptr);
+    run(manager, u"set greeting"_s);
+}
+
+void commandsLate()
+{
+    writeStartup("# the first line\nset greeting [greet]\n");
+    TclScriptManager::logStartup();
+    TclScriptManager manager(nullptr);
+    registry()->registerFunction("greet", greet, "Says hello", nullptr);
+    run(manager, u"greet"_s);
+}
+
+// Takes nothing from the manager that was there before.
+class OwnDesignManager : public DesignManager
+{
+public:
+    using Status = Qtilities::Core::Status;
+    using IDesign = MorvalenCore::Interfaces::IDesign;
+
+    QStringList openDesignIds() const override { return {}; }
+    IDesign *design(const QString &) const override { return nullptr; }
+    QList<IDesign *> activeDesigns() const override { return {}; }
+    void setActiveDesign(const QString &) override { }
+    QStringList designTypes() const override { return {}; }
+    QString path(PathKind) const override { return {}; }
+    QString settingsFileName() const override { return {}; }
+    Status tryDesignName(const QString &, const IDesign *) const override { return {}; }
+    Status tryAttachDesign(IDesign *, bool) override { return {}; }
+    Qtilities::Core::Result<IDesign *> tryParseDesignFromFile(const QString &) override
+    {
+        return Status::unsupported(u"No"_s);
+    }
+    Status tryParseDesignToFile(IDesign *, const QString &, bool) override { return {}; }
+    Status tryCloseDesign(const QString &, bool) override { return {}; }
+    QList<Status> tryPrepareForShutdown(int) override { return {}; }
+    bool registerFactory(const ObjectFactory *factory,
+                         const Qtilities::Core::FactoryItemID &id) override
+    {
+        factories.insert(id.tag, factory);
+        return true;
+    }
+    const ObjectFactory *factory(const QString &tag) const override { return factories.value(tag); }
+    QStringList extensionWidgetContexts() const override { return {}; }
+
+private:
+    QHash<QString, const ObjectFactory *> factories;
+};
+
+void makeAction()
+{
+    const std::unique_ptr<MorvalenCore::AbstractScriptedAction> action(
+        ScriptManager::instance()->createAction(u"text/x-tcl"_s, u"/a.tcl"_s));
+    print(action ? u"an action"_s : u"no action"_s);
+}
+
+void managersFirst()
+{
+    OwnDesignManager own;
+    DesignManager::setInstance(&own);
+    TclScriptManager manager(nullptr);
+    makeAction();
+}
+
+void managersLate()
+{
+    TclScriptManager manager(nullptr);
+    OwnDesignManager own;
+    DesignManager::setInstance(&own);
+    makeAction();
+}
+
+void managerDestroyed()
+{
+    auto own = std::make_unique<OwnDesignManager>();
+    DesignManager::setInstance(own.get());
+    TclScriptManager manager(nullptr);
+    own.reset();
+    makeAction();
+}
+
+void windowGone()
+{
+    auto window = std::make_unique<QMainWindow>();
+    QtilitiesApplication::setMainWindow(window.get());
+    TclScriptManager manager(nullptr);
+    window.reset();
+    QtilitiesApplication::setMainWindow(nullptr);
+    run(manager, u"expr {6 * 7}"_s);
+    manager.initializeMode();
+    TclScriptManager next(nullptr);
+    run(next, u"expr {6 * 7}"_s);
+    next.initializeMode();
+    print(next.centralWidget() == QtclConsole::getInstance(nullptr, {}) ? u"shown"_s : u"lost"_s);
+}
+
+int closeWindow(ClientData window, Tcl_Interp *, int, const char **)
+{
+    delete static_cast<QMainWindow *>(window);
+    return TCL_OK;
+}
+
+void windowGoneMeanwhile()
+{
+    auto *const window = new QMainWindow;
+    QtilitiesApplication::setMainWindow(window);
+    TclScriptManager manager(nullptr);
+    registry()->registerFunction("close_window", closeWindow, "Destroys the window", window);
+    QString result;
+    QtclConsole::getInstance(nullptr, {})
+        ->execCommand(u"close_window; puts later; set x 1"_s, true, true, &result);
+    print(result);
+    run(manager, u"set x"_s);
+}
+
+int throwError(ClientData, Tcl_Interp *, int, const char **)
+{
+    throw std::runtime_error("no such valve");
+}
+
+int throwNumber(ClientData, Tcl_Interp *, int, const char **) { throw 42; }
+
+void exceptions()
+{
+    TclScriptManager manager(nullptr);
+    registry()->registerFunction("open_valve", throwError, "Throws", nullptr);
+    registry()->registerFunction("throw", throwNumber, "Throws", nullptr);
+    run(manager, u"open_valve 1"_s);
+    run(manager, u"throw"_s);
+    run(manager, u"proc p {} { catch {open_valve 2} text; return [info level]$text }; p"_s);
+}
+
+int runAnother(ClientData manager, Tcl_Interp *interp, int, const char **)
+{
+    int code = 99;
+    const QString text =
+        static_cast<TclScriptManager *>(manager)->execCommad(u"expr {6 * 7}"_s, &code);
+    print(u"execCommad: %1 %2"_s.arg(QString::number(code), text));
+    return Tcl_Eval(interp, "expr {6 * 7}");
+}
+
+void commandInCommand()
+{
+    TclScriptManager manager(nullptr);
+    registry()->registerFunction("another", runAnother, "Runs another command", &manager);
+    run(manager, u"another"_s);
+}
+
+class Lamp
+{
+public:
+    explicit Lamp(const QString &lampName) : name(lampName) { }
+
+    int tell(void *, Tcl_Interp *interp, int, const char **)
+    {
+        tcltext::appendResult(interp, name);
+        return TCL_OK;
+    }
+
+private:
+    QString name;
+};
+
+void oneObjectOfAClass()
+{
+    Lamp left(u"left"_s);
+    Lamp right(u"right"_s);
+    TclCallBack<Lamp>::registerMethod(&left, "left_lamp", &Lamp::tell, "Tells", nullptr);
+    TclCallBack<Lamp>::registerMethod(&right, "right_lamp", &Lamp::tell, "Tells", nullptr);
+    TclScriptManager manager(nullptr);
+    run(manager, u"left_lamp"_s);
+    run(manager, u"right_lamp"_s);
+}
+
+void promptOfTheConsole()
+{
+    TclScriptManager manager(nullptr);
+    QtclConsole *const console = QtclConsole::getInstance(nullptr, {});
+    console->setPrompt(u"host> "_s, false);
+    print(console->toPlainText().section(u'\n', -1));
+    console->execCommand(u"set x 1"_s, true, true, nullptr);
+    print(console->toPlainText().section(u'\n', -3));
+}
+
+const std::map<QString, void (*)()> rules {
+    {u"commands-first"_s, commandsFirst},
+    {u"commands-late"_s, commandsLate},
+    {u"command-in-command"_s, commandInCommand},
+    {u"exceptions"_s, exceptions},
+    {u"interpreter-to-manager"_s, interpreterToTheManager},
+    {u"interpreter-to-registry"_s, interpreterToTheRegistry},
+    {u"manager-destroyed"_s, managerDestroyed},
+    {u"managers-first"_s, managersFirst},
+    {u"managers-late"_s, managersLate},
+    {u"notifier-first"_s, notifierFirst},
+    {u"notifier-late"_s, notifierLate},
+    {u"one-object"_s, oneObjectOfAClass},
+    {u"prompt"_s, promptOfTheConsole},
+    {u"window-gone"_s, windowGone},
+    {u"window-gone-meanwhile"_s, windowGoneMeanwhile},
+};
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QtilitiesApplication application(argc, argv);
+    const QTemporaryDir session;
+    sessionFolder = session.path();
+    QDir(sessionFolder).mkdir(u"Scripts"_s);
+    application.setApplicationSessionPath(sessionFolder);
+    QObject::connect(Logger::instance(), &Logger::messageLogged,
+                     [](const QString &, Logger::MessageType type, const QString &text) {
+                         if (type != Logger::Info)
+                             print(Logger::messageTypeName(type) + u": "_s + text);
+                     });
+    const auto rule = argc == 2 ? rules.find(QString::fromLocal8Bit(argv[1])) : rules.end();
+    if (rule == rules.end())
+        return 2;
+    rule->second();
+    return 0;
+}
