@@ -53,14 +53,17 @@ Result<Descriptor> openRegularFile(const QString &fileName)
 Result<QByteArray> readRegularFile(const QString &fileName, qint64 limit)
 {
     const Result<Descriptor> file = openRegularFile(fileName);
-    if (!file.isOk())
-        return file.status();
+    return file.isOk() ? readAll(file.value(), limit) : file.status();
+}
+
+Result<QByteArray> readAll(const Descriptor &file, qint64 limit)
+{
     QByteArray content;
     while (content.size() < limit) {
         const qsizetype size = content.size();
         content.resize(size + std::min(pieceSize, limit - size));
         const ssize_t count =
-            ::read(file.value().get(), content.data() + size, size_t(content.size() - size));
+            ::read(file.get(), content.data() + size, size_t(content.size() - size));
         content.resize(size + std::max<ssize_t>(count, 0));
         if (count < 0 && errno != EINTR)
             return failureOfSystem();

@@ -1,3 +1,4 @@
+#include <Qtilities/KnownFile.h>
 #include <Qtilities/regularfile.h>
 #include <Qtilities/settingsfile.h>
 
@@ -7,32 +8,13 @@
 #include <QMutex>
 #include <QSettings>
 
-#include <sys/stat.h>
-
 namespace Qtilities::Core {
 
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-// The time of the last change of any kind cannot be set back.
-struct Stamp
-{
-    quint64 inode = 0;
-    qint64 size = -1;
-    qint64 changed = 0; // nanoseconds
-
-    bool operator==(const Stamp &) const = default;
-};
-
-Stamp stampOf(const QString &fileName)
-{
-    struct stat status = {};
-    if (::stat(QFile::encodeName(fileName).constData(), &status) != 0)
-        return {};
-    return {status.st_ino, status.st_size,
-            qint64(status.st_ctim.tv_sec) * 1'000'000'000 + status.st_ctim.tv_nsec};
-}
+using Stamp = KnownFile::Stamp;
 
 // What was found to be in order already, since settings are asked for often.
 class SecuredFiles
@@ -83,8 +65,8 @@ Status putAside(const QString &fileName)
 Status secureSettingsFile(const QString &fileName)
 {
     static SecuredFiles secured;
-    const Stamp stamp = stampOf(fileName);
-    if (stamp == Stamp() || secured.hold(fileName, stamp))
+    const Stamp stamp = KnownFile::stampOf(fileName);
+    if (!stamp.exists() || secured.hold(fileName, stamp))
         return {};
     const Result<QByteArray> content = readRegularFile(fileName);
     if (!content.isOk()) {

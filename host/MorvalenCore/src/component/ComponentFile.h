@@ -1,12 +1,11 @@
 #pragma once
 
-#include <Qtilities/Status.h>
+#include <Qtilities/KnownFile.h>
 
 #include <QByteArray>
 #include <QString>
 
 #include <cstdint>
-#include <optional>
 
 namespace MorvalenCore {
 
@@ -21,40 +20,20 @@ public:
     // Path is absolute and clean.
     explicit ComponentFile(const QString &path);
 
-    const QString &path() const { return filePath; }
+    const QString &path() const { return file.path(); }
 
     Qtilities::Core::Result<QByteArray> read();
 
     // Replaces the file by bytes, atomically. Refuses when the file differs from what was read or
-    // written last: size and time of change are compared, and the content where they do not
-    // settle it. A file that is gone is written anew.
+    // written last. A file that is gone is written anew.
     Qtilities::Core::Status write(const QByteArray &bytes);
 
 private:
     Qtilities::Core::Status checkPath() const;
-
-    struct Stamp
-    {
-        std::int64_t size = 0;
-        // The second cannot be set back, as programs do that keep the times of what they copy.
-        std::int64_t modified = 0;
-        std::int64_t changed = 0;
-        // Whether the file had not rested when it was looked at, so that another change may
-        // carry the same times.
-        bool isFresh = false;
-    };
-
-    bool isChanged() const;
-    std::optional<Stamp> stampOf() const;
+    Qtilities::Core::Status checkUnchanged();
     bool holds(const QByteArray &bytes) const;
-    void remember(const QByteArray &bytes);
 
-    QString filePath;
-    // None for a file that was not there.
-    std::optional<Stamp> stamp;
-    QByteArray contentHash;
-    // Hashed only when needed: shares the bytes that the document holds anyway.
-    QByteArray contentRead;
+    Qtilities::Core::KnownFile file;
 };
 
 } // namespace MorvalenCore

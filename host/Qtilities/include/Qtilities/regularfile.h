@@ -19,6 +19,9 @@ namespace Qtilities::Core {
 // Opens it for reading.
 QTILITIES_EXPORT Result<Descriptor> openRegularFile(const QString &fileName);
 
+// The rest of an opened file, cut off after that many bytes.
+QTILITIES_EXPORT Result<QByteArray> readAll(const Descriptor &file, qint64 limit);
+
 // What is in it, cut off after that many bytes.
 QTILITIES_EXPORT Result<QByteArray>
 readRegularFile(const QString &fileName, qint64 limit = std::numeric_limits<qint64>::max());

@@ -1,0 +1,105 @@
+#include <Qtilities/KnownFile.h>
+#include <Qtilities/regularfile.h>
+
+#include <QCryptographicHash>
+#include <QFile>
+
+#include <cerrno>
+#include <ctime>
+#include <sys/stat.h>
+
+namespace Qtilities::Core {
+
+namespace {
+
+constexpr qint64 nanoseconds = 1'000'000'000;
+// Coarser than the clock of any file system in use.
+constexpr qint64 restingTime = 2 * nanoseconds;
+
+qint64 inNanoseconds(const timespec &time)
+{
+    return qint64(time.tv_sec) * nanoseconds + time.tv_nsec;
+}
+
+KnownFile::Stamp stampFrom(const struct stat &status)
+{
+    return {status.st_dev, status.st_ino, status.st_size, inNanoseconds(status.st_mtim),
+            inNanoseconds(status.st_ctim)};
+}
+
+bool isFreshNow(const KnownFile::Stamp &stamp)
+{
+    timespec now = {};
+    ::clock_gettime(CLOCK_REALTIME, &now);
+    return inNanoseconds(now) - qMax(stamp.modified, stamp.changed) < restingTime;
+}
+
+QByteArray hashOf(const QByteArray &bytes)
+{
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Blake2b_256);
+}
+
+} // namespace
+
+KnownFile::Stamp KnownFile::stampOf(const QString &fileName)
+{
+    struct stat status = {};
+    const bool exists = ::stat(QFile::encodeName(fileName).constData(), &status) == 0;
+    return exists ? stampFrom(status) : Stamp();
+}
+
+Result<KnownFile::Content> KnownFile::read(qint64 limit) const
+{
+    const Result<Descriptor> file = openRegularFile(name);
+    if (!file.isOk())
+        return file.status();
+    struct stat status = {};
+    if (::fstat(file.value().get(), &status) != 0)
+        return Status::io(qt_error_string(errno));
+    const Stamp stamp = stampFrom(status);
+    const bool fresh = isFreshNow(stamp);
+    Result<QByteArray> bytes = readAll(file.value(), limit);
+    if (!bytes.isOk())
+        return bytes.status();
+    return Content {std::move(bytes).value(), stamp, fresh};
+}
+
+void KnownFile::know(const Content &read, Keep keep)
+{
+    known = read.stamp;
+    isFresh = read.isFresh;
+    length = read.bytes.size();
+    hash = keep == Keep::Hash ? hashOf(read.bytes) : QByteArray();
+    content = keep == Keep::Hash ? QByteArray() : read.bytes;
+}
+
+void KnownFile::knowWritten(const QByteArray &bytes)
+{
+    // Another process may have written since, so the stamp is not to be trusted.
+    know({bytes, stampOf(name), true}, Keep::Hash);
+}
+
+KnownFile::Disk KnownFile::look(Trust trust)
+{
+    const Stamp now = stampOf(name);
+    if (!now.exists())
+        return Disk::Missing;
+    if (trust == Trust::Stamp && isKnown() && now == known && !isFresh)
+        return Disk::Same;
+    if (!isKnown() || now.size != known.size)
+        return Disk::Changed;
+    // One byte more tells whether it has grown meanwhile.
+    const Result<Content> found = read(length + 1);
+    if (!found.isOk() || !holds(found.value().bytes))
+        return Disk::Changed;
+    known = found.value().stamp;
+    isFresh = found.value().isFresh;
+    return Disk::Same;
+}
+
+bool KnownFile::holds(const QByteArray &bytes) const
+{
+    return hash.isEmpty() ? bytes == content : hashOf(bytes) == hash;
+}
+
+} // namespace Qtilities::Core
