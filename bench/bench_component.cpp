@@ -12,6 +12,7 @@
 
 using namespace MorvalenCore;
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 
 namespace {
 
@@ -118,6 +119,12 @@ void openComponent(benchmark::State &state, Maker make)
     state.counters["memory/file"] = double(residentMemory() - before) / double(state.range(0));
 }
 
+void checkDone(benchmark::State &state, const Status &done)
+{
+    if (!done.isOk())
+        state.SkipWithError(qPrintable(done.text()));
+}
+
 // One by one: so many files are added, half of them are removed, one in ten is set, then saved.
 void editFiles(benchmark::State &state)
 {
@@ -127,18 +134,17 @@ void editFiles(benchmark::State &state)
         QFile::remove(path);
         const auto document =
             ComponentDocument::create({u"v"_s, u"l"_s, u"n"_s, u"1"_s}, path).value();
-        const FileSetId set = document->files().addFileSet(u"files"_s);
+        const FileSetId set = document->files().addFileSet(u"files"_s).value();
         QList<FileId> files;
         for (std::int64_t i = 0; i < state.range(0); ++i)
-            files += document->files().add(u"rtl/unit_%1.v"_s.arg(i), set);
+            files += document->files().add(u"rtl/unit_%1.v"_s.arg(i), set).value();
         for (qsizetype i = 0; i < files.size(); ++i) {
             if (i % 2 == 0)
                 document->files().remove(files[i]);
             else if (i % 10 == 1)
-                document->files().setCategory(files[i], u"HDL::Verilog"_s);
+                checkDone(state, document->files().setCategory(files[i], u"HDL::Verilog"_s));
         }
-        if (!document->save().isOk())
-            state.SkipWithError("not saved");
+        checkDone(state, document->save());
     }
     state.counters["per file"] = benchmark::Counter(double(state.range(0)),
                                                     benchmark::Counter::kIsIterationInvariantRate
@@ -163,12 +169,12 @@ void editOpenedFiles(benchmark::State &state)
             if (i % 2 == 0)
                 files.remove(all[i]);
             else
-                files.setPath(all[i], u"moved/unit_%1.v"_s.arg(i));
+                checkDone(state, files.setPath(all[i], u"moved/unit_%1.v"_s.arg(i)));
         }
         for (std::int64_t i = 0; i < state.range(0); ++i)
-            files.add(u"more/unit_%1.v"_s.arg(i), files.fileSet(u"rtl"_s));
-        if (!opened.value()->save().isOk())
-            state.SkipWithError("not saved");
+            checkDone(state,
+                      files.add(u"more/unit_%1.v"_s.arg(i), files.fileSet(u"rtl"_s)).status());
+        checkDone(state, opened.value()->save());
     }
     state.counters["per file"] = benchmark::Counter(double(state.range(0)),
                                                     benchmark::Counter::kIsIterationInvariantRate
@@ -187,7 +193,7 @@ void buildSteps(benchmark::State &state)
     for (auto _ : state) {
         const auto document =
             ComponentDocument::create({u"v"_s, u"l"_s, u"n"_s, u"1"_s}, path).value();
-        document->builds().write(build);
+        checkDone(state, document->builds().write(build));
         const auto again = ComponentDocument::fromBytes(document->bytes(), path);
         benchmark::DoNotOptimize(again.value()->builds().configurations());
     }

@@ -19,6 +19,8 @@ using MorvalenCore::BuildConfiguration;
 using MorvalenCore::BuildDescription;
 using MorvalenCore::DesignManager;
 using MorvalenCore::Interfaces::IDesign;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 
 BuildConfigurationPage *
 BuildConfigurationPage::create(IDesign *design, const QString &configurationName, QWidget *parent)
@@ -218,34 +220,32 @@ void BuildConfigurationPage::keepMine()
     follow();
 }
 
-bool BuildConfigurationPage::save(QString *error)
+Status BuildConfigurationPage::save()
 {
-    error->clear();
     // What counts is asked above the page.
     if (isInConflict)
-        return false;
+        return {Status::Kind::Conflict, QString()};
     if (!isModified())
-        return true;
+        return {};
     IDesign *its = design();
-    if (its)
-        return write(*its, error);
-    *error = tr("The design \"%1\" is closed").arg(designName);
-    return false;
+    return its ? write(*its) : Status::notFound(tr("The design \"%1\" is closed").arg(designName));
 }
 
-bool BuildConfigurationPage::write(IDesign &its, QString *error)
+Status BuildConfigurationPage::write(IDesign &its)
 {
     const BuildDescription mine = edited();
     if (!configuration) {
-        configuration = its.addBuildConfiguration(mine.name, error);
-        if (!configuration)
-            return false;
+        const Result<BuildConfiguration *> added = its.tryAddBuildConfiguration(mine.name);
+        if (!added.isOk())
+            return added.status();
+        configuration = added.value();
         connect(configuration, &QObject::destroyed, this, &BuildConfigurationPage::follow,
                 Qt::QueuedConnection);
     }
-    if (!configuration->setDescription(mine, error))
-        return false;
-    isUnwritten = !its.saveToComponentFile(error);
+    if (const Status changed = configuration->trySetDescription(mine); !changed.isOk())
+        return changed;
+    const Status written = its.trySaveToComponentFile();
+    isUnwritten = !written.isOk();
     follow();
-    return !isUnwritten;
+    return written;
 }

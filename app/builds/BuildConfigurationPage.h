@@ -40,7 +40,7 @@ public:
     QString title() const override;
     QString toolTipText() const override;
     bool isModified() const override;
-    bool save(QString *error) override;
+    Qtilities::Core::Status save() override;
 
 private:
     BuildConfigurationPage(MorvalenCore::Interfaces::IDesign *design,
@@ -56,7 +56,7 @@ private:
     void keepMine();
     void updateNotice();
     void updateIdentity();
-    bool write(MorvalenCore::Interfaces::IDesign &design, QString *error);
+    Qtilities::Core::Status write(MorvalenCore::Interfaces::IDesign &design);
 
     QPointer<QObject> designObject;
     QPointer<MorvalenCore::BuildConfiguration> configuration;

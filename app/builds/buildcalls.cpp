@@ -9,7 +9,6 @@
 #include <MorvalenCore/Cleaner.h>
 #include <MorvalenCore/IDesign.h>
 #include <Qtilities/Logger.h>
-#include <Qtilities/statuslog.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -23,8 +22,8 @@ using MorvalenCore::Cleaner;
 using MorvalenCore::DesignCleanParameters;
 using MorvalenCore::DesignFile;
 using MorvalenCore::Interfaces::IDesign;
+using Qtilities::Core::Status;
 using Qtilities::Logging::Logger;
-using Qtilities::Logging::StatusCollector;
 
 namespace {
 
@@ -99,14 +98,14 @@ void buildcalls::clean(IDesign *design, bool allVersions, QWidget *window)
     parameters.grouping.setGeneratedItemsOnly(true);
     parameters.grouping.setVersionCurrent(true);
     parameters.grouping.setVersionsPrevious(allVersions);
-    QString report;
+    Cleaner::Cleaning cleaning;
     {
         HostCall attempt(window, tr("Not Cleaned"));
-        const StatusCollector refused;
-        Cleaner().cleanDesign(design, parameters, &report);
-        attempt.take(refused.statuses());
+        cleaning = Cleaner().tryCleanDesign(design, parameters);
+        for (const Status &failure : cleaning.failures)
+            attempt.takeAndLog(failure, Logger::Warning);
     }
-    auto *dialog = new ReportDialog(tr("Cleaning Report"), report, window);
+    auto *dialog = new ReportDialog(tr("Cleaning Report"), cleaning.report, window);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->open();
 }

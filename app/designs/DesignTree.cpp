@@ -207,10 +207,10 @@ void DesignTree::activate(const TreeRow &row)
 
 void DesignTree::openFile(const TreeRow &row)
 {
-    QString error;
-    if (!EditorManager::instance()->createEditorForPath(row.file()->actualPath(), &error, QString(),
-                                                        true, row.design()->isReadOnly()))
-        messages::warn(window(), tr("Not Opened"), {error});
+    const auto editor = EditorManager::instance()->tryCreateEditorForPath(
+        row.file()->actualPath(), QString(), true, row.design()->isReadOnly());
+    if (!editor.isOk())
+        messages::warn(window(), tr("Not Opened"), {editor.status().text()});
 }
 
 void DesignTree::setValue(const TreeRow &row, const QVariant &value)

@@ -7,6 +7,7 @@
 #include "app/designs/RowAction.h"
 
 #include <MorvalenCore/EditorManager.h>
+#include <Qtilities/statuslog.h>
 
 #include <QDir>
 #include <QFileDialog>
@@ -15,6 +16,8 @@ using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::EditorManager;
 using MorvalenCore::Interfaces::IDesign;
 using Qtilities::Core::QtilitiesCategory;
+using Qtilities::Logging::Logger;
+using Qtilities::Logging::logStatus;
 
 namespace {
 
@@ -48,7 +51,10 @@ void addNewFile(const RowCall &call)
         QFileDialog::getSaveFileName(call.window(), tr("Add New File"), folderFor(row), QString(),
                                      nullptr, QFileDialog::DontConfirmOverwrite);
     if (!path.isEmpty() && adding::addNewFile(row, path, call.window()))
-        EditorManager::instance()->createEditorForPath(path, nullptr, QString(), true, false);
+        logStatus(EditorManager::instance()
+                      ->tryCreateEditorForPath(path, QString(), true, false)
+                      .status(),
+                  Logger::Warning);
 }
 
 void addFolder(const RowCall &call)

@@ -90,12 +90,14 @@ QList<EditorPage *> EditorArea::modifiedPages() const
 
 bool EditorArea::savePage(EditorPage *page)
 {
-    QString error;
-    if (!page->isModified() || page->save(&error))
+    if (!page->isModified())
+        return true;
+    const Qtilities::Core::Status saved = page->save();
+    if (saved.isOk())
         return true;
     setCurrentWidget(page);
-    if (!error.isEmpty())
-        QMessageBox::warning(this, tr("Not Saved"), error);
+    if (!saved.text().isEmpty())
+        QMessageBox::warning(this, tr("Not Saved"), saved.text());
     return false;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Qtilities/Status.h>
+
 #include <QWidget>
 
 // A page of the editor area: something that is shown behind a tab, can be changed there, and is
@@ -40,10 +42,9 @@ public:
 
     virtual bool isModified() const { return false; }
 
-    // Saves the changes. False when that cannot be, with the changes kept and one sentence without
-    // a final line feed in *error; the sentence is empty when the user chose not to, or the page
-    // itself shows what is to be decided first.
-    virtual bool save(QString *error) = 0;
+    // Saves the changes, which are kept when that cannot be. The status of a failure has no
+    // sentence when the user chose not to, or the page itself shows what is to be decided first.
+    virtual Qtilities::Core::Status save() = 0;
 
     // Whether the page can do something now, and doing it.
     virtual bool can(Command) const { return false; }

@@ -10,6 +10,8 @@
 #include <QPointer>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 
 FileSync::FileSync(std::unique_ptr<TextFile> theFile, TextEdit *theEdit, QWidget *thePage)
     : QObject(thePage),
@@ -51,45 +53,43 @@ void FileSync::check(TextFile::Trust trust)
         setDisk(now);
 }
 
-bool FileSync::save(QString *error)
+Status FileSync::save()
 {
     const TextFile::Disk now = file->look(TextFile::Trust::Nothing);
     if (now == TextFile::Disk::Changed) {
         setDisk(now, whyUnreadable);
-        return false;
+        return {Status::Kind::Conflict, QString()};
     }
     // The page may be gone when the question is answered.
     const QPointer<FileSync> self(this);
-    if (now == TextFile::Disk::Missing && !mayMakeAgain())
-        return false;
-    return self && write(error);
+    if ((now == TextFile::Disk::Missing && !mayMakeAgain()) || !self)
+        return Status::cancelled(QString());
+    return write();
 }
 
 void FileSync::askForCopy()
 {
     const QPointer<FileSync> self(this);
     const QString path = QFileDialog::getSaveFileName(page, tr("Save a Copy"), file->path());
-    QString error;
-    if (self && !path.isEmpty() && !saveCopy(path, &error))
-        QMessageBox::warning(page, tr("Not Saved"), error);
+    if (!self || path.isEmpty())
+        return;
+    if (const Status saved = saveCopy(path); !saved.isOk())
+        QMessageBox::warning(page, tr("Not Saved"), saved.text());
 }
 
-bool FileSync::saveCopy(const QString &path, QString *error) const
-{
-    return file->writeCopy(path, text(), error);
-}
+Status FileSync::saveCopy(const QString &path) const { return file->writeCopy(path, text()); }
 
 void FileSync::reload()
 {
-    QString error;
-    const std::optional<lineends::Lines> lines = file->read(&error);
-    if (!lines) {
-        setDisk(file->look(TextFile::Trust::Nothing), error);
+    const Result<lineends::Lines> read = file->read();
+    if (!read.isOk()) {
+        setDisk(file->look(TextFile::Trust::Nothing), read.status().text());
         return;
     }
-    documenttext::replace(edit, lines->text);
-    lineends::mark(edit->document(), *lines);
-    usualEnd = lines->usual;
+    const lineends::Lines &lines = read.value();
+    documenttext::replace(edit, lines.text);
+    lineends::mark(edit->document(), lines);
+    usualEnd = lines.usual;
     edit->document()->setModified(false);
     Q_EMIT contentsRead();
     setDisk(TextFile::Disk::Same);
@@ -103,20 +103,18 @@ void FileSync::keepMine()
 
 void FileSync::overwrite()
 {
-    QString error;
-    if (!write(&error))
-        QMessageBox::warning(page, tr("Not Saved"), error);
+    if (const Status written = write(); !written.isOk())
+        QMessageBox::warning(page, tr("Not Saved"), written.text());
 }
 
 void FileSync::showDifference()
 {
-    QString error;
-    const std::optional<QString> onDisk = file->textOnDisk(&error);
-    if (!onDisk) {
-        QMessageBox::warning(page, tr("No Difference Shown"), error);
+    const Result<QString> onDisk = file->textOnDisk();
+    if (!onDisk.isOk()) {
+        QMessageBox::warning(page, tr("No Difference Shown"), onDisk.status().text());
         return;
     }
-    auto *dialog = new DifferenceDialog(QFileInfo(file->path()).fileName(), *onDisk,
+    auto *dialog = new DifferenceDialog(QFileInfo(file->path()).fileName(), onDisk.value(),
                                         documenttext::lines(*edit->document()), page);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->show();
@@ -132,13 +130,14 @@ void FileSync::setDisk(TextFile::Disk state, const QString &why)
         Q_EMIT modifiedChanged();
 }
 
-bool FileSync::write(QString *error)
+Status FileSync::write()
 {
-    if (!file->write(text(), error))
-        return false;
-    edit->document()->setModified(false);
-    setDisk(TextFile::Disk::Same);
-    return true;
+    const Status written = file->write(text());
+    if (written.isOk()) {
+        edit->document()->setModified(false);
+        setDisk(TextFile::Disk::Same);
+    }
+    return written;
 }
 
 bool FileSync::mayMakeAgain()

@@ -17,6 +17,8 @@ class FileSync : public QObject
     Q_OBJECT
 
 public:
+    using Status = Qtilities::Core::Status;
+
     // Questions are asked above the page, which the object belongs to.
     FileSync(std::unique_ptr<TextFile> file, TextEdit *edit, QWidget *page);
 
@@ -35,12 +37,12 @@ public:
     // Looks at the file, and follows it when there are no changes.
     void check(TextFile::Trust trust);
 
-    // Writes the text when the file is still what it was. False when it is not, or cannot be
-    // written; a sentence is in *error then, unless the user has to decide or has decided.
-    bool save(QString *error);
+    // Writes the text when the file is still what it was. The status has no sentence when the user
+    // has to decide first or has decided.
+    Status save();
     // Writes the text to another file, as the user's file name dialog says or as given.
     void askForCopy();
-    bool saveCopy(const QString &path, QString *error) const;
+    Status saveCopy(const QString &path) const;
 
     // What the user can do about a file that was changed, is gone or cannot be read.
     void reload();
@@ -58,7 +60,7 @@ Q_SIGNALS:
 
 private:
     void setDisk(TextFile::Disk state, const QString &why = {});
-    bool write(QString *error);
+    Status write();
     bool mayMakeAgain();
     QString text() const;
 

@@ -4,23 +4,34 @@
 
 #include <Qtilities/atomicfile.h>
 
-#include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
+#include <QLocale>
 #include <QTimer>
 
+#include <cerrno>
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::KnownFile;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
+using Qtilities::Core::writeFileAtomically;
 
 namespace {
 
 // A program that replaces a file does it in several steps; they are looked at together.
 constexpr int settleMilliseconds = 50;
 
-QByteArray hash(const QByteArray &bytes)
+// Why a file was not read, in a few words without a full stop.
+QString whyNotRead(const QString &path, const Status &status)
 {
-    return QCryptographicHash::hash(bytes, QCryptographicHash::Blake2b_256);
+    if (path.isEmpty())
+        return qt_error_string(ENOENT);
+    const QFileInfo info(path);
+    return info.exists() && !info.isFile() && !info.isDir()
+        ? TextFile::tr("it is a device or a pipe")
+        : status.text();
 }
 
 bool hasLineBeyond(const QString &text, qsizetype limit)
@@ -39,33 +50,37 @@ bool hasLineBeyond(const QString &text, qsizetype limit)
 
 TextFile::TextFile(const QString &path, QObject *parent)
     : QObject(parent),
-      thePath(path),
+      file(path),
       watch(FileWatch::shared()),
       touchTimer(new QTimer(this))
 {
-    watch->add(thePath);
+    watch->add(path);
     touchTimer->setSingleShot(true);
     touchTimer->setInterval(settleMilliseconds);
     connect(watch.get(), &FileWatch::fileTouched, this, [this](const QString &touchedPath) {
-        if (touchedPath == thePath)
+        if (touchedPath == file.path())
             touch(Trust::Nothing);
     });
     connect(watch.get(), &FileWatch::folderTouched, this, [this](const QString &folder) {
-        if (folder == QFileInfo(thePath).path())
+        if (folder == QFileInfo(file.path()).path())
             touch(Trust::Stamp);
     });
     connect(touchTimer, &QTimer::timeout, this,
             [this] { Q_EMIT touched(std::exchange(pending, Trust::Stamp)); });
 }
 
-TextFile::~TextFile() { watch->remove(thePath); }
+TextFile::~TextFile() { watch->remove(file.path()); }
 
-std::optional<TextFile::Contents> TextFile::load(QString *error) const
+Result<TextFile::Contents> TextFile::load() const
 {
-    Contents contents {diskfile::read(thePath, sizeLimit), {}, {}};
-    QString refusal = contents.content.refusal;
-    if (refusal.isEmpty())
-        refusal = TextCoding::whyNotText(contents.content.bytes);
+    const Result<KnownFile::Content> read = file.read(sizeLimit + 1);
+    if (!read.isOk())
+        return cannotOpen(whyNotRead(path(), read.status()));
+    Contents contents {read.value(), {}, {}};
+    if (contents.content.bytes.size() > sizeLimit)
+        return cannotOpen(
+            tr("it is larger than %1").arg(QLocale().formattedDataSize(sizeLimit, 0)));
+    QString refusal = TextCoding::whyNotText(contents.content.bytes);
     if (refusal.isEmpty()) {
         QString text;
         contents.coding = TextCoding::of(contents.content.bytes, &text);
@@ -75,69 +90,68 @@ std::optional<TextFile::Contents> TextFile::load(QString *error) const
     }
     if (refusal.isEmpty())
         return contents;
-    *error = tr("Cannot open \"%1\": %2").arg(thePath, refusal);
-    return std::nullopt;
+    return cannotOpen(refusal);
 }
 
-std::optional<lineends::Lines> TextFile::read(QString *error)
+Status TextFile::cannotOpen(const QString &reason) const
 {
-    const std::optional<Contents> contents = load(error);
-    if (!contents)
-        return std::nullopt;
-    theCoding = contents->coding;
-    ends = lineends::name(contents->lines);
-    know(contents->content.bytes, contents->content.stamp);
-    return contents->lines;
+    return Status::io(tr("Cannot open \"%1\": %2").arg(path(), reason));
 }
 
-std::optional<QString> TextFile::textOnDisk(QString *error) const
+Result<lineends::Lines> TextFile::read()
 {
-    const std::optional<Contents> contents = load(error);
-    return contents ? std::optional(contents->lines.text) : std::nullopt;
+    const Result<Contents> loaded = load();
+    if (!loaded.isOk())
+        return loaded.status();
+    const Contents &contents = loaded.value();
+    theCoding = contents.coding;
+    ends = lineends::name(contents.lines);
+    file.know(contents.content, KnownFile::Keep::Hash);
+    return contents.lines;
 }
 
-bool TextFile::write(const QString &text, QString *error)
+Result<QString> TextFile::textOnDisk() const
 {
-    const std::optional<QByteArray> bytes = encode(text, error);
-    if (!bytes || !Qtilities::Core::writeFileAtomically(thePath, *bytes, error))
-        return false;
-    // Another process may have written since.
-    const diskfile::Content written = diskfile::read(thePath, sizeLimit);
-    know(*bytes, written.bytes == *bytes ? written.stamp : diskfile::Stamp());
-    return true;
+    const Result<Contents> loaded = load();
+    if (!loaded.isOk())
+        return loaded.status();
+    return loaded.value().lines.text;
 }
 
-bool TextFile::writeCopy(const QString &copy, const QString &text, QString *error) const
+Status TextFile::write(const QString &text)
 {
-    const std::optional<QByteArray> bytes = encode(text, error);
-    return bytes && Qtilities::Core::writeFileAtomically(copy, *bytes, error);
+    const Result<QByteArray> bytes = encode(text);
+    const Status status =
+        bytes.isOk() ? writeFileAtomically(path(), bytes.value()) : bytes.status();
+    if (status.isOk())
+        file.knowWritten(bytes.value());
+    return status;
+}
+
+Status TextFile::writeCopy(const QString &copy, const QString &text) const
+{
+    const Result<QByteArray> bytes = encode(text);
+    return bytes.isOk() ? writeFileAtomically(copy, bytes.value()) : bytes.status();
 }
 
 TextFile::Disk TextFile::look(Trust trust)
 {
-    const diskfile::Stamp now = diskfile::stamp(thePath);
-    if (!now.exists())
-        return Disk::Missing;
-    watch->renew(thePath);
-    if (trust == Trust::Stamp && now == knownStamp)
-        return Disk::Same;
-    const diskfile::Content content = diskfile::read(thePath, sizeLimit);
-    if (!content.refusal.isEmpty() || hash(content.bytes) != knownHash)
-        return Disk::Changed;
-    knownStamp = content.stamp;
-    return Disk::Same;
+    // What replaces the file between the two would not be watched the other way round.
+    if (KnownFile::stampOf(path()).exists())
+        watch->renew(path());
+    return file.look(trust);
 }
 
 void TextFile::accept()
 {
-    const diskfile::Content content = diskfile::read(thePath, sizeLimit);
-    if (content.refusal.isEmpty())
-        know(content.bytes, content.stamp);
+    const Result<KnownFile::Content> content = file.read(sizeLimit + 1);
+    if (content.isOk() && content.value().bytes.size() <= sizeLimit)
+        file.know(content.value(), KnownFile::Keep::Hash);
 }
 
 bool TextFile::isWritable() const
 {
-    return ::access(QFile::encodeName(thePath).constData(), W_OK) == 0;
+    return ::access(QFile::encodeName(path()).constData(), W_OK) == 0;
 }
 
 QString TextFile::form() const { return theCoding.name() + u", "_s + ends; }
@@ -149,22 +163,16 @@ void TextFile::touch(Trust trust)
     touchTimer->start();
 }
 
-void TextFile::know(const QByteArray &bytes, const diskfile::Stamp &stamp)
-{
-    knownHash = hash(bytes);
-    knownStamp = stamp;
-}
-
-std::optional<QByteArray> TextFile::encode(const QString &text, QString *error) const
+Result<QByteArray> TextFile::encode(const QString &text) const
 {
     qsizetype place = 0;
-    std::optional<QByteArray> bytes = theCoding.encode(text, &place);
-    if (!bytes) {
-        *error = tr("Cannot write \"%1\": line %2 holds \"%3\", and the file is Latin-1, since it "
-                    "was not valid UTF-8")
-                     .arg(thePath)
-                     .arg(QStringView(text).first(place).count(u'\n') + 1)
-                     .arg(text.sliced(place, text[place].isHighSurrogate() ? 2 : 1));
-    }
-    return bytes;
+    const std::optional<QByteArray> bytes = theCoding.encode(text, &place);
+    if (bytes)
+        return *bytes;
+    return Status::unsupported(
+        tr("Cannot write \"%1\": line %2 holds \"%3\", and the file is Latin-1, since it "
+           "was not valid UTF-8")
+            .arg(path())
+            .arg(QStringView(text).first(place).count(u'\n') + 1)
+            .arg(text.sliced(place, text[place].isHighSurrogate() ? 2 : 1)));
 }

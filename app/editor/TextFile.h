@@ -1,8 +1,9 @@
 #pragma once
 
-#include "app/editor/diskfile.h"
 #include "app/editor/lineends.h"
 #include "app/editor/TextCoding.h"
+
+#include <Qtilities/KnownFile.h>
 
 #include <QObject>
 
@@ -18,7 +19,12 @@ class TextFile : public QObject
     Q_OBJECT
 
 public:
-    enum class Disk { Same, Changed, Missing };
+    using Status = Qtilities::Core::Status;
+    template <typename Value>
+    using Result = Qtilities::Core::Result<Value>;
+
+    using Disk = Qtilities::Core::KnownFile::Disk;
+    using Trust = Qtilities::Core::KnownFile::Trust;
 
     // Larger files are not opened: the editor would take some ten times their size in memory.
     static constexpr qint64 sizeLimit = 32 * 1024 * 1024;
@@ -29,25 +35,22 @@ public:
     explicit TextFile(const QString &path, QObject *parent = nullptr);
     ~TextFile() override;
 
-    const QString &path() const { return thePath; }
+    const QString &path() const { return file.path(); }
 
-    // Reads the file, which is then what is known of it. Nothing, with a sentence in *error and
-    // what is known unchanged, when it cannot be read or is not text.
-    std::optional<lineends::Lines> read(QString *error);
+    // Reads the file, which is then what is known of it. What is known stays when it cannot be read
+    // or is not text.
+    Result<lineends::Lines> read();
 
     // The lines that are on disk now, which changes nothing that is known.
-    std::optional<QString> textOnDisk(QString *error) const;
+    Result<QString> textOnDisk() const;
 
-    // Replaces the file, whatever is there. False, with a sentence in *error and the file as it
-    // was, when that cannot be.
-    bool write(const QString &text, QString *error);
+    // Replaces the file, whatever is there. The file stays as it was when that cannot be.
+    Status write(const QString &text);
 
     // Writes the same bytes to another file.
-    bool writeCopy(const QString &copy, const QString &text, QString *error) const;
+    Status writeCopy(const QString &copy, const QString &text) const;
 
-    // Compares what is on disk with what is known, byte by byte unless the file's stamp is the
-    // known one and trust is allowed.
-    enum class Trust { Stamp, Nothing };
+    // Compares what is on disk with what is known.
     Disk look(Trust trust);
 
     // Takes what is on disk now for known.
@@ -66,21 +69,19 @@ Q_SIGNALS:
 private:
     struct Contents
     {
-        diskfile::Content content;
+        Qtilities::Core::KnownFile::Content content;
         TextCoding coding;
         lineends::Lines lines;
     };
 
-    std::optional<Contents> load(QString *error) const;
+    Result<Contents> load() const;
+    Status cannotOpen(const QString &reason) const;
     void touch(Trust trust);
-    void know(const QByteArray &bytes, const diskfile::Stamp &stamp);
-    std::optional<QByteArray> encode(const QString &text, QString *error) const;
+    Result<QByteArray> encode(const QString &text) const;
 
-    const QString thePath;
+    Qtilities::Core::KnownFile file;
     TextCoding theCoding;
     QString ends;
-    QByteArray knownHash;
-    diskfile::Stamp knownStamp;
     std::shared_ptr<FileWatch> watch;
     QTimer *touchTimer;
     Trust pending = Trust::Stamp;

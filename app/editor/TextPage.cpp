@@ -16,6 +16,8 @@
 #include <QVBoxLayout>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 
 struct TextPage::CommandRow
 {
@@ -64,14 +66,14 @@ const TextPage::CommandRow *TextPage::row(Command command)
     return nullptr;
 }
 
-TextPage *TextPage::open(const QString &path, QString *error, QWidget *parent)
+Result<TextPage *> TextPage::open(const QString &path, QWidget *parent)
 {
     auto file = std::make_unique<TextFile>(path);
-    const std::optional<lineends::Lines> lines = file->read(error);
-    if (!lines)
-        return nullptr;
+    const Result<lineends::Lines> lines = file->read();
+    if (!lines.isOk())
+        return lines.status();
     auto *page = new TextPage(std::move(file), parent);
-    page->sync->fill(*lines);
+    page->sync->fill(lines.value());
     page->colour();
     return page;
 }
@@ -98,22 +100,17 @@ QString TextPage::filePath() const { return sync->textFile().path(); }
 
 bool TextPage::isModified() const { return sync->isModified(); }
 
-bool TextPage::save(QString *error)
+Status TextPage::save()
 {
-    error->clear();
     if (!isModified())
-        return true;
+        return {};
     const QString reason = readOnlyReason();
     if (reason.isEmpty())
-        return sync->save(error);
-    *error = tr("Cannot write \"%1\": %2").arg(filePath(), reason);
-    return false;
+        return sync->save();
+    return Status::readOnly(tr("Cannot write \"%1\": %2").arg(filePath(), reason));
 }
 
-bool TextPage::saveCopy(const QString &path, QString *error) const
-{
-    return sync->saveCopy(path, error);
-}
+Status TextPage::saveCopy(const QString &path) const { return sync->saveCopy(path); }
 
 bool TextPage::can(Command command) const
 {

@@ -23,16 +23,15 @@ public:
     // Larger texts are not coloured, since that takes too long; the page says so.
     static constexpr int colouredCharacters = 8'000'000;
 
-    // A page with the file of a canonical path; null, with a sentence in *error, when it cannot be
-    // shown as text.
-    static TextPage *open(const QString &path, QString *error, QWidget *parent = nullptr);
+    // A page with the file of a canonical path; fails when that cannot be shown as text.
+    static Qtilities::Core::Result<TextPage *> open(const QString &path, QWidget *parent = nullptr);
 
     QString key() const override { return filePath(); }
     QString title() const override;
     QString toolTipText() const override;
     QString filePath() const override;
     bool isModified() const override;
-    bool save(QString *error) override;
+    Qtilities::Core::Status save() override;
     bool can(Command command) const override;
     void run(Command command) override;
 
@@ -42,7 +41,7 @@ public:
     QString readOnlyReason() const { return readOnlyReasons.first(); }
 
     // Writes the text to another file; the page stays with its own.
-    bool saveCopy(const QString &path, QString *error) const;
+    Qtilities::Core::Status saveCopy(const QString &path) const;
 
     TextEdit *textEdit() const { return edit; }
 

@@ -5,14 +5,17 @@
 #include "app/editor/TextPage.h"
 
 #include <MorvalenCore/DesignManager.h>
-#include <Qtilities/Logger.h>
+#include <Qtilities/statuslog.h>
 
 #include <QFileInfo>
 #include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 using Qtilities::Logging::Logger;
+using Qtilities::Logging::logStatus;
 
 WindowEditorManager::WindowEditorManager(EditorArea *theArea, QObject *parent)
     : EditorManager(parent),
@@ -36,18 +39,14 @@ WindowEditorManager::~WindowEditorManager()
         setInstance(nullptr);
 }
 
-QWidget *WindowEditorManager::createEditorForPath(const QString &path, QString *error,
-                                                  const QString &mode, bool bringUp, bool readOnly)
+Result<QWidget *> WindowEditorManager::tryCreateEditorForPath(const QString &path,
+                                                              const QString &mode, bool bringUp,
+                                                              bool readOnly)
 {
-    QString reason;
-    TextPage *page = open(path, mode, &reason);
-    if (!page) {
-        if (error)
-            *error = reason;
-        else
-            Logger::instance()->logMessage(QString(), Logger::Warning, reason);
-        return nullptr;
-    }
+    const Result<TextPage *> opened = open(path, mode);
+    if (!opened.isOk())
+        return opened.status();
+    TextPage *page = opened.value();
     // What was typed stays changeable, so that it can be saved.
     if (!page->isModified())
         page->setReadOnly(ReadOnlyReasons::Caller,
@@ -59,24 +58,29 @@ QWidget *WindowEditorManager::createEditorForPath(const QString &path, QString *
     return page;
 }
 
-TextPage *WindowEditorManager::open(const QString &path, const QString &mode, QString *error)
+QWidget *WindowEditorManager::createEditorForPath(const QString &path, QString *error,
+                                                  const QString &mode, bool bringUp, bool readOnly)
 {
-    if (!area) {
-        *error = tr("There is no window to open \"%1\" in").arg(path);
-        return nullptr;
-    }
-    if (!mode.isEmpty() && mode != u"text"_s) {
-        *error = tr("There is no editor \"%1\"").arg(mode);
-        return nullptr;
-    }
+    Result<QWidget *> editor = tryCreateEditorForPath(path, mode, bringUp, readOnly);
+    if (!error)
+        logStatus(editor.status(), Logger::Warning);
+    return std::move(editor).valueOr(nullptr, error);
+}
+
+Result<TextPage *> WindowEditorManager::open(const QString &path, const QString &mode)
+{
+    if (!area)
+        return Status::notFound(tr("There is no window to open \"%1\" in").arg(path));
+    if (!mode.isEmpty() && mode != u"text"_s)
+        return Status::invalidArgument(tr("There is no editor \"%1\"").arg(mode));
     const QString canonical = QFileInfo(path).canonicalFilePath();
     if (auto *shown = qobject_cast<TextPage *>(area->page(canonical)))
         return shown;
     // A path without a canonical form names nothing; reading it says why.
-    TextPage *page = TextPage::open(canonical.isEmpty() ? path : canonical, error);
-    if (!page)
-        return nullptr;
-    area->addPage(page, false);
+    const Result<TextPage *> page = TextPage::open(canonical.isEmpty() ? path : canonical);
+    if (!page.isOk())
+        return page;
+    area->addPage(page.value(), false);
     updateProtection();
     return page;
 }

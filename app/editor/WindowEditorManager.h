@@ -21,7 +21,11 @@ public:
     // Gives its place to the default when it was set.
     ~WindowEditorManager() override;
 
-    // The mode is empty or "text". A reason that nobody asks for goes to the log.
+    // The mode is empty or "text".
+    Qtilities::Core::Result<QWidget *> tryCreateEditorForPath(const QString &path,
+                                                              const QString &mode, bool bringUp,
+                                                              bool readOnly) override;
+    // A reason that nobody asks for goes to the log.
     QWidget *createEditorForPath(const QString &path, QString *error, const QString &mode,
                                  bool bringUp, bool readOnly) override;
 
@@ -31,7 +35,7 @@ Q_SIGNALS:
     void bringUpRequested();
 
 private:
-    TextPage *open(const QString &path, const QString &mode, QString *error);
+    Qtilities::Core::Result<TextPage *> open(const QString &path, const QString &mode);
     void updateProtection();
 
     QPointer<EditorArea> area;

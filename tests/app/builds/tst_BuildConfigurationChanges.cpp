@@ -52,13 +52,13 @@ void tst_BuildConfigurationChanges::asksInAConflict()
     QCOMPARE(notice(),
              u"The build configuration was changed elsewhere, and you have changed it here."_s);
     QCOMPARE(child<QPlainTextEdit>("stepCommand")->toPlainText(), u"mine"_s);
-    QVERIFY(!page->save(&error));
+    QVERIFY(!page->save().toErrorText(&error));
     QCOMPARE(error, QString());
     QCOMPARE(configuration->description(), theirs);
 
     answer(button);
     QCOMPARE(notice(), QString());
-    QVERIFY(page->save(&error));
+    QVERIFY(page->save().toErrorText(&error));
     QCOMPARE(configuration->description().targetPath, targetPath);
     QCOMPARE(configuration->description().steps[0].command, command);
     QVERIFY(!page->isModified());
@@ -68,7 +68,7 @@ void tst_BuildConfigurationChanges::refusesWhatTheDesignRefuses()
 {
     QVERIFY(design->addBuildConfiguration(u"Other"_s, &error));
     type(child<QLineEdit>("configurationName"), u"Other"_s);
-    QVERIFY(!page->save(&error));
+    QVERIFY(!page->save().toErrorText(&error));
     QCOMPARE(error, u"The design \"d\" has a build configuration \"Other\" already"_s);
     QVERIFY(page->isModified());
     QCOMPARE(child<QLineEdit>("configurationName")->text(), u"Other"_s);
@@ -80,7 +80,7 @@ void tst_BuildConfigurationChanges::isReadOnlyForAReadOnlyDesign()
     type(child<QLineEdit>("targetPath"), u"x"_s);
     design->setReadOnly(true);
     QCOMPARE(notice(), u"The design \"d\" is read-only."_s);
-    QVERIFY(!page->save(&error));
+    QVERIFY(!page->save().toErrorText(&error));
     QCOMPARE(error, u"The design \"d\" is read-only"_s);
     QTest::keyClicks(child<QLineEdit>("targetPath"), u"y"_s);
     QTest::keyClicks(child<QLineEdit>("stepName"), u"y"_s);
@@ -90,7 +90,7 @@ void tst_BuildConfigurationChanges::isReadOnlyForAReadOnlyDesign()
         QVERIFY2(!child<QPushButton>(button)->isEnabled(), button);
     design->setReadOnly(false);
     QCOMPARE(notice(), QString());
-    QVERIFY(page->save(&error));
+    QVERIFY(page->save().toErrorText(&error));
     QCOMPARE(configuration->description().targetPath, u"x"_s);
     QCOMPARE(configuration->description().steps, debug.steps);
 }
@@ -108,7 +108,7 @@ void tst_BuildConfigurationChanges::addsTheConfigurationAgain()
     QTRY_COMPARE(notice(),
                  u"The build configuration is no longer in the design \"d\"; saving adds it "
                  u"again."_s);
-    QVERIFY2(page->save(&error), qPrintable(error));
+    QVERIFY2(page->save().toErrorText(&error), qPrintable(error));
     BuildDescription wanted = debug;
     wanted.targetPath = u"x"_s;
     QCOMPARE(inTheFile(u"Debug"_s), wanted);
@@ -122,7 +122,7 @@ void tst_BuildConfigurationChanges::keepsChangesOfAClosedDesign()
     QVERIFY(SessionFixture::manager()->closeDesign(design->id(u"."_s), false));
     QTRY_COMPARE(notice(), u"The design \"d\" is closed; your changes can no longer be saved."_s);
     QVERIFY(page->isModified());
-    QVERIFY(!page->save(&error));
+    QVERIFY(!page->save().toErrorText(&error));
     QCOMPARE(error, u"The design \"d\" is closed"_s);
     QCOMPARE(child<QLineEdit>("targetPath")->text(), u"x"_s);
 }
@@ -133,12 +133,12 @@ void tst_BuildConfigurationChanges::staysModifiedWhenTheFileCannotBeWritten()
     const QString file = design->componentFileName();
     QVERIFY(QFile::rename(file, file + u".away"_s));
     QVERIFY(QDir().mkdir(file));
-    QVERIFY(!page->save(&error));
+    QVERIFY(!page->save().toErrorText(&error));
     QVERIFY(!error.isEmpty());
     QVERIFY(page->isModified());
     QVERIFY(QDir().rmdir(file));
     QVERIFY(QFile::rename(file + u".away"_s, file));
-    QVERIFY2(page->save(&error), qPrintable(error));
+    QVERIFY2(page->save().toErrorText(&error), qPrintable(error));
     QVERIFY(!page->isModified());
     QCOMPARE(inTheFile(u"Debug"_s).targetPath, u"x"_s);
 }

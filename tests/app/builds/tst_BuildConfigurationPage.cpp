@@ -59,7 +59,7 @@ void tst_BuildConfigurationPage::savesWhatIsTyped()
     BuildDescription wanted = debug;
     wanted.targetPath = u"out"_s;
     wanted.steps[1] = {u"bind"_s, u"ld -o a $(INPUTS)"_s, {u"a.o"_s, u"b c.o"_s}, {u"a"_s}};
-    QVERIFY2(page->save(&error), qPrintable(error));
+    QVERIFY2(page->save().toErrorText(&error), qPrintable(error));
     QVERIFY(!page->isModified());
     QCOMPARE(configuration->description(), wanted);
     QCOMPARE(inTheFile(u"Debug"_s), wanted);
@@ -71,7 +71,7 @@ void tst_BuildConfigurationPage::savesAnotherName()
     type(child<QLineEdit>("configurationName"), u"Release"_s);
     QCOMPARE(child<QLineEdit>("targetPath")->placeholderText(), u"build/Release"_s);
     QCOMPARE(page->title(), u"Debug"_s);
-    QVERIFY(page->save(&error));
+    QVERIFY(page->save().toErrorText(&error));
     QCOMPARE(page->title(), u"Release"_s);
     QCOMPARE(page->key(), design->componentFileName() + u"#build=Release"_s);
     QCOMPARE(design->buildConfigurationNames(), QStringList(u"Release"_s));
@@ -85,7 +85,7 @@ void tst_BuildConfigurationPage::addsAndRemovesSteps()
     QVERIFY(child<QLineEdit>("stepName")->hasFocus());
     QTest::keyClicks(child<QLineEdit>("stepName"), u"check"_s);
     type(child<QPlainTextEdit>("stepCommand"), u"true"_s);
-    QVERIFY(page->save(&error));
+    QVERIFY(page->save().toErrorText(&error));
     BuildDescription wanted = debug;
     wanted.steps.insert(1, {u"check"_s, u"true"_s, {}, {}});
     QCOMPARE(inTheFile(u"Debug"_s), wanted);
@@ -97,7 +97,7 @@ void tst_BuildConfigurationPage::addsAndRemovesSteps()
     click("removeStep");
     QVERIFY(!child<QPushButton>("removeStep")->isEnabled());
     QVERIFY(!child<QPlainTextEdit>("stepCommand")->isEnabled());
-    QVERIFY(page->save(&error));
+    QVERIFY(page->save().toErrorText(&error));
     wanted.steps.clear();
     QCOMPARE(inTheFile(u"Debug"_s), wanted);
 }
@@ -109,10 +109,10 @@ void tst_BuildConfigurationPage::movesSteps()
     click("moveStepUp");
     QVERIFY(!child<QPushButton>("moveStepUp")->isEnabled());
     QCOMPARE(child<QLineEdit>("stepName")->text(), u"link"_s);
-    QVERIFY(page->save(&error));
+    QVERIFY(page->save().toErrorText(&error));
     QCOMPARE(inTheFile(u"Debug"_s).steps, (QList<BuildStep> {debug.steps[1], debug.steps[0]}));
     click("moveStepDown");
-    QVERIFY(page->save(&error));
+    QVERIFY(page->save().toErrorText(&error));
     QCOMPARE(inTheFile(u"Debug"_s), debug);
 }
 
@@ -128,13 +128,13 @@ void tst_BuildConfigurationPage::changesMacros()
     // Saved while it is still being typed.
     QTest::keyClicks(QApplication::focusWidget(), u"-g  -O0"_s);
     QVERIFY(page->isModified());
-    QVERIFY(page->save(&error));
+    QVERIFY(page->save().toErrorText(&error));
     QCOMPARE(inTheFile(u"Debug"_s).macros,
              (QList<BuildMacro> {{u"FLAGS"_s, u"-g  -O0"_s}, {u"CC"_s, u"cc"_s}}));
 
     table->setCurrentCell(1, 0);
     click("removeMacro");
-    QVERIFY(page->save(&error));
+    QVERIFY(page->save().toErrorText(&error));
     QCOMPARE(inTheFile(u"Debug"_s).macros, (QList<BuildMacro> {{u"FLAGS"_s, u"-g  -O0"_s}}));
 }
 
@@ -150,7 +150,7 @@ void tst_BuildConfigurationPage::keepsWhatIsNotTouched()
     QVERIFY(configuration->setDescription(odd, &error));
     QVERIFY(!page->isModified());
     type(child<QPlainTextEdit>("stepOutputs"), u"p"_s);
-    QVERIFY(page->save(&error));
+    QVERIFY(page->save().toErrorText(&error));
     BuildDescription wanted = odd;
     wanted.steps[0].outputs = QStringList(u"p"_s);
     QCOMPARE(configuration->description(), wanted);
@@ -185,7 +185,7 @@ void tst_BuildConfigurationPage::showsStepsOfFilesWithTheReason()
     QCOMPARE(model->index(0, 0).data().toString(), u"own"_s);
     QCOMPARE(model->index(1, 0).data().toString(), u"a.o"_s);
     QVERIFY(!child<QPushButton>("moveStepDown")->isEnabled());
-    QVERIFY(page->save(&error));
+    QVERIFY(page->save().toErrorText(&error));
     QCOMPARE(design->activeBuildConfiguration()->stepNamesInOrder(-1),
              QStringList({u"own"_s, u"a.o"_s}));
 }

@@ -25,13 +25,13 @@ public:
     class Editors : public MorvalenCore::EditorManager
     {
     public:
-        QWidget *createEditorForPath(const QString &path, QString *error, const QString &, bool,
-                                     bool readOnly) override
+        Qtilities::Core::Result<QWidget *>
+        tryCreateEditorForPath(const QString &path, const QString &, bool, bool readOnly) override
         {
             opened.append(readOnly ? path + QStringLiteral(" (read-only)") : path);
-            if (error)
-                *error = refusal;
-            return refusal.isEmpty() ? &editor : nullptr;
+            if (!refusal.isEmpty())
+                return Qtilities::Core::Status::io(refusal);
+            return &editor;
         }
 
         QStringList opened;

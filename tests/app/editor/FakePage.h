@@ -24,13 +24,13 @@ public:
     QString filePath() const override { return path; }
     bool isModified() const override { return modified; }
 
-    bool save(QString *error) override
+    Qtilities::Core::Status save() override
     {
-        *error = problem;
         saves += 1;
-        if (!refuses)
-            setModified(false);
-        return !refuses;
+        if (refuses)
+            return Qtilities::Core::Status::io(problem);
+        setModified(false);
+        return {};
     }
 
     bool can(Command command) const override { return command == able; }

@@ -25,7 +25,7 @@ protected:
         path = folder->filePath(name);
         if (!QDir().mkpath(QFileInfo(path).path()) || !files::write(path, bytes))
             return false;
-        page.reset(TextPage::open(path, &error));
+        page.reset(TextPage::open(path).valueOr(nullptr, &error));
         if (!page)
             return false;
         edit = page->textEdit();

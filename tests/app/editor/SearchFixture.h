@@ -36,7 +36,7 @@ protected:
     {
         const QString path = folder->filePath(QStringLiteral("f%1.v").arg(area->count()));
         QString error;
-        page = files::write(path, bytes) ? TextPage::open(path, &error) : nullptr;
+        page = files::write(path, bytes) ? TextPage::open(path).valueOr(nullptr, &error) : nullptr;
         if (!page)
             return false;
         area->addPage(page);

@@ -72,7 +72,7 @@ void tst_TextConflict::aConflictIsShown()
     QCOMPARE(files::read(path), onDisk);
     QCOMPARE(shown(), inPage);
     QCOMPARE(page->isModified(), modified);
-    QVERIFY(page->save(&error));
+    QVERIFY(page->save().toErrorText(&error));
     QCOMPARE(files::read(path), inPage.toUtf8());
 }
 
@@ -117,7 +117,7 @@ void tst_TextConflict::aSaveSeesTheConflictItself()
     type(u"x"_s);
     QVERIFY(files::replace(path, "other\n"));
     error = u"unchanged"_s;
-    QVERIFY(!page->save(&error));
+    QVERIFY(!page->save().toErrorText(&error));
     QCOMPARE(error, QString());
     QCOMPARE(notice(), conflict());
     QCOMPARE(files::read(path), QByteArray("other\n"));
@@ -132,7 +132,7 @@ void tst_TextConflict::theConflictGoesWhenTheFileIsAsBefore()
     QTRY_COMPARE(notice(), conflict());
     QVERIFY(files::replace(path, "one\ntwo\n"));
     QTRY_COMPARE(notice(), QString());
-    QVERIFY(page->save(&error));
+    QVERIFY(page->save().toErrorText(&error));
     QCOMPARE(files::read(path), QByteArray("xone\ntwo\n"));
 }
 
@@ -144,7 +144,7 @@ void tst_TextConflict::keepingMineAsksAgainNextTime()
     choose(u"&Keep Mine"_s);
     QVERIFY(files::replace(path, "another\n"));
     QTRY_COMPARE(notice(), conflict());
-    QVERIFY(!page->save(&error));
+    QVERIFY(!page->save().toErrorText(&error));
     QCOMPARE(files::read(path), QByteArray("another\n"));
 }
 
@@ -152,7 +152,7 @@ void tst_TextConflict::aTouchedFileIsTheSame()
 {
     type(u"x"_s);
     QVERIFY(files::replace(path, "one\ntwo\n"));
-    QVERIFY(page->save(&error));
+    QVERIFY(page->save().toErrorText(&error));
     QCOMPARE(files::read(path), QByteArray("xone\ntwo\n"));
     QCOMPARE(notice(), QString());
 }
@@ -161,7 +161,7 @@ void tst_TextConflict::ownSavesAreNoConflict()
 {
     for (int save = 0; save < 3; ++save) {
         type(u"x"_s);
-        QVERIFY(page->save(&error));
+        QVERIFY(page->save().toErrorText(&error));
         type(u"y"_s);
         QTest::qWait(0);
     }

@@ -1,4 +1,3 @@
-#include "app/editor/diskfile.h"
 #include "app/editor/TextFile.h"
 #include "tests/app/editor/files.h"
 #include "tests/TestClass.h"
@@ -9,6 +8,7 @@
 #include <sys/stat.h>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::KnownFile;
 using Trust = TextFile::Trust;
 using Disk = TextFile::Disk;
 
@@ -18,7 +18,7 @@ namespace {
 // what it was, as programs do that keep the times of what they copy.
 bool writeUnderTheOldTime(const QString &path, const QByteArray &bytes)
 {
-    const diskfile::Stamp before = diskfile::stamp(path);
+    const KnownFile::Stamp before = KnownFile::stampOf(path);
     timespec times[] = {{}, {}};
     for (timespec &time : times) {
         time.tv_sec = before.modified / 1'000'000'000;
@@ -28,8 +28,8 @@ bool writeUnderTheOldTime(const QString &path, const QByteArray &bytes)
         if (!files::write(path, bytes)
             || ::utimensat(AT_FDCWD, QFile::encodeName(path).constData(), times, 0) != 0)
             return false;
-    } while (diskfile::stamp(path).changed == before.changed);
-    return diskfile::stamp(path).modified == before.modified;
+    } while (KnownFile::stampOf(path).changed == before.changed);
+    return KnownFile::stampOf(path).modified == before.modified;
 }
 
 } // namespace
@@ -46,7 +46,7 @@ private Q_SLOTS:
         path = folder->filePath(u"a.txt"_s);
         QVERIFY(files::write(path, "mine\n"));
         file = std::make_unique<TextFile>(path);
-        QVERIFY2(file->read(&error), qPrintable(error));
+        QVERIFY2(file->read().status().toErrorText(&error), qPrintable(error));
     }
     void cleanup() { file.reset(); }
 
@@ -72,7 +72,7 @@ void tst_TextFile::seesOtherBytesOfTheSameSizeAndTime()
 
 void tst_TextFile::seesOtherBytesAfterASaveOfItsOwn()
 {
-    QVERIFY2(file->write(u"ours\n"_s, &error), qPrintable(error));
+    QVERIFY2(file->write(u"ours\n"_s).toErrorText(&error), qPrintable(error));
     QCOMPARE(file->look(Trust::Stamp), Disk::Same);
     QVERIFY(writeUnderTheOldTime(path, "them\n"));
     QCOMPARE(file->look(Trust::Stamp), Disk::Changed);

@@ -55,7 +55,7 @@ void tst_TextFollow::anUnchangedPageFollows()
         QCOMPARE(notice(), QString());
     }
     type(u"x"_s);
-    QVERIFY(page->save(&error));
+    QVERIFY(page->save().toErrorText(&error));
     QCOMPARE(files::read(path).size(), 12);
 }
 

@@ -54,7 +54,7 @@ std::unique_ptr<TextPage> tst_TextForm::open(const QByteArray &bytes)
 {
     if (!files::write(path, bytes))
         return nullptr;
-    return std::unique_ptr<TextPage>(TextPage::open(path, &error));
+    return std::unique_ptr<TextPage>(TextPage::open(path).valueOr(nullptr, &error));
 }
 
 void tst_TextForm::bytesAreKept_data()
@@ -108,22 +108,22 @@ void tst_TextForm::bytesAreKept()
     QVERIFY(std::any_of(labels.begin(), labels.end(),
                         [&](const QLabel *label) { return label->text() == form; }));
     const QString copy = folder->filePath(u"copy"_s);
-    QVERIFY(page->saveCopy(copy, &error));
+    QVERIFY(page->saveCopy(copy).toErrorText(&error));
     QCOMPARE(files::read(copy), bytes);
 
     // The same when all was deleted, and that undone.
     QTest::keyClick(page->textEdit(), Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(page->textEdit(), Qt::Key_Delete);
-    QVERIFY(page->save(&error));
+    QVERIFY(page->save().toErrorText(&error));
     QTest::keyClick(page->textEdit(), Qt::Key_Z, Qt::ControlModifier);
-    QVERIFY(page->save(&error));
+    QVERIFY(page->save().toErrorText(&error));
     QCOMPARE(files::read(path), bytes);
 
     // And when something was typed and taken back.
     QTest::keyClick(page->textEdit(), Qt::Key_X);
     QVERIFY(page->isModified());
     QTest::keyClick(page->textEdit(), Qt::Key_Backspace);
-    QVERIFY(page->save(&error));
+    QVERIFY(page->save().toErrorText(&error));
     QCOMPARE(files::read(path), bytes);
 }
 
@@ -154,7 +154,7 @@ void tst_TextForm::editedLinesKeepTheirNeighbours()
     QTest::keyClick(page->textEdit(), Qt::Key_X);
     QTest::keyClick(page->textEdit(), Qt::Key_Return);
     QTest::keyClick(page->textEdit(), Qt::Key_Y);
-    QVERIFY(page->save(&error));
+    QVERIFY(page->save().toErrorText(&error));
     QCOMPARE(files::read(path), after);
 }
 
@@ -166,7 +166,7 @@ void tst_TextForm::latin1HoldsLatin1Only()
     page->textEdit()->goToLine(2);
     QTest::keyClick(page->textEdit(), Qt::Key_End);
     page->textEdit()->insertPlainText(u"\u20AC"_s);
-    QVERIFY(!page->save(&error));
+    QVERIFY(!page->save().toErrorText(&error));
     QCOMPARE(error,
              u"Cannot write \"%1\": line 2 holds \"\u20AC\", and the file is Latin-1, since it was "
              "not valid UTF-8"_s.arg(path));
@@ -174,7 +174,7 @@ void tst_TextForm::latin1HoldsLatin1Only()
     QCOMPARE(files::read(path), bytes);
     QTest::keyClick(page->textEdit(), Qt::Key_Backspace);
     page->textEdit()->insertPlainText(u"\u00DF"_s);
-    QVERIFY(page->save(&error));
+    QVERIFY(page->save().toErrorText(&error));
     QCOMPARE(files::read(path), QByteArray("a\ngr\xFC\xDF\n"));
 }
 
@@ -246,7 +246,7 @@ void tst_TextForm::whatIsNoFileIsRefused()
         QVERIFY(files::write(path, "x"));
         path += u"/x.v"_s;
     }
-    const std::unique_ptr<TextPage> page(TextPage::open(path, &error));
+    const std::unique_ptr<TextPage> page(TextPage::open(path).valueOr(nullptr, &error));
     QVERIFY(!page);
     QCOMPARE(error, u"Cannot open \"%1\": %2"_s.arg(path, reason));
 }
@@ -255,7 +255,7 @@ void tst_TextForm::whatIsNoFileIsRefused()
 void tst_TextForm::aFileOfTheKernelIsRead()
 {
     path = u"/proc/self/limits"_s;
-    const std::unique_ptr<TextPage> page(TextPage::open(path, &error));
+    const std::unique_ptr<TextPage> page(TextPage::open(path).valueOr(nullptr, &error));
     QVERIFY2(page, qPrintable(error));
     QVERIFY(page->textEdit()->toPlainText().startsWith(u"Limit"_s));
 }
@@ -265,7 +265,7 @@ void tst_TextForm::largeFilesAreRefused()
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly));
     QVERIFY(file.resize(TextFile::sizeLimit + 1));
-    QVERIFY(!TextPage::open(path, &error));
+    QVERIFY(!TextPage::open(path).valueOr(nullptr, &error));
     QCOMPARE(error, u"Cannot open \"%1\": it is larger than 32 MiB"_s.arg(path));
 }
 

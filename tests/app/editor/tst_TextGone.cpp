@@ -61,7 +61,7 @@ void tst_TextGone::savingAFileThatIsGone()
     type(u"x"_s);
     QVERIFY(QFile::remove(path));
     DialogAnswer answer {button};
-    QCOMPARE(page->save(&error), saved);
+    QCOMPARE(page->save().toErrorText(&error), saved);
     QCOMPARE(
         answer.said,
         u"File Is Gone\n\"%1\" is no longer on disk. Write it again?\nSave Cancel"_s.arg(path));
@@ -78,7 +78,7 @@ void tst_TextGone::aFolderThatIsGone()
     QVERIFY(QDir(folder->path()).rmdir(u"rtl"_s));
     QTRY_COMPARE(notice(), u"\"top.v\" is no longer on disk. Its text is kept here."_s);
     DialogAnswer answer {QMessageBox::Save};
-    QVERIFY(!page->save(&error));
+    QVERIFY(!page->save().toErrorText(&error));
     QCOMPARE(error, u"Cannot write \"%1\": No such file or directory"_s.arg(path));
     QVERIFY(page->isModified());
     QCOMPARE(shown(), u"xone\ntwo\n"_s);
@@ -129,7 +129,7 @@ void tst_TextGone::whatBecomesUnreadableKeepsItsText()
     QVERIFY(page->isModified());
     QCOMPARE(shown(), u"one\ntwo\n"_s);
     QCOMPARE(choices(), (QStringList {u"Re&load"_s, u"Save An&yway"_s}));
-    QVERIFY(!page->save(&error));
+    QVERIFY(!page->save().toErrorText(&error));
     QCOMPARE(files::read(path), QByteArray("a\0b", 3));
     choose(u"Save An&yway"_s);
     QCOMPARE(files::read(path), QByteArray("one\ntwo\n"));

@@ -59,7 +59,7 @@ void tst_TextPage::typingMarksAndSaves()
     QTest::keyClicks(edit, u"ab"_s);
     QVERIFY(page->isModified());
     QCOMPARE(states.size(), 1);
-    QVERIFY(page->save(&error));
+    QVERIFY(page->save().toErrorText(&error));
     QVERIFY(!page->isModified());
     QCOMPARE(states.size(), 2);
     QCOMPARE(files::read(path), QByteArray("abone\ntwo\n"));
@@ -74,7 +74,7 @@ void tst_TextPage::nothingIsWrittenWithoutChanges()
 {
     struct stat before = {};
     QCOMPARE(::stat(QFile::encodeName(path).constData(), &before), 0);
-    QVERIFY(page->save(&error));
+    QVERIFY(page->save().toErrorText(&error));
     struct stat after = {};
     QCOMPARE(::stat(QFile::encodeName(path).constData(), &after), 0);
     QCOMPARE(after.st_ino, before.st_ino);
@@ -155,7 +155,7 @@ void tst_TextPage::filesWithoutPermissionAreReadOnly()
         // access() asks for the real user.
         QCOMPARE(::setresuid(65534, 65534, 0), 0);
     }
-    page.reset(TextPage::open(path, &error));
+    page.reset(TextPage::open(path).valueOr(nullptr, &error));
     const bool shown = page && page->textEdit()->isReadOnly();
     const QString said = page ? page->findChild<NoticeBar *>()->text() : error;
     if (self == 0)
@@ -173,7 +173,7 @@ void tst_TextPage::whatCannotBeWrittenIsKept()
     QVERIFY(files::write(folder->filePath(u"sub"_s), "a file"));
     QTRY_COMPARE(page->findChild<NoticeBar *>()->text(),
                  u"\"top.v\" is no longer on disk. Its text is kept here."_s);
-    QVERIFY(!page->saveCopy(path, &error));
+    QVERIFY(!page->saveCopy(path).toErrorText(&error));
     QCOMPARE(error, u"Cannot write \"%1\": Not a directory"_s.arg(path));
     QVERIFY(page->isModified());
     QCOMPARE(edit->toPlainText(), u"xone\n"_s);

@@ -184,7 +184,7 @@ void tst_WindowEditorManager::whatWasTypedStaysChangeable()
     QTest::keyClicks(page->textEdit(), u"x"_s);
     open(path, true);
     QVERIFY(!page->textEdit()->isReadOnly());
-    QVERIFY(page->save(&error));
+    QVERIFY(page->save().toErrorText(&error));
 }
 
 void tst_WindowEditorManager::componentFilesAreLeftAlone()
@@ -210,7 +210,7 @@ void tst_WindowEditorManager::aDesignOpensWhileItsFileIsEdited()
     design->componentFile = path;
     Q_EMIT host->designs.designAttached(design->id(u"."_s));
     QTRY_VERIFY(page->textEdit()->isReadOnly());
-    QVERIFY(!page->save(&error));
+    QVERIFY(!page->save().toErrorText(&error));
     QCOMPARE(error,
              u"Cannot write \"%1\": it is the component file of the design \"uart\", which is "
              "open"_s.arg(path));

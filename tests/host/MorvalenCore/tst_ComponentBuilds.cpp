@@ -117,10 +117,10 @@ void tst_ComponentBuilds::keepsWhatIsNotOurs()
     QFETCH(BuildDescription, wanted);
     QFETCH(QByteArray, after);
     const auto opened = open(before);
-    QVERIFY(opened->builds().write(wanted));
+    QVERIFY(opened->builds().write(wanted).isOk());
     QCOMPARE(opened->bytes(), after);
     QCOMPARE(open(after)->builds().configurations(), QList<BuildDescription> {wanted});
-    QVERIFY(opened->builds().write(described3));
+    QVERIFY(opened->builds().write(described3).isOk());
     QCOMPARE(opened->builds().configurations(), QList<BuildDescription> {described3});
 }
 
@@ -129,7 +129,7 @@ void tst_ComponentBuilds::editsAStepInPlace()
     const auto opened = open(before);
     BuildDescription wanted = described3;
     wanted.steps[1] = {u"b"_s, u"other"_s, {u"1"_s, u"y.in"_s, u"2"_s}, {u"o"_s}};
-    QVERIFY(opened->builds().write(wanted));
+    QVERIFY(opened->builds().write(wanted).isOk());
     QByteArray edited = step("b", "y");
     edited.replace("do y", "other");
     edited.replace("            <mv:input>y.in</mv:input>\n",
@@ -147,7 +147,7 @@ void tst_ComponentBuilds::renames()
     const auto opened = open(before);
     BuildDescription wanted = described3;
     wanted.name = u"B & C"_s;
-    QVERIFY(opened->builds().write(wanted, nullptr, u"A"_s));
+    QVERIFY(opened->builds().write(wanted, u"A"_s).isOk());
     QByteArray after = before;
     after.replace("buildConfiguration name=\"A\"", "buildConfiguration name=\"B &amp; C\"");
     QCOMPARE(opened->bytes(), after);

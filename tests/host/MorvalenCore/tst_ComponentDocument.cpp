@@ -397,8 +397,8 @@ void tst_ComponentDocument::texts()
     QFETCH(QByteArray, expected);
     const auto document = open(bytes);
     QVERIFY(document);
-    QString error;
-    QVERIFY2(document->setText(DesignField(field), text, &error), qPrintable(error));
+    const Status written = document->setText(DesignField(field), text);
+    QVERIFY2(written.isOk(), qPrintable(written.text()));
     QCOMPARE(document->text(DesignField(field)), text);
     QCOMPARE(document->bytes(), expected);
     QCOMPARE(document->isModified(), expected != bytes);
@@ -426,10 +426,9 @@ void tst_ComponentDocument::textsRefused()
     QFETCH(int, field);
     QFETCH(QString, text);
     const auto document = open(component({}));
-    QString error;
-    QVERIFY(!document->setText(DesignField(field), text, &error));
-    QTEST(error, "error");
-    QVERIFY(!document->setText(DesignField(field), text));
+    const Status written = document->setText(DesignField(field), text);
+    QVERIFY(!written.isOk());
+    QTEST(written.text(), "error");
     QCOMPARE(document->bytes(), component({}));
     QVERIFY(!document->isModified());
 }
@@ -443,9 +442,9 @@ void tst_ComponentDocument::foreignAuthor()
         "  </i:vendorExtensions>\n");
     const auto document = open(bytes);
     QCOMPARE(document->text(DesignField::Author), u"Bob"_s);
-    QVERIFY(document->setText(DesignField::Author, u"Eve"_s));
+    QVERIFY(document->setText(DesignField::Author, u"Eve"_s).isOk());
     QCOMPARE(document->bytes(), QByteArray(bytes).replace("Bob", "Eve"));
-    QVERIFY(document->setText(DesignField::Author, {}));
+    QVERIFY(document->setText(DesignField::Author, {}).isOk());
     QCOMPARE(document->text(DesignField::Author), QString());
     QCOMPARE(document->bytes(), QByteArray(bytes).replace("Bob", ""));
 }
@@ -511,7 +510,7 @@ void tst_ComponentDocument::saved()
     put(path, component({}));
     QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup));
     const auto document = ComponentDocument::open(path).value();
-    QVERIFY(document->setText(DesignField::Version, u"2"_s));
+    QVERIFY(document->setText(DesignField::Version, u"2"_s).isOk());
     QVERIFY(document->isModified());
     QVERIFY(document->save().isOk());
     QVERIFY(!document->isModified());
@@ -529,11 +528,11 @@ void tst_ComponentDocument::savedTwice()
     const QString path = folder.filePath(u"component.xml"_s);
     put(path, component({}));
     const auto document = ComponentDocument::open(path).value();
-    const FileSetId set = document->files().addFileSet(u"files"_s);
-    const FileId file = document->files().add(u"a.v"_s, set);
+    const FileSetId set = document->files().addFileSet(u"files"_s).value();
+    const FileId file = document->files().add(u"a.v"_s, set).value();
     QVERIFY(document->save().isOk());
     QVERIFY(document->files().contains(file));
-    QVERIFY(document->files().setPath(file, u"b.v"_s));
+    QVERIFY(document->files().setPath(file, u"b.v"_s).isOk());
     QVERIFY(document->isModified());
     const Status saved = document->save();
     QVERIFY2(saved.isOk(), qPrintable(saved.text()));
@@ -570,10 +569,10 @@ void tst_ComponentDocument::changedOnDisk()
     const QString path = folder.filePath(u"component.xml"_s);
     put(path, component({}));
     const auto document = ComponentDocument::open(path).value();
-    QVERIFY(document->setText(DesignField::Version, u"2"_s));
+    QVERIFY(document->setText(DesignField::Version, u"2"_s).isOk());
     if (afterSave)
         QVERIFY(document->save().isOk());
-    QVERIFY(document->setText(DesignField::Vendor, u"new"_s));
+    QVERIFY(document->setText(DesignField::Vendor, u"new"_s).isOk());
     put(path, content);
     const Status saved = document->save();
     QCOMPARE(saved.isOk(), !refused);
@@ -604,7 +603,7 @@ void tst_ComponentDocument::changedOnDiskUnderAnOldTime()
     const QByteArray name = QFile::encodeName(path);
     QCOMPARE(::utimensat(AT_FDCWD, name.constData(), longAgo, 0), 0);
     const auto document = ComponentDocument::open(path).value();
-    QVERIFY(document->setText(DesignField::Vendor, u"new"_s));
+    QVERIFY(document->setText(DesignField::Vendor, u"new"_s).isOk());
     const QByteArray theirs = component({}).replace("v.org", "w.org");
     put(path, theirs);
     QCOMPARE(::utimensat(AT_FDCWD, name.constData(), longAgo, 0), 0);
@@ -620,7 +619,7 @@ void tst_ComponentDocument::copies()
     put(path, component({}));
     put(copy, "old");
     const auto document = ComponentDocument::open(path).value();
-    QVERIFY(document->setText(DesignField::Version, u"2"_s));
+    QVERIFY(document->setText(DesignField::Version, u"2"_s).isOk());
     QVERIFY(document->saveCopy(copy).isOk());
     QCOMPARE(contentOf(copy), document->bytes());
     QCOMPARE(contentOf(path), component({}));
@@ -644,7 +643,7 @@ void tst_ComponentDocument::failedSave()
     const QString path = inner + u"/component.xml"_s;
     put(path, component({}));
     const auto document = ComponentDocument::open(path).value();
-    QVERIFY(document->setText(DesignField::Version, u"2"_s));
+    QVERIFY(document->setText(DesignField::Version, u"2"_s).isOk());
     QVERIFY(QDir(inner).removeRecursively());
     QCOMPARE(document->save().text(),
              u"Cannot write \"%1\": No such file or directory"_s.arg(path));
@@ -674,7 +673,7 @@ void tst_ComponentDocument::savedButNotSynchronised()
             if (!asExpected)
                 break;
             QString error;
-            asExpected = document->setText(DesignField::Version, version, &error)
+            asExpected = document->setText(DesignField::Version, version).toErrorText(&error)
                 && !document->save().toErrorText(&error) && document->isModified()
                 && error == u"Cannot write \"%1\": Permission denied"_s.arg(path);
             if (!asExpected)

@@ -69,8 +69,8 @@ void tst_ComponentExtensions::folders()
 {
     const auto document = open(component({}));
     ComponentFolders &folders = document->folders();
-    const FolderId rtl = folders.add(u"rtl"_s, u"HDL::Verilog"_s);
-    const FolderId doc = folders.add(u"/abs/a b"_s, {});
+    const FolderId rtl = folders.add(u"rtl"_s, u"HDL::Verilog"_s).value();
+    const FolderId doc = folders.add(u"/abs/a b"_s, {}).value();
     QCOMPARE(folders.folders(), QList<FolderId>({rtl, doc}));
     QCOMPARE(folders.path(rtl), u"rtl"_s);
     QCOMPARE(folders.category(rtl), u"HDL::Verilog"_s);
@@ -81,8 +81,8 @@ void tst_ComponentExtensions::folders()
                     "      </mv:folders>\n"));
     const auto again = open(document->bytes());
     QCOMPARE(again->folders().folders().size(), 2);
-    QVERIFY(folders.setPath(rtl, u"src"_s));
-    QVERIFY(folders.setCategory(rtl, {}));
+    QVERIFY(folders.setPath(rtl, u"src"_s).isOk());
+    QVERIFY(folders.setCategory(rtl, {}).isOk());
     folders.remove(doc);
     QVERIFY(!folders.contains(doc));
     QCOMPARE(folders.path(doc), QString());
@@ -99,15 +99,11 @@ void tst_ComponentExtensions::foldersRefused()
 {
     const auto document = open(component({}));
     ComponentFolders &folders = document->folders();
-    QString error;
-    QVERIFY(!folders.add({}, {}, &error));
-    QCOMPARE(error, u"The path of a folder must not be empty."_s);
-    QVERIFY(!folders.add(u"a"_s, QString(QChar(0)), &error));
-    QCOMPARE(error, u"The text holds the character U+0000, which XML cannot carry."_s);
-    QVERIFY(!folders.setPath({}, u"a"_s, &error));
-    QCOMPARE(error, u"The folder is no longer in the document."_s);
-    QVERIFY(!folders.setCategory({}, u"a"_s, &error));
-    QCOMPARE(error, u"The folder is no longer in the document."_s);
+    QCOMPARE(folders.add({}, {}).status().text(), u"The path of a folder must not be empty."_s);
+    QCOMPARE(folders.add(u"a"_s, QString(QChar(0))).status().text(),
+             u"The text holds the character U+0000, which XML cannot carry."_s);
+    QCOMPARE(folders.setPath({}, u"a"_s).text(), u"The folder is no longer in the document."_s);
+    QCOMPARE(folders.setCategory({}, u"a"_s).text(), u"The folder is no longer in the document."_s);
     QCOMPARE(document->bytes(), component({}));
 }
 
@@ -120,8 +116,8 @@ void tst_ComponentExtensions::sharedOfFile()
     const FileId file = document->files().files().first();
     SharedValues &shared = document->sharedValues();
     QVERIFY(shared.values(file).isEmpty());
-    QVERIFY(shared.set(file, {u"k"_s, u"int"_s, u"4"_s}));
-    QVERIFY(shared.set(file, {u"l"_s, {}, u" & "_s}));
+    QVERIFY(shared.set(file, {u"k"_s, u"int"_s, u"4"_s}).isOk());
+    QVERIFY(shared.set(file, {u"l"_s, {}, u" & "_s}).isOk());
     const QList<SharedValue> expected {{u"k"_s, u"int"_s, u"4"_s}, {u"l"_s, u"string"_s, u" & "_s}};
     QCOMPARE(shared.values(file), expected);
     QCOMPARE(document->bytes(),
@@ -133,7 +129,7 @@ void tst_ComponentExtensions::sharedOfFile()
                        + after));
     const auto again = open(document->bytes());
     QCOMPARE(again->sharedValues().values(again->files().files().first()), expected);
-    QVERIFY(shared.set(file, {u"k"_s, u"bool"_s, u"true"_s}));
+    QVERIFY(shared.set(file, {u"k"_s, u"bool"_s, u"true"_s}).isOk());
     QCOMPARE(shared.values(file).first(), (SharedValue {u"k"_s, u"bool"_s, u"true"_s}));
     QVERIFY(!shared.remove(file, u"K"_s));
     QVERIFY(shared.remove(file, u"k"_s));
@@ -145,8 +141,8 @@ void tst_ComponentExtensions::sharedOfFile()
 void tst_ComponentExtensions::sharedOfFolder()
 {
     const auto document = open(component({}));
-    const FolderId folder = document->folders().add(u"a"_s, {});
-    QVERIFY(document->sharedValues().set(folder, {u"k"_s, u"int"_s, u"4"_s}));
+    const FolderId folder = document->folders().add(u"a"_s, {}).value();
+    QVERIFY(document->sharedValues().set(folder, {u"k"_s, u"int"_s, u"4"_s}).isOk());
     QCOMPARE(document->bytes(),
              design("      <mv:folders>\n        <mv:folder path=\"a\">\n          <mv:shared>\n"
                     "            <mv:property name=\"k\" type=\"int\">4</mv:property>\n"
@@ -162,7 +158,7 @@ void tst_ComponentExtensions::sharedOfParameter()
     const QByteArray after = "</i:parameter></i:parameters>\n";
     const auto document = open(component(before + after));
     const PropertyId p = document->properties().properties().first();
-    QVERIFY(document->sharedValues().set(p, {u"k"_s, u"int"_s, u"4"_s}));
+    QVERIFY(document->sharedValues().set(p, {u"k"_s, u"int"_s, u"4"_s}).isOk());
     QCOMPARE(document->bytes(),
              component(before
                        + "<i:vendorExtensions><mv:item xmlns:mv=\"urn:morvalen:host:1\">"
@@ -178,8 +174,9 @@ void tst_ComponentExtensions::sharedOfParameter()
 void tst_ComponentExtensions::sharedOfOwnProperty()
 {
     const auto document = open(component({}));
-    const PropertyId p = document->properties().add({u"p"_s, u"int"_s, {}, u"1"_s, true, false});
-    QVERIFY(document->sharedValues().set(p, {u"k"_s, u"int"_s, u"4"_s}));
+    const PropertyId p =
+        document->properties().add({u"p"_s, u"int"_s, {}, u"1"_s, true, false}).value();
+    QVERIFY(document->sharedValues().set(p, {u"k"_s, u"int"_s, u"4"_s}).isOk());
     const QByteArray expected =
         design("      <mv:properties>\n        <mv:property name=\"p\" type=\"int\">\n"
                "          <mv:value>1</mv:value>\n          <mv:shared>\n"
@@ -191,7 +188,7 @@ void tst_ComponentExtensions::sharedOfOwnProperty()
     const PropertyId read = again->properties().properties().first();
     QCOMPARE(again->properties().value(read), u"1"_s);
     QCOMPARE(again->properties().properties().size(), 1);
-    QVERIFY(again->sharedValues().set(read, {u"l"_s, {}, {}}));
+    QVERIFY(again->sharedValues().set(read, {u"l"_s, {}, {}}).isOk());
     QVERIFY(again->sharedValues().remove(read, u"l"_s));
     QCOMPARE(again->bytes(), expected);
     QVERIFY(document->sharedValues().remove(p, u"k"_s));
@@ -200,7 +197,7 @@ void tst_ComponentExtensions::sharedOfOwnProperty()
     const auto plain = open(design("      <mv:properties><mv:property name='p'>x</mv:property>"
                                    "</mv:properties>\n"));
     const PropertyId other = plain->properties().properties().first();
-    QVERIFY(plain->sharedValues().set(other, {u"k"_s, {}, u"v"_s}));
+    QVERIFY(plain->sharedValues().set(other, {u"k"_s, {}, u"v"_s}).isOk());
     QCOMPARE(plain->properties().value(other), u"x"_s);
     QCOMPARE(plain->bytes(),
              design("      <mv:properties><mv:property name='p'><mv:value>x</mv:value>"
@@ -211,14 +208,14 @@ void tst_ComponentExtensions::sharedOfOwnProperty()
 void tst_ComponentExtensions::sharedWithCategory()
 {
     const auto document = open(component({}));
-    const FileSetId set = document->files().addFileSet(u"files"_s);
-    const FileId file = document->files().add(u"a.v"_s, set);
-    QVERIFY(document->files().setCategory(file, u"C"_s));
-    QVERIFY(document->sharedValues().set(file, {u"k"_s, {}, {}}));
+    const FileSetId set = document->files().addFileSet(u"files"_s).value();
+    const FileId file = document->files().add(u"a.v"_s, set).value();
+    QVERIFY(document->files().setCategory(file, u"C"_s).isOk());
+    QVERIFY(document->sharedValues().set(file, {u"k"_s, {}, {}}).isOk());
     QVERIFY(document->sharedValues().remove(file, u"k"_s));
     QCOMPARE(document->files().category(file), u"C"_s);
-    QVERIFY(document->sharedValues().set(file, {u"k"_s, {}, {}}));
-    QVERIFY(document->files().setCategory(file, {}));
+    QVERIFY(document->sharedValues().set(file, {u"k"_s, {}, {}}).isOk());
+    QVERIFY(document->files().setCategory(file, {}).isOk());
     QCOMPARE(document->sharedValues().values(file).size(), 1);
 }
 
@@ -226,18 +223,17 @@ void tst_ComponentExtensions::sharedRefused()
 {
     const auto document = open(component({}));
     SharedValues &shared = document->sharedValues();
-    const FileSetId set = document->files().addFileSet(u"files"_s);
-    const FileId file = document->files().add(u"a.v"_s, set);
+    const FileSetId set = document->files().addFileSet(u"files"_s).value();
+    const FileId file = document->files().add(u"a.v"_s, set).value();
     const QByteArray bytes = document->bytes();
-    QString error;
-    QVERIFY(!shared.set(file, {{}, {}, u"x"_s}, &error));
-    QCOMPARE(error, u"The name of a shared property must not be empty."_s);
-    QVERIFY(!shared.set(file, {u"k"_s, {}, QString(QChar(0))}, &error));
-    QCOMPARE(error, u"The text holds the character U+0000, which XML cannot carry."_s);
+    QCOMPARE(shared.set(file, {{}, {}, u"x"_s}).text(),
+             u"The name of a shared property must not be empty."_s);
+    QCOMPARE(shared.set(file, {u"k"_s, {}, QString(QChar(0))}).text(),
+             u"The text holds the character U+0000, which XML cannot carry."_s);
     QCOMPARE(document->bytes(), bytes);
     document->files().remove(file);
-    QVERIFY(!shared.set(file, {u"k"_s, {}, {}}, &error));
-    QCOMPARE(error, u"The item is no longer in the document."_s);
+    QCOMPARE(shared.set(file, {u"k"_s, {}, {}}).text(),
+             u"The item is no longer in the document."_s);
     QVERIFY(shared.values(file).isEmpty());
     QVERIFY(!shared.remove(file, u"k"_s));
 }
@@ -253,8 +249,8 @@ void tst_ComponentExtensions::builds()
         {{u"compile"_s, u"$CC -c \"a b.c\" && x"_s, {u"node:rtl"_s, u"a.h"_s}, {u"a.o"_s}},
          {u"link"_s, u"ld"_s, {}, {}}},
     };
-    QVERIFY(builds.write(build));
-    QVERIFY(builds.setActiveName(u"Debug"_s));
+    QVERIFY(builds.write(build).isOk());
+    QVERIFY(builds.setActiveName(u"Debug"_s).isOk());
     QCOMPARE(builds.configurations(), QList<BuildDescription> {build});
     QCOMPARE(builds.names(), QStringList {u"Debug"_s});
     QCOMPARE(document->bytes(),
@@ -277,12 +273,12 @@ void tst_ComponentExtensions::builds()
     const auto again = open(document->bytes());
     QCOMPARE(again->builds().configurations(), QList<BuildDescription> {build});
     QCOMPARE(again->builds().activeName(), u"Debug"_s);
-    QVERIFY(again->builds().write(build));
+    QVERIFY(again->builds().write(build).isOk());
     QVERIFY(!again->isModified());
     QVERIFY(builds.remove(u"Debug"_s));
     QVERIFY(!builds.remove(u"Debug"_s));
     QCOMPARE(builds.activeName(), u"Debug"_s);
-    QVERIFY(builds.setActiveName({}));
+    QVERIFY(builds.setActiveName({}).isOk());
     QCOMPARE(document->bytes(), component({}));
 }
 
@@ -354,7 +350,7 @@ void tst_ComponentExtensions::buildsChange()
         build.macros.append({name, u"v"_s});
     for (const QString &name : std::as_const(steps))
         build.steps.append(step(name));
-    QVERIFY(document->builds().write(build));
+    QVERIFY(document->builds().write(build).isOk());
     QCOMPARE(document->builds().configurations(), QList<BuildDescription> {build});
     QCOMPARE(document->bytes(), text(macros, steps, quoted));
 }
@@ -363,17 +359,17 @@ void tst_ComponentExtensions::buildsActive()
 {
     const auto document = open(component({}));
     ComponentBuilds &builds = document->builds();
-    QVERIFY(builds.setActiveName({}));
+    QVERIFY(builds.setActiveName({}).isOk());
     QVERIFY(!document->isModified());
-    QVERIFY(builds.write({u"A"_s, {}, {}, {}}));
-    QVERIFY(builds.write({u"B"_s, u"b"_s, {}, {}}));
-    QVERIFY(builds.setTargetPath(u"A"_s, u"a"_s));
-    QVERIFY(builds.setTargetPath(u"B"_s, {}));
+    QVERIFY(builds.write({u"A"_s, {}, {}, {}}).isOk());
+    QVERIFY(builds.write({u"B"_s, u"b"_s, {}, {}}).isOk());
+    QVERIFY(builds.setTargetPath(u"A"_s, u"a"_s).isOk());
+    QVERIFY(builds.setTargetPath(u"B"_s, {}).isOk());
     QCOMPARE(lines(*document), QStringList({u"A@a"_s, u"B@"_s}));
-    QVERIFY(builds.setActiveName(u"B"_s));
-    QVERIFY(builds.setActiveName(u"A"_s));
+    QVERIFY(builds.setActiveName(u"B"_s).isOk());
+    QVERIFY(builds.setActiveName(u"A"_s).isOk());
     QCOMPARE(builds.activeName(), u"A"_s);
-    QVERIFY(builds.setActiveName({}));
+    QVERIFY(builds.setActiveName({}).isOk());
     QCOMPARE(builds.names(), QStringList({u"A"_s, u"B"_s}));
 }
 
@@ -383,9 +379,7 @@ void tst_ComponentExtensions::buildsRefused()
     ComponentBuilds &builds = document->builds();
     const QString zero = u"The text holds the character U+0000, which XML cannot carry."_s;
     const QString bad {QChar(0)};
-    QString error;
-    QVERIFY(!builds.write({}, &error));
-    QCOMPARE(error, u"The name of a build configuration must not be empty."_s);
+    QCOMPARE(builds.write({}).text(), u"The name of a build configuration must not be empty."_s);
     const QList<BuildDescription> bads {
         {bad, {}, {}, {}},
         {u"A"_s, bad, {}, {}},
@@ -397,14 +391,11 @@ void tst_ComponentExtensions::buildsRefused()
         {u"A"_s, {}, {}, {{{}, {}, {}, {bad}}}},
     };
     for (const BuildDescription &build : bads) {
-        error.clear();
-        QVERIFY(!builds.write(build, &error));
-        QCOMPARE(error, zero);
+        QCOMPARE(builds.write(build).text(), zero);
     }
-    QVERIFY(!builds.setActiveName(bad, &error));
-    QCOMPARE(error, zero);
-    QVERIFY(!builds.setTargetPath(u"none"_s, u"x"_s, &error));
-    QCOMPARE(error, u"The build configuration is no longer in the document."_s);
+    QCOMPARE(builds.setActiveName(bad).text(), zero);
+    QCOMPARE(builds.setTargetPath(u"none"_s, u"x"_s).text(),
+             u"The build configuration is no longer in the document."_s);
     QVERIFY(!document->isModified());
 }
 
@@ -413,12 +404,12 @@ void tst_ComponentExtensions::order()
 {
     const auto document = open(component("  <i:vendorExtensions>\n    <o:x xmlns:o='o'/>\n"
                                          "  </i:vendorExtensions>\n"));
-    QVERIFY(document->builds().setActiveName(u"A"_s));
-    QVERIFY(document->folders().add(u"f"_s, {}));
-    QVERIFY(document->setText(DesignField::Author, u"Ann"_s));
+    QVERIFY(document->builds().setActiveName(u"A"_s).isOk());
+    QVERIFY(document->folders().add(u"f"_s, {}).isOk());
+    QVERIFY(document->setText(DesignField::Author, u"Ann"_s).isOk());
     document->setReadOnly(true);
-    QVERIFY(document->properties().add({u"p"_s, {}, {}, {}, true, false}));
-    QVERIFY(document->setText(DesignField::Description, u"d"_s));
+    QVERIFY(document->properties().add({u"p"_s, {}, {}, {}, true, false}).isOk());
+    QVERIFY(document->setText(DesignField::Description, u"d"_s).isOk());
     QCOMPARE(document->bytes(),
              component("  <i:description>d</i:description>\n"
                        "  <i:vendorExtensions>\n    <o:x xmlns:o='o'/>\n"

@@ -6,6 +6,7 @@
 using namespace ComponentTexts;
 using namespace MorvalenCore;
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
 
 namespace {
 
@@ -250,11 +251,11 @@ void tst_ComponentFiles::added()
     QFETCH(QString, set);
     const auto document = open(bytes);
     ComponentFiles &files = document->files();
-    const FileSetId to = set.isEmpty() ? files.addFileSet(u"new"_s) : files.fileSet(set);
+    const FileSetId to = set.isEmpty() ? files.addFileSet(u"new"_s).value() : files.fileSet(set);
     QVERIFY(to);
-    QString error;
-    const FileId added = files.add(u"n.v"_s, to, &error);
-    QVERIFY2(added, qPrintable(error));
+    const Result<FileId> entry = files.add(u"n.v"_s, to);
+    QVERIFY2(entry.isOk(), qPrintable(entry.status().text()));
+    const FileId added = entry.value();
     QCOMPARE(files.path(added), u"n.v"_s);
     QCOMPARE(files.fileType(added), u"verilogSource"_s);
     QCOMPARE(files.fileSet(added), to);
@@ -292,8 +293,8 @@ void tst_ComponentFiles::places()
                          generation.constData());
     };
     const auto document = open(text({}, {}));
-    QVERIFY(document->files().setPath(nth(*document, 0), u"x"_s));
-    QVERIFY(document->files().setCategory(nth(*document, 0), u"C"_s));
+    QVERIFY(document->files().setPath(nth(*document, 0), u"x"_s).isOk());
+    QVERIFY(document->files().setCategory(nth(*document, 0), u"C"_s).isOk());
     QCOMPARE(document->bytes(),
              text("<i:name>x</i:name>",
                   "<i:vendorExtensions><mv:item xmlns:mv=\"urn:morvalen:host:1\" category=\"C\"/>"
@@ -359,8 +360,8 @@ void tst_ComponentFiles::set()
     const FileId entry = nth(*document, 0);
     const std::optional<GeneratedInfo> info =
         by.isNull() && version.isNull() ? std::nullopt : std::optional(GeneratedInfo {by, version});
-    QVERIFY(files.setCategory(entry, category));
-    QVERIFY(files.setGenerated(entry, info));
+    QVERIFY(files.setCategory(entry, category).isOk());
+    QVERIFY(files.setGenerated(entry, info).isOk());
     QCOMPARE(document->bytes(), fileSets(fileSet("s", file("a.v", "verilogSource", after))));
     QCOMPARE(files.category(entry), category.isEmpty() ? u"s"_s : category);
     QCOMPARE(files.generated(entry), info);
@@ -373,16 +374,14 @@ void tst_ComponentFiles::generatedGroup()
     const auto document = open(bytes);
     ComponentFiles &files = document->files();
     const FileId entry = nth(*document, 0);
-    QString error;
-    QVERIFY(!files.setGenerated(entry, std::nullopt, &error));
-    QCOMPARE(error,
+    QCOMPARE(files.setGenerated(entry, std::nullopt).text(),
              u"The file a.v is generated, since its file set is in the group "
              "generatedFiles."_s);
-    QVERIFY(document->setText(DesignField::Version, {}));
+    QVERIFY(document->setText(DesignField::Version, {}).isOk());
     QCOMPARE(files.generated(entry), GeneratedInfo());
-    QVERIFY(document->setText(DesignField::Version, u"2"_s));
+    QVERIFY(document->setText(DesignField::Version, u"2"_s).isOk());
     QCOMPARE(files.generated(entry), (GeneratedInfo {{}, u"2"_s}));
-    QVERIFY(files.setGenerated(entry, GeneratedInfo {u"b"_s, u"1"_s}));
+    QVERIFY(files.setGenerated(entry, GeneratedInfo {u"b"_s, u"1"_s}).isOk());
     QCOMPARE(files.generated(entry), (GeneratedInfo {u"b"_s, u"1"_s}));
 }
 
@@ -404,18 +403,12 @@ void tst_ComponentFiles::refused()
     ComponentFiles &files = document->files();
     const QString ofPath = error.contains(u"%1") ? error.arg(u"path of a file"_s) : error;
     const QString ofSet = error.contains(u"%1") ? error.arg(u"name of a file set"_s) : error;
-    QString reason;
-    QVERIFY(!files.add(text, files.fileSet(u"s"_s), &reason));
-    QCOMPARE(reason, ofPath);
-    QVERIFY(!files.setPath(nth(*document, 0), text, &reason));
-    QCOMPARE(reason, ofPath);
-    QVERIFY(!files.addFileSet(text, &reason));
-    QCOMPARE(reason, ofSet);
+    QCOMPARE(files.add(text, files.fileSet(u"s"_s)).status().text(), ofPath);
+    QCOMPARE(files.setPath(nth(*document, 0), text).text(), ofPath);
+    QCOMPARE(files.addFileSet(text).status().text(), ofSet);
     if (!text.isEmpty()) {
-        QVERIFY(!files.setCategory(nth(*document, 0), text, &reason));
-        QCOMPARE(reason, error);
-        QVERIFY(!files.setGenerated(nth(*document, 0), GeneratedInfo {text, u"1"_s}, &reason));
-        QCOMPARE(reason, error);
+        QCOMPARE(files.setCategory(nth(*document, 0), text).text(), error);
+        QCOMPARE(files.setGenerated(nth(*document, 0), GeneratedInfo {text, u"1"_s}).text(), error);
     }
     QCOMPARE(document->bytes(), bytes);
 }
@@ -438,17 +431,12 @@ void tst_ComponentFiles::removedItems()
         QVERIFY(!files.fileSet(file));
         QVERIFY(!files.hasOwnCategory(file));
         const QString error = u"The file is no longer in the document."_s;
-        QString reason;
-        QVERIFY(!files.setPath(file, u"x"_s, &reason));
-        QCOMPARE(reason, error);
-        QVERIFY(!files.setCategory(file, u"x"_s, &reason));
-        QCOMPARE(reason, error);
-        QVERIFY(!files.setGenerated(file, GeneratedInfo {{}, u"x"_s}, &reason));
-        QCOMPARE(reason, error);
+        QCOMPARE(files.setPath(file, u"x"_s).text(), error);
+        QCOMPARE(files.setCategory(file, u"x"_s).text(), error);
+        QCOMPARE(files.setGenerated(file, GeneratedInfo {{}, u"x"_s}).text(), error);
     }
-    QString reason;
-    QVERIFY(!files.add(u"x"_s, FileSetId(), &reason));
-    QCOMPARE(reason, u"The file set is no longer in the document."_s);
+    QCOMPARE(files.add(u"x"_s, FileSetId()).status().text(),
+             u"The file set is no longer in the document."_s);
     QCOMPARE(document->bytes(), bytes);
 }
 
@@ -458,10 +446,10 @@ void tst_ComponentFiles::bulk()
     constexpr int count = 100'000;
     const auto document = open(component({}));
     ComponentFiles &files = document->files();
-    const FileSetId set = files.addFileSet(u"files"_s);
+    const FileSetId set = files.addFileSet(u"files"_s).value();
     QList<FileId> all;
     for (int i = 0; i < count; ++i)
-        all += files.add(u"f%1.v"_s.arg(i), set);
+        all += files.add(u"f%1.v"_s.arg(i), set).value();
     for (int i = 0; i < count; i += 2)
         files.remove(all[i]);
     const auto again = open(document->bytes());

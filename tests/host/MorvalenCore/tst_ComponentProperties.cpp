@@ -164,8 +164,8 @@ void tst_ComponentProperties::firstForm()
     ComponentProperties &properties = document->properties();
     const PropertyId p = nth(*document, 0);
     QCOMPARE(line(properties.data(p)), u"p=5 type=int category="_s);
-    QVERIFY(properties.setValue(p, u"6"_s));
-    QVERIFY(properties.setName(p, u"q"_s));
+    QVERIFY(properties.setValue(p, u"6"_s).isOk());
+    QVERIFY(properties.setName(p, u"q"_s).isOk());
     QCOMPARE(document->bytes(), QByteArray(bytes).replace(">5<", ">6<").replace("'p'", "'q'"));
 }
 
@@ -268,13 +268,14 @@ void tst_ComponentProperties::referencesFollowValues()
                                            {u"idP"_s, false},
                                            {u"idP"_s, false},
                                            {u"2"_s, true}}) {
-        QVERIFY(properties.setValue(q, value));
+        QVERIFY(properties.setValue(q, value).isOk());
         QCOMPARE(properties.isRemovable(p), removable);
         const auto again = open(document->bytes());
         QCOMPARE(again->properties().isRemovable(nth(*again, 0)), removable);
     }
-    const PropertyId ours = properties.add({u"o"_s, u"string"_s, {}, u"idP"_s, true, false});
-    QVERIFY(properties.setValue(ours, u"idP idP"_s));
+    const PropertyId ours =
+        properties.add({u"o"_s, u"string"_s, {}, u"idP"_s, true, false}).value();
+    QVERIFY(properties.setValue(ours, u"idP idP"_s).isOk());
     QVERIFY(properties.isRemovable(p));
 }
 
@@ -335,12 +336,11 @@ void tst_ComponentProperties::refusesAnEmptyValueOf2014()
 {
     const QByteArray bytes = parameters(parameter("a", "1"));
     const auto document = open(bytes);
-    QString error;
-    QVERIFY(!document->properties().setValue(nth(*document, 0), QString(), &error));
-    QCOMPARE(error, u"The value of the parameter a must not be empty."_s);
+    QCOMPARE(document->properties().setValue(nth(*document, 0), QString()).text(),
+             u"The value of the parameter a must not be empty."_s);
     QCOMPARE(document->bytes(), bytes);
     const auto empty = open(parameters(parameter("a", "")));
-    QVERIFY(empty->properties().setValue(nth(*empty, 0), QString()));
+    QVERIFY(empty->properties().setValue(nth(*empty, 0), QString()).isOk());
 }
 
 void tst_ComponentProperties::values()
@@ -350,7 +350,7 @@ void tst_ComponentProperties::values()
     const auto document = open(before);
     QVERIFY(document);
     const PropertyId a = nth(*document, 0);
-    QVERIFY(document->properties().setValue(a, value));
+    QVERIFY(document->properties().setValue(a, value).isOk());
     QCOMPARE(document->properties().value(a), value);
     QTEST(document->bytes(), "after");
     const auto again = open(document->bytes());
@@ -360,12 +360,12 @@ void tst_ComponentProperties::values()
 void tst_ComponentProperties::names()
 {
     const auto document = open(parameters(parameter("a", "1")));
-    QVERIFY(document->properties().setName(nth(*document, 0), u"b"_s));
+    QVERIFY(document->properties().setName(nth(*document, 0), u"b"_s).isOk());
     QCOMPARE(document->bytes(), parameters(parameter("b", "1")));
     const auto ours = open(own("        <mv:property name='a'/>\n"));
-    QVERIFY(ours->properties().setName(nth(*ours, 0), u"b c"_s));
+    QVERIFY(ours->properties().setName(nth(*ours, 0), u"b c"_s).isOk());
     QCOMPARE(ours->bytes(), own("        <mv:property name='b c'/>\n"));
-    QVERIFY(ours->properties().setValue(nth(*ours, 0), u"1"_s, u"uint"_s));
+    QVERIFY(ours->properties().setValue(nth(*ours, 0), u"1"_s, u"uint"_s).isOk());
     QCOMPARE(ours->bytes(), own("        <mv:property name='b c' type=\"uint\">1</mv:property>\n"));
 }
 
@@ -373,19 +373,19 @@ void tst_ComponentProperties::categories()
 {
     const auto document = open(parameters(parameter("a", "1")));
     const PropertyId a = nth(*document, 0);
-    QVERIFY(document->properties().setCategory(a, u"X::Y"_s));
+    QVERIFY(document->properties().setCategory(a, u"X::Y"_s).isOk());
     QCOMPARE(document->properties().category(a), u"X::Y"_s);
     QCOMPARE(document->bytes(),
              parameters(parameter("a", "1", "", "",
                                   "      <i:vendorExtensions>\n        <mv:item "
                                   "xmlns:mv=\"urn:morvalen:host:1\" category=\"X::Y\"/>\n"
                                   "      </i:vendorExtensions>\n")));
-    QVERIFY(document->properties().setCategory(a, {}));
+    QVERIFY(document->properties().setCategory(a, {}).isOk());
     QCOMPARE(document->bytes(), parameters(parameter("a", "1")));
-    QVERIFY(document->properties().setCategory(a, {}));
+    QVERIFY(document->properties().setCategory(a, {}).isOk());
 
     const auto ours = open(own("        <mv:property name='a'/>\n"));
-    QVERIFY(ours->properties().setCategory(nth(*ours, 0), u"C"_s));
+    QVERIFY(ours->properties().setCategory(nth(*ours, 0), u"C"_s).isOk());
     QCOMPARE(ours->bytes(), own("        <mv:property name='a' category=\"C\"/>\n"));
 }
 
@@ -395,8 +395,8 @@ void tst_ComponentProperties::added()
     ComponentProperties &properties = document->properties();
     const PropertyData plain {u"a"_s, u"int"_s, {}, u"1"_s, true, false};
     const PropertyData all {u"b"_s, u"string"_s, u"X::Y"_s, u"<v>"_s, false, true};
-    const PropertyId first = properties.add(plain);
-    const PropertyId second = properties.add(all);
+    const PropertyId first = properties.add(plain).value();
+    const PropertyId second = properties.add(all).value();
     QCOMPARE(properties.data(first), plain);
     QCOMPARE(properties.data(second), all);
     QCOMPARE(document->bytes(),
@@ -434,21 +434,13 @@ void tst_ComponentProperties::refused()
     const QString zero = u"The text holds the character U+0000, which XML cannot carry."_s;
     const QString empty = u"The name of a property must not be empty."_s;
     const QString bad = u"x"_s + QChar(0);
-    QString error;
-    QVERIFY(!properties.setValue(a, bad, &error));
-    QCOMPARE(error, zero);
-    QVERIFY(!properties.setValue(a, u"2"_s, bad, &error));
-    QCOMPARE(error, zero);
-    QVERIFY(!properties.setName(a, bad, &error));
-    QCOMPARE(error, zero);
-    QVERIFY(!properties.setName(a, {}, &error));
-    QCOMPARE(error, empty);
-    QVERIFY(!properties.setCategory(a, bad, &error));
-    QCOMPARE(error, zero);
-    QVERIFY(!properties.add({}, &error));
-    QCOMPARE(error, empty);
-    QVERIFY(!properties.add({u"n"_s, {}, {}, bad, true, false}, &error));
-    QCOMPARE(error, zero);
+    QCOMPARE(properties.setValue(a, bad).text(), zero);
+    QCOMPARE(properties.setValue(a, u"2"_s, bad).text(), zero);
+    QCOMPARE(properties.setName(a, bad).text(), zero);
+    QCOMPARE(properties.setName(a, {}).text(), empty);
+    QCOMPARE(properties.setCategory(a, bad).text(), zero);
+    QCOMPARE(properties.add({}).status().text(), empty);
+    QCOMPARE(properties.add({u"n"_s, {}, {}, bad, true, false}).status().text(), zero);
     QCOMPARE(document->bytes(), bytes);
 }
 
@@ -465,13 +457,9 @@ void tst_ComponentProperties::removedItems()
         QVERIFY(!properties.isParameter(property));
         QCOMPARE(properties.data(property), (PropertyData {{}, {}, {}, {}, false, false}));
         const QString error = u"The property is no longer in the document."_s;
-        QString reason;
-        QVERIFY(!properties.setName(property, u"x"_s, &reason));
-        QCOMPARE(reason, error);
-        QVERIFY(!properties.setValue(property, u"x"_s, &reason));
-        QCOMPARE(reason, error);
-        QVERIFY(!properties.setCategory(property, u"x"_s, &reason));
-        QCOMPARE(reason, error);
+        QCOMPARE(properties.setName(property, u"x"_s).text(), error);
+        QCOMPARE(properties.setValue(property, u"x"_s).text(), error);
+        QCOMPARE(properties.setCategory(property, u"x"_s).text(), error);
     }
     QCOMPARE(document->bytes(), bytes);
 }

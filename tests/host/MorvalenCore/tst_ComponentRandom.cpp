@@ -177,7 +177,7 @@ private:
         const QString value =
             field != DesignField::Name && random.bounded(3) == 0 ? QString() : text();
         model.texts[field] = value;
-        return document.setText(field, value);
+        return document.setText(field, value).isOk();
     }
 
     bool addFile()
@@ -186,8 +186,8 @@ private:
         const QString path = unique(text() + u".v"_s);
         FileSetId to = document.files().fileSet(set);
         if (!to)
-            to = document.files().addFileSet(set);
-        const FileId file = document.files().add(path, to);
+            to = document.files().addFileSet(set).value();
+        const FileId file = document.files().add(path, to).value();
         model.files.append({file, set, path, {}, {}, {}, {}, {}});
         return bool(file);
     }
@@ -199,21 +199,21 @@ private:
             return true;
         const FileId id {file->id};
         if (random.bounded(3) == 0)
-            return document.files().setPath(id, file->name = unique(text()));
+            return document.files().setPath(id, file->name = unique(text())).isOk();
         if (random.bounded(2) == 0) {
             file->generated.reset();
             if (random.bounded(2) != 0)
                 file->generated = {text(), random.bounded(3) != 0 ? text() : QString()};
-            return document.files().setGenerated(id, file->generated);
+            return document.files().setGenerated(id, file->generated).isOk();
         }
         file->category = random.bounded(2) != 0 ? QString() : text();
-        return document.files().setCategory(id, file->category);
+        return document.files().setCategory(id, file->category).isOk();
     }
 
     bool addFolder()
     {
         const QString path = unique(text());
-        const FolderId folder = document.folders().add(path, {});
+        const FolderId folder = document.folders().add(path, {}).value();
         model.folders.append({folder, {}, path, {}, {}, {}, {}, {}});
         return bool(folder);
     }
@@ -224,8 +224,8 @@ private:
         if (folder == nullptr)
             return true;
         if (random.bounded(2) != 0)
-            return document.folders().setPath({folder->id}, folder->name = unique(text()));
-        return document.folders().setCategory({folder->id}, folder->category = text());
+            return document.folders().setPath({folder->id}, folder->name = unique(text())).isOk();
+        return document.folders().setCategory({folder->id}, folder->category = text()).isOk();
     }
 
     bool addProperty()
@@ -233,7 +233,7 @@ private:
         const QString name = unique(text());
         const QString value = text();
         const PropertyId property =
-            document.properties().add({name, u"string"_s, {}, value, true, false});
+            document.properties().add({name, u"string"_s, {}, value, true, false}).value();
         model.properties.append({property, {}, name, {}, value, u"string"_s, {}, {}});
         return bool(property);
     }
@@ -246,19 +246,20 @@ private:
         const PropertyId id {property->id};
         switch (random.bounded(3)) {
         case 0:
-            return document.properties().setName(id, property->name = unique(text()));
+            return document.properties().setName(id, property->name = unique(text())).isOk();
         case 1:
-            return document.properties().setCategory(id, property->category = text());
+            return document.properties().setCategory(id, property->category = text()).isOk();
         default:
-            return document.properties().setValue(id, property->value = text());
+            return document.properties().setValue(id, property->value = text()).isOk();
         }
     }
 
     bool writeBuild()
     {
         if (random.bounded(4) == 0)
-            return document.builds().setActiveName(model.active =
-                                                       random.bounded(2) != 0 ? QString() : text());
+            return document.builds()
+                .setActiveName(model.active = random.bounded(2) != 0 ? QString() : text())
+                .isOk();
         BuildDescription build {random.bounded(2) != 0 ? u"A"_s : u"B"_s, text(), {}, {}};
         for (int i = random.bounded(3); i > 0; --i)
             build.macros.append({text(), text()});
@@ -266,10 +267,10 @@ private:
             build.steps.append({text(), text(), {text()}, {text(), text()}});
         for (BuildDescription &known : model.builds) {
             if (known.name == build.name)
-                return document.builds().write(known = build);
+                return document.builds().write(known = build).isOk();
         }
         model.builds.append(build);
-        return document.builds().write(build);
+        return document.builds().write(build).isOk();
     }
 
     bool share()
@@ -287,11 +288,11 @@ private:
                     return document.sharedValues().remove(item->id, name);
                 }
                 item->shared[i] = {name, u"int"_s, text()};
-                return document.sharedValues().set(item->id, item->shared[i]);
+                return document.sharedValues().set(item->id, item->shared[i]).isOk();
             }
         }
         item->shared.append({name, u"string"_s, text()});
-        return document.sharedValues().set(item->id, item->shared.last());
+        return document.sharedValues().set(item->id, item->shared.last()).isOk();
     }
 
     bool remove()

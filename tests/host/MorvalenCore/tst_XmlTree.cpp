@@ -9,6 +9,7 @@
 
 using namespace MorvalenCore;
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 
 namespace {
 
@@ -373,10 +374,9 @@ void tst_XmlTree::carried()
 {
     QFETCH(QString, text);
     QFETCH(QString, error);
-    QString reason;
-    QCOMPARE(XmlText::isCarried(text, &reason), error.isEmpty());
-    QCOMPARE(reason, error);
-    QCOMPARE(XmlText::isCarried(text, nullptr), error.isEmpty());
+    const Status carried = XmlText::checkCarried(text);
+    QCOMPARE(carried.isOk(), error.isEmpty());
+    QCOMPARE(carried.text(), error);
 }
 
 void tst_XmlTree::roundTrip_data()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <MorvalenCore/MorvalenCoreExport.h>
+#include <Qtilities/Status.h>
 
 #include <QObject>
 #include <QWidget>
@@ -23,9 +24,11 @@ public:
     // Replaces the manager, which stays the caller's; null brings the default back.
     static void setInstance(EditorManager *manager);
 
-    // The editor that shows the file, which stays the manager's; null when there is none, with
-    // the reason in *error unless that is null. The mode is empty for the usual editor; bringUp
-    // shows it in front, readOnly forbids changes.
+    // The editor that shows the file, which stays the manager's. The mode is empty for the usual
+    // editor; bringUp shows it in front, readOnly forbids changes.
+    virtual Qtilities::Core::Result<QWidget *>
+    tryCreateEditorForPath(const QString &path, const QString &mode, bool bringUp, bool readOnly);
+    // The same; null when there is none, with the reason in *error unless that is null.
     virtual QWidget *createEditorForPath(const QString &path, QString *error, const QString &mode,
                                          bool bringUp, bool readOnly);
 };

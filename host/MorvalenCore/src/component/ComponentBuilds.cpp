@@ -1,12 +1,14 @@
 #include "component/ComponentBuilds.h"
 
 #include "component/ComponentTree.h"
-#include "component/itemcheck.h"
+#include "component/EditCheck.h"
 #include "component/listalignment.h"
 
 #include <QSet>
 
 #include <algorithm>
+
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -124,22 +126,21 @@ const ListFormat<BuildStep> stepFormat {
         },
 };
 
-bool check(const BuildDescription &build, QString *error)
+Status check(const BuildDescription &build)
 {
-    const auto carries = [error](const QString &text) {
-        return ComponentTree::check({text}, error);
-    };
-    const auto carriesMacro = [&](const BuildMacro &macro) {
-        return carries(macro.name) && carries(macro.value);
-    };
-    const auto carriesStep = [&](const BuildStep &step) {
-        return carries(step.name) && carries(step.command) && carries(step.pool)
-            && std::all_of(step.inputs.begin(), step.inputs.end(), carries)
-            && std::all_of(step.outputs.begin(), step.outputs.end(), carries);
-    };
-    return carries(build.name) && carries(build.targetPath)
-        && std::all_of(build.macros.begin(), build.macros.end(), carriesMacro)
-        && std::all_of(build.steps.begin(), build.steps.end(), carriesStep);
+    EditCheck check;
+    check.isGiven(build.name, u"name of a build configuration")
+        .isCarried({build.name, build.targetPath});
+    for (const BuildMacro &macro : build.macros)
+        check.isCarried({macro.name, macro.value});
+    for (const BuildStep &step : build.steps) {
+        check.isCarried({step.name, step.command, step.pool});
+        for (const QStringList &paths : {step.inputs, step.outputs}) {
+            for (const QString &path : paths)
+                check.isCarried({path});
+        }
+    }
+    return check.status();
 }
 
 } // namespace
@@ -184,24 +185,22 @@ QString ComponentBuilds::activeName() const
     return tree.attribute(tree.ownChild(tree.design(), "buildConfigurations"), "active");
 }
 
-bool ComponentBuilds::setActiveName(const QString &name, QString *error)
+Status ComponentBuilds::setActiveName(const QString &name)
 {
-    if (!tree.check({name}, error))
-        return false;
+    if (const Status refused = EditCheck().isCarried({name}).status(); !refused.isOk())
+        return refused;
     if (name == activeName())
-        return true;
+        return {};
     const XmlNode list = tree.ensureOwn(tree.ensureDesign(), "buildConfigurations");
     tree.setAttribute(list, "active", name);
     tree.prune(list);
-    return true;
+    return {};
 }
 
-bool ComponentBuilds::write(const BuildDescription &configuration, QString *error,
-                            const QString &formerName)
+Status ComponentBuilds::write(const BuildDescription &configuration, const QString &formerName)
 {
-    if (!ItemCheck::isGiven(configuration.name, u"name of a build configuration", error)
-        || !check(configuration, error))
-        return false;
+    if (const Status refused = check(configuration); !refused.isOk())
+        return refused;
     XmlNode node = find(formerName.isEmpty() ? configuration.name : formerName);
     if (node == 0)
         node = tree.addOwn(tree.ensureOwn(tree.ensureDesign(), "buildConfigurations"),
@@ -210,17 +209,18 @@ bool ComponentBuilds::write(const BuildDescription &configuration, QString *erro
     tree.setAttribute(node, "targetPath", configuration.targetPath);
     writeList(tree, node, macroFormat, configuration.macros, 0);
     writeList(tree, node, stepFormat, configuration.steps, tree.xml.last(node));
-    return true;
+    return {};
 }
 
-bool ComponentBuilds::setTargetPath(const QString &name, const QString &targetPath, QString *error)
+Status ComponentBuilds::setTargetPath(const QString &name, const QString &targetPath)
 {
     const XmlNode node = find(name);
-    if (!ItemCheck::isThere(node != 0, u"build configuration", error)
-        || !tree.check({targetPath}, error))
-        return false;
+    if (const Status refused =
+            EditCheck().isThere(node != 0, u"build configuration").isCarried({targetPath}).status();
+        !refused.isOk())
+        return refused;
     tree.setAttribute(node, "targetPath", targetPath);
-    return true;
+    return {};
 }
 
 bool ComponentBuilds::remove(const QString &name)

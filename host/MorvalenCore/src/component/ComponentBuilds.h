@@ -22,14 +22,14 @@ public:
     // not; empty when it gives none.
     QString activeName() const override;
     // An empty name removes the mark.
-    bool setActiveName(const QString &name, QString *error = nullptr) override;
+    Qtilities::Core::Status setActiveName(const QString &name) override;
 
     // Writes a configuration over the one of its name, or of its former name, else appends it.
     // What does not differ stays untouched in the file, and what is not ours stays.
-    bool write(const BuildDescription &configuration, QString *error = nullptr,
-               const QString &formerName = {}) override;
+    Qtilities::Core::Status write(const BuildDescription &configuration,
+                                  const QString &formerName = {}) override;
     // Only the target path, of the configuration of that name; false where there is none.
-    bool setTargetPath(const QString &name, const QString &targetPath, QString *error = nullptr);
+    Qtilities::Core::Status setTargetPath(const QString &name, const QString &targetPath);
     // False where there is none of that name.
     bool remove(const QString &name) override;
 

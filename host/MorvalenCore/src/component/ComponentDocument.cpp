@@ -104,13 +104,13 @@ Result<std::unique_ptr<ComponentDocument>> ComponentDocument::create(const Ident
     std::unique_ptr<ComponentDocument> document(
         new ComponentDocument(std::make_unique<Private>(file, bytes, reader)));
     document->d->isNew = true;
-    QString error;
-    const bool named = document->setText(DesignField::Vendor, identity.vendor, &error)
-        && document->setText(DesignField::Library, identity.library, &error)
-        && document->setText(DesignField::Name, identity.name, &error)
-        && document->setText(DesignField::Version, identity.version, &error);
-    if (!named)
-        return Status::invalidArgument(error);
+    for (const auto &[field, text] : {std::pair(DesignField::Vendor, identity.vendor),
+                                      std::pair(DesignField::Library, identity.library),
+                                      std::pair(DesignField::Name, identity.name),
+                                      std::pair(DesignField::Version, identity.version)}) {
+        if (const Status refused = document->setText(field, text); !refused.isOk())
+            return refused;
+    }
     return document;
 }
 
@@ -127,9 +127,9 @@ QString ComponentDocument::text(DesignField field) const
     return IdentityFields::text(d->tree, field);
 }
 
-bool ComponentDocument::setText(DesignField field, const QString &text, QString *error)
+Status ComponentDocument::setText(DesignField field, const QString &text)
 {
-    return IdentityFields::setText(d->tree, field, text, error);
+    return IdentityFields::setText(d->tree, field, text);
 }
 
 bool ComponentDocument::isReadOnly() const

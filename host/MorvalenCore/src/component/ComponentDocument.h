@@ -60,7 +60,7 @@ public:
     QString text(DesignField field) const override;
     // An empty description, author, type or structure removes the element or attribute; an empty
     // name is refused.
-    bool setText(DesignField field, const QString &text, QString *error = nullptr) override;
+    Qtilities::Core::Status setText(DesignField field, const QString &text) override;
 
     // The flag in the document; says nothing about the file's permissions.
     bool isReadOnly() const override;

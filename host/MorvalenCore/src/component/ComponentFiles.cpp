@@ -1,10 +1,12 @@
 #include "component/ComponentFiles.h"
 
 #include "component/ComponentTree.h"
+#include "component/EditCheck.h"
 #include "component/ipxact.h"
-#include "component/itemcheck.h"
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -152,25 +154,31 @@ QList<FileId> ComponentFiles::filesWithBuildCommand() const
     return list;
 }
 
-FileSetId ComponentFiles::addFileSet(const QString &name, QString *error)
+Result<FileSetId> ComponentFiles::addFileSet(const QString &name)
 {
-    if (!ItemCheck::isGiven(name, u"name of a file set", error) || !tree.check({name}, error))
-        return {};
+    if (const Status refused =
+            EditCheck().isGiven(name, u"name of a file set").isCarried({name}).status();
+        !refused.isOk())
+        return refused;
     const XmlNode sets = tree.ensureStandard(XmlTree::root, "fileSets");
     const XmlNode set = tree.addStandard(sets, "fileSet");
     tree.xml.setText(tree.addStandard(set, "name"), name);
-    return {{set}};
+    return FileSetId {{set}};
 }
 
-FileId ComponentFiles::add(const QString &path, FileSetId set, QString *error)
+Result<FileId> ComponentFiles::add(const QString &path, FileSetId set)
 {
-    if (!ItemCheck::isThere(contains(set), u"file set", error)
-        || !ItemCheck::isGiven(path, u"path of a file", error) || !tree.check({path}, error))
-        return {};
+    if (const Status refused = EditCheck()
+                                   .isThere(contains(set), u"file set")
+                                   .isGiven(path, u"path of a file")
+                                   .isCarried({path})
+                                   .status();
+        !refused.isOk())
+        return refused;
     const XmlNode file = tree.addStandard(set.node, "file");
     tree.xml.setText(tree.addStandard(file, "name"), path);
     tree.xml.setText(tree.addStandard(file, "fileType"), fileTypeOf(path));
-    return {{file}};
+    return FileId {{file}};
 }
 
 void ComponentFiles::remove(FileId file)
@@ -179,52 +187,60 @@ void ComponentFiles::remove(FileId file)
         tree.xml.remove(file.node);
 }
 
-bool ComponentFiles::setPath(FileId file, const QString &path, QString *error)
+Status ComponentFiles::setPath(FileId file, const QString &path)
 {
-    if (!ItemCheck::isThere(contains(file), u"file", error)
-        || !ItemCheck::isGiven(path, u"path of a file", error) || !tree.check({path}, error))
-        return false;
+    if (const Status refused = EditCheck()
+                                   .isThere(contains(file), u"file")
+                                   .isGiven(path, u"path of a file")
+                                   .isCarried({path})
+                                   .status();
+        !refused.isOk())
+        return refused;
     tree.xml.setText(tree.ensureStandard(file.node, "name"), path);
-    return true;
+    return {};
 }
 
-bool ComponentFiles::setCategory(FileId file, const QString &category, QString *error)
+Status ComponentFiles::setCategory(FileId file, const QString &category)
 {
-    if (!ItemCheck::isThere(contains(file), u"file", error) || !tree.check({category}, error))
-        return false;
+    if (const Status refused =
+            EditCheck().isThere(contains(file), u"file").isCarried({category}).status();
+        !refused.isOk())
+        return refused;
     const bool isStandard = category.isEmpty() || category == standardCategory(file);
     const XmlNode item = isStandard ? tree.item(file.node) : tree.ensureItem(file.node);
     if (item == 0)
-        return true;
+        return {};
     tree.setAttribute(item, "category", isStandard ? QString() : category);
     tree.prune(item);
-    return true;
+    return {};
 }
 
-bool ComponentFiles::setGenerated(FileId file, const std::optional<GeneratedInfo> &info,
-                                  QString *error)
+Status ComponentFiles::setGenerated(FileId file, const std::optional<GeneratedInfo> &info)
 {
-    if (!ItemCheck::isThere(contains(file), u"file", error)
-        || (info && !tree.check({info->by, info->version}, error)))
-        return false;
+    const GeneratedInfo written = info.value_or(GeneratedInfo());
+    if (const Status refused = EditCheck()
+                                   .isThere(contains(file), u"file")
+                                   .isCarried({written.by, written.version})
+                                   .status();
+        !refused.isOk())
+        return refused;
     if (generated(file) == info)
-        return true;
+        return {};
     if (info) {
         const XmlNode entry = tree.ensureOwn(tree.ensureItem(file.node), "generated");
-        tree.setAttribute(entry, "by", info->by);
-        tree.setAttribute(entry, "version", info->version);
-        return true;
+        tree.setAttribute(entry, "by", written.by);
+        tree.setAttribute(entry, "version", written.version);
+        return {};
     }
     if (isInGeneratedGroup(fileSet(file))) {
-        if (error != nullptr)
-            *error = u"The file %1 is generated, since its file set is in the group %2."_s.arg(
-                path(file), QLatin1StringView(generatedGroup));
-        return false;
+        return Status::readOnly(
+            u"The file %1 is generated, since its file set is in the group %2."_s.arg(
+                path(file), QLatin1StringView(generatedGroup)));
     }
     const XmlNode entry = tree.ownChild(tree.item(file.node), "generated");
     if (entry != 0)
         tree.removeAndPrune(entry);
-    return true;
+    return {};
 }
 
 QString ComponentFiles::fileTypeOf(const QString &path) const

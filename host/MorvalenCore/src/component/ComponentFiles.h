@@ -47,19 +47,19 @@ public:
 
     // Appends an empty file set; its name is a single word (an xs:NMTOKEN where the generation
     // asks for one is not looked after).
-    FileSetId addFileSet(const QString &name, QString *error = nullptr) override;
+    Qtilities::Core::Result<FileSetId> addFileSet(const QString &name) override;
 
     // Appends a file to a set; its fileType comes from the suffix.
-    FileId add(const QString &path, FileSetId set, QString *error = nullptr) override;
+    Qtilities::Core::Result<FileId> add(const QString &path, FileSetId set) override;
     // Removes this one entry. The file set stays, even when it is empty now.
     void remove(FileId file) override;
 
-    bool setPath(FileId file, const QString &path, QString *error = nullptr) override;
+    Qtilities::Core::Status setPath(FileId file, const QString &path) override;
     // Our own category; an empty text removes it, so that the standard one shows again.
-    bool setCategory(FileId file, const QString &category, QString *error = nullptr) override;
+    Qtilities::Core::Status setCategory(FileId file, const QString &category) override;
     // No info removes our entry; refused for a file whose file set says that it is generated.
-    bool setGenerated(FileId file, const std::optional<GeneratedInfo> &info,
-                      QString *error = nullptr) override;
+    Qtilities::Core::Status setGenerated(FileId file,
+                                         const std::optional<GeneratedInfo> &info) override;
 
     // The standard's fileType for a file name by its suffix, "unknown" for an unknown one; the
     // generations differ in the words they know.

@@ -1,7 +1,10 @@
 #include "component/ComponentFolders.h"
 
 #include "component/ComponentTree.h"
-#include "component/itemcheck.h"
+#include "component/EditCheck.h"
+
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -27,16 +30,17 @@ QString ComponentFolders::category(FolderId folder) const
     return contains(folder) ? tree.attribute(folder.node, "category") : QString();
 }
 
-FolderId ComponentFolders::add(const QString &path, const QString &category, QString *error)
+Result<FolderId> ComponentFolders::add(const QString &path, const QString &category)
 {
-    if (!ItemCheck::isGiven(path, u"path of a folder", error)
-        || !tree.check({path, category}, error))
-        return {};
+    if (const Status refused =
+            EditCheck().isGiven(path, u"path of a folder").isCarried({path, category}).status();
+        !refused.isOk())
+        return refused;
     const XmlNode folders = tree.ensureOwn(tree.ensureDesign(), "folders");
     const XmlNode folder = tree.addOwn(folders, "folder");
     tree.setAttribute(folder, "path", path);
     tree.setAttribute(folder, "category", category);
-    return {{folder}};
+    return FolderId {{folder}};
 }
 
 void ComponentFolders::remove(FolderId folder)
@@ -45,21 +49,27 @@ void ComponentFolders::remove(FolderId folder)
         tree.removeAndPrune(folder.node);
 }
 
-bool ComponentFolders::setPath(FolderId folder, const QString &path, QString *error)
+Status ComponentFolders::setPath(FolderId folder, const QString &path)
 {
-    if (!ItemCheck::isThere(contains(folder), u"folder", error)
-        || !ItemCheck::isGiven(path, u"path of a folder", error) || !tree.check({path}, error))
-        return false;
+    if (const Status refused = EditCheck()
+                                   .isThere(contains(folder), u"folder")
+                                   .isGiven(path, u"path of a folder")
+                                   .isCarried({path})
+                                   .status();
+        !refused.isOk())
+        return refused;
     tree.setAttribute(folder.node, "path", path);
-    return true;
+    return {};
 }
 
-bool ComponentFolders::setCategory(FolderId folder, const QString &category, QString *error)
+Status ComponentFolders::setCategory(FolderId folder, const QString &category)
 {
-    if (!ItemCheck::isThere(contains(folder), u"folder", error) || !tree.check({category}, error))
-        return false;
+    if (const Status refused =
+            EditCheck().isThere(contains(folder), u"folder").isCarried({category}).status();
+        !refused.isOk())
+        return refused;
     tree.setAttribute(folder.node, "category", category);
-    return true;
+    return {};
 }
 
 } // namespace MorvalenCore

@@ -20,10 +20,10 @@ public:
     // Levels joined by "::"; empty for none.
     QString category(FolderId folder) const override;
 
-    FolderId add(const QString &path, const QString &category, QString *error = nullptr) override;
+    Qtilities::Core::Result<FolderId> add(const QString &path, const QString &category) override;
     void remove(FolderId folder) override;
-    bool setPath(FolderId folder, const QString &path, QString *error = nullptr) override;
-    bool setCategory(FolderId folder, const QString &category, QString *error = nullptr) override;
+    Qtilities::Core::Status setPath(FolderId folder, const QString &path) override;
+    Qtilities::Core::Status setCategory(FolderId folder, const QString &category) override;
 
 private:
     ComponentTree &tree;

@@ -1,12 +1,14 @@
 #include "component/ComponentProperties.h"
 
 #include "component/ComponentTree.h"
+#include "component/EditCheck.h"
 #include "component/IdReferences.h"
-#include "component/itemcheck.h"
 
 #include <array>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -158,11 +160,14 @@ bool ComponentProperties::isRemovable(PropertyId property) const
     return !references->isReferenced(property.node);
 }
 
-PropertyId ComponentProperties::add(const PropertyData &data, QString *error)
+Result<PropertyId> ComponentProperties::add(const PropertyData &data)
 {
-    if (!ItemCheck::isGiven(data.name, u"name of a property", error)
-        || !tree.check({data.name, data.type, data.category, data.value}, error))
-        return {};
+    if (const Status refused = EditCheck()
+                                   .isGiven(data.name, u"name of a property")
+                                   .isCarried({data.name, data.type, data.category, data.value})
+                                   .status();
+        !refused.isOk())
+        return refused;
     const XmlNode list = tree.ensureOwn(tree.ensureDesign(), "properties");
     const XmlNode property = tree.addOwn(list, "property");
     tree.setAttribute(property, "name", data.name);
@@ -171,7 +176,7 @@ PropertyId ComponentProperties::add(const PropertyData &data, QString *error)
     tree.setAttribute(property, "removable", data.removable ? QString() : u"false"_s);
     tree.setAttribute(property, "readOnly", data.readOnly ? u"true"_s : QString());
     tree.xml.setText(property, data.value);
-    return {{property}};
+    return PropertyId {{property}};
 }
 
 void ComponentProperties::remove(PropertyId property)
@@ -180,11 +185,15 @@ void ComponentProperties::remove(PropertyId property)
         tree.removeAndPrune(property.node);
 }
 
-bool ComponentProperties::setName(PropertyId property, const QString &name, QString *error)
+Status ComponentProperties::setName(PropertyId property, const QString &name)
 {
-    if (!ItemCheck::isThere(contains(property), u"property", error)
-        || !ItemCheck::isGiven(name, u"name of a property", error) || !tree.check({name}, error))
-        return false;
+    if (const Status refused = EditCheck()
+                                   .isThere(contains(property), u"property")
+                                   .isGiven(name, u"name of a property")
+                                   .isCarried({name})
+                                   .status();
+        !refused.isOk())
+        return refused;
     const bool inElement = isParameter(property)
         && (tree.standardChild(property.node, "name") != 0
             || !tree.xml.attribute(property.node, "name"));
@@ -192,18 +201,18 @@ bool ComponentProperties::setName(PropertyId property, const QString &name, QStr
         tree.xml.setText(tree.ensureStandard(property.node, "name"), name);
     else
         tree.setAttribute(property.node, "name", name);
-    return true;
+    return {};
 }
 
-bool ComponentProperties::setValue(PropertyId property, const QString &value, QString *error)
+Status ComponentProperties::setValue(PropertyId property, const QString &value)
 {
-    if (!ItemCheck::isThere(contains(property), u"property", error) || !tree.check({value}, error))
-        return false;
-    if (value.isEmpty() && needsValue(property)) {
-        if (error != nullptr)
-            *error = u"The value of the parameter %1 must not be empty."_s.arg(name(property));
-        return false;
-    }
+    if (const Status refused =
+            EditCheck().isThere(contains(property), u"property").isCarried({value}).status();
+        !refused.isOk())
+        return refused;
+    if (value.isEmpty() && needsValue(property))
+        return Status::invalidArgument(
+            u"The value of the parameter %1 must not be empty."_s.arg(name(property)));
     if (references && isParameter(property))
         references->valueChanged(property.node, this->value(property), value);
     XmlNode node = valueNode(property);
@@ -212,35 +221,37 @@ bool ComponentProperties::setValue(PropertyId property, const QString &value, QS
     if (node == 0)
         node = textIsValue ? property.node : tree.addStandard(property.node, "value");
     tree.xml.setText(node, value);
-    return true;
+    return {};
 }
 
-bool ComponentProperties::setValue(PropertyId property, const QString &value, const QString &type,
-                                   QString *error)
+Status ComponentProperties::setValue(PropertyId property, const QString &value, const QString &type)
 {
-    if (!tree.check({type}, error) || !setValue(property, value, error))
-        return false;
+    if (const Status refused = EditCheck().isCarried({type}).status(); !refused.isOk())
+        return refused;
+    if (const Status refused = setValue(property, value); !refused.isOk())
+        return refused;
     if (!isParameter(property))
         tree.setAttribute(property.node, "type", type);
-    return true;
+    return {};
 }
 
-bool ComponentProperties::setCategory(PropertyId property, const QString &category, QString *error)
+Status ComponentProperties::setCategory(PropertyId property, const QString &category)
 {
-    if (!ItemCheck::isThere(contains(property), u"property", error)
-        || !tree.check({category}, error))
-        return false;
+    if (const Status refused =
+            EditCheck().isThere(contains(property), u"property").isCarried({category}).status();
+        !refused.isOk())
+        return refused;
     if (!isParameter(property)) {
         tree.setAttribute(property.node, "category", category);
-        return true;
+        return {};
     }
     const XmlNode item =
         category.isEmpty() ? tree.item(property.node) : tree.ensureItem(property.node);
     if (item == 0)
-        return true;
+        return {};
     tree.setAttribute(item, "category", category);
     tree.prune(item);
-    return true;
+    return {};
 }
 
 } // namespace MorvalenCore

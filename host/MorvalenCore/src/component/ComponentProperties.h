@@ -37,18 +37,17 @@ public:
     bool isReadOnly(PropertyId property) const override;
     bool isRemovable(PropertyId property) const override;
 
-    PropertyId add(const PropertyData &data, QString *error = nullptr) override;
+    Qtilities::Core::Result<PropertyId> add(const PropertyData &data) override;
     // Removes it whatever the flags say; the last parameter goes with the element around it.
     void remove(PropertyId property) override;
-    bool setName(PropertyId property, const QString &name, QString *error = nullptr) override;
+    Qtilities::Core::Status setName(PropertyId property, const QString &name) override;
     // Writes value text whatever the flags say; a parameter keeps its declared type, and refuses
     // an empty value where its generation of the standard does.
-    bool setValue(PropertyId property, const QString &value, QString *error = nullptr);
+    Qtilities::Core::Status setValue(PropertyId property, const QString &value);
     // Value and type of one of ours; a parameter takes the value only.
-    bool setValue(PropertyId property, const QString &value, const QString &type,
-                  QString *error = nullptr) override;
-    bool setCategory(PropertyId property, const QString &category,
-                     QString *error = nullptr) override;
+    Qtilities::Core::Status setValue(PropertyId property, const QString &value,
+                                     const QString &type) override;
+    Qtilities::Core::Status setCategory(PropertyId property, const QString &category) override;
 
 private:
     std::uint32_t valueNode(PropertyId property) const;

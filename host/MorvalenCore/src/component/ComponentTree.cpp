@@ -1,9 +1,6 @@
 #include "component/ComponentTree.h"
 
 #include "component/ipxact.h"
-#include "component/xmltext.h"
-
-#include <algorithm>
 
 namespace MorvalenCore {
 
@@ -186,12 +183,6 @@ void ComponentTree::removeAndPrune(XmlNode node)
     const XmlNode parent = xml.parent(node);
     xml.remove(node);
     prune(parent);
-}
-
-bool ComponentTree::check(std::initializer_list<QStringView> texts, QString *error)
-{
-    return std::all_of(texts.begin(), texts.end(),
-                       [error](QStringView text) { return XmlText::isCarried(text, error); });
 }
 
 } // namespace MorvalenCore

@@ -3,8 +3,6 @@
 #include "component/Generation.h"
 #include "component/XmlTree.h"
 
-#include <initializer_list>
-
 namespace MorvalenCore {
 
 // A component's XML in the words of the standard and of our extensions: finds and makes elements
@@ -60,9 +58,6 @@ public:
     void prune(XmlNode node);
     // Removes the element, and what around it would be left empty.
     void removeAndPrune(XmlNode node);
-
-    // Whether XML can carry all the texts.
-    static bool check(std::initializer_list<QStringView> texts, QString *error);
 
 private:
     bool isOf(XmlNode node, std::uint32_t space, QByteArrayView local) const;

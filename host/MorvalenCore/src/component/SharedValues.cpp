@@ -1,9 +1,10 @@
 #include "component/SharedValues.h"
 
 #include "component/ComponentTree.h"
-#include "component/itemcheck.h"
+#include "component/EditCheck.h"
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -39,12 +40,15 @@ QList<SharedValue> SharedValues::values(ItemId item) const
     return values;
 }
 
-bool SharedValues::set(ItemId item, const SharedValue &value, QString *error)
+Status SharedValues::set(ItemId item, const SharedValue &value)
 {
-    if (!ItemCheck::isThere(tree.xml.isAlive(item.node), u"item", error)
-        || !ItemCheck::isGiven(value.name, u"name of a shared property", error)
-        || !tree.check({value.name, value.type, value.value}, error))
-        return false;
+    if (const Status refused = EditCheck()
+                                   .isThere(tree.xml.isAlive(item.node), u"item")
+                                   .isGiven(value.name, u"name of a shared property")
+                                   .isCarried({value.name, value.type, value.value})
+                                   .status();
+        !refused.isOk())
+        return refused;
     XmlNode node = find(item, value.name);
     if (node == 0) {
         if (tree.isOwn(item.node))
@@ -55,7 +59,7 @@ bool SharedValues::set(ItemId item, const SharedValue &value, QString *error)
     tree.setAttribute(node, "name", value.name);
     tree.setAttribute(node, "type", value.type);
     tree.xml.setText(node, value.value);
-    return true;
+    return {};
 }
 
 // The text of one of our own properties moves into an element of its own, so that text and

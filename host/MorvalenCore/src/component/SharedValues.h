@@ -17,7 +17,7 @@ public:
     QList<SharedValue> values(ItemId item) const override;
 
     // Adds it, or replaces value and type of the one of that name.
-    bool set(ItemId item, const SharedValue &value, QString *error = nullptr) override;
+    Qtilities::Core::Status set(ItemId item, const SharedValue &value) override;
     // False when there is none of that name.
     bool remove(ItemId item, const QString &name) override;
 

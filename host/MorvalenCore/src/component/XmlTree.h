@@ -51,7 +51,7 @@ public:
     // Whether there was nothing between the tags before any edit; false for a new node.
     bool cameEmpty(XmlNode node) const;
 
-    // Texts are ones that XmlText::isCarried() lets pass. Setting what is there is no edit;
+    // Texts are ones that XmlText::checkCarried() lets pass. Setting what is there is no edit;
     // setting what was there first takes the edit back.
 
     // Replaces all that is between the tags, elements too.

@@ -1,12 +1,13 @@
 #include "component/identity.h"
 
-#include "component/itemcheck.h"
+#include "component/EditCheck.h"
 #include "component/standardname.h"
 
 #include <algorithm>
 #include <array>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -129,15 +130,15 @@ QString IdentityFields::text(const ComponentTree &tree, DesignField field)
     return foreign != 0 ? tree.xml.text(foreign) : tree.ownText(tree.design(), row.name);
 }
 
-bool IdentityFields::setText(ComponentTree &tree, DesignField field, const QString &text,
-                             QString *error)
+Status IdentityFields::setText(ComponentTree &tree, DesignField field, const QString &text)
 {
-    if (field == DesignField::Name && !ItemCheck::isGiven(text, u"name of a design", error))
-        return false;
-    if (!tree.check({text}, error))
-        return false;
+    EditCheck check;
+    if (field == DesignField::Name)
+        check.isGiven(text, u"name of a design");
+    if (const Status refused = check.isCarried({text}).status(); !refused.isOk())
+        return refused;
     if (text == IdentityFields::text(tree, field))
-        return true;
+        return {};
     const FieldRow &row = rowOf(field);
     if (field == DesignField::Author)
         setAuthor(tree, text);
@@ -147,7 +148,7 @@ bool IdentityFields::setText(ComponentTree &tree, DesignField field, const QStri
         setElement(tree, row.name, text);
     else
         setDesignAttribute(tree, row.name, text);
-    return true;
+    return {};
 }
 
 void IdentityFields::setDesignAttribute(ComponentTree &tree, QByteArrayView attribute,

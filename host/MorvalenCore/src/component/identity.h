@@ -3,6 +3,8 @@
 #include "component/ComponentTree.h"
 #include "document/DesignField.h"
 
+#include <Qtilities/Status.h>
+
 #include <QString>
 #include <QStringList>
 
@@ -12,7 +14,7 @@ namespace MorvalenCore {
 namespace IdentityFields {
 
 QString text(const ComponentTree &tree, DesignField field);
-bool setText(ComponentTree &tree, DesignField field, const QString &text, QString *error);
+Qtilities::Core::Status setText(ComponentTree &tree, DesignField field, const QString &text);
 
 // An attribute of mv:design; an empty value removes it.
 void setDesignAttribute(ComponentTree &tree, QByteArrayView attribute, const QString &value);

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore::XmlText {
 
@@ -148,7 +149,7 @@ bool isBlank(QByteArrayView bytes)
                        [](char character) { return isBlank(character); });
 }
 
-bool isCarried(QStringView text, QString *error)
+Status checkCarried(QStringView text)
 {
     for (qsizetype i = 0; i < text.size(); ++i) {
         const ushort code = text[i].unicode();
@@ -159,13 +160,11 @@ bool isCarried(QStringView text, QString *error)
         const bool control = code < 0x20 && code != '\t' && code != '\n' && code != '\r';
         if (!control && !QChar::isSurrogate(code) && code != 0xfffe && code != 0xffff)
             continue;
-        if (error != nullptr) {
-            *error = u"The text holds the character U+%1, which XML cannot carry."_s.arg(
-                QString::number(code, 16).toUpper().rightJustified(4, u'0'));
-        }
-        return false;
+        return Status::invalidArgument(
+            u"The text holds the character U+%1, which XML cannot carry."_s.arg(
+                QString::number(code, 16).toUpper().rightJustified(4, u'0')));
     }
-    return true;
+    return {};
 }
 
 QString decodeContent(QByteArrayView content, XmlEncoding encoding)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Qtilities/Status.h>
+
 #include <QByteArray>
 #include <QString>
 
@@ -14,8 +16,8 @@ enum class XmlEncoding { Utf8, Latin1, Ascii };
 // and whatever the encoding lacks as references.
 namespace XmlText {
 
-// Whether XML can carry the text. If not, *error says which character it cannot.
-bool isCarried(QStringView text, QString *error);
+// Whether XML can carry the text; a failure says which character it cannot.
+Qtilities::Core::Status checkCarried(QStringView text);
 
 // The text directly in an element (not in those inside it), given all bytes between its tags.
 QString decodeContent(QByteArrayView content, XmlEncoding encoding);

@@ -3,7 +3,6 @@
 #include "configurations/BuildRecords.h"
 #include "configurations/ConfigurationItem.h"
 #include "configurations/targetplaces.h"
-#include "document/statusof.h"
 #include "items/DesignState.h"
 
 #include <Qtilities/statuslog.h>
@@ -95,11 +94,7 @@ void DesignBuilds::setActive(const BuildConfiguration *configuration)
         return;
     activeName = configuration->configurationName();
     if (!state.isReadOnly())
-        logStatus(state.change([&] {
-            return statusOf([&](QString *error) {
-                return state.document().builds().setActiveName(activeName, error);
-            });
-        }),
+        logStatus(state.change([&] { return state.document().builds().setActiveName(activeName); }),
                   Logger::Warning);
     else if (state.changed)
         state.changed();
@@ -126,9 +121,7 @@ Status DesignBuilds::write(const BuildDescription &description, const QString &f
     const Status named = description.name == formerName ? Status() : checkName(description.name);
     if (!named.isOk())
         return named;
-    return statusOf([&](QString *error) {
-        return state.document().builds().write(description, error, formerName);
-    });
+    return state.document().builds().write(description, formerName);
 }
 
 Result<BuildConfiguration *> DesignBuilds::add(const QString &name)
@@ -161,12 +154,13 @@ Status DesignBuilds::change(ConfigurationItem &item, const BuildDescription &des
         loadRecord(item);
         DocumentBuilds &document = state.document().builds();
         const bool renamed = description.name != before.name;
+        Status marked;
         if (renamed && document.activeName() == before.name)
-            document.setActiveName(description.name);
+            marked = document.setActiveName(description.name);
         if (renamed && activeName == before.name)
             activeName = description.name;
         takeUpDefault();
-        return Status();
+        return marked;
     });
 }
 
@@ -182,11 +176,12 @@ Status DesignBuilds::remove(const QString &name)
             return Status::notFound(
                 u"The design \"%1\" has no build configuration \"%2\" of its own"_s.arg(
                     state.name(), name));
+        Status marked;
         if (written.activeName() == name)
-            written.setActiveName({});
+            marked = written.setActiveName({});
         std::erase_if(items, [item](const auto &other) { return other.get() == item; });
         takeUpDefault();
-        return Status();
+        return marked;
     });
 }
 

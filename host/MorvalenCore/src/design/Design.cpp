@@ -1,7 +1,6 @@
 #include "design/Design.h"
 
 #include "design/RememberedSelection.h"
-#include "document/statusof.h"
 #include "log/hostlog.h"
 #include "structures/structures.h"
 
@@ -22,9 +21,8 @@ Result<std::unique_ptr<Design>> Design::create(const DocumentFormat &format, con
         format.create({QString(), QString(), name, u"1.0"_s}, format.fileName());
     if (!document.isOk())
         return document.status();
-    QString error;
-    if (!document.value()->setText(DesignField::Type, type, &error))
-        return Status::invalidArgument(error);
+    if (const Status typed = document.value()->setText(DesignField::Type, type); !typed.isOk())
+        return typed;
     return std::unique_ptr<Design>(new Design(format, std::move(document).value()));
 }
 
@@ -120,14 +118,15 @@ Status Design::setIdentity(DesignField field, const QString &text)
         return {};
     const QString oldId = id(u"."_s);
     return state.change([&] {
-        const Status written = write(field, text);
+        const Status written = state.document().setText(field, text);
         if (!written.isOk())
             return written;
         const QString newId = id(u"."_s);
         const QString refusal = registry && newId != oldId ? registry->idRefusal(newId) : QString();
         if (!refusal.isEmpty()) {
-            state.document().setText(field, oldText);
-            return Status::alreadyExists(refusal);
+            Status refused = Status::alreadyExists(refusal);
+            refused.addStep(state.document().setText(field, oldText));
+            return refused;
         }
         setObjectName(name());
         if (registry)
@@ -140,12 +139,7 @@ Status Design::setText(DesignField field, const QString &text)
 {
     if (text == state.document().text(field))
         return {};
-    return state.change([&] { return write(field, text); });
-}
-
-Status Design::write(DesignField field, const QString &text)
-{
-    return statusOf([&](QString *error) { return state.document().setText(field, text, error); });
+    return state.change([&] { return state.document().setText(field, text); });
 }
 
 QString Design::designType() const

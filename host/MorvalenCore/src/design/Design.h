@@ -180,7 +180,6 @@ private:
     Status setText(DesignField field, const QString &text);
     // Why the design cannot become what a document says.
     Status checkReload(const DesignDocument &document) const;
-    Qtilities::Core::Status write(DesignField field, const QString &text);
 
     const DocumentFormat &format;
     DesignRegistry *registry = nullptr;

@@ -33,11 +33,12 @@ DesignPlace::NewDocument DesignPlace::newDocument(const QString &path,
     NewDocument made = copyFor(path);
     if (!made.isOk())
         return made;
-    QString error;
     for (const QString &name : folders) {
-        if (!made.value()->files().addFileSet(name, &error)
-            || !made.value()->folders().add(name, QString(), &error))
-            return Status::invalidArgument(error);
+        Status added = made.value()->files().addFileSet(name).status();
+        if (added.isOk())
+            added = made.value()->folders().add(name, QString()).status();
+        if (!added.isOk())
+            return added;
     }
     return made;
 }
@@ -51,11 +52,11 @@ DesignPlace::NewDocument DesignPlace::copyFor(const QString &path) const
                       path);
     if (!document.isOk())
         return document;
-    QString error;
     for (const DesignField field : {DesignField::Description, DesignField::Author,
                                     DesignField::Type, DesignField::Structure}) {
-        if (!document.value()->setText(field, present.text(field), &error))
-            return Status::invalidArgument(error);
+        const Status written = document.value()->setText(field, present.text(field));
+        if (!written.isOk())
+            return written;
     }
     document.value()->setReadOnly(present.isReadOnly());
     return document;

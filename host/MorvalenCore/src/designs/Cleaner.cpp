@@ -1,7 +1,11 @@
 #include <MorvalenCore/Cleaner.h>
+#include <Qtilities/statuslog.h>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::Interfaces::IDesign;
+using Qtilities::Core::Status;
+using Qtilities::Logging::Logger;
+using Qtilities::Logging::logStatus;
 
 namespace MorvalenCore {
 
@@ -18,7 +22,7 @@ bool isSelected(const DesignFile &file, const QString &version, const ItemGroupi
 // What came of one file.
 struct Outcome
 {
-    bool isCleaned;
+    Status status;
     QString line;
 };
 
@@ -26,11 +30,15 @@ Outcome clean(IDesign &design, DesignFile &file)
 {
     const QString path = file.actualPath();
     const bool wasThere = file.existsOnDisk();
-    if (wasThere && !file.removeFromComputer(true))
-        return {false, u"Failed to delete \"%1\"; it stays in the design"_s.arg(path)};
-    if (!design.removeFile(path))
-        return {false, u"Failed to remove \"%1\" from the design"_s.arg(path)};
-    return {true,
+    if (wasThere) {
+        const Status deleted = file.tryRemoveFromComputer(true);
+        if (!deleted.isOk())
+            return {deleted, u"Failed to delete \"%1\"; it stays in the design"_s.arg(path)};
+    }
+    const Status removed = design.tryRemoveFile(path);
+    if (!removed.isOk())
+        return {removed, u"Failed to remove \"%1\" from the design"_s.arg(path)};
+    return {removed,
             wasThere ? u"Deleted \"%1\""_s.arg(path)
                      : u"Removed \"%1\", which was not on disk"_s.arg(path)};
 }
@@ -43,6 +51,8 @@ QString summary(const IDesign &design, qsizetype cleaned, qsizetype selected)
         QString::number(cleaned), QString::number(selected), design.name());
 }
 
+Cleaner::Cleaning refused(const Status &why) { return {why, why.text(), {}}; }
+
 } // namespace
 
 Cleaner::Cleaner(QObject *parent) : QObject(parent) { }
@@ -51,33 +61,42 @@ Cleaner::~Cleaner() = default;
 
 bool Cleaner::cleanDesign(IDesign *design, const DesignCleanParameters &parameters, QString *report)
 {
-    QString ignored;
-    QString &text = report ? *report : ignored;
-    if (!design) {
-        text = u"There is no design to clean"_s;
-        return false;
-    }
-    if (design->isReadOnly()) {
-        text = u"The design \"%1\" is read-only and was not cleaned"_s.arg(design->name());
-        return false;
-    }
+    const Cleaning cleaning = tryCleanDesign(design, parameters);
+    for (const Status &failure : cleaning.failures)
+        logStatus(failure, Logger::Warning);
+    if (report)
+        *report = cleaning.report;
+    return cleaning.status.isOk();
+}
+
+Cleaner::Cleaning Cleaner::tryCleanDesign(IDesign *design, const DesignCleanParameters &parameters)
+{
+    if (!design)
+        return refused(Status::notFound(u"There is no design to clean"_s));
+    if (design->isReadOnly())
+        return refused(Status::readOnly(
+            u"The design \"%1\" is read-only and was not cleaned"_s.arg(design->name())));
 
     const QString version = design->version(u"."_s);
+    Cleaning cleaning;
     QStringList lines;
-    qsizetype cleaned = 0;
     design->startProcessingCycle();
     for (DesignFile *file : design->filesUnderNode(QString(), true)) {
         if (!isSelected(*file, version, parameters.grouping))
             continue;
         const Outcome outcome = clean(*design, *file);
-        cleaned += outcome.isCleaned ? 1 : 0;
+        if (!outcome.status.isOk())
+            cleaning.failures.append(outcome.status);
         lines.append(outcome.line);
     }
     design->endProcessingCycle(true);
     const qsizetype selected = lines.size();
-    lines.prepend(summary(*design, cleaned, selected));
-    text = lines.join(u'\n');
-    return cleaned == selected;
+    const QString told = summary(*design, selected - cleaning.failures.size(), selected);
+    if (!cleaning.failures.isEmpty())
+        cleaning.status = Status::failed(told);
+    lines.prepend(told);
+    cleaning.report = lines.join(u'\n');
+    return cleaning;
 }
 
 } // namespace MorvalenCore

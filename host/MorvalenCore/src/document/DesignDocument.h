@@ -15,9 +15,8 @@ namespace MorvalenCore {
 // keeps everything here and asks anew; whether that is XML, and which, only the implementation
 // knows. One per design, owned by it; not copied or moved, so that its parts may refer to it.
 //
-// A setter answers false when it refuses, changes nothing then, and gives the reason in *error
-// (where error is not null): one sentence without a final line feed. Setters refuse texts that the
-// format cannot carry and items that were removed. Setting what is there already succeeds and is
+// A setter that refuses changes nothing. Setters refuse texts that the format cannot carry and
+// items that were removed. Setting what is there already succeeds and is
 // no edit. Queries about a removed item answer empty values. No rule about design items (duplicate
 // paths or names, read-only designs) is looked after here.
 class DesignDocument
@@ -44,7 +43,7 @@ public:
     // Empty where the document has none.
     virtual QString text(DesignField field) const = 0;
     // An empty description, author, type or structure is removed; an empty name is refused.
-    virtual bool setText(DesignField field, const QString &text, QString *error = nullptr) = 0;
+    virtual Qtilities::Core::Status setText(DesignField field, const QString &text) = 0;
 
     // The flag in the document; says nothing about the file's permissions.
     virtual bool isReadOnly() const = 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <MorvalenCore/BuildDescription.h>
+#include <Qtilities/Status.h>
 
 namespace MorvalenCore {
 
@@ -16,11 +17,11 @@ public:
     // not; empty when it gives none.
     virtual QString activeName() const = 0;
     // An empty name removes the mark.
-    virtual bool setActiveName(const QString &name, QString *error = nullptr) = 0;
+    virtual Qtilities::Core::Status setActiveName(const QString &name) = 0;
 
     // Writes a configuration over the one of its name, or of its former name, else appends it.
-    virtual bool write(const BuildDescription &configuration, QString *error = nullptr,
-                       const QString &formerName = {}) = 0;
+    virtual Qtilities::Core::Status write(const BuildDescription &configuration,
+                                          const QString &formerName = {}) = 0;
     // False where there is none of that name.
     virtual bool remove(const QString &name) = 0;
 };

@@ -2,6 +2,8 @@
 
 #include "document/ItemId.h"
 
+#include <Qtilities/Status.h>
+
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -68,19 +70,19 @@ public:
     virtual QList<FileId> filesWithBuildCommand() const = 0;
 
     // Appends an empty file set.
-    virtual FileSetId addFileSet(const QString &name, QString *error = nullptr) = 0;
+    virtual Qtilities::Core::Result<FileSetId> addFileSet(const QString &name) = 0;
 
     // Appends a file to a set; its type comes from the suffix.
-    virtual FileId add(const QString &path, FileSetId set, QString *error = nullptr) = 0;
+    virtual Qtilities::Core::Result<FileId> add(const QString &path, FileSetId set) = 0;
     // Removes this one entry. The file set stays, even when it is empty now.
     virtual void remove(FileId file) = 0;
 
-    virtual bool setPath(FileId file, const QString &path, QString *error = nullptr) = 0;
+    virtual Qtilities::Core::Status setPath(FileId file, const QString &path) = 0;
     // An empty text removes it, so that what the file set says shows again.
-    virtual bool setCategory(FileId file, const QString &category, QString *error = nullptr) = 0;
+    virtual Qtilities::Core::Status setCategory(FileId file, const QString &category) = 0;
     // No info removes the entry; refused for a file whose file set says that it is generated.
-    virtual bool setGenerated(FileId file, const std::optional<GeneratedInfo> &info,
-                              QString *error = nullptr) = 0;
+    virtual Qtilities::Core::Status setGenerated(FileId file,
+                                                 const std::optional<GeneratedInfo> &info) = 0;
 
     // The format's word for the type of a file of that name, "unknown" for an unknown suffix.
     virtual QString fileTypeOf(const QString &path) const = 0;

@@ -2,6 +2,8 @@
 
 #include "document/ItemId.h"
 
+#include <Qtilities/Status.h>
+
 #include <QList>
 #include <QString>
 
@@ -19,12 +21,10 @@ public:
     // Levels joined by "::"; empty for none.
     virtual QString category(FolderId folder) const = 0;
 
-    virtual FolderId add(const QString &path, const QString &category,
-                         QString *error = nullptr) = 0;
+    virtual Qtilities::Core::Result<FolderId> add(const QString &path, const QString &category) = 0;
     virtual void remove(FolderId folder) = 0;
-    virtual bool setPath(FolderId folder, const QString &path, QString *error = nullptr) = 0;
-    virtual bool setCategory(FolderId folder, const QString &category,
-                             QString *error = nullptr) = 0;
+    virtual Qtilities::Core::Status setPath(FolderId folder, const QString &path) = 0;
+    virtual Qtilities::Core::Status setCategory(FolderId folder, const QString &category) = 0;
 };
 
 } // namespace MorvalenCore

@@ -2,6 +2,8 @@
 
 #include "document/ItemId.h"
 
+#include <Qtilities/Status.h>
+
 #include <QList>
 #include <QString>
 
@@ -37,14 +39,13 @@ public:
     virtual bool isReadOnly(PropertyId property) const = 0;
     virtual bool isRemovable(PropertyId property) const = 0;
 
-    virtual PropertyId add(const PropertyData &data, QString *error = nullptr) = 0;
+    virtual Qtilities::Core::Result<PropertyId> add(const PropertyData &data) = 0;
     virtual void remove(PropertyId property) = 0;
-    virtual bool setName(PropertyId property, const QString &name, QString *error = nullptr) = 0;
+    virtual Qtilities::Core::Status setName(PropertyId property, const QString &name) = 0;
     // The value, and the type where the document lets it be changed.
-    virtual bool setValue(PropertyId property, const QString &value, const QString &type,
-                          QString *error = nullptr) = 0;
-    virtual bool setCategory(PropertyId property, const QString &category,
-                             QString *error = nullptr) = 0;
+    virtual Qtilities::Core::Status setValue(PropertyId property, const QString &value,
+                                             const QString &type) = 0;
+    virtual Qtilities::Core::Status setCategory(PropertyId property, const QString &category) = 0;
 };
 
 } // namespace MorvalenCore

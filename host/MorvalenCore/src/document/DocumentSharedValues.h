@@ -2,6 +2,8 @@
 
 #include "document/ItemId.h"
 
+#include <Qtilities/Status.h>
+
 #include <QList>
 #include <QString>
 
@@ -28,7 +30,7 @@ public:
     virtual QList<SharedValue> values(ItemId item) const = 0;
 
     // Adds it, or replaces value and type of the one of that name.
-    virtual bool set(ItemId item, const SharedValue &value, QString *error = nullptr) = 0;
+    virtual Qtilities::Core::Status set(ItemId item, const SharedValue &value) = 0;
     // False when there is none of that name.
     virtual bool remove(ItemId item, const QString &name) = 0;
 };

@@ -49,16 +49,16 @@ Result<FileId> DesignFiles::addEntry(const QString &text, const QString &node)
     const Result<FileSetId> set = node.isEmpty() ? fileSetFor(text) : fileSetNamed(node);
     if (!set.isOk())
         return set.status();
-    const Result<FileId> entry =
-        added<FileId>([&](QString *error) { return part().add(text, set.value(), error); });
+    const Result<FileId> entry = part().add(text, set.value());
     if (!entry.isOk())
         return entry;
     const QString path = actualItemPath(text, state.folder());
     const QString category = categoryForFileName(path.section(u'/', -1));
+    Status sorted;
     if (category != part().category(entry.value()))
-        part().setCategory(entry.value(), category);
+        sorted = part().setCategory(entry.value(), category);
     types.added(entry.value());
-    return entry;
+    return sorted.isOk() ? entry : sorted;
 }
 
 Result<FileSetId> DesignFiles::fileSetFor(const QString &text)
@@ -92,7 +92,7 @@ Result<FileSetId> DesignFiles::fileSetNamed(const QString &name)
 {
     if (const FileSetId set = part().fileSet(name))
         return set;
-    return added<FileSetId>([&](QString *error) { return part().addFileSet(name, error); });
+    return part().addFileSet(name);
 }
 
 void DesignFiles::setMade(const QString &path, const GeneratedInfo &info)
@@ -109,8 +109,7 @@ Status DesignFiles::enterDocument(FileItem &item)
     const Result<FileId> entry = addEntry(text, nodeOfMade());
     if (!entry.isOk())
         return entry.status();
-    const Status noted = statusOf(
-        [&](QString *error) { return part().setGenerated(entry.value(), item.made(), error); });
+    const Status noted = part().setGenerated(entry.value(), item.made());
     if (noted.isOk())
         table.insert(item.actualPath(), entry.value(), [] { return std::shared_ptr<FileItem>(); });
     return noted;

@@ -4,9 +4,7 @@ namespace MorvalenCore {
 
 Qtilities::Core::Result<DesignFolder *> DesignFolders::add(const QString &path)
 {
-    return addItem(path, [&](const QString &text) {
-        return added<FolderId>([&](QString *error) { return part().add(text, QString(), error); });
-    });
+    return addItem(path, [&](const QString &text) { return part().add(text, QString()); });
 }
 
 QList<DesignFolder *> DesignFolders::all() const

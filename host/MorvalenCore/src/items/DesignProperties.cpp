@@ -1,6 +1,5 @@
 #include "items/DesignProperties.h"
 
-#include "document/statusof.h"
 #include "items/DesignState.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -51,8 +50,7 @@ Result<DesignProperty *> DesignProperties::add(const QString &name,
         data.category = category.toString(u"::"_s);
         data.value = value.toString();
         data.readOnly = readOnly;
-        const Result<PropertyId> entry = added<PropertyId>(
-            [&](QString *error) { return state.document().properties().add(data, error); });
+        const Result<PropertyId> entry = state.document().properties().add(data);
         if (entry.isOk())
             item = takeUp(name, entry.value());
         return entry.status();

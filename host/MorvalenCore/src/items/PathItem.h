@@ -1,6 +1,5 @@
 #pragma once
 
-#include "document/statusof.h"
 #include "items/DesignState.h"
 #include "items/ItemTable.h"
 #include "items/pathkinds.h"
@@ -52,10 +51,7 @@ public:
             const Qtilities::Core::Status entered = enterDocument();
             if (!entered.isOk())
                 return entered;
-            return statusOf([&](QString *error) {
-                return part().setCategory(entries.first(), category.toString(QStringLiteral("::")),
-                                          error);
-            });
+            return part().setCategory(entries.first(), category.toString(QStringLiteral("::")));
         });
     }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "disk/itempaths.h"
-#include "document/statusof.h"
 #include "items/DesignState.h"
 #include "items/ItemTable.h"
 #include "items/pathkinds.h"
@@ -62,9 +61,7 @@ public:
                 moving(*table.byKey(item->actualPath()));
             for (const Id &element : item->elements()) {
                 if (status.isOk())
-                    status = statusOf([&](QString *error) {
-                        return part().setPath(element, storedItemPath(path, state.folder()), error);
-                    });
+                    status = part().setPath(element, storedItemPath(path, state.folder()));
             }
             if (status.isOk()) {
                 table.rename(item->actualPath(), key);

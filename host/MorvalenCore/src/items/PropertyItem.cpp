@@ -1,6 +1,5 @@
 #include "items/PropertyItem.h"
 
-#include "document/statusof.h"
 #include "items/DesignProperties.h"
 #include "items/DesignState.h"
 
@@ -33,10 +32,7 @@ Status PropertyItem::trySetName(const QString &name)
         return {};
     const Status status = change([&](PropertyId entry) {
         const Status accepted = properties.checkName(name);
-        return accepted.isOk() ? statusOf([&](QString *error) {
-            return state.document().properties().setName(entry, name, error);
-        })
-                               : accepted;
+        return accepted.isOk() ? state.document().properties().setName(entry, name) : accepted;
     });
     if (status.isOk())
         properties.renamed(oldName, name);
@@ -52,10 +48,7 @@ QtilitiesCategory PropertyItem::category() const
 Status PropertyItem::trySetCategory(const QtilitiesCategory &category)
 {
     return change([&](PropertyId entry) {
-        return statusOf([&](QString *error) {
-            return state.document().properties().setCategory(entry, category.toString(u"::"_s),
-                                                             error);
-        });
+        return state.document().properties().setCategory(entry, category.toString(u"::"_s));
     });
 }
 
@@ -72,10 +65,8 @@ QtilitiesProperty PropertyItem::propertyData() const
 Status PropertyItem::trySetValue(const QVariant &value)
 {
     return change([&](PropertyId entry) {
-        return statusOf([&](QString *error) {
-            return state.document().properties().setValue(
-                entry, value.toString(), QtilitiesProperty::typeName(value), error);
-        });
+        return state.document().properties().setValue(entry, value.toString(),
+                                                      QtilitiesProperty::typeName(value));
     });
 }
 

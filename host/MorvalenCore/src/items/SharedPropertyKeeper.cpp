@@ -1,6 +1,5 @@
 #include "items/SharedPropertyKeeper.h"
 
-#include "document/statusof.h"
 #include "items/DesignState.h"
 
 #include <Qtilities/ObjectManager.h>
@@ -82,10 +81,8 @@ Status SharedPropertyKeeper::store(const QString &name, const QList<ItemId> &ele
         if (!value.isValid())
             return Status::invalidArgument(
                 u"The shared property \"%1\" has no value to keep"_s.arg(name));
-        return statusOf([&](QString *error) {
-            return values.set(elements.first(),
-                              {name, QtilitiesProperty::typeName(value), value.toString()}, error);
-        });
+        return values.set(elements.first(),
+                          {name, QtilitiesProperty::typeName(value), value.toString()});
     }
     for (const ItemId &element : elements)
         values.remove(element, name);

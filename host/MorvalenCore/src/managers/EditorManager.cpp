@@ -4,9 +4,11 @@
 
 namespace MorvalenCore {
 
-namespace {
-
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
+
+namespace {
 
 Qtilities::Core::Replaceable<EditorManager> &slot()
 {
@@ -24,12 +26,16 @@ EditorManager *EditorManager::instance() { return slot().get(); }
 
 void EditorManager::setInstance(EditorManager *manager) { slot().set(manager); }
 
-QWidget *EditorManager::createEditorForPath(const QString &path, QString *error, const QString &,
-                                            bool, bool)
+Result<QWidget *> EditorManager::tryCreateEditorForPath(const QString &path, const QString &, bool,
+                                                        bool)
 {
-    if (error)
-        *error = u"There is no editor that opens \"%1\""_s.arg(path);
-    return nullptr;
+    return Status::unsupported(u"There is no editor that opens \"%1\""_s.arg(path));
+}
+
+QWidget *EditorManager::createEditorForPath(const QString &path, QString *error,
+                                            const QString &mode, bool bringUp, bool readOnly)
+{
+    return tryCreateEditorForPath(path, mode, bringUp, readOnly).valueOr(nullptr, error);
 }
 
 } // namespace MorvalenCore
