@@ -138,6 +138,7 @@ bool chooseSession(CommandLine *line, QString *error)
 
 int main(int argc, char **argv)
 {
+    programend::begin();
     standardstreams::openClosedOnes();
     qtmessages::sendToLog();
     QCoreApplication::setApplicationName(u"morvalen"_s);

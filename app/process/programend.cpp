@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdlib>
+#include <mutex>
 #include <utility>
 
 using namespace Qt::Literals::StringLiterals;
@@ -26,22 +27,36 @@ std::function<void()> &exitHook()
     return hook;
 }
 
-// What another thread's end of the program leaves to the GUI thread.
-struct EndElsewhere
+// What the threads that end the program have in common.
+struct End
 {
     Tcl_ThreadId guiThread = nullptr;
-    Tcl_AsyncHandler handler = nullptr;
-    std::atomic<ClientData> status = nullptr;
-    std::atomic_flag isWanted;
+    Tcl_AsyncHandler handler = nullptr; // guarded by the mutex until the GUI thread ends
+    std::mutex mutex;
+    ClientData statusElsewhere = nullptr; // of the first other thread that asked
+    bool isWanted = false;
     std::atomic_bool isTaken = false; // by the GUI thread, which ends the process now
+    bool isLeaving = false; // the handlers of exit run
+    bool isFinishing = false; // they have run
+    int status = 0;
 };
 
 constexpr int takingTime = 300; // milliseconds
 
-EndElsewhere &endElsewhere()
+End &end()
 {
-    static auto *const end = new EndElsewhere; // other threads may outlive the rest
-    return *end;
+    static auto *const theEnd = new End; // other threads may outlive the rest
+    return *theEnd;
+}
+
+void askGuiThread(ClientData status)
+{
+    const std::lock_guard lock(end().mutex);
+    if (end().isWanted || end().isTaken)
+        return;
+    end().isWanted = true;
+    end().statusElsewhere = status;
+    Tcl_AsyncMark(end().handler);
 }
 
 // The thread that asks stands still until the process has ended, for an end of its own would get in
@@ -49,61 +64,56 @@ EndElsewhere &endElsewhere()
 // The first status counts.
 [[noreturn]] void leaveOnGuiThread(ClientData status)
 {
-    EndElsewhere &end = endElsewhere();
-    if (!end.isWanted.test_and_set()) {
-        end.status = status;
-        Tcl_AsyncMark(end.handler);
-    }
-    for (int waited = 0; waited < takingTime || end.isTaken; waited += 10)
+    askGuiThread(status);
+    for (int waited = 0; waited < takingTime || end().isTaken; waited += 10)
         Tcl_Sleep(10);
     Tcl_ExitThread(int(reinterpret_cast<intptr_t>(status)));
     std::abort(); // Tcl_ExitThread does not come back.
 }
 
+void take()
+{
+    const std::lock_guard lock(end().mutex);
+    end().isTaken = true;
+}
+
 // Called by Tcl_Exit in place of its own work, which leave() then does.
 void leaveByExit(ClientData status)
 {
-    if (Tcl_GetCurrentThread() != endElsewhere().guiThread)
+    if (Tcl_GetCurrentThread() != end().guiThread)
         leaveOnGuiThread(status);
+    const int wanted = int(reinterpret_cast<intptr_t>(status));
+    if (end().isLeaving) // One of the handlers asks for the end.
+        leave(wanted);
+    take();
     // Taken away first: what it does may let another script end the program.
     if (const auto hook = std::exchange(exitHook(), {}))
         hook();
-    const bool isSaved = status || save();
-    leave(isSaved ? int(reinterpret_cast<intptr_t>(status)) : 1);
+    const bool isSaved = wanted || save();
+    leave(isSaved ? wanted : 1);
 }
 
-// Stands among the exit handlers for a thread that asked for the end after leave() took the
-// procedure away.
-void standStill(ClientData)
+// The last of the handlers of exit. It does what Tcl_Exit does behind them, in this thread only.
+[[noreturn]] void finish(ClientData)
 {
-    if (Tcl_GetCurrentThread() == endElsewhere().guiThread)
-        return;
-    for (;;)
-        Tcl_Sleep(1000);
+    end().isFinishing = true;
+    Tcl_FinalizeThread();
+    std::exit(end().status);
 }
 
-// Called by Tcl_Exit while the process ends already.
-void leaveOnce(ClientData status)
+int leaveForThread(ClientData, Tcl_Interp *, int)
 {
-    standStill(nullptr);
-    Tcl_SetExitProc(nullptr);
-    Tcl_Exit(int(reinterpret_cast<intptr_t>(status)));
-}
-
-// The first exit handler that runs: from here on no other thread goes Tcl's own way out, in which
-// two threads crash each other. Those that have begun to are given the time to come here.
-void keepOthersIn(ClientData)
-{
-    standStill(nullptr);
-    Tcl_SetExitProc(leaveOnce);
-    if (!endElsewhere().isWanted.test())
-        return;
-    Tcl_CreateExitHandler(standStill, nullptr);
-    Tcl_Sleep(1);
-    Tcl_DeleteExitHandler(standStill, nullptr);
+    leaveByExit(end().statusElsewhere);
+    std::abort(); // leaveByExit does not come back on the GUI thread.
 }
 
 } // namespace
+
+void begin()
+{
+    end().guiThread = Tcl_GetCurrentThread();
+    Tcl_CreateExitHandler(finish, nullptr);
+}
 
 void prepare(Tcl_Interp *interp)
 {
@@ -112,15 +122,8 @@ void prepare(Tcl_Interp *interp)
     Tcl_CmdInfo quit;
     if (Tcl_GetCommandInfo(interp, "quit", &quit))
         Tcl_CreateCommand(interp, "dbgExit", quit.proc, quit.clientData, nullptr);
-    endElsewhere().guiThread = Tcl_GetCurrentThread();
-    if (!endElsewhere().handler)
-        endElsewhere().handler = Tcl_AsyncCreate(
-            [](ClientData, Tcl_Interp *, int code) {
-                endElsewhere().isTaken = true;
-                leaveByExit(endElsewhere().status);
-                return code;
-            },
-            nullptr);
+    if (!end().handler)
+        end().handler = Tcl_AsyncCreate(leaveForThread, nullptr);
     Tcl_SetExitProc(leaveByExit);
 }
 
@@ -134,14 +137,16 @@ bool save()
     return std::none_of(ids.begin(), ids.end(), isUnsaved);
 }
 
+// Not by Tcl_Exit: it does its own work only while there is no procedure in its place, and then for
+// whichever thread calls it. Two threads in there crash each other.
 void leave(int status)
 {
-    endElsewhere().isTaken = true;
-    Tcl_DeleteExitHandler(keepOthersIn, nullptr);
-    Tcl_CreateExitHandler(keepOthersIn, nullptr);
-    Tcl_SetExitProc(nullptr); // With it, Tcl_Exit would come back here.
-    Tcl_Exit(status);
-    std::abort(); // Tcl_Exit does not come back.
+    take();
+    end().status = status;
+    end().isLeaving = true;
+    if (!end().isFinishing)
+        Tcl_Finalize(); // Runs the handlers, the last of which does not come back.
+    finish(nullptr);
 }
 
 } // namespace programend

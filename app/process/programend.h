@@ -7,6 +7,9 @@
 // How the program ends: by its own will, by "quit", or by Tcl's "exit".
 namespace programend {
 
+// Before anything of Tcl: the handlers of its exit run in the order opposite to their making.
+void begin();
+
 // Prepares an interpreter that has the application's commands: typing "exit" ends the program as
 // "quit" does, and Tcl's "exit 0" saves as a good end does. An "exit" on another thread ends that
 // thread, and the program on the GUI thread as soon as Tcl is between two commands there.

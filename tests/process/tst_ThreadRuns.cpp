@@ -154,6 +154,9 @@ void tst_ThreadRuns::ends_data()
     QTest::newRow("end-8 forty at once")
         << QByteArray("for {set i 0} {$i < 40} {incr i} {lappend all [thread::create]}\n"
                       "foreach t $all {thread::send -async $t {exit 3}}\nvwait forever");
+    QTest::newRow("end-9 forty while the script ends")
+        << QByteArray("for {set i 0} {$i < 40} {incr i} {lappend all [thread::create]}\n"
+                      "foreach t $all {thread::send -async $t {exit 3}}\nexit 3");
 }
 
 void tst_ThreadRuns::ends()
