@@ -236,6 +236,28 @@ void tst_ComponentDocument::warnings_data()
                         u"6: "_s + odd.arg(u"version"_s, u"1/2"_s)};
     QTest::newRow("warnings-4 letters of all languages are letters")
         << component({}).replace("demo", "\xc3\xa9l\xd0\x96-_.:1") << QStringList();
+    const QString undeclared =
+        u"The prefix \"%1\" is not declared; other programs may refuse the document."_s;
+    QTest::newRow("warnings-5 a prefix that nobody declared")
+        << component("  <q:a/>\n  <r:b/>\n") << QStringList {u"7: "_s + undeclared.arg(u"q"_s)};
+    QTest::newRow("warnings-6 in what is not looked at")
+        << component("  <i:model>\n    <i:views><q:a/></i:views>\n  </i:model>\n")
+        << QStringList {u"8: "_s + undeclared.arg(u"q"_s)};
+    QTest::newRow("warnings-7 of an attribute")
+        << component("  <i:model q:a='1'/>\n") << QStringList {u"7: "_s + undeclared.arg(u"q"_s)};
+    QTest::newRow("warnings-8 in front of others")
+        << component("  <q:a/>\n").replace("v.org", "")
+        << QStringList {u"7: "_s + undeclared.arg(u"q"_s), u"3: The component has no vendor."_s};
+    QTest::newRow("warnings-9 declared only inside")
+        << component("  <i:a xmlns:q='u'><q:b/></i:a>\n  <q:c/>\n")
+        << QStringList {u"8: "_s + undeclared.arg(u"q"_s)};
+    QTest::newRow("warnings-10 declared twice, and once still")
+        << component("  <q:a xmlns:q='u'><q:b xmlns:q='v' q:c='1'/><q:d/></q:a>\n")
+        << QStringList();
+    QTest::newRow("warnings-11 declared as nothing")
+        << component("  <q:a xmlns:q=''/>\n") << QStringList {u"7: "_s + undeclared.arg(u"q"_s)};
+    QTest::newRow("warnings-12 those of XML itself")
+        << component("  <i:a xml:lang='en' xmlns='u'><b/></i:a>\n") << QStringList();
 }
 
 void tst_ComponentDocument::warnings()

@@ -97,6 +97,9 @@ private Q_SLOTS:
     void refusesFiles();
     void keepsThePathTextInTheDocument();
     void removesEveryEntryOfAPath();
+    void removesTheFileSetThatAFileNeeded_data();
+    void removesTheFileSetThatAFileNeeded();
+    void makesNoFileSetForAFileThatIsRefused();
     void dropsARemovedFileFromTheActiveOnes();
     void movesAFile();
     void refusesPathsThatAreTakenOrEmpty();
@@ -328,6 +331,52 @@ void tst_DesignFiles::removesEveryEntryOfAPath()
     QVERIFY(design->saveToComponentFile(nullptr));
     QVERIFY(!SessionFixture::read(design->componentFileName()).contains("uart.v"));
     QVERIFY(!design->removeFile(QString()));
+}
+
+void tst_DesignFiles::removesTheFileSetThatAFileNeeded_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QByteArray without = component;
+    const qsizetype start = without.indexOf("  <ipxact:fileSets>");
+    without.remove(start, without.indexOf("</ipxact:component>") - start);
+    QTest::newRow("passing-1 no file sets") << without;
+    QTest::newRow("passing-2 an element for them") << QByteArray(without).replace(
+        "</ipxact:component>", "  <ipxact:fileSets/>\n</ipxact:component>");
+    QTest::newRow("passing-3 generated files only")
+        << QByteArray(component)
+               .replace("<ipxact:name>rtl</ipxact:name>\n      <ipxact:group>synthesis",
+                        "<ipxact:name>rtl</ipxact:name>\n      <ipxact:group>generatedFiles")
+               .replace("<ipxact:name>sim</ipxact:name>\n",
+                        "<ipxact:name>sim</ipxact:name>\n"
+                        "      <ipxact:group>generatedFiles</ipxact:group>\n")
+               .replace("nothing", "generatedFiles");
+}
+
+void tst_DesignFiles::removesTheFileSetThatAFileNeeded()
+{
+    QFETCH(const QByteArray, bytes);
+    openInstead(bytes);
+    const QStringList nodes = design->nodeNames();
+    QVERIFY(add(u"a.v"_s));
+    QVERIFY(add(u"b.v"_s));
+    QCOMPARE(design->nodeNames(), nodes + QStringList {u"files"_s});
+    QVERIFY(design->saveToComponentFile(nullptr));
+    QVERIFY(design->removeFile(u"a.v"_s));
+    QCOMPARE(design->nodeNames(), nodes + QStringList {u"files"_s});
+    QVERIFY(design->removeFile(u"b.v"_s));
+    QCOMPARE(design->nodeNames(), nodes);
+    QVERIFY(design->saveToComponentFile(nullptr));
+    QCOMPARE(SessionFixture::read(design->componentFileName()), bytes);
+    QVERIFY(add(u"c.v"_s));
+    QCOMPARE(design->nodeNames(), nodes + QStringList {u"files"_s});
+}
+
+void tst_DesignFiles::makesNoFileSetForAFileThatIsRefused()
+{
+    const QStringList nodes = design->nodeNames();
+    QVERIFY(!design->addFile(u"a\x01"_s, u"brand_new"_s, true, nullptr));
+    QCOMPARE(design->nodeNames(), nodes);
+    QVERIFY(!design->isModified());
 }
 
 void tst_DesignFiles::dropsARemovedFileFromTheActiveOnes()

@@ -84,10 +84,11 @@ Result<std::unique_ptr<ComponentDocument>> ComponentDocument::read(const Compone
     ComponentReader reader(bytes, file.path());
     if (!reader.error().isEmpty())
         return Status::malformed(reader.error());
+    const QStringList oddities = reader.warnings();
     auto data = std::make_unique<Private>(file, bytes, reader);
     const IdentityFindings findings = IdentityCheck::check(data->tree, file.path());
     Status status = findings.error.isEmpty() ? Status() : Status::malformed(findings.error);
-    for (const QString &warning : findings.warnings)
+    for (const QString &warning : oddities + findings.warnings)
         status.addWarning(warning);
     if (!status.isOk())
         return status;

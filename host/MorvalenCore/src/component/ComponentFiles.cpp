@@ -154,6 +154,11 @@ QList<FileId> ComponentFiles::filesWithBuildCommand() const
     return list;
 }
 
+Status ComponentFiles::checkPath(const QString &path) const
+{
+    return EditCheck().isGiven(path, u"path of a file").isCarried({path}).status();
+}
+
 Result<FileSetId> ComponentFiles::addFileSet(const QString &name)
 {
     if (const Status refused =
@@ -164,6 +169,16 @@ Result<FileSetId> ComponentFiles::addFileSet(const QString &name)
     const XmlNode set = tree.addStandard(sets, "fileSet");
     tree.xml.setText(tree.addStandard(set, "name"), name);
     return FileSetId {{set}};
+}
+
+void ComponentFiles::removeEmpty(FileSetId set)
+{
+    if (!contains(set) || !files(set).isEmpty())
+        return;
+    const XmlNode sets = tree.xml.parent(set.node);
+    tree.xml.remove(set.node);
+    if (tree.xml.isNew(sets) && tree.xml.isEmpty(sets))
+        tree.xml.remove(sets);
 }
 
 Result<FileId> ComponentFiles::add(const QString &path, FileSetId set)

@@ -47,7 +47,9 @@ public:
 
     // Appends an empty file set; its name is a single word (an xs:NMTOKEN where the generation
     // asks for one is not looked after).
+    Qtilities::Core::Status checkPath(const QString &path) const override;
     Qtilities::Core::Result<FileSetId> addFileSet(const QString &name) override;
+    void removeEmpty(FileSetId set) override;
 
     // Appends a file to a set; its fileType comes from the suffix.
     Qtilities::Core::Result<FileId> add(const QString &path, FileSetId set) override;

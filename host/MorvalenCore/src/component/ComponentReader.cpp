@@ -27,9 +27,21 @@ bool ComponentReader::isWanted(const XmlNames &names, const XmlName &name, int l
         || names.uri(name.space) == Ipxact::ownNamespace;
 }
 
-void ComponentReader::refuse(int line, const QString &reason)
+QString ComponentReader::onLine(int line, const QString &text) const
 {
-    errorText = u"%1:%2: %3"_s.arg(path, QString::number(line), reason);
+    return u"%1:%2: %3"_s.arg(path, QString::number(line), text);
+}
+
+void ComponentReader::refuse(int line, const QString &reason) { errorText = onLine(line, reason); }
+
+QStringList ComponentReader::warnings() const
+{
+    if (index.undeclaredPrefix.isEmpty())
+        return {};
+    return {
+        onLine(index.undeclaredLine,
+               u"The prefix \"%1\" is not declared; other programs may refuse the document."_s.arg(
+                   index.undeclaredPrefix))};
 }
 
 void ComponentReader::checkRoot()

@@ -19,6 +19,9 @@ public:
     // Empty when the bytes are a component that can be used. "FILE:LINE: reason".
     const QString &error() const { return errorText; }
 
+    // What is odd about a component that can be used. "FILE:LINE: remark".
+    QStringList warnings() const;
+
     XmlIndex takeIndex() { return std::move(index); }
     Generation generation() const { return componentGeneration; }
 
@@ -26,6 +29,7 @@ public:
     static bool isWanted(const XmlNames &names, const XmlName &name, int level);
 
 private:
+    QString onLine(int line, const QString &text) const;
     void refuse(int line, const QString &reason);
     void checkRoot();
 

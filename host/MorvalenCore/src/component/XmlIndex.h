@@ -49,6 +49,10 @@ struct XmlIndex
     XmlNames names;
     XmlEncoding encoding = XmlEncoding::Utf8;
 
+    // The first prefix that is used and not declared, anywhere in the document, and its line.
+    QString undeclaredPrefix;
+    int undeclaredLine = 0;
+
     // Empty when the document was read. One sentence.
     QString error;
     // The line of the error, from 1.

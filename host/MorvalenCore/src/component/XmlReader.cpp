@@ -186,8 +186,18 @@ void XmlReader::start(const char *name, const char **attributes)
         return;
     if (++depth > limits.depth)
         return refuse(u"The elements are nested deeper than %1 levels."_s.arg(limits.depth));
+    watchPrefixes(name, attributes);
     if (skipBelow == 0)
         addElement(name, attributes);
+}
+
+void XmlReader::watchPrefixes(const char *name, const char **attributes)
+{
+    const QByteArrayView undeclared = prefixes.enter(name, attributes);
+    if (undeclared.isEmpty() || !index.undeclaredPrefix.isEmpty())
+        return;
+    index.undeclaredPrefix = QString::fromUtf8(undeclared);
+    index.undeclaredLine = static_cast<int>(XML_GetCurrentLineNumber(parser.get()));
 }
 
 void XmlReader::addElement(const char *name, const char **attributes)
@@ -233,6 +243,7 @@ void XmlReader::end()
 {
     if (!index.isValid())
         return;
+    prefixes.leave();
     const bool skipped = skipBelow != 0 && depth > skipBelow;
     if (depth == skipBelow)
         skipBelow = 0;

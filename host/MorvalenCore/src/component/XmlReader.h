@@ -1,5 +1,6 @@
 #pragma once
 
+#include "component/DeclaredPrefixes.h"
 #include "component/XmlIndex.h"
 
 #include <expat.h>
@@ -27,6 +28,7 @@ private:
 
     void declaration(const char *encoding);
     void start(const char *name, const char **attributes);
+    void watchPrefixes(const char *name, const char **attributes);
     void addElement(const char *name, const char **attributes);
     void end();
     void refuse(const QString &reason);
@@ -46,6 +48,7 @@ private:
     const XmlLimits &limits;
     std::unique_ptr<std::remove_pointer_t<XML_Parser>, ParserDeleter> parser;
     XmlIndex index;
+    DeclaredPrefixes prefixes;
     // The innermost open element that is indexed.
     std::uint32_t current = 0;
     int depth = 0;

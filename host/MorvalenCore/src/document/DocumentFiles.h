@@ -69,8 +69,14 @@ public:
     // Those with a command, in document order.
     virtual QList<FileId> filesWithBuildCommand() const = 0;
 
+    // Whether add() and setPath() take the path.
+    virtual Qtilities::Core::Status checkPath(const QString &path) const = 0;
+
     // Appends an empty file set.
     virtual Qtilities::Core::Result<FileSetId> addFileSet(const QString &name) = 0;
+
+    // Removes a file set that has no file.
+    virtual void removeEmpty(FileSetId set) = 0;
 
     // Appends a file to a set; its type comes from the suffix.
     virtual Qtilities::Core::Result<FileId> add(const QString &path, FileSetId set) = 0;

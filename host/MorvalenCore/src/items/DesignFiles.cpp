@@ -27,6 +27,7 @@ DesignFiles::DesignFiles(DesignState &designState) : PathItems(designState), typ
 void DesignFiles::clear()
 {
     types.forget();
+    setsForFiles.clear();
     PathItems::clear();
 }
 
@@ -46,7 +47,9 @@ Result<DesignFile *> DesignFiles::add(const QString &path, const QString &node)
 
 Result<FileId> DesignFiles::addEntry(const QString &text, const QString &node)
 {
-    const Result<FileSetId> set = node.isEmpty() ? fileSetFor(text) : fileSetNamed(node);
+    if (const Status status = part().checkPath(text); !status.isOk())
+        return status;
+    const Result<FileSetId> set = fileSetOf(text, node);
     if (!set.isOk())
         return set.status();
     const Result<FileId> entry = part().add(text, set.value());
@@ -61,6 +64,13 @@ Result<FileId> DesignFiles::addEntry(const QString &text, const QString &node)
     return sorted.isOk() ? entry : sorted;
 }
 
+Result<FileSetId> DesignFiles::fileSetOf(const QString &text, const QString &node)
+{
+    if (node.isEmpty())
+        return fileSetFor(text);
+    return node == nodeOfMade() ? fileSetForFiles(node) : fileSetNamed(node);
+}
+
 Result<FileSetId> DesignFiles::fileSetFor(const QString &text)
 {
     const DocumentFiles &document = part();
@@ -68,7 +78,7 @@ Result<FileSetId> DesignFiles::fileSetFor(const QString &text)
         findDesignStructure(state.document().text(DesignField::Structure));
     const QString wanted = structure ? structure->fileSetFor(text) : QString();
     if (!wanted.isEmpty() && !holdsGeneratedFiles(wanted))
-        return fileSetNamed(wanted);
+        return fileSetForFiles(wanted);
     if (const FileSetId set = types.firstSetWith(document.fileTypeOf(text)))
         return set;
     if (const FileSetId set = document.fileSet(u"files"_s); set && !holdsGeneratedFiles(u"files"_s))
@@ -80,7 +90,7 @@ Result<FileSetId> DesignFiles::fileSetFor(const QString &text)
     QString name = u"files"_s;
     for (int i = 2; document.fileSet(name); ++i)
         name = u"files_%1"_s.arg(i);
-    return fileSetNamed(name);
+    return fileSetForFiles(name);
 }
 
 bool DesignFiles::holdsGeneratedFiles(const QString &fileSet) const
@@ -93,6 +103,25 @@ Result<FileSetId> DesignFiles::fileSetNamed(const QString &name)
     if (const FileSetId set = part().fileSet(name))
         return set;
     return part().addFileSet(name);
+}
+
+Result<FileSetId> DesignFiles::fileSetForFiles(const QString &name)
+{
+    const bool isThere = bool(part().fileSet(name));
+    const Result<FileSetId> set = fileSetNamed(name);
+    if (!isThere && set.isOk())
+        setsForFiles.append(set.value());
+    return set;
+}
+
+void DesignFiles::removed()
+{
+    setsForFiles.removeIf([this](FileSetId set) {
+        const bool isEmpty = part().files(set).isEmpty();
+        if (isEmpty)
+            part().removeEmpty(set);
+        return isEmpty;
+    });
 }
 
 void DesignFiles::setMade(const QString &path, const GeneratedInfo &info)

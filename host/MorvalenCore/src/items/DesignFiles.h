@@ -38,17 +38,23 @@ private:
     void removing(FileId entry) override { types.removing(entry); }
     void removing(FileItem &item) override;
     void moving(FileItem &item) override { removing(item); }
+    void removed() override;
     QList<DesignFile *> madeUnderNode(const QString &node, bool recursive) const;
     Qtilities::Core::Result<FileId> addEntry(const QString &text, const QString &node);
+    Qtilities::Core::Result<FileSetId> fileSetOf(const QString &text, const QString &node);
     // For the file that is to be added under the text. Never a set of generated files: whatever
     // lies in one is deleted when the design is cleaned.
     Qtilities::Core::Result<FileSetId> fileSetFor(const QString &text);
     bool isSetOrGroup(const QString &node) const;
     bool holdsGeneratedFiles(const QString &fileSet) const;
     Qtilities::Core::Result<FileSetId> fileSetNamed(const QString &name);
+    Qtilities::Core::Result<FileSetId> fileSetForFiles(const QString &name);
     QList<FileId> entriesUnderNode(const QString &node, bool recursive) const;
 
     FileTypeCounts types;
+    // Made because files needed them, and gone with the last of those. One that was named by
+    // whoever added the file stays.
+    QList<FileSetId> setsForFiles;
 };
 
 } // namespace MorvalenCore

@@ -41,6 +41,7 @@ public:
                 removing(element);
                 part().remove(element);
             }
+            removed();
             table.remove(item->actualPath());
             return Qtilities::Core::Status();
         });
@@ -82,6 +83,8 @@ protected:
     virtual void removing(Item &) { }
     virtual void moving(Item &) { }
     virtual void removing(Id) { }
+    // Called when the elements of an item are gone.
+    virtual void removed() { }
 
     // The one flow of adding: makeElement(text) writes the element of an accepted path into the
     // document, under the text to keep, and returns it.
