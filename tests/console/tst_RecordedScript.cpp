@@ -3,6 +3,8 @@
 
 #include <QtTest>
 
+#include <sys/stat.h>
+
 using namespace Qt::Literals::StringLiterals;
 
 // The files that recorded commands are kept in.
@@ -16,6 +18,8 @@ private Q_SLOTS:
     void aShorterScriptReplacesALongerOne();
     void everyLineIsHandedOver();
     void filesThatCannotBeOpened();
+    void onlyFilesAreOpened_data();
+    void onlyFilesAreOpened();
 
 private:
     QByteArray contents() const
@@ -65,6 +69,25 @@ void tst_RecordedScript::filesThatCannotBeOpened()
     bool called = false;
     QCOMPARE(RecordedScript::load(path, [&called](const QString &) { called = true; }), -1);
     QVERIFY(!called);
+}
+
+void tst_RecordedScript::onlyFilesAreOpened_data()
+{
+    QTest::addColumn<QString>("name");
+    const QString pipe = folder.filePath(u"pipe"_s);
+    QVERIFY(::mkfifo(QFile::encodeName(pipe).constData(), 0600) == 0);
+    QVERIFY(QFile::link(pipe, folder.filePath(u"link"_s)));
+    QTest::newRow("no-file-1 a pipe that nobody uses") << pipe;
+    QTest::newRow("no-file-2 a link to it") << folder.filePath(u"link"_s);
+    QTest::newRow("no-file-3 a device") << u"/dev/null"_s;
+    QTest::newRow("no-file-4 a folder") << folder.path();
+}
+
+void tst_RecordedScript::onlyFilesAreOpened()
+{
+    QFETCH(const QString, name);
+    QCOMPARE(RecordedScript().save(name), -1);
+    QCOMPARE(RecordedScript::load(name, [](const QString &) { QFAIL("a line"); }), -1);
 }
 
 TEST_CLASS(tst_RecordedScript)
