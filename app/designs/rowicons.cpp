@@ -158,9 +158,5 @@ private:
 
 QIcon rowicons::icon(RowKind kind, bool isMissing)
 {
-    static QHash<int, QIcon> icons;
-    QIcon &icon = icons[int(kind) * 2 + int(isMissing)];
-    if (icon.isNull())
-        icon = QIcon(new RowIconEngine(kind, isMissing));
-    return icon;
+    return QIcon(new RowIconEngine(kind, isMissing));
 }

@@ -2,7 +2,9 @@
 
 #include "app/session/Settings.h"
 
+#include <QCoreApplication>
 #include <QFontDatabase>
+#include <QPointer>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -14,8 +16,10 @@ const QString fontKey = u"Editor/font"_s;
 
 EditorSettings *EditorSettings::instance()
 {
-    static EditorSettings settings;
-    return &settings;
+    static QPointer<EditorSettings> settings;
+    if (!settings)
+        settings = new EditorSettings(qApp);
+    return settings;
 }
 
 QFont EditorSettings::font() const

@@ -3,7 +3,8 @@
 #include <QFont>
 #include <QObject>
 
-// What users choose for all editors. It is kept in the settings of the session.
+// What users choose for all editors. It is kept in the settings of the session; the object lives as
+// long as the application.
 class EditorSettings : public QObject
 {
     Q_OBJECT
@@ -24,5 +25,5 @@ Q_SIGNALS:
     void fontChanged();
 
 private:
-    EditorSettings() = default;
+    using QObject::QObject;
 };

@@ -3,8 +3,9 @@
 #include "app/preferences/PreferencesPage.h"
 
 class QLineEdit;
+class QPlainTextEdit;
 
-// Where projects are kept, and by whom build steps are run.
+// Where projects are kept, by whom build steps are run, and where they may write.
 class PlacesPage : public PreferencesPage
 {
     Q_OBJECT
@@ -18,8 +19,10 @@ public:
 
 private:
     QLayout *projectsRow();
+    QStringList targetFolders() const;
     void chooseFolder();
 
     QLineEdit *launcher;
+    QPlainTextEdit *targets;
     QLineEdit *projects;
 };

@@ -22,6 +22,7 @@ const MemoryRow memories[] = {
 
 const QString fontKey = u"Console/font"_s;
 const QString launcherKey = u"Builds/launcher"_s;
+const QString targetFoldersKey = u"Builds/target_folders"_s;
 
 } // namespace
 
@@ -55,6 +56,13 @@ QString launcher() { return Settings().value(launcherKey).toString(); }
 void setLauncher(const QString &prefix)
 {
     Settings().set(launcherKey, prefix.isEmpty() ? QVariant() : QVariant(prefix));
+}
+
+QStringList targetFolders() { return Settings().value(targetFoldersKey).toStringList(); }
+
+void setTargetFolders(const QStringList &folders)
+{
+    Settings().set(targetFoldersKey, folders.isEmpty() ? QVariant() : QVariant(folders));
 }
 
 bool isWritable() { return Settings().isWritable(); }

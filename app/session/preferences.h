@@ -2,6 +2,7 @@
 
 #include <QFont>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -22,6 +23,10 @@ void setConsoleFont(const std::optional<QFont> &font);
 // What is put in front of the commands of build steps.
 QString launcher();
 void setLauncher(const QString &prefix);
+
+// The folders outside of working folders that builds may write to.
+QStringList targetFolders();
+void setTargetFolders(const QStringList &folders);
 
 // Whether what was set so far is in the settings file.
 bool isWritable();

@@ -15,6 +15,7 @@
 #include <QCheckBox>
 #include <QFileInfo>
 #include <QGroupBox>
+#include <QPlainTextEdit>
 #include <QSettings>
 #include <QSpinBox>
 #include <QTabWidget>
@@ -125,6 +126,7 @@ void tst_PreferencesStory::theEditorsGetAFont()
         [](QDialog *dialog) { dialog->findChild<QGroupBox *>(u"editorFont"_s)->setChecked(false); },
         u"OK"_s);
     QCOMPARE(EditorSettings::instance()->font(), usual);
+    QCOMPARE(EditorSettings::instance()->parent(), qApp);
 }
 
 void tst_PreferencesStory::placesAreSet()
@@ -134,10 +136,19 @@ void tst_PreferencesStory::placesAreSet()
         2,
         [&](QDialog *dialog) {
             QTest::keyClicks(dialog->findChild<QLineEdit *>(u"launcher"_s), u"nice -n 5"_s);
+            auto *targets = dialog->findChild<QPlainTextEdit *>(u"targetFolders"_s);
+            QTest::keyClicks(targets, u"/scratch, 1"_s);
+            QTest::keyClick(targets, Qt::Key_Return);
+            QTest::keyClick(targets, Qt::Key_Return);
+            QTest::keyClicks(targets, u" /else "_s);
+            QTest::keyClick(targets, Qt::Key_Return);
+            QTest::keyClicks(targets, u"/scratch, 1"_s);
             QTest::keyClicks(dialog->findChild<QLineEdit *>(u"projectsPath"_s), folder);
         },
         u"OK"_s);
     QCOMPARE(setting(u"Builds/launcher"_s).toString(), u"nice -n 5"_s);
+    QCOMPARE(setting(u"Builds/target_folders"_s).toStringList(),
+             QStringList({u"/scratch, 1"_s, u"/else"_s}));
     QCOMPARE(ProjectManager::instance()->customProjectsPath(QString()), folder);
     int code = 1;
     QCOMPARE(story->console().interpretCommand(u"project projects_path"_s, &code), folder);
@@ -148,6 +159,7 @@ void tst_PreferencesStory::defaultsComeBack()
     prefer(
         2, [](QDialog *dialog) { DialogVisits::press(dialog, u"Restore Defaults"_s); }, u"OK"_s);
     QVERIFY(!setting(u"Builds/launcher"_s).isValid());
+    QVERIFY(!setting(u"Builds/target_folders"_s).isValid());
     QCOMPARE(ProjectManager::instance()->customProjectsPath(QString()), QString());
 }
 
