@@ -118,6 +118,7 @@ private Q_SLOTS:
     void saysThatTheTargetPathCannotBeUsed();
     void writesOutsideOnlyWhereTheUserAllowsIt_data();
     void writesOutsideOnlyWhereTheUserAllowsIt();
+    void writesNothingThroughALinkThatAStepHasMade();
     void saysThatAVariableOfTheTargetPathIsNotSet();
     void runsDry();
     void refreshes();
@@ -515,6 +516,22 @@ void tst_BuildConfiguration::writesOutsideOnlyWhereTheUserAllowsIt()
     }
     // A folder that the program has written is its own.
     QVERIFY2(build->run(true, false), qPrintable(session->takeLog().join(u'\n')));
+}
+
+void tst_BuildConfiguration::writesNothingThroughALinkThatAStepHasMade()
+{
+    QVERIFY(QDir().mkpath(session->path(u"else"_s)));
+    const QString swap = u"touch $(OUTPUTS); mv build/Main build/moved; ln -s %1 build/Main"_s.arg(
+        session->path(u"else"_s));
+    BuildConfiguration *main = open(step("swap", swap.toUtf8().constData(), "", "made"));
+    QVERIFY(main);
+    QVERIFY(main->run(true, false));
+    QVERIFY(!QFile::exists(session->path(u"else/.morvalen_outputs"_s)));
+    QCOMPARE(session->takeLog().filter(u"noted"_s),
+             QStringList({u"Warning: What the build \"Main\" has made cannot be noted: The target "
+                          "path \"%1\" leads out of the working folder, to \"%2\"; the setting "
+                          "target_folders of the group Builds can allow that"_s.arg(
+                              inDesign(u"build/Main"_s), session->path(u"else"_s))}));
 }
 
 void tst_BuildConfiguration::saysThatAVariableOfTheTargetPathIsNotSet()

@@ -239,9 +239,12 @@ void ConfigurationRunner::noteGenerated(KeptPlan &kept, QList<int> steps)
     if (steps.isEmpty())
         return;
     ChangeBracket::instance()->open();
-    const Status noted =
-        records.note(kept.plan.targetFolder,
-                     outputsOf(kept.plan, steps, design.document().text(DesignField::Version)));
+    // A step may have put a link in the folder's place.
+    Status noted = checkTargetPlace(kept.plan, kept.plan.targetFolder);
+    if (noted.isOk())
+        noted =
+            records.note(kept.plan.targetFolder,
+                         outputsOf(kept.plan, steps, design.document().text(DesignField::Version)));
     if (!noted.isOk())
         logWarning(u"What the build \"%1\" has made cannot be noted: %2"_s.arg(
             kept.plan.configuration, noted.text()));
