@@ -10,6 +10,11 @@
 #include "app/file/FileMenu.h"
 #include "app/help/HelpDock.h"
 #include "app/help/HelpMenu.h"
+#include "app/issues/IssueList.h"
+#include "app/issues/IssueMarks.h"
+#include "app/issues/IssueSources.h"
+#include "app/issues/IssuesView.h"
+#include "app/issues/WindowLinks.h"
 #include "app/live/LiveWindow.h"
 #include "app/live/passrules.h"
 #include "app/live/RunStatus.h"
@@ -38,6 +43,7 @@
 #include <QMenuBar>
 #include <QStackedWidget>
 #include <QStatusBar>
+#include <QTextBrowser>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
@@ -62,15 +68,21 @@ MainWindow::MainWindow(QWidget *parent)
       stack(new QStackedWidget(this)),
       designs(new DesignsMode(this)),
       leaving(new Leaving(designs->editorArea(), this)),
-      helpDock(new HelpDock(this))
+      helpDock(new HelpDock(this)),
+      links(std::make_unique<WindowLinks>()),
+      issueList(new IssueList(this)),
+      issues(new IssueSources(issueList, this))
 {
     setObjectName(u"mainWindow"_s);
     setWindowIcon(QIcon(u":/morvalen/morvalen.png"_s));
     addToolBar(Qt::LeftToolBarArea, modeBar);
     setCentralWidget(stack);
     createLogDock();
+    createIssuesDock();
     addDockWidget(Qt::RightDockWidgetArea, helpDock);
     helpDock->hide();
+    connect(helpDock, &HelpDock::opened, this,
+            [this](QTextBrowser *text) { links->attachTo(text); });
     createMenus();
     statusBar()->addPermanentWidget(new BuildProgress(this));
     new RecentFiles(this);
@@ -133,6 +145,8 @@ void MainWindow::adoptConsole(QtclConsole *theConsole)
     console->keepTypedKeys();
     statusBar()->addPermanentWidget(new RunStatus(console, this));
     new LiveWindow(console, this);
+    links->attachTo(console);
+    issues->followRuns();
     findChild<ScriptMenu *>()->followRuns();
     for (const QString &name : {u"stopRunningScript"_s, u"fullScreen"_s})
         passrules::letWork(findChild<QAction *>(name));
@@ -191,6 +205,18 @@ void MainWindow::createLogDock()
     resizeDocks({logDock}, {logHeight}, Qt::Vertical);
 }
 
+void MainWindow::createIssuesDock()
+{
+    issuesDock = new QDockWidget(tr("Issues"), this);
+    issuesDock->setObjectName(u"issuesDock"_s);
+    issuesView = new IssuesView(issueList, issuesDock);
+    issuesDock->setWidget(issuesView);
+    addDockWidget(Qt::BottomDockWidgetArea, issuesDock);
+    tabifyDockWidget(logDock, issuesDock);
+    logDock->raise();
+    new IssueMarks(issueList, designs->editorArea(), this);
+}
+
 void MainWindow::createMenus()
 {
     auto *file = new FileMenu(designs->editorArea(), this);
@@ -198,7 +224,9 @@ void MainWindow::createMenus()
     connect(file, &FileMenu::quitWanted, this, &QWidget::close);
     auto *view = new ViewMenu(modeBar, this);
     view->addDock(logDock->toggleViewAction());
+    view->addDock(issuesDock->toggleViewAction());
     view->addDock(helpDock->toggleViewAction());
+    view->addPlaces({issuesView->nextAction(), issuesView->previousAction()});
     auto *help = new HelpMenu(this);
     connect(help, &HelpMenu::manualWanted, helpDock, &HelpDock::showCommand);
     auto *build = new BuildMenu(this);

@@ -6,6 +6,8 @@
 #include <QMainWindow>
 #include <QPointer>
 
+#include <memory>
+
 namespace MorvalenCore {
 struct ExtensionWidgetParameters;
 }
@@ -13,6 +15,10 @@ struct ExtensionWidgetParameters;
 class ConsoleHistory;
 class DesignsMode;
 class HelpDock;
+class IssueList;
+class IssueSources;
+class IssuesView;
+class WindowLinks;
 class Leaving;
 class ModeBar;
 class QDockWidget;
@@ -51,6 +57,9 @@ public:
     // the front. Closing the dock deletes the widget.
     void showExtensionWidget(const MorvalenCore::ExtensionWidgetParameters &parameters);
 
+    // Of the files that builds and scripts found wrong.
+    IssueSources *issueSources() const { return issues; }
+
     // What must happen before a script ends the program: texts in the editors are asked about, and
     // what is remembered is written.
     void prepareForEnd();
@@ -64,6 +73,7 @@ protected:
 
 private:
     void createLogDock();
+    void createIssuesDock();
     void createMenus();
     void askForPreferences();
     void followPreferences();
@@ -76,6 +86,11 @@ private:
     Leaving *leaving;
     HelpDock *helpDock;
     QDockWidget *logDock = nullptr;
+    std::unique_ptr<WindowLinks> links;
+    IssueList *issueList;
+    IssueSources *issues;
+    IssuesView *issuesView = nullptr;
+    QDockWidget *issuesDock = nullptr;
     QPointer<QtclConsole> console;
     ConsoleHistory *history = nullptr;
     QHash<int, Qtilities::CoreGui::Interfaces::IMode *> modes;

@@ -3,6 +3,7 @@
 #include "app/builds/BuildInterrupt.h"
 #include "app/DesignsMode.h"
 #include "app/editor/WindowEditorManager.h"
+#include "app/issues/IssueSources.h"
 #include "app/live/LiveWindow.h"
 #include "app/MainWindow.h"
 #include "app/process/programend.h"
@@ -15,8 +16,10 @@
 #include <Qtilities/Logger.h>
 #include <Qtilities/QtilitiesApplication.h>
 
+#include <QFileInfo>
 #include <QTimer>
 
+using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::EditorManager;
 using Qtilities::CoreGui::QtilitiesApplication;
 using Qtilities::Logging::Logger;
@@ -27,10 +30,18 @@ WindowRun::WindowRun(const QStringList &files) : mainWindow(std::make_unique<Mai
     MainWindow *window = mainWindow.get();
     QtilitiesApplication::setMainWindow(window);
     Qtk_KeepWindowAlive(LiveWindow::pass);
-    errorstack::setReceiver([](const QString &stack) {
-        Logger::instance()->logMessage(QString(), Logger::Error, stack);
-    });
+    const auto tellOfErrors = [window] {
+        errorstack::setReceiver([window](const QString &stack) {
+            Logger::instance()->logMessage(QString(), Logger::Error, stack);
+            window->issueSources()->takeStack(stack);
+        });
+    };
+    // That there is no start-up script is no error to tell of.
+    if (QFileInfo::exists(QtilitiesApplication::applicationSessionPath()
+                          + u"/Scripts/startup.tcl"_s))
+        tellOfErrors();
     auto *scripting = new TclScriptManager(nullptr, window);
+    tellOfErrors();
     programend::prepare(commandsManager::getInstance(nullptr)->interp);
     window->addMode(scripting);
     window->adoptConsole(QtclConsole::getInstance(nullptr, QString()));
@@ -45,7 +56,11 @@ WindowRun::WindowRun(const QStringList &files) : mainWindow(std::make_unique<Mai
     QTimer::singleShot(0, window, [window, files] { window->openFiles(files); });
 }
 
-WindowRun::~WindowRun() { programend::setExitHook({}); }
+WindowRun::~WindowRun()
+{
+    programend::setExitHook({});
+    errorstack::setReceiver({});
+}
 
 int WindowRun::run()
 {

@@ -4,8 +4,6 @@
 
 #include <QRegularExpression>
 
-#include <optional>
-
 using namespace Qt::Literals::StringLiterals;
 
 namespace errorstack {
@@ -48,15 +46,8 @@ private:
     Tcl_Obj *object;
 };
 
-struct Place
-{
-    QString file;
-    int line = 0;
-};
-
-// Where the body of a procedure begins, if it was read from a file. Tcl keeps that with the
-// compiled body.
-std::optional<Place> placeOf(Tcl_Interp *interp, const QString &procedure)
+// Tcl keeps it with the compiled body.
+std::optional<Place> bodyOf(Tcl_Interp *interp, const QString &procedure)
 {
     const Value command(Tcl_NewListObj(0, nullptr));
     for (const QString &word : {u"::tcl::unsupported::getbytecode"_s, u"proc"_s, procedure})
@@ -80,7 +71,7 @@ QString withPlaces(Tcl_Interp *interp, const QString &stack)
         const QRegularExpressionMatch match = at.next();
         result += QStringView(stack).sliced(end, match.capturedEnd() - end);
         end = match.capturedEnd();
-        if (const std::optional<Place> place = placeOf(interp, match.captured(1))) {
+        if (const std::optional<Place> place = bodyOf(interp, match.captured(1))) {
             const int line = place->line + match.captured(2).toInt() - 1;
             result.chop(1);
             result += u", file \"%1\" line %2)"_s.arg(place->file, QString::number(line));
@@ -107,6 +98,16 @@ QString text(Tcl_Interp *interp, int code, const QString &file)
     Tcl_RestoreInterpState(interp, state);
     return stack;
 }
+
+std::optional<Place> placeOf(Tcl_Interp *interp, const QString &procedure)
+{
+    Tcl_InterpState state = Tcl_SaveInterpState(interp, TCL_OK);
+    std::optional<Place> place = bodyOf(interp, procedure);
+    Tcl_RestoreInterpState(interp, state);
+    return place;
+}
+
+QString currentScript() { return innermost ? innermost->name() : QString(); }
 
 void setReceiver(Receiver receiver) { theReceiver() = std::move(receiver); }
 

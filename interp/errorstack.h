@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 #include <tcl.h>
 
@@ -16,6 +17,19 @@ namespace errorstack {
 // was evaluated as a text, not by "source", has a last level of its own when file is given.
 // To be called before anything else is evaluated; leaves the interpreter as it was.
 TCLSCRIPTING_EXPORT QString text(Tcl_Interp *interp, int code, const QString &file = {});
+
+struct Place
+{
+    QString file;
+    int line = 0;
+};
+
+// Where the body of a procedure begins, if it was read from a file. To be called while nothing is
+// evaluated; leaves the interpreter as it was.
+TCLSCRIPTING_EXPORT std::optional<Place> placeOf(Tcl_Interp *interp, const QString &procedure);
+
+// The file whose content is being evaluated as a text; empty when none is.
+TCLSCRIPTING_EXPORT QString currentScript();
 
 // A host that wants to tell its users: from now on the receiver gets the stack of every command and
 // script that fails. An empty one ends it.
@@ -33,6 +47,7 @@ public:
     ~Script();
     Q_DISABLE_COPY_MOVE(Script)
 
+    QString name() const { return file; }
     // Of what failed meanwhile and was told of; empty otherwise.
     QString stack() const { return told; }
 

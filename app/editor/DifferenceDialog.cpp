@@ -3,10 +3,12 @@
 #include "app/editor/EditorSettings.h"
 #include "app/editor/linediff.h"
 #include "app/editor/shades.h"
+#include "app/places/TextLinks.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QRegularExpression>
 #include <QTextBlock>
 #include <QVBoxLayout>
 
@@ -37,6 +39,19 @@ void colourLines(QPlainTextEdit *text)
     }
 }
 
+// The line of the page that a part begins at; 0 for other lines.
+int lineOfPart(const QString &line)
+{
+    static const QRegularExpression numbers(uR"(^@@ -\d+ \+(\d+) @@)"_s);
+    return numbers.match(line).captured(1).toInt();
+}
+
+QList<TextLinks::Link> linksIn(const QString &line)
+{
+    return lineOfPart(line) > 0 ? QList<TextLinks::Link> {{0, line.size()}}
+                                : QList<TextLinks::Link>();
+}
+
 } // namespace
 
 DifferenceDialog::DifferenceDialog(const QString &title, const QString &onDisk, const QString &here,
@@ -61,6 +76,8 @@ DifferenceDialog::DifferenceDialog(const QString &title, const QString &onDisk, 
     text->setTabStopDistance(EditorSettings::tabWidth
                              * text->fontMetrics().horizontalAdvance(u' '));
     colourLines(text);
+    new TextLinks(text, linksIn,
+                  [this](const QString &line, qsizetype) { Q_EMIT lineWanted(lineOfPart(line)); });
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto *layout = new QVBoxLayout(this);

@@ -2,7 +2,8 @@
 
 #include <QDialog>
 
-// Shows how the text on disk differs from the one in a page.
+// Shows how the text on disk differs from the one in a page. The line with the numbers before each
+// part is a link into the page.
 class DifferenceDialog : public QDialog
 {
     Q_OBJECT
@@ -10,4 +11,8 @@ class DifferenceDialog : public QDialog
 public:
     DifferenceDialog(const QString &title, const QString &onDisk, const QString &here,
                      QWidget *parent = nullptr);
+
+Q_SIGNALS:
+    // The user wants to see a line of the page, counted from 1.
+    void lineWanted(int line);
 };

@@ -117,6 +117,11 @@ void FileSync::showDifference()
     auto *dialog = new DifferenceDialog(QFileInfo(file->path()).fileName(), onDisk.value(),
                                         documenttext::lines(*edit->document()), page);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &DifferenceDialog::lineWanted, edit, [edit = edit](int line) {
+        edit->goToLine(line);
+        edit->activateWindow();
+        edit->setFocus();
+    });
     dialog->show();
 }
 

@@ -3,9 +3,11 @@
 #include "app/editor/shades.h"
 #include "app/editor/TextEdit.h"
 
+#include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTextBlock>
+#include <QToolTip>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -50,9 +52,38 @@ void LineGutter::paintEvent(QPaintEvent *event)
                                  : shades::quietText(edit->palette()));
         painter.drawText(QRectF(0, line.top(), right, line.height()), Qt::AlignRight,
                          QString::number(block.blockNumber() + 1));
+        if (const TextEdit::PlacedSign *sign = edit->signOf(block))
+            paintSign(&painter, line, sign->severity);
         block = block.next();
         line = QRectF(line.bottomLeft(), edit->blockBoundingRect(block).size());
     }
+}
+
+// A round one for errors, a triangle for the rest, so that colour is not all that tells them apart.
+void LineGutter::paintSign(QPainter *painter, const QRectF &line,
+                           TextPlace::Severity severity) const
+{
+    const int unit = edit->fontMetrics().horizontalAdvance(u'9');
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(shades::severity(severity, edit->palette()));
+    const double top = line.top() + (edit->fontMetrics().height() - unit) / 2.0;
+    const QRectF place(unit / 6.0, top, unit, unit);
+    if (severity == TextPlace::Error)
+        painter->drawEllipse(place);
+    else
+        painter->drawPolygon(QPolygonF() << QPointF(place.center().x(), place.top())
+                                         << place.bottomRight() << place.bottomLeft());
+}
+
+bool LineGutter::event(QEvent *event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QWidget::event(event);
+    const auto *help = static_cast<QHelpEvent *>(event);
+    const int line = edit->cursorForPosition(QPoint(0, help->pos().y())).blockNumber() + 1;
+    QToolTip::showText(help->globalPos(), edit->signText(line), this);
+    return true;
 }
 
 void LineGutter::mousePressEvent(QMouseEvent *event)

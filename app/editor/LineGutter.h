@@ -1,10 +1,13 @@
 #pragma once
 
+#include "app/places/TextPlace.h"
+
 #include <QWidget>
 
 class TextEdit;
 
-// The line numbers beside a text. A click on one selects its line.
+// The line numbers beside a text, and the signs of its lines. A click on one selects its line; the
+// mouse over a sign tells what it says.
 class LineGutter : public QWidget
 {
     Q_OBJECT
@@ -18,9 +21,12 @@ public:
     void follow(const QRect &painted, int scrolled);
 
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
 
 private:
+    void paintSign(QPainter *painter, const QRectF &line, TextPlace::Severity severity) const;
+
     TextEdit *edit;
 };

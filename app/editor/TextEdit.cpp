@@ -5,7 +5,6 @@
 #include "app/editor/shades.h"
 
 #include <QKeyEvent>
-#include <QTextBlock>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -29,11 +28,44 @@ void TextEdit::setMarks(const QList<QTextEdit::ExtraSelection> &theMarks)
     showMarks();
 }
 
-void TextEdit::goToLine(int line)
+void TextEdit::goTo(int line, int column)
 {
     const QTextBlock block = document()->findBlockByNumber(qBound(1, line, blockCount()) - 1);
-    setTextCursor(QTextCursor(block));
+    QTextCursor cursor(block);
+    cursor.setPosition(block.position() + qBound(1, column, block.length()) - 1);
+    setTextCursor(cursor);
     centerCursor();
+}
+
+void TextEdit::setSigns(const QList<Sign> &theSigns)
+{
+    signsOfLines.clear();
+    for (const Sign &sign : theSigns) {
+        const QTextBlock block = document()->findBlockByNumber(sign.line - 1);
+        if (block.isValid())
+            signsOfLines.append({QTextCursor(block), sign.severity, sign.text});
+    }
+    gutter->update();
+}
+
+QString TextEdit::signText(int line) const
+{
+    QStringList texts;
+    for (const PlacedSign &sign : signsOfLines) {
+        if (sign.place.blockNumber() == line - 1)
+            texts.append(sign.text);
+    }
+    return texts.join(u'\n');
+}
+
+// The first one counts most.
+const TextEdit::PlacedSign *TextEdit::signOf(const QTextBlock &block) const
+{
+    for (const PlacedSign &sign : signsOfLines) {
+        if (sign.place.block() == block)
+            return &sign;
+    }
+    return nullptr;
 }
 
 void TextEdit::resizeEvent(QResizeEvent *event)

@@ -26,6 +26,15 @@ QColor quietText(const QPalette &palette)
     return mix(palette.color(QPalette::Base), palette.color(QPalette::Text), 50);
 }
 
+QColor severity(TextPlace::Severity severity, const QPalette &palette)
+{
+    if (severity == TextPlace::Error)
+        return isDark(palette) ? QColor(0xff, 0x6b, 0x60) : QColor(0xc6, 0x28, 0x28);
+    if (severity == TextPlace::Warning)
+        return isDark(palette) ? QColor(0xff, 0xb7, 0x4d) : QColor(0xc7, 0x6a, 0x00);
+    return palette.color(QPalette::Link);
+}
+
 QColor found(const QPalette &palette)
 {
     return mix(palette.color(QPalette::Base), palette.color(QPalette::Highlight), 40);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/places/TextPlace.h"
+
 #include <QColor>
 #include <QPalette>
 
@@ -12,6 +14,8 @@ QColor mix(const QColor &first, const QColor &second, int hundredths);
 QColor currentLine(const QPalette &palette);
 QColor gutter(const QPalette &palette);
 QColor quietText(const QPalette &palette);
+// Of what is bad, of what may be, and of what is only to be known.
+QColor severity(TextPlace::Severity severity, const QPalette &palette);
 QColor found(const QPalette &palette);
 
 // Whether text is lighter than what is behind it.

@@ -1,6 +1,7 @@
 #include "app/help/HelpDock.h"
 
 #include "app/help/HelpBrowser.h"
+#include "app/help/ManualBrowser.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -28,6 +29,7 @@ HelpBrowser *HelpDock::help()
     if (!made) {
         made = new HelpBrowser(this);
         setWidget(made);
+        Q_EMIT opened(made->browser());
     }
     return made;
 }

@@ -3,6 +3,7 @@
 #include <QDockWidget>
 
 class HelpBrowser;
+class QTextBrowser;
 
 // The dock of the commands' manual. The manual is made when it is first seen.
 class HelpDock : public QDockWidget
@@ -17,6 +18,10 @@ public:
 
 protected:
     void showEvent(QShowEvent *event) override;
+
+Q_SIGNALS:
+    // The manual shows for the first time.
+    void opened(QTextBrowser *text);
 
 private:
     HelpBrowser *help();

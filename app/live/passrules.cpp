@@ -46,8 +46,8 @@ bool isWithin(const QWidget *widget, const char *className)
 
 bool isForLooking(const QWidget *widget)
 {
-    for (const char *name :
-         {"QtclConsole", "Qtilities::CoreGui::LogWidget", "HelpDock", "ModeBar", "RunStatus"}) {
+    for (const char *name : {"QtclConsole", "Qtilities::CoreGui::LogWidget", "HelpDock", "ModeBar",
+                             "RunStatus", "IssuesView"}) {
         if (isWithin(widget, name))
             return true;
     }

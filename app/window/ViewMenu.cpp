@@ -19,12 +19,20 @@ ViewMenu::ViewMenu(ModeBar *modes, QWidget *theWindow)
     connect(this, &QMenu::aboutToShow, this, &ViewMenu::rebuild);
 }
 
+void ViewMenu::addPlaces(const QList<QAction *> &actions)
+{
+    places += actions;
+    window->addActions(actions);
+}
+
 void ViewMenu::rebuild()
 {
     clear();
     addActions(modeBar->actions());
     addSeparator();
     addActions(docks);
+    addSeparator();
+    addActions(places);
     addSeparator();
     fullScreen->setChecked(window->isFullScreen());
     addAction(fullScreen);

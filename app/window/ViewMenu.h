@@ -14,6 +14,8 @@ public:
 
     // Lists a dock behind the others.
     void addDock(QAction *toggle) { docks.append(toggle); }
+    // Lists actions that go from place to place; their keys work in the whole window.
+    void addPlaces(const QList<QAction *> &actions);
 
 private:
     void rebuild();
@@ -22,5 +24,6 @@ private:
     ModeBar *modeBar;
     QWidget *window;
     QList<QAction *> docks;
+    QList<QAction *> places;
     QAction *fullScreen;
 };

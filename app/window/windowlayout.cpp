@@ -14,7 +14,7 @@ namespace {
 
 constexpr QSize usualSize(1180, 780);
 // Changes with the set of docks and tool bars, so that an old layout is not restored wrongly.
-constexpr int version = 2;
+constexpr int version = 3;
 const QString group = u"Window"_s;
 
 // Those with a name keep their parts' sizes.

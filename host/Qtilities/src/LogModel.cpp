@@ -3,6 +3,7 @@
 #include "logline.h"
 
 #include <Qtilities/Logger.h>
+#include <Qtilities/LogLinks.h>
 
 #include <QColor>
 #include <QFont>
@@ -62,7 +63,13 @@ LogModel::~LogModel() = default;
 
 void LogModel::append(int type, bool priority, const QString &text)
 {
-    LogLine line {QDateTime::currentDateTime(), type, priority, true, QString()};
+    const LogLinks *links = LogLinks::instance();
+    LogLine line {QDateTime::currentDateTime(),
+                  type,
+                  priority,
+                  true,
+                  QString(),
+                  links ? links->contextOfMessage() : QString()};
     QStringView rest = QStringView(text).left(maximumCharacters / 2);
     do {
         line.text = Logging::takeLine(&rest).toString();

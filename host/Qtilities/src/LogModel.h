@@ -15,6 +15,8 @@ struct LogLine
     bool priority = false;
     bool first = true;
     QString text;
+    // What its links are to be read with.
+    QString context = {};
 };
 
 // The last lines of a log: time, level and text. What is appended shows at the next publish(), so

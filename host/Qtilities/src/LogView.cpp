@@ -1,14 +1,17 @@
 #include "LogView.h"
 
+#include "LineDelegate.h"
+
+#include <Qtilities/LogLinks.h>
+
+#include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QHeaderView>
-#include <QLineEdit>
 #include <QMenu>
 #include <QScrollBar>
-#include <QStyledItemDelegate>
 
 namespace Qtilities::CoreGui {
 
@@ -23,23 +26,6 @@ bool hasWideCharacters(const QString &text)
                        [](QChar character) { return character.unicode() >= 0x1100; });
 }
 
-// Opens the text of a line to be read, and leaves it as it is.
-class ReadingDelegate : public QStyledItemDelegate
-{
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &,
-                          const QModelIndex &) const override
-    {
-        auto *const field = new QLineEdit(parent);
-        field->setFrame(false);
-        field->setReadOnly(true);
-        return field;
-    }
-    void setModelData(QWidget *, QAbstractItemModel *, const QModelIndex &) const override { }
-};
-
 } // namespace
 
 LogView::LogView(LogModel *model, QWidget *parent) : QTableView(parent), log(model)
@@ -49,7 +35,8 @@ LogView::LogView(LogModel *model, QWidget *parent) : QTableView(parent), log(mod
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
     setEditTriggers(DoubleClicked | EditKeyPressed);
-    setItemDelegate(new ReadingDelegate(this));
+    setItemDelegate(new LineDelegate(this));
+    setMouseTracking(true);
     setTabKeyNavigation(false);
     setShowGrid(false);
     setWordWrap(false);
@@ -167,10 +154,67 @@ void LogView::copyLines(bool withTimeAndLevel) const
 
 void LogView::keyPressEvent(QKeyEvent *event)
 {
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (event->matches(QKeySequence::Copy))
         copyLines(false);
+    else if (isReturn && state() != EditingState && currentIndex().isValid())
+        followFirstLink();
     else
         QTableView::keyPressEvent(event);
+}
+
+LogView::Link LogView::linkAt(const QPoint &position) const
+{
+    const QModelIndex index = indexAt(position);
+    if (!index.isValid() || index.column() != LogModel::TextColumn)
+        return {};
+    QStyleOptionViewItem option;
+    initViewItemOption(&option);
+    option.rect = visualRect(index);
+    const QString text = index.data().toString();
+    return {index.row(), LineDelegate::linkAt(position.x(), option, text)};
+}
+
+void LogView::follow(const Link &link)
+{
+    const LogLine line = log->line(link.row);
+    const QString text = log->index(link.row, LogModel::TextColumn).data().toString();
+    LogLinks::instance()->follow(text, link.start, line.context);
+}
+
+void LogView::followFirstLink()
+{
+    const LogLinks *links = LogLinks::instance();
+    const int row = currentIndex().row();
+    const QString text = log->index(row, LogModel::TextColumn).data().toString();
+    const QList<LogLink> found = links ? links->linksIn(text) : QList<LogLink>();
+    if (!found.isEmpty())
+        follow({row, found.first().start});
+}
+
+void LogView::mousePressEvent(QMouseEvent *event)
+{
+    pressed = event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier
+        ? linkAt(event->position().toPoint())
+        : Link();
+    QTableView::mousePressEvent(event);
+}
+
+// A link that was pressed and left again is none that was clicked.
+void LogView::mouseReleaseEvent(QMouseEvent *event)
+{
+    QTableView::mouseReleaseEvent(event);
+    const Link clicked = std::exchange(pressed, {});
+    if (event->button() == Qt::LeftButton && clicked.start >= 0
+        && clicked == linkAt(event->position().toPoint()))
+        follow(clicked);
+}
+
+void LogView::mouseMoveEvent(QMouseEvent *event)
+{
+    QTableView::mouseMoveEvent(event);
+    const bool isOver = linkAt(event->position().toPoint()).start >= 0;
+    viewport()->setCursor(isOver ? Qt::PointingHandCursor : Qt::ArrowCursor);
 }
 
 void LogView::contextMenuEvent(QContextMenuEvent *event)

@@ -8,7 +8,8 @@ namespace Qtilities::CoreGui {
 
 // Shows the rows of a log model as plain text, in lines of equal height. It follows the end of the
 // log as long as it stands there, and otherwise keeps what the user is reading in place. A double
-// click or F2 opens a line as a field in which parts of it can be selected and copied.
+// click or F2 opens a line as a field in which parts of it can be selected and copied. A click on a
+// link follows it, and so does Return, for the first link of the line.
 class LogView : public QTableView
 {
     Q_OBJECT
@@ -31,11 +32,26 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
+    // A place of a row's text where a link begins; a negative one stands for none.
+    struct Link
+    {
+        int row = -1;
+        qsizetype start = -1;
+
+        bool operator==(const Link &) const = default;
+    };
+
+    Link linkAt(const QPoint &position) const;
+    void follow(const Link &link);
+    void followFirstLink();
     void widenForRows(int first, int last);
     void fitTextColumn();
     void followPalette();
@@ -45,6 +61,7 @@ private:
     // Of the widest line so far, in pixels.
     int textWidth = 0;
     int removedRows = 0;
+    Link pressed;
 };
 
 } // namespace Qtilities::CoreGui

@@ -20,6 +20,7 @@ private Q_SLOTS:
     void aConflictIsShown();
     void theDifferenceIsShown_data();
     void theDifferenceIsShown();
+    void aPartOfTheDifferenceLeadsToItsLine();
     void aSaveSeesTheConflictItself();
     void theConflictGoesWhenTheFileIsAsBefore();
     void keepingMineAsksAgainNextTime();
@@ -109,6 +110,30 @@ void tst_TextConflict::theDifferenceIsShown()
     QTest::keyClick(dialog, Qt::Key_Escape);
     QTRY_VERIFY(!dialog);
     QCOMPARE(notice(), conflict());
+}
+
+void tst_TextConflict::aPartOfTheDifferenceLeadsToItsLine()
+{
+    QString many;
+    for (int line = 1; line <= 40; ++line)
+        many += QString::number(line) + u'\n';
+    edit->selectAll();
+    edit->insertPlainText(many);
+    const QByteArray onDisk = many.toUtf8().replace("30\n", "thirty\n");
+    QVERIFY(files::replace(path, onDisk));
+    QTRY_COMPARE(notice(), conflict());
+    choose(u"Show &Difference"_s);
+    const QPointer<DifferenceDialog> dialog = page->findChild<DifferenceDialog *>();
+    auto *text = dialog->findChild<QPlainTextEdit *>();
+    QVERIFY(text->toPlainText().startsWith(u"@@ -27 +27 @@\n"_s));
+    QTest::keyClick(text, Qt::Key_Return);
+    QCOMPARE(edit->textCursor().blockNumber(), 26);
+    edit->goToLine(1);
+    const QTextCursor start(text->document());
+    QTest::mouseClick(text->viewport(), Qt::LeftButton, {},
+                      text->cursorRect(start).center() + QPoint(10, 0));
+    QTRY_COMPARE(edit->textCursor().blockNumber(), 26);
+    dialog->close();
 }
 
 // The file is replaced between the last look at it and the save.

@@ -2,6 +2,7 @@
 
 #include <MorvalenCore/BuildConfiguration.h>
 #include <MorvalenCore/MorvalenCoreExport.h>
+#include <Qtilities/Logger.h>
 
 #include <QList>
 #include <QObject>
@@ -28,21 +29,32 @@ public:
     // The configurations whose builds are under way, in the order of their start.
     QList<BuildConfiguration *> running() const { return configurations; }
 
+    // The configuration whose output is being logged; null when none is.
+    BuildConfiguration *speaking() const { return speaker; }
+
     // Called by the configurations.
     void begin(BuildConfiguration *configuration);
     void progress(BuildConfiguration *configuration, int done, int total, const QString &step);
     void end(BuildConfiguration *configuration);
+    // Logs a line of what a build says; of none that is gone, null.
+    void say(BuildConfiguration *configuration, Qtilities::Logging::Logger::MessageType type,
+             const QString &text);
 
 Q_SIGNALS:
     void started(MorvalenCore::BuildConfiguration *configuration);
     // Steps done of steps to do, and the step that this is about.
     void progressed(MorvalenCore::BuildConfiguration *configuration, int done, int total,
                     const QString &step);
+    // A line of the output of the configuration's steps, or of what is said of them. The output of
+    // a step comes behind progressed() for that step.
+    void said(MorvalenCore::BuildConfiguration *configuration,
+              Qtilities::Logging::Logger::MessageType type, const QString &text);
     // The configuration's run state says how. It may be about to be destroyed.
     void ended(MorvalenCore::BuildConfiguration *configuration);
 
 private:
     QList<BuildConfiguration *> configurations;
+    BuildConfiguration *speaker = nullptr;
 };
 
 } // namespace MorvalenCore

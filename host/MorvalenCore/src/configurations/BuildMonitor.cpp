@@ -2,6 +2,8 @@
 
 #include <Qtilities/Replaceable.h>
 
+using Qtilities::Logging::Logger;
+
 namespace MorvalenCore {
 
 namespace {
@@ -32,6 +34,16 @@ void BuildMonitor::progress(BuildConfiguration *configuration, int done, int tot
                             const QString &step)
 {
     Q_EMIT progressed(configuration, done, total, step);
+}
+
+void BuildMonitor::say(BuildConfiguration *configuration, Logger::MessageType type,
+                       const QString &text)
+{
+    speaker = configuration;
+    if (configuration)
+        Q_EMIT said(configuration, type, text);
+    Logger::instance()->logMessage(QString(), type, text);
+    speaker = nullptr;
 }
 
 void BuildMonitor::end(BuildConfiguration *configuration)

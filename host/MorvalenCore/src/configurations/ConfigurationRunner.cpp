@@ -26,11 +26,12 @@ namespace MorvalenCore {
 namespace {
 
 // Sends what a run says to the log.
-void connectToLog(const BuildRun &run)
+void connectToLog(const BuildRun &run, BuildConfiguration &configuration)
 {
-    QObject::connect(&run, &BuildRun::message, &run, [](auto type, const QString &text) {
-        Logger::instance()->logMessage({}, type, text);
-    });
+    QObject::connect(&run, &BuildRun::message, &run,
+                     [alive = QPointer(&configuration)](auto type, const QString &text) {
+                         BuildMonitor::instance()->say(alive, type, text);
+                     });
 }
 
 // The plan is made of the same settings, and there is none when they cannot be used.
@@ -202,7 +203,7 @@ Status ConfigurationRunner::run(bool onlyOutdated, const Tell &tell)
     const std::shared_ptr<KeptPlan> kept = checked.value();
     BuildRun run(kept->plan, kept->file);
     run.setOptions(optionsNow());
-    connectToLog(run);
+    connectToLog(run, configuration);
     QObject::connect(&run, &BuildRun::progressed, &configuration,
                      [this](int done, int total, const QString &step) {
                          BuildMonitor::instance()->progress(&configuration, done, total, step);
@@ -302,7 +303,7 @@ bool ConfigurationRunner::look(const KeptPlan &kept)
     }
     const QPointer<ConfigurationItem> alive(&configuration);
     BuildRun run(kept.plan, kept.file);
-    connectToLog(run);
+    connectToLog(run, configuration);
     current = &run;
     const BuildRun::Result result = run.run(BuildRun::Kind::Look);
     if (!alive)

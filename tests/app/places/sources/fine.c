@@ -1,0 +1,2 @@
+int twice(int n);
+int main(void) { return twice(2); }

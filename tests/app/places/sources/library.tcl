@@ -1,0 +1,7 @@
+proc inner {} {
+    set x 1
+    error "something is wrong"
+}
+proc outer {} {
+    inner
+}

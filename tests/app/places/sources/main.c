@@ -1,0 +1,10 @@
+#include "part.h"
+
+int twice(int n);
+
+int main(void)
+{
+    int unused;
+    part p = 3;
+    return twice(p)
+}

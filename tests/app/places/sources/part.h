@@ -1,0 +1,2 @@
+typedef int part;
+int broken(undeclared x);

@@ -1,0 +1,3 @@
+source [file join [file dirname [info script]] library.tcl]
+
+outer
