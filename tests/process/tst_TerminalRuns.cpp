@@ -174,7 +174,8 @@ void tst_TerminalRuns::completion_data()
     QTest::addColumn<QByteArray>("typed");
     QTest::addColumn<QString>("line");
     QTest::newRow("complete-1 a command") << QByteArray("morv") << u"morvalen"_s;
-    QTest::newRow("complete-2 behind a bracket") << QByteArray("puts [overv") << u"puts [overview"_s;
+    QTest::newRow("complete-2 behind a bracket")
+        << QByteArray("puts [overv") << u"puts [overview"_s;
     QTest::newRow("complete-3 a subcommand")
         << QByteArray("designs set_") << u"designs set_active"_s;
     QTest::newRow("complete-4 a second word")
@@ -183,8 +184,7 @@ void tst_TerminalRuns::completion_data()
         << QByteArray("morvalen configuration ren") << u"morvalen configuration rename"_s;
     QTest::newRow("complete-6 an option")
         << QByteArray("morvalen files -c") << u"morvalen files -category"_s;
-    QTest::newRow("complete-7 a file")
-        << QByteArray("source here/one") << u"source here/one.tcl"_s;
+    QTest::newRow("complete-7 a file") << QByteArray("source here/one") << u"source here/one.tcl"_s;
 }
 
 void tst_TerminalRuns::completion()
@@ -234,8 +234,10 @@ void tst_TerminalRuns::interruptStopsTheCommand_data()
 {
     QTest::addColumn<QByteArray>("command");
     QTest::newRow("stop-1 a loop") << QByteArray("puts -nonewline begun; while 1 {}");
-    QTest::newRow("stop-2 a loop that catches") << QByteArray("puts -nonewline begun; while 1 {catch {nope}}");
-    QTest::newRow("stop-3 a loop within catch") << QByteArray("puts -nonewline begun; catch {while 1 {}}");
+    QTest::newRow("stop-2 a loop that catches")
+        << QByteArray("puts -nonewline begun; while 1 {catch {nope}}");
+    QTest::newRow("stop-3 a loop within catch")
+        << QByteArray("puts -nonewline begun; catch {while 1 {}}");
     QTest::newRow("stop-4 a wait") << QByteArray("puts -nonewline begun; vwait forever");
     QTest::newRow("stop-5 a pause") << QByteArray("puts -nonewline begun; after 10000000");
     QTest::newRow("stop-6 a program")
@@ -366,8 +368,9 @@ void tst_TerminalRuns::aNarrowTerminal()
 
 void tst_TerminalRuns::outputAboveALineOfSeveralRows()
 {
-    program->write(u"s.tcl"_s, "proc p {} {if {[file exists flag]} {puts tick} else {after 20 p}}\n"
-                               "p\n");
+    program->write(u"s.tcl"_s,
+                   "proc p {} {if {[file exists flag]} {puts tick} else {after 20 p}}\n"
+                   "p\n");
     Terminal terminal(*program, {u"--terminal"_s}, 20);
     QVERIFY(terminal.shows(prompt));
     QVERIFY(terminal.command("source s.tcl; list"));
@@ -395,8 +398,7 @@ void tst_TerminalRuns::anotherSize()
 void tst_TerminalRuns::stopAndResume()
 {
     program->write(u"run.sh"_s,
-                   "exec '" PROGRAM "' --session '" + program->session.toUtf8()
-                       + "' --terminal\n");
+                   "exec '" PROGRAM "' --session '" + program->session.toUtf8() + "' --terminal\n");
     Terminal terminal(*program, {}, 200,
                       u"PS1='sh> '; export PS1; exec bash --norc --noediting -i"_s);
     QVERIFY(terminal.endsWith(u"sh>"_s));

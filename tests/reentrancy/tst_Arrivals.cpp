@@ -179,12 +179,8 @@ void tst_Arrivals::addRuns()
     runs[u"a script in `update`"_s] = [this] {
         runScript(u"launch; while {![may_end]} {update}; note ended"_s);
     };
-    runs[u"a script in `vwait`"_s] = [this] {
-        runScript(u"launch; vwait released; note ended"_s);
-    };
-    runs[u"a script in `build run`"_s] = [this] {
-        runScript(u"launch; build run; note ended"_s);
-    };
+    runs[u"a script in `vwait`"_s] = [this] { runScript(u"launch; vwait released; note ended"_s); };
+    runs[u"a script in `build run`"_s] = [this] { runScript(u"launch; build run; note ended"_s); };
     runs[u"a scripted action in `vwait`"_s] = [this] { executeAction(u"runs.tcl"_s); };
     runs[u"an event"_s] = [this] { runInEvent("launch; while {![may_end]} {}; note ended"); };
     runs[u"an event in `vwait`"_s] = [this] { runInEvent("launch; vwait released; note ended"); };

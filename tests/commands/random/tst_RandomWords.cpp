@@ -2,12 +2,11 @@
 // answer, and the design that is left can be saved and says the same when it is opened again.
 
 #include "commands/commandset.h"
-#include "commands/manuals.h"
 #include "tests/commands/random/evaluation.h"
+#include "tests/commands/random/RandomWords.h"
 #include "tests/host/MorvalenCore/SessionFixture.h"
 #include "tests/TestClass.h"
 
-#include <QRandomGenerator>
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
@@ -16,42 +15,6 @@ namespace {
 
 const QStringList commandWords {u"design"_s,  u"files"_s,      u"sfile"_s,     u"folders"_s,
                                 u"sfolder"_s, u"properties"_s, u"sproperty"_s, u"overview"_s};
-
-const QStringList oddWords {u""_s,
-                            u"a.v"_s,
-                            u"a b"_s,
-                            u"p"_s,
-                            u"true"_s,
-                            u"FALSE"_s,
-                            u"int"_s,
-                            u"string"_s,
-                            u"5"_s,
-                            u"-1"_s,
-                            u"99999999999999999999"_s,
-                            u"\"{$[\\"_s,
-                            u"%1%2%9%%"_s,
-                            u"\n"_s,
-                            u"\0"_s,
-                            u"x\0y"_s,
-                            u"\u20ac\u0416"_s,
-                            u"\U0001F600"_s,
-                            QString(QChar(0xD800)),
-                            QString(QChar(0xFFFF)),
-                            u"\u0001"_s,
-                            u"/"_s,
-                            u"."_s,
-                            u".."_s,
-                            u"~"_s,
-                            u"../../x"_s,
-                            u"files"_s,
-                            u"//share/x"_s,
-                            u"C:\\x"_s,
-                            u"$HOME"_s,
-                            u"${}"_s,
-                            u"::"_s,
-                            u"a::b"_s,
-                            u"get"_s,
-                            QString(5000, u'x')};
 
 // All that a design tells of itself.
 QStringList told()
@@ -62,39 +25,12 @@ QStringList told()
         all.append(evaluated({u"design"_s, u"get"_s, what}).second);
     for (const QString &kind : {u"files"_s, u"folders"_s, u"properties"_s})
         all.append(evaluated({kind, u"list"_s}).second);
-    for (const QString &word : oddWords) {
+    for (const QString &word : RandomWords::oddWords) {
         for (const QString &kind : {u"files"_s, u"folders"_s, u"properties"_s})
             all.append(evaluated({kind, u"category"_s, word}).second);
     }
     return all;
 }
-
-class Words
-{
-public:
-    explicit Words(quint32 seed) : random(seed) { }
-
-    QStringList draw()
-    {
-        const QString word = commandWords[number(commandWords.size())];
-        QStringList call {word};
-        QStringList forms;
-        for (const commands::Command &command : commands::commandSet()) {
-            if (word == QLatin1StringView(command.word) && command.manual)
-                forms = command.manual->forms();
-        }
-        if (!forms.isEmpty() && number(10) > 0)
-            call += forms[number(forms.size())].split(u' ');
-        for (qsizetype more = number(10) > 0 ? number(6) : number(60); more > 0; --more)
-            call += oddWords[number(oddWords.size())];
-        return call;
-    }
-
-private:
-    qsizetype number(qsizetype below) { return random.bounded(int(below)); }
-
-    QRandomGenerator random;
-};
 
 } // namespace
 
@@ -126,7 +62,7 @@ void tst_RandomWords::oneAnswerEach()
     evaluated({u"designs"_s, u"new"_s, u"d"_s});
     const QString file = session.designs(u"d/component.xml"_s);
 
-    Words words(seed);
+    RandomWords words(commandWords, seed);
     for (int i = 0; i < 3000; ++i) {
         const QStringList call = words.draw();
         const int code = evaluated(call).first;

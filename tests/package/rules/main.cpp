@@ -86,8 +86,7 @@ void serveEvents(int wanted, bool inTime)
         Qtk_InitNotifier(qApp);
     Qtk_LetNotifierRest();
     QTcpSocket client;
-    client.connectToHost(u"127.0.0.1"_s,
-                         manager.execCommad(u"set port"_s, nullptr).toUShort());
+    client.connectToHost(u"127.0.0.1"_s, manager.execCommad(u"set port"_s, nullptr).toUShort());
     QCoreApplication::exec();
     run(manager, u"lsort $served"_s);
 }
