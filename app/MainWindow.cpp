@@ -26,6 +26,7 @@
 #include "app/window/EditMenu.h"
 #include "app/window/ModeBar.h"
 #include "app/window/ScriptMenu.h"
+#include "app/window/ScriptsView.h"
 #include "app/window/ViewMenu.h"
 #include "app/window/windowlayout.h"
 #include "commands/commandmanuals.h"
@@ -236,9 +237,21 @@ void MainWindow::createMenus()
                 buildpages::show(designs->editorArea(), designId, name);
             });
     const QString scripts = QtilitiesApplication::applicationSessionPath() + u"/Scripts"_s;
+    auto *scriptMenu = new ScriptMenu(scripts, this);
+    scriptMenu->followEditors(designs->editorArea());
+    auto *scriptsDock = new QDockWidget(tr("Scripts"), this);
+    scriptsDock->setObjectName(u"scriptsDock"_s);
+    auto *scriptsView = new ScriptsView(scripts, scriptsDock);
+    scriptsDock->setWidget(scriptsView);
+    addDockWidget(Qt::RightDockWidgetArea, scriptsDock);
+    scriptsDock->hide();
+    view->addDock(scriptsDock->toggleViewAction());
+    connect(scriptsView, &ScriptsView::editWanted, scriptMenu, &ScriptMenu::edit);
+    connect(scriptsView, &ScriptsView::runWanted, scriptMenu, &ScriptMenu::run);
+    connect(scriptsView, &ScriptsView::newWanted, scriptMenu, &ScriptMenu::makeScript);
     for (QMenu *menu : std::initializer_list<QMenu *> {
              file, new EditMenu(designs->editorArea()->editorActions(), this), view, build,
-             new ScriptMenu(scripts, this), help})
+             scriptMenu, help})
         menuBar()->addMenu(menu);
 }
 

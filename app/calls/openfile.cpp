@@ -1,6 +1,7 @@
 #include "app/calls/openfile.h"
 
 #include <MorvalenCore/DesignManager.h>
+#include <MorvalenCore/EditorManager.h>
 #include <Qtilities/ProjectManager.h>
 #include <Qtilities/regularfile.h>
 #include <Qtilities/statuslog.h>
@@ -9,6 +10,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
+using MorvalenCore::EditorManager;
 using Qtilities::Core::Status;
 using Qtilities::ProjectManagement::ProjectManager;
 
@@ -27,8 +29,37 @@ bool isProjectFile(const QString &path)
     return reader.readNextStartElement() && reader.name() == u"project"_s;
 }
 
+namespace {
+
+Status openText(const QString &file)
+{
+    QString error;
+    if (EditorManager::instance()->createEditorForPath(file, &error, QString(), true, false))
+        return {};
+    const Status status = Status::failed(error);
+    Qtilities::Logging::logStatus(status);
+    return status;
+}
+
+} // namespace
+
+bool isTextFile(const QString &path)
+{
+    if (path.endsWith(u".xml"_s, Qt::CaseInsensitive))
+        return false;
+    const auto head = Qtilities::Core::readRegularFile(path, bytesToLookAt);
+    if (!head.isOk())
+        return false;
+    QByteArray bytes = head.value();
+    if (bytes.startsWith("\xEF\xBB\xBF"))
+        bytes.remove(0, 3);
+    return !bytes.trimmed().startsWith('<');
+}
+
 Status openFile(const QString &file)
 {
+    if (isTextFile(file))
+        return openText(file);
     const Status status = isProjectFile(file)
         ? ProjectManager::instance()->tryOpenProject(file)
         : DesignManager::instance()->tryParseDesignFromFile(file).status();

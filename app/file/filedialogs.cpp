@@ -34,9 +34,9 @@ QString projectFilter() { return Texts::tr("Projects (*.xml);;All files (*)"); }
 QStringList filesToOpen(QWidget *parent)
 {
     return QFileDialog::getOpenFileNames(
-        parent, Texts::tr("Open Designs and Projects"),
+        parent, Texts::tr("Open Designs, Projects and Texts"),
         DesignManager::instance()->path(DesignManager::DesignsPath),
-        Texts::tr("Component and project files (*.xml);;All files (*)"));
+        Texts::tr("All files (*);;Component and project files (*.xml)"));
 }
 
 QString projectToOpen(QWidget *parent)

@@ -39,7 +39,7 @@ void open(QWidget *parent, const QStringList &files)
 {
     QStringList reasons;
     for (const QString &file : files) {
-        if (isProjectFile(file) ? !mayCloseProject(parent) : !isFree(parent))
+        if (isProjectFile(file) ? !mayCloseProject(parent) : !isTextFile(file) && !isFree(parent))
             return;
         const Status opened = openFile(file);
         if (!opened.isOk())

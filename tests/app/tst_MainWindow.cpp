@@ -315,8 +315,16 @@ void tst_MainWindow::filesAreOpened()
 
 void tst_MainWindow::scriptsAreListed()
 {
-    const QStringList tail {u"-"_s, u"Run Last Script &Again"_s, u"&Stop Running Script"_s,
-                            u"Show Execution &Log"_s, u"Open Scripts &Folder"_s};
+    const QStringList tail {u"-"_s,
+                            u"&Run Script in Editor"_s,
+                            u"Run Last Script &Again"_s,
+                            u"&Stop Running Script"_s,
+                            u"Show Execution &Log"_s,
+                            u"-"_s,
+                            u"&New Script..."_s,
+                            u"&Edit Script"_s,
+                            u"Save Recorded &Commands..."_s,
+                            u"Open Scripts &Folder"_s};
     QCOMPARE(entries(), QStringList {u"No Scripts in the Session's Folder"_s} + tail);
     write(scriptFolder() + u"/b & c.tcl"_s, "set x 1");
     write(scriptFolder() + u"/A.tcl"_s, "set x 1");
