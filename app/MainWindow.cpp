@@ -134,6 +134,28 @@ void MainWindow::activateMode(int id)
     main->setFocus();
 }
 
+void MainWindow::followRuns()
+{
+    statusBar()->addPermanentWidget(new RunStatus(this));
+    new LiveWindow(this);
+    findChild<ScriptMenu *>()->followRuns();
+    for (const QString &name : {u"stopRunningScript"_s, u"fullScreen"_s, u"quit"_s})
+        passrules::letWork(findChild<QAction *>(name));
+}
+
+// The mode that is to have the console comes when the script has ended.
+void MainWindow::showWhileStarting()
+{
+    auto *starting = findChild<QtclConsole *>();
+    if (!starting || isVisible())
+        return;
+    starting->keepTypedKeys();
+    stack->addWidget(starting);
+    stack->setCurrentWidget(starting);
+    show();
+    starting->setFocus();
+}
+
 void MainWindow::adoptConsole(QtclConsole *theConsole)
 {
     console = theConsole;
@@ -144,13 +166,9 @@ void MainWindow::adoptConsole(QtclConsole *theConsole)
     console->setNextWords(&commands::nextWords);
     history = new ConsoleHistory(console, this);
     console->keepTypedKeys();
-    statusBar()->addPermanentWidget(new RunStatus(console, this));
-    new LiveWindow(console, this);
+    console->show(); // showWhileStarting() may have had it elsewhere
     links->attachTo(console);
     issues->followRuns();
-    findChild<ScriptMenu *>()->followRuns();
-    for (const QString &name : {u"stopRunningScript"_s, u"fullScreen"_s})
-        passrules::letWork(findChild<QAction *>(name));
 }
 
 void MainWindow::openFiles(const QStringList &files)

@@ -47,6 +47,13 @@ public:
     void activateMode(int id);
     int activeMode() const { return currentMode; }
 
+    // Says what runs from now on, lets it be stopped, and stays alive meanwhile. Before the
+    // start-up script.
+    void followRuns();
+
+    // Shows the window with the console in it while the start-up script still runs.
+    void showWhileStarting();
+
     // Gives the console its font and its history, as the preferences say, and keeps the history.
     void adoptConsole(QtclConsole *console);
 

@@ -25,6 +25,36 @@ using Qtilities::CoreGui::QtilitiesApplication;
 using Qtilities::Logging::Logger;
 using TclScripting::TclScriptManager;
 
+namespace {
+
+// A start-up script that takes longer is seen at work, and can be stopped.
+constexpr int longStart = 500; // milliseconds
+
+// A script that waits for an event must not keep the program alive without a window: the timer
+// fires in the script's own wait, if there is one.
+QMetaObject::Connection endWith(const MainWindow *window)
+{
+    return QObject::connect(window, &MainWindow::closed, qApp, [] {
+        QCoreApplication::quit();
+        QTimer::singleShot(0, qApp, [] { programend::leave(0); });
+    });
+}
+
+// Runs the start-up script.
+TclScriptManager *startScripting(MainWindow *window)
+{
+    QTimer patience;
+    patience.setSingleShot(true);
+    patience.callOnTimeout(window, &MainWindow::showWhileStarting);
+    patience.start(longStart);
+    const QMetaObject::Connection end = endWith(window);
+    auto *scripting = new TclScriptManager(nullptr, window);
+    QObject::disconnect(end);
+    return scripting;
+}
+
+} // namespace
+
 WindowRun::WindowRun(const QStringList &files) : mainWindow(std::make_unique<MainWindow>())
 {
     MainWindow *window = mainWindow.get();
@@ -40,7 +70,9 @@ WindowRun::WindowRun(const QStringList &files) : mainWindow(std::make_unique<Mai
     if (QFileInfo::exists(QtilitiesApplication::applicationSessionPath()
                           + u"/Scripts/startup.tcl"_s))
         tellOfErrors();
-    auto *scripting = new TclScriptManager(nullptr, window);
+    window->followRuns();
+    QObject::connect(&termination, &TerminationSignal::arrived, window, &QWidget::close);
+    TclScriptManager *scripting = startScripting(window);
     tellOfErrors();
     programend::prepare(commandsManager::getInstance(nullptr)->interp);
     window->addMode(scripting);
@@ -65,11 +97,6 @@ WindowRun::~WindowRun()
 int WindowRun::run()
 {
     const BuildInterrupt interrupt;
-    // A script that waits for an event must not keep the program alive without a window: the
-    // timer fires in the script's own wait, if there is one.
-    QObject::connect(mainWindow.get(), &MainWindow::closed, qApp, [] {
-        QCoreApplication::quit();
-        QTimer::singleShot(0, qApp, [] { programend::leave(0); });
-    });
+    endWith(mainWindow.get());
     return QCoreApplication::exec();
 }

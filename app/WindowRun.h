@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/process/TerminationSignal.h"
+
 #include <QStringList>
 
 #include <memory>
@@ -24,4 +26,5 @@ public:
 
 private:
     std::unique_ptr<MainWindow> mainWindow;
+    TerminationSignal termination;
 };

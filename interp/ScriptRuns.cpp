@@ -74,6 +74,9 @@ void ScriptRuns::end()
     pacemaker->end();
     if (--depth > 0)
         return;
+    // A stop behind the end, while the result was being shown.
+    if (std::exchange(wantsStop, false))
+        cancellation::clear(interp);
     outermost.clear();
     if (std::exchange(told, false))
         Q_EMIT ended();

@@ -1,5 +1,6 @@
 #include "interp/errorstack.h"
 
+#include "interp/ScriptRuns.h"
 #include "interp/tcltext.h"
 
 #include <QRegularExpression>
@@ -93,6 +94,7 @@ QString text(Tcl_Interp *interp, int code, const QString &file)
         stack = message + u'\n' + stack;
     if (!file.isEmpty())
         stack += u"\n    (file \"%1\" line %2)"_s.arg(file, options.entry(u"-errorline"_s));
+    const ScriptRuns::Hold hold;
     Tcl_InterpState state = Tcl_SaveInterpState(interp, code);
     stack = withPlaces(interp, stack);
     Tcl_RestoreInterpState(interp, state);

@@ -9,6 +9,7 @@
 #include "app/messages/messages.h"
 #include "app/process/programend.h"
 #include "interp/commandsManager.h"
+#include "interp/ScriptRuns.h"
 
 #include <MorvalenCore/BuildConfiguration.h>
 #include <MorvalenCore/BuildMonitor.h>
@@ -111,10 +112,28 @@ void Leaving::settleForGood()
         editors->saveAll();
 }
 
+bool Leaving::mayEndWithSession()
+{
+    ScriptRuns *runs = ScriptRuns::instance();
+    if (!runs || !runs->isInPass())
+        return mayLeave();
+    if (isAsking)
+        return false;
+    isAsking = true;
+    const bool agreed = mayInterrupt();
+    isAsking = false;
+    if (!agreed)
+        return false;
+    connect(runs, &ScriptRuns::ended, window, &QWidget::close,
+            Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+    runs->stop();
+    return true;
+}
+
 void Leaving::endOfSession(QSessionManager &session)
 {
     if (session.allowsInteraction()) {
-        const bool agreed = mayLeave();
+        const bool agreed = mayEndWithSession();
         session.release();
         if (!agreed)
             return session.cancel();

@@ -22,6 +22,10 @@ public:
     // Asks only about texts in the editors, with no way back: the program ends in any case.
     void settleForGood();
 
+    // The same when the desktop's session ends, which wants an answer at once. A script that runs
+    // is stopped when the user agrees; the window is closed, and all else asked, once it has ended.
+    bool mayEndWithSession();
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 

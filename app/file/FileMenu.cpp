@@ -36,6 +36,7 @@ FileMenu::FileMenu(EditorArea *editors, QWidget *theWindow)
     connect(preferences, &QAction::triggered, this, &FileMenu::preferencesWanted);
     addSeparator();
     QAction *quit = addAction(tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q));
+    quit->setObjectName(u"quit"_s);
     quit->setMenuRole(QAction::QuitRole);
     connect(quit, &QAction::triggered, this, &FileMenu::quitWanted);
     connect(this, &QMenu::aboutToShow, this, &FileMenu::showState);

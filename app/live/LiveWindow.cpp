@@ -13,16 +13,14 @@
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStatusTipEvent>
 #include <QTimer>
 
 using MorvalenCore::BuildConfiguration;
 using MorvalenCore::BuildMonitor;
 using namespace Qt::Literals::StringLiterals;
 
-LiveWindow::LiveWindow(QtclConsole *theConsole, QMainWindow *mainWindow)
-    : QObject(mainWindow),
-      console(theConsole),
-      window(mainWindow)
+LiveWindow::LiveWindow(QMainWindow *mainWindow) : QObject(mainWindow), window(mainWindow)
 {
     const ScriptRuns *runs = ScriptRuns::instance();
     if (!runs)
@@ -71,11 +69,14 @@ bool LiveWindow::eventFilter(QObject *receiver, QEvent *event)
     }
     if (!ScriptRuns::instance()->isInPass())
         return false;
-    if (event->type() == QEvent::Close && receiver == window) {
+    if (isEnd(receiver, *event)) {
         event->ignore();
         askToLeave();
         return true;
     }
+    // What a menu says of its entries has no end that would take the reason of a refusal away.
+    if (event->type() == QEvent::StatusTip)
+        return static_cast<QStatusTipEvent *>(event)->tip().isEmpty();
     const passrules::Verdict verdict = passrules::verdict(receiver, *event);
     if (verdict == passrules::Verdict::Deliver)
         return false;
@@ -86,17 +87,26 @@ bool LiveWindow::eventFilter(QObject *receiver, QEvent *event)
     return true;
 }
 
-// A dialog, a menu or a popup takes its Escape itself.
+// The user closes the window, or the desktop wants the program to end.
+bool LiveWindow::isEnd(const QObject *receiver, const QEvent &event) const
+{
+    return (event.type() == QEvent::Close && receiver == window)
+        || (event.type() == QEvent::Quit && receiver == qApp);
+}
+
+// A dialog, a menu, a popup or the strip of a search takes its Escape itself.
 bool LiveWindow::isStopKey(const QObject *receiver, const QEvent &event) const
 {
     const auto *widget = qobject_cast<const QWidget *>(receiver);
     if (event.type() != QEvent::KeyPress || !widget || widget->window() != window
-        || QApplication::activePopupWidget() || QApplication::activeModalWidget())
+        || QApplication::activePopupWidget() || QApplication::activeModalWidget()
+        || passrules::isWithin(widget, "SearchStrip"))
         return false;
     const auto &key = static_cast<const QKeyEvent &>(event);
     if (key.key() == Qt::Key_Escape && key.modifiers() == Qt::NoModifier)
         return true;
-    return key.matches(QKeySequence::Copy) && widget == console
+    const auto *console = qobject_cast<const QtclConsole *>(widget);
+    return console && key.key() == Qt::Key_C && key.modifiers() == Qt::ControlModifier
         && !console->textCursor().hasSelection();
 }
 

@@ -3,7 +3,6 @@
 #include <QObject>
 #include <QPointer>
 
-class QtclConsole;
 QT_BEGIN_NAMESPACE
 class QEvent;
 class QMainWindow;
@@ -19,7 +18,8 @@ class LiveWindow : public QObject
     Q_OBJECT
 
 public:
-    LiveWindow(QtclConsole *console, QMainWindow *window);
+    // The console may become the window's later.
+    explicit LiveWindow(QMainWindow *window);
 
     // Processes the events that wait; the pass that Qtk_KeepWindowAlive wants.
     static void pass();
@@ -31,10 +31,10 @@ private:
     void begin();
     void end();
     bool isStopKey(const QObject *receiver, const QEvent &event) const;
+    bool isEnd(const QObject *receiver, const QEvent &event) const;
     void cancelBuildsOfScript();
     void askToLeave();
 
-    QtclConsole *const console;
     QMainWindow *const window;
     QList<QPointer<QObject>> buildsBefore; // the script
     bool leaves = false; // once the script has ended

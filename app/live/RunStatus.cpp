@@ -27,9 +27,8 @@ QString shortened(const QString &command)
 
 } // namespace
 
-RunStatus::RunStatus(QtclConsole *theConsole, QWidget *parent)
+RunStatus::RunStatus(QWidget *parent)
     : QWidget(parent),
-      console(theConsole),
       label(new QLabel(this)),
       stopButton(new QToolButton(this))
 {
@@ -47,8 +46,7 @@ RunStatus::RunStatus(QtclConsole *theConsole, QWidget *parent)
     for (QTimer *timer : {&showTimer, &cursorTimer})
         timer->setSingleShot(true);
     connect(&showTimer, &QTimer::timeout, this, &RunStatus::show);
-    connect(&cursorTimer, &QTimer::timeout, this,
-            [this] { console->viewport()->setCursor(Qt::BusyCursor); });
+    connect(&cursorTimer, &QTimer::timeout, this, [this] { setBusyCursor(true); });
     connect(&clock, &QTimer::timeout, this, &RunStatus::update);
     ScriptRuns *runs = ScriptRuns::instance();
     if (!runs)
@@ -72,7 +70,13 @@ void RunStatus::end()
     if (isHidden())
         return;
     hide();
-    console->viewport()->setCursor(Qt::IBeamCursor);
+    setBusyCursor(false);
+}
+
+void RunStatus::setBusyCursor(bool busy)
+{
+    if (const auto *console = window()->findChild<QtclConsole *>())
+        console->viewport()->setCursor(busy ? Qt::BusyCursor : Qt::IBeamCursor);
 }
 
 void RunStatus::show()

@@ -8,25 +8,24 @@ class QLabel;
 class QToolButton;
 QT_END_NAMESPACE
 
-class QtclConsole;
-
 // Says in the status bar what runs, for how long, and how to stop it; with a button that does. Not
-// to be seen while nothing runs, and for what is over at once. Meanwhile the console's mouse cursor
-// says that it is busy.
+// to be seen while nothing runs, and for what is over at once. Meanwhile the mouse cursor of the
+// window's console says that it is busy.
 class RunStatus : public QWidget
 {
     Q_OBJECT
 
 public:
-    explicit RunStatus(QtclConsole *console, QWidget *parent = nullptr);
+    // The console may become the window's later.
+    explicit RunStatus(QWidget *parent);
 
 private:
     void begin();
     void end();
     void show();
     void update();
+    void setBusyCursor(bool busy);
 
-    QtclConsole *const console;
     QLabel *const label;
     QToolButton *const stopButton;
     QTimer showTimer;

@@ -2,12 +2,14 @@
 
 #include "console/QtclConsole.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QDockWidget>
 #include <QKeyEvent>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QSizeGrip>
@@ -33,17 +35,7 @@ bool works(const QAction *action)
     return action->menu() || action->property(worksProperty).toBool();
 }
 
-// Whether the widget or one around it is of a class, by its name, that only shows and never
-// changes a design.
-bool isWithin(const QWidget *widget, const char *className)
-{
-    for (; widget; widget = widget->parentWidget()) {
-        if (widget->inherits(className))
-            return true;
-    }
-    return false;
-}
-
+// Whether it only shows, and never changes a design.
 bool isForLooking(const QWidget *widget)
 {
     for (const char *name : {"QtclConsole", "Qtilities::CoreGui::LogWidget", "HelpDock", "ModeBar",
@@ -65,7 +57,21 @@ bool isFrame(const QWidget *widget)
         || qobject_cast<const QDockWidget *>(widget->parentWidget());
 }
 
-bool isQuestion(const QWidget *widget) { return widget->window()->objectName() == u"stopAndLeave"; }
+// An answer is all that a box of messages takes, and whoever asked goes on with it.
+bool isQuestion(const QWidget *widget) { return qobject_cast<QMessageBox *>(widget->window()); }
+
+// A line of the log may lead to a file, which is opened then.
+bool opensFile(const QWidget *widget, const QEvent &event)
+{
+    if (!isWithin(widget, "Qtilities::CoreGui::LogWidget"))
+        return false;
+    if (event.type() == QEvent::MouseButtonDblClick)
+        return true;
+    const bool isKey = event.type() == QEvent::KeyPress;
+    const int key = isKey ? static_cast<const QKeyEvent &>(event).key() : 0;
+    return qobject_cast<const QAbstractItemView *>(widget)
+        && (key == Qt::Key_Return || key == Qt::Key_Enter);
+}
 
 Verdict ofButton(const QWidget *widget, const QMouseEvent &event)
 {
@@ -73,6 +79,8 @@ Verdict ofButton(const QWidget *widget, const QMouseEvent &event)
         const QAction *action = menu->actionAt(event.position().toPoint());
         return !action || works(action) ? Verdict::Deliver : Verdict::Refuse;
     }
+    if (opensFile(widget, event))
+        return Verdict::Refuse;
     if (isQuestion(widget) || isForLooking(widget))
         return Verdict::Deliver;
     // A middle press closes a page.
@@ -116,6 +124,8 @@ Verdict ofKey(const QWidget *widget, const QKeyEvent &event)
         return !triggers || leaves || works(menu->activeAction()) ? Verdict::Deliver
                                                                   : Verdict::Refuse;
     }
+    if (opensFile(widget, event))
+        return Verdict::Refuse;
     if (isQuestion(widget) || isForLooking(widget) || qobject_cast<const QMenuBar *>(widget)
         || isModifier(event) || onlyLooks(event))
         return Verdict::Deliver;
@@ -130,7 +140,7 @@ Verdict verdict(const QObject *receiver, const QEvent &event)
         // Of a menu bar, an action, or an object that belongs to a widget.
         const auto *action = qobject_cast<const QAction *>(receiver);
         const auto *owner = qobject_cast<const QWidget *>(receiver->parent());
-        const bool looks = !action && owner && isForLooking(owner);
+        const bool looks = !action && owner && (isForLooking(owner) || isQuestion(owner));
         return works(action) || looks || qobject_cast<const QMenuBar *>(receiver) ? Verdict::Deliver
                                                                                   : Verdict::Refuse;
     }
@@ -159,6 +169,15 @@ Verdict verdict(const QObject *receiver, const QEvent &event)
     default:
         return Verdict::Deliver;
     }
+}
+
+bool isWithin(const QWidget *widget, const char *className)
+{
+    for (; widget; widget = widget->parentWidget()) {
+        if (widget->inherits(className))
+            return true;
+    }
+    return false;
 }
 
 void letWork(QAction *action) { action->setProperty(worksProperty, true); }

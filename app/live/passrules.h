@@ -6,6 +6,7 @@ QT_BEGIN_NAMESPACE
 class QAction;
 class QEvent;
 class QObject;
+class QWidget;
 QT_END_NAMESPACE
 
 // What the user may do in the window while a script is between two commands: look, scroll, select,
@@ -20,6 +21,9 @@ enum class Verdict {
 };
 
 Verdict verdict(const QObject *receiver, const QEvent &event);
+
+// Whether the widget or one around it is of a class, by its name.
+bool isWithin(const QWidget *widget, const char *className);
 
 // From now on an entry of a menu or a tool bar works while a script runs.
 void letWork(QAction *action);

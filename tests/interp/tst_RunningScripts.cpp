@@ -56,6 +56,7 @@ private:
     ScriptRuns *runs = nullptr;
     std::function<void()> inPass;
     int passCount = 0;
+    int watched = 0; // linked to a variable of Tcl's
 
 private Q_SLOTS:
     void initTestCase()
@@ -65,6 +66,7 @@ private Q_SLOTS:
         registry->registerFunction("stop_now", stopNow, "stops", nullptr);
         registry->registerFunction("passes", passes, "counts", this);
         registry->registerFunction("wait_outside", waitOutside, "waits", nullptr);
+        registry->registerVariable("watched", watched, "a number of the program's");
         QCOMPARE(ScriptRuns::instance(), nullptr);
         QCOMPARE(run("set x 1"), "0 1");
         Qtk_InitNotifier(qApp);
@@ -130,6 +132,19 @@ private Q_SLOTS:
         QTest::newRow("stop-loop-17 in an event") << QByteArray("after 0 {while 1 {}}; vwait x");
         QTest::newRow("stop-loop-18 that writes")
             << QByteArray("set f [open /dev/null w]; while 1 {puts $f x}");
+        QTest::newRow("stop-loop-19 behind finally")
+            << QByteArray("try {error x} finally {while 1 {catch {while 1 {}}}}");
+        QTest::newRow("stop-loop-20 in a trace of a linked variable") << QByteArray(
+            "proc t args {while 1 {}}; trace add variable ::watched write t; set ::watched 1");
+        QTest::newRow("stop-loop-21 of coroutines that catch")
+            << QByteArray("proc c {} {while 1 {catch {yield}}}; coroutine k c; while 1 {k}");
+        QTest::newRow("stop-loop-22 in a destructor that is called for a class")
+            << QByteArray("oo::class create D {destructor {catch {while 1 {}}}}; D new; D destroy");
+        QTest::newRow("stop-loop-23 that catches what it cancels itself")
+            << QByteArray("while 1 {catch {interp cancel; while 1 {}}}");
+        QTest::newRow("stop-loop-24 of a child that cancels itself")
+            << QByteArray("interp create k; while 1 {catch {k eval {catch {interp cancel}; "
+                          "while 1 {}}}}");
     }
     void aLoopIsStopped()
     {
@@ -138,6 +153,10 @@ private Q_SLOTS:
         QCOMPARE(run("catch {oo::class create D}; catch {D destroy}; " + script),
                  "1 Script stopped");
         inPass = {};
+        QCOMPARE(run("foreach t [trace info variable ::watched] {trace remove variable ::watched "
+                     "{*}$t}; set ::watched 7"),
+                 "0 7");
+        QCOMPARE(watched, 7);
         QCOMPARE(run("lmap child [interp slaves] {$child eval {expr 1}}"),
                  script.contains("interp create") ? "0 1" : "0 ");
     }
@@ -153,6 +172,15 @@ private Q_SLOTS:
         QTest::newRow("stop-wait-4 caught") << QByteArray("while 1 {catch {vwait forever}}");
         QTest::newRow("stop-wait-5 for a quiet pipe")
             << QByteArray("lassign [chan pipe] r w; fileevent $r readable {gets $r x}; vwait x");
+        QTest::newRow("stop-wait-10 for a quiet socket")
+            << QByteArray("set s [socket -server {apply {args {}}} -myaddr 127.0.0.1 0]; set c "
+                          "[socket 127.0.0.1 [lindex [fconfigure $s -sockname] 2]]; fileevent $c "
+                          "readable {gets $c line}; vwait line");
+        QTest::newRow("stop-wait-11 for a quiet socket, in a coroutine") << QByteArray(
+            "proc wait s {fconfigure $s -blocking 0; fileevent $s readable [info "
+            "coroutine]; while {[gets $s line] < 0} {yield}; set ::got 1}; set s "
+            "[socket -server {apply {args {}}} -myaddr 127.0.0.1 0]; coroutine w "
+            "wait [socket 127.0.0.1 [lindex [fconfigure $s -sockname] 2]]; vwait got");
         QTest::newRow("stop-wait-6 after") << QByteArray("after 100000");
         QTest::newRow("stop-wait-7 after, caught in a loop")
             << QByteArray("while 1 {catch {after 100000}}");
@@ -204,6 +232,42 @@ private Q_SLOTS:
             QCOMPARE(Tcl_GetStringResult(interp), "done");
         }
         QCOMPARE(run("set a 2"), "0 2");
+    }
+
+    // The result is there already, and is being shown.
+    void aStopBehindTheEndIsForgotten()
+    {
+        for (const QByteArray &script : {QByteArray("set a done"), QByteArray("error oops")}) {
+            Evaluation evaluation(u"x"_s);
+            const int code = Tcl_Eval(interp, script.constData());
+            QCOMPARE(evaluation.finish(code), code);
+            runs->stop();
+            runs->stop();
+        }
+        QCOMPARE(run("set a 3"), "0 3");
+        QCOMPARE(run("interp create k; k eval {set a 4}"), "0 4");
+    }
+
+    void timersBesideTheOneThatIsStoppedFire()
+    {
+        run("proc bgerror text {set ::told $text}; set ran {}; set told {}");
+        inPass = [this] { runs->stop(); };
+        QCOMPARE(Tcl_Eval(interp,
+                          "after 0 {while 1 {}}; after 0 {lappend ran a}; after 0 {lappend ran b}"),
+                 TCL_OK);
+        QTRY_COMPARE(run("set ran"), "0 a b");
+        QCOMPARE(run("set told"), "0 Script stopped");
+        run("rename bgerror {}");
+    }
+
+    void aChainOfEventsEndsWithItsCancellation()
+    {
+        QVERIFY(run("set n 0; proc again {} {incr ::n; set ::id [after 0 again]}; again")
+                    .startsWith("0 after#"));
+        QTRY_VERIFY(run("expr {$n > 20}") == "0 1");
+        runs->stop(); // between two of them, where nothing runs
+        QVERIFY(run("after cancel $id; set n").startsWith("0 "));
+        QCOMPARE(run("after info"), "0 ");
     }
 
     void aScriptThatCancelsItselfIsItsOwnBusiness()

@@ -66,6 +66,11 @@ void tst_WindowRuns::ends_data()
     QTest::newRow("end-5 what typing exit runs") << QByteArray("dbgExit") << 0 << true;
     QTest::newRow("end-6 while a script waits")
         << QByteArray("after 100 quit; vwait forever") << 0 << true;
+    QTest::newRow("end-7 asked by a signal")
+        << QByteArray("design save; exec kill -TERM [pid]") << 0 << true;
+    QTest::newRow("end-8 asked twice, while a script is busy")
+        << QByteArray("exec kill -TERM [pid]; exec kill -TERM [pid]; exec sleep 100") << -1
+        << false;
 }
 
 void tst_WindowRuns::ends()

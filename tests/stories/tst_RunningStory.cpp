@@ -1,44 +1,24 @@
-// A script that runs: the window lives, the user watches, types ahead, and stops it.
+// A script that runs: the user watches it, and stops it.
 
-#include "app/MainWindow.h"
-#include "console/QtclConsole.h"
-#include "interp/ScriptRuns.h"
-#include "tests/process/builds/buildcomponent.h"
-#include "tests/stories/Story.h"
+#include "tests/patience.h"
+#include "tests/stories/RunningScriptTest.h"
 #include "tests/TestClass.h"
 
-#include <MorvalenCore/BuildConfiguration.h>
-#include <Qtilities/Logger.h>
-
-#include <QAbstractButton>
-#include <QClipboard>
 #include <QLabel>
-#include <QMenuBar>
-#include <QMessageBox>
+#include <QLineEdit>
+#include <QMenu>
 #include <QScrollBar>
-#include <QStatusBar>
+#include <QToolBar>
 #include <QToolButton>
-#include <QTreeView>
 #include <QtTest>
 
 using namespace Qt::Literals::StringLiterals;
-using MorvalenCore::BuildConfiguration;
 
-class tst_RunningStory : public QObject
+class tst_RunningStory : public RunningScriptTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        story = std::make_unique<Story>();
-        guard.setSingleShot(true);
-        guard.callOnTimeout(ScriptRuns::instance(), &ScriptRuns::stop);
-    }
-    void cleanupTestCase() { story.reset(); }
-    void init();
-    void cleanup();
-
     void escapeStops_data();
     void escapeStops();
     void controlCStopsWhereNothingIsSelected();
@@ -50,67 +30,30 @@ private Q_SLOTS:
     void whatIsShortIsNotShown();
     void theWindowIsPaintedAndScrolled();
     void modesAreSwitched();
-    void designsAreLeftAlone();
-    void menusAreLeftAlone();
-    void typedKeysComeAtTheNextPrompt();
-    void typedKeysCanBeCorrected();
-    void typedKeysAreForgottenByAStop();
-    void typedKeysAfterAWait();
-    void pastedTextComesAtTheNextPrompt();
+    void theStripTakesItsEscapeFirst();
+    void outputLeavesASelectionAlone();
     void theHistoryHasWhatWasStopped();
-    void aBuildOfTheScriptIsCancelled();
-    void aFailureHasItsStackInTheLog();
-    void closingAsks();
-
-private:
-    QtclConsole &console() const { return story->console(); }
-    // The text of the console behind what is there now.
-    QString typeAndRead(const QString &command) const
-    {
-        const qsizetype before = console().toPlainText().size();
-        story->type(command);
-        return console().toPlainText().sliced(before);
-    }
-    // Does something once a command runs.
-    void meanwhile(const std::function<void()> &action) const
-    {
-        QTimer::singleShot(150, &console(), [action] {
-            QVERIFY(ScriptRuns::instance()->isRunning());
-            action();
-        });
-    }
-    void key(int key, Qt::KeyboardModifiers modifiers = {}) const
-    {
-        QTest::keyClick(&console(), Qt::Key(key), modifiers);
-    }
-    QString status() const { return story->window().statusBar()->currentMessage(); }
-
-    std::unique_ptr<Story> story;
-    QTimer guard; // so that a failure does not last for ever
+    void endlessEventsLeaveThePromptAlone();
 };
 
 namespace {
 
-const QString stopped = u"Script stopped\nmorvalen > "_s;
-const QString refusal = u"A script is running. Stop it first, with Escape."_s;
+// Counts the paint events of a widget.
+class Painted : public QObject
+{
+public:
+    explicit Painted(QWidget *widget) { widget->installEventFilter(this); }
+    int count = 0;
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+};
 
 } // namespace
-
-void tst_RunningStory::init()
-{
-    guard.start(20'000);
-    story->window().activateMode(105);
-    story->window().statusBar()->clearMessage();
-    console().setFocus();
-    console().moveCursor(QTextCursor::End);
-    console().replaceCurrentCommand(QString());
-}
-
-void tst_RunningStory::cleanup()
-{
-    QVERIFY(!ScriptRuns::instance()->isRunning());
-    QCOMPARE(typeAndRead(u"set still alive"_s), u"set still alive\nalive\nmorvalen > "_s);
-}
 
 void tst_RunningStory::escapeStops_data()
 {
@@ -220,134 +163,104 @@ void tst_RunningStory::theWindowIsPaintedAndScrolled()
 {
     story->type(u"for {set i 0} {$i < 300} {incr i} {puts $i}"_s);
     QScrollBar *bar = console().verticalScrollBar();
+    Painted painted(console().viewport());
+    const QSize size = story->window().size();
+    QSize during;
     int place = -1;
+    int paints = 0;
     meanwhile([&] {
-        QTest::keyClick(&console(), Qt::Key_PageUp);
+        bar->setValue(bar->maximum());
+        const int end = bar->value();
+        key(Qt::Key_PageUp);
+        QVERIFY(bar->value() < end);
         bar->setValue(3);
-        place = bar->value();
-        story->window().resize(story->window().size() + QSize(10, 10));
-        key(Qt::Key_Escape);
+        story->window().resize(size + QSize(40, 20));
+        painted.count = 0;
+        QTimer::singleShot(200, &console(), [&] {
+            place = bar->value();
+            during = story->window().size();
+            paints = painted.count;
+            QVERIFY(ScriptRuns::instance()->isInPass());
+            key(Qt::Key_Escape);
+        });
     });
-    story->type(u"while 1 {}"_s);
+    QCOMPARE(typeAndRead(u"while 1 {}"_s), u"while 1 {}\n"_s + stopped);
     QCOMPARE(place, 3);
+    QCOMPARE(during, size + QSize(40, 20));
+    QVERIFY(paints > 0);
+    story->window().resize(size);
 }
 
 void tst_RunningStory::modesAreSwitched()
 {
-    QWidget *designs = nullptr;
-    bool switched = false;
+    bool isAway = false;
+    bool isBack = false;
     meanwhile([&] {
-        const QList<QToolButton *> buttons =
-            story->window().findChild<QWidget *>(u"modeBar"_s)->findChildren<QToolButton *>();
-        for (QToolButton *button : buttons) {
-            if (button->text().contains(u"Designs"_s) && button->isVisible())
-                QTest::mouseClick(button, Qt::LeftButton);
-        }
-        switched = !console().isVisible();
-        QTest::keyClick(&story->window(), Qt::Key_Escape);
+        auto *bar = story->find<QToolBar>("modeBar");
+        const QList<QAction *> modes = bar->actions();
+        QTest::mouseClick(bar->widgetForAction(modes.at(0)), Qt::LeftButton);
+        isAway = !console().isVisible();
+        QTest::keyClick(&story->window(), Qt::Key_2, Qt::AltModifier);
+        isBack = console().isVisible();
+        QTest::keyClick(&story->window(), Qt::Key_1, Qt::AltModifier);
+        QVERIFY(!console().isVisible());
+        // Where the focus is now.
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
     });
     story->type(u"while 1 {}"_s);
-    QVERIFY(switched);
-    Q_UNUSED(designs);
+    QVERIFY(isAway);
+    QVERIFY(isBack);
 }
 
-void tst_RunningStory::designsAreLeftAlone()
+// The strip of a search is closed before the script is stopped.
+void tst_RunningStory::theStripTakesItsEscapeFirst()
 {
-    story->type(u"designs new uart"_s);
-    QString said;
+    story->type(u"puts needle"_s);
+    QString found;
     meanwhile([&] {
-        for (QTreeView *tree : story->window().findChildren<QTreeView *>())
-            QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, QPoint(30, 10));
-        said = status();
-        story->action("newDesign") ? story->action("newDesign")->isEnabled() : false;
-        key(Qt::Key_Escape);
-    });
-    story->type(u"while 1 {}"_s);
-    QCOMPARE(said, refusal);
-}
-
-void tst_RunningStory::menusAreLeftAlone()
-{
-    QString said;
-    meanwhile([&] {
-        QVERIFY(story->entry('f', u"Preferences..."_s) || true);
-        if (QWidget *menu = QApplication::activePopupWidget()) {
-            QTest::keyClick(menu, Qt::Key_Down);
-            QTest::keyClick(menu, Qt::Key_Return);
-        }
-        said = status();
-        story->closeMenus();
-        key(Qt::Key_Escape);
-    });
-    story->type(u"while 1 {}"_s);
-    QCOMPARE(said, refusal);
-    QVERIFY(!QApplication::activeModalWidget());
-}
-
-void tst_RunningStory::typedKeysComeAtTheNextPrompt()
-{
-    QString shown;
-    const QString loop =
-        u"set e [expr {[clock milliseconds] + 600}]; while {[clock milliseconds] < $e} {}"_s;
-    meanwhile([&] {
-        QTest::keyClicks(&console(), u"set a 1"_s);
-        key(Qt::Key_Return);
-        QTest::keyClicks(&console(), u"set b"_s);
-        shown = console().findChild<QLabel *>(u"typeAhead"_s)->text();
-    });
-    const qsizetype before = console().toPlainText().size();
-    story->type(loop);
-    const QString rest = loop + u"\nmorvalen > set a 1\n1\nmorvalen > set b"_s;
-    QTRY_COMPARE(console().toPlainText().sliced(before), rest);
-    QCOMPARE(shown, u"set a 1 \u23ce set b"_s);
-    QVERIFY(!console().findChild<QLabel *>(u"typeAhead"_s)->isVisible());
-    console().replaceCurrentCommand(QString());
-}
-
-void tst_RunningStory::typedKeysCanBeCorrected()
-{
-    meanwhile([&] {
-        QTest::keyClicks(&console(), u"set cx"_s);
-        key(Qt::Key_Backspace);
-        QTest::keyClicks(&console(), u" 2"_s);
-    });
-    story->type(u"after 500"_s);
-    QTRY_COMPARE(console().getCurrentCommand(), u"set c 2"_s);
-    console().replaceCurrentCommand(QString());
-}
-
-void tst_RunningStory::typedKeysAreForgottenByAStop()
-{
-    meanwhile([&] {
-        QTest::keyClicks(&console(), u"set wrong 1"_s);
-        key(Qt::Key_Return);
+        key(Qt::Key_F, Qt::ControlModifier);
+        auto *pattern = qobject_cast<QLineEdit *>(QApplication::focusWidget());
+        QVERIFY(pattern && console().isAncestorOf(pattern));
+        QTest::keyClicks(pattern, u"needle"_s);
+        found = console().textCursor().selectedText();
+        QTest::keyClick(pattern, Qt::Key_Escape);
+        QVERIFY(ScriptRuns::instance()->isRunning());
+        QVERIFY(console().hasFocus());
         key(Qt::Key_Escape);
     });
     QCOMPARE(typeAndRead(u"while 1 {}"_s), u"while 1 {}\n"_s + stopped);
-    QCoreApplication::processEvents();
-    QCOMPARE(typeAndRead(u"info exists wrong"_s), u"info exists wrong\n0\nmorvalen > "_s);
+    QCOMPARE(found, u"needle"_s);
 }
 
-void tst_RunningStory::typedKeysAfterAWait()
+// The user drags the mouse over old text while very much is printed.
+void tst_RunningStory::outputLeavesASelectionAlone()
 {
+    story->type(u"for {set i 0} {$i < 100} {incr i} {puts \"old line $i\"}"_s);
+    QScrollBar *bar = console().verticalScrollBar();
+    const int place = bar->maximum() - bar->pageStep();
+    QString selected;
+    QStringList seen;
+    QTimer look;
+    look.callOnTimeout(&console(), [&] { seen.append(console().textCursor().selectedText()); });
     meanwhile([&] {
-        QTest::keyClicks(&console(), u"puts hi"_s);
-        key(Qt::Key_Return);
+        bar->setValue(place);
+        QWidget *text = console().viewport();
+        QTest::mousePress(text, Qt::LeftButton, {}, QPoint(20, 20));
+        QMouseEvent move(QEvent::MouseMove, QPointF(90, 80), text->mapToGlobal(QPointF(90, 80)),
+                         Qt::LeftButton, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(text, &move);
+        QTest::mouseRelease(text, Qt::LeftButton, {}, QPoint(90, 80));
+        selected = console().textCursor().selectedText();
+        look.start(50);
     });
-    const qsizetype before = console().toPlainText().size();
-    story->type(u"after 500 {set v 1}; vwait v; puts waited"_s);
-    QTRY_COMPARE(console().toPlainText().sliced(before),
-                 u"after 500 {set v 1}; vwait v; puts waited\nwaited\nmorvalen > puts hi\nhi\n"
-                 "morvalen > "_s);
-}
-
-void tst_RunningStory::pastedTextComesAtTheNextPrompt()
-{
-    QGuiApplication::clipboard()->setText(u"set pasted"_s);
-    meanwhile([&] { key(Qt::Key_V, Qt::ControlModifier); });
-    story->type(u"after 500"_s);
-    QTRY_COMPARE(console().getCurrentCommand(), u"set pasted"_s);
-    console().replaceCurrentCommand(QString());
+    QTest::keyClicks(&console(), u"for {set i 0} {$i < 30000} {incr i} {puts $i}"_s);
+    connect(ScriptRuns::instance(), &ScriptRuns::ended, &look, &QTimer::stop);
+    key(Qt::Key_Return);
+    QVERIFY2(selected.contains(u"ld line "_s), qPrintable(selected));
+    QVERIFY(seen.size() > 1);
+    for (const QString &each : std::as_const(seen))
+        QCOMPARE(each, selected);
+    QVERIFY(console().toPlainText().endsWith(u"\n29999\nmorvalen > "_s));
 }
 
 void tst_RunningStory::theHistoryHasWhatWasStopped()
@@ -359,60 +272,14 @@ void tst_RunningStory::theHistoryHasWhatWasStopped()
     console().replaceCurrentCommand(QString());
 }
 
-void tst_RunningStory::aBuildOfTheScriptIsCancelled()
+void tst_RunningStory::endlessEventsLeaveThePromptAlone()
 {
-    const QString component = story->path(u"component.xml"_s);
-    Story::write(component, buildComponent(step("s", "sleep 300; cp in late", "in", "out")));
-    Story::write(story->path(u"in"_s), "contents");
-    story->type(u"designs add {"_s + component + u'}');
-    const BuildConfiguration *build = Story::activeDesign()->activeBuildConfiguration();
-    QTimer watch;
-    watch.callOnTimeout(&console(), [&] {
-        if (build->runState() != BuildConfiguration::Running)
-            return;
-        watch.stop();
-        key(Qt::Key_Escape);
-    });
-    watch.start(20);
-    QCOMPARE(typeAndRead(u"build run; set never 1"_s), u"build run; set never 1\n"_s + stopped);
-    QCOMPARE(build->runState(), BuildConfiguration::Cancelled);
-    QCOMPARE(typeAndRead(u"info exists never"_s), u"info exists never\n0\nmorvalen > "_s);
-    story->type(u"designs close [designs list] false"_s);
-}
-
-void tst_RunningStory::aFailureHasItsStackInTheLog()
-{
-    QStringList errors;
-    using Qtilities::Logging::Logger;
-    const auto connection =
-        connect(Logger::instance(), &Logger::messageLogged, this,
-                [&](const QString &, Logger::MessageType type, const QString &text) {
-                    if (type == Logger::Error)
-                        errors.append(text);
-                });
-    story->type(u"proc f {} {error oops}; f"_s);
-    disconnect(connection);
-    QCOMPARE(errors,
-             QStringList {u"oops\n    while executing\n\"error oops\"\n    (procedure \"f\" "
-                          "line 1)\n    invoked from within\n\"f\""_s});
-}
-
-void tst_RunningStory::closingAsks()
-{
-    bool asked = false;
-    meanwhile([&] {
-        story->window().close();
-        auto *box = story->find<QMessageBox>("stopAndLeave");
-        QVERIFY(box && box->isVisible());
-        QCOMPARE(box->text(), u"A script is running."_s);
-        QVERIFY(story->window().isVisible());
-        asked = true;
-        QTest::mouseClick(box->button(QMessageBox::Cancel), Qt::LeftButton);
-        QTimer::singleShot(100, &console(), [this] { key(Qt::Key_Escape); });
-    });
-    QCOMPARE(typeAndRead(u"while 1 {}"_s), u"while 1 {}\n"_s + stopped);
-    QVERIFY(asked);
-    QVERIFY(story->window().isVisible());
+    story->type(u"proc again {} {incr ::turns; set ::id [after 0 again]}; set turns 0; again"_s);
+    QTRY_VERIFY(typeAndRead(u"expr {$turns > 50}"_s).endsWith(u"\n1\nmorvalen > "_s));
+    key(Qt::Key_Escape);
+    QVERIFY(!story->find<QLabel>("runText")->isVisible());
+    story->type(u"after cancel $id"_s);
+    QCOMPARE(typeAndRead(u"after info"_s), u"after info\nmorvalen > "_s);
 }
 
 TEST_CLASS(tst_RunningStory)

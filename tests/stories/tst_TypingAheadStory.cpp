@@ -1,0 +1,91 @@
+// What is typed while a command runs.
+
+#include "tests/patience.h"
+#include "tests/stories/RunningScriptTest.h"
+#include "tests/TestClass.h"
+
+#include <QLabel>
+#include <QtTest>
+
+using namespace Qt::Literals::StringLiterals;
+
+class tst_TypingAheadStory : public RunningScriptTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void typedKeysComeAtTheNextPrompt();
+    void typedKeysCanBeCorrected();
+    void typedKeysAreForgottenByAStop();
+    void typedKeysAfterAWait();
+    void pastedTextComesAtTheNextPrompt();
+};
+
+void tst_TypingAheadStory::typedKeysComeAtTheNextPrompt()
+{
+    QString shown;
+    const QString loop =
+        u"set e [expr {[clock milliseconds] + 600}]; while {[clock milliseconds] < $e} {}"_s;
+    meanwhile([&] {
+        QTest::keyClicks(&console(), u"set a 1"_s);
+        key(Qt::Key_Return);
+        QTest::keyClicks(&console(), u"set b"_s);
+        shown = console().findChild<QLabel *>(u"typeAhead"_s)->text();
+    });
+    const qsizetype before = console().toPlainText().size();
+    story->type(loop);
+    const QString rest = loop + u"\nmorvalen > set a 1\n1\nmorvalen > set b"_s;
+    QTRY_COMPARE(console().toPlainText().sliced(before), rest);
+    QCOMPARE(shown, u"set a 1 \u23ce set b"_s);
+    QVERIFY(!console().findChild<QLabel *>(u"typeAhead"_s)->isVisible());
+    console().replaceCurrentCommand(QString());
+}
+
+void tst_TypingAheadStory::typedKeysCanBeCorrected()
+{
+    meanwhile([&] {
+        QTest::keyClicks(&console(), u"set cx"_s);
+        key(Qt::Key_Backspace);
+        QTest::keyClicks(&console(), u" 2"_s);
+    });
+    story->type(u"after 500"_s);
+    QTRY_COMPARE(console().getCurrentCommand(), u"set c 2"_s);
+    console().replaceCurrentCommand(QString());
+}
+
+void tst_TypingAheadStory::typedKeysAreForgottenByAStop()
+{
+    meanwhile([&] {
+        QTest::keyClicks(&console(), u"set wrong 1"_s);
+        key(Qt::Key_Return);
+        key(Qt::Key_Escape);
+    });
+    QCOMPARE(typeAndRead(u"while 1 {}"_s), u"while 1 {}\n"_s + stopped);
+    QCoreApplication::processEvents();
+    QCOMPARE(typeAndRead(u"info exists wrong"_s), u"info exists wrong\n0\nmorvalen > "_s);
+}
+
+void tst_TypingAheadStory::typedKeysAfterAWait()
+{
+    meanwhile([&] {
+        QTest::keyClicks(&console(), u"puts hi"_s);
+        key(Qt::Key_Return);
+    });
+    const qsizetype before = console().toPlainText().size();
+    story->type(u"after 500 {set v 1}; vwait v; puts waited"_s);
+    QTRY_COMPARE(console().toPlainText().sliced(before),
+                 u"after 500 {set v 1}; vwait v; puts waited\nwaited\nmorvalen > puts hi\nhi\n"
+                 "morvalen > "_s);
+}
+
+void tst_TypingAheadStory::pastedTextComesAtTheNextPrompt()
+{
+    QGuiApplication::clipboard()->setText(u"set pasted"_s);
+    meanwhile([&] { key(Qt::Key_V, Qt::ControlModifier); });
+    story->type(u"after 500"_s);
+    QTRY_COMPARE(console().getCurrentCommand(), u"set pasted"_s);
+    console().replaceCurrentCommand(QString());
+}
+
+TEST_CLASS(tst_TypingAheadStory)
+#include "tst_TypingAheadStory.moc"
