@@ -16,6 +16,9 @@
 #include <QStatusTipEvent>
 #include <QTimer>
 
+#include <algorithm>
+#include <utility>
+
 using MorvalenCore::BuildConfiguration;
 using MorvalenCore::BuildMonitor;
 using namespace Qt::Literals::StringLiterals;
@@ -48,6 +51,11 @@ void LiveWindow::begin()
 void LiveWindow::end()
 {
     qApp->removeEventFilter(this);
+    // A script that ends before the question is answered is in the way of leaving no more.
+    if (QMessageBox *box = question()) {
+        leaves = true;
+        box->close();
+    }
     if (std::exchange(leaves, false))
         QTimer::singleShot(0, window, &QWidget::close);
 }
@@ -110,9 +118,17 @@ bool LiveWindow::isStopKey(const QObject *receiver, const QEvent &event) const
         && !console->textCursor().hasSelection();
 }
 
+QMessageBox *LiveWindow::question() const
+{
+    const auto boxes = window->findChildren<QMessageBox *>(u"stopAndLeave"_s);
+    const auto shown = std::find_if(boxes.begin(), boxes.end(),
+                                    [](const QMessageBox *box) { return box->isVisible(); });
+    return shown == boxes.end() ? nullptr : *shown;
+}
+
 void LiveWindow::askToLeave()
 {
-    if (window->findChild<QMessageBox *>(u"stopAndLeave"_s))
+    if (question())
         return;
     auto *box = new QMessageBox(QMessageBox::Question, tr("Leave Morvalen"),
                                 tr("A script is running."), QMessageBox::Cancel, window);
@@ -126,6 +142,5 @@ void LiveWindow::askToLeave()
         leaves = true;
         ScriptRuns::instance()->stop();
     });
-    connect(ScriptRuns::instance(), &ScriptRuns::ended, box, &QWidget::close);
     box->open();
 }

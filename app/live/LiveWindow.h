@@ -6,6 +6,7 @@
 QT_BEGIN_NAMESPACE
 class QEvent;
 class QMainWindow;
+class QMessageBox;
 QT_END_NAMESPACE
 
 // Keeps the main window alive while a script runs, and lets the user stop the script: with Escape,
@@ -34,6 +35,7 @@ private:
     bool isEnd(const QObject *receiver, const QEvent &event) const;
     void cancelBuildsOfScript();
     void askToLeave();
+    QMessageBox *question() const;
 
     QMainWindow *const window;
     QList<QPointer<QObject>> buildsBefore; // the script

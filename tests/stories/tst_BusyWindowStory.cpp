@@ -67,8 +67,8 @@ void tst_BusyWindowStory::tryToChange(const QByteArray &way)
                            QPoint(30, 10));
     } else if (way == "menu" || way == "menuKey" || way == "script") {
         const bool isFile = way != "script";
-        QAction *entry = isFile ? story->entry('f', u"Preferences..."_s)
-                                : story->entry('s', u"other.tcl"_s);
+        QAction *entry =
+            isFile ? story->entry('f', u"Preferences..."_s) : story->entry('s', u"other.tcl"_s);
         auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
         QVERIFY(entry && menu);
         if (way == "menuKey") {

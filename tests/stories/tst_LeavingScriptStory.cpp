@@ -2,6 +2,7 @@
 
 #include "app/ending/Leaving.h"
 #include "app/MainWindow.h"
+#include "interp/commandsManager.h"
 #include "tests/patience.h"
 #include "tests/stories/DialogVisits.h"
 #include "tests/stories/RunningScriptTest.h"
@@ -22,6 +23,7 @@ class tst_LeavingScriptStory : public RunningScriptTest
 private Q_SLOTS:
     void ending_data();
     void ending();
+    void theScriptEndsBeforeTheAnswer();
     void theSessionEnds();
 
 private:
@@ -97,6 +99,24 @@ void tst_LeavingScriptStory::ending()
     QCOMPARE(asked,
              (QStringList {u"Leave Morvalen"_s, u"A script is running."_s,
                            u"It is stopped where it is before the window closes."_s}));
+    story->window().show();
+    story->takeKeyboard();
+}
+
+void tst_LeavingScriptStory::theScriptEndsBeforeTheAnswer()
+{
+    const QSignalSpy closed(&story->window(), &MainWindow::closed);
+    bool asked = false;
+    meanwhile([&] {
+        story->window().close();
+        asked = story->find<QMessageBox>("stopAndLeave")->isVisible();
+        Tcl_SetVar(commandsManager::getInstance(nullptr)->interp, "goesOn", "0", TCL_GLOBAL_ONLY);
+    });
+    QCOMPARE(typeAndRead(u"set goesOn 1; while {$goesOn} {}"_s),
+             u"set goesOn 1; while {$goesOn} {}\nmorvalen > "_s);
+    QVERIFY(asked);
+    QTRY_COMPARE(closed.size(), 1);
+    QVERIFY(!QApplication::activeModalWidget());
     story->window().show();
     story->takeKeyboard();
 }

@@ -76,8 +76,7 @@ void tst_StartingStory::theScriptIsStopped()
     QCOMPARE(story.window().activeMode(), 105);
     const qsizetype before = story.console().toPlainText().size();
     story.type(u"info exists behind"_s);
-    QCOMPARE(story.console().toPlainText().sliced(before),
-             u"info exists behind\n0\nmorvalen > "_s);
+    QCOMPARE(story.console().toPlainText().sliced(before), u"info exists behind\n0\nmorvalen > "_s);
 }
 
 TEST_CLASS(tst_StartingStory)
