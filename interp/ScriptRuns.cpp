@@ -56,27 +56,32 @@ void ScriptRuns::begin(const QString &command)
         tellOfBegin();
 }
 
-// Only the outermost one can end a cancellation, which has unwound those within; also one of the
-// script's own.
+// A stop has unwound those within; a cancellation of the script's own unwinds all.
 int ScriptRuns::finish(int code)
 {
     takeStopInput();
-    if (depth > 1 || (!wantsStop && (code == TCL_OK || Tcl_Canceled(interp, 0) == TCL_OK)))
+    const bool isStopped = stopDepth >= depth;
+    const bool isCancelled = depth == 1 && code != TCL_OK && Tcl_Canceled(interp, 0) != TCL_OK;
+    if (!isStopped && !isCancelled)
         return code;
     cancellation::clear(interp);
-    if (std::exchange(wantsStop, false) && code != TCL_OK)
+    if (isStopped && code != TCL_OK)
         Tcl_SetObjResult(interp, Tcl_NewStringObj(cancellation::message, -1));
+    stopDepth = 0;
     return code;
 }
 
 void ScriptRuns::end()
 {
     pacemaker->end();
+    // A stop behind the end, while the result was being shown.
+    if (stopDepth >= depth) {
+        stopDepth = 0;
+        cancellation::clear(interp);
+    }
     if (--depth > 0)
         return;
-    // A stop behind the end, while the result was being shown.
-    if (std::exchange(wantsStop, false))
-        cancellation::clear(interp);
+    hasStopped = false;
     outermost.clear();
     if (std::exchange(told, false))
         Q_EMIT ended();
@@ -120,7 +125,8 @@ void ScriptRuns::stop()
 {
     if (!isRunning())
         return;
-    wantsStop = true;
+    // Whoever asks again wants all of them to end.
+    stopDepth = std::exchange(hasStopped, true) ? 1 : depth;
     cancellation::cancel(interp);
     Q_EMIT stopping();
 }

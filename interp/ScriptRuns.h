@@ -49,8 +49,9 @@ public:
     bool setWaiting(bool waits);
 
     // Ends what runs, with the error "Script stopped", which no "catch" sees; as soon as Tcl is at
-    // a safe point. Nothing when nothing runs. What runs in an event of Tcl's that a command waits
-    // for ends with that command, since they share their interpreter.
+    // a safe point. Nothing when nothing runs. Of nested evaluations the innermost ends, and all of
+    // them when it is called again. What "vwait" serves is no evaluation of its own: it ends with
+    // the command that waits.
     void stop();
     // The same, when bytes can be read from a descriptor, as a signal handler writes them to a
     // pipe. Reads them. The descriptor stays the caller's.
@@ -97,5 +98,6 @@ private:
     int depth = 0;
     bool inPass = false;
     bool told = false;
-    bool wantsStop = false;
+    int stopDepth = 0; // of the outermost evaluation that is to end, of nested ones; 0 for none
+    bool hasStopped = false; // one of those that are nested
 };

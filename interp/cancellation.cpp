@@ -1,24 +1,19 @@
 #include "interp/cancellation.h"
 
+// Tcl's own, from its table of internal functions: nothing public ends a cancellation while
+// something is evaluated still.
+extern "C" int TclResetCancellation(Tcl_Interp *interp, int force);
+
 namespace cancellation {
 
 namespace {
-
-// An evaluation at the outermost level takes the cancellation with it when it substitutes a
-// command.
-void clearOne(Tcl_Interp *interp)
-{
-    constexpr int tries = 3;
-    for (int i = 0; i < tries && Tcl_Canceled(interp, 0) != TCL_OK; ++i)
-        Tcl_EvalEx(interp, "list []", -1, TCL_EVAL_GLOBAL);
-}
 
 void clearChildren(Tcl_Interp *interp);
 
 void clearTree(Tcl_Interp *interp)
 {
     Tcl_InterpState state = Tcl_SaveInterpState(interp, TCL_OK);
-    clearOne(interp);
+    TclResetCancellation(interp, 1);
     clearChildren(interp);
     Tcl_RestoreInterpState(interp, state);
 }

@@ -12,8 +12,9 @@ inline constexpr const char *message = "Script stopped";
 // "Script stopped", as soon as Tcl is at a safe point.
 void cancel(Tcl_Interp *interp);
 
-// Ends a cancellation once nothing is evaluated any more, also one that came too late to have an
-// effect: Tcl itself lets it go on for some of the next evaluations, and in children for good.
+// Ends a cancellation where it has unwound what it was meant for, also one that came too late to
+// have an effect: Tcl itself lets it go on until nothing is evaluated any more, and in children for
+// good.
 void clear(Tcl_Interp *interp);
 
 } // namespace cancellation

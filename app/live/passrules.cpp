@@ -2,7 +2,6 @@
 
 #include "console/QtclConsole.h"
 
-#include <QAbstractItemView>
 #include <QAction>
 #include <QDockWidget>
 #include <QKeyEvent>
@@ -60,27 +59,12 @@ bool isFrame(const QWidget *widget)
 // An answer is all that a box of messages takes, and whoever asked goes on with it.
 bool isQuestion(const QWidget *widget) { return qobject_cast<QMessageBox *>(widget->window()); }
 
-// A line of the log may lead to a file, which is opened then.
-bool opensFile(const QWidget *widget, const QEvent &event)
-{
-    if (!isWithin(widget, "Qtilities::CoreGui::LogWidget"))
-        return false;
-    if (event.type() == QEvent::MouseButtonDblClick)
-        return true;
-    const bool isKey = event.type() == QEvent::KeyPress;
-    const int key = isKey ? static_cast<const QKeyEvent &>(event).key() : 0;
-    return qobject_cast<const QAbstractItemView *>(widget)
-        && (key == Qt::Key_Return || key == Qt::Key_Enter);
-}
-
 Verdict ofButton(const QWidget *widget, const QMouseEvent &event)
 {
     if (const auto *menu = qobject_cast<const QMenu *>(widget)) {
         const QAction *action = menu->actionAt(event.position().toPoint());
         return !action || works(action) ? Verdict::Deliver : Verdict::Refuse;
     }
-    if (opensFile(widget, event))
-        return Verdict::Refuse;
     if (isQuestion(widget) || isForLooking(widget))
         return Verdict::Deliver;
     // A middle press closes a page.
@@ -124,8 +108,6 @@ Verdict ofKey(const QWidget *widget, const QKeyEvent &event)
         return !triggers || leaves || works(menu->activeAction()) ? Verdict::Deliver
                                                                   : Verdict::Refuse;
     }
-    if (opensFile(widget, event))
-        return Verdict::Refuse;
     if (isQuestion(widget) || isForLooking(widget) || qobject_cast<const QMenuBar *>(widget)
         || isModifier(event) || onlyLooks(event))
         return Verdict::Deliver;

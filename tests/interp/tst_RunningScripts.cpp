@@ -43,6 +43,16 @@ private:
         return TCL_OK;
     }
 
+    // As a scripted action in the event loop of a command does.
+    static int within(void *self, Tcl_Interp *current, int, const char **argv)
+    {
+        const QByteArray answer = static_cast<tst_RunningScripts *>(self)->run(argv[1]);
+        if (Tcl_Canceled(current, TCL_LEAVE_ERR_MSG) != TCL_OK)
+            return TCL_ERROR;
+        Tcl_SetObjResult(current, Tcl_NewStringObj(answer.constData(), -1));
+        return TCL_OK;
+    }
+
     // As a build does: an event loop of its own, until the run is to stop.
     static int waitOutside(void *, Tcl_Interp *, int, const char **)
     {
@@ -64,6 +74,7 @@ private Q_SLOTS:
         commandsManager *registry = commandsManager::getInstance(nullptr);
         interp = registry->interp;
         registry->registerFunction("stop_now", stopNow, "stops", nullptr);
+        registry->registerFunction("within", within, "nests", this);
         registry->registerFunction("passes", passes, "counts", this);
         registry->registerFunction("wait_outside", waitOutside, "waits", nullptr);
         registry->registerVariable("watched", watched, "a number of the program's");
@@ -210,6 +221,54 @@ private Q_SLOTS:
                  "integer");
         QCOMPARE(run("string match after#* [after 5 {set x 1}]"), "0 1");
         QCOMPARE(run("interp alias {} a {} after; a 5"), "0 ");
+    }
+
+    void ofNestedOnesTheInnermostIsStoppedFirst()
+    {
+        inPass = [this] {
+            if (passCount == 1)
+                runs->stop();
+        };
+        QCOMPARE(run("set r [within {catch {while 1 {}}}]; interp create k; "
+                     "list $r [k eval {expr 1}] [catch {error x}]"),
+                 "0 {1 Script stopped} 1 1");
+        QCOMPARE(run("within {while {[passes] < 3} {}; set a 1}"), "0 0 1");
+    }
+
+    void aSecondStopEndsAllNestedOnes()
+    {
+        inPass = [this] {
+            if (passCount < 3)
+                runs->stop();
+        };
+        QCOMPARE(run("catch {within {within {while 1 {}}; set ::reached 1; catch {while 1 {}}}}; "
+                     "set ::never 1"),
+                 "1 Script stopped");
+        QCOMPARE(run("list [info exists reached] [info exists never]"), "0 1 0");
+        run("unset reached");
+    }
+
+    void twoStopsAtOnceEndAllNestedOnes()
+    {
+        inPass = [this] {
+            runs->stop();
+            runs->stop();
+            inPass = {};
+        };
+        QCOMPARE(run("catch {within {within {while 1 {}}; set ::never 1}}; set ::never 1"),
+                 "1 Script stopped");
+        QCOMPARE(run("info exists never"), "0 0");
+    }
+
+    void aStopBehindTheEndOfANestedOneIsForgotten()
+    {
+        Evaluation outer(u"outer"_s);
+        {
+            Evaluation inner(u"inner"_s);
+            QCOMPARE(inner.finish(Tcl_Eval(interp, "set a 1")), TCL_OK);
+            runs->stop();
+        }
+        QCOMPARE(outer.finish(Tcl_Eval(interp, "set a 2")), TCL_OK);
     }
 
     void nothingRunningIsNotStopped()
