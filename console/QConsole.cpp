@@ -252,9 +252,9 @@ QMimeData *QConsole::createMimeDataFromSelection() const
     std::replace(text.begin(), text.end(), QChar(QChar::ParagraphSeparator), QChar(u'\n'));
     std::replace(text.begin(), text.end(), QChar(QChar::LineSeparator), QChar(u'\n'));
     std::replace(text.begin(), text.end(), QChar(QChar::Nbsp), QChar(u' '));
-    auto *data = new QMimeData;
-    data->setText(text);
-    return data;
+    auto *words = new QMimeData;
+    words->setText(text);
+    return words;
 }
 
 void QConsole::insertFromMimeData(const QMimeData *source)
