@@ -13,6 +13,7 @@ TypeAhead::TypeAhead(QTextEdit *widget)
     line->setObjectName(u"typeAhead"_s);
     line->setTextFormat(Qt::PlainText);
     line->setAutoFillBackground(true);
+    line->setContentsMargins(int(view->document()->documentMargin()), 0, 0, 0);
     line->setAttribute(Qt::WA_TransparentForMouseEvents);
     line->hide();
     view->viewport()->installEventFilter(this);

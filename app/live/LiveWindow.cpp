@@ -13,6 +13,7 @@
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QStatusTipEvent>
 #include <QTimer>
 
@@ -48,9 +49,13 @@ void LiveWindow::begin()
     qApp->installEventFilter(this);
 }
 
+QString LiveWindow::refusal() { return tr("A script is running. Stop it first, with Escape."); }
+
 void LiveWindow::end()
 {
     qApp->removeEventFilter(this);
+    if (window->statusBar()->currentMessage() == refusal())
+        window->statusBar()->clearMessage();
     // A script that ends before the question is answered is in the way of leaving no more.
     if (QMessageBox *box = question()) {
         leaves = true;
@@ -89,7 +94,7 @@ bool LiveWindow::eventFilter(QObject *receiver, QEvent *event)
     if (verdict == passrules::Verdict::Deliver)
         return false;
     if (verdict == passrules::Verdict::Refuse)
-        messages::tell(tr("A script is running. Stop it first, with Escape."));
+        messages::tell(refusal());
     // An accepted drag would be one that may be dropped.
     event->setAccepted(event->type() != QEvent::DragEnter && event->type() != QEvent::Drop);
     return true;

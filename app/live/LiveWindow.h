@@ -29,6 +29,7 @@ protected:
     bool eventFilter(QObject *receiver, QEvent *event) override;
 
 private:
+    static QString refusal();
     void begin();
     void end();
     bool isStopKey(const QObject *receiver, const QEvent &event) const;

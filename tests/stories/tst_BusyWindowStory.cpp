@@ -109,6 +109,7 @@ void tst_BusyWindowStory::whatWouldChangeSomethingIsRefused()
     });
     story->type(u"while 1 {}"_s);
     QCOMPARE(said, refusal);
+    QCOMPARE(status(), QString());
     QVERIFY(none.areDone());
     QCOMPARE(story->window().windowTitle(), title);
     story->window().activateMode(105);
