@@ -50,6 +50,27 @@ Result<Descriptor> openRegularFile(const QString &fileName)
     return Result<Descriptor>(std::move(file));
 }
 
+Result<Descriptor> makeRegularFile(const QString &fileName)
+{
+    if (fileName.isEmpty() || fileName.contains(QChar()))
+        return Status::invalidArgument(u"that is not the name of a file"_s);
+    const QByteArray name = QFile::encodeName(fileName);
+    struct stat status = {};
+    if (::lstat(name.constData(), &status) == 0) {
+        if (const Status regular = regularity(status); !regular.isOk())
+            return regular;
+    }
+    Descriptor file =
+        Descriptor::open(name, O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY, 0666);
+    if (!file || ::fstat(file.get(), &status) != 0)
+        return failureOfSystem();
+    if (const Status regular = regularity(status); !regular.isOk())
+        return regular;
+    if (::ftruncate(file.get(), 0) != 0)
+        return failureOfSystem();
+    return Result<Descriptor>(std::move(file));
+}
+
 Result<QByteArray> readRegularFile(const QString &fileName, qint64 limit)
 {
     const Result<Descriptor> file = openRegularFile(fileName);

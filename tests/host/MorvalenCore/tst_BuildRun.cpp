@@ -54,6 +54,8 @@ private Q_SLOTS:
     void runsNothingForAFileThatDidNotChange();
     void logsOutput_data();
     void logsOutput();
+    void writesNoLogOverWhatAStepHasMade_data();
+    void writesNoLogOverWhatAStepHasMade();
     void tellsWhichStepFailed();
     void failsWhenAnOutputWasNotMade();
     void takesNoWordsOfAStepForAFailure();
@@ -245,6 +247,29 @@ void tst_BuildRun::logsOutput()
     for (const QString &line : lines)
         expected.append(u"Info: "_s + line);
     QCOMPARE(build.messages, expected);
+}
+
+void tst_BuildRun::writesNoLogOverWhatAStepHasMade_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::newRow("log-1 a pipe, which nobody reads") << u"mkfifo out/build.log"_s;
+    QTest::newRow("log-2 a link out of the folder") << u"ln -s ../i out/build.log"_s;
+}
+
+// The log is begun with the first line, which comes when a step has run.
+void tst_BuildRun::writesNoLogOverWhatAStepHasMade()
+{
+    QFETCH(const QString, command);
+    BuildFixture build;
+    build.write(u"i"_s, "x");
+    build.add(u"s"_s, u"rm -f out/build.log; touch out/o; "_s + command, {u"i"_s}, {u"out/o"_s});
+    QCOMPARE(build.run(), Result::Completed);
+    QCOMPARE(
+        build.messages,
+        QStringList({u"Warning: The output cannot be written to \"%1\": it is not a file"_s.arg(
+                         build.path(u"out/build.log"_s)),
+                     u"Info: [1/1] s"_s}));
+    QCOMPARE(build.read(u"i"_s), "x");
 }
 
 void tst_BuildRun::tellsWhichStepFailed()

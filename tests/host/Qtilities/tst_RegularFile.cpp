@@ -8,8 +8,10 @@
 #include <QTest>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::makeRegularFile;
 using Qtilities::Core::openRegularFile;
 using Qtilities::Core::readRegularFile;
 using Qtilities::Core::Result;
@@ -32,6 +34,9 @@ private Q_SLOTS:
     void readsAFileOfTheKernel();
     void refuses_data();
     void refuses();
+    void makesAndEmpties();
+    void makesNothingElse_data();
+    void makesNothingElse();
 
 private:
     QString path(const QString &name) const { return folder.filePath(name); }
@@ -101,6 +106,40 @@ void tst_RegularFile::refuses()
     QCOMPARE(read.status().kindWord(), kind);
     QCOMPARE(read.status().text(), reason);
     QCOMPARE(openRegularFile(name).status().text(), reason);
+}
+
+void tst_RegularFile::makesAndEmpties()
+{
+    for (const QString &name : {u"new"_s, u"file"_s}) {
+        const Result<Qtilities::Core::Descriptor> made = makeRegularFile(path(name));
+        QVERIFY2(made.isOk(), qPrintable(made.status().text()));
+        QCOMPARE(::write(made.value().get(), "ab", 2), 2);
+        QCOMPARE(readRegularFile(path(name)).value(), "ab");
+    }
+}
+
+void tst_RegularFile::makesNothingElse_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("not-made-1 a folder") << folder.path() << u"it is a folder"_s;
+    QTest::newRow("not-made-2 a pipe") << path(u"pipe"_s) << u"it is not a file"_s;
+    QTest::newRow("not-made-3 a device") << u"/dev/null"_s << u"it is not a file"_s;
+    QTest::newRow("not-made-4 a link") << path(u"link"_s) << u"it is not a file"_s;
+    QTest::newRow("not-made-5 a link to nothing") << path(u"lost"_s) << u"it is not a file"_s;
+    QTest::newRow("not-made-6 in no folder") << path(u"none/x"_s) << u"No such file or directory"_s;
+    QTest::newRow("not-made-7 no name") << QString() << u"that is not the name of a file"_s;
+}
+
+void tst_RegularFile::makesNothingElse()
+{
+    QFETCH(const QString, name);
+    ::mkfifo(QFile::encodeName(path(u"pipe"_s)).constData(), 0600);
+    QFile::link(path(u"file"_s), path(u"link"_s));
+    QFile::link(path(u"nothing"_s), path(u"lost"_s));
+    QTEST(makeRegularFile(name).status().text(), "reason");
+    QCOMPARE(readRegularFile(path(u"file"_s)).value(), content);
+    QVERIFY(!QFile::exists(path(u"nothing"_s)));
 }
 
 GUILESS_TEST_CLASS(tst_RegularFile)

@@ -2,7 +2,12 @@
 
 #include "build/NinjaProcess.h"
 
+#include <Qtilities/regularfile.h>
+
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Descriptor;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 using Qtilities::Logging::Logger;
 
 namespace MorvalenCore {
@@ -12,7 +17,7 @@ BuildOutput::BuildOutput(const BuildPlan &ofPlan, const QString &logFile, BuildL
       listener(tells),
       output([this](const QByteArray &line) { readOutput(line); }),
       errors([this](const QByteArray &line) { readError(line); }),
-      file(logFile)
+      path(logFile)
 {
 }
 
@@ -21,9 +26,9 @@ void BuildOutput::finish()
     output.finish();
     errors.finish();
     if (dropped > 0)
-        listener->line(Logger::Warning,
-                       u"%1 lines are left out here; all output is in \"%2\""_s.arg(dropped).arg(
-                           file.fileName()));
+        listener->line(
+            Logger::Warning,
+            u"%1 lines are left out here; all output is in \"%2\""_s.arg(dropped).arg(path));
     for (const auto &[type, line] : kept)
         listener->line(type, shownText(line));
     kept.clear();
@@ -107,16 +112,26 @@ void BuildOutput::pass(MessageType type, const QByteArray &line)
 
 void BuildOutput::writeToFile(const QByteArray &line)
 {
-    if (!fileIsGood || file.fileName().isEmpty())
+    if (!fileIsGood || path.isEmpty())
         return;
-    if (!file.isOpen())
-        fileIsGood = file.open(QIODevice::WriteOnly | QIODevice::Truncate);
-    if (fileIsGood)
-        fileIsGood = file.write(line + '\n') == line.size() + 1;
+    Status status = file.isOpen() ? Status() : openFile();
+    if (status.isOk() && file.write(line + '\n') != line.size() + 1)
+        status = Status::io(file.errorString());
+    fileIsGood = status.isOk();
     if (!fileIsGood)
         listener->line(Logger::Warning,
-                       u"The output cannot be written to \"%1\": %2"_s.arg(file.fileName(),
-                                                                           file.errorString()));
+                       u"The output cannot be written to \"%1\": %2"_s.arg(path, status.text()));
+}
+
+// The steps that have run may have put anything there.
+Status BuildOutput::openFile()
+{
+    Result<Descriptor> made = Qtilities::Core::makeRegularFile(path);
+    if (!made.isOk())
+        return made.status();
+    const bool opened =
+        file.open(made.value().release(), QIODevice::WriteOnly, QFileDevice::AutoCloseHandle);
+    return opened ? Status() : Status::io(file.errorString());
 }
 
 } // namespace MorvalenCore

@@ -4,6 +4,7 @@
 #include "build/LineReader.h"
 
 #include <Qtilities/Logger.h>
+#include <Qtilities/Status.h>
 
 #include <QFile>
 
@@ -57,6 +58,7 @@ private:
     bool readNinjas(const QByteArray &line);
     void pass(MessageType type, const QByteArray &line);
     void writeToFile(const QByteArray &line);
+    Qtilities::Core::Status openFile();
 
     const BuildPlan &plan;
     BuildListener *listener;
@@ -69,6 +71,7 @@ private:
     // Whether what comes is the output of a step that failed.
     bool inFailure = false;
 
+    const QString path;
     QFile file;
     bool fileIsGood = true;
     qint64 logged = 0;

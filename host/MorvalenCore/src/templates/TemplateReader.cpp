@@ -1,8 +1,10 @@
 #include "templates/TemplateReader.h"
 
-#include <QFile>
+#include <Qtilities/regularfile.h>
+
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QResource>
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::Result;
@@ -15,16 +17,24 @@ namespace {
 // No template is anywhere near that.
 constexpr qint64 greatestSize = 1'000'000;
 
+// Those of the program are resources.
+Result<QByteArray> contentOf(const QString &path)
+{
+    if (path.startsWith(u":/"_s))
+        return QResource(path).uncompressedData();
+    return Qtilities::Core::readRegularFile(path, greatestSize + 1);
+}
+
 } // namespace
 
 Result<ConfigurationTemplate> TemplateReader::read(const QString &name, const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return Status::io(u"%1: %2"_s.arg(path, file.errorString()));
-    if (file.size() > greatestSize)
+    const Result<QByteArray> content = contentOf(path);
+    if (!content.isOk())
+        return content.status().withText(u"%1: %2"_s.arg(path, content.status().text()));
+    const QByteArray &bytes = content.value();
+    if (bytes.size() > greatestSize)
         return Status::malformed(u"%1: The file is too big for a template"_s.arg(path));
-    const QByteArray bytes = file.readAll();
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
     if (error.error != QJsonParseError::NoError) {

@@ -11,13 +11,16 @@
 
 namespace Qtilities::Core {
 
-// Reading what lies under a name that anybody may have made. A pipe would keep its reader waiting
-// and a device would do worse, so nothing but a regular file is opened, or one that a link points
+// What lies under a name that anybody may have made. A pipe would keep who opens it waiting and a
+// device would do worse, so nothing but a regular file is opened, or one that a link points
 // at. The sentence of a failure is a reason only: "No such file or directory", "it is a folder",
 // "it is not a file".
 
 // Opens it for reading.
 QTILITIES_EXPORT Result<Descriptor> openRegularFile(const QString &fileName);
+
+// Makes it, or empties the one that is there, for writing. No link is followed.
+QTILITIES_EXPORT Result<Descriptor> makeRegularFile(const QString &fileName);
 
 // The rest of an opened file, cut off after that many bytes.
 QTILITIES_EXPORT Result<QByteArray> readAll(const Descriptor &file, qint64 limit);
