@@ -119,8 +119,14 @@ void Screen::sequence(char32_t final)
     if (escape[1] != u'[' || escape.contains(u'?'))
         return;
     wrapsNext = false;
-    QList<char32_t> &row = rows[cursorRow];
-    const int count = parameter(1);
+    move(final, parameter(1));
+    edit(final, parameter(1));
+    if (final == U'h' || final == U'l')
+        inserts = parameter(0) == 4 ? final == U'h' : inserts;
+}
+
+void Screen::move(char32_t final, int count)
+{
     switch (final) {
     case U'A': {
         const int top = std::max<int>(0, int(rows.size()) - height);
@@ -139,6 +145,15 @@ void Screen::sequence(char32_t final)
     case U'G':
         cursorColumn = std::clamp(count - 1, 0, columnCount - 1);
         break;
+    default:
+        break;
+    }
+}
+
+void Screen::edit(char32_t final, int count)
+{
+    QList<char32_t> &row = rows[cursorRow];
+    switch (final) {
     case U'J':
         rows.resize(cursorRow + 1);
         [[fallthrough]];
@@ -152,11 +167,6 @@ void Screen::sequence(char32_t final)
     case U'@':
         row.insert(cursorColumn, count, U' ');
         row.resize(columnCount);
-        break;
-    case U'h':
-    case U'l':
-        if (parameter(0) == 4)
-            inserts = final == U'h';
         break;
     default:
         break;

@@ -25,6 +25,8 @@ private:
     void control(char32_t c);
     void put(char32_t c);
     void sequence(char32_t final);
+    void move(char32_t final, int count);
+    void edit(char32_t final, int count);
     void lineFeed();
     int parameter(int fallback) const;
 

@@ -143,7 +143,7 @@ void tst_WindowRuns::noDisplay_data()
 {
     QTest::addColumn<QString>("variable");
     QTest::addColumn<QString>("name");
-    QTest::addColumn<QByteArray>("complaint");
+    QTest::addColumn<QByteArray>("refusal");
     QTest::newRow("display-1 none")
         << QString() << QString() << QByteArray("there is no display for a window");
     QTest::newRow("display-2 an empty name")
@@ -162,12 +162,12 @@ void tst_WindowRuns::noDisplay()
 {
     QFETCH(const QString, variable);
     QFETCH(const QString, name);
-    QFETCH(const QByteArray, complaint);
+    QFETCH(const QByteArray, refusal);
     program->environment.remove(u"QT_QPA_PLATFORM"_s);
     if (!variable.isEmpty())
         program->environment.insert(variable, name);
     QCOMPARE(program->run({}),
-             (Ended {1, "", "morvalen: " + complaint + "; --batch and -c need none\n"}));
+             (Ended {1, "", "morvalen: " + refusal + "; --batch and -c need none\n"}));
 }
 
 GUILESS_TEST_CLASS(tst_WindowRuns)

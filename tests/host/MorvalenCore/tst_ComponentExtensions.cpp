@@ -57,6 +57,7 @@ private Q_SLOTS:
     void sharedWithCategory();
     void sharedRefused();
     void builds();
+    void removedBuilds();
     void buildsRead();
     void buildsChange_data();
     void buildsChange();
@@ -253,28 +254,37 @@ void tst_ComponentExtensions::builds()
     QVERIFY(builds.setActiveName(u"Debug"_s).isOk());
     QCOMPARE(builds.configurations(), QList<BuildDescription> {build});
     QCOMPARE(builds.names(), QStringList {u"Debug"_s});
-    QCOMPARE(document->bytes(),
-             design("      <mv:buildConfigurations active=\"Debug\">\n"
-                    "        <mv:buildConfiguration name=\"Debug\" "
-                    "targetPath=\"build/$X dir\">\n"
-                    "          <mv:macro name=\"CC\">gcc</mv:macro>\n"
-                    "          <mv:macro name=\"EMPTY\"/>\n"
-                    "          <mv:step name=\"compile\">\n"
-                    "            <mv:command>$CC -c \"a b.c\" &amp;&amp; x</mv:command>\n"
-                    "            <mv:input>node:rtl</mv:input>\n"
-                    "            <mv:input>a.h</mv:input>\n"
-                    "            <mv:output>a.o</mv:output>\n"
-                    "          </mv:step>\n"
-                    "          <mv:step name=\"link\">\n"
-                    "            <mv:command>ld</mv:command>\n"
-                    "          </mv:step>\n"
-                    "        </mv:buildConfiguration>\n"
-                    "      </mv:buildConfigurations>\n"));
-    const auto again = open(document->bytes());
+    const QByteArray expected =
+        design("      <mv:buildConfigurations active=\"Debug\">\n"
+               "        <mv:buildConfiguration name=\"Debug\" "
+               "targetPath=\"build/$X dir\">\n"
+               "          <mv:macro name=\"CC\">gcc</mv:macro>\n"
+               "          <mv:macro name=\"EMPTY\"/>\n"
+               "          <mv:step name=\"compile\">\n"
+               "            <mv:command>$CC -c \"a b.c\" &amp;&amp; x</mv:command>\n"
+               "            <mv:input>node:rtl</mv:input>\n"
+               "            <mv:input>a.h</mv:input>\n"
+               "            <mv:output>a.o</mv:output>\n"
+               "          </mv:step>\n"
+               "          <mv:step name=\"link\">\n"
+               "            <mv:command>ld</mv:command>\n"
+               "          </mv:step>\n"
+               "        </mv:buildConfiguration>\n"
+               "      </mv:buildConfigurations>\n");
+    QCOMPARE(document->bytes(), expected);
+    const auto again = open(expected);
     QCOMPARE(again->builds().configurations(), QList<BuildDescription> {build});
     QCOMPARE(again->builds().activeName(), u"Debug"_s);
     QVERIFY(again->builds().write(build).isOk());
     QVERIFY(!again->isModified());
+}
+
+void tst_ComponentExtensions::removedBuilds()
+{
+    const auto document = open(component({}));
+    ComponentBuilds &builds = document->builds();
+    QVERIFY(builds.write({u"Debug"_s, {}, {}, {}}).isOk());
+    QVERIFY(builds.setActiveName(u"Debug"_s).isOk());
     QVERIFY(builds.remove(u"Debug"_s));
     QVERIFY(!builds.remove(u"Debug"_s));
     QCOMPARE(builds.activeName(), u"Debug"_s);

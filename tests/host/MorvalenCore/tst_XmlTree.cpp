@@ -492,18 +492,83 @@ QString written(const XmlTree &tree, XmlNode node)
     return line + u']';
 }
 
+XmlNode nthChild(const XmlTree &tree, XmlNode parent, quint32 number)
+{
+    XmlNode node = tree.first(parent);
+    for (quint32 i = 0; i < number; ++i)
+        node = tree.next(node);
+    return node;
+}
+
 // A random element of both, the same one.
 std::pair<Model *, XmlNode> pick(QRandomGenerator &random, const XmlTree &tree, Model &model)
 {
     std::pair<Model *, XmlNode> place {&model, XmlTree::root};
     while (!place.first->children.empty() && random.bounded(4) != 0) {
         const auto number = random.bounded(quint32(place.first->children.size()));
-        XmlNode node = tree.first(place.second);
-        for (quint32 i = 0; i < number; ++i)
-            node = tree.next(node);
-        place = {place.first->children[number].get(), node};
+        place = {place.first->children[number].get(), nthChild(tree, place.second, number)};
     }
     return place;
+}
+
+Model *addChild(Model &parent, const char *name, const QString &text)
+{
+    parent.children.push_back(std::make_unique<Model>());
+    parent.children.back()->name = name;
+    parent.children.back()->text = text;
+    return parent.children.back().get();
+}
+
+// An element in an element that has no text.
+void insertSomewhere(QRandomGenerator &random, XmlTree &tree, XmlNode node, Model &part)
+{
+    if (!part.text.isEmpty())
+        return;
+    const auto number = random.bounded(quint32(part.children.size() + 1));
+    tree.insert(node, number == 0 ? 0 : nthChild(tree, node, number - 1), "n", {});
+    const auto made =
+        part.children.insert(part.children.begin() + number, std::make_unique<Model>());
+    (*made)->name = "n";
+}
+
+void removeSomeChild(QRandomGenerator &random, XmlTree &tree, XmlNode node, Model &part)
+{
+    if (part.children.empty())
+        return;
+    const auto number = random.bounded(quint32(part.children.size()));
+    tree.remove(nthChild(tree, node, number));
+    part.children.erase(part.children.begin() + number);
+}
+
+// The same edit of both.
+void editSomewhere(QRandomGenerator &random, XmlTree &tree, Model &model)
+{
+    static const QStringList texts {{}, u"x"_s, u" & "_s, u"<\u20ac>"_s, u"a\nb"_s};
+    const auto [part, node] = pick(random, tree, model);
+    const QString text = texts[random.bounded(int(texts.size()))];
+    const QByteArray attribute = random.bounded(2) != 0 ? "i" : "j";
+    switch (random.bounded(6)) {
+    case 0:
+        tree.setText(node, text);
+        part->children.clear();
+        part->text = text;
+        break;
+    case 1:
+        tree.setAttribute(node, attribute, text);
+        part->attributes[attribute] = text;
+        break;
+    case 2:
+        tree.setAttribute(node, attribute, std::nullopt);
+        part->attributes.remove(attribute);
+        break;
+    case 3:
+    case 4:
+        insertSomewhere(random, tree, node, *part);
+        break;
+    case 5:
+        removeSomeChild(random, tree, node, *part);
+        break;
+    }
 }
 
 } // namespace
@@ -532,63 +597,14 @@ void tst_XmlTree::random()
     const auto tree = treeOf(bytes);
     QVERIFY(tree);
     Model model {"r", {}, {{"i", u"0"_s}}, {}};
-    const auto child = [](Model &parent, const char *name, const QString &text) {
-        parent.children.push_back(std::make_unique<Model>());
-        parent.children.back()->name = name;
-        parent.children.back()->text = text;
-        return parent.children.back().get();
-    };
-    child(model, "a", u"one"_s);
-    child(model, "b", {})->attributes.insert("j", u"<"_s);
-    Model *const c = child(model, "c", {});
-    child(*c, "a", {});
-    child(*c, "a", {});
+    addChild(model, "a", u"one"_s);
+    addChild(model, "b", {})->attributes.insert("j", u"<"_s);
+    Model *const c = addChild(model, "c", {});
+    addChild(*c, "a", {});
+    addChild(*c, "a", {});
 
-    const QStringList texts {{}, u"x"_s, u" & "_s, u"<\u20ac>"_s, u"a\nb"_s};
     for (int step = 0; step < 400; ++step) {
-        const auto [part, node] = pick(random, *tree, model);
-        const QString text = texts[random.bounded(int(texts.size()))];
-        const QByteArray attribute = random.bounded(2) != 0 ? "i" : "j";
-        switch (random.bounded(6)) {
-        case 0:
-            tree->setText(node, text);
-            part->children.clear();
-            part->text = text;
-            break;
-        case 1:
-            tree->setAttribute(node, attribute, text);
-            part->attributes[attribute] = text;
-            break;
-        case 2:
-            tree->setAttribute(node, attribute, std::nullopt);
-            part->attributes.remove(attribute);
-            break;
-        case 3:
-        case 4: {
-            if (!part->text.isEmpty())
-                break;
-            const auto number = random.bounded(quint32(part->children.size() + 1));
-            XmlNode after = 0;
-            for (quint32 i = 0; i < number; ++i)
-                after = after == 0 ? tree->first(node) : tree->next(after);
-            tree->insert(node, after, "n", {});
-            const auto made =
-                part->children.insert(part->children.begin() + number, std::make_unique<Model>());
-            (*made)->name = "n";
-            break;
-        }
-        case 5: {
-            if (part->children.empty())
-                break;
-            const auto number = random.bounded(quint32(part->children.size()));
-            XmlNode gone = tree->first(node);
-            for (quint32 i = 0; i < number; ++i)
-                gone = tree->next(gone);
-            tree->remove(gone);
-            part->children.erase(part->children.begin() + number);
-            break;
-        }
-        }
+        editSomewhere(random, *tree, model);
         QCOMPARE(written(*tree, XmlTree::root), written(model));
         if (step % 20 == 0) {
             const QByteArray now = tree->bytes();

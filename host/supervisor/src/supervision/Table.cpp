@@ -18,7 +18,7 @@ std::vector<Process> Table::below(pid_t ancestor, pid_t leftOut) const
         }
     };
     add(ancestor);
-    // A table is made of many moments: it may hold a circle where a number was used again.
+    // A table is made of many moments: it may hold a cycle where a number was used again.
     for (size_t at = 0; at < found.size() && found.size() <= byParent.size(); ++at)
         add(found[at].id);
     return found;

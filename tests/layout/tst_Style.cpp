@@ -1,0 +1,149 @@
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QRegularExpression>
+#include <QTest>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString sourceDir = QStringLiteral(SOURCE_DIR);
+
+// The lines of a function's body stay below that.
+constexpr int longestBody = 40;
+
+QStringList sources()
+{
+    QStringList found;
+    for (const char *folder : {"host", "interp", "console", "commands", "ensemble", "scripting",
+                               "app", "tests", "bench", "examples"}) {
+        QDirIterator walk(sourceDir + u'/' + QLatin1StringView(folder), {u"*.h"_s, u"*.cpp"_s},
+                          QDir::Files, QDirIterator::Subdirectories);
+        while (walk.hasNext())
+            found << walk.next();
+    }
+    found.sort();
+    return found;
+}
+
+QString textOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+// What stands above a brace that has a line of its own, up to the end of what comes before.
+QString headAbove(const QStringList &lines, qsizetype brace)
+{
+    static const QRegularExpression end(uR"((^\s*(#|//).*|.*[;{}:]|^\s*)$)"_s);
+    QString head;
+    for (qsizetype at = brace - 1; at >= 0 && !end.match(lines[at]).hasMatch(); --at)
+        head = lines[at].trimmed() + u' ' + head;
+    return head.trimmed();
+}
+
+// Whether that is the head of a function whose length counts. The rows of a test are a table, and
+// may be as many as there are cases.
+bool isLimited(const QString &head)
+{
+    static const QRegularExpression other(
+        uR"(^(template\s*<.*>\s*)?(class|struct|union|enum|namespace|extern)\b)"_s);
+    return head.contains(u'(') && !other.match(head).hasMatch() && !head.contains(u"_data("_s);
+}
+
+// The functions of a formatted text that are too long, one line each.
+QStringList longFunctions(const QString &file, const QString &text)
+{
+    const QStringList lines = text.split(u'\n');
+    QStringList found;
+    for (qsizetype open = 0; open < lines.size(); ++open) {
+        if (lines[open].trimmed() != u"{"_s)
+            continue;
+        const QString head = headAbove(lines, open);
+        const qsizetype close =
+            lines.indexOf(QRegularExpression(u'^' + QString(lines[open]).replace(u'{', u"\\}"_s)),
+                          open);
+        if (isLimited(head) && close - open - 1 >= longestBody)
+            found << u"%1:%2: %3 lines"_s.arg(file).arg(open + 1).arg(close - open - 1);
+    }
+    return found;
+}
+
+QString function(const QString &head, int lines, const QString &indent = {})
+{
+    return indent + head + u'\n' + indent + u"{\n"_s
+        + (indent + u"    if (a) {\n"_s + indent + u"    }\n"_s).repeated(lines / 2) + indent
+        + u"}\n"_s;
+}
+
+} // namespace
+
+// What holds for every source, whatever it is about.
+class tst_Style : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void functionsAreShort();
+    void aLongFunctionIsFound_data();
+    void aLongFunctionIsFound();
+    void testClassesBearTheNamesOfTheirFiles();
+};
+
+void tst_Style::functionsAreShort()
+{
+    QStringList found;
+    for (const QString &file : sources())
+        found << longFunctions(QDir(sourceDir).relativeFilePath(file), textOf(file));
+    QCOMPARE(found.join(u'\n'), QString());
+}
+
+void tst_Style::aLongFunctionIsFound_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("diagnostic");
+    QTest::newRow("long-1 a function") << function(u"void run()"_s, 40) << u"x:2: 40 lines"_s;
+    QTest::newRow("long-2 one of a class")
+        << u"class A : public B\n{\npublic:\n"_s + function(u"bool run() const override"_s, 42, u"    "_s)
+            + u"};\n"_s
+        << u"x:5: 42 lines"_s;
+    QTest::newRow("long-3 its arguments on lines of their own")
+        << u"// What it does; and how.\nvoid run(int one,\n"_s
+            + function(u"         int two)"_s, 40)
+        << u"x:4: 40 lines"_s;
+    QTest::newRow("short-1 a function") << function(u"void run()"_s, 38) << QString();
+    QTest::newRow("short-2 two of them")
+        << function(u"void run()"_s, 38) + function(u"void walk()"_s, 38) << QString();
+    QTest::newRow("else-1 a class") << function(u"class EXPORT(x) A"_s, 60) << QString();
+    QTest::newRow("else-2 a table of tests")
+        << function(u"void tst_A::rows_data()"_s, 60) << QString();
+}
+
+void tst_Style::aLongFunctionIsFound()
+{
+    QFETCH(const QString, text);
+    QTEST(longFunctions(u"x"_s, text).join(u'\n'), "diagnostic");
+}
+
+void tst_Style::testClassesBearTheNamesOfTheirFiles()
+{
+    static const QRegularExpression pattern(
+        u"(?:QTEST\\w*_MAIN|TEST_CLASS)\\((?<class>\\w+)\\)"_s);
+    QStringList wrong;
+    int tests = 0;
+    for (const QString &file : sources()) {
+        const QString name = QFileInfo(file).completeBaseName();
+        if (!file.endsWith(u".cpp"_s) || !file.startsWith(sourceDir + u"/tests/"_s))
+            continue;
+        const QRegularExpressionMatch match = pattern.match(textOf(file));
+        tests += match.hasMatch();
+        if (match.hasMatch() && (match.captured(1) != name || !name.startsWith(u"tst_"_s)))
+            wrong << QDir(sourceDir).relativeFilePath(file);
+    }
+    QCOMPARE(wrong.join(u'\n'), QString());
+    QVERIFY(tests > 100);
+}
+
+QTEST_GUILESS_MAIN(tst_Style)
+#include "tst_Style.moc"
