@@ -62,9 +62,13 @@ Status FileSync::save()
     }
     // The page may be gone when the question is answered.
     const QPointer<FileSync> self(this);
-    if ((now == TextFile::Disk::Missing && !mayMakeAgain()) || !self)
+    const bool isWanted = now != TextFile::Disk::Missing || mayMakeAgain();
+    if (!self)
         return Status::cancelled(QString());
-    return write();
+    if (isWanted)
+        return write();
+    setDisk(now);
+    return Status::cancelled(QString());
 }
 
 void FileSync::askForCopy()
@@ -87,8 +91,9 @@ void FileSync::reload()
         return;
     }
     const lineends::Lines &lines = read.value();
+    const bool isOther = documenttext::lines(*edit->document()) != lines.text;
     documenttext::replace(edit, lines.text);
-    lineends::mark(edit->document(), lines);
+    lineends::mark(edit->document(), lines, isOther);
     usualEnd = lines.usual;
     edit->document()->setModified(false);
     Q_EMIT contentsRead();

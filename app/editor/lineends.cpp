@@ -72,10 +72,13 @@ Lines split(const QString &text)
     return lines;
 }
 
-void mark(QTextDocument *document, const Lines &lines)
+void mark(QTextDocument *document, const Lines &lines, bool withLastEdit)
 {
     QTextCursor cursor(document);
-    cursor.beginEditBlock();
+    if (withLastEdit)
+        cursor.joinPreviousEditBlock();
+    else
+        cursor.beginEditBlock();
     QTextBlock block = document->firstBlock();
     for (qsizetype line = 0; block.isValid(); block = block.next(), ++line) {
         const int end = line < lines.each.size() ? lines.each[line] : lines.usual;

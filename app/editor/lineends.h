@@ -22,7 +22,8 @@ struct Lines
 Lines split(const QString &text);
 
 // Makes the blocks of the document, whose text is that of the lines, remember their ends.
-void mark(QTextDocument *document, const Lines &lines);
+// With the last edit it is undone together with that.
+void mark(QTextDocument *document, const Lines &lines, bool withLastEdit = false);
 
 // The text of the document; blocks that remember nothing end as usual.
 QString join(const QTextDocument &document, int usual);
