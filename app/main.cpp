@@ -30,6 +30,8 @@
 #include <QDir>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 using Qtilities::CoreGui::QtilitiesApplication;
 using Qtilities::Logging::FileLoggerEngine;
 using Qtilities::Logging::Logger;
@@ -124,14 +126,21 @@ int runApplication(const CommandLine &line)
 }
 
 // The platform's place for it, else a temporary one.
-bool chooseSession(CommandLine *line, QString *error)
+Status chooseSession(CommandLine *line)
 {
     line->sessionFolder = Session::defaultFolder();
     if (!line->sessionFolder.isEmpty())
-        return true;
+        return {};
+    const Result<QString> made = TemporarySession::make();
     line->hasTemporarySession = true;
-    line->sessionFolder = TemporarySession::make(error);
-    return !line->sessionFolder.isEmpty();
+    line->sessionFolder = made.isOk() ? made.value() : QString();
+    return made.status();
+}
+
+Status prepareSession(CommandLine *line)
+{
+    const Status chosen = line->sessionFolder.isEmpty() ? chooseSession(line) : Status();
+    return chosen.isOk() ? Session::prepare(line->sessionFolder) : chosen;
 }
 
 } // namespace
@@ -167,9 +176,7 @@ int main(int argc, char **argv)
     const QString noDisplay = line->hasWindow() ? display::problem() : QString();
     if (!noDisplay.isEmpty())
         return fail(noDisplay, failure);
-    if (line->sessionFolder.isEmpty() && !chooseSession(&*line, &error))
-        return fail(error);
-    if (!Session::prepare(line->sessionFolder, &error))
-        return fail(error);
+    if (const Status prepared = prepareSession(&*line); !prepared.isOk())
+        return fail(prepared.text());
     programend::leave(runApplication(*line));
 }

@@ -3,9 +3,9 @@
 #include "commands/conventions.h"
 #include "commands/ExecBracket.h"
 
+#include <Qtilities/categorytext.h>
 #include <Qtilities/TreeFileItem.h>
 
-using Qtilities::Core::QtilitiesCategory;
 using Qtilities::CoreGui::TreeFileItem;
 
 namespace commands {
@@ -13,8 +13,6 @@ namespace commands {
 namespace activeitem {
 
 namespace {
-
-constexpr QStringView levelSeparator = u"::";
 
 QString labelOf(const ItemCall &call) { return call.kind.label(call.item); }
 
@@ -37,10 +35,7 @@ Outcome setActualPath(const ItemCall &call)
     return Outcome::ok(fill(call.kind.texts.pathSet, {before, after}));
 }
 
-Outcome getCategory(const ItemCall &call)
-{
-    return Outcome::ok(call.item.category().toString(levelSeparator.toString()));
-}
+Outcome getCategory(const ItemCall &call) { return Outcome::ok(textOf(call.item.category())); }
 
 Outcome setCategory(const ItemCall &call)
 {
@@ -48,8 +43,7 @@ Outcome setCategory(const ItemCall &call)
     bool set = false;
     {
         ExecBracket bracket;
-        set = call.item.setCategory(
-            QtilitiesCategory::fromString(call.arguments[3], levelSeparator.toString()));
+        set = call.item.setCategory(Qtilities::Core::categoryFrom(call.arguments[3]));
     }
     return set ? Outcome::ok(fill(call.kind.texts.categorySet, {label}))
                : Outcome::error(fill(call.kind.texts.categoryNotSet, {label}));

@@ -3,6 +3,8 @@
 #include "commands/conventions.h"
 #include "commands/ExecBracket.h"
 
+#include <Qtilities/categorytext.h>
+
 namespace commands {
 
 namespace collection {
@@ -177,7 +179,7 @@ Outcome contains(const CollectionCall &call) { return Outcome::found(find(call) 
 Outcome category(const CollectionCall &call)
 {
     const Item *item = find(call);
-    return item ? Outcome::ok(item->category().toString(QStringLiteral("::"))) : notFound(call);
+    return item ? Outcome::ok(textOf(item->category())) : notFound(call);
 }
 
 Outcome list(const CollectionCall &call)

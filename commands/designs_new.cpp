@@ -6,12 +6,13 @@
 #include <MorvalenCore/DesignManager.h>
 #include <MorvalenCore/DesignStructureManager.h>
 #include <MorvalenCore/IDesign.h>
+#include <MorvalenCore/settingkeys.h>
 #include <Qtilities/IFactoryProvider.h>
 #include <Qtilities/ObjectManager.h>
 #include <Qtilities/QtilitiesCoreApplication.h>
+#include <Qtilities/SettingsFile.h>
 
 #include <QDir>
-#include <QSettings>
 
 #include <memory>
 
@@ -54,10 +55,8 @@ struct NewDesign
 
 QString defaultVendor()
 {
-    QSettings settings(DesignManager::instance()->settingsFileName(), QSettings::IniFormat);
-    settings.beginGroup(u"Designs");
-    settings.beginGroup(u"Environment");
-    return settings.value(u"organization_name").toString();
+    const Qtilities::Core::SettingsFile settings(DesignManager::instance()->settingsFileName());
+    return settings.value(MorvalenCore::SettingKeys::vendor).toString();
 }
 
 NewDesign requested(const Arguments &arguments)

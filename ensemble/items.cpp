@@ -3,6 +3,7 @@
 #include "ensemble/designs.h"
 
 #include <MorvalenCore/DesignManager.h>
+#include <Qtilities/categorytext.h>
 
 #include <QDir>
 
@@ -26,7 +27,7 @@ bool isIn(const std::optional<QString> &category, const DesignFile &file)
 {
     if (!category)
         return true;
-    const auto wanted = QtilitiesCategory::fromString(*category, u"::"_s);
+    const auto wanted = Qtilities::Core::categoryFrom(*category);
     return wanted.isEmpty() ? file.category().isEmpty() : wanted.contains(file.category());
 }
 

@@ -1,5 +1,6 @@
 #include "app/designs/PropertyDialog.h"
 
+#include <Qtilities/categorytext.h>
 #include <Qtilities/QtilitiesProperty.h>
 
 #include <QCheckBox>
@@ -78,8 +79,7 @@ QVariant PropertyDialog::value() const
 
 QtilitiesCategory PropertyDialog::category() const
 {
-    return categoryLine ? QtilitiesCategory::fromString(categoryLine->text(), u"::"_s)
-                        : QtilitiesCategory();
+    return categoryLine ? Qtilities::Core::categoryFrom(categoryLine->text()) : QtilitiesCategory();
 }
 
 bool PropertyDialog::isReadOnly() const { return readOnlyBox && readOnlyBox->isChecked(); }

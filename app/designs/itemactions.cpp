@@ -7,6 +7,8 @@
 #include "app/designs/RowAction.h"
 #include "app/designs/SharedPropertiesDialog.h"
 
+#include <Qtilities/categorytext.h>
+
 #include <QClipboard>
 #include <QDesktopServices>
 #include <QDir>
@@ -27,8 +29,6 @@ using Qtilities::CoreGui::TreeFileItem;
 using Qtilities::Logging::Logger;
 
 namespace {
-
-const QString levelSeparator = u"::"_s;
 
 QString tr(const char *text) { return DesignTree::tr(text); }
 
@@ -98,7 +98,7 @@ QStringList knownCategories(const RowCall &call)
 {
     QStringList known;
     const auto add = [&known](const AbstractTreeItem *item) {
-        const QString text = item->category().toString(levelSeparator);
+        const QString text = textOf(item->category());
         if (!text.isEmpty())
             known.append(text);
     };
@@ -123,7 +123,7 @@ AbstractTreeItem *treeItem(const TreeRow &row)
 void setCategory(const RowCall &call)
 {
     const QList<TreeRow> rows = call.rows;
-    const QString present = treeItem(call.first())->category().toString(levelSeparator);
+    const QString present = textOf(treeItem(call.first())->category());
     QStringList known = knownCategories(call);
     if (!known.contains(present))
         known.prepend(present);
@@ -136,9 +136,9 @@ void setCategory(const RowCall &call)
     HostCall attempt(call.window(), tr("Category Not Changed"));
     for (const TreeRow &row : rows) {
         if (row.isThere())
-            attempt.takeAndLog(treeItem(row)->trySetCategory(
-                                   QtilitiesCategory::fromString(category, levelSeparator)),
-                               Logger::Warning);
+            attempt.takeAndLog(
+                treeItem(row)->trySetCategory(Qtilities::Core::categoryFrom(category)),
+                Logger::Warning);
     }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/common/commonends.h"
+#include <Qtilities/commonends.h>
 
 #include <QHash>
 #include <QList>
@@ -67,7 +67,7 @@ RowChanges between(const QList<Key> &before, const QList<Key> &after, qsizetype 
 template <typename Key>
 RowChanges rowChanges(const QList<Key> &before, const QList<Key> &after)
 {
-    const auto [head, tail] = commonEnds(before, after);
+    const auto [head, tail] = Qtilities::Core::commonEnds(before, after);
     return rowchanges::between(before.sliced(head, before.size() - head - tail),
                                after.sliced(head, after.size() - head - tail), head);
 }

@@ -1,5 +1,7 @@
 #include "app/designs/rowtexts.h"
 
+#include <Qtilities/categorytext.h>
+
 #include <QCoreApplication>
 #include <QDir>
 
@@ -46,7 +48,7 @@ QString countText(RowKind kind, int count)
 
 QString categoryText(const AbstractTreeItem *item)
 {
-    return item ? item->category().toString(u"::"_s) : QString();
+    return item ? textOf(item->category()) : QString();
 }
 
 void addDesignStates(QStringList &states, const IDesign &design)

@@ -1,7 +1,8 @@
 #include "app/editor/documenttext.h"
 
-#include "app/common/commonends.h"
 #include "app/editor/TextEdit.h"
+
+#include <Qtilities/commonends.h>
 
 #include <QScrollBar>
 #include <QTextBlock>
@@ -21,7 +22,7 @@ QString lines(const QTextDocument &document)
 void replace(TextEdit *edit, const QString &text)
 {
     const QString old = lines(*edit->document());
-    const CommonEnds common = commonEnds(old, text);
+    const auto common = Qtilities::Core::commonEnds(old, text);
     const auto end = old.size() - common.tail;
     const QTextCursor was = edit->textCursor();
     const bool within = was.position() > common.head && was.position() < end;

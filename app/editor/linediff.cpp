@@ -1,6 +1,6 @@
 #include "app/editor/linediff.h"
 
-#include "app/common/commonends.h"
+#include <Qtilities/commonends.h>
 
 #include <vector>
 
@@ -17,6 +17,8 @@ constexpr qsizetype around = 3;
 
 // The shortest way from one list of lines to the other, as E. W. Myers describes it: for each
 // number of differences, how far each diagonal can be followed. The way is found from its end.
+// libgit2 takes another one where there are several, so that users would see other lines for the
+// same texts.
 class ShortestWay
 {
 public:
@@ -98,7 +100,7 @@ QList<Line> all(Line::Kind kind, const QStringList &texts)
 
 QList<Line> compare(const QStringList &old, const QStringList &now)
 {
-    const auto [head, tail] = commonEnds(old, now);
+    const auto [head, tail] = Qtilities::Core::commonEnds(old, now);
     const QStringList oldPart = old.sliced(head, old.size() - head - tail);
     const QStringList newPart = now.sliced(head, now.size() - head - tail);
     QList<Line> middle = ShortestWay(oldPart, newPart).lines();

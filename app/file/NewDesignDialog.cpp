@@ -8,6 +8,7 @@
 
 #include <MorvalenCore/DesignManager.h>
 #include <MorvalenCore/DesignStructureManager.h>
+#include <MorvalenCore/settingkeys.h>
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -28,7 +29,7 @@ constexpr int problemLines = 3;
 QString usualVendor()
 {
     return Settings(DesignManager::instance()->settingsFileName())
-        .value(u"Designs/Environment/organization_name"_s)
+        .value(MorvalenCore::SettingKeys::vendor)
         .toString();
 }
 

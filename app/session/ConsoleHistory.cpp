@@ -7,14 +7,18 @@
 #include <Qtilities/Logger.h>
 #include <Qtilities/QtilitiesApplication.h>
 #include <Qtilities/regularfile.h>
+#include <Qtilities/statuslog.h>
 #include <Qtilities/utf8text.h>
 
 #include <QFile>
 #include <QLockFile>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
+using Qtilities::Core::writeFileAtomically;
 using Qtilities::CoreGui::QtilitiesApplication;
 using Qtilities::Logging::Logger;
+using Qtilities::Logging::logStatus;
 
 namespace {
 
@@ -81,9 +85,7 @@ void ConsoleHistory::followPreferences()
     if (isKept || !QFile::exists(fileName()))
         return;
     added.clear();
-    QString error;
-    if (!Qtilities::Core::writeFileAtomically(fileName(), QByteArray(), &error))
-        Logger::instance()->logMessage(QString(), Logger::Error, error);
+    logStatus(writeFileAtomically(fileName(), QByteArray()));
 }
 
 void ConsoleHistory::write()
@@ -91,16 +93,13 @@ void ConsoleHistory::write()
     if (added.isEmpty())
         return;
     QLockFile lock(fileName() + u".lock"_s);
-    QString error = u"Cannot lock \"%1\""_s.arg(fileName());
+    Status status = Status::busy(u"Cannot lock \"%1\""_s.arg(fileName()));
     if (lock.tryLock(lockPatience) && makeFile()) {
         QStringList all = readLines() + added;
         all = all.last(qMin<qsizetype>(all.size(), most));
         const QByteArray bytes = all.join(u'\n').toUtf8() + '\n';
-        if (Qtilities::Core::writeFileAtomically(fileName(), bytes, &error)) {
-            added.clear();
-            return;
-        }
+        status = writeFileAtomically(fileName(), bytes);
     }
-    Logger::instance()->logMessage(QString(), Logger::Warning, error);
+    logStatus(status, Logger::Warning);
     added.clear();
 }

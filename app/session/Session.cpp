@@ -2,6 +2,8 @@
 
 #include "app/session/Settings.h"
 
+#include <MorvalenCore/settingkeys.h>
+
 #include <QDir>
 #include <QFile>
 #include <QStandardPaths>
@@ -11,6 +13,8 @@
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
+namespace SettingKeys = MorvalenCore::SettingKeys;
+using Qtilities::Core::Status;
 
 namespace {
 
@@ -36,8 +40,8 @@ bool makeSettings(const QString &path)
     if (QFile::exists(path))
         return true;
     Settings settings(path);
-    settings.set(u"Designs/Environment/organization_name"_s, u"local"_s);
-    return settings.isWritable();
+    settings.set(SettingKeys::vendor, SettingKeys::firstVendor);
+    return settings.isWritten();
 }
 
 } // namespace
@@ -49,7 +53,7 @@ QString Session::defaultFolder()
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
 }
 
-bool Session::prepare(const QString &folder, QString *error)
+Status Session::prepare(const QString &folder)
 {
     const QString message = u"cannot use the session folder %1: %2"_s;
     QStringList paths {folder};
@@ -57,14 +61,11 @@ bool Session::prepare(const QString &folder, QString *error)
         paths.append(folder + name);
     for (const QString &path : paths) {
         const QString reason = makeFolder(path);
-        if (!reason.isEmpty()) {
-            *error = message.arg(path, reason);
-            return false;
-        }
+        if (!reason.isEmpty())
+            return Status::io(message.arg(path, reason));
     }
     const QString settings = folder + u"/settings.ini"_s;
-    if (makeSettings(settings))
-        return true;
-    *error = message.arg(settings, u"the settings cannot be written"_s);
-    return false;
+    return makeSettings(settings)
+        ? Status()
+        : Status::io(message.arg(settings, u"the settings cannot be written"_s));
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <Qtilities/Status.h>
 
 // The session folder: what the user's scripts, projects and designs are kept in, with the settings
 // beside them. Several processes may use one folder at a time.
@@ -11,7 +11,7 @@ public:
     // without a home, where there is no such place.
     static QString defaultFolder();
 
-    // Makes the folder, its subfolders and its settings file where they are missing. False when
-    // the folder cannot be used; *error says which path and why, without a final line feed.
-    static bool prepare(const QString &folder, QString *error);
+    // Makes the folder, its subfolders and its settings file where they are missing. A failure says
+    // which path cannot be used and why.
+    static Qtilities::Core::Status prepare(const QString &folder);
 };

@@ -6,6 +6,8 @@
 #include <cstdlib>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 
 namespace {
 
@@ -30,13 +32,12 @@ void takeAway()
 
 } // namespace
 
-QString TemporarySession::make(QString *error)
+Result<QString> TemporarySession::make()
 {
     QTemporaryDir folder(QDir::tempPath() + u"/morvalen-XXXXXX"_s);
-    if (!folder.isValid()) {
-        *error = u"no temporary session folder can be made: %1"_s.arg(folder.errorString());
-        return QString();
-    }
+    if (!folder.isValid())
+        return Status::io(
+            u"no temporary session folder can be made: %1"_s.arg(folder.errorString()));
     folder.setAutoRemove(false);
     madeFolder() = folder.path();
     std::atexit(takeAway);

@@ -2,7 +2,10 @@
 
 #include "app/session/Settings.h"
 
+#include <MorvalenCore/settingkeys.h>
+
 using namespace Qt::Literals::StringLiterals;
+namespace SettingKeys = MorvalenCore::SettingKeys;
 
 namespace preferences {
 
@@ -21,8 +24,6 @@ const MemoryRow memories[] = {
 };
 
 const QString fontKey = u"Console/font"_s;
-const QString launcherKey = u"Builds/launcher"_s;
-const QString targetFoldersKey = u"Builds/target_folders"_s;
 
 } // namespace
 
@@ -51,20 +52,20 @@ void setConsoleFont(const std::optional<QFont> &font)
     Settings().set(fontKey, font ? QVariant(font->toString()) : QVariant());
 }
 
-QString launcher() { return Settings().value(launcherKey).toString(); }
+QString launcher() { return Settings().value(SettingKeys::launcher).toString(); }
 
 void setLauncher(const QString &prefix)
 {
-    Settings().set(launcherKey, prefix.isEmpty() ? QVariant() : QVariant(prefix));
+    Settings().set(SettingKeys::launcher, prefix.isEmpty() ? QVariant() : QVariant(prefix));
 }
 
-QStringList targetFolders() { return Settings().value(targetFoldersKey).toStringList(); }
+QStringList targetFolders() { return Settings().value(SettingKeys::targetFolders).toStringList(); }
 
 void setTargetFolders(const QStringList &folders)
 {
-    Settings().set(targetFoldersKey, folders.isEmpty() ? QVariant() : QVariant(folders));
+    Settings().set(SettingKeys::targetFolders, folders.isEmpty() ? QVariant() : QVariant(folders));
 }
 
-bool isWritable() { return Settings().isWritable(); }
+bool isWritable() { return Settings().isWritten(); }
 
 } // namespace preferences

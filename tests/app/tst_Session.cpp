@@ -65,9 +65,7 @@ void tst_Session::aNewFolder_data()
 void tst_Session::aNewFolder()
 {
     QFETCH(const QString, name);
-    QString error;
-    QVERIFY(Session::prepare(below(name), &error));
-    QCOMPARE(error, QString());
+    QCOMPARE(Session::prepare(below(name)).text(), QString());
     const QStringList made = QDir(below(name)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
     QCOMPARE(made,
              (QStringList {u"Backups"_s, u"Designs"_s, u"Logs"_s, u"Projects"_s, u"Scripts"_s,
@@ -81,13 +79,12 @@ void tst_Session::aNewFolder()
 
 void tst_Session::whatIsThereStays()
 {
-    QString error;
     QVERIFY(QDir().mkpath(below(u"Scripts"_s)));
     const QByteArray settings = "[Designs]\nEnvironment\\other=1\n";
     write(below(u"settings.ini"_s), settings);
     write(below(u"Scripts/startup.tcl"_s), "puts hello\n");
     for (int start = 0; start < 2; ++start) {
-        QVERIFY(Session::prepare(folder->path(), &error));
+        QVERIFY(Session::prepare(folder->path()).isOk());
         QCOMPARE(read(below(u"settings.ini"_s)), settings);
         QCOMPARE(read(below(u"Scripts/startup.tcl"_s)), QByteArray("puts hello\n"));
     }
@@ -112,9 +109,8 @@ void tst_Session::unusable()
     QFETCH(const QString, session);
     QFETCH(const QString, reason);
     write(below(blocker), "mine");
-    QString error;
-    QVERIFY(!Session::prepare(QDir::cleanPath(below(session)), &error));
-    QCOMPARE(error, u"cannot use the session folder "_s + reason.arg(folder->path()));
+    QCOMPARE(Session::prepare(QDir::cleanPath(below(session))).text(),
+             u"cannot use the session folder "_s + reason.arg(folder->path()));
     QCOMPARE(read(below(blocker)), QByteArray("mine"));
 }
 
@@ -126,8 +122,7 @@ void tst_Session::unwritable()
         QVERIFY(QDir().mkdir(session));
         QVERIFY(QFile::setPermissions(session, QFile::ReadOwner | QFile::ExeOwner));
     }
-    QString error;
-    QVERIFY(!Session::prepare(session, &error));
+    const QString error = Session::prepare(session).text();
     QVERIFY2(error.startsWith(u"cannot use the session folder "_s + session + u": "_s),
              qPrintable(error));
 }

@@ -6,7 +6,7 @@
 #include "tests/host/MorvalenCore/SessionFixture.h"
 
 #include <MorvalenCore/BuildSettings.h>
-#include <Qtilities/settingsfile.h>
+#include <Qtilities/SettingsFile.h>
 
 #include <QApplication>
 #include <QSettings>
@@ -59,7 +59,7 @@ public:
         QDir(session.path(u"session"_s)).removeRecursively();
         const QString file = session.path(u"session/settings.ini"_s);
         SessionFixture::write(file, input);
-        const Qtilities::Core::Status secured = Qtilities::Core::secureSettingsFile(file);
+        const Qtilities::Core::Status secured = Qtilities::Core::SettingsFile(file).status();
         if (!secured.isOk())
             return u"cannot be used: "_s + secured.text();
         const QString aside = file + u".unreadable"_s;

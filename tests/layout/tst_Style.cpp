@@ -61,9 +61,8 @@ QStringList longFunctions(const QString &file, const QString &text)
         if (lines[open].trimmed() != u"{"_s)
             continue;
         const QString head = headAbove(lines, open);
-        const qsizetype close =
-            lines.indexOf(QRegularExpression(u'^' + QString(lines[open]).replace(u'{', u"\\}"_s)),
-                          open);
+        const qsizetype close = lines.indexOf(
+            QRegularExpression(u'^' + QString(lines[open]).replace(u'{', u"\\}"_s)), open);
         if (isLimited(head) && close - open - 1 >= longestBody)
             found << u"%1:%2: %3 lines"_s.arg(file).arg(open + 1).arg(close - open - 1);
     }
@@ -104,10 +103,9 @@ void tst_Style::aLongFunctionIsFound_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("diagnostic");
     QTest::newRow("long-1 a function") << function(u"void run()"_s, 40) << u"x:2: 40 lines"_s;
-    QTest::newRow("long-2 one of a class")
-        << u"class A : public B\n{\npublic:\n"_s + function(u"bool run() const override"_s, 42, u"    "_s)
-            + u"};\n"_s
-        << u"x:5: 42 lines"_s;
+    QTest::newRow("long-2 one of a class") << u"class A : public B\n{\npublic:\n"_s
+            + function(u"bool run() const override"_s, 42, u"    "_s)
+            + u"};\n"_s << u"x:5: 42 lines"_s;
     QTest::newRow("long-3 its arguments on lines of their own")
         << u"// What it does; and how.\nvoid run(int one,\n"_s
             + function(u"         int two)"_s, 40)
@@ -128,8 +126,7 @@ void tst_Style::aLongFunctionIsFound()
 
 void tst_Style::testClassesBearTheNamesOfTheirFiles()
 {
-    static const QRegularExpression pattern(
-        u"(?:QTEST\\w*_MAIN|TEST_CLASS)\\((?<class>\\w+)\\)"_s);
+    static const QRegularExpression pattern(u"(?:QTEST\\w*_MAIN|TEST_CLASS)\\((?<class>\\w+)\\)"_s);
     QStringList wrong;
     int tests = 0;
     for (const QString &file : sources()) {

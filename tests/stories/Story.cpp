@@ -25,9 +25,8 @@ using Qtilities::ProjectManagement::ProjectManager;
 
 Story::Story(const QByteArray &startUp)
 {
-    QString error;
-    if (!Session::prepare(session(), &error))
-        qFatal("%s", qPrintable(error));
+    if (const auto prepared = Session::prepare(session()); !prepared.isOk())
+        qFatal("%s", qPrintable(prepared.text()));
     if (!startUp.isEmpty())
         write(session() + u"/Scripts/startup.tcl"_s, startUp);
     QtilitiesApplication::setApplicationSessionPath(session());

@@ -195,9 +195,9 @@ void tst_PreferencesStory::twoProcessesShareTheHistory()
     const QByteArray before = history();
     // Another process writes while a command of this one is not written yet.
     story->type(u"set mine 1"_s);
-    QString error;
-    QVERIFY(Qtilities::Core::writeFileAtomically(ConsoleHistory::fileName(),
-                                                 before + "set theirs 1\n", &error));
+    QVERIFY(
+        Qtilities::Core::writeFileAtomically(ConsoleHistory::fileName(), before + "set theirs 1\n")
+            .isOk());
     QTRY_COMPARE(history(), before + "set theirs 1\nset mine 1\n");
 }
 

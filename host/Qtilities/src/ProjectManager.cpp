@@ -1,7 +1,7 @@
 #include <Qtilities/ProjectManager.h>
 #include <Qtilities/QtilitiesApplication.h>
 #include <Qtilities/Replaceable.h>
-#include <Qtilities/settingsfile.h>
+#include <Qtilities/SettingsFile.h>
 #include <Qtilities/statuslog.h>
 
 #include "ProjectItems.h"
@@ -115,28 +115,23 @@ void ProjectManager::setCurrent(std::unique_ptr<Project> next)
 
 QString ProjectManager::customProjectsPath(const QString &fallback) const
 {
-    if (!logStatus(Core::secureSettingsFile(QtilitiesApplication::settingsFileName())))
-        return fallback;
-    const QSettings settings(QtilitiesApplication::settingsFileName(), QSettings::IniFormat);
+    const Core::SettingsFile settings;
+    logStatus(settings.status());
     const QString path = settings.value(customPathKey).toString();
     return path.isEmpty() ? fallback : path;
 }
 
 Status ProjectManager::trySetCustomProjectsPath(const QString &path)
 {
-    const Status secured = Core::secureSettingsFile(QtilitiesApplication::settingsFileName());
-    if (!secured.isOk())
-        return secured;
-    QSettings settings(QtilitiesApplication::settingsFileName(), QSettings::IniFormat);
-    if (path.isEmpty())
-        settings.remove(customPathKey);
-    else
-        settings.setValue(customPathKey, path);
-    settings.sync();
-    if (settings.status() != QSettings::NoError)
-        return Status::io(u"Cannot write the settings \"%1\""_s.arg(settings.fileName()))
-            .after(secured);
-    return secured;
+    Core::SettingsFile settings;
+    if (!settings.status().isOk())
+        return settings.status();
+    settings.set(customPathKey, path.isEmpty() ? QVariant() : QVariant(path));
+    if (!settings.isWritten())
+        return Status::io(u"Cannot write the settings \"%1\""_s.arg(
+                              QtilitiesApplication::settingsFileName()))
+            .after(settings.status());
+    return settings.status();
 }
 
 void ProjectManager::setCustomProjectsPath(const QString &path)

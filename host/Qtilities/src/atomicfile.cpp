@@ -151,9 +151,4 @@ Status writeFileAtomically(const QString &fileName, const QByteArray &content)
     return status.withText(u"Cannot write \"%1\": %2"_s.arg(fileName, status.text()));
 }
 
-bool writeFileAtomically(const QString &fileName, const QByteArray &content, QString *errorText)
-{
-    return writeFileAtomically(fileName, content).toErrorText(errorText);
-}
-
 } // namespace Qtilities::Core

@@ -173,8 +173,9 @@ void tst_FileSync::whatIsGoneIsWrittenAgainOnlyWhenAsked()
     QVERIFY(QFile::remove(path));
     DialogAnswer dialog {QMessageBox::StandardButton(answer)};
     const auto saved = sync->save();
-    QCOMPARE(dialog.said,
-             u"File Is Gone\n\"%1\" is no longer on disk. Write it again?\nSave Cancel"_s.arg(path));
+    QCOMPARE(
+        dialog.said,
+        u"File Is Gone\n\"%1\" is no longer on disk. Write it again?\nSave Cancel"_s.arg(path));
     QCOMPARE(saved.kind(), isWritten ? Kind::Ok : Kind::Cancelled);
     QCOMPARE(saved.text(), QString());
     QCOMPARE(QFile::exists(path), isWritten);
@@ -221,8 +222,7 @@ void tst_FileSync::aFailureIsToldAndKeepsTheChanges()
     sync->check(Trust::Nothing);
     DialogAnswer dialog {QMessageBox::Ok};
     sync->overwrite();
-    QCOMPARE(dialog.said,
-             u"Not Saved\nCannot write \"%1\": it is a folder\nOK"_s.arg(path));
+    QCOMPARE(dialog.said, u"Not Saved\nCannot write \"%1\": it is a folder\nOK"_s.arg(path));
     QVERIFY(sync->isModified());
     QCOMPARE(shown(), u"xone\ntwo\n"_s);
 }

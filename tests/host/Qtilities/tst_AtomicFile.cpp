@@ -151,7 +151,7 @@ void tst_AtomicFile::writes()
     QFETCH(QByteArray, content);
     QString error = u"untouched"_s;
 
-    QVERIFY(writeFileAtomically(path(name), content, &error));
+    QVERIFY(writeFileAtomically(path(name), content).toErrorText(&error));
 
     QCOMPARE(error, u"untouched"_s);
     QCOMPARE(contentOf(path(name)), content);
@@ -162,7 +162,7 @@ void tst_AtomicFile::replacesAnOldFile()
 {
     put(path(u"a.txt"_s), "something old and longer");
 
-    QVERIFY(writeFileAtomically(path(u"a.txt"_s), "new", nullptr));
+    QVERIFY(writeFileAtomically(path(u"a.txt"_s), "new").isOk());
 
     QCOMPARE(contentOf(path(u"a.txt"_s)), "new");
     QCOMPARE(entries(), QStringList {u"a.txt"_s});
@@ -173,7 +173,7 @@ void tst_AtomicFile::keepsPermissions()
     put(path(u"a.txt"_s), "old");
     QCOMPARE(::chmod(QFile::encodeName(path(u"a.txt"_s)).constData(), 0751), 0);
 
-    QVERIFY(writeFileAtomically(path(u"a.txt"_s), "new", nullptr));
+    QVERIFY(writeFileAtomically(path(u"a.txt"_s), "new").isOk());
 
     QCOMPARE(modeOf(path(u"a.txt"_s)), mode_t(0751));
 }
@@ -181,7 +181,7 @@ void tst_AtomicFile::keepsPermissions()
 void tst_AtomicFile::givesANewFileTheUsualPermissions()
 {
     const mode_t mask = ::umask(027);
-    const bool written = writeFileAtomically(path(u"a.txt"_s), "new", nullptr);
+    const bool written = writeFileAtomically(path(u"a.txt"_s), "new").isOk();
     ::umask(mask);
 
     QVERIFY(written);
@@ -195,7 +195,7 @@ void tst_AtomicFile::followsLinks()
     QVERIFY(QFile::link(u"real/a.txt"_s, path(u"first"_s)));
     QVERIFY(QFile::link(u"first"_s, path(u"second"_s)));
 
-    QVERIFY(writeFileAtomically(path(u"second"_s), "new", nullptr));
+    QVERIFY(writeFileAtomically(path(u"second"_s), "new").isOk());
 
     QVERIFY(QFileInfo(path(u"second"_s)).isSymLink());
     QVERIFY(!QFileInfo(path(u"real/a.txt"_s)).isSymLink());
@@ -207,7 +207,7 @@ void tst_AtomicFile::followsALinkToNothing()
 {
     QVERIFY(QFile::link(u"later.txt"_s, path(u"link"_s)));
 
-    QVERIFY(writeFileAtomically(path(u"link"_s), "new", nullptr));
+    QVERIFY(writeFileAtomically(path(u"link"_s), "new").isOk());
 
     QVERIFY(QFileInfo(path(u"link"_s)).isSymLink());
     QCOMPARE(contentOf(path(u"later.txt"_s)), "new");
@@ -248,11 +248,11 @@ void tst_AtomicFile::refuses()
     const QString target = name.replace(u"%1"_s, folder->path());
     QString answer;
 
-    QVERIFY(!writeFileAtomically(target, "new", &answer));
+    QVERIFY(!writeFileAtomically(target, "new").toErrorText(&answer));
 
     QCOMPARE(answer, error.replace(u"%1"_s, target));
     QCOMPARE(entries(), before);
-    QVERIFY(!writeFileAtomically(target, "new", nullptr));
+    QVERIFY(!writeFileAtomically(target, "new").isOk());
 }
 
 void tst_AtomicFile::refusesAFolderThatCannotBeWritten()
@@ -266,7 +266,8 @@ void tst_AtomicFile::refusesAFolderThatCannotBeWritten()
         if (::geteuid() == 0 && ::setuid(65534) != 0)
             return false;
         QString error;
-        return !writeFileAtomically(path(u"a.txt"_s), "new", &error) && !error.isEmpty();
+        return !writeFileAtomically(path(u"a.txt"_s), "new").toErrorText(&error)
+            && !error.isEmpty();
     });
     QCOMPARE(::chmod(encoded.constData(), 0755), 0);
 
@@ -285,7 +286,7 @@ void tst_AtomicFile::refusesAFileThatMayNotBeWritten()
         if (::geteuid() == 0 && ::setuid(65534) != 0)
             return false;
         QString error;
-        return !writeFileAtomically(path(u"a.txt"_s), "new", &error)
+        return !writeFileAtomically(path(u"a.txt"_s), "new").toErrorText(&error)
             && error == u"Cannot write \"%1\": Permission denied"_s.arg(path(u"a.txt"_s));
     });
 
@@ -300,7 +301,7 @@ void tst_AtomicFile::isOnDiskBeforeItTakesThePlace()
     put(path(u"a.txt"_s), "old");
     QStringList made;
     calls = &made;
-    const bool written = writeFileAtomically(path(u"a.txt"_s), "newer", nullptr);
+    const bool written = writeFileAtomically(path(u"a.txt"_s), "newer").isOk();
     calls = nullptr;
 
     QVERIFY(written);
@@ -318,7 +319,7 @@ void tst_AtomicFile::leavesTheOldFileWhenTheDiskIsFull()
         if (::setrlimit(RLIMIT_FSIZE, &limit) != 0)
             return false;
         QString error;
-        return !writeFileAtomically(path(u"a.txt"_s), QByteArray(10'000, 'x'), &error)
+        return !writeFileAtomically(path(u"a.txt"_s), QByteArray(10'000, 'x')).toErrorText(&error)
             && error == u"Cannot write \"%1\": File too large"_s.arg(path(u"a.txt"_s));
     });
 
@@ -334,7 +335,7 @@ void tst_AtomicFile::removesWhatAKilledWriteLeft()
     put(path(u".b.txt.1f.part"_s), "another file's");
     put(path(u"a.txt.part"_s), "somebody's own");
 
-    QVERIFY(writeFileAtomically(path(u"a.txt"_s), "new", nullptr));
+    QVERIFY(writeFileAtomically(path(u"a.txt"_s), "new").isOk());
 
     QCOMPARE(entries(), QStringList({u".b.txt.1f.part"_s, u"a.txt"_s, u"a.txt.part"_s}));
 }
@@ -346,7 +347,7 @@ void tst_AtomicFile::leavesWhatAnotherProcessIsWriting()
     QVERIFY(other >= 0);
     QCOMPARE(::flock(other, LOCK_EX), 0);
 
-    const bool written = writeFileAtomically(path(u"a.txt"_s), "new", nullptr);
+    const bool written = writeFileAtomically(path(u"a.txt"_s), "new").isOk();
     ::close(other);
 
     QVERIFY(written);
@@ -363,7 +364,7 @@ void tst_AtomicFile::survivesBeingKilledAtAnyTime()
         const pid_t child = ::fork();
         if (child == 0) {
             for (bool turn = false;; turn = !turn)
-                writeFileAtomically(path(u"a.txt"_s), turn ? old : fresh, nullptr);
+                static_cast<void>(writeFileAtomically(path(u"a.txt"_s), turn ? old : fresh));
         }
         QTest::qSleep(1 + round % 7);
         ::kill(child, SIGKILL);
@@ -373,7 +374,7 @@ void tst_AtomicFile::survivesBeingKilledAtAnyTime()
         QVERIFY(content == old || content == fresh);
     }
 
-    QVERIFY(writeFileAtomically(path(u"a.txt"_s), "end", nullptr));
+    QVERIFY(writeFileAtomically(path(u"a.txt"_s), "end").isOk());
     QCOMPARE(entries(), QStringList {u"a.txt"_s});
 }
 
@@ -385,8 +386,8 @@ void tst_AtomicFile::survivesTwoWritersAtATime()
         if (child == 0) {
             bool done = true;
             for (int round = 0; round < 100; ++round)
-                done = writeFileAtomically(path(u"a.txt"_s), QByteArray(5000, char('0' + writer)),
-                                           nullptr)
+                done = writeFileAtomically(path(u"a.txt"_s), QByteArray(5000, char('0' + writer)))
+                           .isOk()
                     && done;
             ::_exit(done ? 0 : 1);
         }

@@ -22,7 +22,8 @@ public:
     tryAssignPhysicalWorkingFolderToDesign(Interfaces::IDesign *design, const QString &path);
 
     // The same in the form that commands call; the log says why it failed. Options, task and
-    // overwriting are of that form only.
+    // overwriting are there for that form only: there are no options, it takes no time that a task
+    // would tell of, and nothing is ever overwritten.
     static bool
     assignPhysicalWorkingFolderToDesign(Interfaces::IDesign *design, const QString &path,
                                         Interfaces::IDesignParser::DesignParserOptions options,

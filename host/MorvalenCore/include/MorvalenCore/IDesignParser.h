@@ -4,7 +4,8 @@
 
 namespace MorvalenCore::Interfaces {
 
-// Reads and writes designs in one format.
+// The type of the options that callers of DesignConstructor name. There is one format, so that
+// there is nothing to choose yet.
 class IDesignParser
 {
 public:

@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -121,7 +122,7 @@ bool Child::openPipe(Pipe *pipe, int *writingEnd)
     return true;
 }
 
-bool Child::start(const ChildWords &words, QString *error)
+Status Child::start(const ChildWords &words)
 {
     int out = -1;
     int err = -1;
@@ -142,13 +143,12 @@ bool Child::start(const ChildWords &words, QString *error)
         id = 0;
         close(output);
         close(errors);
-        *error = qt_error_string(failure);
-        return false;
+        return Status::io(qt_error_string(failure));
     }
     handle = int(syscall(SYS_pidfd_open, id, 0));
     endNotifier = std::make_unique<QSocketNotifier>(handle, QSocketNotifier::Read);
     connect(endNotifier.get(), &QSocketNotifier::activated, this, &Child::takeEnd);
-    return true;
+    return {};
 }
 
 void Child::send(int signal) const

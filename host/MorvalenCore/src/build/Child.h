@@ -2,6 +2,8 @@
 
 #include "build/ChildWords.h"
 
+#include <Qtilities/Status.h>
+
 #include <QByteArray>
 #include <QObject>
 #include <QSocketNotifier>
@@ -24,8 +26,8 @@ public:
     // Whoever still runs is killed.
     ~Child() override;
 
-    // False, with the reason in *error, when it cannot be started.
-    bool start(const ChildWords &words, QString *error);
+    // The sentence of a failure is the system's reason.
+    Qtilities::Core::Status start(const ChildWords &words);
 
     bool isRunning() const { return id > 0; }
     // As waitpid() gave it.

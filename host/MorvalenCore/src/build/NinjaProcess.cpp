@@ -116,12 +116,12 @@ Status NinjaProcess::serveUntilEnded(const ChildWords &words)
     connect(child.get(), &Child::errorReady, this, &NinjaProcess::errorReady);
     QEventLoop loop;
     connect(child.get(), &Child::ended, &loop, &QEventLoop::quit);
-    QString error;
-    const bool started = child->start(words, &error);
+    const Status started = child->start(words);
     if (words.inherited >= 0)
         close(words.inherited);
-    if (!started)
-        return Status::io(u"\"%1\" cannot be started: %2"_s.arg(words.command.first(), error));
+    if (!started.isOk())
+        return started.withText(
+            u"\"%1\" cannot be started: %2"_s.arg(words.command.first(), started.text()));
     loop.exec();
     // The loop also ends with the application's.
     endNow();

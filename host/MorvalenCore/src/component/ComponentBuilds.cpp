@@ -4,9 +4,9 @@
 #include "component/EditCheck.h"
 #include "component/listalignment.h"
 
-#include <QSet>
+#include <Qtilities/commonends.h>
 
-#include <algorithm>
+#include <QSet>
 
 using Qtilities::Core::Status;
 
@@ -51,15 +51,7 @@ void writeList(ComponentTree &tree, XmlNode parent, const ListFormat<T> &format,
 {
     const QList<XmlNode> nodes = tree.ownChildren(parent, format.element);
     const QList<T> present = readList(tree, parent, format);
-    const qsizetype shorter = std::min(wanted.size(), present.size());
-    qsizetype head = 0;
-    while (head < shorter && wanted[head] == present[head])
-        ++head;
-    qsizetype tail = 0;
-    while (tail < shorter - head
-           && wanted[wanted.size() - 1 - tail] == present[present.size() - 1 - tail])
-        ++tail;
-
+    const auto [head, tail] = Qtilities::Core::commonEnds(wanted, present);
     const QList<int> places = alignLists(namesIn(present, format, head, present.size() - tail),
                                          namesIn(wanted, format, head, wanted.size() - tail));
     if (head > 0)

@@ -2,11 +2,14 @@
 
 #include "session/sessionsettings.h"
 
-#include <QSettings>
+#include <MorvalenCore/settingkeys.h>
+#include <Qtilities/SettingsFile.h>
+
 #include <QStringList>
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::Result;
+using Qtilities::Core::SettingsFile;
 using Qtilities::Core::Status;
 
 namespace MorvalenCore {
@@ -20,12 +23,12 @@ BuildSettings::Asked &askedNow()
 }
 
 // The settings' form takes a text with commas for a list.
-QString textOf(const QSettings &settings, const QString &key)
+QString textOf(const SettingsFile &settings, const QString &key)
 {
     return settings.value(key).toStringList().join(u',').trimmed();
 }
 
-Status readJobs(const QSettings &settings, std::optional<int> *jobs)
+Status readJobs(const SettingsFile &settings, std::optional<int> *jobs)
 {
     const QString text = textOf(settings, u"Builds/jobs"_s);
     *jobs = BuildSettings::countFrom(text);
@@ -35,7 +38,7 @@ Status readJobs(const QSettings &settings, std::optional<int> *jobs)
         u"The setting \"jobs\" must be a number of steps, at least 1, not \"%1\""_s.arg(text));
 }
 
-Status readKeepGoing(const QSettings &settings, bool *keepGoing)
+Status readKeepGoing(const SettingsFile &settings, bool *keepGoing)
 {
     const QString text = textOf(settings, u"Builds/keep_going"_s).toLower();
     *keepGoing = text == u"true"_s || text == u"1"_s;
@@ -45,12 +48,10 @@ Status readKeepGoing(const QSettings &settings, bool *keepGoing)
         u"The setting \"keep_going\" must be \"true\" or \"false\", not \"%1\""_s.arg(text));
 }
 
-Status readPools(QSettings &settings, QMap<QString, int> *pools)
+Status readPools(const SettingsFile &settings, QMap<QString, int> *pools)
 {
-    settings.beginGroup(u"Pools"_s);
-    const QStringList names = settings.allKeys();
-    for (const QString &name : names) {
-        const QString text = textOf(settings, name);
+    for (const QString &name : settings.keys(u"Pools"_s)) {
+        const QString text = textOf(settings, u"Pools/"_s + name);
         const std::optional<int> depth = BuildSettings::countFrom(text);
         if (!depth)
             return Status::invalidArgument(
@@ -58,7 +59,6 @@ Status readPools(QSettings &settings, QMap<QString, int> *pools)
                                                                                              text));
         pools->insert(name, *depth);
     }
-    settings.endGroup();
     return {};
 }
 
@@ -66,7 +66,7 @@ Status readPools(QSettings &settings, QMap<QString, int> *pools)
 
 Result<BuildSettings> BuildSettings::current()
 {
-    QSettings settings(sessionSettingsFile(), QSettings::IniFormat);
+    const SettingsFile settings(sessionSettingsFile());
     BuildSettings now;
     now.jobs = askedNow().jobs;
     if (!now.jobs) {
@@ -76,7 +76,7 @@ Result<BuildSettings> BuildSettings::current()
     if (const Status read = readKeepGoing(settings, &now.keepGoing); !read.isOk())
         return read;
     now.keepGoing = now.keepGoing || askedNow().keepGoing;
-    now.launcher = textOf(settings, u"Builds/launcher"_s);
+    now.launcher = textOf(settings, SettingKeys::launcher);
     now.allocation = textOf(settings, u"Builds/allocation"_s);
     if (!now.jobs && !now.launcher.isEmpty())
         now.jobs = jobsWithLauncher;

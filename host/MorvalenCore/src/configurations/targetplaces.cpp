@@ -6,6 +6,8 @@
 #include "log/hostlog.h"
 #include "session/sessionsettings.h"
 
+#include <MorvalenCore/settingkeys.h>
+
 #include <QDir>
 #include <QFileInfo>
 #include <QStringList>
@@ -17,9 +19,6 @@ using Qtilities::Core::Status;
 namespace MorvalenCore {
 
 namespace {
-
-const QString settingsGroup = u"Builds"_s;
-const QString settingsKey = u"target_folders"_s;
 
 // Where a path leads when the links on the way are followed; its end need not be there yet.
 QString resolved(const QString &path)
@@ -37,7 +36,7 @@ bool isIn(const QString &folder, const QString &path)
 
 bool isAllowed(const QString &targetPath, const QString &place)
 {
-    for (const QString &allowed : readSettings(settingsGroup, settingsKey)) {
+    for (const QString &allowed : readSettings(SettingKeys::targetFolders)) {
         if (allowed == targetPath || (allowed.startsWith(u'/') && isIn(resolved(allowed), place)))
             return true;
     }
@@ -68,11 +67,11 @@ void allowTargetPath(const QString &targetPath, const QString &workingFolder)
         return;
     // One with a variable that is not set leads somewhere later.
     const QString allowed = isPath ? path.value() : targetPath;
-    QStringList all = readSettings(settingsGroup, settingsKey);
+    QStringList all = readSettings(SettingKeys::targetFolders);
     if (all.contains(allowed))
         return;
     all.append(allowed);
-    if (!writeSettings(settingsGroup, settingsKey, all))
+    if (!writeSettings(SettingKeys::targetFolders, all))
         logWarning(u"The settings file \"%1\" cannot be written"_s.arg(sessionSettingsFile()));
 }
 

@@ -5,6 +5,8 @@
 #include "items/filekinds.h"
 #include "structures/structures.h"
 
+#include <Qtilities/categorytext.h>
+
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
@@ -17,7 +19,8 @@ namespace {
 
 bool liesUnder(const QString &category, const QString &node, bool recursive)
 {
-    return category == node || (recursive && category.startsWith(node + "::"_L1));
+    return category == node
+        || (recursive && category.startsWith(node + Qtilities::Core::levelSeparator()));
 }
 
 } // namespace
@@ -165,7 +168,7 @@ QList<DesignFile *> DesignFiles::madeUnderNode(const QString &node, bool recursi
     const bool isSet = isSetOrGroup(node);
     if (!node.isEmpty() && node != nodeOfMade())
         made.removeIf([&](const DesignFile *file) {
-            return isSet || !liesUnder(file->category().toString(u"::"_s), node, recursive);
+            return isSet || !liesUnder(textOf(file->category()), node, recursive);
         });
     return made;
 }

@@ -2,6 +2,8 @@
 
 #include "items/DesignState.h"
 
+#include <Qtilities/categorytext.h>
+
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::QtilitiesCategory;
 using Qtilities::Core::QtilitiesProperty;
@@ -47,7 +49,7 @@ Result<DesignProperty *> DesignProperties::add(const QString &name,
         PropertyData data;
         data.name = name;
         data.type = QtilitiesProperty::typeName(value);
-        data.category = category.toString(u"::"_s);
+        data.category = textOf(category);
         data.value = value.toString();
         data.readOnly = readOnly;
         const Result<PropertyId> entry = state.document().properties().add(data);

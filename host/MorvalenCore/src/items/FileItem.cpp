@@ -3,6 +3,8 @@
 #include "items/DesignFiles.h"
 #include "items/filekinds.h"
 
+#include <Qtilities/categorytext.h>
+
 using Qtilities::Core::QtilitiesCategory;
 using Qtilities::Core::Status;
 
@@ -16,9 +18,8 @@ QString FileItem::node() const
 
 QtilitiesCategory FileItem::category() const
 {
-    return elements().isEmpty()
-        ? QtilitiesCategory::fromString(categoryForFileName(fileName()), QStringLiteral("::"))
-        : PathItem::category();
+    return elements().isEmpty() ? Qtilities::Core::categoryFrom(categoryForFileName(fileName()))
+                                : PathItem::category();
 }
 
 bool FileItem::isGenerated() const

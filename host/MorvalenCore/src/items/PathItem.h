@@ -5,8 +5,8 @@
 #include "items/pathkinds.h"
 #include "items/SharedPropertyKeeper.h"
 
+#include <Qtilities/categorytext.h>
 #include <Qtilities/Observer.h>
-#include <Qtilities/QtilitiesCategory.h>
 #include <Qtilities/statuslog.h>
 
 #include <QDynamicPropertyChangeEvent>
@@ -40,8 +40,7 @@ public:
 
     Qtilities::Core::QtilitiesCategory category() const override
     {
-        return Qtilities::Core::QtilitiesCategory::fromString(part().category(entries.first()),
-                                                              QStringLiteral("::"));
+        return Qtilities::Core::categoryFrom(part().category(entries.first()));
     }
 
     Qtilities::Core::Status
@@ -51,7 +50,7 @@ public:
             const Qtilities::Core::Status entered = enterDocument();
             if (!entered.isOk())
                 return entered;
-            return part().setCategory(entries.first(), category.toString(QStringLiteral("::")));
+            return part().setCategory(entries.first(), textOf(category));
         });
     }
 

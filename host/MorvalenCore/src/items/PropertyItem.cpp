@@ -3,6 +3,8 @@
 #include "items/DesignProperties.h"
 #include "items/DesignState.h"
 
+#include <Qtilities/categorytext.h>
+
 #include <QDynamicPropertyChangeEvent>
 
 using namespace Qt::Literals::StringLiterals;
@@ -41,14 +43,13 @@ Status PropertyItem::trySetName(const QString &name)
 
 QtilitiesCategory PropertyItem::category() const
 {
-    return QtilitiesCategory::fromString(state.document().properties().category(entries.first()),
-                                         u"::"_s);
+    return Qtilities::Core::categoryFrom(state.document().properties().category(entries.first()));
 }
 
 Status PropertyItem::trySetCategory(const QtilitiesCategory &category)
 {
     return change([&](PropertyId entry) {
-        return state.document().properties().setCategory(entry, category.toString(u"::"_s));
+        return state.document().properties().setCategory(entry, textOf(category));
     });
 }
 

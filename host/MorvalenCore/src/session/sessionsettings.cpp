@@ -2,16 +2,16 @@
 
 #include "log/hostlog.h"
 
+#include <MorvalenCore/settingkeys.h>
 #include <Qtilities/QtilitiesApplication.h>
-#include <Qtilities/settingsfile.h>
+#include <Qtilities/SettingsFile.h>
 #include <Qtilities/statuslog.h>
 
 #include <QDir>
 #include <QFileInfo>
-#include <QSettings>
 
 using namespace Qt::Literals::StringLiterals;
-using Qtilities::Core::Status;
+using Qtilities::Core::SettingsFile;
 using Qtilities::CoreGui::QtilitiesApplication;
 using Qtilities::Logging::logStatus;
 
@@ -19,32 +19,30 @@ namespace MorvalenCore {
 
 namespace {
 
-// Whether QSettings may open the file; the log says why it may not, once.
-bool isSecured(const QString &file)
+// The session's settings; the log says why they cannot be used, once.
+class SessionSettings : public SettingsFile
 {
-    static QString lastFailure;
-    const Status status = Qtilities::Core::secureSettingsFile(file);
-    if (status.isOk() || status.text() != lastFailure)
-        logStatus(status);
-    lastFailure = status.text();
-    return status.isOk();
+public:
+    SessionSettings()
+    {
+        static QString lastFailure;
+        if (status().isOk() || status().text() != lastFailure)
+            logStatus(status());
+        lastFailure = status().text();
+    }
+};
+
+bool write(const QString &key, const QVariant &value)
+{
+    SessionSettings settings;
+    settings.set(key, value);
+    return settings.isWritten();
 }
 
-bool write(const QString &file, const QString &group, const QString &key, const QVariant &value)
+QVariant read(const QString &key)
 {
-    if (!isSecured(file))
-        return false;
-    QSettings settings(file, QSettings::IniFormat);
-    settings.setValue(group + u'/' + key, value);
-    settings.sync();
-    return settings.status() == QSettings::NoError;
-}
-
-QVariant read(const QString &group, const QString &key)
-{
-    const QString file = sessionSettingsFile();
-    return isSecured(file) ? QSettings(file, QSettings::IniFormat).value(group + u'/' + key)
-                           : QVariant();
+    sessionSettingsFile();
+    return SessionSettings().value(key);
 }
 
 } // namespace
@@ -57,32 +55,28 @@ QString sessionFolder(const QString &name)
 QString sessionSettingsFile()
 {
     const QString file = QtilitiesApplication::settingsFileName();
-    if (!isSecured(file) || QFileInfo::exists(file))
+    if (!SessionSettings().status().isOk() || QFileInfo::exists(file))
         return file;
     if (!QDir().mkpath(QFileInfo(file).path())
-        || !write(file, u"Designs/Environment"_s, u"organization_name"_s, u"local"_s))
+        || !write(SettingKeys::vendor, SettingKeys::firstVendor))
         logWarning(u"The settings file \"%1\" cannot be written"_s.arg(file));
     return file;
 }
 
-QString readSetting(const QString &group, const QString &key)
+QString readSetting(const QString &key) { return read(key).toString(); }
+
+QStringList readSettings(const QString &key) { return read(key).toStringList(); }
+
+bool writeSetting(const QString &key, const QString &value)
 {
-    return read(group, key).toString();
+    sessionSettingsFile();
+    return write(key, value);
 }
 
-QStringList readSettings(const QString &group, const QString &key)
+bool writeSettings(const QString &key, const QStringList &values)
 {
-    return read(group, key).toStringList();
-}
-
-bool writeSetting(const QString &group, const QString &key, const QString &value)
-{
-    return write(sessionSettingsFile(), group, key, value);
-}
-
-bool writeSettings(const QString &group, const QString &key, const QStringList &values)
-{
-    return write(sessionSettingsFile(), group, key, values);
+    sessionSettingsFile();
+    return write(key, values);
 }
 
 } // namespace MorvalenCore

@@ -13,9 +13,9 @@ QString sessionFolder(const QString &name);
 
 // Read and write one value in the session's settings, or a list of values. Writing is false when
 // the file could not be written.
-QString readSetting(const QString &group, const QString &key);
-bool writeSetting(const QString &group, const QString &key, const QString &value);
-QStringList readSettings(const QString &group, const QString &key);
-bool writeSettings(const QString &group, const QString &key, const QStringList &values);
+QString readSetting(const QString &key);
+bool writeSetting(const QString &key, const QString &value);
+QStringList readSettings(const QString &key);
+bool writeSettings(const QString &key, const QStringList &values);
 
 } // namespace MorvalenCore

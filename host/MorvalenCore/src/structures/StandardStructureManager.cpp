@@ -59,7 +59,7 @@ QString StandardStructureManager::defaultStructureNameForDesignType(const QStrin
     const DesignType *type = findType(designType);
     if (!type)
         return {};
-    const QString chosen = readSetting(settingsGroup, designType);
+    const QString chosen = readSetting(settingsGroup + u'/' + designType);
     return findDesignStructure(chosen) ? chosen : type->defaultStructure;
 }
 
@@ -71,7 +71,7 @@ StandardStructureManager::trySetDefaultStructureNameForDesignType(const QString 
         return Status::notFound(u"There is no design type \"%1\""_s.arg(designType));
     if (!findDesignStructure(structureName))
         return Status::notFound(u"There is no design structure \"%1\""_s.arg(structureName));
-    if (!writeSetting(settingsGroup, designType, structureName)) {
+    if (!writeSetting(settingsGroup + u'/' + designType, structureName)) {
         return Status::io(
             u"The settings file \"%1\" cannot be written"_s.arg(sessionSettingsFile()));
     }

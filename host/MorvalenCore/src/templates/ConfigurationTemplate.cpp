@@ -5,6 +5,7 @@
 #include "templates/TemplateReader.h"
 
 #include <MorvalenCore/IDesign.h>
+#include <Qtilities/categorytext.h>
 
 #include <QDir>
 #include <QStandardPaths>
@@ -40,9 +41,9 @@ QString oneOf(const QStringList &words)
 bool isOfKind(const DesignFile &file, const QStringList &kinds)
 {
     const QtilitiesCategory named =
-        QtilitiesCategory::fromString(categoryForFileName(file.fileName()), u"::"_s);
+        Qtilities::Core::categoryFrom(categoryForFileName(file.fileName()));
     return std::any_of(kinds.begin(), kinds.end(), [&](const QString &text) {
-        const QtilitiesCategory kind = QtilitiesCategory::fromString(text, u"::"_s);
+        const QtilitiesCategory kind = Qtilities::Core::categoryFrom(text);
         return kind.contains(file.category()) || kind.contains(named);
     });
 }

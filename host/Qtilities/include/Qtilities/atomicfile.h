@@ -15,8 +15,4 @@ namespace Qtilities::Core {
 // right now. A file that may not be written stays as it is.
 QTILITIES_EXPORT Status writeFileAtomically(const QString &fileName, const QByteArray &content);
 
-// The same for callers that want an error text, which may be null.
-QTILITIES_EXPORT bool writeFileAtomically(const QString &fileName, const QByteArray &content,
-                                          QString *errorText);
-
 } // namespace Qtilities::Core

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace Qtilities::Core {
+
 // How many elements two sequences have in common at the begin, and of the others at the end.
 struct CommonEnds
 {
@@ -23,3 +25,5 @@ CommonEnds commonEnds(const Sequence &one, const Sequence &other)
         std::mismatch(one.rbegin(), one.rbegin() + (shorter - headSize), other.rbegin());
     return {headSize, tail.first - one.rbegin()};
 }
+
+} // namespace Qtilities::Core

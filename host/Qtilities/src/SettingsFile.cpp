@@ -1,6 +1,7 @@
 #include <Qtilities/KnownFile.h>
+#include <Qtilities/QtilitiesApplication.h>
 #include <Qtilities/regularfile.h>
-#include <Qtilities/settingsfile.h>
+#include <Qtilities/SettingsFile.h>
 
 #include <QFile>
 #include <QFileInfo>
@@ -60,9 +61,8 @@ Status putAside(const QString &fileName)
     return status;
 }
 
-} // namespace
-
-Status secureSettingsFile(const QString &fileName)
+// QSettings would write over a file that it could not read.
+Status secure(const QString &fileName)
 {
     static SecuredFiles secured;
     const Stamp stamp = KnownFile::stampOf(fileName);
@@ -77,6 +77,53 @@ Status secureSettingsFile(const QString &fileName)
         return putAside(fileName);
     secured.add(fileName, stamp);
     return {};
+}
+
+} // namespace
+
+SettingsFile::SettingsFile() : SettingsFile(CoreGui::QtilitiesApplication::settingsFileName()) { }
+
+SettingsFile::SettingsFile(const QString &fileName) : opened(secure(fileName))
+{
+    if (opened.isOk())
+        settings.emplace(fileName, QSettings::IniFormat);
+}
+
+QVariant SettingsFile::value(const QString &key, const QVariant &usually) const
+{
+    return settings ? settings->value(key, usually) : usually;
+}
+
+QStringList SettingsFile::keys(const QString &group) const
+{
+    if (!settings)
+        return {};
+    settings->beginGroup(group);
+    const QStringList names = settings->allKeys();
+    settings->endGroup();
+    return names;
+}
+
+void SettingsFile::set(const QString &key, const QVariant &value)
+{
+    if (settings && value.isValid())
+        settings->setValue(key, value);
+    else
+        remove(key);
+}
+
+void SettingsFile::remove(const QString &keyOrGroup)
+{
+    if (settings)
+        settings->remove(keyOrGroup);
+}
+
+bool SettingsFile::isWritten()
+{
+    if (!settings)
+        return false;
+    settings->sync();
+    return settings->status() == QSettings::NoError && settings->isWritable();
 }
 
 } // namespace Qtilities::Core
