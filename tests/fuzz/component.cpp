@@ -110,10 +110,16 @@ private:
 
     void makeOne()
     {
-        const FileId file = any(document.files().files());
-        const FolderId folder = any(document.folders().folders());
-        const PropertyId property = any(document.properties().properties());
-        switch (random.bounded(12)) {
+        const int kind = random.bounded(12);
+        if (kind < 7)
+            addOne(kind);
+        else
+            changeOne(kind);
+    }
+
+    void addOne(int kind)
+    {
+        switch (kind) {
         case 0:
             tried(document.setText(any(allFields), text()));
             break;
@@ -134,9 +140,17 @@ private:
             tried(document.builds().write(
                 {text(), text(), {{text(), text()}}, {{text(), text(), {}, {}}}}));
             break;
-        case 6:
+        default:
             tried(document.builds().setActiveName(text()));
-            break;
+        }
+    }
+
+    void changeOne(int kind)
+    {
+        const FileId file = any(document.files().files());
+        const FolderId folder = any(document.folders().folders());
+        const PropertyId property = any(document.properties().properties());
+        switch (kind) {
         case 7:
             change(file);
             break;
