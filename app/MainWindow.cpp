@@ -8,6 +8,7 @@
 #include "app/editor/EditorArea.h"
 #include "app/ending/Leaving.h"
 #include "app/file/FileMenu.h"
+#include "app/find/FindTools.h"
 #include "app/help/HelpDock.h"
 #include "app/help/HelpMenu.h"
 #include "app/issues/IssueList.h"
@@ -239,7 +240,7 @@ void MainWindow::createIssuesDock()
 void MainWindow::createMenus()
 {
     auto *file = new FileMenu(designs->editorArea(), this);
-    connect(file, &FileMenu::preferencesWanted, this, &MainWindow::askForPreferences);
+    connect(file, &FileMenu::preferencesWanted, this, [this] { askForPreferences(); });
     connect(file, &FileMenu::quitWanted, this, &QWidget::close);
     auto *view = new ViewMenu(modeBar, this);
     view->addDock(logDock->toggleViewAction());
@@ -254,9 +255,22 @@ void MainWindow::createMenus()
                 activateMode(DesignsMode::id);
                 buildpages::show(designs->editorArea(), designId, name);
             });
+    auto *finding = new FindTools(designs->editorArea(), this);
+    tabifyDockWidget(logDock, finding->dock());
+    view->addDock(finding->dock()->toggleViewAction());
+    view->addPlaces({finding->locateAction(), finding->findAction()});
+    connect(finding, &FindTools::commandWanted, helpDock, &HelpDock::showCommand);
+    connect(finding, &FindTools::settingWanted, this, &MainWindow::askForPreferences);
+    connect(finding, &FindTools::designWanted, this, [this](const QString &id) {
+        activateMode(DesignsMode::id);
+        DesignManager::instance()->setActiveDesign(id);
+    });
     const QString scripts = QtilitiesApplication::applicationSessionPath() + u"/Scripts"_s;
     auto *scriptMenu = new ScriptMenu(scripts, this);
     scriptMenu->followEditors(designs->editorArea());
+    connect(finding, &FindTools::locatorWanted, this, [finding, scriptMenu] {
+        finding->showLocator(scriptMenu->scripts(), PreferencesDialog::pageTitles());
+    });
     auto *scriptsDock = new QDockWidget(tr("Scripts"), this);
     scriptsDock->setObjectName(u"scriptsDock"_s);
     auto *scriptsView = new ScriptsView(scripts, scriptsDock);
@@ -273,9 +287,10 @@ void MainWindow::createMenus()
         menuBar()->addMenu(menu);
 }
 
-void MainWindow::askForPreferences()
+void MainWindow::askForPreferences(const QString &page)
 {
     PreferencesDialog dialog(this);
+    dialog.showPage(page);
     connect(&dialog, &PreferencesDialog::applied, this, &MainWindow::followPreferences);
     dialog.exec();
 }

@@ -82,7 +82,7 @@ private:
     void createLogDock();
     void createIssuesDock();
     void createMenus();
-    void askForPreferences();
+    void askForPreferences(const QString &page = {});
     void followPreferences();
     void remember();
     void updateTitle();

@@ -44,6 +44,23 @@ void PreferencesDialog::add(PreferencesPage *page)
     tabs->addTab(page, page->title());
 }
 
+QStringList PreferencesDialog::pageTitles()
+{
+    const PreferencesDialog dialog;
+    QStringList titles;
+    for (const PreferencesPage *page : dialog.pages)
+        titles.append(page->title());
+    return titles;
+}
+
+void PreferencesDialog::showPage(const QString &title)
+{
+    for (PreferencesPage *page : std::as_const(pages)) {
+        if (page->title() == title)
+            tabs->setCurrentWidget(page);
+    }
+}
+
 void PreferencesDialog::accept()
 {
     apply();

@@ -14,6 +14,10 @@ class PreferencesDialog : public QDialog
 public:
     explicit PreferencesDialog(QWidget *parent = nullptr);
 
+    // The titles of the pages, and bringing one to the front; an unknown one changes nothing.
+    static QStringList pageTitles();
+    void showPage(const QString &title);
+
     void accept() override;
 
 Q_SIGNALS:

@@ -87,6 +87,10 @@ const QList<Room> rooms = {
      u"app/issues"_s,
      {u"interp"_s, u"Qtilities"_s, u"MorvalenCore"_s, u"app/messages"_s, u"app/places"_s,
       u"app/editor"_s}},
+    {u"app/find"_s,
+     u"app/find"_s,
+     {u"interp"_s, u"commands"_s, u"Qtilities"_s, u"MorvalenCore"_s, u"app/messages"_s,
+      u"app/places"_s, u"app/editor"_s}},
     {u"app/builds"_s,
      u"app/builds"_s,
      {u"Qtilities"_s, u"MorvalenCore"_s, u"app/messages"_s, u"app/calls"_s, u"app/editor"_s}},
@@ -120,7 +124,7 @@ const QList<Room> rooms = {
       u"Qtilities"_s,    u"MorvalenCore"_s, u"app/process"_s, u"app/messages"_s,    u"app/live"_s,
       u"app/session"_s,  u"app/calls"_s,    u"app/editor"_s,  u"app/builds"_s,      u"app/file"_s,
       u"app/designs"_s,  u"app/ending"_s,   u"app/help"_s,    u"app/preferences"_s, u"app/window"_s,
-      u"app/terminal"_s, u"app/places"_s,   u"app/issues"_s}},
+      u"app/terminal"_s, u"app/places"_s,   u"app/issues"_s,  u"app/find"_s}},
 };
 
 // The folders at the top that hold rooms.
