@@ -6,7 +6,7 @@
 #include <MorvalenCore/DesignManager.h>
 #include <MorvalenCore/IDesign.h>
 
-#include <QFileInfo>
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListView>
