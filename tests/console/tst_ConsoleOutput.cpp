@@ -1,4 +1,5 @@
 #include "ConsoleUnderTest.h"
+#include "tests/console/PaintCounter.h"
 #include "tests/TestClass.h"
 
 #include <QRandomGenerator>
@@ -32,18 +33,6 @@ public:
         setTextColor(color);
         insertPlainText(text);
     }
-};
-
-class PaintCounter : public QObject
-{
-public:
-    explicit PaintCounter(QWidget *widget) { widget->installEventFilter(this); }
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        paints += event->type() == QEvent::Paint;
-        return false;
-    }
-    int paints = 0;
 };
 
 } // namespace

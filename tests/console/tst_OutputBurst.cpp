@@ -1,25 +1,10 @@
 #include "console/OutputBurst.h"
+#include "tests/console/PaintCounter.h"
 #include "tests/TestClass.h"
 
 #include <QtTest>
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-class PaintCounter : public QObject
-{
-public:
-    explicit PaintCounter(QWidget *widget) { widget->installEventFilter(this); }
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        paints += event->type() == QEvent::Paint;
-        return false;
-    }
-    int paints = 0;
-};
-
-} // namespace
 
 // The burst alone, in a widget that does not close it.
 class tst_OutputBurst : public QObject

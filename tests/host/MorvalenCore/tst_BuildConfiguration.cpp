@@ -5,9 +5,12 @@
 #include <MorvalenCore/BuildMonitor.h>
 #include <MorvalenCore/Cleaner.h>
 
+#include <QFile>
 #include <QSettings>
 #include <QTest>
 #include <QTimer>
+
+#include <functional>
 
 using namespace Qt::Literals::StringLiterals;
 using namespace MorvalenCore;
@@ -85,6 +88,28 @@ bool isAlive(const QByteArray &id)
         SessionFixture::read(u"/proc/%1/stat"_s.arg(QString::fromLatin1(id.trimmed())));
     return !stat.isEmpty() && !stat.contains(") Z ");
 }
+
+// Runs as long as the file that it makes is there.
+const QByteArray waitingStep = step("slow", "touch there; while [ -e there ]; do sleep 0.01; done");
+
+// Calls once, from the event loop, when a file has appeared.
+class OnceThere
+{
+public:
+    OnceThere(const QString &path, const std::function<void()> &call)
+    {
+        timer.callOnTimeout(&timer, [this, path, call] {
+            if (!QFile::exists(path))
+                return;
+            timer.stop();
+            call();
+        });
+        timer.start(5);
+    }
+
+private:
+    QTimer timer;
+};
 
 const QString title = u"The build \"Main\" of design \"soft\""_s;
 
@@ -600,22 +625,16 @@ void tst_BuildConfiguration::refreshesWithoutATrace()
 
 void tst_BuildConfiguration::refusesASecondRun()
 {
-    BuildConfiguration *main =
-        open(step("slow", "touch there; while [ -e there ]; do sleep 0.01; done"));
+    BuildConfiguration *main = open(waitingStep);
     QVERIFY(main);
     bool second = true;
-    QTimer poll;
-    connect(&poll, &QTimer::timeout, &poll, [&] {
-        if (!exists(u"there"_s))
-            return;
-        poll.stop();
+    const OnceThere thenRun(inDesign(u"there"_s), [&] {
         QCOMPARE(main->runState(), BuildConfiguration::Running);
         second = main->run(true, false);
         main->refresh();
         QCOMPARE(main->runState(), BuildConfiguration::Running);
         QFile::remove(inDesign(u"there"_s));
     });
-    poll.start(5);
     QVERIFY(main->run(true, false));
     QVERIFY(!second);
     QCOMPARE(session->takeLog().filter(u"already"_s),
@@ -624,21 +643,15 @@ void tst_BuildConfiguration::refusesASecondRun()
 
 void tst_BuildConfiguration::refusesADryRunWhileItRuns()
 {
-    BuildConfiguration *main =
-        open(step("slow", "touch there; while [ -e there ]; do sleep 0.01; done"));
+    BuildConfiguration *main = open(waitingStep);
     QVERIFY(main);
     bool second = true;
-    QTimer poll;
-    connect(&poll, &QTimer::timeout, &poll, [&] {
-        if (!exists(u"there"_s))
-            return;
-        poll.stop();
+    const OnceThere thenRun(inDesign(u"there"_s), [&] {
         second = main->run(true, true);
         QCOMPARE(main->runState(), BuildConfiguration::Running);
         // The run is still known as the one that is under way, and can be cancelled.
         main->cancel();
     });
-    poll.start(5);
     QVERIFY(!main->run(true, false));
     QVERIFY(!second);
     QCOMPARE(main->runState(), BuildConfiguration::Cancelled);
