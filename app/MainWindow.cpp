@@ -255,6 +255,33 @@ void MainWindow::createMenus()
                 activateMode(DesignsMode::id);
                 buildpages::show(designs->editorArea(), designId, name);
             });
+    const QString scripts = QtilitiesApplication::applicationSessionPath() + u"/Scripts"_s;
+    auto *scriptMenu = new ScriptMenu(scripts, this);
+    scriptMenu->followEditors(designs->editorArea());
+    createScriptsDock(scripts, scriptMenu, view);
+    createFindTools(scriptMenu, view);
+    for (QMenu *menu : std::initializer_list<QMenu *> {
+             file, new EditMenu(designs->editorArea()->editorActions(), this), view, build,
+             scriptMenu, help})
+        menuBar()->addMenu(menu);
+}
+
+void MainWindow::createScriptsDock(const QString &scripts, ScriptMenu *menu, ViewMenu *view)
+{
+    auto *scriptsDock = new QDockWidget(tr("Scripts"), this);
+    scriptsDock->setObjectName(u"scriptsDock"_s);
+    auto *scriptsView = new ScriptsView(scripts, scriptsDock);
+    scriptsDock->setWidget(scriptsView);
+    addDockWidget(Qt::RightDockWidgetArea, scriptsDock);
+    scriptsDock->hide();
+    view->addDock(scriptsDock->toggleViewAction());
+    connect(scriptsView, &ScriptsView::editWanted, menu, &ScriptMenu::edit);
+    connect(scriptsView, &ScriptsView::runWanted, menu, &ScriptMenu::run);
+    connect(scriptsView, &ScriptsView::newWanted, menu, &ScriptMenu::makeScript);
+}
+
+void MainWindow::createFindTools(ScriptMenu *scripts, ViewMenu *view)
+{
     auto *finding = new FindTools(designs->editorArea(), this);
     tabifyDockWidget(logDock, finding->dock());
     view->addDock(finding->dock()->toggleViewAction());
@@ -265,26 +292,9 @@ void MainWindow::createMenus()
         activateMode(DesignsMode::id);
         DesignManager::instance()->setActiveDesign(id);
     });
-    const QString scripts = QtilitiesApplication::applicationSessionPath() + u"/Scripts"_s;
-    auto *scriptMenu = new ScriptMenu(scripts, this);
-    scriptMenu->followEditors(designs->editorArea());
-    connect(finding, &FindTools::locatorWanted, this, [finding, scriptMenu] {
-        finding->showLocator(scriptMenu->scripts(), PreferencesDialog::pageTitles());
+    connect(finding, &FindTools::locatorWanted, this, [finding, scripts] {
+        finding->showLocator(scripts->scripts(), PreferencesDialog::pageTitles());
     });
-    auto *scriptsDock = new QDockWidget(tr("Scripts"), this);
-    scriptsDock->setObjectName(u"scriptsDock"_s);
-    auto *scriptsView = new ScriptsView(scripts, scriptsDock);
-    scriptsDock->setWidget(scriptsView);
-    addDockWidget(Qt::RightDockWidgetArea, scriptsDock);
-    scriptsDock->hide();
-    view->addDock(scriptsDock->toggleViewAction());
-    connect(scriptsView, &ScriptsView::editWanted, scriptMenu, &ScriptMenu::edit);
-    connect(scriptsView, &ScriptsView::runWanted, scriptMenu, &ScriptMenu::run);
-    connect(scriptsView, &ScriptsView::newWanted, scriptMenu, &ScriptMenu::makeScript);
-    for (QMenu *menu : std::initializer_list<QMenu *> {
-             file, new EditMenu(designs->editorArea()->editorActions(), this), view, build,
-             scriptMenu, help})
-        menuBar()->addMenu(menu);
 }
 
 void MainWindow::askForPreferences(const QString &page)

@@ -24,6 +24,7 @@ class ModeBar;
 class QDockWidget;
 class QStackedWidget;
 class QtclConsole;
+class ScriptMenu;
 class ViewMenu;
 
 // The window of the program: modes on the left, the log below, the manual beside them, and the
@@ -82,6 +83,8 @@ private:
     void createLogDock();
     void createIssuesDock();
     void createMenus();
+    void createScriptsDock(const QString &scripts, ScriptMenu *menu, ViewMenu *view);
+    void createFindTools(ScriptMenu *scripts, ViewMenu *view);
     void askForPreferences(const QString &page = {});
     void followPreferences();
     void remember();
