@@ -8,7 +8,7 @@ set(PACKAGE_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/TclScripting")
 
 install(TARGETS morvalen RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(TARGETS supervise-build RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/morvalen)
-install(TARGETS Qtilities MorvalenCore TclScripting tcl EXPORT TclScriptingTargets
+install(TARGETS Qtilities MorvalenCore TclConsole TclScripting tcl EXPORT TclScriptingTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         COMPONENT runtime NAMELINK_COMPONENT development)
 install(EXPORT TclScriptingTargets NAMESPACE TclScripting:: DESTINATION "${PACKAGE_DIR}"
@@ -38,7 +38,7 @@ install(FILES
 set(pkgconfig_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 file(RELATIVE_PATH to_prefix "/prefix/${pkgconfig_dir}" /prefix)
 string(REGEX REPLACE "/$" "" to_prefix "${to_prefix}")
-foreach(library IN ITEMS qtilities morvalencore tclscripting)
+foreach(library IN ITEMS qtilities morvalencore tclconsole tclscripting)
     configure_file(cmake/${library}.pc.in "${CMAKE_BINARY_DIR}/${library}.pc" @ONLY)
     install(FILES "${CMAKE_BINARY_DIR}/${library}.pc" DESTINATION "${pkgconfig_dir}"
         COMPONENT development)

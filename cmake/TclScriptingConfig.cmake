@@ -1,5 +1,6 @@
 # The package of the scripting library. Its targets:
-#   TclScripting::TclScripting   the scripting library, with the two below
+#   TclScripting::TclScripting   the scripting library, with the three below
+#   TclScripting::Console        interpreter and console alone: Qt and Tcl, nothing of designs
 #   TclScripting::MorvalenCore   designs and everything in them
 #   TclScripting::Qtilities      the application framework
 # Any of their names may be asked for as a component; all of them always come.
@@ -9,7 +10,7 @@
 cmake_policy(VERSION 3.16...3.25)
 
 foreach(TclScripting_component IN LISTS TclScripting_FIND_COMPONENTS)
-    if(TclScripting_component MATCHES "^(TclScripting|MorvalenCore|Qtilities)$")
+    if(TclScripting_component MATCHES "^(TclScripting|Console|MorvalenCore|Qtilities)$")
         set(TclScripting_${TclScripting_component}_FOUND TRUE)
     elseif(TclScripting_FIND_REQUIRED_${TclScripting_component})
         set(TclScripting_FOUND FALSE)

@@ -2,6 +2,10 @@
 
 #include <QtGlobal>
 
+#if __cplusplus < 202002L
+#    error "These headers are C++20: compile what includes them with -std=c++20 or later"
+#endif
+
 // Marks what the shared library TclScripting offers to hosts.
 #if defined(TCLSCRIPTING_LIBRARY)
 #    define TCLSCRIPTING_EXPORT Q_DECL_EXPORT

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <MorvalenCore/MorvalenCoreExport.h>
+
 #include <QString>
 
 namespace MorvalenCore {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Qtilities/QtilitiesExport.h>
+
 #include <QString>
 
 namespace Qtilities::Core {
