@@ -48,6 +48,28 @@ must(${configure} -S "${CMAKE_CURRENT_LIST_DIR}/rules" -B "${WORK}/rules")
 must("${CMAKE_COMMAND}" --build "${WORK}/rules")
 include("${CMAKE_CURRENT_LIST_DIR}/rules.cmake")
 
+# The least host with designs of its own, and with less than that.
+must(${configure} -S "${CMAKE_CURRENT_LIST_DIR}/least" -B "${WORK}/least")
+must("${CMAKE_COMMAND}" --build "${WORK}/least")
+include("${CMAKE_CURRENT_LIST_DIR}/least.cmake")
+
+# The console alone: it needs nothing of designs.
+must(${configure} -S "${CMAKE_CURRENT_LIST_DIR}/console" -B "${WORK}/console")
+must("${CMAKE_COMMAND}" --build "${WORK}/console")
+must("${WORK}/console/console")
+must_be("${output}" "Type here.\n\nmorvalen > shout hello\nHELLO\nmorvalen > after 1 {set done 1}; vwait done; puts waited\nwaited\nmorvalen > \n")
+must(ldd "${WORK}/console/console")
+foreach(word IN ITEMS TclConsole tcl8 Qt6Widgets)
+    if(NOT output MATCHES "lib${word}")
+        message(FATAL_ERROR "the console alone runs without lib${word}:\n${output}")
+    endif()
+endforeach()
+foreach(word IN ITEMS TclScripting MorvalenCore Qtilities git2)
+    if(output MATCHES "lib${word}")
+        message(FATAL_ERROR "the console alone needs lib${word}:\n${output}")
+    endif()
+endforeach()
+
 # How the package is asked for, and what it says when it cannot be had.
 must(${configure} -S "${CMAKE_CURRENT_LIST_DIR}/finding" -B "${WORK}/finding")
 
@@ -58,3 +80,17 @@ must("${COMPILER}" ${flags} -fPIC "${CMAKE_CURRENT_LIST_DIR}/consumer/main.cpp"
     -o "${WORK}/plain" ${words})
 must("${CMAKE_COMMAND}" -E env "LD_LIBRARY_PATH=${libraries}" "${WORK}/plain")
 must_be("${output}" "${says}")
+ask_pkg_config("${prefix}" tclconsole)
+must("${COMPILER}" ${flags} -fPIC "${CMAKE_CURRENT_LIST_DIR}/console/main.cpp"
+    -o "${WORK}/plain console" ${words})
+
+# An older standard is refused in a sentence.
+ask_pkg_config("${prefix}" tclscripting)
+execute_process(COMMAND "${COMPILER}" ${words} -std=c++17 -fPIC -fsyntax-only
+        "${CMAKE_CURRENT_LIST_DIR}/consumer/main.cpp"
+    RESULT_VARIABLE result ERROR_VARIABLE errors)
+string(FIND "${errors}" "These headers are C++20: compile what includes them with -std=c++20 or later"
+    position)
+if(result EQUAL 0 OR position EQUAL -1)
+    message(FATAL_ERROR "compiled as C++17, it says:\n${errors}")
+endif()

@@ -33,6 +33,12 @@ bool AbstractTreeItem::setName(const QString &name, Core::Observer *)
     return logStatus(trySetName(name), Logger::Warning);
 }
 
+Core::Status AbstractTreeItem::trySetCategory(const Core::QtilitiesCategory &)
+{
+    return Core::Status::unsupported(
+        QStringLiteral("The category of \"%1\" cannot be changed").arg(getName()));
+}
+
 bool AbstractTreeItem::setCategory(const Core::QtilitiesCategory &category)
 {
     return logStatus(trySetCategory(category), Logger::Warning);

@@ -30,7 +30,12 @@ public:
 
     // Deletes what the item stands for from disk; with permanently it cannot be brought back,
     // otherwise it goes to the trash. The item stays in its design.
-    virtual Qtilities::Core::Status tryRemoveFromComputer(bool permanently) = 0;
+    virtual Qtilities::Core::Status tryRemoveFromComputer(bool permanently)
+    {
+        Q_UNUSED(permanently)
+        return Qtilities::Core::Status::unsupported(
+            QStringLiteral("The design does not delete what is on disk"));
+    }
     // The same for callers that can only take a bool; a warning in the log says why.
     virtual bool removeFromComputer(bool permanently)
     {
@@ -40,10 +45,10 @@ public:
 
     // The abbreviated id of the last commit that touched the item; "-1" when it is not under
     // version control.
-    virtual QString versionControlRevision() const = 0;
+    virtual QString versionControlRevision() const { return QStringLiteral("-1"); }
 
     // The name of the version control system that manages the item; empty when none does.
-    virtual QString versionControlSystemName() const = 0;
+    virtual QString versionControlSystemName() const { return {}; }
 
     // A function that looks all of that up later: without the item, in any thread, since a long
     // history takes its time. What it gives once cancelled is set means nothing.

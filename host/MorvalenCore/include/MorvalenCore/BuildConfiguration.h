@@ -30,8 +30,8 @@ public:
 
     // The folder that the build writes to, as it was set; a relative one is of the design's
     // working folder.
-    virtual QString getTargetPath() const = 0;
-    virtual Qtilities::Core::Status trySetTargetPath(const QString &path) = 0;
+    virtual QString getTargetPath() const { return {}; }
+    virtual Qtilities::Core::Status trySetTargetPath(const QString &path);
     virtual void setTargetPath(const QString &path);
 
     // What the design keeps of it, and the steps that come on top of that: those that files of the
@@ -43,19 +43,23 @@ public:
     virtual Qtilities::Core::Status trySetDescription(const BuildDescription &description);
     bool setDescription(const BuildDescription &description, QString *error);
 
-    virtual RunState runState() const = 0;
+    virtual RunState runState() const { return Idle; }
 
     // "Idle", "Running", "Completed", "Failed", "Cancelled".
     static QString runStateToString(RunState state);
 
     // Step names in the order of execution: the first count of them, or all for -1.
-    virtual QStringList stepNamesInOrder(int count) const = 0;
+    virtual QStringList stepNamesInOrder(int count) const
+    {
+        Q_UNUSED(count)
+        return {};
+    }
 
-    // Owned by the configuration.
-    virtual const BuildStepPropertyManager *propertyManager() const = 0;
+    // Owned by the configuration; null when it knows of no macros.
+    virtual const BuildStepPropertyManager *propertyManager() const { return nullptr; }
 
     // Looks anew at what is outdated; how the last run ended is forgotten.
-    virtual Qtilities::Core::Status tryRefresh() = 0;
+    virtual Qtilities::Core::Status tryRefresh() { return {}; }
     virtual void refresh();
 
     // The steps that were outdated when somebody last looked, in the order of execution.
@@ -64,7 +68,7 @@ public:
     // Runs the build and returns when it has ended; the status says that it failed or was
     // cancelled. What it does goes to the log, line by line. A dry run only says what it would do.
     // A configuration that was destroyed meanwhile ends as cancelled, without a sentence.
-    virtual Qtilities::Core::Status tryRun(bool onlyOutdated, bool dryRun) = 0;
+    virtual Qtilities::Core::Status tryRun(bool onlyOutdated, bool dryRun);
     virtual bool run(bool onlyOutdated, bool dryRun);
 
     // Lets a run end soon, with all its processes. Nothing when none is under way.

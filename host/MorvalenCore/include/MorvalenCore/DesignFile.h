@@ -18,13 +18,15 @@ public:
     explicit DesignFile(QObject *parent = nullptr);
     ~DesignFile() override;
 
+    bool existsOnDisk() const override;
+
     // The name of the node (file set) that holds the file.
-    virtual QString node() const = 0;
+    virtual QString node() const { return {}; }
 
     // Whether a build or a generator made the file, and the version that the design had then. The
     // version is empty for other files, and where the design had none.
     virtual bool isGenerated() const { return !generatedVersion().isEmpty(); }
-    virtual QString generatedVersion() const = 0;
+    virtual QString generatedVersion() const { return {}; }
 };
 
 } // namespace MorvalenCore

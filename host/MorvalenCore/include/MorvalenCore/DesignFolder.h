@@ -17,6 +17,8 @@ class MORVALENCORE_EXPORT DesignFolder : public Qtilities::CoreGui::TreeFileItem
 public:
     explicit DesignFolder(QObject *parent = nullptr);
     ~DesignFolder() override;
+
+    bool existsOnDisk() const override;
 };
 
 } // namespace MorvalenCore

@@ -7,9 +7,12 @@
 #include <Qtilities/FactoryItemID.h>
 #include <Qtilities/Status.h>
 
+#include <QHash>
+
 namespace MorvalenCore {
 
-// The open designs, their types, and where they are kept. One per process.
+// The open designs, their types, and where they are kept. One per process. A manager has designs
+// and knows the active ones; what else it leaves out it refuses, with a sentence that says so.
 class MORVALENCORE_EXPORT DesignManager : public QObject
 {
     Q_OBJECT
@@ -41,45 +44,44 @@ public:
     virtual QList<Interfaces::IDesign *> activeDesigns() const = 0;
     virtual void setActiveDesign(const QString &id) = 0;
 
-    virtual QStringList designTypes() const = 0;
+    virtual QStringList designTypes() const { return {}; }
 
-    // The default folder of a kind, absolute.
-    virtual QString path(PathKind kind) const = 0;
+    // The default folder of a kind, absolute: that of the session.
+    virtual QString path(PathKind kind) const;
 
     // The file of the application's settings, in the form of QSettings' INI format.
-    virtual QString settingsFileName() const = 0;
+    virtual QString settingsFileName() const;
 
     // Whether a design may have that name. A design that is given may keep its own name, and gets
     // no other while it is read-only.
     virtual Qtilities::Core::Status
-    tryDesignName(const QString &name, const Interfaces::IDesign *renamed = nullptr) const = 0;
+    tryDesignName(const QString &name, const Interfaces::IDesign *renamed = nullptr) const;
 
     // Adds a design to the open ones and takes ownership of the object behind it; it stays the
     // caller's when one of its id is open.
-    virtual Qtilities::Core::Status tryAttachDesign(Interfaces::IDesign *design,
-                                                    bool makeActive) = 0;
+    virtual Qtilities::Core::Status tryAttachDesign(Interfaces::IDesign *design, bool makeActive);
 
     // Opens a design from a file.
     virtual Qtilities::Core::Result<Interfaces::IDesign *>
-    tryParseDesignFromFile(const QString &fileName) = 0;
+    tryParseDesignFromFile(const QString &fileName);
 
     // Writes a copy of a design to a file; the design does not move.
-    virtual Qtilities::Core::Status
-    tryParseDesignToFile(Interfaces::IDesign *design, const QString &fileName, bool overwrite) = 0;
+    virtual Qtilities::Core::Status tryParseDesignToFile(Interfaces::IDesign *design,
+                                                         const QString &fileName, bool overwrite);
 
     // Closes a design, saving unsaved changes; with deleteWorkingFolder the folder goes for good
     // when it lies below the designs path. Changes that cannot be saved in the component file go
     // to a copy in the backups folder, and a remark says so. A design that cannot be closed stays
     // open. A closed design is destroyed later, when no bracket of changes is open and control is
     // back in the event loop; its items go at once.
-    virtual Qtilities::Core::Status tryCloseDesign(const QString &id, bool deleteWorkingFolder) = 0;
+    virtual Qtilities::Core::Status tryCloseDesign(const QString &id, bool deleteWorkingFolder);
     // The same for several, with a status for each.
     virtual QList<Qtilities::Core::Status> tryCloseDesigns(const QStringList &ids,
                                                            bool deleteWorkingFolders);
 
     // Saves what must not be lost, as closing does; called before the program ends. A status for
     // each open design.
-    virtual QList<Qtilities::Core::Status> tryPrepareForShutdown(int reason) = 0;
+    virtual QList<Qtilities::Core::Status> tryPrepareForShutdown(int reason);
 
     // The same operations in the forms that commands call, with the reason of a failure in *error
     // where there is one, else in the log. The format is empty for the only one there is, and the
@@ -100,11 +102,11 @@ public:
     // Makes a factory of objects known by a tag; it stays the caller's and must outlive the
     // manager. False when the tag is taken.
     virtual bool registerFactory(const ObjectFactory *factory,
-                                 const Qtilities::Core::FactoryItemID &id) = 0;
-    virtual const ObjectFactory *factory(const QString &tag) const = 0;
+                                 const Qtilities::Core::FactoryItemID &id);
+    virtual const ObjectFactory *factory(const QString &tag) const;
 
     // The contexts in which extension widgets appear, the preferred one first.
-    virtual QStringList extensionWidgetContexts() const = 0;
+    virtual QStringList extensionWidgetContexts() const { return {}; }
 
 Q_SIGNALS:
     // Sent at once, or gathered while a ChangeBracket is open and sent once when it closes, in
@@ -115,6 +117,9 @@ Q_SIGNALS:
     // Anything in the design or about it.
     void designChanged(const QString &id);
     void activeDesignChanged();
+
+private:
+    QHash<QString, const ObjectFactory *> factories;
 };
 
 } // namespace MorvalenCore

@@ -13,6 +13,18 @@ BuildConfiguration::BuildConfiguration(QObject *parent) : QObject(parent) { }
 
 BuildConfiguration::~BuildConfiguration() = default;
 
+Status BuildConfiguration::trySetTargetPath(const QString &)
+{
+    return Status::unsupported(
+        QStringLiteral("The target path of \"%1\" cannot be changed").arg(configurationName()));
+}
+
+Status BuildConfiguration::tryRun(bool, bool)
+{
+    return Status::unsupported(
+        QStringLiteral("The build configuration \"%1\" cannot be run").arg(configurationName()));
+}
+
 void BuildConfiguration::setTargetPath(const QString &path)
 {
     logStatus(trySetTargetPath(path), Logger::Warning);

@@ -3,6 +3,7 @@
 
 #include "designs/SessionDesignManager.h"
 #include "log/hostlog.h"
+#include "session/sessionsettings.h"
 
 #include <Qtilities/Replaceable.h>
 #include <Qtilities/statuslog.h>
@@ -52,6 +53,64 @@ void DesignManager::setInstance(DesignManager *manager)
     if (manager)
         warnOfLostFactories(slot().current(), *manager);
     slot().set(manager);
+}
+
+QString DesignManager::path(PathKind kind) const
+{
+    return sessionFolder(kind == DesignsPath ? u"Designs"_s : u"Backups"_s);
+}
+
+QString DesignManager::settingsFileName() const { return sessionSettingsFile(); }
+
+Status DesignManager::tryDesignName(const QString &name, const IDesign *) const
+{
+    return name.isEmpty() ? Status::invalidArgument(u"A design needs a name"_s) : Status();
+}
+
+Status DesignManager::tryAttachDesign(IDesign *, bool)
+{
+    return Status::unsupported(u"This program takes up no designs"_s);
+}
+
+Result<IDesign *> DesignManager::tryParseDesignFromFile(const QString &)
+{
+    return Status::unsupported(u"This program opens no files as designs"_s);
+}
+
+Status DesignManager::tryParseDesignToFile(IDesign *, const QString &, bool)
+{
+    return Status::unsupported(u"This program writes no copies of designs"_s);
+}
+
+Status DesignManager::tryCloseDesign(const QString &id, bool)
+{
+    return design(id) ? Status::unsupported(u"This program closes no designs"_s)
+                      : Status::notFound(u"There is no open design \"%1\""_s.arg(id));
+}
+
+// What the designs say decides; one that cannot be saved is none that could be lost.
+QList<Status> DesignManager::tryPrepareForShutdown(int)
+{
+    QList<Status> all;
+    for (const QString &id : openDesignIds()) {
+        IDesign *const open = design(id);
+        all.append(open && open->isModified() ? open->trySaveToComponentFile() : Status());
+    }
+    return all;
+}
+
+bool DesignManager::registerFactory(const ObjectFactory *factory,
+                                    const Qtilities::Core::FactoryItemID &id)
+{
+    if (factories.contains(id.tag))
+        return false;
+    factories.insert(id.tag, factory);
+    return true;
+}
+
+const DesignManager::ObjectFactory *DesignManager::factory(const QString &tag) const
+{
+    return factories.value(tag);
 }
 
 QList<Status> DesignManager::tryCloseDesigns(const QStringList &ids, bool deleteWorkingFolders)

@@ -5,7 +5,6 @@
 #include "designs/backup.h"
 #include "designs/designname.h"
 #include "designs/DoomedFolder.h"
-#include "session/sessionsettings.h"
 #include "structures/structures.h"
 
 #include <Qtilities/QtilitiesCoreApplication.h>
@@ -58,13 +57,6 @@ void SessionDesignManager::setActiveDesign(const QString &id)
 }
 
 QStringList SessionDesignManager::designTypes() const { return designTypeNames(); }
-
-QString SessionDesignManager::path(PathKind kind) const
-{
-    return sessionFolder(kind == DesignsPath ? u"Designs"_s : u"Backups"_s);
-}
-
-QString SessionDesignManager::settingsFileName() const { return sessionSettingsFile(); }
 
 Status SessionDesignManager::tryDesignName(const QString &name, const IDesign *renamed) const
 {

@@ -27,8 +27,6 @@ public:
     QList<Interfaces::IDesign *> activeDesigns() const override;
     void setActiveDesign(const QString &id) override;
     QStringList designTypes() const override;
-    QString path(PathKind kind) const override;
-    QString settingsFileName() const override;
     Qtilities::Core::Status tryDesignName(const QString &name,
                                           const Interfaces::IDesign *renamed) const override;
     Qtilities::Core::Status tryAttachDesign(Interfaces::IDesign *design, bool makeActive) override;

@@ -5,6 +5,8 @@
 #include <MorvalenCore/DesignProperty.h>
 #include <Qtilities/statuslog.h>
 
+#include <QFileInfo>
+
 using Qtilities::Logging::Logger;
 using Qtilities::Logging::logStatus;
 
@@ -14,13 +16,28 @@ DesignFile::DesignFile(QObject *parent) : TreeFileItem(parent) { }
 
 DesignFile::~DesignFile() = default;
 
+bool DesignFile::existsOnDisk() const { return QFileInfo(actualPath()).isFile(); }
+
 DesignFolder::DesignFolder(QObject *parent) : TreeFileItem(parent) { }
 
 DesignFolder::~DesignFolder() = default;
 
+bool DesignFolder::existsOnDisk() const { return QFileInfo(actualPath()).isDir(); }
+
 DesignProperty::DesignProperty(QObject *parent) : AbstractTreeItem(parent) { }
 
 DesignProperty::~DesignProperty() = default;
+
+QString DesignProperty::getName(const Qtilities::Core::Observer *) const
+{
+    return propertyData().name();
+}
+
+Qtilities::Core::Status DesignProperty::trySetValue(const QVariant &)
+{
+    return Qtilities::Core::Status::unsupported(
+        QStringLiteral("The value of property \"%1\" cannot be changed").arg(getName()));
+}
 
 void DesignProperty::setValue(const QVariant &value)
 {

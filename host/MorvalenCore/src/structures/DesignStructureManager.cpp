@@ -1,8 +1,15 @@
 #include <MorvalenCore/DesignStructureManager.h>
 
+#include "log/hostlog.h"
+#include "session/sessionsettings.h"
 #include "structures/StandardStructureManager.h"
 
+#include <MorvalenCore/DesignManager.h>
 #include <Qtilities/Replaceable.h>
+
+#include <QDir>
+
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -25,6 +32,47 @@ DesignStructureManager::~DesignStructureManager() = default;
 DesignStructureManager *DesignStructureManager::instance() { return slot().get(); }
 
 void DesignStructureManager::setInstance(DesignStructureManager *manager) { slot().set(manager); }
+
+QStringList DesignStructureManager::designStructureNamesForDesign(const QString &) const
+{
+    return designStructureNames();
+}
+
+QString DesignStructureManager::defaultStructureIdForDesignType(const QString &designType) const
+{
+    return designStructureID(defaultStructureNameForDesignType(designType));
+}
+
+// The first of those that can be used.
+QString DesignStructureManager::defaultStructureNameForDesignType(const QString &designType) const
+{
+    return designStructureNamesForDesign(designType).value(0);
+}
+
+Status DesignStructureManager::trySetDefaultStructureNameForDesignType(const QString &designType,
+                                                                       const QString &)
+{
+    return Status::unsupported(
+        QStringLiteral("The default structure of \"%1\" cannot be changed").arg(designType));
+}
+
+QString DesignStructureManager::designStructureID(const QString &structureName) const
+{
+    return designStructureNames().contains(structureName) ? structureName : QString();
+}
+
+QString DesignStructureManager::activeDesignRepositoryPathForStructure(const QString &structure,
+                                                                       bool create) const
+{
+    if (!designStructureNames().contains(structure))
+        return {};
+    QString path = DesignManager::instance()->path(DesignManager::DesignsPath);
+    if (path.isEmpty())
+        path = sessionFolder(QStringLiteral("Designs"));
+    if (create && !QDir().mkpath(path))
+        logError(QStringLiteral("The folder \"%1\" cannot be made").arg(path));
+    return path;
+}
 
 bool DesignStructureManager::setDefaultStructureNameForDesignType(const QString &designType,
                                                                   const QString &structureName)

@@ -1,12 +1,7 @@
 #include "structures/StandardStructureManager.h"
 
-#include "log/hostlog.h"
 #include "session/sessionsettings.h"
 #include "structures/structures.h"
-
-#include <MorvalenCore/DesignManager.h>
-
-#include <QDir>
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::Status;
@@ -26,13 +21,6 @@ const DesignType *findType(const QString &name)
     return nullptr;
 }
 
-// That of the design manager, which may be the host's own; it may have none.
-QString designsFolder()
-{
-    const QString path = DesignManager::instance()->path(DesignManager::DesignsPath);
-    return path.isEmpty() ? sessionFolder(u"Designs"_s) : path;
-}
-
 } // namespace
 
 QStringList StandardStructureManager::designStructureNames() const
@@ -47,11 +35,6 @@ QStringList StandardStructureManager::designStructureNamesForDesign(const QStrin
 {
     // Any structure goes with any type.
     return designType.isEmpty() || findType(designType) ? designStructureNames() : QStringList();
-}
-
-QString StandardStructureManager::defaultStructureIdForDesignType(const QString &designType) const
-{
-    return designStructureID(defaultStructureNameForDesignType(designType));
 }
 
 QString StandardStructureManager::defaultStructureNameForDesignType(const QString &designType) const
@@ -76,22 +59,6 @@ StandardStructureManager::trySetDefaultStructureNameForDesignType(const QString 
             u"The settings file \"%1\" cannot be written"_s.arg(sessionSettingsFile()));
     }
     return {};
-}
-
-QString StandardStructureManager::designStructureID(const QString &structureName) const
-{
-    return findDesignStructure(structureName) ? structureName : QString();
-}
-
-QString StandardStructureManager::activeDesignRepositoryPathForStructure(const QString &structure,
-                                                                         bool create) const
-{
-    if (!findDesignStructure(structure))
-        return {};
-    const QString path = designsFolder();
-    if (create && !QDir().mkpath(path))
-        logError(u"The folder \"%1\" cannot be made"_s.arg(path));
-    return path;
 }
 
 } // namespace MorvalenCore

@@ -15,14 +15,10 @@ public:
 
     QStringList designStructureNames() const override;
     QStringList designStructureNamesForDesign(const QString &designType) const override;
-    QString defaultStructureIdForDesignType(const QString &designType) const override;
     QString defaultStructureNameForDesignType(const QString &designType) const override;
     Qtilities::Core::Status
     trySetDefaultStructureNameForDesignType(const QString &designType,
                                             const QString &structureName) override;
-    QString designStructureID(const QString &structureName) const override;
-    QString activeDesignRepositoryPathForStructure(const QString &structure,
-                                                   bool create) const override;
 };
 
 } // namespace MorvalenCore

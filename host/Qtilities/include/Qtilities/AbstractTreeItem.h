@@ -26,10 +26,10 @@ public:
     // The same for callers that can only take a bool; a warning in the log says why.
     virtual bool setName(const QString &name, Core::Observer *context = nullptr);
 
-    virtual Core::QtilitiesCategory category() const = 0;
+    virtual Core::QtilitiesCategory category() const { return {}; }
 
     // Changes the category, unless the item refuses it.
-    virtual Core::Status trySetCategory(const Core::QtilitiesCategory &category) = 0;
+    virtual Core::Status trySetCategory(const Core::QtilitiesCategory &category);
     // The same for callers that can only take a bool; a warning in the log says why.
     virtual bool setCategory(const Core::QtilitiesCategory &category);
 

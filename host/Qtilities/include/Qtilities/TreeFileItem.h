@@ -17,7 +17,7 @@ public:
     virtual QString actualPath() const = 0;
 
     // Moves the item to another path, unless it refuses.
-    virtual Core::Status trySetActualPath(const QString &path) = 0;
+    virtual Core::Status trySetActualPath(const QString &path);
     // The same for callers that take no answer; a warning in the log says why.
     virtual void setActualPath(const QString &path);
 
