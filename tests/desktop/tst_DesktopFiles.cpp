@@ -23,6 +23,8 @@ private Q_SLOTS:
     void theMimeTypesAreValid();
     void filesHaveTheirTypes_data();
     void filesHaveTheirTypes();
+    void filesWithoutASuffixAreKnownByTheirContent_data();
+    void filesWithoutASuffixAreKnownByTheirContent();
     void everyFileNamesTheSameTypes();
     void iconsHaveTheirSizes_data();
     void iconsHaveTheirSizes();
@@ -109,6 +111,44 @@ void tst_DesktopFiles::filesHaveTheirTypes()
     QFETCH(const QByteArray, content);
     QFETCH(const QString, type);
     QCOMPARE(QMimeDatabase().mimeTypeForFileNameAndData(name, content).name(), type);
+}
+
+void tst_DesktopFiles::filesWithoutASuffixAreKnownByTheirContent_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("type");
+
+    const QString component = u"application/x-ipxact-component+xml"_s;
+    const QByteArray head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+    QTest::newRow("content-1 a component") << head
+            + "<ipxact:component xmlns:ipxact=\"http://www.accellera.org/XMLSchema/IPXACT/"
+              "1685-2014\"/>\n" << component;
+    QTest::newRow("content-2 an older one, behind a licence")
+        << head + "<!-- " + QByteArray(1500, 'x') + " -->\n<spirit:component/>\n"
+        << component;
+    QTest::newRow("content-3 a project")
+        << head + "<project version=\"1\" name=\"x\">\n</project>\n"
+        << u"application/x-morvalen-project+xml"_s;
+    QTest::newRow("content-4 somebody else's project")
+        << head + "<project name=\"demo\" default=\"all\"/>\n"
+        << u"application/xml"_s;
+    QTest::newRow("content-5 another document") << head + "<other/>\n" << u"application/xml"_s;
+}
+
+// A file that is called *.xml is XML to a desktop, whatever is in it.
+void tst_DesktopFiles::filesWithoutASuffixAreKnownByTheirContent()
+{
+    QFETCH(const QByteArray, content);
+    if (!Command::exists(u"gio"_s) || !Command::exists(u"update-mime-database"_s))
+        QSKIP("gio or update-mime-database is not here");
+    QCOMPARE(Command::run(u"update-mime-database"_s, {data.filePath(u"mime"_s)}).status, 0);
+    QFile file(data.filePath(u"unnamed"_s));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(content), content.size());
+    file.close();
+    const Command run =
+        Command::run(u"gio"_s, {u"info"_s, u"-a"_s, u"standard::content-type"_s, file.fileName()});
+    QTEST(run.output.section(u"standard::content-type: "_s, 1).trimmed(), "type");
 }
 
 void tst_DesktopFiles::everyFileNamesTheSameTypes()
