@@ -9,6 +9,7 @@
 #   make install PREFIX=DIR  install program, libraries, headers and the CMake package
 #   make uninstall PREFIX=DIR  remove what was installed there
 #   make package             make Debian packages of it, in build/package
+#   make docs                make the pages of the public headers, in build/docs
 #   make screenshots         make the pictures of the README anew
 #   make format              format all sources
 #   make clean               remove everything that was built
@@ -27,7 +28,7 @@ export RUN_ARGUMENTS := $(value ARGS)
 export INSTALL_PREFIX := $(PREFIX)
 export DESTDIR
 
-.PHONY: help run build test bench install uninstall package screenshots format clean
+.PHONY: help run build test bench install uninstall package docs screenshots format clean
 
 help:
 	@sed -n 's/^#   make /make /p' Makefile
@@ -77,6 +78,10 @@ uninstall:
 package:
 	@scripts/prerequisites package
 	@scripts/package build/package
+
+docs:
+	@scripts/prerequisites docs
+	@scripts/docs build/docs
 
 screenshots: build
 	@scripts/screenshots $(program)
