@@ -10,7 +10,6 @@
 #include <Qtilities/QtilitiesApplication.h>
 #include <Qtilities/QtilitiesCoreApplication.h>
 
-#include <QDir>
 #include <QTemporaryDir>
 
 #include <cstdio>
@@ -92,25 +91,8 @@ struct Factory : Qtilities::Core::Interfaces::IFactoryProvider
     }
 };
 
-} // namespace
-
-int main(int argc, char **argv)
+void runCommands(TclScripting::TclScriptManager &manager, const QString &session)
 {
-    QtilitiesApplication application(argc, argv);
-    left = application.arguments().sliced(1);
-    const QTemporaryDir session;
-    application.setApplicationSessionPath(session.path());
-    QMainWindow window;
-    if (has(u"window"_s))
-        application.setMainWindow(&window);
-    Manager designs;
-    if (has(u"manager"_s))
-        MorvalenCore::DesignManager::setInstance(&designs);
-    Factory factory;
-    if (has(u"factory"_s))
-        QtilitiesCoreApplication::objectManager()->registerFactoryProvider(&factory);
-    TclScripting::TclScriptManager manager(nullptr);
-
     for (const QString &command : {u"log told"_s,
                                    u"logp told info"_s,
                                    u"project close"_s,
@@ -138,10 +120,30 @@ int main(int argc, char **argv)
                                    u"build run"_s,
                                    u"lindex [split [overview] \n] 0"_s}) {
         int code = 0;
-        const QString text =
-            manager.execCommad(command, &code).replace(session.path(), u"SESSION"_s);
+        const QString text = manager.execCommad(command, &code).replace(session, u"SESSION"_s);
         std::printf("%s -> %d %s\n", qPrintable(command), code, qPrintable(text));
     }
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QtilitiesApplication application(argc, argv);
+    left = application.arguments().sliced(1);
+    const QTemporaryDir session;
+    application.setApplicationSessionPath(session.path());
+    QMainWindow window;
+    if (has(u"window"_s))
+        application.setMainWindow(&window);
+    Manager designs;
+    if (has(u"manager"_s))
+        MorvalenCore::DesignManager::setInstance(&designs);
+    Factory factory;
+    if (has(u"factory"_s))
+        QtilitiesCoreApplication::objectManager()->registerFactoryProvider(&factory);
+    TclScripting::TclScriptManager manager(nullptr);
+    runCommands(manager, session.path());
 }
 
 #include "main.moc"
