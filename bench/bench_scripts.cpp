@@ -68,6 +68,7 @@ int runScript(const Script &script, bool alive)
 {
     FakeHost host;
     host.journal.setSilent(true);
+    host.activeDesign();
     QtclConsole *console = shownConsole(alive ? pass : std::function<void()>());
     commands::registerCommandSet(*commandsManager::getInstance(nullptr));
     const double before = processorSeconds();
@@ -134,7 +135,7 @@ void stopAndRepaint(benchmark::State &state)
         pass();
         painted.update();
         pass();
-        if (++passes % 20 == 0) {
+        if (++passes % 4 == 0) {
             sinceStop.start();
             ScriptRuns::instance()->stop();
         }

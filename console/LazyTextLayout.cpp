@@ -80,10 +80,14 @@ QTextBlock LazyTextLayout::blockAt(double y) const
     return document()->findBlockByLineNumber(std::clamp(line, 0, textHeight() - 1));
 }
 
-int LazyTextLayout::estimate(int length) const
+int LazyTextLayout::lettersOfLine() const
 {
-    const int lines = int(std::ceil(length * letterWidth / std::max(1.0, textWidth())));
-    return lineHeight + linePitch * std::max(0, lines - 1);
+    return std::max(1, int(std::floor(textWidth() / letterWidth)));
+}
+
+int LazyTextLayout::estimate(int length, int letters) const
+{
+    return lineHeight + linePitch * (std::max(0, length - 1) / letters);
 }
 
 bool LazyTextLayout::isOnePlainLine(const QTextBlock &block) const
@@ -164,9 +168,10 @@ void LazyTextLayout::documentChanged(int from, int, int added)
 
 void LazyTextLayout::estimateAll()
 {
+    const int letters = lettersOfLine();
     for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
         block.clearLayout();
-        const int height = estimate(block.length() - 1);
+        const int height = estimate(block.length() - 1, letters);
         if (height != block.lineCount())
             block.setLineCount(height);
     }

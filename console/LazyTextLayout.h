@@ -43,7 +43,8 @@ private:
     double textWidth() const;
     int textHeight() const;
     QTextBlock blockAt(double y) const;
-    int estimate(int length) const;
+    int lettersOfLine() const;
+    int estimate(int length, int letters) const;
     bool isOnePlainLine(const QTextBlock &block) const;
     int layOut(const QTextBlock &block) const;
     void ensureLaidOut(const QTextBlock &block) const;

@@ -23,6 +23,20 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 constexpr int mostRichText = 100'000; // characters
+
+// As other programs know it.
+QChar plainLetter(QChar c)
+{
+    switch (c.unicode()) {
+    case QChar::ParagraphSeparator:
+    case QChar::LineSeparator:
+        return u'\n';
+    case QChar::Nbsp:
+        return u' ';
+    default:
+        return c;
+    }
+}
 } // namespace
 
 struct QConsole::Private
@@ -248,10 +262,10 @@ QMimeData *QConsole::createMimeDataFromSelection() const
     const QTextCursor cursor = textCursor();
     if (cursor.selectionEnd() - cursor.selectionStart() <= mostRichText)
         return QTextEdit::createMimeDataFromSelection();
-    QString text = cursor.selectedText();
-    std::replace(text.begin(), text.end(), QChar(QChar::ParagraphSeparator), QChar(u'\n'));
-    std::replace(text.begin(), text.end(), QChar(QChar::LineSeparator), QChar(u'\n'));
-    std::replace(text.begin(), text.end(), QChar(QChar::Nbsp), QChar(u' '));
+    const int from = cursor.selectionStart();
+    // Made at once, and then cut: several times as fast as the cursor's own selectedText().
+    QString text = document()->toRawText().mid(from, cursor.selectionEnd() - from);
+    std::transform(text.begin(), text.end(), text.begin(), plainLetter);
     auto *words = new QMimeData;
     words->setText(text);
     return words;

@@ -397,6 +397,12 @@ private Q_SLOTS:
         console->copy();
         QCOMPARE(QGuiApplication::clipboard()->text(), console->toPlainText());
         QVERIFY(!QGuiApplication::clipboard()->mimeData()->hasHtml());
+        console->select(100'030, 10);
+        console->copy();
+        QCOMPARE(QGuiApplication::clipboard()->text(), console->toPlainText().sliced(10, 100'020));
+        console->select(10, 1'000);
+        console->copy();
+        QVERIFY(QGuiApplication::clipboard()->mimeData()->hasHtml());
     }
 };
 
