@@ -111,9 +111,8 @@ void cost(benchmark::State &state, const Script &script)
     state.counters["seconds_without"] = median(without);
 }
 
-// How long it takes a hundred times from a stop to the next prompt, the longest time between two
-// repaints meanwhile, and the passes' share of the processor's time, which other work on the
-// machine does not change much.
+// How long it takes a hundred times from a stop to the next prompt, and the longest time between
+// two repaints meanwhile.
 void stopAndRepaint(benchmark::State &state)
 {
     struct Painted : QWidget
@@ -132,11 +131,8 @@ void stopAndRepaint(benchmark::State &state)
     painted.show();
     QElapsedTimer sinceStop;
     int passes = 0;
-    double secondsOfPasses = 0;
     QtclConsole *console = shownConsole([&] {
-        const double begin = processorSeconds();
         pass();
-        secondsOfPasses += processorSeconds() - begin;
         painted.update();
         pass();
         if (++passes % 4 == 0) {
@@ -145,7 +141,6 @@ void stopAndRepaint(benchmark::State &state)
         }
     });
     double slowest = 0;
-    const double before = processorSeconds();
     for (auto _ : state) {
         for (int i = 0; i < 100; ++i) {
             painted.sincePaint.invalidate();
@@ -153,7 +148,6 @@ void stopAndRepaint(benchmark::State &state)
             slowest = std::max(slowest, double(sinceStop.nsecsElapsed()) * 1e-6);
         }
     }
-    state.counters["share_of_passes"] = secondsOfPasses / (processorSeconds() - before);
     state.counters["stop_to_prompt_worst_ms"] = slowest;
     state.counters["repaint_worst_ms"] = painted.longest;
 }
