@@ -5,6 +5,7 @@
 #   make run ARGS="..."      run the program with these arguments, written as for a shell
 #   make build               build only; the program is build/release/bin/morvalen
 #   make test                build everything but the benchmarks, and run all tests
+#   make soak                fuzz and soak for an hour, under the sanitizers
 #   make bench               build and run all benchmarks
 #   make install PREFIX=DIR  install program, libraries, headers and the CMake package
 #   make uninstall PREFIX=DIR  remove what was installed there
@@ -28,7 +29,7 @@ export RUN_ARGUMENTS := $(value ARGS)
 export INSTALL_PREFIX := $(PREFIX)
 export DESTDIR
 
-.PHONY: help run build test bench install uninstall package docs screenshots format clean
+.PHONY: help run build test soak bench install uninstall package docs screenshots format clean
 
 help:
 	@sed -n 's/^#   make /make /p' Makefile
@@ -59,6 +60,12 @@ test: $(configured)
 	@scripts/prerequisites test
 	@cmake --build --preset $(preset)
 	@ctest --preset $(preset) --parallel $$(nproc)
+
+soak:
+	@scripts/prerequisites test
+	@cmake --preset asan --log-level=WARNING
+	@cmake --build --preset asan
+	@scripts/soak build/asan 600
 
 bench: $(configured)
 	@scripts/prerequisites bench

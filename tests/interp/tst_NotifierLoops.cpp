@@ -1,6 +1,7 @@
 #include "interp/commandsManager.h"
 #include "interp/NotifierState.h"
 #include "interp/QtNotifier.h"
+#include "interp/ServedEvents.h"
 #include "interp/TclFileHandler.h"
 #include "tests/TestClass.h"
 
@@ -108,6 +109,13 @@ private:
         return TCL_OK;
     }
 
+    // The same, as a command does that wants Tcl's events served meanwhile.
+    static int servedDialog(void *self, Tcl_Interp *current, int argc, const char **argv)
+    {
+        const ServedEvents served;
+        return dialog(self, current, argc, argv);
+    }
+
     QByteArray eval(const char *script)
     {
         if (Tcl_EvalEx(interp, script, -1, TCL_EVAL_GLOBAL) != TCL_OK)
@@ -156,6 +164,7 @@ private Q_SLOTS:
         interp = registry->interp;
         registry->registerFunction("quit", quit, "ends the loop", this);
         registry->registerFunction("dialog", dialog, "opens a loop", nullptr);
+        registry->registerFunction("served_dialog", servedDialog, "opens a loop", nullptr);
         Qtk_InitNotifier(qApp);
         Qtk_LetNotifierRest();
     }
@@ -294,6 +303,18 @@ private Q_SLOTS:
         QCOMPARE(eval("set got"), "dialog waited");
         loop.exec();
         QCOMPARE(eval("lsort $got"), "dialog file timer waited");
+    }
+
+    // The rest of the notifier's promises is a matter of resting, too.
+    void aCommandOfATimerCanHaveEventsServed_data() { addModes(); }
+    void aCommandOfATimerCanHaveEventsServed()
+    {
+        QFETCH(const bool, resting);
+        eval("proc end {} {if {[llength $::got] == 2} quit}; "
+             "after 0 {after 5 {lappend got timer; end}; served_dialog; lappend got dialog; end}");
+        loop.exec();
+        QCOMPARE(eval("set got"), resting ? "timer dialog" : "dialog timer");
+        QCOMPARE(Tcl_GetServiceMode(), TCL_SERVICE_ALL);
     }
 
     void aDialogOfACommandServesTclAtOnce_data() { addModes(); }

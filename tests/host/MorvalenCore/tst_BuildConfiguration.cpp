@@ -137,6 +137,7 @@ private Q_SLOTS:
     void failsWithTheNameOfTheStep();
     void keepsFilesThatNoBuildMade_data();
     void keepsFilesThatNoBuildMade();
+    void keepsAFileAmongThoseThatABuildMade();
     void refusesWhatCannotBePlanned_data();
     void refusesWhatCannotBePlanned();
     void usesAnotherTargetPath();
@@ -429,6 +430,22 @@ void tst_BuildConfiguration::keepsFilesThatNoBuildMade()
     }
 }
 
+// Beside files that builds have made.
+void tst_BuildConfiguration::keepsAFileAmongThoseThatABuildMade()
+{
+    BuildConfiguration *main = open(copyStep);
+    QVERIFY(main && main->run(true, false));
+    session->closeAll();
+    SessionFixture::write(inDesign(u"build/Main/notes"_s), "mine");
+    main = open(copyStep + step("careless", "echo x &gt; $(OUTPUTS)", {}, "build/Main/notes"));
+    QVERIFY(main && !main->run(true, false));
+    QCOMPARE(
+        session->takeLog(),
+        QStringList({u"Error: %1 cannot be run: The step \"careless\" would overwrite \"%2\", "
+                     u"which no build has made"_s.arg(title, inDesign(u"build/Main/notes"_s))}));
+    QCOMPARE(content(u"build/Main/notes"_s), QByteArray("mine"));
+}
+
 void tst_BuildConfiguration::refusesWhatCannotBePlanned_data()
 {
     QTest::addColumn<QByteArray>("steps");
@@ -497,6 +514,8 @@ void tst_BuildConfiguration::writesOutsideOnlyWhereTheUserAllowsIt_data()
     QTest::newRow("outside-2 folders up") << u"../else/out"_s << u"else/out"_s;
     QTest::newRow("outside-3 a link in the folder") << u"way/out"_s << u"else/out"_s;
     QTest::newRow("outside-4 the link itself") << u"way"_s << u"else"_s;
+    QTest::newRow("outside-5 a name that begins like the folder's")
+        << u"../software/out"_s << u"software/out"_s;
 }
 
 // What a component file names, or a link that came with it.
@@ -529,8 +548,9 @@ void tst_BuildConfiguration::writesOutsideOnlyWhereTheUserAllowsIt()
     {
         QSettings settings(MorvalenCore::DesignManager::instance()->settingsFileName(),
                            QSettings::IniFormat);
-        settings.setValue(u"Builds/target_folders"_s,
-                          QStringList({u"/nowhere"_s, session->path(u"else"_s)}));
+        settings.setValue(
+            u"Builds/target_folders"_s,
+            QStringList({u"/nowhere"_s, session->path(u"else"_s), session->path(u"software"_s)}));
     }
     QVERIFY2(build->run(true, false), qPrintable(session->takeLog().join(u'\n')));
     QVERIFY(QFile::exists(place + u"/copy.c"_s));
@@ -610,6 +630,8 @@ void tst_BuildConfiguration::refreshes()
     main->refresh();
     QCOMPARE(main->outdatedStepNames(), QStringList({u"copy"_s, u"more"_s}));
     QCOMPARE(content(u"build/Main/copy.c"_s), QByteArray("a"));
+    QVERIFY(main->run(true, false));
+    QCOMPARE(main->outdatedStepNames(), QStringList());
 }
 
 void tst_BuildConfiguration::refreshesWithoutATrace()

@@ -41,6 +41,7 @@ class tst_BuildEnds : public QObject
 private Q_SLOTS:
     void endsEverythingWhenCancelled_data();
     void endsEverythingWhenCancelled();
+    void tellsWhatWasDoneBeforeItWasCancelled();
     void asksToEndWhatStartsMeanwhile();
     void leavesNoHalfMadeOutputWhenCancelled();
     void completesAfterACancelledRun();
@@ -97,6 +98,17 @@ void tst_BuildEnds::endsEverythingWhenCancelled()
     QVERIFY2(!isAlive(build.read(u"pid"_s)), build.read(u"pid"_s).constData());
     QVERIFY(!build.exists(u"next"_s));
     QVERIFY(!build.done.contains(u"next"_s));
+}
+
+// A step without outputs has been run when another one came behind it.
+void tst_BuildEnds::tellsWhatWasDoneBeforeItWasCancelled()
+{
+    BuildFixture build;
+    build.add(u"first"_s, u"touch first"_s, {}, {});
+    build.add(u"long"_s, u"touch there; sleep 1000"_s, {}, {});
+    QCOMPARE(runAndCancel(build, u"there"_s), Result::Cancelled);
+    QVERIFY(build.exists(u"first"_s));
+    QCOMPARE(build.done, QStringList {u"first"_s});
 }
 
 // Cancelled in the middle of starting, nothing is left for the signal that cannot be ignored.

@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include <atomic>
+#include <cerrno>
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <functional>
@@ -27,6 +28,8 @@ namespace {
 
 // What happens just before an entry of a folder is unlinked.
 std::function<void(int folder, const char *name)> beforeUnlink;
+// What happens just after that was tried.
+std::function<void(int folder, const char *name)> afterUnlink;
 
 } // namespace
 
@@ -37,7 +40,12 @@ extern "C" int unlinkat(int folder, const char *name, int flags) noexcept
         reinterpret_cast<int (*)(int, const char *, int)>(dlsym(RTLD_NEXT, "unlinkat"));
     if (beforeUnlink)
         beforeUnlink(folder, name);
-    return system(folder, name, flags);
+    const int result = system(folder, name, flags);
+    const int reason = errno;
+    if (afterUnlink)
+        afterUnlink(folder, name);
+    errno = reason;
+    return result;
 }
 
 namespace {
@@ -106,6 +114,7 @@ private Q_SLOTS:
     void deletesOneFileOnly_data();
     void deletesOneFileOnly();
     void deletesAnEmptyFolderOnly();
+    void entersNoLinkThatTookTheFoldersPlace();
     void neverFollowsALinkThatIsSwappedIn();
     void neverLeavesTheTreeWhenAFolderAboveIsSwapped();
     void deletesNothingOfAMount_data();
@@ -426,6 +435,28 @@ void tst_DeletionGuard::deletesAnEmptyFolderOnly()
     QVERIFY(deleteEmptyFolder(in(u"area/empty"_s), limits).toErrorText(&error));
     QVERIFY(!deleteEmptyFolder(in(u"area/full"_s), limits).toErrorText(&error));
     QCOMPARE(error, u"\"%1\" could not be deleted: Directory not empty"_s.arg(in(u"area/full"_s)));
+}
+
+// The folder was found to be one, and is a link by the time that it is opened.
+void tst_DeletionGuard::entersNoLinkThatTookTheFoldersPlace()
+{
+    write(in(u"outside/precious"_s));
+    write(in(u"area/d/sub/f"_s));
+    QVERIFY(QFile::link(in(u"outside"_s), in(u"area/link"_s)));
+    const auto restore = qScopeGuard([] { afterUnlink = {}; });
+    bool swapped = false;
+    afterUnlink = [&](int folder, const char *name) {
+        if (!swapped && qstrcmp(name, "sub") == 0)
+            swapped = renameat2(folder, name, AT_FDCWD,
+                                QFile::encodeName(in(u"area/link"_s)).constData(), RENAME_EXCHANGE)
+                == 0;
+    };
+    QString error;
+    QVERIFY(!deleteFolder(in(u"area/d"_s), {in(u"area"_s), {}}, Deletion::Permanent)
+                 .toErrorText(&error));
+    QVERIFY(swapped);
+    QVERIFY(exists(in(u"outside/precious"_s)));
+    QCOMPARE(error, u"\"%1\" could not be deleted: Not a directory"_s.arg(in(u"area/d/sub"_s)));
 }
 
 // While the tree is deleted, another thread turns one of its folders into a link to the outside

@@ -11,6 +11,7 @@
 #include <QTest>
 
 #include <optional>
+#include <sys/stat.h>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::ChangeBracket;
@@ -76,6 +77,7 @@ private Q_SLOTS:
     void saysWhyAFileDoesNotOpen_data();
     void saysWhyAFileDoesNotOpen();
     void savesWhatIsChangedWhenItCloses();
+    void leavesAloneWhatIsNotChangedWhenItCloses();
     void backsUpWhatCannotBeSaved();
     void backsUpUnderALongName_data();
     void backsUpUnderALongName();
@@ -95,6 +97,7 @@ private Q_SLOTS:
     void forgetsADesignThatSomebodyElseDestroys();
     void tellsTheOldAndNewIdOfARenamedDesign();
     void keepsAClosedDesignAsLongAsACommandMayHoldIt();
+    void keepsAClosedDesignWhileTheBracketBreathes();
     void makesThingsByTheirTag();
     void completesTheFolderOfADesign();
 
@@ -416,6 +419,18 @@ void tst_DesignManager::savesWhatIsChangedWhenItCloses()
     QCOMPARE(design->description(), u"changed"_s);
 }
 
+void tst_DesignManager::leavesAloneWhatIsNotChangedWhenItCloses()
+{
+    const IDesign *design = session->create(u"a"_s);
+    const QByteArray file = QFile::encodeName(design->componentFileName());
+    struct stat before = {};
+    struct stat after = {};
+    QCOMPARE(::stat(file.constData(), &before), 0);
+    QVERIFY(session->manager()->closeDesign(idOf(design), false));
+    QCOMPARE(::stat(file.constData(), &after), 0);
+    QCOMPARE(after.st_ino, before.st_ino);
+}
+
 void tst_DesignManager::backsUpWhatCannotBeSaved()
 {
     IDesign *design = session->create(u"a"_s);
@@ -694,6 +709,23 @@ void tst_DesignManager::keepsAClosedDesignAsLongAsACommandMayHoldIt()
     design->setName(u"still alive"_s);
     ChangeBracket::instance()->close();
     QVERIFY(object);
+    QTRY_VERIFY(!object);
+}
+
+// An open bracket says now and then that it is closed, so that views follow; the command goes on.
+void tst_DesignManager::keepsAClosedDesignWhileTheBracketBreathes()
+{
+    const IDesign *first = session->create(u"a"_s);
+    const IDesign *second = session->create(u"b"_s);
+    const QPointer<QObject> object = const_cast<IDesign *>(first)->objectBase();
+    ChangeBracket *bracket = ChangeBracket::instance();
+    bracket->open();
+    QVERIFY(session->manager()->closeDesign(idOf(first), false));
+    Q_EMIT bracket->closed();
+    Q_EMIT bracket->opened();
+    QVERIFY(session->manager()->closeDesign(idOf(second), false));
+    QVERIFY(object);
+    bracket->close();
     QTRY_VERIFY(!object);
 }
 

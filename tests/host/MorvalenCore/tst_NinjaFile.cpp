@@ -56,6 +56,7 @@ private Q_SLOTS:
     void isLeftAloneWhenItIsTheSame();
     void isWrittenAgainWhenSomebodyChangedIt();
     void doesNotReplaceAFileOfSomebodyElse();
+    void knowsItsOwnFile();
     void makesTheTargetFolder();
     void saysWhyTheFolderCannotBeMade_data();
     void saysWhyTheFolderCannotBeMade();
@@ -233,6 +234,21 @@ void tst_NinjaFile::doesNotReplaceAFileOfSomebodyElse()
             build.path(u"out/build.ninja"_s))}));
     QCOMPARE(build.read(u"out/build.ninja"_s), QByteArray("rule mine\n"));
     QVERIFY(!build.exists(u"no"_s));
+}
+
+void tst_NinjaFile::knowsItsOwnFile()
+{
+    BuildFixture build;
+    QVERIFY(!NinjaFile::liesIn(build.path(u"out"_s)));
+    build.add(u"s"_s, u"true"_s, {}, {});
+    QCOMPARE(build.run(), BuildFixture::Result::Completed);
+    QVERIFY(NinjaFile::liesIn(build.path(u"out"_s)));
+    // One of ours elsewhere, behind a link that came with the folder.
+    QVERIFY(QDir().mkpath(build.path(u"other"_s)));
+    QVERIFY(QFile::link(build.path(u"out/build.ninja"_s), build.path(u"other/build.ninja"_s)));
+    QVERIFY(!NinjaFile::liesIn(build.path(u"other"_s)));
+    build.write(u"foreign/build.ninja"_s, "rule mine\n");
+    QVERIFY(!NinjaFile::liesIn(build.path(u"foreign"_s)));
 }
 
 void tst_NinjaFile::makesTheTargetFolder()

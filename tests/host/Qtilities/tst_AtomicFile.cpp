@@ -171,11 +171,13 @@ void tst_AtomicFile::replacesAnOldFile()
 void tst_AtomicFile::keepsPermissions()
 {
     put(path(u"a.txt"_s), "old");
-    QCOMPARE(::chmod(QFile::encodeName(path(u"a.txt"_s)).constData(), 0751), 0);
+    for (const mode_t mode : {mode_t(0751), mode_t(02750), mode_t(01600)}) {
+        QCOMPARE(::chmod(QFile::encodeName(path(u"a.txt"_s)).constData(), mode), 0);
 
-    QVERIFY(writeFileAtomically(path(u"a.txt"_s), "new").isOk());
+        QVERIFY(writeFileAtomically(path(u"a.txt"_s), "new").isOk());
 
-    QCOMPARE(modeOf(path(u"a.txt"_s)), mode_t(0751));
+        QCOMPARE(modeOf(path(u"a.txt"_s)), mode);
+    }
 }
 
 void tst_AtomicFile::givesANewFileTheUsualPermissions()
