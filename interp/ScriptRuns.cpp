@@ -1,5 +1,6 @@
 #include "interp/ScriptRuns.h"
 
+#include "interp/asyncplace.h"
 #include "interp/cancellation.h"
 #include "interp/Pacemaker.h"
 
@@ -36,6 +37,7 @@ ScriptRuns::ScriptRuns(Tcl_Interp *watched, Pass livePass)
       pacemaker(std::make_unique<Pacemaker>(handler))
 {
     theInstance = this;
+    asyncplace::learn(interp);
 }
 
 ScriptRuns::~ScriptRuns()
@@ -95,7 +97,13 @@ void ScriptRuns::tellOfBegin()
 
 int ScriptRuns::serve(ClientData self, Tcl_Interp *current, int code)
 {
-    return static_cast<ScriptRuns *>(self)->breathe(current, code);
+    auto *const runs = static_cast<ScriptRuns *>(self);
+    // The next beat marks again.
+    if (code == TCL_ERROR && asyncplace::isCaughtError(code, asyncplace::ofQuestion())) {
+        runs->pacemaker->served();
+        return asyncplace::caughtError;
+    }
+    return runs->breathe(current, code);
 }
 
 // Without an interpreter, Tcl is between two events, and Qt's come by themselves.

@@ -390,6 +390,15 @@ private Q_SLOTS:
         QCOMPARE(run("set n 0; while {[passes] < 10} {incr n}; expr {$n > 0}"), "0 1");
     }
 
+    // An error that was caught stays caught where a pass comes right behind it.
+    void whatIsCaughtStaysCaught()
+    {
+        QCOMPARE(run("proc caught {} {set bad 0; while {[passes] < 60} {if {[catch {"
+                     "catch {interp delete no_such_child}; catch {incr bad x}; set a 1}]} "
+                     "{incr bad}; if {![catch {incr a x}]} {incr bad}}; return $bad}; caught"),
+                 "0 0");
+    }
+
     void passesDoNotComeTooOften()
     {
         QElapsedTimer clock;
