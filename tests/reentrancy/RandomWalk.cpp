@@ -171,7 +171,7 @@ QByteArray RandomWalk::designScript()
                 "help",
                 "history",
                 "puts [overview]",
-                "log warning x",
+                "log x warning",
                 "save_script {" + QFile::encodeName(story.path(u"saved.tcl"_s)) + "}",
                 "error on_purpose"});
 }

@@ -43,7 +43,6 @@ private Q_SLOTS:
     void nothingIsAskedWithoutChanges();
     void aChangedDesign_data();
     void aChangedDesign();
-    void asksOneQuestionAtATime();
     void closingADesignAsks_data();
     void closingADesignAsks();
     void aDesignThatCannotBeSaved_data();
@@ -150,18 +149,6 @@ void tst_LeavingStory::aChangedDesign()
     QCOMPARE(close(visits), closes);
     QCOMPARE(Story::read(component()).contains("late.v"), closes);
     QCOMPARE(Story::activeDesign()->isModified(), !closes);
-}
-
-// The desktop wants the window to close while the user is asked.
-void tst_LeavingStory::asksOneQuestionAtATime()
-{
-    makeDesign();
-    DialogVisits visits({[this](QDialog *dialog) {
-        QVERIFY(!story->window().close());
-        QCOMPARE(QApplication::activeModalWidget(), dialog);
-        DialogVisits::press(dialog, u"Cancel"_s);
-    }});
-    QVERIFY(!close(visits));
 }
 
 void tst_LeavingStory::closingADesignAsks_data() { aChangedDesign_data(); }
