@@ -97,11 +97,11 @@ QString RandomWalk::go(int steps)
     return wrong.isEmpty() ? settle() : wrong;
 }
 
-int RandomWalk::step(void *self, Tcl_Interp *interp, int, const char **)
+int RandomWalk::step(void *self, Tcl_Interp *current, int, const char **)
 {
     auto *walk = static_cast<RandomWalk *>(self);
     const QByteArray script = walk->nextScript();
-    Tcl_SetObjResult(interp, Tcl_NewStringObj(script.constData(), int(script.size())));
+    Tcl_SetObjResult(current, Tcl_NewStringObj(script.constData(), int(script.size())));
     return TCL_OK;
 }
 

@@ -31,7 +31,7 @@ public:
     int stepsTaken() const { return taken; }
 
 private:
-    static int step(void *self, Tcl_Interp *interp, int, const char **);
+    static int step(void *self, Tcl_Interp *current, int, const char **);
     QByteArray nextScript();
     QByteArray designScript();
     QByteArray waitingScript();
