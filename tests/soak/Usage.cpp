@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTimer>
+#include <QWidget>
 
 #include <malloc.h>
 #include <unistd.h>
