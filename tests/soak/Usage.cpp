@@ -19,6 +19,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+// A menu, a tip or a page may have come meanwhile.
+constexpr int fewObjects = 5;
+
 int entriesOf(const QString &folder)
 {
     return int(
@@ -79,14 +82,15 @@ QString Usage::difference(const Usage &before) const
         const char *name;
         int was;
         int is;
+        int most = 0; // that may be more
     } counts[] {{"descriptors", before.descriptors, descriptors},
                 {"threads", before.threads, threads},
-                {"objects", before.objects, objects},
+                {"objects", before.objects, objects, fewObjects},
                 {"timers", before.timers, timers},
                 {"child processes", before.children, children}};
     QString text;
     for (const auto &count : counts) {
-        if (count.was != count.is)
+        if (count.is - count.was > count.most)
             text += u"%1 %2, before %3; "_s.arg(QString::fromLatin1(count.name))
                         .arg(count.is)
                         .arg(count.was);

@@ -14,6 +14,6 @@ struct Usage
 
     static Usage now();
 
-    // What of the counts is not what it was; memory is another matter.
+    // What of the counts is more than it was; memory is another matter.
     QString difference(const Usage &before) const;
 };

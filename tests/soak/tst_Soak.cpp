@@ -67,8 +67,8 @@ void tst_Soak::round(int number)
             .arg(number));
     story->window().activateMode(number % 2 ? 105 : 0);
     QCoreApplication::processEvents();
-    run(u"project new; project save {%1}; project close"_s.arg(story->path(u"p.mvproject"_s)));
     run(u"foreach id [designs list] {designs close $id true}"_s);
+    run(u"project new; project save {%1}; project close"_s.arg(story->path(u"p.mvproject"_s)));
     story->console().reset(QString());
     QDir(story->path(u"built"_s)).removeRecursively();
 }
