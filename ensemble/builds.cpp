@@ -3,18 +3,23 @@
 #include "ensemble/configurations.h"
 #include "interp/ServedEvents.h"
 
+#include <MorvalenCore/BuildSettings.h>
 #include <MorvalenCore/DesignManager.h>
 
 #include <QPointer>
 
 using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::BuildOptions;
+using MorvalenCore::BuildSettings;
 using MorvalenCore::DesignManager;
 
 namespace ensemble {
 
 namespace {
 
-constexpr Option buildOptionRows[] = {{"-configuration", "NAME"}, {"-all"}, {"-dry"}};
+constexpr Option buildOptionRows[] = {
+    {"-configuration", "NAME"}, {"-all"}, {"-jobs", "N"}, {"-keep-going"},
+    {"-spread", "N"},           {"-dry"}};
 
 // One build of the call. A script that runs meanwhile may close the design.
 struct Job
@@ -59,6 +64,32 @@ bool takeJobs(const Call &call, QList<Job> *jobs, Answer *answer)
     return true;
 }
 
+// Takes over a number that the call has as an option. False with a failure in *answer.
+bool takeCount(const Call &call, std::string_view option, std::optional<int> *count, Answer *answer)
+{
+    const auto text = call.text(option);
+    if (!text)
+        return true;
+    *count = BuildSettings::countFrom(*text);
+    if (!*count)
+        *answer =
+            Answer::failure(kind::invalid,
+                            u"the value of %1 must be a whole number, at least 1, not \"%2\""_s.arg(
+                                QLatin1StringView(option.data(), qsizetype(option.size())), *text));
+    return count->has_value();
+}
+
+Value statesOf(const QList<Job> &jobs)
+{
+    Value states = Value::dictionary();
+    for (const Job &job : jobs)
+        states.set(job.id,
+                   job.configuration
+                       ? BuildConfiguration::runStateToString(job.configuration->runState())
+                       : u"Cancelled"_s);
+    return states;
+}
+
 } // namespace
 
 constinit const Options buildOptions = buildOptionRows;
@@ -66,23 +97,20 @@ constinit const Options buildOptions = buildOptionRows;
 Answer build(const Call &call)
 {
     QList<Job> jobs;
-    Answer missing;
-    if (!takeJobs(call, &jobs, &missing))
-        return missing;
+    BuildOptions options {.keepGoing = call.has("-keep-going"), .isDry = call.has("-dry")};
+    Answer bad;
+    if (!takeCount(call, "-jobs", &options.jobs, &bad)
+        || !takeCount(call, "-spread", &options.spread, &bad) || !takeJobs(call, &jobs, &bad))
+        return bad;
     if (jobs.isEmpty() && !call.has("-all"))
         return Answer::failure(kind::missing, u"No design is active"_s);
-    Value states = Value::dictionary();
-    bool allWell = true;
+    QList<BuildConfiguration *> configurations;
+    for (const Job &job : std::as_const(jobs))
+        configurations.append(job.configuration);
     const ServedEvents served;
-    for (const Job &job : jobs) {
-        const bool built = job.configuration && job.configuration->run(true, call.has("-dry"));
-        states.set(job.id,
-                   job.configuration
-                       ? BuildConfiguration::runStateToString(job.configuration->runState())
-                       : u"Cancelled"_s);
-        allWell = allWell && built;
-    }
-    return allWell ? Answer(states) : Answer::failure(kind::failed, states);
+    const bool built = jobs.isEmpty() || DesignManager::instance()->build(configurations, options);
+    const Value states = statesOf(jobs);
+    return built ? Answer(states) : Answer::failure(kind::failed, states);
 }
 
 } // namespace ensemble

@@ -43,6 +43,7 @@ Answer take(const Call &call, BuildStep *step)
     Answer invalid;
     step->name = call.text("-name").value_or(step->name);
     step->command = call.text("-command").value_or(step->command);
+    step->pool = call.text("-pool").value_or(step->pool);
     return takeList(call, "-inputs", &step->inputs, &invalid)
             && takeList(call, "-outputs", &step->outputs, &invalid)
         ? Answer()
@@ -131,14 +132,12 @@ Answer remove(const Call &call)
 }
 
 constexpr Option designOnly[] = {designOption};
-constexpr Option addOptions[] = {{"-command", "COMMAND", true},
-                                 {"-inputs", "LIST"},
-                                 {"-outputs", "LIST"},
-                                 {"-before", "NAME"},
-                                 designOption};
-constexpr Option setOptions[] = {{"-name", "NEW_NAME"}, {"-command", "COMMAND"},
-                                 {"-inputs", "LIST"},   {"-outputs", "LIST"},
-                                 {"-before", "NAME"},   designOption};
+constexpr Option addOptions[] = {{"-command", "COMMAND", true}, {"-inputs", "LIST"},
+                                 {"-outputs", "LIST"},          {"-pool", "POOL"},
+                                 {"-before", "NAME"},           designOption};
+constexpr Option setOptions[] = {
+    {"-name", "NEW_NAME"}, {"-command", "COMMAND"}, {"-inputs", "LIST"}, {"-outputs", "LIST"},
+    {"-pool", "POOL"},     {"-before", "NAME"},     designOption};
 
 constexpr Row rows[] = {
     {.word = "list",
@@ -189,6 +188,7 @@ Value dictionaryOf(const ListedStep &listed)
         .set(u"command"_s, listed.step.command)
         .set(u"inputs"_s, Value::list(listed.step.inputs))
         .set(u"outputs"_s, Value::list(listed.step.outputs))
+        .set(u"pool"_s, listed.step.pool)
         .set(u"of_file"_s, Value::truth(listed.isOfFile));
 }
 

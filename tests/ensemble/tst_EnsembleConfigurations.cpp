@@ -69,8 +69,10 @@ private Q_SLOTS:
             good("get-1 a dictionary", "morvalen configuration get {my sim}",
                  "name {my sim} target out active true state Idle macros {TOP {a b} N {$(TOP) "
                  "\"x\"}} steps {{name compile command {cc $(INPUTS)} inputs {{a b.c} node:src} "
-                 "outputs x.o of_file false} {name link command ld inputs {} outputs {} of_file "
-                 "false} {name f.v command {tool f.v} inputs /w/f.v outputs {} of_file true}}"),
+                 "outputs x.o pool {} of_file false} {name link command ld inputs {} outputs {} "
+                 "pool {} of_file "
+                 "false} {name f.v command {tool f.v} inputs /w/f.v outputs {} pool {} of_file "
+                 "true}}"),
             good("get-2 an empty one", "morvalen configuration get empty",
                  "name empty target {} active false state Idle macros {} steps {}"),
         });
@@ -87,7 +89,7 @@ private Q_SLOTS:
                  "name compile command {cc $(INPUTS)} inputs {{a b.c} node:src} outputs x.o "
                  "of_file false"),
             good("get-2 of a file", "morvalen step get {my sim} f.v",
-                 "name f.v command {tool f.v} inputs /w/f.v outputs {} of_file true"),
+                 "name f.v command {tool f.v} inputs /w/f.v outputs {} pool {} of_file true"),
             bad("get-3 none", "morvalen step get {my sim} x",
                 "The build configuration \"my sim\" has no step \"x\"", "not_found"),
             good("add-1 at the end",
@@ -99,7 +101,8 @@ private Q_SLOTS:
             good("add-3 with all there is",
                  "morvalen step add empty new -command {a $b [c]} -inputs {{x y} \\$z} "
                  "-outputs [list \"1\\n2\" {}]; morvalen step get empty new",
-                 "name new command {a $b [c]} inputs {{x y} {$z}} outputs {{1\n2} {}} of_file "
+                 "name new command {a $b [c]} inputs {{x y} {$z}} outputs {{1\n2} {}} pool {} "
+                 "of_file "
                  "false"),
             bad("add-4 one that is there", "morvalen step add {my sim} link -command c",
                 "The build configuration \"my sim\" has a step \"link\" already", "already_exists"),

@@ -20,9 +20,16 @@ BuildPlan planOf(const QList<PlannedStep> &steps)
     return {u"Test"_s, u"/w"_s, u"/w/out"_s, steps};
 }
 
+const QByteArray alone = "# Written by Morvalen; changes are overwritten.\n"
+                         "ninja_required_version = 1.8\n"
+                         "alone_in = console\n";
+const QByteArray inclusion = "\ninclude steps.ninja\n";
+
 const QByteArray head = "# Written by Morvalen; changes are overwritten.\n"
-                        "ninja_required_version = 1.8\n"
                         "pipe = |\n"
+                        "target = /w/out\n"
+                        "id = 7fc50432c8c0b0f1\n"
+                        "here = /w/out\n"
                         "folder = /w\n"
                         "closing = $ 3>&- 4>&- 5>&- 6>&- 7>&-; exit\n"
                         "\n"
@@ -32,10 +39,10 @@ const QByteArray head = "# Written by Morvalen; changes are overwritten.\n"
                         "  restat = 1\n"
                         "\n"
                         "rule long_step\n"
-                        "  command = /bin/sh $script$alone\n"
+                        "  command = /bin/sh $here/$script$alone\n"
                         "  description = $label\n"
                         "  restat = 1\n"
-                        "  rspfile = $script\n"
+                        "  rspfile = $target/$script\n"
                         "  rspfile_content = cd $folder || exit; $line\n";
 
 } // namespace
@@ -72,39 +79,42 @@ void tst_NinjaFile::writes_data()
         << QList<PlannedStep> {step(u"compile"_s, u"cc a"_s, {u"/w/a.c"_s}, {u"/w/out/a.o"_s}),
                                step(u"link"_s, u"ld a"_s, {u"/w/out/a.o"_s, u"/w/x"_s},
                                     {u"/w/out/a"_s, u"/w/out/a.map"_s})}
-        << QByteArray("\nbuild /w/out/a.o: step /w/a.c\n  label = compile\n  line = cc a\n"
-                      "\nbuild /w/out/a /w/out/a.map: step /w/out/a.o /w/x\n  label = link\n"
+        << QByteArray("\nbuild /w/out/a.o: step /w/a.c\n  label = ${of}compile\n  line = cc a\n"
+                      "\nbuild /w/out/a /w/out/a.map: step /w/out/a.o /w/x\n  label = ${of}link\n"
                       "  line = ld a\n");
     QTest::newRow("file-3 special characters")
         << QList<PlannedStep> {step(u" a: $b | c"_s, u" echo $x | y: z"_s, {u"/w/a b:c$d|e#f"_s},
                                     {u"/w/größe"_s})}
-        << QByteArray("\nbuild /w/größe: step /w/a$ b$:c$$d${pipe}e#f\n  label = $ a: $$b | c\n"
-                      "  line = $ echo $$x | y: z\n");
+        << QByteArray(
+               "\nbuild /w/größe: step /w/a$ b$:c$$d${pipe}e#f\n  label = ${of}$ a: $$b | c\n"
+               "  line = $ echo $$x | y: z\n");
     QTest::newRow("file-4 a step without outputs runs alone and every time")
         << QList<PlannedStep> {step(u"a"_s, u"a"_s, {u"/w/i"_s}, {u"/w/a"_s}),
                                step(u"test"_s, u"t"_s, {u"/w/a"_s}, {}),
                                step(u"b"_s, u"b"_s, {u"/w/i"_s}, {u"/w/b"_s})}
-        << QByteArray("\nbuild /w/a: step /w/i\n  label = a\n  line = a\n"
-                      "\nbuild before-2: phony /w/a\n"
-                      "\nbuild step-2.always: step /w/a || before-2\n  label = test\n  line = t\n"
-                      "  pool = console\n  alone = $closing\n"
-                      "\nbuild /w/b: step /w/i || step-2.always\n  label = b\n  line = b\n");
+        << QByteArray(
+               "\nbuild /w/a: step /w/i\n  label = ${of}a\n  line = a\n"
+               "\nbuild before-2.$id: phony /w/a\n"
+               "\nbuild step-2.always.$id: step /w/a || before-2.$id\n  label = ${of}test\n  line "
+               "= t\n"
+               "  pool = ${alone_in}\n  alone = $closing\n"
+               "\nbuild /w/b: step /w/i || step-2.always.$id\n  label = ${of}b\n  line = b\n");
     QTest::newRow("file-5 a step without inputs waits for those before it")
         << QList<PlannedStep> {step(u"a"_s, u"a"_s, {u"/w/i"_s}, {u"/w/a"_s}),
                                step(u"b"_s, u"b"_s, {}, {u"/w/b"_s}),
                                step(u"c"_s, u"c"_s, {}, {u"/w/c"_s}),
                                step(u"d"_s, u"d"_s, {u"/w/i"_s}, {u"/w/d"_s})}
-        << QByteArray("\nbuild /w/a: step /w/i\n  label = a\n  line = a\n"
-                      "\nbuild before-2: phony /w/a\n"
-                      "\nbuild /w/b: step || before-2\n  label = b\n  line = b\n"
-                      "\nbuild before-3: phony /w/b before-2\n"
-                      "\nbuild /w/c: step || before-3\n  label = c\n  line = c\n"
-                      "\nbuild /w/d: step /w/i\n  label = d\n  line = d\n");
+        << QByteArray("\nbuild /w/a: step /w/i\n  label = ${of}a\n  line = a\n"
+                      "\nbuild before-2.$id: phony /w/a\n"
+                      "\nbuild /w/b: step || before-2.$id\n  label = ${of}b\n  line = b\n"
+                      "\nbuild before-3.$id: phony /w/b before-2.$id\n"
+                      "\nbuild /w/c: step || before-3.$id\n  label = ${of}c\n  line = c\n"
+                      "\nbuild /w/d: step /w/i\n  label = ${of}d\n  line = d\n");
     const QString longText(120'000, u'x');
     QTest::newRow("file-6 a long command comes from a file")
         << QList<PlannedStep> {step(u"a"_s, longText, {u"/w/i"_s}, {u"/w/a"_s})}
-        << QByteArray("\nbuild /w/a: long_step /w/i\n  label = a\n  line = " + longText.toUtf8()
-                      + "\n  script = step-1.sh\n");
+        << QByteArray("\nbuild /w/a: long_step /w/i\n  label = ${of}a\n  line = "
+                      + longText.toUtf8() + "\n  script = step-1.sh\n");
 }
 
 void tst_NinjaFile::writes()
@@ -113,7 +123,8 @@ void tst_NinjaFile::writes()
     QFETCH(const QByteArray, expected);
     const NinjaFile file(planOf(steps));
     QCOMPARE(file.path(), u"/w/out/build.ninja"_s);
-    QCOMPARE(QString::fromUtf8(file.text()), QString::fromUtf8(head + expected));
+    QCOMPARE(QString::fromUtf8(file.text()), QString::fromUtf8(alone + inclusion));
+    QCOMPARE(QString::fromUtf8(file.stepsText()), QString::fromUtf8(head + expected));
 }
 
 void tst_NinjaFile::writesPools()
@@ -125,16 +136,23 @@ void tst_NinjaFile::writesPools()
     plan.steps[0].pool = u"console"_s;
     plan.steps[1].pool = u"a \"pool\"\n"_s;
     plan.steps[2].pool = u"console"_s;
-    QCOMPARE(QString::fromUtf8(NinjaFile(plan).text()),
+    const NinjaFile file(plan);
+    QCOMPARE(QString::fromUtf8(file.text()),
+             QString::fromUtf8(alone
+                               + "\npool -a_20_22pool_22_0a\n  depth = 3\n"
+                                 "alone_in-a_20_22pool_22_0a = console\n"
+                                 "\npool -console\n  depth = 1\nalone_in-console = console\n"
+                               + inclusion));
+    QCOMPARE(QString::fromUtf8(file.stepsText()),
              QString::fromUtf8(head
-                               + "\npool pool-1\n  depth = 3\n\npool pool-2\n  depth = 1\n"
-                                 "\nbuild /w/a: step /w/i\n  label = a\n  line = a\n"
-                                 "  pool = pool-2\n"
-                                 "\nbuild /w/b: step /w/i\n  label = b\n  line = b\n"
-                                 "  pool = pool-1\n"
-                                 "\nbuild before-3: phony /w/a /w/b\n"
-                                 "\nbuild step-3.always: step /w/b || before-3\n  label = t\n"
-                                 "  line = t\n  pool = console\n  alone = $closing\n"));
+                               + "\nbuild /w/a: step /w/i\n  label = ${of}a\n  line = a\n"
+                                 "  pool = -console\n"
+                                 "\nbuild /w/b: step /w/i\n  label = ${of}b\n  line = b\n"
+                                 "  pool = -a_20_22pool_22_0a\n"
+                                 "\nbuild before-3.$id: phony /w/a /w/b\n"
+                                 "\nbuild step-3.always.$id: step /w/b || before-3.$id\n"
+                                 "  label = ${of}t\n  line = t\n  pool = ${alone_in-console}\n"
+                                 "  alone = $closing\n"));
 }
 
 void tst_NinjaFile::carriesOddNames_data()
@@ -204,9 +222,11 @@ void tst_NinjaFile::isLeftAloneWhenItIsTheSame()
     build.add(u"s"_s, u"cp in out/o"_s, {u"in"_s}, {u"out/o"_s});
     QCOMPARE(build.run(), BuildFixture::Result::Completed);
     const QDateTime before = build.stamp(u"out/build.ninja"_s);
+    const QDateTime stepsBefore = build.stamp(u"out/steps.ninja"_s);
     QTest::qWait(20);
     QCOMPARE(build.run(), BuildFixture::Result::Completed);
     QCOMPARE(build.stamp(u"out/build.ninja"_s), before);
+    QCOMPARE(build.stamp(u"out/steps.ninja"_s), stepsBefore);
 }
 
 void tst_NinjaFile::isWrittenAgainWhenSomebodyChangedIt()
@@ -215,11 +235,13 @@ void tst_NinjaFile::isWrittenAgainWhenSomebodyChangedIt()
     build.write(u"in"_s, "1");
     build.add(u"s"_s, u"cp in out/o"_s, {u"in"_s}, {u"out/o"_s});
     QCOMPARE(build.run(), BuildFixture::Result::Completed);
-    const QByteArray before = build.read(u"out/build.ninja"_s);
-    build.write(u"out/build.ninja"_s, before.left(300) + "nonsense");
-    QCOMPARE(build.run(), BuildFixture::Result::Completed);
-    QCOMPARE(build.read(u"out/build.ninja"_s), before);
-    QCOMPARE(build.done.size(), 0);
+    for (const QString &name : {u"out/build.ninja"_s, u"out/steps.ninja"_s}) {
+        const QByteArray before = build.read(name);
+        build.write(name, before.left(50) + "nonsense");
+        QCOMPARE(build.run(), BuildFixture::Result::Completed);
+        QCOMPARE(build.read(name), before);
+        QCOMPARE(build.done.size(), 0);
+    }
 }
 
 void tst_NinjaFile::doesNotReplaceAFileOfSomebodyElse()
@@ -261,6 +283,7 @@ void tst_NinjaFile::makesTheTargetFolder()
     const Qtilities::Core::Status written = NinjaFile(plan).write();
     QVERIFY2(written.isOk(), qPrintable(written.text()));
     QCOMPARE(build.read(u"a/b c/d/build.ninja"_s), NinjaFile(plan).text());
+    QCOMPARE(build.read(u"a/b c/d/steps.ninja"_s), NinjaFile(plan).stepsText());
 }
 
 void tst_NinjaFile::saysWhyTheFolderCannotBeMade_data()
@@ -290,7 +313,7 @@ void tst_NinjaFile::growsWithTheStepsOnly()
         for (int i = 0; i < count; ++i)
             steps.append(step(u"s"_s, u"x"_s, {},
                               i % 2 ? QStringList() : QStringList(u"/w/%1"_s.arg(i, 6))));
-        return NinjaFile(planOf(steps)).text().size();
+        return NinjaFile(planOf(steps)).stepsText().size();
     };
     QVERIFY(sizeOf(4000) < 12 * sizeOf(400));
 }

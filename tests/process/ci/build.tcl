@@ -1,6 +1,6 @@
 # Builds all of them, and says which ones failed.
 foreach component $argv { designs add $component }
-set failed [catch {morvalen build -all} states]
+set failed [catch {morvalen build -all -keep-going} states]
 dict for {id state} $states {
     if {$state ne "Completed"} { puts "$id: $state" }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <MorvalenCore/BuildOptions.h>
 #include <MorvalenCore/IDesign.h>
 #include <MorvalenCore/MorvalenCoreExport.h>
 
@@ -98,6 +99,12 @@ public:
     virtual bool closeDesign(const QString &id, bool deleteWorkingFolder);
     virtual bool closeDesigns(const QStringList &ids, bool deleteWorkingFolders);
     virtual void prepareForShutdown(int &reason);
+
+    // Builds configurations, each of another design, and returns when all builds have ended,
+    // whether all ended well; the run states say how each did, and the log why. A host that cannot
+    // do several at once runs one after the other.
+    virtual bool build(const QList<BuildConfiguration *> &configurations,
+                       const BuildOptions &options);
 
     // Makes a factory of objects known by a tag; it stays the caller's and must outlive the
     // manager. False when the tag is taken.

@@ -4,6 +4,9 @@
 
 #include <Qtilities/regularfile.h>
 
+#include <algorithm>
+#include <utility>
+
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::Descriptor;
 using Qtilities::Core::Result;
@@ -12,28 +15,32 @@ using Qtilities::Logging::Logger;
 
 namespace MorvalenCore {
 
-BuildOutput::BuildOutput(const BuildPlan &ofPlan, const QString &logFile, BuildListener *tells)
+BuildOutput::BuildOutput(const BuildPlan &ofPlan, const QList<LogFile> &logFiles,
+                         BuildListener *tells)
     : plan(ofPlan),
       listener(tells),
       output([this](const QByteArray &line) { readOutput(line); }),
-      errors([this](const QByteArray &line) { readError(line); }),
-      path(logFile)
+      errors([this](const QByteArray &line) { readError(line); })
 {
+    for (const LogFile &log : logFiles)
+        files.emplace_back(log);
+    current = files.empty() ? nullptr : &files.front();
 }
 
 void BuildOutput::finish()
 {
     output.finish();
     errors.finish();
-    if (dropped > 0)
-        listener->line(
-            Logger::Warning,
-            u"%1 lines are left out here; all output is in \"%2\""_s.arg(dropped).arg(path));
+    if (dropped > 0 && current)
+        listener->line(Logger::Warning,
+                       u"%1 lines are left out here; all output is in %2"_s.arg(dropped).arg(
+                           files.size() > 1 ? u"the files build.log of the target paths"_s
+                                            : u"\"%1\""_s.arg(current->path)));
     for (const auto &[type, line] : kept)
         listener->line(type, shownText(line));
     kept.clear();
-    if (file.isOpen())
-        file.close();
+    for (OpenFile &log : files)
+        log.file.close();
 }
 
 void BuildOutput::readOutput(const QByteArray &line)
@@ -75,9 +82,10 @@ bool BuildOutput::readStatus(const QByteArray &line)
     if (step >= 0) {
         inFailure = false;
         shown.append(step);
+        chooseFile(step);
         listener->stepShown(step, counts.left(slash - 1).toInt(), counts.mid(slash).toInt());
     }
-    pass(Logger::Info, '[' + counts + "] " + line.mid(end + 1));
+    pass(Logger::Info, '[' + counts + "] " + prefix + line.mid(end + 1));
     return true;
 }
 
@@ -110,28 +118,38 @@ void BuildOutput::pass(MessageType type, const QByteArray &line)
     }
 }
 
+void BuildOutput::chooseFile(int step)
+{
+    const auto next = std::find_if(files.begin(), files.end(),
+                                   [step](const OpenFile &log) { return log.firstStep > step; });
+    if (next != files.begin())
+        current = &*std::prev(next);
+}
+
 void BuildOutput::writeToFile(const QByteArray &line)
 {
-    if (!fileIsGood || path.isEmpty())
+    if (!current || !current->isGood)
         return;
-    Status status = file.isOpen() ? Status() : openFile();
+    QFile &file = current->file;
+    Status status = file.isOpen() ? Status() : openFile(*current);
     if (status.isOk() && file.write(line + '\n') != line.size() + 1)
         status = Status::io(file.errorString());
-    fileIsGood = status.isOk();
-    if (!fileIsGood)
+    current->isGood = status.isOk();
+    if (!status.isOk())
         listener->line(Logger::Warning,
-                       u"The output cannot be written to \"%1\": %2"_s.arg(path, status.text()));
+                       u"The output cannot be written to \"%1\": %2"_s.arg(current->path,
+                                                                           status.text()));
 }
 
 // The steps that have run may have put anything there.
-Status BuildOutput::openFile()
+Status BuildOutput::openFile(OpenFile &log)
 {
-    Result<Descriptor> made = Qtilities::Core::makeRegularFile(path);
+    Result<Descriptor> made = Qtilities::Core::makeRegularFile(log.path);
     if (!made.isOk())
         return made.status();
     const bool opened =
-        file.open(made.value().release(), QIODevice::WriteOnly, QFileDevice::AutoCloseHandle);
-    return opened ? Status() : Status::io(file.errorString());
+        log.file.open(made.value().release(), QIODevice::WriteOnly, QFileDevice::AutoCloseHandle);
+    return opened ? Status() : Status::io(log.file.errorString());
 }
 
 } // namespace MorvalenCore

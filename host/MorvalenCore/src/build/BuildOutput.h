@@ -37,8 +37,19 @@ public:
     static constexpr qint64 mostLogged = 2 << 20;
     static constexpr qsizetype mostKept = 32 << 10;
 
-    // The file is begun with the first line, replacing the one of an earlier run.
-    BuildOutput(const BuildPlan &ofPlan, const QString &logFile, BuildListener *tells);
+    // A file that takes lines: it is begun with the first one, replacing that of an earlier run.
+    struct LogFile
+    {
+        QString path;
+        // The first step that it is for; those up to the next file's are, too.
+        int firstStep = 0;
+    };
+
+    // Without files nothing is written. What belongs to no step goes to the first.
+    BuildOutput(const BuildPlan &ofPlan, const QList<LogFile> &logFiles, BuildListener *tells);
+
+    // Stands in front of the steps' names.
+    void setPrefix(const QString &text) { prefix = text.toUtf8(); }
 
     void takeOutput(const QByteArray &bytes) { output.take(bytes); }
     void takeErrors(const QByteArray &bytes) { errors.take(bytes); }
@@ -58,9 +69,12 @@ private:
     bool readNinjas(const QByteArray &line);
     void pass(MessageType type, const QByteArray &line);
     void writeToFile(const QByteArray &line);
-    Qtilities::Core::Status openFile();
+    void chooseFile(int step);
+    struct OpenFile;
+    static Qtilities::Core::Status openFile(OpenFile &log);
 
     const BuildPlan &plan;
+    QByteArray prefix;
     BuildListener *listener;
     LineReader output;
     LineReader errors;
@@ -71,9 +85,17 @@ private:
     // Whether what comes is the output of a step that failed.
     bool inFailure = false;
 
-    const QString path;
-    QFile file;
-    bool fileIsGood = true;
+    struct OpenFile
+    {
+        explicit OpenFile(const LogFile &log) : firstStep(log.firstStep), path(log.path) { }
+        int firstStep;
+        QString path;
+        QFile file {};
+        bool isGood = true;
+    };
+    std::deque<OpenFile> files;
+    // Of the step that was shown last.
+    OpenFile *current = nullptr;
     qint64 logged = 0;
     std::deque<std::pair<MessageType, QByteArray>> kept;
     qsizetype keptBytes = 0;

@@ -42,8 +42,9 @@ public:
         plan.configuration = request.configuration;
         plan.workingFolder = request.workingFolder;
         plan.targetFolder = targetFolderOf(request.targetPath, request.workingFolder);
-        for (const QString &name : {u"build.ninja"_s, u"build.log"_s, u".ninja_log"_s,
-                                    u".ninja_deps"_s, OutputRecord::fileName()})
+        for (const QString &name :
+             {u"build.ninja"_s, u"steps.ninja"_s, u"joint.ninja"_s, u"build.log"_s, u".ninja_log"_s,
+              u".ninja_deps"_s, OutputRecord::fileName()})
             buildFiles.append(plan.targetFolder + u'/' + name);
     }
 

@@ -1,8 +1,6 @@
 #include "build/BuildRun.h"
 
-#include "build/FolderLock.h"
-
-#include <QDir>
+#include <QEventLoop>
 #include <QFileInfo>
 
 using namespace Qt::Literals::StringLiterals;
@@ -27,6 +25,7 @@ BuildRun::BuildRun(const BuildPlan &aPlan, const NinjaFile &itsFile, QObject *pa
             [this](const QByteArray &bytes) { output->takeOutput(bytes); });
     connect(&ninja, &NinjaProcess::errorReady, this,
             [this](const QByteArray &bytes) { output->takeErrors(bytes); });
+    connect(&ninja, &NinjaProcess::ended, this, &BuildRun::takeNinjasEnd);
     connect(&ninja, &NinjaProcess::endedLeftBehind, this, &BuildRun::tellLeftBehind);
     patience.setSingleShot(true);
     patience.setInterval(usualPatience);
@@ -37,51 +36,74 @@ BuildRun::~BuildRun() = default;
 
 BuildRun::Result BuildRun::run(Kind kind)
 {
+    QEventLoop loop;
+    connect(this, &BuildRun::ended, &loop, &QEventLoop::quit);
+    start(kind);
+    if (!hasEnded())
+        loop.exec();
+    // The loop also ends with the application's.
+    if (!hasEnded())
+        endNow();
+    return over.value_or(Result::Failed);
+}
+
+void BuildRun::start(Kind kind)
+{
     looking = kind == Kind::Look;
-    const bool changesFiles = !looking;
-    Status status = file.makeFolder();
+    const Status status = prepare(looking);
     if (!status.isOk())
-        return fail(status.text());
-    FolderLock lock;
-    if (changesFiles && !lock.take(plan.targetFolder))
-        return fail(u"Another build is running in \"%1\""_s.arg(plan.targetFolder));
-    status = file.write();
-    if (!status.isOk())
-        return fail(status.text());
-
-    if (kind == Kind::All) {
-        status = askNinja({u"-t"_s, u"clean"_s});
-        if (!status.isOk())
-            return resultOf(status);
+        return end(fail(status.text()));
+    switch (kind) {
+    case Kind::Look:
+        return look([this](const Status &ninjasEnd) { sortAndConclude(ninjasEnd); });
+    case Kind::All:
+        return ask({u"-t"_s, u"clean"_s}, [this](const Status &cleaned) {
+            if (cleaned.isOk())
+                runSteps();
+            else
+                end(resultOf(cleaned));
+        });
+    case Kind::Outdated:
+        return runOutdated();
     }
-    if (looking)
-        status = askNinja({u"-n"_s});
-    else if (kind == Kind::All || !isUpToDate(&status))
-        status = runSteps();
-    tellLeftBehind(ninja.leftBehind());
-    sortOut(status);
-    return resultOf(status);
 }
 
-// Whether the steps need not be run. That is known sooner than a run with somebody to watch over it
-// has begun, and no allocation is waited for.
-bool BuildRun::isUpToDate(Status *ninjasEnd)
+Status BuildRun::prepare(bool onlyLooks)
 {
-    looking = true;
-    *ninjasEnd = askNinja({u"-n"_s});
-    looking = false;
-    if (ninjasEnd->isOk() && !output->shownSteps().isEmpty())
-        return false;
-    output = std::make_unique<BuildOutput>(plan, QString(), this);
-    return true;
+    const Status status = file.makeFolder();
+    if (!status.isOk())
+        return status;
+    if (!onlyLooks && !lock.take(plan.targetFolder))
+        return Status::busy(u"Another build is running in \"%1\""_s.arg(plan.targetFolder));
+    return file.write();
 }
 
-Status BuildRun::runSteps()
+QList<BuildOutput::LogFile> BuildRun::logFiles() const
 {
-    output = std::make_unique<BuildOutput>(plan, plan.targetFolder + u"/build.log"_s, this);
+    return {{plan.targetFolder + u"/build.log"_s}};
+}
+
+// Whether steps need to be run is known sooner than a run with somebody to watch over it has begun,
+// and no allocation is waited for.
+void BuildRun::runOutdated()
+{
+    look([this](const Status &looked) {
+        if (looked.isOk() && !shownSteps().isEmpty()) {
+            stepsBegin(shownSteps());
+            return runSteps();
+        }
+        output = std::make_unique<BuildOutput>(plan, QList<BuildOutput::LogFile>(), this);
+        sortAndConclude(looked);
+    });
+}
+
+void BuildRun::runSteps()
+{
+    output = std::make_unique<BuildOutput>(plan, logFiles(), this);
+    output->setPrefix(options.prefix);
     if (wasCancelled)
-        return Status::cancelled(u"The build was cancelled"_s);
-    QStringList arguments;
+        return sortAndConclude(Status::cancelled(u"The build was cancelled"_s));
+    QStringList arguments = fileArguments();
     if (options.jobs)
         arguments += {u"-j"_s, QString::number(*options.jobs)};
     if (options.keepGoing)
@@ -89,21 +111,55 @@ Status BuildRun::runSteps()
     hasWaited = hasCome = false;
     if (!options.allocation.isEmpty())
         patience.start();
-    const Status status = ninja.run(plan.targetFolder, arguments, options.allocation);
-    output->finish();
+    next = [this](const Status &status) { takeStepsEnd(status); };
+    ninja.start(plan.targetFolder, arguments, options.allocation);
+}
+
+void BuildRun::takeStepsEnd(const Status &status)
+{
     patience.stop();
     if (status.kind() == Status::Kind::Failed && !options.allocation.isEmpty() && !hasCome)
         Q_EMIT message(Logger::Error,
                        u"\"%1\" has ended without running the build"_s.arg(options.allocation));
-    return status;
+    sortAndConclude(status);
 }
 
-Status BuildRun::askNinja(const QStringList &arguments)
+void BuildRun::look(const Then &then)
 {
-    output = std::make_unique<BuildOutput>(plan, QString(), this);
-    const Status status = ninja.ask(plan.targetFolder, arguments);
+    const bool before = std::exchange(looking, true);
+    ask({u"-n"_s}, [this, before, then](const Status &status) {
+        looking = before;
+        then(status);
+    });
+}
+
+void BuildRun::ask(const QStringList &arguments, const Then &then)
+{
+    output = std::make_unique<BuildOutput>(plan, QList<BuildOutput::LogFile>(), this);
+    next = then;
+    ninja.ask(plan.targetFolder, fileArguments() + arguments);
+}
+
+void BuildRun::takeNinjasEnd(const Status &status)
+{
     output->finish();
-    return status;
+    std::exchange(next, {})(status);
+}
+
+void BuildRun::sortAndConclude(const Status &ninjasEnd)
+{
+    tellLeftBehind(ninja.leftBehind());
+    sortOut(ninjasEnd);
+    conclude(ninjasEnd);
+}
+
+void BuildRun::conclude(const Status &ninjasEnd) { end(resultOf(ninjasEnd)); }
+
+void BuildRun::end(Result result)
+{
+    over = result;
+    lock = {};
+    Q_EMIT ended();
 }
 
 // Between two runs of Ninja there is none to be told.

@@ -6,6 +6,7 @@
 #include <Qtilities/atomicfile.h>
 #include <Qtilities/regularfile.h>
 
+#include <QCryptographicHash>
 #include <QDir>
 
 using namespace Qt::Literals::StringLiterals;
@@ -20,8 +21,6 @@ namespace {
 // Linux) and is read from a file.
 constexpr qsizetype longestArgument = 100'000;
 
-const char firstLine[] = "# Written by Morvalen; changes are overwritten.\n";
-
 // Ninja hands steps of the pool "console" a pipe by whose end it sees that they have ended; what
 // they leave running is not to keep it open.
 const char closing[] = "closing = $ 3>&- 4>&- 5>&- 6>&- 7>&-; exit\n";
@@ -33,10 +32,10 @@ const char rules[] = "\n"
                      "  restat = 1\n"
                      "\n"
                      "rule long_step\n"
-                     "  command = /bin/sh $script$alone\n"
+                     "  command = /bin/sh $here/$script$alone\n"
                      "  description = $label\n"
                      "  restat = 1\n"
-                     "  rspfile = $script\n"
+                     "  rspfile = $target/$script\n"
                      "  rspfile_content = cd $folder || exit; $line\n";
 
 // Writes the statements, and keeps track of what a step has to wait for although no file says so.
@@ -45,23 +44,13 @@ class Statements
 public:
     explicit Statements(QByteArray *target) : text(*target) { }
 
-    // Ninja's names of pools are words; those of the settings are anything.
-    void addPools(const QMap<QString, int> &pools)
-    {
-        for (auto pool = pools.cbegin(); pool != pools.cend(); ++pool) {
-            const QByteArray name = "pool-" + QByteArray::number(poolNames.size() + 1);
-            poolNames.insert(pool.key(), name);
-            text += "\npool " + name + "\n  depth = " + QByteArray::number(*pool) + '\n';
-        }
-    }
-
     void add(const PlannedStep &step)
     {
         ++number;
         const bool always = step.outputs.isEmpty();
         if (always || step.inputs.isEmpty())
             gatherPending();
-        const QByteArray self = "step-" + QByteArray::number(number) + ".always";
+        const QByteArray self = "step-" + QByteArray::number(number) + ".always.$id";
         const QByteArray before = always || step.inputs.isEmpty() ? gate : barrier;
 
         text += "\nbuild";
@@ -91,16 +80,17 @@ private:
 
     void appendBindings(const PlannedStep &step, bool always, bool fromFile)
     {
-        text += "\n  label = ";
+        text += "\n  label = ${of}";
         appendNinjaValue(&text, step.label);
         text += "\n  line = ";
         appendNinjaValue(&text, always && !fromFile ? asOneProgram(step.command) : step.command);
         if (fromFile)
             text += "\n  script = step-" + QByteArray::number(number) + ".sh";
+        const QByteArray pool = step.pool.isEmpty() ? QByteArray() : ninjaPool(step.pool);
         if (always)
-            text += "\n  pool = console\n  alone = $closing";
-        else if (!step.pool.isEmpty())
-            text += "\n  pool = " + poolNames.value(step.pool);
+            text += "\n  pool = ${alone_in" + pool + "}\n  alone = $closing";
+        else if (!pool.isEmpty())
+            text += "\n  pool = " + pool;
         text += '\n';
     }
 
@@ -109,7 +99,7 @@ private:
     {
         if (pending.isEmpty())
             return;
-        const QByteArray next = "before-" + QByteArray::number(number);
+        const QByteArray next = "before-" + QByteArray::number(number) + ".$id";
         text += "\nbuild " + next + ": phony";
         for (const QString &output : std::as_const(pending))
             appendNinjaPath(&(text += ' '), output);
@@ -121,7 +111,6 @@ private:
     }
 
     QByteArray &text;
-    QHash<QString, QByteArray> poolNames;
     int number = 0;
     // The last step without outputs: all behind it wait for it.
     QByteArray barrier;
@@ -134,22 +123,38 @@ private:
 
 NinjaFile::NinjaFile(const BuildPlan &plan) : folder(plan.targetFolder)
 {
-    content.reserve(200 * plan.steps.size() + 1000);
-    content += firstLine;
-    content += "ninja_required_version = 1.8\n"
-               "pipe = |\n"
-               "folder = ";
-    appendNinjaValue(&content, shellWord(plan.workingFolder));
-    content += '\n';
-    content += closing;
-    content += rules;
-    Statements statements(&content);
-    statements.addPools(plan.pools);
+    content = firstLine();
+    content += "ninja_required_version = 1.8\nalone_in = console\n";
+    for (auto pool = plan.pools.cbegin(); pool != plan.pools.cend(); ++pool) {
+        appendNinjaPool(&content, pool.key(), *pool);
+        content += "alone_in" + ninjaPool(pool.key()) + " = console\n";
+    }
+    content += "\ninclude steps.ninja\n";
+
+    stepsContent.reserve(200 * plan.steps.size() + 1000);
+    stepsContent = firstLine();
+    stepsContent += "pipe = |\ntarget = ";
+    appendNinjaValue(&stepsContent, folder);
+    // For names that are no files.
+    stepsContent += "\nid = "
+        + QCryptographicHash::hash(folder.toUtf8(), QCryptographicHash::Sha256).toHex().left(16);
+    stepsContent += "\nhere = ";
+    appendNinjaValue(&stepsContent, shellWord(folder));
+    stepsContent += "\nfolder = ";
+    appendNinjaValue(&stepsContent, shellWord(plan.workingFolder));
+    stepsContent += '\n';
+    stepsContent += closing;
+    stepsContent += rules;
+    Statements statements(&stepsContent);
     for (const PlannedStep &step : plan.steps)
         statements.add(step);
 }
 
+QByteArray NinjaFile::firstLine() { return "# Written by Morvalen; changes are overwritten.\n"; }
+
 QString NinjaFile::path() const { return folder + u"/build.ninja"_s; }
+
+QString NinjaFile::stepsPath() const { return folder + u"/steps.ninja"_s; }
 
 Status NinjaFile::makeFolder() const
 {
@@ -161,16 +166,16 @@ Status NinjaFile::makeFolder() const
 bool NinjaFile::liesIn(const QString &folder)
 {
     const QString path = folder + u"/build.ninja"_s;
-    const Result<QByteArray> head = Qtilities::Core::readRegularFile(path, sizeof(firstLine) - 1);
-    return !QFileInfo(path).isSymLink() && head.isOk() && head.value() == firstLine;
+    const Result<QByteArray> head = Qtilities::Core::readRegularFile(path, firstLine().size());
+    return !QFileInfo(path).isSymLink() && head.isOk() && head.value() == firstLine();
 }
 
 // The folder may have come with the design from anywhere: a link there would be followed to files
 // that are no part of it, and a pipe waited for.
 Status NinjaFile::checkFolder() const
 {
-    const QStringList names {u"build.ninja"_s, u"build.log"_s, u".ninja*"_s, u".morvalen_*"_s,
-                             u"step-*.sh"_s};
+    const QStringList names {u"build.ninja"_s, u"steps.ninja"_s, u"joint.ninja"_s, u"build.log"_s,
+                             u".ninja*"_s,     u".morvalen_*"_s, u"step-*.sh"_s};
     const QDir::Filters all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::CaseSensitive;
     for (const QFileInfo &info : QDir(folder).entryInfoList(names, all)) {
         if (info.isSymLink() || !info.isFile())
@@ -182,15 +187,21 @@ Status NinjaFile::checkFolder() const
 
 Status NinjaFile::write() const
 {
-    if (const Status status = checkFolder(); !status.isOk())
-        return status;
-    const Result<QByteArray> old = Qtilities::Core::readRegularFile(path());
+    Status status = checkFolder();
+    if (status.isOk())
+        status = writeOwn(path(), content);
+    return status.isOk() ? writeOwn(stepsPath(), stepsContent) : status;
+}
+
+Status NinjaFile::writeOwn(const QString &path, const QByteArray &content)
+{
+    const Result<QByteArray> old = Qtilities::Core::readRegularFile(path);
     if (old.isOk() && old.value() == content)
         return {};
-    if (old.isOk() && !old.value().isEmpty() && !old.value().startsWith(firstLine))
+    if (old.isOk() && !old.value().isEmpty() && !old.value().startsWith(firstLine()))
         return Status::conflict(
-            u"\"%1\" is not a file of Morvalen's; choose another target path"_s.arg(path()));
-    return Qtilities::Core::writeFileAtomically(path(), content);
+            u"\"%1\" is not a file of Morvalen's; choose another target path"_s.arg(path));
+    return Qtilities::Core::writeFileAtomically(path, content);
 }
 
 } // namespace MorvalenCore

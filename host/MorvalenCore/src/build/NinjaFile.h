@@ -6,8 +6,11 @@
 
 namespace MorvalenCore {
 
-// The build.ninja of a plan. Every step is one build statement whose description is the step's
-// label, and whose command runs in the working folder.
+// What Ninja reads of a plan, in its target folder: steps.ninja, and build.ninja, which includes it
+// for a run of that plan alone. In steps.ninja every step is one build statement whose description
+// is the step's label, and whose command runs in the working folder. Whoever includes it says by
+// variables what stands in front of the labels ("of"), and in which pool steps run that run alone
+// ("alone_in" for those that are of no pool, that with a pool's name behind it for others).
 //
 // A step without outputs runs every time, alone and with its output shown as it comes: behind all
 // steps before it in the plan, before all behind it. A step with outputs but without inputs comes
@@ -17,10 +20,11 @@ class NinjaFile
 public:
     explicit NinjaFile(const BuildPlan &plan);
 
-    // Its path: build.ninja in the plan's target folder.
+    // Of build.ninja and steps.ninja.
     QString path() const;
-
+    QString stepsPath() const;
     QByteArray text() const { return content; }
+    QByteArray stepsText() const { return stepsContent; }
 
     // Makes the target folder.
     Qtilities::Core::Status makeFolder() const;
@@ -30,13 +34,18 @@ public:
     // file.
     Qtilities::Core::Status checkFolder() const;
 
-    // Writes the file into the target folder, atomically; leaves it alone when it is the same
-    // already. Fails when that cannot be done, or when there is a file of somebody else's.
+    // Writes both files into the target folder, atomically; leaves alone what is the same already.
+    // Fails when that cannot be done, or when there is a file of somebody else's.
     Qtilities::Core::Status write() const;
+
+    // The same for another file that begins with the first line of ours.
+    static Qtilities::Core::Status writeOwn(const QString &path, const QByteArray &content);
+    static QByteArray firstLine();
 
 private:
     QString folder;
     QByteArray content;
+    QByteArray stepsContent;
 };
 
 } // namespace MorvalenCore

@@ -2,9 +2,7 @@
 
 #include "build/supervisor.h"
 
-#include <QEventLoop>
 #include <QFileInfo>
-#include <QSocketNotifier>
 #include <QStandardPaths>
 
 #include <cerrno>
@@ -63,7 +61,11 @@ QByteArray NinjaProcess::allocatedLine()
 
 NinjaProcess::NinjaProcess(QObject *parent) : QObject(parent) { }
 
-NinjaProcess::~NinjaProcess() { endNow(); }
+NinjaProcess::~NinjaProcess()
+{
+    blockSignals(true);
+    endNow();
+}
 
 Result<QString> NinjaProcess::findNinja()
 {
@@ -77,61 +79,74 @@ Result<QString> NinjaProcess::findNinja()
     return ninja;
 }
 
-Status NinjaProcess::ask(const QString &folder, const QStringList &arguments)
+void NinjaProcess::ask(const QString &folder, const QStringList &arguments)
 {
     const Result<QString> ninja = findNinja();
     if (!ninja.isOk())
-        return ninja.status();
-    return serveUntilEnded({QStringList(ninja.value()) + arguments, folder, environmentOfBuild()});
+        return end(ninja.status());
+    startChild({QStringList(ninja.value()) + arguments, folder, environmentOfBuild()});
 }
 
-Status NinjaProcess::run(const QString &folder, const QStringList &arguments,
+void NinjaProcess::start(const QString &folder, const QStringList &arguments,
                          const QString &allocation)
 {
     const Result<QString> found = findNinja();
     if (!found.isOk())
-        return found.status();
+        return end(found.status());
     const QString &ninja = found.value();
     int ends[2];
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
-        return Status::io(u"Ninja cannot be started: %1"_s.arg(qt_error_string(errno)));
+        return end(Status::io(u"Ninja cannot be started: %1"_s.arg(qt_error_string(errno))));
     control = ends[0];
     told.clear();
-    QSocketNotifier notifier(control, QSocketNotifier::Read);
-    connect(&notifier, &QSocketNotifier::activated, this, [&] { notifier.setEnabled(readTold()); });
+    toldNotifier = std::make_unique<QSocketNotifier>(control, QSocketNotifier::Read);
+    connect(toldNotifier.get(), &QSocketNotifier::activated, this,
+            [this] { toldNotifier->setEnabled(readTold()); });
     const QStringList command =
         QStringList {supervisorProgram(), QString::number(ends[1]), QString::number(graceTime),
                      QFileInfo(ninja).fileName()}
         + inAllocation(allocation, QStringList(ninja) + arguments);
-    const Status result = serveUntilEnded({command, folder, environmentOfBuild(), ends[1]});
-    notifier.setEnabled(false);
-    close(std::exchange(control, -1));
-    return result;
+    startChild({command, folder, environmentOfBuild(), ends[1]});
 }
 
-Status NinjaProcess::serveUntilEnded(const ChildWords &words)
+void NinjaProcess::startChild(const ChildWords &words)
 {
+    isUnderWay = true;
     child = std::make_unique<Child>();
     connect(child.get(), &Child::outputReady, this, &NinjaProcess::outputReady);
     connect(child.get(), &Child::errorReady, this, &NinjaProcess::errorReady);
-    QEventLoop loop;
-    connect(child.get(), &Child::ended, &loop, &QEventLoop::quit);
+    // Whoever hears of the end may start the next one, in the place of this child.
+    connect(child.get(), &Child::ended, this, &NinjaProcess::takeEnd, Qt::QueuedConnection);
     const Status started = child->start(words);
     if (words.inherited >= 0)
         close(words.inherited);
-    if (!started.isOk())
-        return started.withText(
-            u"\"%1\" cannot be started: %2"_s.arg(words.command.first(), started.text()));
-    loop.exec();
-    // The loop also ends with the application's.
-    endNow();
+    if (!started.isOk()) {
+        reason = u"\"%1\" cannot be started: %2"_s.arg(words.command.first(), started.text());
+        takeEnd();
+    }
+}
+
+// The news may be those of an earlier child.
+void NinjaProcess::takeEnd()
+{
+    if (!isUnderWay || child->isRunning())
+        return;
     if (control >= 0) {
+        toldNotifier->setEnabled(false);
         readTold();
+        toldNotifier.release()->deleteLater();
+        close(std::exchange(control, -1));
     } else {
         hasEnded = true;
         status = child->status();
     }
-    return howItEnded();
+    end(howItEnded());
+}
+
+void NinjaProcess::end(const Status &result)
+{
+    isUnderWay = false;
+    Q_EMIT ended(result);
 }
 
 Status NinjaProcess::howItEnded() const
@@ -199,11 +214,16 @@ void NinjaProcess::cancel()
 
 void NinjaProcess::endNow()
 {
-    if (!child || !child->isRunning())
+    if (!isUnderWay)
         return;
-    cancelled = cancelled || !hasEnded;
-    request(requestEndAtOnce);
-    child->waitForEnd(killTime);
+    if (child->isRunning()) {
+        cancelled = cancelled || !hasEnded;
+        request(requestEndAtOnce);
+        child->waitForEnd(killTime);
+    }
+    if (child->isRunning())
+        child = std::make_unique<Child>(); // It is killed.
+    takeEnd();
 }
 
 } // namespace MorvalenCore

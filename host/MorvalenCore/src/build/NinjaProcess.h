@@ -6,6 +6,7 @@
 #include <Qtilities/Status.h>
 
 #include <QObject>
+#include <QSocketNotifier>
 
 namespace MorvalenCore {
 
@@ -23,32 +24,32 @@ public:
     // What Ninja's output begins with, as a line, when it runs in an allocation that has come.
     static QByteArray allocatedLine();
 
-    // Runs Ninja in the folder and returns when it has ended, and with it what its steps have left
-    // running in its session. Who has made a session of its own (a daemon) stays, unless it kept
-    // Ninja waiting. Events are served meanwhile. One run at a time. The allocation, when there is
-    // one, is a command for the shell that runs the words behind it. Cancelled, Failed when Ninja
-    // says so, or Io when it was not started or not watched to its end; only the last one has a
-    // sentence for the user.
-    Qtilities::Core::Status run(const QString &folder, const QStringList &arguments,
-                                const QString &allocation = {});
+    // Runs Ninja in the folder. It has ended when with it has what its steps have left running in
+    // its session. Who has made a session of its own (a daemon) stays, unless it kept Ninja
+    // waiting. One run at a time. The allocation, when there is one, is a command for the shell
+    // that runs the words behind it.
+    void start(const QString &folder, const QStringList &arguments, const QString &allocation = {});
 
     // The same for what runs no steps, without anybody to watch over it.
-    Qtilities::Core::Status ask(const QString &folder, const QStringList &arguments);
+    void ask(const QString &folder, const QStringList &arguments);
 
     // What was still running when Ninja had ended, and was ended then.
     QList<ChildProcess> leftBehind() const { return left; }
 
-    // Asks all processes of the run to end, and makes them after the grace time; run() returns
-    // when none is left. Nothing when none runs.
+    // Asks all processes of the run to end, and makes them after the grace time; the run ends when
+    // none is left. Nothing when none runs.
     void cancel();
 
-    // Ends them at once, without serving events.
+    // Ends them, and the run, at once, without serving events.
     void endNow();
 
     // In milliseconds: from the request to end until the signal that cannot be ignored.
     void setGraceTime(int milliseconds) { graceTime = milliseconds; }
 
 Q_SIGNALS:
+    // Cancelled, Failed when Ninja says so, or Io when it was not started or not watched to its
+    // end; only the last one has a sentence for the user. It may come before a start has returned.
+    void ended(const Qtilities::Core::Status &status);
     // These kept Ninja waiting for a step that has ended.
     void endedLeftBehind(const QList<MorvalenCore::ChildProcess> &processes);
     void outputReady(const QByteArray &bytes);
@@ -56,13 +57,16 @@ Q_SIGNALS:
 
 private:
     Qtilities::Core::Result<QString> findNinja();
-    Qtilities::Core::Status serveUntilEnded(const ChildWords &words);
+    void startChild(const ChildWords &words);
+    void takeEnd();
+    void end(const Qtilities::Core::Status &result);
     void request(char what) const;
     bool readTold();
     void take(const QList<QByteArray> &fields);
     Qtilities::Core::Status howItEnded() const;
 
     std::unique_ptr<Child> child;
+    bool isUnderWay = false;
     QString reason;
     int graceTime = 3000;
     bool cancelled = false;
@@ -70,6 +74,7 @@ private:
     // Our end of the supervisor's socket, -1 without one, and what came over it without a line's
     // end.
     int control = -1;
+    std::unique_ptr<QSocketNotifier> toldNotifier;
     QByteArray told;
     bool hasEnded = false;
     int status = 0;

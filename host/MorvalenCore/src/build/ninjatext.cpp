@@ -38,4 +38,20 @@ void appendNinjaValue(QByteArray *text, const QString &value)
     append(text, value.toUtf8(), "$", [](char) { return QByteArrayLiteral("$$"); });
 }
 
+QByteArray ninjaPool(const QString &name)
+{
+    QByteArray word = "-";
+    for (const char c : name.toUtf8()) {
+        const bool isPlain =
+            (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+        word += isPlain ? QByteArray(1, c) : '_' + QByteArray(1, c).toHex();
+    }
+    return word;
+}
+
+void appendNinjaPool(QByteArray *text, const QString &name, int depth)
+{
+    *text += "\npool " + ninjaPool(name) + "\n  depth = " + QByteArray::number(depth) + '\n';
+}
+
 } // namespace MorvalenCore

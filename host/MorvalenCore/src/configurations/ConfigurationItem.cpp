@@ -86,14 +86,20 @@ Status ConfigurationItem::tryRun(bool onlyOutdated, bool dryRun)
 
 bool ConfigurationItem::run(bool onlyOutdated, bool dryRun)
 {
-    if (dryRun)
-        return BuildConfiguration::run(onlyOutdated, true);
+    return dryRun ? BuildConfiguration::run(onlyOutdated, true) : runNow(onlyOutdated, {});
+}
+
+bool ConfigurationItem::runWith(const BuildOptions &options) { return runNow(true, options); }
+
+bool ConfigurationItem::runNow(bool onlyOutdated, const BuildOptions &options)
+{
     // The item may be gone when the run has ended.
     bool told = false;
-    const Status ended = runner.run(onlyOutdated, [&told](const Status &end) {
+    const auto tell = [&told](const Status &end) {
         logEnd(end);
         told = true;
-    });
+    };
+    const Status ended = runner.run(onlyOutdated, tell, options);
     return told ? ended.isOk() : logEnd(ended);
 }
 

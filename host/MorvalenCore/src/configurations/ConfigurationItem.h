@@ -51,8 +51,15 @@ public:
     // The target path, absolute and clean; fails when it names what is not known.
     Qtilities::Core::Result<QString> targetPathOnDisk() const;
     const MacroTable &macroTable() const { return macros; }
+    ConfigurationRunner &buildRunner() { return runner; }
+    // How a run ended, for the log.
+    static void logEndOf(const Qtilities::Core::Status &ended) { logEnd(ended); }
+    // The same as run(), otherwise than the settings say.
+    bool runWith(const BuildOptions &options);
 
 private:
+    bool runNow(bool onlyOutdated, const BuildOptions &options);
+
     DesignBuilds &builds;
     DesignState &state;
     BuildDescription data;

@@ -25,22 +25,6 @@ namespace MorvalenCore {
 
 namespace {
 
-// Sends what a run says to the log.
-void connectToLog(const BuildRun &run, BuildConfiguration &configuration)
-{
-    QObject::connect(&run, &BuildRun::message, &run,
-                     [alive = QPointer(&configuration)](auto type, const QString &text) {
-                         BuildMonitor::instance()->say(alive, type, text);
-                     });
-}
-
-// The plan is made of the same settings, and there is none when they cannot be used.
-BuildRun::Options optionsNow()
-{
-    const BuildSettings now = BuildSettings::current().valueOr({});
-    return {now.jobs, now.keepGoing, now.allocation};
-}
-
 BuildConfiguration::RunState stateAfter(BuildRun::Result result)
 {
     switch (result) {
@@ -63,20 +47,20 @@ QString quotedNames(const BuildPlan &plan, const QList<int> &steps)
 }
 
 // How a run of the titled configuration ended; the log says it of a good end.
-Status endOf(const QString &title, const BuildPlan &plan, const BuildRun &run,
-             BuildRun::Result result)
+Status statusOf(const QString &title, const BuildPlan &plan, const BuildRun::End &end)
 {
-    if (result == BuildRun::Result::Cancelled)
+    if (end.isCutShort)
+        return Status::cancelled(u"%1 was not finished, since another one failed"_s.arg(title));
+    if (end.result == BuildRun::Result::Cancelled)
         return Status::cancelled(u"%1 was cancelled"_s.arg(title));
-    if (result == BuildRun::Result::Failed && run.failedSteps().isEmpty())
+    if (end.result == BuildRun::Result::Failed && end.failed.isEmpty())
         return Status::failed(u"%1 failed"_s.arg(title));
-    if (result == BuildRun::Result::Failed)
-        return Status::failed(
-            u"%1 failed in %2"_s.arg(title, quotedNames(plan, run.failedSteps())));
-    if (run.doneSteps().isEmpty())
+    if (end.result == BuildRun::Result::Failed)
+        return Status::failed(u"%1 failed in %2"_s.arg(title, quotedNames(plan, end.failed)));
+    if (end.done.isEmpty())
         logInfo(u"%1 is up to date"_s.arg(title));
     else
-        logInfo(u"%1 is complete, steps run: %2"_s.arg(title).arg(run.doneSteps().size()));
+        logInfo(u"%1 is complete, steps run: %2"_s.arg(title).arg(end.done.size()));
     return {};
 }
 
@@ -187,46 +171,91 @@ QStringList ConfigurationRunner::stepNames()
     return names;
 }
 
-Status ConfigurationRunner::run(bool onlyOutdated, const Tell &tell)
+// The plan is made of the same settings, and there is none when they cannot be used.
+BuildRun::Options ConfigurationRunner::optionsFor(const BuildOptions &options)
+{
+    const BuildSettings now = BuildSettings::current().valueOr({});
+    return {options.jobs ? options.jobs : now.jobs, options.keepGoing || now.keepGoing,
+            now.allocation};
+}
+
+// Sends what a run says to the log.
+void ConfigurationRunner::connectToLog(const BuildRun &run)
+{
+    QObject::connect(&run, &BuildRun::message, &run,
+                     [alive = QPointer(&configuration)](auto type, const QString &text) {
+                         BuildMonitor::instance()->say(alive, type, text);
+                     });
+}
+
+Status ConfigurationRunner::run(bool onlyOutdated, const Tell &tell, const BuildOptions &options)
+{
+    const Result<UnderWay> prepared = prepare();
+    if (!prepared.isOk())
+        return prepared.status();
+    const UnderWay &underWay = prepared.value();
+    BuildRun run(underWay.kept->plan, underWay.kept->file);
+    run.setOptions(optionsFor(options));
+    connectToLog(run);
+    QObject::connect(
+        &run, &BuildRun::progressed, &configuration,
+        [this](int done, int total, const QString &step) { showProgress(done, total, step); });
+    begin(run);
+    run.run(onlyOutdated ? BuildRun::Kind::Outdated : BuildRun::Kind::All);
+    return end(underWay, run.endOfRun(), tell);
+}
+
+Result<ConfigurationRunner::UnderWay> ConfigurationRunner::prepare()
 {
     if (current)
         return Status::busy(u"%1 is running already"_s.arg(title()));
     const PlanKeeper::Kept checked = checkedPlan();
-    if (!checked.isOk()) {
-        runState = BuildConfiguration::Failed;
-        return refusal(checked.status());
-    }
+    if (!checked.isOk())
+        return refuse(checked.status());
+    return UnderWay {&configuration, title(), design.name(), checked.value()};
+}
 
-    // The configuration may go while events are served; what is used afterwards is kept here.
-    const QPointer<ConfigurationItem> alive(&configuration);
-    const QString ownTitle = title();
-    const std::shared_ptr<KeptPlan> kept = checked.value();
-    BuildRun run(kept->plan, kept->file);
-    run.setOptions(optionsNow());
-    connectToLog(run, configuration);
-    QObject::connect(&run, &BuildRun::progressed, &configuration,
-                     [this](int done, int total, const QString &step) {
-                         BuildMonitor::instance()->progress(&configuration, done, total, step);
-                     });
+Status ConfigurationRunner::refuse(const Status &reason)
+{
+    runState = BuildConfiguration::Failed;
+    return refusal(reason);
+}
+
+Status ConfigurationRunner::leaveOut()
+{
+    runState = BuildConfiguration::Cancelled;
+    return Status::cancelled(u"%1 was not begun, since another one failed"_s.arg(title()));
+}
+
+void ConfigurationRunner::begin(BuildRun &run)
+{
     current = &run;
     runState = BuildConfiguration::Running;
     BuildMonitor::instance()->begin(&configuration);
-    const BuildRun::Result result =
-        run.run(onlyOutdated ? BuildRun::Kind::Outdated : BuildRun::Kind::All);
-    const Status ended = endOf(ownTitle, kept->plan, run, result);
-    if (tell)
-        tell(ended);
-    if (!alive)
-        return ended.isOk() ? Status::cancelled({}) : ended;
-    end(*kept, run, result);
-    return ended;
 }
 
-void ConfigurationRunner::end(KeptPlan &kept, const BuildRun &run, BuildRun::Result result)
+void ConfigurationRunner::showProgress(int done, int total, const QString &step)
+{
+    BuildMonitor::instance()->progress(&configuration, done, total, step);
+}
+
+Status ConfigurationRunner::end(const UnderWay &underWay, const BuildRun::End &end,
+                                const Tell &tell)
+{
+    const Status status = statusOf(underWay.title, underWay.kept->plan, end);
+    if (tell)
+        tell(status);
+    if (!underWay.configuration)
+        return status.isOk() ? Status::cancelled({}) : status;
+    underWay.configuration->buildRunner().takeEnd(*underWay.kept, end);
+    return status;
+}
+
+void ConfigurationRunner::takeEnd(KeptPlan &kept, const BuildRun::End &end)
 {
     current = nullptr;
-    runState = stateAfter(result);
-    noteGenerated(kept, run.doneSteps());
+    runState = stateAfter(end.result);
+    noteGenerated(kept, end.done);
     outdated.clear();
     BuildMonitor::instance()->end(&configuration);
 }
@@ -303,7 +332,7 @@ bool ConfigurationRunner::look(const KeptPlan &kept)
     }
     const QPointer<ConfigurationItem> alive(&configuration);
     BuildRun run(kept.plan, kept.file);
-    connectToLog(run, configuration);
+    connectToLog(run);
     current = &run;
     const BuildRun::Result result = run.run(BuildRun::Kind::Look);
     if (!alive)

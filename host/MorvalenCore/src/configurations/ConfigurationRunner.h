@@ -4,6 +4,9 @@
 #include "build/PlanKeeper.h"
 
 #include <MorvalenCore/BuildConfiguration.h>
+#include <MorvalenCore/BuildOptions.h>
+
+#include <QPointer>
 
 #include <functional>
 
@@ -33,12 +36,37 @@ public:
     using Tell = std::function<void(const Qtilities::Core::Status &)>;
 
     // See BuildConfiguration for what these do. How a build ended is told of before BuildMonitor
-    // says that it did: who listens to that may end the program.
-    Qtilities::Core::Status run(bool onlyOutdated, const Tell &tell = {});
+    // says that it did: who listens to that may end the program. The options stand in place of the
+    // settings.
+    Qtilities::Core::Status run(bool onlyOutdated, const Tell &tell = {},
+                                const BuildOptions &options = {});
     Qtilities::Core::Status runDry();
     Qtilities::Core::Status refresh();
     void cancel();
     QStringList outdatedStepNames() const { return outdated; }
+
+    // The parts of a run, for those who run several configurations. The configuration may go while
+    // events are served; what is used afterwards is kept in the first.
+    struct UnderWay
+    {
+        QPointer<ConfigurationItem> configuration;
+        QString title;
+        QString design;
+        std::shared_ptr<KeptPlan> kept;
+    };
+    // Fails when it is running or cannot be run; then it is Failed, in the second case.
+    Qtilities::Core::Result<UnderWay> prepare();
+    // The run must go on until it is told of its end, or is ended by the configuration's.
+    void begin(BuildRun &run);
+    void connectToLog(const BuildRun &run);
+    void showProgress(int done, int total, const QString &step);
+    static Qtilities::Core::Status end(const UnderWay &underWay, const BuildRun::End &end,
+                                       const Tell &tell);
+    // It will not be begun: as failed, for a reason, or as cancelled, since another one has failed.
+    Qtilities::Core::Status refuse(const Qtilities::Core::Status &reason);
+    Qtilities::Core::Status leaveOut();
+
+    static BuildRun::Options optionsFor(const BuildOptions &options);
 
 private:
     PlanKeeper::Kept plan();
@@ -47,7 +75,7 @@ private:
     Qtilities::Core::Status refusal(const Qtilities::Core::Status &status) const;
     Qtilities::Core::Result<BuildRequest> request() const;
     Qtilities::Core::Result<QStringList> pathsUnder(const QString &node) const;
-    void end(KeptPlan &kept, const BuildRun &run, BuildRun::Result result);
+    void takeEnd(KeptPlan &kept, const BuildRun::End &end);
     bool look(const KeptPlan &kept);
     void noteGenerated(KeptPlan &kept, QList<int> steps);
     QString title() const;

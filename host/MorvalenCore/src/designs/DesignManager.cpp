@@ -1,3 +1,4 @@
+#include <MorvalenCore/BuildConfiguration.h>
 #include <MorvalenCore/DesignManager.h>
 #include <MorvalenCore/ScriptManager.h>
 
@@ -7,6 +8,8 @@
 
 #include <Qtilities/Replaceable.h>
 #include <Qtilities/statuslog.h>
+
+#include <QPointer>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::Interfaces::IDesign;
@@ -119,6 +122,18 @@ QList<Status> DesignManager::tryCloseDesigns(const QStringList &ids, bool delete
     for (const QString &id : ids)
         all.append(tryCloseDesign(id, deleteWorkingFolders));
     return all;
+}
+
+bool DesignManager::build(const QList<BuildConfiguration *> &configurations,
+                          const BuildOptions &options)
+{
+    bool allWell = true;
+    const QList<QPointer<BuildConfiguration>> all(configurations.begin(), configurations.end());
+    for (const QPointer<BuildConfiguration> &configuration : all) {
+        if (allWell || options.keepGoing || options.isDry)
+            allWell = configuration && configuration->run(true, options.isDry) && allWell;
+    }
+    return allWell;
 }
 
 bool DesignManager::checkDesignName(const QString &name, QString *error,

@@ -1,6 +1,7 @@
 #include "designs/SessionDesignManager.h"
 
 #include "component/ComponentFormat.h"
+#include "configurations/severalbuilds.h"
 #include "design/Design.h"
 #include "designs/backup.h"
 #include "designs/designname.h"
@@ -191,6 +192,13 @@ void SessionDesignManager::forget(IDesign *design)
     announcements.closed(design, open.remove(design));
     if (wasActive)
         announcements.activeChanged();
+}
+
+bool SessionDesignManager::build(const QList<BuildConfiguration *> &configurations,
+                                 const BuildOptions &options)
+{
+    const std::optional<bool> built = buildSeveral(configurations, options);
+    return built ? *built : DesignManager::build(configurations, options);
 }
 
 } // namespace MorvalenCore

@@ -36,6 +36,8 @@ public:
                                                  const QString &fileName, bool overwrite) override;
     Qtilities::Core::Status tryCloseDesign(const QString &id, bool deleteWorkingFolder) override;
     QList<Qtilities::Core::Status> tryPrepareForShutdown(int reason) override;
+    bool build(const QList<BuildConfiguration *> &configurations,
+               const BuildOptions &options) override;
     bool registerFactory(const ObjectFactory *factory,
                          const Qtilities::Core::FactoryItemID &id) override;
     const ObjectFactory *factory(const QString &tag) const override;
