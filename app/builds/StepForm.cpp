@@ -28,7 +28,8 @@ StepForm::StepForm(QWidget *parent)
       name(new QLineEdit(this)),
       command(addText("stepCommand", commandLines)),
       inputs(addText("stepInputs", pathLines)),
-      outputs(addText("stepOutputs", pathLines))
+      outputs(addText("stepOutputs", pathLines)),
+      pool(new QLineEdit(this))
 {
     name->setObjectName(u"stepName"_s);
     const QString paths = tr("One path in a line, absolute or relative to the working folder.");
@@ -36,15 +37,24 @@ StepForm::StepForm(QWidget *parent)
                            "$(TARGET_PATH) are replaced, and so are all macros."));
     inputs->setToolTip(paths + u' ' + tr("\"node:NAME\" stands for the files of a node."));
     outputs->setToolTip(paths + u' ' + tr("A step without outputs runs every time."));
+    pool->setObjectName(u"stepPool"_s);
+    pool->setPlaceholderText(tr("none"));
+    pool->setToolTip(
+        tr("Of the steps of a pool only so many run at once, as the preferences say."));
     auto *form = new QFormLayout(this);
     form->setContentsMargins(0, 0, 0, 0);
     form->addRow(tr("Step &name:"), name);
     form->addRow(tr("&Command:"), command);
     form->addRow(tr("&Inputs:"), inputs);
     form->addRow(tr("&Outputs:"), outputs);
+    form->addRow(tr("&Pool:"), pool);
 
     connect(name, &QLineEdit::textEdited, this, [this](const QString &text) {
         current.name = text;
+        Q_EMIT edited();
+    });
+    connect(pool, &QLineEdit::textEdited, this, [this](const QString &text) {
+        current.pool = text.trimmed();
         Q_EMIT edited();
     });
     connect(command, &QPlainTextEdit::textChanged, this, [this] {
@@ -87,11 +97,14 @@ void StepForm::setStep(const BuildStep &step)
     command->setPlainText(step.command);
     inputs->setPlainText(step.inputs.join(u'\n'));
     outputs->setPlainText(step.outputs.join(u'\n'));
+    pool->setText(step.pool);
+    pool->setCursorPosition(0);
 }
 
 void StepForm::setReadOnly(bool readOnly)
 {
     name->setReadOnly(readOnly);
+    pool->setReadOnly(readOnly);
     for (QPlainTextEdit *edit : {command, inputs, outputs})
         edit->setReadOnly(readOnly);
 }

@@ -35,5 +35,6 @@ private:
     QPlainTextEdit *command;
     QPlainTextEdit *inputs;
     QPlainTextEdit *outputs;
+    QLineEdit *pool;
     bool filling = false;
 };

@@ -2,8 +2,12 @@
 
 #include "app/preferences/PreferencesPage.h"
 
+#include <QMap>
+
+class QCheckBox;
 class QLineEdit;
 class QPlainTextEdit;
+class QSpinBox;
 
 // Where projects are kept, by whom build steps are run, and where they may write.
 class PlacesPage : public PreferencesPage
@@ -22,7 +26,12 @@ private:
     QStringList targetFolders() const;
     void chooseFolder();
 
+    QMap<QString, QString> poolDepths() const;
+
     QLineEdit *launcher;
+    QSpinBox *jobs;
+    QCheckBox *keepGoing;
+    QPlainTextEdit *pools;
     QPlainTextEdit *targets;
     QLineEdit *projects;
 };

@@ -4,6 +4,8 @@
 
 #include <MorvalenCore/settingkeys.h>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 namespace SettingKeys = MorvalenCore::SettingKeys;
 
@@ -64,6 +66,40 @@ QStringList targetFolders() { return Settings().value(SettingKeys::targetFolders
 void setTargetFolders(const QStringList &folders)
 {
     Settings().set(SettingKeys::targetFolders, folders.isEmpty() ? QVariant() : QVariant(folders));
+}
+
+int jobs() { return std::max(0, Settings().value(SettingKeys::jobs).toInt()); }
+
+void setJobs(int count)
+{
+    Settings().set(SettingKeys::jobs, count > 0 ? QVariant(count) : QVariant());
+}
+
+bool keepsGoing() { return Settings().value(SettingKeys::keepGoing).toBool(); }
+
+void setKeepsGoing(bool keepGoing)
+{
+    Settings().set(SettingKeys::keepGoing, keepGoing ? QVariant(true) : QVariant());
+}
+
+QMap<QString, QString> pools()
+{
+    QMap<QString, QString> depths;
+    const Settings settings;
+    for (const QString &name : settings.keys(SettingKeys::pools))
+        depths.insert(name, settings.value(SettingKeys::pools + u'/' + name).toString());
+    return depths;
+}
+
+void setPools(const QMap<QString, QString> &depths)
+{
+    Settings settings;
+    for (const QString &name : settings.keys(SettingKeys::pools)) {
+        if (!depths.contains(name))
+            settings.remove(SettingKeys::pools + u'/' + name);
+    }
+    for (auto pool = depths.cbegin(); pool != depths.cend(); ++pool)
+        settings.set(SettingKeys::pools + u'/' + pool.key(), *pool);
 }
 
 bool isWritable() { return Settings().isWritten(); }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFont>
+#include <QMap>
 #include <QString>
 #include <QStringList>
 
@@ -27,6 +28,18 @@ void setLauncher(const QString &prefix);
 // The folders outside of working folders that builds may write to.
 QStringList targetFolders();
 void setTargetFolders(const QStringList &folders);
+
+// How many steps of a build run at once; 0 leaves it to Ninja.
+int jobs();
+void setJobs(int count);
+
+// Whether steps that do not depend on a failed one still run.
+bool keepsGoing();
+void setKeepsGoing(bool keepGoing);
+
+// How many steps of a pool run at once, by the name, as it was written.
+QMap<QString, QString> pools();
+void setPools(const QMap<QString, QString> &depths);
 
 // Whether what was set so far is in the settings file.
 bool isWritable();

@@ -75,6 +75,7 @@ private Q_SLOTS:
     void leavesNoJobWhenItIsEnded();
     void saysWhatItWaitsForWhenNodesAreDrained_data() { addWays(); }
     void saysWhatItWaitsForWhenNodesAreDrained();
+    void spreadsDesignsOverAllocations();
 
 private:
     static void addWays();
@@ -240,6 +241,26 @@ void tst_Slurm::leavesNoJobWhenItIsEnded()
     if (number == SIGINT)
         QVERIFY(process.readAllStandardError().endsWith(
             "Warning: The build \"Main\" of design \"soft\" was cancelled\n"));
+}
+
+void tst_Slurm::spreadsDesignsOverAllocations()
+{
+    program->write(u"session/settings.ini"_s, "[Builds]\nallocation=srun --quiet -N 1 -c 4\n");
+    QString open;
+    for (const QByteArray name : {"a", "b", "c"}) {
+        const QString folder = QString::fromLatin1(name);
+        program->write(folder + u"/component.xml"_s,
+                       buildComponent(step("say", "echo $SLURM_JOB_ID &gt; $(OUTPUTS)", {}, "job"))
+                           .replace("<ipxact:name>soft", "<ipxact:name>" + name));
+        open += u"designs add {%1}; "_s.arg(program->path(folder + u"/component.xml"_s));
+    }
+    const Ended ended = program->run({u"-c"_s, open + u"morvalen build -all -spread 2"_s});
+    QCOMPARE(ended,
+             (Ended {0, "v.l.a.1.0 Completed v.l.b.1.0 Completed v.l.c.1.0 Completed\n", ""}));
+    QSet<QByteArray> allocations;
+    for (const QString &name : {u"a"_s, u"b"_s, u"c"_s})
+        allocations.insert(Program::read(program->path(name + u"/job"_s)));
+    QCOMPARE(allocations.size(), 3);
 }
 
 void tst_Slurm::saysWhatItWaitsForWhenNodesAreDrained()

@@ -9,6 +9,7 @@
 #include "tests/stories/Story.h"
 #include "tests/TestClass.h"
 
+#include <MorvalenCore/BuildSettings.h>
 #include <Qtilities/atomicfile.h>
 #include <Qtilities/ProjectManager.h>
 
@@ -21,6 +22,7 @@
 #include <QTabWidget>
 
 using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::BuildSettings;
 using Qtilities::ProjectManagement::ProjectManager;
 
 class tst_PreferencesStory : public QObject
@@ -35,6 +37,7 @@ private Q_SLOTS:
     void theConsoleGetsAFont();
     void theEditorsGetAFont();
     void placesAreSet();
+    void buildsAreSet();
     void defaultsComeBack();
     void theHistoryIsKept();
     void twoProcessesShareTheHistory();
@@ -152,6 +155,44 @@ void tst_PreferencesStory::placesAreSet()
     QCOMPARE(ProjectManager::instance()->customProjectsPath(QString()), folder);
     int code = 1;
     QCOMPARE(story->console().interpretCommand(u"project projects_path"_s, &code), folder);
+}
+
+void tst_PreferencesStory::buildsAreSet()
+{
+    prefer(
+        2,
+        [](QDialog *dialog) {
+            auto *jobs = dialog->findChild<QSpinBox *>(u"jobs"_s);
+            QCOMPARE(jobs->text(), u"as many as fit this machine"_s);
+            jobs->selectAll();
+            QTest::keyClicks(jobs, u"12"_s);
+            click(dialog, "keepGoing");
+            auto *pools = dialog->findChild<QPlainTextEdit *>(u"pools"_s);
+            QTest::keyClicks(pools, u"big memory = 2"_s);
+            QTest::keyClick(pools, Qt::Key_Return);
+            QTest::keyClicks(pools, u"licence=none"_s);
+        },
+        u"OK"_s);
+    // The one that is no number is not lost, and told of.
+    QCOMPARE(setting(u"Pools/licence"_s).toString(), u"none"_s);
+    QCOMPARE(BuildSettings::current().status().text(),
+             u"The pool \"licence\" must have a number of steps, at least 1, not \"none\""_s);
+    prefer(
+        2,
+        [](QDialog *dialog) {
+            auto *pools = dialog->findChild<QPlainTextEdit *>(u"pools"_s);
+            QCOMPARE(pools->toPlainText(), u"big memory=2\nlicence=none"_s);
+            pools->setPlainText(u"big memory=2"_s);
+        },
+        u"OK"_s);
+    const auto settings = BuildSettings::current();
+    QVERIFY2(settings.isOk(), qPrintable(settings.status().text()));
+    QCOMPARE(settings.value().jobs, std::optional(12));
+    QVERIFY(settings.value().keepGoing);
+    QCOMPARE(settings.value().pools, (QMap<QString, int> {{u"big memory"_s, 2}}));
+    prefer(
+        2, [](QDialog *dialog) { DialogVisits::press(dialog, u"Restore Defaults"_s); }, u"OK"_s);
+    QVERIFY(BuildSettings::current().value() == BuildSettings());
 }
 
 void tst_PreferencesStory::defaultsComeBack()

@@ -16,6 +16,7 @@ private Q_SLOTS:
     void addsAndRemovesSteps();
     void movesSteps();
     void changesMacros();
+    void putsAStepInAPool();
     void keepsWhatIsNotTouched();
     void showsStepsOfFilesWithTheReason();
 };
@@ -136,6 +137,20 @@ void tst_BuildConfigurationPage::changesMacros()
     click("removeMacro");
     QVERIFY(page->save().toErrorText(&error));
     QCOMPARE(inTheFile(u"Debug"_s).macros, (QList<BuildMacro> {{u"FLAGS"_s, u"-g  -O0"_s}}));
+}
+
+void tst_BuildConfigurationPage::putsAStepInAPool()
+{
+    const BuildDescription before {
+        u"Debug"_s, {}, {}, {{u"one"_s, u"x"_s, {}, {u"o"_s}, u"licence"_s}}};
+    QVERIFY(configuration->setDescription(before, &error));
+    auto *pool = child<QLineEdit>("stepPool");
+    QCOMPARE(pool->text(), u"licence"_s);
+    pool->selectAll();
+    QTest::keyClicks(pool, u" big memory "_s);
+    QVERIFY(page->isModified());
+    QVERIFY(page->save().toErrorText(&error));
+    QCOMPARE(configuration->description().steps[0].pool, u"big memory"_s);
 }
 
 // Texts that the fields cannot show as they are.

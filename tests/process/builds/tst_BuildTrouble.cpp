@@ -49,6 +49,10 @@ private Q_SLOTS:
     void ignoresASignalThatItWasToldToIgnore();
     void endsWhatStepsLeaveRunning();
     void saysThatTheTargetPathIsClosed();
+    void saysWhichProgramIsMissing_data();
+    void saysWhichProgramIsMissing();
+    void takesOddNamesOfConfigurations_data();
+    void takesOddNamesOfConfigurations();
 
 private:
     QString inDesign(const QString &name) const { return program->path(u"soft/"_s + name); }
@@ -177,6 +181,58 @@ void tst_BuildTrouble::saysThatTheTargetPathIsClosed()
                          + "/build.ninja\": Permission denied\nError: The build \"Main\" of design "
                            "\"soft\" failed\n"}));
     QVERIFY(QDir(target).isEmpty());
+}
+
+void tst_BuildTrouble::saysWhichProgramIsMissing_data()
+{
+    QTest::addColumn<QByteArray>("settings");
+    QTest::addColumn<QByteArray>("command");
+    QTest::addColumn<QByteArray>("shown");
+    QTest::newRow("program-1 of a step")
+        << QByteArray() << QByteArray("no-such-tool a.txt") << QByteArray("no-such-tool a.txt");
+    QTest::newRow("program-2 a launcher")
+        << QByteArray("[Builds]\nlauncher=no-such-tool -c 1\n") << QByteArray("true")
+        << QByteArray("no-such-tool -c 1 true");
+}
+
+void tst_BuildTrouble::saysWhichProgramIsMissing()
+{
+    QFETCH(const QByteArray, settings);
+    QFETCH(const QByteArray, command);
+    QFETCH(const QByteArray, shown);
+    program->write(u"session/settings.ini"_s, settings);
+    makeDesign(step("call", command, "a.txt", "b.txt"));
+    const Ended ended = program->run(words());
+    QCOMPARE(ended.status, 1);
+    const QByteArray folder = program->path(u"soft"_s).toUtf8();
+    QCOMPARE(ended.err,
+             "Error: FAILED: " + folder + "/b.txt \nError: cd " + folder + " || exit; " + shown
+                 + "\nError: /bin/sh: 1: no-such-tool: not found\n"
+                   "Error: The build \"Main\" of design \"soft\" failed in \"call\"\n"
+                   "Build configuration run failed\n");
+}
+
+void tst_BuildTrouble::takesOddNamesOfConfigurations_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    for (const char *name :
+         {"a blank", "it's \"quoted\"", "$HOME [exit]", "back\\slash", "-x", "ä€"})
+        QTest::newRow(name) << QByteArray(name);
+}
+
+void tst_BuildTrouble::takesOddNamesOfConfigurations()
+{
+    QFETCH(const QByteArray, name);
+    makeDesign({});
+    program->environment.insert(u"NAME"_s, QString::fromUtf8(name));
+    const Ended ended = program->run(
+        words(u"set n $env(NAME); morvalen configuration add $n; "
+              "morvalen step add $n $n -command {cp a.txt $(OUTPUTS)} -inputs a.txt "
+              "-outputs {{$(TARGET_PATH)/o}}; morvalen build -configuration $n; "
+              "expr {$n in [morvalen configuration list] && $n in [morvalen step list $n]}"_s));
+    QCOMPARE(ended, (Ended {0, "1\n", ""}));
+    QCOMPARE(Program::read(inDesign(u"build/"_s + QString::fromUtf8(name) + u"/o"_s)),
+             QByteArray("a"));
 }
 
 GUILESS_TEST_CLASS(tst_BuildTrouble)

@@ -136,9 +136,9 @@ void BuildOutput::writeToFile(const QByteArray &line)
         status = Status::io(file.errorString());
     current->isGood = status.isOk();
     if (!status.isOk())
-        listener->line(Logger::Warning,
-                       u"The output cannot be written to \"%1\": %2"_s.arg(current->path,
-                                                                           status.text()));
+        listener->line(
+            Logger::Warning,
+            u"The output cannot be written to \"%1\": %2"_s.arg(current->path, status.text()));
 }
 
 // The steps that have run may have put anything there.

@@ -30,7 +30,7 @@ QString textOf(const SettingsFile &settings, const QString &key)
 
 Status readJobs(const SettingsFile &settings, std::optional<int> *jobs)
 {
-    const QString text = textOf(settings, u"Builds/jobs"_s);
+    const QString text = textOf(settings, SettingKeys::jobs);
     *jobs = BuildSettings::countFrom(text);
     if (text.isEmpty() || *jobs)
         return {};
@@ -40,7 +40,7 @@ Status readJobs(const SettingsFile &settings, std::optional<int> *jobs)
 
 Status readKeepGoing(const SettingsFile &settings, bool *keepGoing)
 {
-    const QString text = textOf(settings, u"Builds/keep_going"_s).toLower();
+    const QString text = textOf(settings, SettingKeys::keepGoing).toLower();
     *keepGoing = text == u"true"_s || text == u"1"_s;
     if (*keepGoing || text.isEmpty() || text == u"false"_s || text == u"0"_s)
         return {};
@@ -50,7 +50,7 @@ Status readKeepGoing(const SettingsFile &settings, bool *keepGoing)
 
 Status readPools(const SettingsFile &settings, QMap<QString, int> *pools)
 {
-    for (const QString &name : settings.keys(u"Pools"_s)) {
+    for (const QString &name : settings.keys(SettingKeys::pools)) {
         const QString text = textOf(settings, u"Pools/"_s + name);
         const std::optional<int> depth = BuildSettings::countFrom(text);
         if (!depth)
