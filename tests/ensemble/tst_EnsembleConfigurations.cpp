@@ -87,7 +87,7 @@ private Q_SLOTS:
             good("list-2 none", "morvalen step list empty", ""),
             good("get-1", "morvalen step get {my sim} compile",
                  "name compile command {cc $(INPUTS)} inputs {{a b.c} node:src} outputs x.o "
-                 "of_file false"),
+                 "pool {} of_file false"),
             good("get-2 of a file", "morvalen step get {my sim} f.v",
                  "name f.v command {tool f.v} inputs /w/f.v outputs {} pool {} of_file true"),
             bad("get-3 none", "morvalen step get {my sim} x",
@@ -116,7 +116,7 @@ private Q_SLOTS:
                  "morvalen step set {my sim} compile -outputs {a b}; "
                  "morvalen step get {my sim} compile",
                  "name compile command {cc $(INPUTS)} inputs {{a b.c} node:src} outputs {a b} "
-                 "of_file false"),
+                 "pool {} of_file false"),
             good("set-2 another name keeps the place",
                  "morvalen step set {my sim} compile -name cc" + names, "cc link f.v"),
             good("set-3 another place", "morvalen step set {my sim} link -before compile" + names,

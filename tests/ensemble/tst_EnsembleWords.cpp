@@ -62,7 +62,8 @@ private Q_SLOTS:
                 "usage"),
             bad("count-4 without an option that is required", "morvalen step add sim x",
                 "wrong # args: should be \"morvalen step add CONFIGURATION NAME -command COMMAND "
-                "?-inputs LIST? ?-outputs LIST? ?-before NAME? ?-design ID?\"",
+                "?-inputs LIST? ?-outputs LIST? ?-pool POOL? ?-before NAME? "
+                "?-design ID?\"",
                 "usage"),
             bad("value-1 an option without its value", "morvalen files -node",
                 "option \"-node\" needs NODE behind it", "usage"),
@@ -84,7 +85,9 @@ private Q_SLOTS:
                  "morvalen property new -design acme.global.uart.1.0",
                  "-5"),
             bad("dash-6 a design's id that looks like an option", "morvalen build -x",
-                "unknown option \"-x\": must be -configuration, -all or -dry", "usage"),
+                "unknown option \"-x\": must be -configuration, -all, -jobs, -keep-going, -spread "
+                "or -dry",
+                "usage"),
             bad("dash-7 and behind two dashes", "morvalen build -- -x",
                 "No design with the id \"-x\" is open", "not_found"),
         });
