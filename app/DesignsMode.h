@@ -29,6 +29,7 @@ public:
     QObject *objectBase() override { return this; }
     const QObject *objectBase() const override { return this; }
 
+    DesignTree *designTree() const { return tree; }
     EditorArea *editorArea() const { return editors; }
 
 private:

@@ -3,6 +3,7 @@
 #include "app/builds/BuildMenu.h"
 #include "app/builds/buildpages.h"
 #include "app/builds/BuildProgress.h"
+#include "app/calls/ChangeOrigins.h"
 #include "app/calls/openfile.h"
 #include "app/DesignsMode.h"
 #include "app/editor/EditorArea.h"
@@ -16,9 +17,11 @@
 #include "app/issues/IssueSources.h"
 #include "app/issues/IssuesView.h"
 #include "app/issues/WindowLinks.h"
+#include "app/keeping/TextKeeper.h"
 #include "app/live/LiveWindow.h"
 #include "app/live/passrules.h"
 #include "app/live/RunStatus.h"
+#include "app/OpenThings.h"
 #include "app/preferences/consolefont.h"
 #include "app/preferences/PreferencesDialog.h"
 #include "app/process/programend.h"
@@ -70,6 +73,8 @@ MainWindow::MainWindow(QWidget *parent)
       stack(new QStackedWidget(this)),
       designs(new DesignsMode(this)),
       leaving(new Leaving(designs->editorArea(), this)),
+      keeper(new TextKeeper(designs->editorArea(), this)),
+      openThings(new OpenThings(this)),
       helpDock(new HelpDock(this)),
       links(std::make_unique<WindowLinks>()),
       issueList(new IssueList(this)),
@@ -88,6 +93,12 @@ MainWindow::MainWindow(QWidget *parent)
     createMenus();
     statusBar()->addPermanentWidget(new BuildProgress(this));
     new RecentFiles(this);
+    new ChangeOrigins(this);
+    connect(leaving, &Leaving::asking, openThings, &OpenThings::holdPages);
+    connect(leaving, &Leaving::answered, openThings, [this](bool agreed) {
+        if (!agreed)
+            openThings->letGoPages();
+    });
     connect(modeBar, &ModeBar::chosen, this, &MainWindow::activateMode);
     connect(MorvalenManager::instance(), &MorvalenManager::extensionWidgetAdded, this,
             &MainWindow::showExtensionWidget);
@@ -172,11 +183,17 @@ void MainWindow::adoptConsole(QtclConsole *theConsole)
     issues->followRuns();
 }
 
+DesignTree *MainWindow::designTree() const { return designs->designTree(); }
+
+void MainWindow::reopen() { openThings->restore(); }
+
 void MainWindow::openFiles(const QStringList &files)
 {
     for (const QString &file : files)
         static_cast<void>(openFile(file));
 }
+
+void MainWindow::offerKeptTexts() { keeper->offer(this); }
 
 void MainWindow::showExtensionWidget(const ExtensionWidgetParameters &parameters)
 {
@@ -200,7 +217,11 @@ void MainWindow::showExtensionWidget(const ExtensionWidgetParameters &parameters
 
 void MainWindow::prepareForEnd()
 {
-    leaving->settleForGood();
+    // What could not be saved is offered again.
+    if (leaving->settleForGood())
+        keeper->end();
+    else
+        keeper->keepNow();
     remember();
 }
 
@@ -211,6 +232,7 @@ void MainWindow::closeEvent(QCloseEvent *event)
         return;
     }
     remember();
+    keeper->end();
     programend::save();
     event->accept();
     Q_EMIT closed();
@@ -316,6 +338,7 @@ void MainWindow::followPreferences()
 void MainWindow::remember()
 {
     windowlayout::save(this);
+    openThings->write();
     if (history)
         history->write();
 }

@@ -13,6 +13,7 @@ struct ExtensionWidgetParameters;
 }
 
 class ConsoleHistory;
+class DesignTree;
 class DesignsMode;
 class HelpDock;
 class IssueList;
@@ -21,10 +22,12 @@ class IssuesView;
 class WindowLinks;
 class Leaving;
 class ModeBar;
+class OpenThings;
 class QDockWidget;
 class QStackedWidget;
 class QtclConsole;
 class ScriptMenu;
+class TextKeeper;
 class ViewMenu;
 
 // The window of the program: modes on the left, the log below, the manual beside them, and the
@@ -40,6 +43,7 @@ public:
     ~MainWindow() override;
 
     DesignsMode *designsMode() const { return designs; }
+    DesignTree *designTree() const;
 
     // Adds a mode behind the others. Its widget becomes a child of the window.
     void addMode(Qtilities::CoreGui::Interfaces::IMode *mode);
@@ -58,8 +62,14 @@ public:
     // Gives the console its font and its history, as the preferences say, and keeps the history.
     void adoptConsole(QtclConsole *console);
 
+    // Opens what was open in the window before.
+    void reopen();
+
     // Opens component and project files; what cannot be opened is in the log.
     void openFiles(const QStringList &files);
+
+    // Offers the texts that a window which did not end well has left unsaved.
+    void offerKeptTexts();
 
     // Shows a widget of a plug-in's in a dock of its own; a widget that is there already comes to
     // the front. Closing the dock deletes the widget.
@@ -94,6 +104,8 @@ private:
     QStackedWidget *stack;
     DesignsMode *designs;
     Leaving *leaving;
+    TextKeeper *keeper;
+    OpenThings *openThings;
     HelpDock *helpDock;
     QDockWidget *logDock = nullptr;
     std::unique_ptr<WindowLinks> links;

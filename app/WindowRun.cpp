@@ -85,7 +85,13 @@ WindowRun::WindowRun(const QStringList &files) : mainWindow(std::make_unique<Mai
     window->activateMode(files.isEmpty() ? scripting->modeID() : DesignsMode::id);
     window->show();
     programend::setExitHook([window] { window->prepareForEnd(); });
-    QTimer::singleShot(0, window, [window, files] { window->openFiles(files); });
+    QTimer::singleShot(0, window, [window, files] {
+        window->reopen();
+        if (!files.isEmpty())
+            window->activateMode(DesignsMode::id);
+        window->openFiles(files);
+        window->offerKeptTexts();
+    });
 }
 
 WindowRun::~WindowRun()

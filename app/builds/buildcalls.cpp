@@ -1,5 +1,6 @@
 #include "app/builds/buildcalls.h"
 
+#include "app/builds/unsavedpages.h"
 #include "app/calls/HostCall.h"
 #include "app/calls/running.h"
 #include "app/messages/questions.h"
@@ -64,8 +65,12 @@ QStringList generatedFiles(const IDesign &design, bool allVersions)
 
 void buildcalls::run(BuildConfiguration *configuration, bool onlyOutdated)
 {
-    later(configuration,
-          [configuration, onlyOutdated] { configuration->run(onlyOutdated, false); });
+    later(configuration, [configuration, onlyOutdated] {
+        const QPointer<BuildConfiguration> asked(configuration);
+        // While the user was asked, it may have gone, or a script may have begun.
+        if (unsavedpages::settle() && asked && !isRefused())
+            asked->run(onlyOutdated, false);
+    });
 }
 
 void buildcalls::refresh(BuildConfiguration *configuration)

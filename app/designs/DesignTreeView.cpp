@@ -109,6 +109,26 @@ void DesignTreeView::applyFilter(const QString &text)
     scrollTo(currentIndex());
 }
 
+QStringList DesignTreeView::foldedBranches() const
+{
+    QStringList names = (knownBranches - openBranches).values();
+    names.sort();
+    return names;
+}
+
+QStringList DesignTreeView::unfoldedBranches() const
+{
+    QStringList names = openBranches.values();
+    names.sort();
+    return names;
+}
+
+void DesignTreeView::setFolding(const QStringList &folded, const QStringList &unfolded)
+{
+    openBranches = QSet<QString>(unfolded.cbegin(), unfolded.cend());
+    knownBranches = openBranches + QSet<QString>(folded.cbegin(), folded.cend());
+}
+
 void DesignTreeView::remember(const QModelIndex &index, bool isOpen)
 {
     if (!isRemembering)

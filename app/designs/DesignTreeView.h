@@ -27,6 +27,12 @@ public:
     // before.
     void applyFilter(const QString &text);
 
+    // Which branches are closed and open, by names that stay the same from one run to the next; and
+    // how those that come are to be.
+    QStringList foldedBranches() const;
+    QStringList unfoldedBranches() const;
+    void setFolding(const QStringList &folded, const QStringList &unfolded);
+
 Q_SIGNALS:
     // A row is to do the first that comes to mind: by Return, or a double click.
     void rowActivated(const TreeRow &row);

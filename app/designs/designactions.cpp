@@ -80,6 +80,7 @@ void saveCopy(const RowCall &call)
     attempt.takeAndLog(DesignManager::instance()->tryParseDesignToFile(row.design(), file, true));
 }
 
+// Of those that are there still.
 QStringList idsOf(const QList<TreeRow> &rows)
 {
     QStringList ids;
@@ -103,7 +104,11 @@ void closeAll(const RowCall &call, bool deleteFolders, const QString &title)
 void close(const RowCall &call)
 {
     const QString title = tr("Not Closed");
-    if (!isRefused(call, title) && closing::settleDesigns(call.window(), idsOf(call.rows)))
+    closing::GivenUp givenUp;
+    if (!isRefused(call, title)
+        && closing::settleDesigns(call.window(), idsOf(call.rows), &givenUp)
+        // While the user was asked, a script may have begun.
+        && !isRefused(call, title) && closing::carryOut(call.window(), givenUp))
         closeAll(call, false, title);
 }
 

@@ -100,6 +100,17 @@ void FileSync::reload()
     setDisk(TextFile::Disk::Same);
 }
 
+void FileSync::takeUnsaved(const QString &unsaved, const QByteArray &base)
+{
+    const lineends::Lines lines = lineends::split(unsaved);
+    documenttext::replace(edit, lines.text);
+    lineends::mark(edit->document(), lines);
+    usualEnd = lines.usual;
+    edit->document()->setModified(true);
+    file->know(base);
+    setDisk(file->look(TextFile::Trust::Nothing));
+}
+
 void FileSync::keepMine()
 {
     file->accept();

@@ -44,6 +44,11 @@ public:
     void askForCopy();
     Status saveCopy(const QString &path) const;
 
+    // The text as a save would write it, and putting another one in its place as a change that is
+    // not saved, made of a file of which that was known.
+    QString unsavedText() const { return text(); }
+    void takeUnsaved(const QString &unsaved, const QByteArray &base);
+
     // What the user can do about a file that was changed, is gone or cannot be read.
     void reload();
     void keepMine();

@@ -56,6 +56,10 @@ public:
     // Takes what is on disk now for known.
     void accept();
 
+    // What is known of the file, as bytes that can be kept, and knowing what they tell.
+    QByteArray known() const { return file.mark(); }
+    void know(const QByteArray &mark) { file.knowMark(mark); }
+
     // Whether the user may write to the file, were it not for anything else.
     bool isWritable() const;
 

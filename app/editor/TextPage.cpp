@@ -78,6 +78,13 @@ Result<TextPage *> TextPage::open(const QString &path, QWidget *parent)
     return page;
 }
 
+TextPage *TextPage::withoutFile(const QString &path, QWidget *parent)
+{
+    auto *page = new TextPage(std::make_unique<TextFile>(path), parent);
+    page->colour();
+    return page;
+}
+
 TextPage::TextPage(std::unique_ptr<TextFile> file, QWidget *parent)
     : EditorPage(parent),
       notice(new NoticeBar(this)),
@@ -111,6 +118,20 @@ Status TextPage::save()
 }
 
 Status TextPage::saveCopy(const QString &path) const { return sync->saveCopy(path); }
+
+TextPage::Unsaved TextPage::unsaved() const
+{
+    return {sync->unsavedText(), sync->textFile().known()};
+}
+
+void TextPage::takeUnsaved(const Unsaved &unsaved, int place)
+{
+    sync->takeUnsaved(unsaved.text, unsaved.base);
+    QTextCursor cursor = edit->textCursor();
+    cursor.setPosition(qBound(0, place, edit->document()->characterCount() - 1));
+    edit->setTextCursor(cursor);
+    edit->centerCursor();
+}
 
 bool TextPage::can(Command command) const
 {

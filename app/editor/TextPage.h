@@ -26,6 +26,9 @@ public:
     // A page with the file of a canonical path; fails when that cannot be shown as text.
     static Qtilities::Core::Result<TextPage *> open(const QString &path, QWidget *parent = nullptr);
 
+    // A page of a file that is not there, without a text.
+    static TextPage *withoutFile(const QString &path, QWidget *parent = nullptr);
+
     QString key() const override { return filePath(); }
     QString title() const override;
     QString toolTipText() const override;
@@ -44,6 +47,16 @@ public:
     Qtilities::Core::Status saveCopy(const QString &path) const;
 
     TextEdit *textEdit() const { return edit; }
+
+    // The text as a save would write it, with what is known of its file; and taking
+    // such a text as a change that is not saved.
+    struct Unsaved
+    {
+        QString text;
+        QByteArray base;
+    };
+    Unsaved unsaved() const;
+    void takeUnsaved(const Unsaved &text, int cursor);
 
 protected:
     void showEvent(QShowEvent *event) override;

@@ -47,17 +47,21 @@ bool Leaving::mayLeave()
     if (isAsking)
         return false;
     isAsking = true;
+    Q_EMIT asking();
     const bool agreed = askAll();
     isAsking = false;
+    Q_EMIT answered(agreed);
     return agreed;
 }
 
 // Pages come last, since they are closed one by one as the user agrees.
 bool Leaving::askAll()
 {
+    closing::GivenUp givenUp;
     return areBuildsDone() && mayInterrupt()
-        && closing::settleDesigns(window, designsaving::modifiedDesigns())
-        && closing::settleProject(window, false) && editors->closeAll();
+        && closing::settleDesigns(window, designsaving::modifiedDesigns(), &givenUp)
+        && closing::settleProject(window, &givenUp) && editors->closeAll()
+        && closing::carryOut(window, givenUp);
 }
 
 // A build ends in the event loop; what it has started must not outlive the program.
@@ -92,11 +96,11 @@ bool Leaving::mayInterrupt() const
                              tr("Quitting ends it where it is."), tr("&Quit Anyway"));
 }
 
-void Leaving::settleForGood()
+bool Leaving::settleForGood()
 {
     const QList<EditorPage *> modified = editors->modifiedPages();
     if (modified.isEmpty())
-        return;
+        return true;
     QStringList titles;
     for (const EditorPage *page : modified)
         titles.append(page->title());
@@ -108,8 +112,7 @@ void Leaving::settleForGood()
     box.setDefaultButton(QMessageBox::Save);
     // Closing the box must not lose anything.
     box.setEscapeButton(QMessageBox::Save);
-    if (box.exec() == QMessageBox::Save)
-        editors->saveAll();
+    return box.exec() != QMessageBox::Save || editors->saveAll();
 }
 
 bool Leaving::mayEndWithSession()

@@ -20,7 +20,13 @@ public:
     bool mayLeave();
 
     // Asks only about texts in the editors, with no way back: the program ends in any case.
-    void settleForGood();
+    // False when something that was to be saved is not.
+    bool settleForGood();
+
+Q_SIGNALS:
+    // The user is about to be asked, and has answered; pages close while the answers come.
+    void asking();
+    void answered(bool agreed);
 
     // The same when the desktop's session ends, which wants an answer at once. A script that runs
     // is stopped when the user agrees; the window is closed, and all else asked, once it has ended.

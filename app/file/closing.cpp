@@ -1,5 +1,6 @@
 #include "app/file/closing.h"
 
+#include "app/calls/ChangeOrigins.h"
 #include "app/calls/HostCall.h"
 #include "app/calls/running.h"
 #include "app/file/designsaving.h"
@@ -11,11 +12,13 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
 using MorvalenCore::Interfaces::IDesign;
+using Qtilities::Core::Status;
 using Qtilities::ProjectManagement::ProjectManager;
 
 namespace closing {
@@ -30,7 +33,7 @@ struct Texts
     Q_DECLARE_TR_FUNCTIONS(closing)
 };
 
-// Where the changes of the designs go, one file a line.
+// Where the changes of the designs go, one file a line, and who alone has made them.
 QString filesOf(const QStringList &designIds)
 {
     QStringList files;
@@ -42,39 +45,62 @@ QString filesOf(const QStringList &designIds)
             files.append(Texts::tr("and others"));
             break;
         }
-        files.append(QDir::toNativeSeparators(design->componentFileName()));
+        const QString file = QDir::toNativeSeparators(design->componentFileName());
+        const QString only = ChangeOrigins::only(id);
+        files.append(only.isEmpty() ? file : Texts::tr("%1 (changed only by %2)").arg(file, only));
     }
     return files.join(u'\n');
 }
 
-bool mayBeSaved(QWidget *parent, const QStringList &modified)
+int answerAbout(QWidget *parent, const QStringList &modified)
 {
     const IDesign *first = DesignManager::instance()->design(modified.first());
+    const bool isOne = modified.size() == 1;
     QMessageBox box(
         QMessageBox::Question, Texts::tr("Unsaved Changes"),
-        modified.size() == 1
-            ? Texts::tr("The design \"%1\" has changes that are not saved.")
-                  .arg(first ? first->name() : modified.first())
-            : Texts::tr("%1 designs have changes that are not saved.").arg(modified.size()),
-        QMessageBox::Save | QMessageBox::Cancel, parent);
+        isOne ? Texts::tr("The design \"%1\" has changes that are not saved.")
+                    .arg(first ? first->name() : modified.first())
+              : Texts::tr("%1 designs have changes that are not saved.").arg(modified.size()),
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, parent);
     box.setTextFormat(Qt::PlainText);
-    box.setInformativeText(Texts::tr("Closing saves them in:") + u'\n' + filesOf(modified));
+    box.setInformativeText(Texts::tr("Saving writes them to:") + u'\n' + filesOf(modified));
     box.button(QMessageBox::Save)->setText(Texts::tr("&Save and Close"));
+    box.button(QMessageBox::Discard)
+        ->setText(isOne ? Texts::tr("&Discard") : Texts::tr("&Discard All"));
     box.setDefaultButton(QMessageBox::Save);
     box.setEscapeButton(QMessageBox::Cancel);
-    return box.exec() == QMessageBox::Save;
+    return box.exec();
+}
+
+bool drop(QWidget *parent, const QStringList &designIds)
+{
+    HostCall attempt(parent, Texts::tr("Not Closed"));
+    bool isDone = true;
+    for (const QString &id : designIds) {
+        IDesign *design = DesignManager::instance()->design(id);
+        if (!design || !design->isModified())
+            continue;
+        // A file that is no good cannot be read again.
+        const Status reloaded = design->reloadComponentFile();
+        if (!reloaded.isOk())
+            isDone = attempt.takeAndLog(DesignManager::instance()->tryDiscardDesign(id)) && isDone;
+    }
+    return isDone;
 }
 
 } // namespace
 
-bool settleDesigns(QWidget *parent, const QStringList &designIds)
+bool settleDesigns(QWidget *parent, const QStringList &designIds, GivenUp *givenUp)
 {
     QStringList modified = designsaving::modifiedDesigns();
     modified.removeIf([&](const QString &id) { return !designIds.contains(id); });
     if (modified.isEmpty())
         return true;
-    if (!mayBeSaved(parent, modified))
-        return false;
+    const int answer = answerAbout(parent, modified);
+    if (answer == QMessageBox::Discard)
+        givenUp->designIds = modified;
+    if (answer != QMessageBox::Save)
+        return answer == QMessageBox::Discard;
     const QString reasons = designsaving::save(modified);
     return reasons.isEmpty()
         || messages::confirm(
@@ -89,11 +115,12 @@ bool settleDesigns(QWidget *parent, const QStringList &designIds)
                Texts::tr("Close &Anyway"));
 }
 
-bool settleProject(QWidget *parent, bool closingSaves)
+bool settleProject(QWidget *parent, GivenUp *givenUp)
 {
+    givenUp->project = true;
     const ProjectManager *manager = ProjectManager::instance();
     const QString fileName = manager->currentProjectFileName();
-    if (!manager->isCurrentProjectModified() || (closingSaves && !fileName.isEmpty()))
+    if (!manager->isCurrentProjectModified())
         return true;
     QMessageBox box(
         QMessageBox::Question, Texts::tr("Unsaved Project"),
@@ -112,18 +139,34 @@ bool settleProject(QWidget *parent, bool closingSaves)
         || (answer == QMessageBox::Save && designsaving::saveProject(parent));
 }
 
+bool carryOut(QWidget *parent, const GivenUp &givenUp)
+{
+    const bool isDone = givenUp.designIds.isEmpty() || drop(parent, givenUp.designIds);
+    if (isDone && givenUp.project)
+        ProjectManager::instance()->dropChanges();
+    return isDone;
+}
+
 bool closeDesign(QWidget *parent, const QString &designId)
 {
-    if (!settleDesigns(parent, {designId}))
+    GivenUp givenUp;
+    const IDesign *design = DesignManager::instance()->design(designId);
+    const QPointer<const QObject> object = design ? design->objectBase() : nullptr;
+    if (!settleDesigns(parent, {designId}, &givenUp))
         return false;
     // While the user was asked, a script may have begun.
     if (const QString refusal = running::refusal(); !refusal.isEmpty()) {
         messages::warn(parent, Texts::tr("Not Closed"), {refusal});
         return false;
     }
+    if (!carryOut(parent, givenUp))
+        return false;
+    // What was given up may have been another id.
+    const auto *left = qobject_cast<const IDesign *>(object.data());
+    const QString id = left ? left->id(u"."_s) : QString();
     HostCall attempt(parent, Texts::tr("Not Closed"));
-    return !DesignManager::instance()->design(designId)
-        || attempt.takeAndLog(DesignManager::instance()->tryCloseDesign(designId, false));
+    return !DesignManager::instance()->design(id)
+        || attempt.takeAndLog(DesignManager::instance()->tryCloseDesign(id, false));
 }
 
 } // namespace closing

@@ -55,10 +55,11 @@ bool mayCloseProject(QWidget *parent)
         return false;
     if (!ProjectManager::instance()->currentProject())
         return true;
-    return closing::settleDesigns(parent, DesignManager::instance()->openDesignIds())
-        && closing::settleProject(parent, true)
+    closing::GivenUp givenUp;
+    return closing::settleDesigns(parent, DesignManager::instance()->openDesignIds(), &givenUp)
+        && closing::settleProject(parent, &givenUp)
         // While the user was asked, a script may have begun.
-        && isFree(parent);
+        && isFree(parent) && closing::carryOut(parent, givenUp);
 }
 
 } // namespace opening

@@ -3,6 +3,7 @@
 #include "app/preferences/PreferencesPage.h"
 
 class QCheckBox;
+class QComboBox;
 
 // What is kept from one run to the next.
 class MemoryPage : public PreferencesPage
@@ -17,7 +18,11 @@ public:
     void showUsual() override;
 
 private:
+    QLayout *pagesRow();
+
     QCheckBox *layoutBox;
     QCheckBox *recentBox;
     QCheckBox *historyBox;
+    QCheckBox *windowBox;
+    QComboBox *pagesBox;
 };

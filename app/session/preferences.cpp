@@ -23,9 +23,12 @@ const MemoryRow memories[] = {
     {u"Remember/window_layout"_s, true},
     {u"Remember/recent_files"_s, true},
     {u"Remember/console_history"_s, false},
+    {u"Remember/open_things"_s, true},
 };
 
 const QString fontKey = u"Console/font"_s;
+const QString pagesKey = u"Builds/unsaved_pages"_s;
+const QString pagesWords[] = {u"ask"_s, u"save"_s, u"leave"_s};
 
 } // namespace
 
@@ -100,6 +103,22 @@ void setPools(const QMap<QString, QString> &depths)
     }
     for (auto pool = depths.cbegin(); pool != depths.cend(); ++pool)
         settings.set(SettingKeys::pools + u'/' + pool.key(), *pool);
+}
+
+PagesBeforeBuild pagesBeforeBuild()
+{
+    const QString word = Settings().value(pagesKey).toString();
+    for (const auto choice : {PagesBeforeBuild::Save, PagesBeforeBuild::Leave}) {
+        if (word == pagesWords[int(choice)])
+            return choice;
+    }
+    return PagesBeforeBuild::Ask;
+}
+
+void setPagesBeforeBuild(PagesBeforeBuild choice)
+{
+    Settings().set(pagesKey,
+                   choice == PagesBeforeBuild::Ask ? QVariant() : pagesWords[int(choice)]);
 }
 
 bool isWritable() { return Settings().isWritten(); }

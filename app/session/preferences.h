@@ -12,7 +12,7 @@
 namespace preferences {
 
 // What is kept from one run to the next.
-enum Memory { WindowLayout, RecentFiles, ConsoleHistory };
+enum Memory { WindowLayout, RecentFiles, ConsoleHistory, OpenThings };
 
 bool remembers(Memory memory);
 void setRemembers(Memory memory, bool remember);
@@ -40,6 +40,11 @@ void setKeepsGoing(bool keepGoing);
 // How many steps of a pool run at once, by the name, as it was written.
 QMap<QString, QString> pools();
 void setPools(const QMap<QString, QString> &depths);
+
+// What is done with pages that are not saved before something is built.
+enum class PagesBeforeBuild { Ask, Save, Leave };
+PagesBeforeBuild pagesBeforeBuild();
+void setPagesBeforeBuild(PagesBeforeBuild choice);
 
 // Whether what was set so far is in the settings file.
 bool isWritable();

@@ -3,6 +3,7 @@
 #include "app/MainWindow.h"
 #include "app/session/Session.h"
 #include "console/QtclConsole.h"
+#include "ensemble/ensemble.h"
 #include "interp/commandsManager.h"
 #include "interp/QtNotifier.h"
 #include "tests/patience.h"
@@ -23,7 +24,8 @@ using MorvalenCore::Interfaces::IDesign;
 using Qtilities::CoreGui::QtilitiesApplication;
 using Qtilities::ProjectManagement::ProjectManager;
 
-Story::Story(const QByteArray &startUp)
+Story::Story(const QByteArray &startUp, const QString &named)
+    : folder(named.isEmpty() ? ownFolder.path() : named)
 {
     if (const auto prepared = Session::prepare(session()); !prepared.isOk())
         qFatal("%s", qPrintable(prepared.text()));
@@ -33,6 +35,7 @@ Story::Story(const QByteArray &startUp)
     ProjectManager::instance()->addProjectItem(&designsOfProjects);
     Qtk_InitNotifier(qApp);
     Qtk_LetNotifierRest();
+    ensemble::create(commandsManager::getInstance(nullptr)->interp, folder);
     run = std::make_unique<WindowRun>(QStringList());
     if (!QTest::qWaitForWindowActive(&run->window(), patient()))
         qFatal("the window does not become active");

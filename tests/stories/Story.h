@@ -18,8 +18,9 @@ class QtclConsole;
 class Story
 {
 public:
-    // The start-up script is that of the session.
-    explicit Story(const QByteArray &startUp = {});
+    // The start-up script is that of the session. The story takes place in a folder of its own,
+    // which goes with it, unless another one is named.
+    explicit Story(const QByteArray &startUp = {}, const QString &folder = {});
     ~Story();
 
     MainWindow &window() const { return run->window(); }
@@ -50,8 +51,8 @@ public:
 
     static MorvalenCore::Interfaces::IDesign *activeDesign();
 
-    // A path below the folder of the story, which goes with it.
-    QString path(const QString &name) const { return folder.filePath(name); }
+    // A path below the folder of the story.
+    QString path(const QString &name) const { return folder + QLatin1Char('/') + name; }
     QString session() const { return path(QStringLiteral("session")); }
     static QByteArray read(const QString &path);
     static void write(const QString &path, const QByteArray &bytes);
@@ -59,7 +60,8 @@ public:
 private:
     QWidget *windowWidget() const;
 
-    QTemporaryDir folder;
+    QTemporaryDir ownFolder;
+    QString folder;
     MorvalenCore::DesignProjectItem designsOfProjects;
     std::unique_ptr<WindowRun> run;
 };

@@ -45,6 +45,8 @@ private Q_SLOTS:
     void aChangedDesign();
     void closingADesignAsks_data();
     void closingADesignAsks();
+    void aDesignThatOnlyACommandHasChanged();
+    void whatIsDiscardedStaysWhenTheUserCancels();
     void aDesignThatCannotBeSaved_data();
     void aDesignThatCannotBeSaved();
     void aTextInAnEditor_data();
@@ -138,6 +140,7 @@ void tst_LeavingStory::aChangedDesign_data()
     QTest::addColumn<bool>("closes");
     QTest::newRow("design-1 saved") << u"Save and Close"_s << true;
     QTest::newRow("design-2 cancelled") << u"Cancel"_s << false;
+    QTest::newRow("design-3 discarded") << u"Discard"_s << true;
 }
 
 void tst_LeavingStory::aChangedDesign()
@@ -147,7 +150,7 @@ void tst_LeavingStory::aChangedDesign()
     makeDesign();
     DialogVisits visits({DialogVisits::answer(designQuestion, answer)});
     QCOMPARE(close(visits), closes);
-    QCOMPARE(Story::read(component()).contains("late.v"), closes);
+    QCOMPARE(Story::read(component()).contains("late.v"), answer == u"Save and Close"_s);
     QCOMPARE(Story::activeDesign()->isModified(), !closes);
 }
 
@@ -164,7 +167,51 @@ void tst_LeavingStory::closingADesignAsks()
     story->action("closeDesign")->trigger();
     QVERIFY(visits.areDone());
     QCOMPARE(DesignManager::instance()->openDesignIds().isEmpty(), closes);
-    QCOMPARE(Story::read(component()).contains("late.v"), closes);
+    QCOMPARE(Story::read(component()).contains("late.v"), answer == u"Save and Close"_s);
+    const QDir backups(story->session() + u"/Backups"_s);
+    QVERIFY(backups.isEmpty());
+}
+
+void tst_LeavingStory::aDesignThatOnlyACommandHasChanged()
+{
+    makeDesign();
+    const auto cancel = [](QDialog *dialog) { DialogVisits::press(dialog, u"Cancel"_s); };
+    const QString file = QDir::toNativeSeparators(Story::activeDesign()->componentFileName());
+    {
+        DialogVisits visits({[&](QDialog *dialog) {
+            QCOMPARE(qobject_cast<QMessageBox *>(dialog)->informativeText(),
+                     u"Saving writes them to:\n"_s + file
+                         + u" (changed only by the command \"files add late.v\")"_s);
+            cancel(dialog);
+        }});
+        QVERIFY(!close(visits));
+    }
+    // From now on it is the user's too.
+    QVERIFY(Story::activeDesign()->trySetAuthor(u"me"_s).isOk());
+    DialogVisits visits({[&](QDialog *dialog) {
+        QCOMPARE(qobject_cast<QMessageBox *>(dialog)->informativeText(),
+                 u"Saving writes them to:\n"_s + file);
+        cancel(dialog);
+    }});
+    QVERIFY(!close(visits));
+}
+
+// Nothing is given up before all is agreed.
+void tst_LeavingStory::whatIsDiscardedStaysWhenTheUserCancels()
+{
+    makeDesign();
+    openNotes();
+    {
+        DialogVisits visits({DialogVisits::answer(designQuestion, u"Discard"_s),
+                             DialogVisits::answer(pageQuestion, u"Cancel"_s)});
+        QVERIFY(!close(visits));
+    }
+    QVERIFY(Story::activeDesign()->isModified());
+    DialogVisits visits({DialogVisits::answer(designQuestion, u"Discard"_s),
+                         DialogVisits::answer(pageQuestion, u"Discard"_s)});
+    QVERIFY(close(visits));
+    QVERIFY(!Story::read(component()).contains("late.v"));
+    QCOMPARE(Story::read(notes()), QByteArray("old\n"));
 }
 
 void tst_LeavingStory::aDesignThatCannotBeSaved_data()

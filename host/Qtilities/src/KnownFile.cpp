@@ -79,6 +79,28 @@ void KnownFile::knowWritten(const QByteArray &bytes)
     know({bytes, stampOf(name), true}, Keep::Hash);
 }
 
+QByteArray KnownFile::mark() const
+{
+    if (!isKnown())
+        return {};
+    return QByteArray::number(length) + ':' + (hash.isEmpty() ? hashOf(content) : hash).toHex();
+}
+
+void KnownFile::knowMark(const QByteArray &mark)
+{
+    const qsizetype colon = mark.indexOf(':');
+    known = Stamp();
+    content.clear();
+    hash.clear();
+    if (colon < 0)
+        return;
+    length = mark.first(colon).toLongLong();
+    hash = QByteArray::fromHex(mark.sliced(colon + 1));
+    // No file has such a stamp, so that the content decides.
+    known.size = length;
+    isFresh = true;
+}
+
 KnownFile::Disk KnownFile::look(Trust trust)
 {
     const Stamp now = stampOf(name);

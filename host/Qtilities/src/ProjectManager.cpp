@@ -196,6 +196,12 @@ Status ProjectManager::tryOpenProject(const QString &fileName)
     return status.after(closed);
 }
 
+void ProjectManager::dropChanges()
+{
+    if (current && !current->file.isEmpty())
+        current->saved = {current->name, items->sections()};
+}
+
 Status ProjectManager::trySaveProject(const QString &fileName, bool makeRelative)
 {
     if (!current)

@@ -61,6 +61,9 @@ private Q_SLOTS:
     void aFileThatIsNoGoodChangesNothing();
     void anIdThatIsOpenIsRefused();
     void newFilesFindTheirLikeInTheNewDocument();
+    void whatIsOnDiskIsKnown();
+    void aFileIsOverwrittenOnRequest();
+    void aDesignIsDiscarded();
     void versions_data();
     void versions();
     void aVersionComesBack_data();
@@ -158,6 +161,48 @@ void tst_DesignReload::newFilesFindTheirLikeInTheNewDocument()
     const auto *added = design->addFile(u"d.v"_s, QString(), true, &error);
     QVERIFY2(added, qPrintable(error));
     QCOMPARE(added->node(), u"files"_s);
+}
+
+void tst_DesignReload::whatIsOnDiskIsKnown()
+{
+    QCOMPARE(design->componentFileState(), IDesign::FileState::Same);
+    QVERIFY(design->trySetDescription(u"mine"_s).isOk());
+    QCOMPARE(design->componentFileState(), IDesign::FileState::Same);
+    SessionFixture::write(file, component("1.0", "a.v"));
+    QCOMPARE(design->componentFileState(), IDesign::FileState::Changed);
+    QVERIFY(design->reloadComponentFile().isOk());
+    QCOMPARE(design->componentFileState(), IDesign::FileState::Same);
+    // The same bytes are no change, whenever they were written.
+    SessionFixture::write(file, component("1.0", "a.v"));
+    QCOMPARE(design->componentFileState(), IDesign::FileState::Same);
+    QVERIFY(QFile::remove(file));
+    QCOMPARE(design->componentFileState(), IDesign::FileState::Missing);
+}
+
+void tst_DesignReload::aFileIsOverwrittenOnRequest()
+{
+    QVERIFY(design->trySetDescription(u"mine"_s).isOk());
+    SessionFixture::write(file, component("1.0", "a.v"));
+    QCOMPARE(design->trySaveToComponentFile().kind(), Status::Kind::Conflict);
+    QSignalSpy changed(session->manager(), &DesignManager::designChanged);
+    QVERIFY(design->overwriteComponentFile().isOk());
+    QCOMPARE(changed.size(), 1);
+    QVERIFY(!design->isModified());
+    QCOMPARE(design->componentFileState(), IDesign::FileState::Same);
+    QVERIFY(SessionFixture::read(file).contains("mine"));
+    QVERIFY(SessionFixture::read(file).contains("b.v"));
+}
+
+void tst_DesignReload::aDesignIsDiscarded()
+{
+    const QByteArray before = SessionFixture::read(file);
+    const QString id = design->id(u"."_s);
+    QVERIFY(design->trySetDescription(u"mine"_s).isOk());
+    QVERIFY(session->manager()->tryDiscardDesign(id).isOk());
+    QVERIFY(session->manager()->openDesignIds().isEmpty());
+    QCOMPARE(SessionFixture::read(file), before);
+    QCOMPARE(word(session->manager()->tryDiscardDesign(id)),
+             u"not_found: No design with the id \"example.org.cores.uart.1.0\" is open"_s);
 }
 
 void tst_DesignReload::versions_data()

@@ -80,6 +80,14 @@ public:
     virtual QList<Qtilities::Core::Status> tryCloseDesigns(const QStringList &ids,
                                                            bool deleteWorkingFolders);
 
+    // Closes a design as its file is: changes that are not saved are gone, and nothing goes to the
+    // backups. Refused while it is being built.
+    virtual Qtilities::Core::Status tryDiscardDesign(const QString &id);
+
+    // Writes a copy of a design as it is now to a new file in the backups folder, and returns its
+    // path.
+    virtual Qtilities::Core::Result<QString> tryBackUpDesign(Interfaces::IDesign *design);
+
     // Saves what must not be lost, as closing does; called before the program ends. A status for
     // each open design.
     virtual QList<Qtilities::Core::Status> tryPrepareForShutdown(int reason);

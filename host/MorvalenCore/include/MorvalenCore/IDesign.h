@@ -139,6 +139,14 @@ public:
     {
         return trySaveToComponentFile().toErrorText(error);
     }
+    // What has become of the component file since the design has read or written it.
+    enum class FileState { Same, Changed, Missing };
+    virtual FileState componentFileState() const { return FileState::Same; }
+    // Saves the design in place of what another program has written there.
+    virtual Status overwriteComponentFile()
+    {
+        return Status::unsupported(QStringLiteral("The component file cannot be overwritten"));
+    }
     // Reads the component file again: the design becomes what the file says, its id included;
     // changes that were not saved are gone. All items are new ones; those that were active and are
     // still there are active again. Refused, with nothing changed, when the file is no good or has

@@ -151,9 +151,21 @@ bool ComponentDocument::isModified() const
 
 QByteArray ComponentDocument::bytes() const { return d->tree.xml.bytes(); }
 
-Status ComponentDocument::save()
+DesignDocument::FileState ComponentDocument::fileState() const
 {
-    const Status written = d->file.write(bytes());
+    using Disk = Qtilities::Core::KnownFile::Disk;
+    const Disk found = d->file.look();
+    if (found == Disk::Missing)
+        return d->isNew ? FileState::Same : FileState::Missing;
+    return found == Disk::Changed ? FileState::Changed : FileState::Same;
+}
+
+Status ComponentDocument::save() { return saved(d->file.write(bytes())); }
+
+Status ComponentDocument::overwrite() { return saved(d->file.overwrite(bytes())); }
+
+Status ComponentDocument::saved(const Status &written)
+{
     if (!written.isOk())
         return written;
     d->isNew = false;

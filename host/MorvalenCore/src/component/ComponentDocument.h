@@ -87,12 +87,16 @@ public:
     // Writes the document to path(), atomically. Refuses, and leaves the file alone, when it has
     // changed on disk since it was read or last saved.
     Qtilities::Core::Status save() override;
+    FileState fileState() const override;
+    Qtilities::Core::Status overwrite() override;
 
     // Writes a copy elsewhere, atomically, replacing what is there; path(), the edits and
     // isModified() stay as they are. Saves as save() does where the path is the document's own.
     Qtilities::Core::Status saveCopy(const QString &path) override;
 
 private:
+    Qtilities::Core::Status saved(const Qtilities::Core::Status &written);
+
     class Private;
     explicit ComponentDocument(std::unique_ptr<Private> data);
     static Qtilities::Core::Result<std::unique_ptr<ComponentDocument>>

@@ -67,8 +67,12 @@ Status ComponentFile::checkUnchanged()
 
 Status ComponentFile::write(const QByteArray &bytes)
 {
-    if (const Status status = checkUnchanged(); !status.isOk())
-        return status;
+    const Status status = checkUnchanged();
+    return status.isOk() ? overwrite(bytes) : status;
+}
+
+Status ComponentFile::overwrite(const QByteArray &bytes)
+{
     const Status written = Qtilities::Core::writeFileAtomically(path(), bytes);
     if (written.isOk() || holds(bytes))
         file.knowWritten(bytes);

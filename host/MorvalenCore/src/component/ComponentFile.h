@@ -28,6 +28,15 @@ public:
     // written last. A file that is gone is written anew.
     Qtilities::Core::Status write(const QByteArray &bytes);
 
+    // The same, whatever is there.
+    Qtilities::Core::Status overwrite(const QByteArray &bytes);
+
+    // What has become of the file since it was read or written last.
+    Qtilities::Core::KnownFile::Disk look()
+    {
+        return file.look(Qtilities::Core::KnownFile::Trust::Stamp);
+    }
+
 private:
     Qtilities::Core::Status checkPath() const;
     Qtilities::Core::Status checkUnchanged();

@@ -215,6 +215,30 @@ Status Design::trySaveToComponentFile()
     return saved;
 }
 
+Interfaces::IDesign::FileState Design::componentFileState() const
+{
+    if (!state.isPlaced())
+        return FileState::Same;
+    switch (state.document().fileState()) {
+    case DesignDocument::FileState::Same:
+        return FileState::Same;
+    case DesignDocument::FileState::Changed:
+        return FileState::Changed;
+    default:
+        return FileState::Missing;
+    }
+}
+
+Status Design::overwriteComponentFile()
+{
+    if (!state.isPlaced())
+        return Status::notFound(u"The design \"%1\" has no component file yet"_s.arg(name()));
+    const Status saved = state.document().overwrite();
+    if (saved.isOk())
+        changes.changed();
+    return saved;
+}
+
 Status Design::checkReload(const DesignDocument &document) const
 {
     for (const QString &build : builds.names()) {

@@ -100,6 +100,8 @@ public:
         return state.isPlaced() ? state.document().path() : QString();
     }
     Status trySaveToComponentFile() override;
+    FileState componentFileState() const override;
+    Status overwriteComponentFile() override;
     Status reloadComponentFile() override;
 
     DesignFile *fileByActualPath(const QString &path, bool byNameOnly) const override

@@ -136,6 +136,16 @@ bool DesignManager::build(const QList<BuildConfiguration *> &configurations,
     return allWell;
 }
 
+Status DesignManager::tryDiscardDesign(const QString &)
+{
+    return Status::unsupported(QStringLiteral("The changes of a design cannot be dropped"));
+}
+
+Result<QString> DesignManager::tryBackUpDesign(IDesign *)
+{
+    return Status::unsupported(QStringLiteral("Designs cannot be backed up"));
+}
+
 bool DesignManager::checkDesignName(const QString &name, QString *error,
                                     const IDesign *renamed) const
 {

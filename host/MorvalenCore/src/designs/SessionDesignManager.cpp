@@ -138,17 +138,31 @@ Status SessionDesignManager::tryCloseDesign(const QString &id, bool deleteWorkin
     if (!status.isOk())
         return status;
 
-    disconnect(design->objectBase(), nullptr, this, nullptr);
-    forget(design);
-    if (auto *own = dynamic_cast<Design *>(design))
-        own->close();
-    closed.keep(std::unique_ptr<QObject>(design->objectBase()));
-
+    letGo(design);
     const Status deleted = doomed ? doomed->remove() : Status();
     if (!deleted.isOk())
         status.addWarning(
             u"The working folder of the design \"%1\" stays: %2"_s.arg(id, deleted.text()));
     return status;
+}
+
+Status SessionDesignManager::tryDiscardDesign(const QString &id)
+{
+    IDesign *const design = open.find(id);
+    if (!design)
+        return Status::notFound(u"No design with the id \"%1\" is open"_s.arg(id));
+    for (const QString &name : design->buildConfigurationNames()) {
+        if (design->buildConfiguration(name)->runState() == BuildConfiguration::Running)
+            return Status::busy(u"The design \"%1\" is being built"_s.arg(design->name()));
+    }
+    letGo(design);
+    return {};
+}
+
+Result<QString> SessionDesignManager::tryBackUpDesign(IDesign *design)
+{
+    auto *const own = dynamic_cast<Design *>(design);
+    return own ? backUp(*own) : DesignManager::tryBackUpDesign(design);
 }
 
 QList<Status> SessionDesignManager::tryPrepareForShutdown(int)
@@ -184,6 +198,16 @@ void SessionDesignManager::designIdChanged(IDesign *design, const QString &oldId
 }
 
 void SessionDesignManager::designChanged(IDesign *design) { announcements.changed(design); }
+
+// A closed design is destroyed later.
+void SessionDesignManager::letGo(IDesign *design)
+{
+    disconnect(design->objectBase(), nullptr, this, nullptr);
+    forget(design);
+    if (auto *own = dynamic_cast<Design *>(design))
+        own->close();
+    closed.keep(std::unique_ptr<QObject>(design->objectBase()));
+}
 
 // The design may be half destroyed already, when somebody else destroys it.
 void SessionDesignManager::forget(IDesign *design)

@@ -35,6 +35,8 @@ public:
     Qtilities::Core::Status tryParseDesignToFile(Interfaces::IDesign *design,
                                                  const QString &fileName, bool overwrite) override;
     Qtilities::Core::Status tryCloseDesign(const QString &id, bool deleteWorkingFolder) override;
+    Qtilities::Core::Status tryDiscardDesign(const QString &id) override;
+    Qtilities::Core::Result<QString> tryBackUpDesign(Interfaces::IDesign *design) override;
     QList<Qtilities::Core::Status> tryPrepareForShutdown(int reason) override;
     bool build(const QList<BuildConfiguration *> &configurations,
                const BuildOptions &options) override;
@@ -49,6 +51,7 @@ private:
     void designChanged(Interfaces::IDesign *design) override;
 
     void forget(Interfaces::IDesign *design);
+    void letGo(Interfaces::IDesign *design);
 
     OpenDesigns open;
     ClosedDesigns closed;

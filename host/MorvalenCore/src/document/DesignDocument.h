@@ -68,6 +68,13 @@ public:
     // changed on disk since it was read or last saved.
     virtual Qtilities::Core::Status save() = 0;
 
+    // What has become of the file at path() since it was read or last saved.
+    enum class FileState { Same, Changed, Missing };
+    virtual FileState fileState() const = 0;
+
+    // Saves in place of whatever is there.
+    virtual Qtilities::Core::Status overwrite() = 0;
+
     // Writes a copy elsewhere, atomically, replacing what is there; path(), the edits and
     // isModified() stay as they are. Saves as save() does where the path is the document's own.
     virtual Qtilities::Core::Status saveCopy(const QString &path) = 0;

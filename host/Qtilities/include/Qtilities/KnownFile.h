@@ -55,6 +55,10 @@ public:
     // Nothing is known at first: the file is one that was not there.
     bool isKnown() const { return known.exists(); }
 
+    // What is known, in a few bytes that can be kept, and knowing what they tell.
+    QByteArray mark() const;
+    void knowMark(const QByteArray &mark);
+
     enum class Disk { Same, Changed, Missing };
     // Compares what is on disk with what is known, byte by byte where the stamps do not settle it
     // or are not trusted.

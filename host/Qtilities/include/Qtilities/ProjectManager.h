@@ -66,6 +66,9 @@ public:
     // A failure also when no project is open; the project stays open on failure.
     virtual Core::Status tryCloseProject();
 
+    // Gives up what the open project holds beyond its file: closing it saves nothing.
+    virtual void dropChanges();
+
     // Saves the open project, which has that file from then on, and the file's name unless it was
     // given another one. With makeRelative it holds paths relative to its own folder, so that it
     // can be moved together with what it holds. A file that is no project file is not replaced.
