@@ -8,6 +8,7 @@
 #include "app/DesignsMode.h"
 #include "app/editor/EditorArea.h"
 #include "app/ending/Leaving.h"
+#include "app/ending/SuddenEnd.h"
 #include "app/file/FileMenu.h"
 #include "app/find/FindTools.h"
 #include "app/help/HelpDock.h"
@@ -75,6 +76,7 @@ MainWindow::MainWindow(QWidget *parent)
       leaving(new Leaving(designs->editorArea(), this)),
       keeper(new TextKeeper(designs->editorArea(), this)),
       openThings(new OpenThings(this)),
+      suddenEnd(new SuddenEnd(designs->editorArea(), keeper, this)),
       helpDock(new HelpDock(this)),
       links(std::make_unique<WindowLinks>()),
       issueList(new IssueList(this)),
@@ -94,6 +96,7 @@ MainWindow::MainWindow(QWidget *parent)
     statusBar()->addPermanentWidget(new BuildProgress(this));
     new RecentFiles(this);
     new ChangeOrigins(this);
+    connect(suddenEnd, &SuddenEnd::ending, openThings, &OpenThings::write);
     connect(leaving, &Leaving::asking, openThings, &OpenThings::holdPages);
     connect(leaving, &Leaving::answered, openThings, [this](bool agreed) {
         if (!agreed)
@@ -335,8 +338,10 @@ void MainWindow::followPreferences()
         history->followPreferences();
 }
 
+// Nothing ends it suddenly from here on.
 void MainWindow::remember()
 {
+    suddenEnd->disarm();
     windowlayout::save(this);
     openThings->write();
     if (history)

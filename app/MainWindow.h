@@ -27,6 +27,7 @@ class QDockWidget;
 class QStackedWidget;
 class QtclConsole;
 class ScriptMenu;
+class SuddenEnd;
 class TextKeeper;
 class ViewMenu;
 
@@ -106,6 +107,7 @@ private:
     Leaving *leaving;
     TextKeeper *keeper;
     OpenThings *openThings;
+    SuddenEnd *suddenEnd;
     HelpDock *helpDock;
     QDockWidget *logDock = nullptr;
     std::unique_ptr<WindowLinks> links;

@@ -124,13 +124,12 @@ void KeptTextsDialog::showDifference()
     if (rows.size() != 1)
         return;
     const KeptText &text = offered.at(rows.first());
-    QString error;
-    const std::optional<QString> onDisk = TextFile(text.path).textOnDisk(&error);
-    if (!onDisk) {
-        QMessageBox::warning(this, tr("No Difference Shown"), error);
+    const auto onDisk = TextFile(text.path).textOnDisk();
+    if (!onDisk.isOk()) {
+        QMessageBox::warning(this, tr("No Difference Shown"), onDisk.status().text());
         return;
     }
-    auto *dialog = new DifferenceDialog(QFileInfo(text.path).fileName(), *onDisk,
+    auto *dialog = new DifferenceDialog(QFileInfo(text.path).fileName(), onDisk.value(),
                                         lineends::split(text.text).text, this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->open();
