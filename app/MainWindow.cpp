@@ -5,6 +5,7 @@
 #include "app/builds/BuildProgress.h"
 #include "app/calls/ChangeOrigins.h"
 #include "app/calls/openfile.h"
+#include "app/calls/running.h"
 #include "app/DesignsMode.h"
 #include "app/editor/EditorArea.h"
 #include "app/ending/Leaving.h"
@@ -18,10 +19,13 @@
 #include "app/issues/IssueSources.h"
 #include "app/issues/IssuesView.h"
 #include "app/issues/WindowLinks.h"
+#include "app/journal/Journal.h"
+#include "app/journal/JournalDock.h"
 #include "app/keeping/TextKeeper.h"
 #include "app/live/LiveWindow.h"
 #include "app/live/passrules.h"
 #include "app/live/RunStatus.h"
+#include "app/messages/messages.h"
 #include "app/OpenThings.h"
 #include "app/preferences/consolefont.h"
 #include "app/preferences/PreferencesDialog.h"
@@ -30,6 +34,7 @@
 #include "app/session/RecentFiles.h"
 #include "app/window/EditMenu.h"
 #include "app/window/ModeBar.h"
+#include "app/window/PaneKeys.h"
 #include "app/window/ScriptMenu.h"
 #include "app/window/ScriptsView.h"
 #include "app/window/ViewMenu.h"
@@ -39,10 +44,12 @@
 
 #include <MorvalenCore/DesignManager.h>
 #include <MorvalenCore/MorvalenManager.h>
+#include <Qtilities/atomicfile.h>
 #include <Qtilities/Logger.h>
 #include <Qtilities/LoggerGui.h>
 #include <Qtilities/ProjectManager.h>
 #include <Qtilities/QtilitiesApplication.h>
+#include <Qtilities/statuslog.h>
 
 #include <QCloseEvent>
 #include <QDockWidget>
@@ -137,13 +144,22 @@ void MainWindow::addMode(IMode *mode)
 void MainWindow::activateMode(int id)
 {
     IMode *mode = modes.value(id);
-    if (!mode || id == currentMode)
+    if (!mode)
         return;
+    if (id == currentMode) {
+        focusMode(mode);
+        return;
+    }
     currentMode = id;
     modeBar->choose(id);
     mode->aboutToBeActivated();
     stack->setCurrentWidget(mode->modeWidget());
     mode->justActivated();
+    focusMode(mode);
+}
+
+void MainWindow::focusMode(IMode *mode)
+{
     const auto *window = qobject_cast<QMainWindow *>(mode->modeWidget());
     QWidget *main = window ? window->centralWidget() : mode->modeWidget();
     main->setFocus();
@@ -182,6 +198,10 @@ void MainWindow::adoptConsole(QtclConsole *theConsole)
     history = new ConsoleHistory(console, this);
     console->keepTypedKeys();
     console->show(); // showWhileStarting() may have had it elsewhere
+    statusBar()->addPermanentWidget(new RunStatus(console, this));
+    new LiveWindow(console, this);
+    paneKeys->add(console);
+    Journal::instance()->follow(console);
     links->attachTo(console);
     issues->followRuns();
 }
@@ -258,8 +278,26 @@ void MainWindow::createIssuesDock()
     issuesDock->setWidget(issuesView);
     addDockWidget(Qt::BottomDockWidgetArea, issuesDock);
     tabifyDockWidget(logDock, issuesDock);
+    journalDock = new JournalDock(this);
+    addDockWidget(Qt::BottomDockWidgetArea, journalDock);
+    tabifyDockWidget(issuesDock, journalDock);
+    connect(journalDock, &JournalDock::runWanted, this, &MainWindow::runCommands);
     logDock->raise();
     new IssueMarks(issueList, designs->editorArea(), this);
+}
+
+// From a file, since the console reads what is typed in its own way.
+void MainWindow::runCommands(const QString &commands)
+{
+    const QString refusal = running::refusal();
+    if (!refusal.isEmpty() || !console)
+        return messages::tell(refusal);
+    const QString file = QtilitiesApplication::applicationSessionPath() + u"/Logs/again.tcl"_s;
+    if (!Qtilities::Logging::logStatus(
+            Qtilities::Core::writeFileAtomically(file, commands.toUtf8() + '\n')))
+        return;
+    QString result;
+    console->execCommand(u"source "_s + journal::quoted(file), true, true, &result);
 }
 
 void MainWindow::createMenus()
@@ -270,8 +308,18 @@ void MainWindow::createMenus()
     auto *view = new ViewMenu(modeBar, this);
     view->addDock(logDock->toggleViewAction());
     view->addDock(issuesDock->toggleViewAction());
+    view->addDock(journalDock->toggleViewAction());
     view->addDock(helpDock->toggleViewAction());
-    view->addPlaces({issuesView->nextAction(), issuesView->previousAction()});
+    auto *panes = new PaneKeys(this);
+    for (QWidget *pane :
+         std::initializer_list<QWidget *> {designs->designTree(), designs->editorArea()})
+        panes->add(pane);
+    for (QDockWidget *dock : {logDock, issuesDock, static_cast<QDockWidget *>(journalDock),
+                              static_cast<QDockWidget *>(helpDock)})
+        panes->add(dock->widget());
+    paneKeys = panes;
+    view->addPlaces({issuesView->nextAction(), issuesView->previousAction(), panes->nextAction(),
+                     panes->previousAction()});
     auto *help = new HelpMenu(this);
     connect(help, &HelpMenu::manualWanted, helpDock, &HelpDock::showCommand);
     auto *build = new BuildMenu(this);

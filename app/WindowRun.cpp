@@ -4,10 +4,12 @@
 #include "app/DesignsMode.h"
 #include "app/editor/WindowEditorManager.h"
 #include "app/issues/IssueSources.h"
+#include "app/journal/Journal.h"
 #include "app/live/LiveWindow.h"
 #include "app/MainWindow.h"
 #include "app/process/programend.h"
 #include "console/QtclConsole.h"
+#include "ensemble/ensemble.h"
 #include "interp/commandsManager.h"
 #include "interp/errorstack.h"
 #include "interp/QtNotifier.h"
@@ -58,6 +60,8 @@ TclScriptManager *startScripting(MainWindow *window)
 WindowRun::WindowRun(const QStringList &files) : mainWindow(std::make_unique<MainWindow>())
 {
     MainWindow *window = mainWindow.get();
+    Journal::instance()->open();
+    ensemble::setJournal([] { return Journal::instance()->text(); });
     QtilitiesApplication::setMainWindow(window);
     Qtk_KeepWindowAlive(LiveWindow::pass);
     const auto tellOfErrors = [window] {

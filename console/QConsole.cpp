@@ -193,6 +193,8 @@ QString QConsole::interpretCommand(const QString &command, int *res)
         d->script.commands.append(command);
     Q_EMIT commandExecuted(d->history.add(command));
     Q_EMIT commandTaken(command);
+    if (*res == 0)
+        Q_EMIT commandSucceeded(command);
     return QString();
 }
 

@@ -122,6 +122,8 @@ Q_SIGNALS:
     void commandExecuted(const QString &command);
     // The same with its line feeds as they were typed.
     void commandTaken(const QString &command);
+    // The same, of those that have succeeded.
+    void commandSucceeded(const QString &command);
 
 protected:
     // Shows what a running script writes as a paragraph of its own: at the end of the document, or

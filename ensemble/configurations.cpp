@@ -7,6 +7,7 @@
 #include <QDir>
 
 using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::BuildStep;
 
 namespace ensemble {
 
@@ -91,11 +92,96 @@ Answer rename(const Call &call)
     });
 }
 
+// The texts of a list of pairs; false, with a failure in *answer, for another one.
+bool toPairs(const Value &value, const QString &option, QStringList *texts, Answer *answer)
+{
+    QString error;
+    if (value.toList(texts, &error) && texts->size() % 2 == 0)
+        return true;
+    if (error.isEmpty())
+        error = u"a value is missing behind \"%1\""_s.arg(texts->last());
+    *answer = Answer::failure(kind::invalid,
+                              u"the value of %1 is no dictionary: %2"_s.arg(option, error));
+    return false;
+}
+
+// A step as "step get" gives it.
+bool takeStep(const QString &text, BuildStep *step, Answer *answer)
+{
+    QStringList pairs;
+    if (!toPairs(Value(text), u"-steps"_s, &pairs, answer))
+        return false;
+    for (qsizetype i = 0; i < pairs.size(); i += 2) {
+        const QString &key = pairs[i];
+        const QString &value = pairs[i + 1];
+        QString error;
+        bool isKnown = true;
+        if (key == u"name")
+            step->name = value;
+        else if (key == u"command")
+            step->command = value;
+        else if (key == u"pool")
+            step->pool = value;
+        else if (key == u"inputs")
+            isKnown = Value(value).toList(&step->inputs, &error);
+        else if (key == u"outputs")
+            isKnown = Value(value).toList(&step->outputs, &error);
+        if (!isKnown) {
+            *answer = Answer::failure(kind::invalid,
+                                      u"the value of -steps is no list of steps: %1"_s.arg(error));
+            return false;
+        }
+    }
+    return true;
+}
+
+// Each takes over what the call says, all macros or all steps.
+bool takeMacros(const Call &call, QList<MorvalenCore::BuildMacro> *macros, Answer *answer)
+{
+    const auto given = call.value("-macros");
+    QStringList texts;
+    if (!given)
+        return true;
+    if (!toPairs(*given, u"-macros"_s, &texts, answer))
+        return false;
+    macros->clear();
+    for (qsizetype i = 0; i < texts.size(); i += 2)
+        macros->append({texts[i], texts[i + 1]});
+    return true;
+}
+
+bool takeSteps(const Call &call, QList<BuildStep> *steps, Answer *answer)
+{
+    const auto given = call.value("-steps");
+    if (!given)
+        return true;
+    QStringList texts;
+    QString error;
+    if (!given->toList(&texts, &error)) {
+        *answer =
+            Answer::failure(kind::invalid, u"the value of -steps is no list: %1"_s.arg(error));
+        return false;
+    }
+    steps->clear();
+    for (const QString &text : std::as_const(texts)) {
+        BuildStep step;
+        if (!takeStep(text, &step, answer))
+            return false;
+        steps->append(step);
+    }
+    return true;
+}
+
 Answer set(const Call &call)
 {
     return changeConfiguration(call, [&call](BuildDescription &description) {
+        description.name = call.text("-name").value_or(description.name);
         description.targetPath = call.text("-target").value_or(description.targetPath);
-        return Answer();
+        Answer invalid;
+        return takeMacros(call, &description.macros, &invalid)
+                && takeSteps(call, &description.steps, &invalid)
+            ? Answer()
+            : invalid;
     });
 }
 
@@ -131,7 +217,11 @@ Answer get(const Call &call)
 
 constexpr Option designOnly[] = {designOption};
 constexpr Option addOptions[] = {{"-target", "PATH"}, {"-template", "TEMPLATE"}, designOption};
-constexpr Option setOptions[] = {{"-target", "PATH"}, designOption};
+constexpr Option setOptions[] = {{"-name", "NEW_NAME"},
+                                 {"-target", "PATH"},
+                                 {"-macros", "DICTIONARY"},
+                                 {"-steps", "LIST"},
+                                 designOption};
 
 constexpr Row rows[] = {
     {.word = "list",
@@ -156,7 +246,8 @@ constexpr Row rows[] = {
     {.word = "set",
      .arguments = "NAME",
      .options = setOptions,
-     .does = "sets the target path; an empty one is the default",
+     .does = "changes what is given: the name, the target path (an empty one is the default), "
+             "all macros, all steps",
      .step = set},
     {.word = "get",
      .arguments = "NAME",

@@ -4,13 +4,15 @@
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignProperty;
+using Qtilities::Core::QtilitiesCategory;
 using Qtilities::Core::QtilitiesProperty;
 
 namespace ensemble {
 
 namespace {
 
-constexpr Option propertyOptionRows[] = {{"-type", "TYPE"}, designOption};
+constexpr Option propertyOptionRows[] = {
+    {"-type", "TYPE"}, {"-category", "CATEGORY"}, {"-readonly"}, designOption};
 
 // The value of a type that a text stands for; invalid, with a failure in *answer, for none.
 QVariant valueOf(const QString &type, const QString &text, Answer *answer)
@@ -54,7 +56,9 @@ Answer setProperty(IDesign &design, const Call &call)
         return invalid;
     if (property)
         return changeProperty(*property, value);
-    return Answer::of(design.tryAddProperty(name, {}, value, false).status());
+    const auto category =
+        QtilitiesCategory::fromString(call.text("-category").value_or(QString()), u"::"_s);
+    return Answer::of(design.tryAddProperty(name, category, value, call.has("-readonly")).status());
 }
 
 Answer getProperty(const IDesign &design, const Call &call)

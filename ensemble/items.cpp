@@ -17,10 +17,31 @@ namespace ensemble {
 
 namespace {
 
-constexpr Option filesOptionRows[] = {{"-node", "NODE"}, {"-category", "CATEGORY"}, designOption};
-
 // Paths are handed back with the platform's separators.
 QString shown(const QString &path) { return QDir::toNativeSeparators(path); }
+
+// A node that is not there yet is made.
+Answer addFile(const Call &call)
+{
+    return changeDesign(call, [&call](IDesign &design) {
+        const auto added =
+            design.tryAddFile(call.argument(0), call.text("-node").value_or(QString()), true);
+        return added.isOk() ? Answer(shown(added.value()->actualPath()))
+                            : Answer::of(added.status());
+    });
+}
+
+constexpr Option addFileOptions[] = {{"-node", "NODE"}, designOption};
+
+constexpr Row rowsOfFile[] = {
+    {.word = "add",
+     .arguments = "PATH",
+     .options = addFileOptions,
+     .does = "adds a file, to a node of its own choice or to that one",
+     .step = addFile},
+};
+
+constexpr Option filesOptionRows[] = {{"-node", "NODE"}, {"-category", "CATEGORY"}, designOption};
 
 // A category holds what is below it; the empty one, what has none.
 bool isIn(const std::optional<QString> &category, const DesignFile &file)
@@ -34,6 +55,7 @@ bool isIn(const std::optional<QString> &category, const DesignFile &file)
 } // namespace
 
 constinit const Options filesOptions = filesOptionRows;
+constinit const Rows fileRows = rowsOfFile;
 
 Answer listDesigns(const Call &)
 {

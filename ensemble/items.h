@@ -7,6 +7,8 @@ namespace ensemble {
 
 extern const Options filesOptions;
 
+extern const Rows fileRows;
+
 Answer listDesigns(const Call &call);
 Answer listFiles(const Call &call);
 Answer listFolders(const Call &call);

@@ -4,6 +4,7 @@
 #include "ensemble/configurations.h"
 #include "ensemble/identity.h"
 #include "ensemble/items.h"
+#include "ensemble/journal.h"
 #include "ensemble/macros.h"
 #include "ensemble/places.h"
 #include "ensemble/reload.h"
@@ -30,6 +31,7 @@ const Row rows[] = {
      .step = build},
     {.word = "configuration", .does = "build configurations", .items = &configurationRows},
     {.word = "designs", .does = "the ids of the open designs", .step = listDesigns},
+    {.word = "file", .does = "files of a design, one at a time", .items = &fileRows},
     {.word = "files",
      .options = filesOptions,
      .does = "the paths of a design's files",
@@ -39,6 +41,10 @@ const Row rows[] = {
      .options = designOnly,
      .does = "the paths of a design's folders",
      .step = listFolders},
+    {.word = "journal",
+     .arguments = "?FILE?",
+     .does = "what was done so far as commands, or writes it to a file",
+     .step = journal},
     {.word = "macro", .does = "macros of build configurations", .items = &macroRows},
     {.word = "nodes",
      .options = designOnly,

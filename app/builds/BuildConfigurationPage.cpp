@@ -3,6 +3,7 @@
 #include "app/builds/MacroEditor.h"
 #include "app/builds/StepEditor.h"
 #include "app/editor/NoticeBar.h"
+#include "app/journal/journaling.h"
 
 #include <MorvalenCore/BuildConfiguration.h>
 #include <MorvalenCore/DesignManager.h>
@@ -239,12 +240,18 @@ Status BuildConfigurationPage::write(IDesign &its)
         if (!added.isOk())
             return added.status();
         configuration = added.value();
+        journaling::configurationAdded(its, mine.name);
         connect(configuration, &QObject::destroyed, this, &BuildConfigurationPage::follow,
                 Qt::QueuedConnection);
     }
+    const BuildDescription before = configuration->description();
     if (const Status changed = configuration->trySetDescription(mine); !changed.isOk())
         return changed;
+    if (mine != before)
+        journaling::configurationDescribed(its, before.name, mine);
     const Status written = its.trySaveToComponentFile();
+    if (written.isOk())
+        journaling::saved(its);
     isUnwritten = !written.isOk();
     follow();
     return written;

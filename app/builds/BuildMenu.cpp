@@ -1,7 +1,9 @@
 #include "app/builds/BuildMenu.h"
 
 #include "app/builds/buildcalls.h"
+#include "app/calls/chosendesign.h"
 #include "app/calls/HostCall.h"
+#include "app/journal/journaling.h"
 
 #include <MorvalenCore/BuildConfiguration.h>
 #include <MorvalenCore/BuildMonitor.h>
@@ -72,7 +74,7 @@ QAction *BuildMenu::add(const QString &text, const QKeySequence &key, const char
     return action;
 }
 
-IDesign *BuildMenu::design() { return DesignManager::instance()->activeDesigns().value(0); }
+IDesign *BuildMenu::design() { return chosendesign::get(); }
 
 BuildConfiguration *BuildMenu::configuration()
 {
@@ -96,7 +98,12 @@ void BuildMenu::update()
     configurations->setEnabled(chosen);
     cancelAction->setEnabled(!BuildMonitor::instance()->running().isEmpty());
     const QString name = chosen ? chosen->configurationName().replace(u'&', u"&&"_s) : QString();
-    runOutdatedAction->setText(chosen ? tr("&Build \"%1\"").arg(name) : tr("&Build"));
+    // Which design it is, is worth saying where there are several.
+    const bool isOne = DesignManager::instance()->openDesignIds().size() < 2;
+    const QString designName = active ? active->name().replace(u'&', u"&&"_s) : QString();
+    runOutdatedAction->setText(!chosen     ? tr("&Build")
+                                   : isOne ? tr("&Build \"%1\"").arg(name)
+                                           : tr("&Build \"%1\" of \"%2\"").arg(name, designName));
 }
 
 void BuildMenu::updateConfigurations()
@@ -169,6 +176,7 @@ void BuildMenu::addConfiguration()
         HostCall attempt(window(), tr("Not Added"));
         if (!attempt.take(active->tryAddBuildConfiguration(name).status()))
             return;
+        journaling::configurationAdded(*active, name);
     }
     Q_EMIT configurationActivated(idOf(*active), name);
 }
@@ -193,5 +201,6 @@ void BuildMenu::removeConfiguration()
     if (box.clickedButton() != agreed || !object)
         return;
     HostCall attempt(window(), tr("Not Removed"));
-    attempt.take(active->tryRemoveBuildConfiguration(name));
+    if (attempt.take(active->tryRemoveBuildConfiguration(name)))
+        journaling::configurationRemoved(*active, name);
 }

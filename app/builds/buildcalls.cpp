@@ -3,6 +3,7 @@
 #include "app/builds/unsavedpages.h"
 #include "app/calls/HostCall.h"
 #include "app/calls/running.h"
+#include "app/journal/journaling.h"
 #include "app/messages/questions.h"
 #include "app/messages/ReportDialog.h"
 
@@ -68,8 +69,10 @@ void buildcalls::run(BuildConfiguration *configuration, bool onlyOutdated)
     later(configuration, [configuration, onlyOutdated] {
         const QPointer<BuildConfiguration> asked(configuration);
         // While the user was asked, it may have gone, or a script may have begun.
-        if (unsavedpages::settle() && asked && !isRefused())
-            asked->run(onlyOutdated, false);
+        if (!unsavedpages::settle() || !asked || isRefused())
+            return;
+        journaling::built(*asked, onlyOutdated);
+        asked->run(onlyOutdated, false);
     });
 }
 
@@ -82,6 +85,7 @@ void buildcalls::activate(IDesign *design, const QString &configurationName)
 {
     later(design->objectBase(), [design, configurationName] {
         design->setActiveBuildConfiguration(design->buildConfiguration(configurationName));
+        journaling::configurationActivated(*design, configurationName);
     });
 }
 
@@ -107,6 +111,7 @@ void buildcalls::clean(IDesign *design, bool allVersions, QWidget *window)
     {
         HostCall attempt(window, tr("Not Cleaned"));
         cleaning = Cleaner().tryCleanDesign(design, parameters);
+        journaling::cleaned(*design, allVersions);
         for (const Status &failure : cleaning.failures)
             attempt.takeAndLog(failure, Logger::Warning);
     }

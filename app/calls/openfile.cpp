@@ -1,4 +1,5 @@
 #include "app/calls/openfile.h"
+#include "app/journal/journaling.h"
 
 #include <MorvalenCore/DesignManager.h>
 #include <MorvalenCore/EditorManager.h>
@@ -6,6 +7,8 @@
 #include <Qtilities/regularfile.h>
 #include <Qtilities/statuslog.h>
 
+#include <QDir>
+#include <QFileInfo>
 #include <QXmlStreamReader>
 
 using namespace Qt::Literals::StringLiterals;
@@ -61,8 +64,12 @@ Status openFile(const QString &file)
     if (isTextFile(file))
         return openText(file);
     const Status status = isProjectFile(file)
+    const bool isProject = isProjectFile(file);
+    const Status status = isProject
         ? ProjectManager::instance()->tryOpenProject(file)
         : DesignManager::instance()->tryParseDesignFromFile(file).status();
     Qtilities::Logging::logStatus(status);
+    if (status.isOk())
+        journaling::opened(QDir::cleanPath(QFileInfo(file).absoluteFilePath()), isProject);
     return status;
 }

@@ -1,6 +1,7 @@
 #include "app/designs/DesignDialog.h"
 
 #include "app/calls/HostCall.h"
+#include "app/journal/journaling.h"
 
 #include <MorvalenCore/DesignManager.h>
 
@@ -129,21 +130,24 @@ void DesignDialog::accept()
 
 void DesignDialog::apply(IDesign &design, HostCall &attempt)
 {
-    const auto take = [&attempt](const Status &status) {
-        attempt.takeAndLog(status, Logger::Warning);
+    const auto take = [&](const QString &field, const QString &text, const auto &set) {
+        const QString oldId = journaling::idOf(design);
+        if (attempt.takeAndLog(set(), Logger::Warning))
+            journaling::identity(design, oldId, field, text);
     };
     if (design.isReadOnly() && !readOnly->isChecked())
-        take(design.trySetReadOnly(false));
+        take(u"read_only"_s, u"false"_s, [&] { return design.trySetReadOnly(false); });
     if (name->text() != design.name())
-        take(design.trySetName(name->text()));
+        take(u"name"_s, name->text(), [&] { return design.trySetName(name->text()); });
     if (vendor->text() != design.vendor())
-        take(design.trySetVendor(vendor->text()));
+        take(u"vendor"_s, vendor->text(), [&] { return design.trySetVendor(vendor->text()); });
     if (library->text() != design.library())
-        take(design.trySetLibrary(library->text()));
+        take(u"library"_s, library->text(), [&] { return design.trySetLibrary(library->text()); });
     if (author->text() != design.author())
-        take(design.trySetAuthor(author->text()));
-    if (description->toPlainText() != design.description())
-        take(design.trySetDescription(description->toPlainText()));
+        take(u"author"_s, author->text(), [&] { return design.trySetAuthor(author->text()); });
+    const QString text = description->toPlainText();
+    if (text != design.description())
+        take(u"description"_s, text, [&] { return design.trySetDescription(text); });
     if (!design.isReadOnly() && readOnly->isChecked())
-        take(design.trySetReadOnly(true));
+        take(u"read_only"_s, u"true"_s, [&] { return design.trySetReadOnly(true); });
 }

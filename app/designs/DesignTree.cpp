@@ -1,11 +1,16 @@
 #include "app/designs/DesignTree.h"
 
+#include "app/calls/chosendesign.h"
 #include "app/calls/HostCall.h"
 #include "app/designs/adding.h"
+#include "app/designs/ComponentWatch.h"
 #include "app/designs/DesignTreeModel.h"
 #include "app/designs/DesignTreeView.h"
+#include "app/designs/ItemWatch.h"
 #include "app/designs/NoDesignPage.h"
 #include "app/designs/RowAction.h"
+#include "app/editor/NoticeBar.h"
+#include "app/journal/journaling.h"
 #include "app/messages/messages.h"
 
 #include <MorvalenCore/DesignManager.h>
@@ -45,6 +50,7 @@ DesignTree::DesignTree(QWidget *parent)
     : QWidget(parent),
       model(new DesignTreeModel(this)),
       view(new DesignTreeView(model, this)),
+      notice(new NoticeBar(this)),
       filter(makeFilter(this)),
       pages(new QStackedLayout(this))
 {
@@ -52,11 +58,14 @@ DesignTree::DesignTree(QWidget *parent)
     auto *layout = new QVBoxLayout(treePage);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
+    layout->addWidget(notice);
     layout->addWidget(filter);
     layout->addWidget(view);
     pages->addWidget(new NoDesignPage(this));
     pages->addWidget(treePage);
 
+    componentWatch = new ComponentWatch(notice, this);
+    connect(new ItemWatch(this), &ItemWatch::touched, model, &DesignTreeModel::lookAgain);
     auto *typing = new QTimer(this);
     typing->setSingleShot(true);
     connect(filter, &QLineEdit::textChanged, typing, [typing] { typing->start(filterDelay); });
@@ -74,11 +83,13 @@ DesignTree::DesignTree(QWidget *parent)
             });
     connect(model, &DesignTreeModel::followed, this, &DesignTree::showTreeOrHint);
     setFocusProxy(view);
+    chosendesign::setSelection([this] { return view->selectedDesign(); });
 }
 
 // A value that is being edited is given when the view goes, and then there is nobody to take it.
 DesignTree::~DesignTree()
 {
+    chosendesign::setSelection({});
     model->disconnect(this);
     view->disconnect(this);
 }
@@ -98,8 +109,10 @@ void DesignTree::hideEvent(QHideEvent *event)
 // Whoever comes back from another program may have changed files there.
 void DesignTree::changeEvent(QEvent *event)
 {
-    if (event->type() == QEvent::ActivationChange && isActiveWindow() && isVisible())
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && isVisible()) {
         model->lookAgain();
+        componentWatch->look();
+    }
     QWidget::changeEvent(event);
 }
 
@@ -190,6 +203,7 @@ void DesignTree::activate(const TreeRow &row)
     switch (row.kind) {
     case RowKind::Design:
         DesignManager::instance()->setActiveDesign(id);
+        journaling::activated(id);
         break;
     case RowKind::File:
         openFile(row);
@@ -216,6 +230,6 @@ void DesignTree::openFile(const TreeRow &row)
 void DesignTree::setValue(const TreeRow &row, const QVariant &value)
 {
     HostCall attempt(window(), tr("Not Changed"));
-    if (row.isThere())
-        attempt.takeAndLog(row.property()->trySetValue(value), Logger::Warning);
+    if (row.isThere() && attempt.takeAndLog(row.property()->trySetValue(value), Logger::Warning))
+        journaling::propertySet(*row.design(), row.property()->getName(), value);
 }

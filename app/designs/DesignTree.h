@@ -4,8 +4,10 @@
 
 #include <QWidget>
 
+class ComponentWatch;
 class DesignTreeModel;
 class DesignTreeView;
+class NoticeBar;
 class QKeyEvent;
 class QLineEdit;
 class QStackedLayout;
@@ -46,6 +48,8 @@ private:
 
     DesignTreeModel *model;
     DesignTreeView *view;
+    NoticeBar *notice;
     QLineEdit *filter;
+    ComponentWatch *componentWatch;
     QStackedLayout *pages;
 };

@@ -89,6 +89,18 @@ QList<TreeRow> DesignTreeView::selectedRows() const
     return ordered;
 }
 
+IDesign *DesignTreeView::selectedDesign() const
+{
+    IDesign *selected = nullptr;
+    for (const QModelIndex &index : selectionModel()->selectedRows()) {
+        IDesign *its = tree->row(index).design();
+        if (!its || (selected && its != selected))
+            return nullptr;
+        selected = its;
+    }
+    return selected;
+}
+
 TreeRow DesignTreeView::currentRow() const { return tree->row(currentIndex()); }
 
 void DesignTreeView::editValue(const TreeRow &row)

@@ -19,6 +19,8 @@ public:
     // The rows that are selected, from top to bottom; the current one alone when none is.
     QList<TreeRow> selectedRows() const;
     TreeRow currentRow() const;
+    // The one design that all selected rows are of; null when none is selected, or several are.
+    MorvalenCore::Interfaces::IDesign *selectedDesign() const;
 
     // Lets the user edit the value of a property where it stands; nothing for other rows.
     void editValue(const TreeRow &row);

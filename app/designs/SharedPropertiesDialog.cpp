@@ -3,6 +3,7 @@
 #include "app/calls/HostCall.h"
 #include "app/designs/PropertyDialog.h"
 #include "app/designs/rowtexts.h"
+#include "app/journal/journaling.h"
 
 #include <MorvalenCore/DesignManager.h>
 #include <Qtilities/ObjectManager.h>
@@ -144,6 +145,9 @@ void SharedPropertiesDialog::store(const QString &name, const QVariant &value)
         if (!done && refused.statuses().isEmpty())
             attempt.take(Status::invalidArgument({}));
         attempt.take(refused.statuses());
+        if (done && refused.statuses().isEmpty())
+            journaling::sharedSet(*row.design(), rowtexts::kindWord(row), rowtexts::itemWord(row),
+                                  name, value);
     }
     refresh();
 }
@@ -155,8 +159,12 @@ void SharedPropertiesDialog::remove()
     {
         HostCall attempt(this, tr("Not Removed"));
         const StatusCollector refused;
-        row.item->setProperty(currentName().toUtf8().constData(), QVariant());
+        const QString name = currentName();
+        row.item->setProperty(name.toUtf8().constData(), QVariant());
         attempt.take(refused.statuses());
+        if (refused.statuses().isEmpty())
+            journaling::sharedRemoved(*row.design(), rowtexts::kindWord(row),
+                                      rowtexts::itemWord(row), name);
     }
     refresh();
 }

@@ -2,6 +2,7 @@
 
 #include "app/calls/HostCall.h"
 #include "app/designs/DesignTree.h"
+#include "app/journal/journaling.h"
 
 #include <QDir>
 #include <QFile>
@@ -30,8 +31,13 @@ Status addOne(IDesign &design, const QString &node, const QString &path)
     const QFileInfo info(path);
     if (!info.exists())
         return Status::notFound(tr("There is no \"%1\"").arg(QDir::toNativeSeparators(path)));
-    return info.isDir() ? design.tryAddFolder(path).status()
-                        : design.tryAddFile(path, node, true).status();
+    const Status added = info.isDir() ? design.tryAddFolder(path).status()
+                                      : design.tryAddFile(path, node, true).status();
+    if (added.isOk() && info.isDir())
+        journaling::folderAdded(design, path);
+    else if (added.isOk())
+        journaling::fileAdded(design, path, node);
+    return added;
 }
 
 QString nodeOf(const TreeRow &row)
@@ -60,8 +66,14 @@ bool adding::addNewFile(const TreeRow &row, const QString &path, QWidget *window
     HostCall attempt(window, tr("Not Added"));
     if (!attempt.take(row.design()->tryAddFile(path, nodeOf(row), true).status()))
         return false;
+    const bool wasThere = QFileInfo::exists(path);
     const Status made = makeFile(path);
-    if (!made.isOk())
+    if (!made.isOk()) {
         row.design()->removeFile(path);
+    } else {
+        journaling::fileAdded(*row.design(), path, nodeOf(row));
+        if (!wasThere)
+            journaling::fileMade(*row.design(), path);
+    }
     return attempt.take(made);
 }

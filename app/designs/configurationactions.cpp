@@ -4,6 +4,7 @@
 #include "app/calls/HostCall.h"
 #include "app/designs/DesignTree.h"
 #include "app/designs/RowAction.h"
+#include "app/journal/journaling.h"
 
 using MorvalenCore::BuildConfiguration;
 
@@ -15,6 +16,8 @@ void setActive(const RowCall &call)
 {
     const HostCall attempt(call.window(), tr("Not Activated"));
     call.first().design()->setActiveBuildConfiguration(call.first().configuration());
+    journaling::configurationActivated(*call.first().design(),
+                                       call.first().configuration()->configurationName());
 }
 
 void edit(const RowCall &call) { call.tree.activate(call.first()); }

@@ -4,6 +4,7 @@
 #include "app/calls/running.h"
 #include "app/designs/DesignTree.h"
 #include "app/designs/rowtexts.h"
+#include "app/journal/journaling.h"
 #include "app/messages/messages.h"
 #include "app/messages/questions.h"
 
@@ -39,6 +40,16 @@ Status removeFromDesign(const TreeRow &row)
     }
 }
 
+// Removes it and tells the journal of it.
+Status removeAndTell(const TreeRow &row)
+{
+    const QString item = rowtexts::itemWord(row);
+    const Status removed = removeFromDesign(row);
+    if (removed.isOk())
+        journaling::itemRemoved(*row.design(), rowtexts::kindWord(row), item);
+    return removed;
+}
+
 Status removeFromComputer(const TreeRow &row, bool permanently)
 {
     if (DesignFile *file = row.file())
@@ -68,7 +79,7 @@ void deleting::removeFromDesigns(const QList<TreeRow> &rows, QWidget *window)
     HostCall attempt(window, tr("Not Removed"));
     for (const TreeRow &row : rows) {
         if (row.isThere())
-            attempt.takeAndLog(removeFromDesign(row), Logger::Warning);
+            attempt.takeAndLog(removeAndTell(row), Logger::Warning);
     }
 }
 
@@ -94,7 +105,14 @@ void deleting::deleteFromDisk(const QList<TreeRow> &rows, QWidget *window)
             continue;
         const bool deleted = attempt.takeAndLog(
             removeFromComputer(row, how == questions::Deletion::Permanent), Logger::Warning);
-        if (deleted && row.isThere())
+        if (!deleted || !row.isThere())
+            continue;
+        if (how == questions::Deletion::ToTrash) {
+            journaling::remark(tr("\"%1\" went to the trash").arg(paths[i]));
+            attempt.takeAndLog(removeAndTell(row), Logger::Warning);
+        } else {
+            journaling::itemDeleted(*row.design(), rowtexts::kindWord(row), pathOf(row));
             attempt.takeAndLog(removeFromDesign(row), Logger::Warning);
+        }
     }
 }

@@ -7,6 +7,7 @@
 #include "app/designs/DesignTree.h"
 #include "app/designs/RowAction.h"
 #include "app/file/closing.h"
+#include "app/journal/journaling.h"
 #include "app/messages/messages.h"
 #include "app/messages/questions.h"
 
@@ -58,14 +59,17 @@ bool isRefused(const RowCall &call, const QString &title)
 void setActive(const RowCall &call)
 {
     const HostCall attempt(call.window(), tr("Not Activated"));
-    DesignManager::instance()->setActiveDesign(idOf(*call.first().design()));
+    const QString id = idOf(*call.first().design());
+    DesignManager::instance()->setActiveDesign(id);
+    journaling::activated(id);
 }
 
 void save(const RowCall &call)
 {
     HostCall attempt(call.window(), tr("Not Saved"));
     for (IDesign *design : rowactions::designsOf(call.rows))
-        attempt.take(design->trySaveToComponentFile());
+        if (attempt.take(design->trySaveToComponentFile()))
+            journaling::saved(*design);
 }
 
 void saveCopy(const RowCall &call)
@@ -77,7 +81,9 @@ void saveCopy(const RowCall &call)
     if (file.isEmpty() || !row.isThere())
         return;
     HostCall attempt(call.window(), tr("Not Saved"));
-    attempt.takeAndLog(DesignManager::instance()->tryParseDesignToFile(row.design(), file, true));
+    if (attempt.takeAndLog(
+            DesignManager::instance()->tryParseDesignToFile(row.design(), file, true)))
+        journaling::copied(*row.design(), file);
 }
 
 // Of those that are there still.
@@ -97,8 +103,10 @@ void closeAll(const RowCall &call, bool deleteFolders, const QString &title)
         return;
     HostCall attempt(call.window(), title);
     const QList<Status> all = DesignManager::instance()->tryCloseDesigns(ids, deleteFolders);
-    for (const Status &status : all)
-        attempt.takeAndLog(status);
+    for (qsizetype i = 0; i < all.size(); ++i) {
+        if (attempt.takeAndLog(all[i]) && i < ids.size())
+            journaling::closed(ids[i], deleteFolders);
+    }
 }
 
 void close(const RowCall &call)
@@ -135,8 +143,10 @@ void rename(const RowCall &call)
     if (!given || !row.isThere())
         return;
     HostCall attempt(call.window(), tr("Not Renamed"));
-    if (attempt.take(DesignManager::instance()->tryDesignName(name, row.design())))
-        attempt.takeAndLog(row.design()->trySetName(name), Logger::Warning);
+    const QString oldId = idOf(*row.design());
+    if (attempt.take(DesignManager::instance()->tryDesignName(name, row.design()))
+        && attempt.takeAndLog(row.design()->trySetName(name), Logger::Warning))
+        journaling::identity(*row.design(), oldId, u"name"_s, name);
 }
 
 void showProperties(const RowCall &call)
@@ -156,8 +166,11 @@ void cleanAllVersions(const RowCall &call)
 void assignFolder(const RowCall &call)
 {
     HostCall attempt(call.window(), tr("No Working Folder Assigned"));
-    attempt.takeAndLog(DesignConstructor::tryAssignPhysicalWorkingFolderToDesign(
-        call.first().design(), QString()));
+    if (attempt.takeAndLog(DesignConstructor::tryAssignPhysicalWorkingFolderToDesign(
+            call.first().design(), QString())))
+        journaling::remark(
+            tr("The design \"%1\" got the working folder \"%2\"")
+                .arg(idOf(*call.first().design()), call.first().design()->workingFolderPath()));
 }
 
 void openFolder(const RowCall &call)

@@ -5,6 +5,7 @@
 #include "app/designs/DesignTree.h"
 #include "app/designs/PropertyDialog.h"
 #include "app/designs/RowAction.h"
+#include "app/journal/journaling.h"
 
 #include <MorvalenCore/EditorManager.h>
 #include <Qtilities/statuslog.h>
@@ -73,10 +74,11 @@ void addProperty(const RowCall &call)
     if (dialog.exec() != QDialog::Accepted || !row.isThere())
         return;
     HostCall attempt(call.window(), tr("Not Added"));
-    attempt.take(
-        row.design()
-            ->tryAddProperty(dialog.name(), dialog.category(), dialog.value(), dialog.isReadOnly())
-            .status());
+    const auto added = row.design()->tryAddProperty(dialog.name(), dialog.category(),
+                                                    dialog.value(), dialog.isReadOnly());
+    if (attempt.take(added.status()))
+        journaling::propertyAdded(*row.design(), dialog.name(), dialog.value(),
+                                  dialog.category().toString(u"::"_s), dialog.isReadOnly());
 }
 
 constexpr unsigned needs = RowAction::OneRow | RowAction::Writable;

@@ -5,7 +5,9 @@
 #include "app/designs/DesignTree.h"
 #include "app/designs/DesignTreeView.h"
 #include "app/designs/RowAction.h"
+#include "app/designs/rowtexts.h"
 #include "app/designs/SharedPropertiesDialog.h"
+#include "app/journal/journaling.h"
 
 #include <Qtilities/categorytext.h>
 
@@ -79,6 +81,11 @@ void activate(const RowCall &call, Activation how)
         activate(*design, call.rows, how, activeFolders);
         activate(*design, call.rows, how, activeProperties);
     }
+    if (how == Activation::Set && call.rows.size() == 1)
+        journaling::itemActivated(*call.first().design(), rowtexts::kindWord(call.first()),
+                                  rowtexts::itemWord(call.first()));
+    else
+        journaling::remark(tr("The active items of the design became others"));
 }
 
 bool someAre(const RowCall &call, bool active)
@@ -139,6 +146,12 @@ void setCategory(const RowCall &call)
             attempt.takeAndLog(
                 treeItem(row)->trySetCategory(Qtilities::Core::categoryFrom(category)),
                 Logger::Warning);
+        if (row.isThere()
+            && attempt.takeAndLog(treeItem(row)->trySetCategory(
+                                      QtilitiesCategory::fromString(category, levelSeparator)),
+                                  Logger::Warning))
+            journaling::categorySet(*row.design(), rowtexts::kindWord(row), rowtexts::itemWord(row),
+                                    category);
     }
 }
 

@@ -191,3 +191,21 @@ QString rowtexts::toolTip(const TreeRow &row)
         return categoryText(property);
     return {};
 }
+
+QString rowtexts::kindWord(const TreeRow &row)
+{
+    switch (row.kind) {
+    case RowKind::File:
+        return u"files"_s;
+    case RowKind::Folder:
+        return u"folders"_s;
+    default:
+        return u"properties"_s;
+    }
+}
+
+QString rowtexts::itemWord(const TreeRow &row)
+{
+    const auto *item = qobject_cast<const Qtilities::CoreGui::TreeFileItem *>(row.item.data());
+    return item ? item->actualPath() : row.property()->getName();
+}

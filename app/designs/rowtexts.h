@@ -25,4 +25,9 @@ QStringList states(const TreeRow &row, const std::optional<MorvalenCore::LinkedI
 // What the mouse tells.
 QString toolTip(const TreeRow &row);
 
+// How commands call the kind of an item, and the item: "files" and its path, "properties" and its
+// name.
+QString kindWord(const TreeRow &row);
+QString itemWord(const TreeRow &row);
+
 } // namespace rowtexts

@@ -47,10 +47,7 @@ SuddenEnd *&theEnd()
     return end;
 }
 
-void log(const QString &text)
-{
-    Logger::instance()->logMessage(QString(), Logger::Warning, text);
-}
+void log(const QString &text) { Logger::instance()->logMessage(QString(), Logger::Warning, text); }
 
 // A new file of a name like that of the text.
 QString backupOf(const QString &path)
@@ -127,7 +124,8 @@ void SuddenEnd::takeSignal()
     unsigned char number = 0;
     if (read(pipeEnds[0], &number, 1) != 1 || !isArmed)
         return;
-    secure(tr("The program is ended by a signal: %1").arg(QString::fromLocal8Bit(strsignal(number))));
+    secure(
+        tr("The program is ended by a signal: %1").arg(QString::fromLocal8Bit(strsignal(number))));
     disarm();
     raise(number);
 }
@@ -160,10 +158,9 @@ void SuddenEnd::secureTexts() const
         }
         const QString file = backupOf(page->filePath());
         const Status written = backUp(*page, file);
-        log(written.isOk()
-                ? tr("The changes in \"%1\" are in \"%2\"").arg(page->filePath(), file)
-                : tr("The changes in \"%1\" cannot be kept: %2")
-                      .arg(page->filePath(), written.text()));
+        log(written.isOk() ? tr("The changes in \"%1\" are in \"%2\"").arg(page->filePath(), file)
+                           : tr("The changes in \"%1\" cannot be kept: %2")
+                                 .arg(page->filePath(), written.text()));
     }
 }
 

@@ -1,8 +1,8 @@
 #include "app/file/FileMenu.h"
 
+#include "app/calls/chosendesign.h"
 #include "app/calls/running.h"
 #include "app/file/closing.h"
-#include "app/file/designsaving.h"
 #include "app/file/filedialogs.h"
 #include "app/file/NewDesignDialog.h"
 #include "app/file/opening.h"
@@ -67,7 +67,7 @@ void FileMenu::showState()
         action->setEnabled(refusal.isEmpty());
         action->setStatusTip(refusal);
     }
-    const IDesign *design = designsaving::activeDesign();
+    const IDesign *design = chosendesign::get();
     closeAction->setEnabled(design && refusal.isEmpty());
     QString name = design ? design->name() : QString();
     name.replace(u'&', u"&&"_s);
@@ -91,6 +91,6 @@ void FileMenu::newDesign()
 
 void FileMenu::closeDesign()
 {
-    if (const IDesign *design = designsaving::activeDesign())
+    if (const IDesign *design = chosendesign::get())
         closing::closeDesign(window, design->id(u"."_s));
 }

@@ -3,6 +3,7 @@
 #include "app/calls/commandcall.h"
 #include "app/calls/running.h"
 #include "app/file/shownpath.h"
+#include "app/journal/journaling.h"
 #include "app/session/Settings.h"
 #include "commands/commands.h"
 
@@ -125,11 +126,13 @@ void NewDesignDialog::accept()
 {
     if (const QString refusal = running::refusal(); !refusal.isEmpty())
         return showProblem(refusal);
-    const CommandAnswer answer =
-        callCommand(CallDesigns,
-                    {u"designs"_s, u"new"_s, name->text(), type->currentText(),
-                     structure->currentText(), library->text(), vendor->text()});
-    if (answer.succeeded)
+    const QStringList words {
+        u"designs"_s,    u"new"_s,      name->text(), type->currentText(), structure->currentText(),
+        library->text(), vendor->text()};
+    const CommandAnswer answer = callCommand(CallDesigns, words);
+    if (answer.succeeded) {
+        journaling::made(words);
         return QDialog::accept();
+    }
     showProblem(QStringList {answer.text, answer.reasons.join(u'\n')}.join(u'\n').trimmed());
 }

@@ -5,6 +5,7 @@
 #include "app/file/designsaving.h"
 #include "app/file/filedialogs.h"
 #include "app/file/opening.h"
+#include "app/journal/journaling.h"
 
 #include <Qtilities/ProjectManager.h>
 
@@ -47,7 +48,8 @@ void ProjectMenu::create()
     if (!opening::mayCloseProject(window))
         return;
     HostCall attempt(window, tr("Not Closed"));
-    attempt.takeAndLog(ProjectManager::instance()->tryNewProject());
+    if (attempt.takeAndLog(ProjectManager::instance()->tryNewProject()))
+        journaling::projectMade();
 }
 
 void ProjectMenu::open()
@@ -62,5 +64,6 @@ void ProjectMenu::close()
     if (!opening::mayCloseProject(window))
         return;
     HostCall attempt(window, tr("Not Closed"));
-    attempt.takeAndLog(ProjectManager::instance()->tryCloseProject());
+    if (attempt.takeAndLog(ProjectManager::instance()->tryCloseProject()))
+        journaling::projectClosed();
 }

@@ -1,5 +1,6 @@
 #include "app/file/SaveActions.h"
 
+#include "app/calls/chosendesign.h"
 #include "app/editor/EditorActions.h"
 #include "app/editor/EditorArea.h"
 #include "app/editor/EditorPage.h"
@@ -46,7 +47,7 @@ bool SaveActions::isAboutPage() const
 
 void SaveActions::showState()
 {
-    const IDesign *design = designsaving::activeDesign();
+    const IDesign *design = chosendesign::get();
     const bool aboutPage = isAboutPage();
     QString title;
     if (aboutPage)
@@ -72,7 +73,7 @@ void SaveActions::saveFront()
         editors->savePage(editors->currentPage());
         return;
     }
-    IDesign *design = designsaving::activeDesign();
+    IDesign *design = chosendesign::get();
     if (design && design->isModified())
         designsaving::saveOrTell(editors->window(), {design->id(u"."_s)});
     else

@@ -4,6 +4,7 @@
 #include "app/calls/HostCall.h"
 #include "app/calls/running.h"
 #include "app/file/designsaving.h"
+#include "app/journal/journaling.h"
 #include "app/messages/messages.h"
 
 #include <MorvalenCore/DesignManager.h>
@@ -82,7 +83,9 @@ bool drop(QWidget *parent, const QStringList &designIds)
             continue;
         // A file that is no good cannot be read again.
         const Status reloaded = design->reloadComponentFile();
-        if (!reloaded.isOk())
+        if (reloaded.isOk())
+            journaling::givenUp(id);
+        else
             isDone = attempt.takeAndLog(DesignManager::instance()->tryDiscardDesign(id)) && isDone;
     }
     return isDone;
@@ -142,8 +145,11 @@ bool settleProject(QWidget *parent, GivenUp *givenUp)
 bool carryOut(QWidget *parent, const GivenUp &givenUp)
 {
     const bool isDone = givenUp.designIds.isEmpty() || drop(parent, givenUp.designIds);
-    if (isDone && givenUp.project)
+    if (isDone && givenUp.project && ProjectManager::instance()->isCurrentProjectModified()) {
+        journaling::remark(Texts::tr("The changes of the project \"%1\" are given up")
+                               .arg(ProjectManager::instance()->currentProjectName()));
         ProjectManager::instance()->dropChanges();
+    }
     return isDone;
 }
 
@@ -164,9 +170,13 @@ bool closeDesign(QWidget *parent, const QString &designId)
     // What was given up may have been another id.
     const auto *left = qobject_cast<const IDesign *>(object.data());
     const QString id = left ? left->id(u"."_s) : QString();
+    if (!DesignManager::instance()->design(id))
+        return true;
     HostCall attempt(parent, Texts::tr("Not Closed"));
-    return !DesignManager::instance()->design(id)
-        || attempt.takeAndLog(DesignManager::instance()->tryCloseDesign(id, false));
+    const bool isClosed = attempt.takeAndLog(DesignManager::instance()->tryCloseDesign(id, false));
+    if (isClosed)
+        journaling::closed(id, false);
+    return isClosed;
 }
 
 } // namespace closing

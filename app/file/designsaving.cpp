@@ -2,6 +2,7 @@
 
 #include "app/calls/HostCall.h"
 #include "app/file/filedialogs.h"
+#include "app/journal/journaling.h"
 #include "app/messages/messages.h"
 
 #include <MorvalenCore/DesignManager.h>
@@ -29,6 +30,8 @@ bool writeProject(QWidget *parent, const QString &fileName)
     HostCall attempt(parent, Texts::tr("Not Saved"));
     const bool saved =
         attempt.takeAndLog(ProjectManager::instance()->trySaveProject(fileName, true));
+    if (saved)
+        journaling::projectSaved(fileName);
     if (saved)
         messages::tell(Texts::tr("Saved the project \"%1\"").arg(fileName));
     return saved;
@@ -63,7 +66,9 @@ QString save(const QStringList &designIds)
             ? Status::notFound(
                 Texts::tr("The design \"%1\" has no component file").arg(design->name()))
             : design->trySaveToComponentFile();
-        if (!saved.isOk())
+        if (saved.isOk())
+            journaling::saved(*design);
+        else
             reasons.append(saved.text());
     }
     return reasons.join(u'\n');

@@ -62,8 +62,7 @@ std::optional<KeptText> readFrom(const QString &file)
         || head.value(u"hash"_s).toString().toLatin1() != hash(text)
         || head.value(u"path"_s).toString().isEmpty())
         return std::nullopt;
-    return KeptText {head.value(u"path"_s).toString(),
-                     head.value(u"base"_s).toString().toLatin1(),
+    return KeptText {head.value(u"path"_s).toString(), head.value(u"base"_s).toString().toLatin1(),
                      QString::fromUtf8(text), head.value(u"cursor"_s).toInt(),
                      QDateTime::fromString(head.value(u"time"_s).toString(), Qt::ISODate)};
 }

@@ -1,4 +1,5 @@
 #include "app/window/ScriptMenu.h"
+#include "app/journal/journaling.h"
 
 #include "app/editor/EditorArea.h"
 #include "app/editor/EditorPage.h"
@@ -227,6 +228,8 @@ bool ScriptMenu::run(const QString &script)
     running.append(script);
     action->execute(&started, &error);
     running.removeOne(script);
+    if (started)
+        journaling::scriptRun(script);
     if (started)
         return true;
     // That a file is missing, the action has logged itself.

@@ -24,22 +24,25 @@ private Q_SLOTS:
         addRows({
             bad("none-1 no subcommand", "morvalen",
                 "wrong # args: should be \"morvalen subcommand ?arg ...?\": subcommand must be "
-                "build, configuration, designs, files, folder, folders, macro, nodes, properties, "
-                "property, reload, session, step, templates or version",
+                "build, configuration, designs, file, files, folder, folders, journal, macro, "
+                "nodes, "
+                "properties, property, reload, session, step, templates or version",
                 "usage"),
             bad("none-2 no subcommand of a group", "morvalen macro",
                 "wrong # args: should be \"morvalen macro subcommand ?arg ...?\": subcommand must "
                 "be list, get, set or unset",
                 "usage"),
-            bad("unknown-1 a word", "morvalen file",
-                "unknown subcommand \"morvalen file\": must be build, configuration, designs, "
-                "files, folder, folders, macro, nodes, properties, property, reload, session, "
+            bad("unknown-1 a word", "morvalen fil",
+                "unknown subcommand \"morvalen fil\": must be build, configuration, designs, "
+                "file, files, folder, folders, journal, macro, nodes, properties, property, "
+                "reload, session, "
                 "step, "
                 "templates or version",
                 "usage"),
             bad("unknown-2 words are exact", "morvalen Files",
                 "unknown subcommand \"morvalen Files\": must be build, configuration, designs, "
-                "files, folder, folders, macro, nodes, properties, property, reload, session, "
+                "file, files, folder, folders, journal, macro, nodes, properties, property, "
+                "reload, session, "
                 "step, "
                 "templates or version",
                 "usage"),

@@ -1,0 +1,126 @@
+#include "app/journal/Journal.h"
+
+#include "console/QConsole.h"
+
+#include <MorvalenCore/DesignManager.h>
+#include <Qtilities/Logger.h>
+#include <Qtilities/QtilitiesApplication.h>
+
+#include <QCoreApplication>
+#include <QDateTime>
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::DesignManager;
+using MorvalenCore::Interfaces::IDesign;
+using Qtilities::CoreGui::QtilitiesApplication;
+using Qtilities::Logging::Logger;
+
+namespace {
+
+QString activeId()
+{
+    const IDesign *active = DesignManager::instance()->activeDesigns().value(0);
+    return active ? active->id(u"."_s) : QString();
+}
+
+} // namespace
+
+Journal *Journal::instance()
+{
+    static auto *const journal = new Journal;
+    return journal;
+}
+
+void Journal::add(const journal::Words &words)
+{
+    append(journal::command(words));
+    active = expected = activeId();
+}
+
+void Journal::forgetActive() { active.clear(); }
+
+void Journal::addOn(const QString &designId, const journal::Words &words, const QString &newId)
+{
+    activate(designId);
+    append(journal::command(words));
+    if (!newId.isEmpty())
+        active = newId;
+    expected = activeId();
+}
+
+void Journal::activate(const QString &designId)
+{
+    if (active == designId || designId.isEmpty())
+        return;
+    append(journal::command({u"designs"_s, u"set_active"_s, designId}));
+    active = designId;
+}
+
+void Journal::remark(const QString &text)
+{
+    QString line = text;
+    line.replace(u'\n', u"\n# "_s);
+    // A backslash at the end would make the next line a part of the comment.
+    append(u"# "_s + line + (line.endsWith(u'\\') ? u"."_s : QString()));
+}
+
+// A command that has failed may have done something, but not again.
+void Journal::follow(const QConsole *console)
+{
+    connect(console, &QConsole::commandSucceeded, this, [this](const QString &command) {
+        if (!command.trimmed().isEmpty())
+            take(command);
+    });
+}
+
+void Journal::addScript(const QString &script)
+{
+    take(journal::command({u"source"_s, script}));
+}
+
+// It was meant for the design that was active in the window.
+void Journal::take(const QString &command)
+{
+    if (!active.isEmpty())
+        activate(expected);
+    append(command);
+    active = expected = activeId();
+}
+
+QString Journal::text() const
+{
+    return all.isEmpty() ? QString() : all.join(u'\n') + u'\n';
+}
+
+void Journal::open()
+{
+    file.setFileName(QtilitiesApplication::applicationSessionPath() + u"/Logs/journal-"_s
+                     + QDateTime::currentDateTime().toString(u"yyyyMMdd-HHmmss"_s) + u'-'
+                     + QString::number(QCoreApplication::applicationPid()) + u".tcl"_s);
+}
+
+void Journal::clear()
+{
+    all.clear();
+    active.clear();
+    file.close();
+    file.setFileName(QString());
+}
+
+void Journal::append(const QString &entry)
+{
+    all.append(entry);
+    const bool isWanted = !file.fileName().isEmpty();
+    if (isWanted && !file.isOpen()
+        && !file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::NewOnly)) {
+        Logger::instance()->logMessage(QString(), Logger::Warning,
+                                       tr("The journal \"%1\" cannot be written: %2")
+                                           .arg(file.fileName(), file.errorString()));
+        file.setFileName(QString());
+    }
+    if (file.isOpen()) {
+        file.write(entry.toUtf8() + '\n');
+        file.flush();
+    }
+    Q_EMIT added(entry);
+}

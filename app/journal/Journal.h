@@ -1,0 +1,65 @@
+#pragma once
+
+#include "app/journal/words.h"
+
+#include <QFile>
+#include <QObject>
+#include <QStringList>
+
+class QConsole;
+
+// What was done in this run as the commands that do it, in order: by mouse, menus and dialogs, and
+// typed in the console. Running it again in another session makes the same designs and projects.
+// What only looks is not in it; what no command can say stands in it as a comment. It is written to
+// a file in the folder of logs as it grows. One per process, on the GUI thread.
+class Journal : public QObject
+{
+    Q_OBJECT
+
+public:
+    static Journal *instance();
+
+    // A command, and one about the active design, which is the one of this id; it has the other id
+    // afterwards, if one is given.
+    void add(const journal::Words &words);
+    void addOn(const QString &designId, const journal::Words &words, const QString &newId = {});
+
+    // Which design is active is not to be relied on, as after one has closed.
+    void forgetActive();
+
+    // What no command says.
+    void remark(const QString &text);
+
+    // A script that was run by itself, on whatever was active.
+    void addScript(const QString &file);
+
+    // Takes what the console runs, from now on.
+    void follow(const QConsole *console);
+
+    // Each a command with all its lines, or a comment.
+    const QStringList &entries() const { return all; }
+    QString text() const;
+
+    // Writes from now on to a new file of the session. Until then nothing is written.
+    void open();
+    QString fileName() const { return file.fileName(); }
+
+    // Forgets everything, for another session.
+    void clear();
+
+Q_SIGNALS:
+    void added(const QString &entry);
+
+private:
+    Journal() = default;
+    void activate(const QString &designId);
+    void append(const QString &entry);
+    void take(const QString &command);
+
+    QStringList all;
+    QFile file;
+    // The design that would be active if the entries were run; empty when that is not known.
+    QString active;
+    // The one that was active in the window when the last entry was made.
+    QString expected;
+};

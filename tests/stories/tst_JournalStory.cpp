@@ -1,0 +1,348 @@
+// What is done by mouse and keys is in the journal, and running the journal in another session makes
+// the same files.
+
+#include "app/designs/DesignTree.h"
+#include "app/designs/DesignTreeView.h"
+#include "app/designs/PropertyDialog.h"
+#include "app/DesignsMode.h"
+#include "app/editor/EditorArea.h"
+#include "app/journal/Journal.h"
+#include "app/MainWindow.h"
+#include "console/QtclConsole.h"
+#include "interp/commandsManager.h"
+#include "tests/patience.h"
+#include "tests/stories/DialogVisits.h"
+#include "tests/stories/Story.h"
+#include "tests/TestClass.h"
+
+#include <MorvalenCore/DesignManager.h>
+#include <Qtilities/ProjectManager.h>
+
+#include <QClipboard>
+#include <QComboBox>
+#include <QDir>
+#include <QDockWidget>
+#include <QInputDialog>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QProcess>
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::DesignManager;
+using Qtilities::ProjectManagement::ProjectManager;
+
+class tst_JournalStory : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { story = std::make_unique<Story>(); }
+    void cleanupTestCase() { story.reset(); }
+    void init();
+    void cleanup();
+
+    void words_data();
+    void words();
+    void aDayByMouseRunsAgain();
+    void oddNamesRunAgain();
+    void theConsoleIsInIt();
+    void theActiveDesignIsSaidWhereItMatters();
+    void theDockCopiesSavesAndRunsAgain();
+    void theEnsembleHasIt();
+
+private:
+    DesignTreeView *tree() const { return story->window().designTree()->treeView(); }
+    QModelIndex find(const QString &text, const QModelIndex &below = {}) const;
+    void choose(const QString &rowText, const QString &entry,
+                const QList<DialogVisits::Visit> &visits = {});
+    void newDesign(const QString &name, const QString &type);
+    void addProperty(const QString &name, const QString &type, const QString &value,
+                     const QString &category = {});
+    // Runs the journal in the program, in a session of its own, and compares what both have.
+    void compareWithReplay();
+    static QHash<QString, QByteArray> filesOf(const QString &session);
+
+    std::unique_ptr<Story> story;
+};
+
+void tst_JournalStory::init()
+{
+    Journal::instance()->clear();
+    story->window().activateMode(DesignsMode::id);
+    story->takeKeyboard();
+}
+
+void tst_JournalStory::cleanup()
+{
+    story->window().designsMode()->editorArea()->closeAll();
+    if (ProjectManager::instance()->currentProject())
+        ProjectManager::instance()->closeProject();
+    DesignManager::instance()->closeDesigns(DesignManager::instance()->openDesignIds(), true);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    for (const QString &name : {u"Designs"_s, u"Projects"_s}) {
+        QVERIFY(QDir(story->session() + u'/' + name).removeRecursively());
+        QVERIFY(QDir(story->session()).mkdir(name));
+    }
+    QVERIFY(QDir(story->path(u"again"_s)).removeRecursively());
+}
+
+QModelIndex tst_JournalStory::find(const QString &text, const QModelIndex &below) const
+{
+    const QAbstractItemModel *model = tree()->model();
+    for (int row = 0; row < model->rowCount(below); ++row) {
+        const QModelIndex index = model->index(row, 0, below);
+        if (index.data().toString().section(u" ("_s, 0, 0) == text)
+            return index;
+        if (const QModelIndex found = find(text, index); found.isValid())
+            return found;
+    }
+    return {};
+}
+
+// Opens the menu of a row by its key and chooses an entry with the mouse.
+void tst_JournalStory::choose(const QString &rowText, const QString &entry,
+                              const QList<DialogVisits::Visit> &visits)
+{
+    QTRY_VERIFY2(find(rowText).isValid(), qPrintable(rowText));
+    story->takeKeyboard();
+    tree()->setFocus();
+    tree()->setCurrentIndex(find(rowText));
+    QTest::keyClick(tree(), Qt::Key_F10, Qt::ShiftModifier);
+    auto *menu = story->find<QMenu>("designMenu");
+    QVERIFY(menu);
+    DialogVisits made(visits);
+    for (QAction *action : menu->actions()) {
+        if (action->text().remove(u'&').section(u'\t', 0, 0) != entry)
+            continue;
+        QVERIFY2(action->isEnabled(), qPrintable(entry));
+        QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+        QTRY_VERIFY2(made.areDone(), qPrintable(entry + made.unexpected.join(u'\n')));
+        QCoreApplication::processEvents();
+        return;
+    }
+    QFAIL(qPrintable(u"no entry "_s + entry));
+}
+
+void tst_JournalStory::newDesign(const QString &name, const QString &type)
+{
+    DialogVisits visits({[&](QDialog *dialog) {
+        QTest::keyClicks(dialog->findChild<QLineEdit *>(), name);
+        auto *types = dialog->findChild<QComboBox *>();
+        types->setCurrentText(type);
+        QTest::keyClick(dialog, Qt::Key_Return);
+    }});
+    story->press(Qt::Key_N, Qt::ControlModifier);
+    QVERIFY2(visits.areDone(), qPrintable(visits.unexpected.join(u'\n')));
+    QVERIFY(Story::activeDesign());
+    QCOMPARE(Story::activeDesign()->name(), name);
+}
+
+void tst_JournalStory::addProperty(const QString &name, const QString &type, const QString &value,
+                                   const QString &category)
+{
+    choose(Story::activeDesign()->name(), u"Add Property..."_s, {[&](QDialog *dialog) {
+               const auto lines = dialog->findChildren<QLineEdit *>();
+               auto *types = dialog->findChild<QComboBox *>();
+               types->setCurrentText(type);
+               lines.at(0)->setText(name);
+               lines.at(1)->setText(value);
+               lines.at(2)->setText(category);
+               QTest::keyClick(dialog, Qt::Key_Return);
+           }});
+}
+
+QHash<QString, QByteArray> tst_JournalStory::filesOf(const QString &session)
+{
+    QHash<QString, QByteArray> files;
+    for (const QString &folder : {u"Designs"_s, u"Projects"_s}) {
+        QDir at(session + u'/' + folder);
+        for (const QString &name : at.entryList(QDir::AllEntries | QDir::NoDotAndDotDot)) {
+            const QString path = at.filePath(name);
+            files.insert(folder + u'/' + name,
+                         QFileInfo(path).isDir() ? Story::read(path + u"/component.xml"_s)
+                                                 : Story::read(path));
+        }
+    }
+    return files;
+}
+
+void tst_JournalStory::compareWithReplay()
+{
+    const QString script = story->path(u"journal.tcl"_s);
+    const QByteArray journal = Journal::instance()->text().toUtf8();
+    Story::write(script, journal);
+    QProcess program;
+    program.setProcessChannelMode(QProcess::MergedChannels);
+    program.start(QCoreApplication::applicationDirPath() + u"/../bin/morvalen"_s,
+                  {u"--session"_s, story->path(u"again"_s), u"--batch"_s, script});
+    QVERIFY(program.waitForFinished(patient(20'000)));
+    QVERIFY2(program.exitCode() == 0, journal + program.readAll());
+    const auto expected = filesOf(story->session());
+    const auto found = filesOf(story->path(u"again"_s));
+    QVERIFY(!expected.isEmpty());
+    for (auto file = expected.cbegin(); file != expected.cend(); ++file)
+        QVERIFY2(found.value(file.key()) == file.value(),
+                 journal + file.key().toUtf8() + "\n" + file.value() + "\n"
+                     + found.value(file.key()));
+    QCOMPARE(found.size(), expected.size());
+}
+
+void tst_JournalStory::words_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("word");
+    QTest::newRow("word-1 plain") << u"rtl/top.v"_s << u"rtl/top.v"_s;
+    QTest::newRow("word-2 empty") << QString() << u"{}"_s;
+    QTest::newRow("word-3 a blank") << u"a b"_s << u"{a b}"_s;
+    QTest::newRow("word-4 code") << u"[exit] $x"_s << u"{[exit] $x}"_s;
+    QTest::newRow("word-5 a brace") << u"a{b"_s << u"a\\u007bb"_s;
+    QTest::newRow("word-6 a backslash") << u"c:\\d"_s << u"c\\u003a\\u005cd"_s;
+    QTest::newRow("word-7 a line feed") << u"a\nb"_s << u"a\\u000ab"_s;
+    QTest::newRow("word-8 a quote") << u"say \"x\""_s << u"{say \"x\"}"_s;
+    QTest::newRow("word-9 an option's end") << u"--"_s << u"{--}"_s;
+}
+
+void tst_JournalStory::words()
+{
+    QFETCH(const QString, text);
+    QFETCH(const QString, word);
+    QCOMPARE(journal::quoted(text), word);
+    QString result;
+    int code = 0;
+    story->console().interpretCommand(u"set journalWord "_s + word, &code);
+    const char *value = Tcl_GetVar(commandsManager::getInstance(nullptr)->interp, "journalWord",
+                                   TCL_GLOBAL_ONLY);
+    QCOMPARE(QString::fromUtf8(value), text);
+}
+
+void tst_JournalStory::aDayByMouseRunsAgain()
+{
+    newDesign(u"uart"_s, u"Hardware Design"_s);
+    const QString folder = Story::activeDesign()->workingFolderPath();
+    Story::write(folder + u"/rtl/top.v"_s, "module top; endmodule\n");
+    Story::write(folder + u"/notes.v"_s, "// not rtl\n");
+    choose(u"rtl"_s, u"Add Files..."_s, {DialogVisits::chooseFile(folder + u"/rtl/top.v"_s)});
+    choose(u"documents"_s, u"Add Files..."_s, {DialogVisits::chooseFile(folder + u"/notes.v"_s)});
+    addProperty(u"WIDTH"_s, u"int"_s, u"8"_s, u"Sizes::Bus"_s);
+    addProperty(u"LABEL"_s, u"string"_s, u"say \"[exit]\" $x {"_s);
+    choose(u"top.v"_s, u"Category..."_s, {[](QDialog *dialog) {
+               auto *box = qobject_cast<QInputDialog *>(dialog);
+               box->setTextValue(u"HDL::Top"_s);
+               QTest::keyClick(dialog, Qt::Key_Return);
+           }});
+    choose(u"notes.v"_s, u"Remove from Design..."_s,
+           {[](QDialog *dialog) { DialogVisits::press(dialog, u"Remove"_s); }});
+    story->press(Qt::Key_S, Qt::ControlModifier);
+    QVERIFY(!Story::activeDesign()->isModified());
+    newDesign(u"fifo"_s, u"Custom Design"_s);
+    choose(u"uart"_s, u"Rename..."_s, {[](QDialog *dialog) {
+               auto *box = qobject_cast<QInputDialog *>(dialog);
+               box->setTextValue(u"serial"_s);
+               QTest::keyClick(dialog, Qt::Key_Return);
+           }});
+    choose(u"serial"_s, u"Save"_s);
+    {
+        DialogVisits visits({[](QDialog *dialog) {
+            auto *box = qobject_cast<QInputDialog *>(dialog);
+            box->setTextValue(u"my sim"_s);
+            QTest::keyClick(dialog, Qt::Key_Return);
+        }});
+        story->entry('b', u"New Configuration..."_s)->trigger();
+        story->closeMenus();
+        QVERIFY(visits.areDone());
+    }
+    auto *target = story->find<QLineEdit>("targetPath");
+    QVERIFY(target);
+    QTest::keyClicks(target, u"out/[x] $y"_s);
+    story->press(Qt::Key_S, Qt::ControlModifier);
+    QVERIFY2(Story::read(folder + u"/../fifo/component.xml"_s).contains("out/[x] $y"),
+             Journal::instance()->text().toUtf8());
+    compareWithReplay();
+}
+
+void tst_JournalStory::oddNamesRunAgain()
+{
+    newDesign(u"odd"_s, u"Custom Design"_s);
+    addProperty(u"quo\"te"_s, u"string"_s, u"a\"b"_s);
+    addProperty(u"br[ack]et"_s, u"string"_s, u"[exit 3]"_s);
+    addProperty(u"bra{ce"_s, u"string"_s, u"}{"_s);
+    addProperty(u"back\\slash"_s, u"string"_s, u"c:\\temp\\"_s);
+    addProperty(u"$dollar;semi"_s, u"string"_s, u"#hash"_s);
+    addProperty(u"-design"_s, u"string"_s, u"-type"_s);
+    addProperty(u"\u20AC \U0001F600"_s, u"string"_s, u"\u00E9"_s);
+    choose(u"odd"_s, u"Properties of the Design..."_s, {[](QDialog *dialog) {
+               dialog->findChild<QPlainTextEdit *>()->setPlainText(
+                   u"two\nlines {\n\\and\\ a [bracket] \""_s);
+               DialogVisits::press(dialog, u"OK"_s);
+           }});
+    QCOMPARE(Story::activeDesign()->description(), u"two\nlines {\n\\and\\ a [bracket] \""_s);
+    choose(u"odd"_s, u"Save"_s);
+    compareWithReplay();
+}
+
+void tst_JournalStory::theConsoleIsInIt()
+{
+    story->window().activateMode(105);
+    story->type(u"designs new uart"_s);
+    story->type(u"nonsense"_s);
+    story->type(u"files add a.v"_s);
+    QCOMPARE(Journal::instance()->entries(),
+             (QStringList {u"designs new uart"_s, u"files add a.v"_s}));
+    story->type(u"design save"_s);
+    compareWithReplay();
+}
+
+void tst_JournalStory::theActiveDesignIsSaidWhereItMatters()
+{
+    newDesign(u"uart"_s, u"Custom Design"_s);
+    newDesign(u"fifo"_s, u"Custom Design"_s);
+    choose(u"uart"_s, u"Save"_s);
+    story->window().activateMode(105);
+    story->type(u"design get name"_s);
+    const QStringList entries = Journal::instance()->entries().sliced(2);
+    QCOMPARE(entries,
+             (QStringList {u"designs set_active local.global.uart.1.0"_s, u"design save"_s,
+                           u"designs set_active local.global.fifo.1.0"_s,
+                           u"design get name"_s}));
+}
+
+void tst_JournalStory::theDockCopiesSavesAndRunsAgain()
+{
+    auto *dock = story->find<QDockWidget>("journalDock");
+    dock->show();
+    dock->raise();
+    story->window().activateMode(105);
+    story->type(u"set first 1"_s);
+    story->type(u"designs new uart"_s);
+    auto *text = story->find<QPlainTextEdit>("journal");
+    QVERIFY(text->toPlainText().endsWith(u"set first 1\ndesigns new uart"_s));
+    QTest::mouseClick(story->find<QWidget>("journalCopy"), Qt::LeftButton);
+    QCOMPARE(QGuiApplication::clipboard()->text(), u"set first 1\ndesigns new uart\n"_s);
+    const QString script = story->path(u"kept.tcl"_s);
+    {
+        const DialogVisits visits({DialogVisits::chooseFile(script)});
+        QTest::mouseClick(story->find<QWidget>("journalSave"), Qt::LeftButton);
+    }
+    QCOMPARE(Story::read(script), QByteArray("set first 1\ndesigns new uart\n"));
+    DesignManager::instance()->closeDesigns(DesignManager::instance()->openDesignIds(), true);
+    story->type(u"set first 2"_s);
+    // From the line of the new design on.
+    text->moveCursor(QTextCursor::End);
+    text->moveCursor(QTextCursor::Up);
+    QTest::mouseClick(story->find<QWidget>("journalRun"), Qt::LeftButton);
+    QVERIFY(Story::activeDesign());
+    QCOMPARE(Story::activeDesign()->name(), u"uart"_s);
+}
+
+void tst_JournalStory::theEnsembleHasIt()
+{
+    newDesign(u"uart"_s, u"Custom Design"_s);
+    story->window().activateMode(105);
+    const QString file = story->path(u"said.tcl"_s);
+    story->type(u"morvalen journal {"_s + file + u'}');
+    QCOMPARE(Story::read(file), QByteArray("designs new uart {Custom Design} Flat global local\n"));
+}
+
+TEST_CLASS(tst_JournalStory)
+#include "tst_JournalStory.moc"

@@ -1,0 +1,136 @@
+// Where the keyboard is, and which design menus and keys are about.
+
+#include "app/designs/DesignTree.h"
+#include "app/designs/DesignTreeView.h"
+#include "app/DesignsMode.h"
+#include "app/MainWindow.h"
+#include "console/QtclConsole.h"
+#include "tests/stories/Story.h"
+#include "tests/TestClass.h"
+
+#include <MorvalenCore/DesignManager.h>
+
+#include <QDockWidget>
+#include <QLineEdit>
+#include <QMenu>
+
+using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::DesignManager;
+using MorvalenCore::Interfaces::IDesign;
+
+class tst_KeysStory : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void cleanupTestCase() { story.reset(); }
+    void init();
+
+    void tabLeavesTheTreeAndTheFilter_data();
+    void tabLeavesTheTreeAndTheFilter();
+    void f6GoesThroughThePanes();
+    void altAndANumberGoesToTheTree();
+    void theSelectedDesignIsMeant();
+
+private:
+    DesignTree *tree() const { return story->window().designTree(); }
+    bool hasFocus(const QWidget *pane) const
+    {
+        const QWidget *focused = QApplication::focusWidget();
+        return focused && (pane == focused || pane->isAncestorOf(focused));
+    }
+
+    std::unique_ptr<Story> story;
+};
+
+void tst_KeysStory::initTestCase()
+{
+    story = std::make_unique<Story>();
+    story->type(u"designs new uart; designs new fifo"_s);
+}
+
+void tst_KeysStory::init()
+{
+    story->window().activateMode(DesignsMode::id);
+    story->takeKeyboard();
+    QTRY_COMPARE(tree()->treeView()->model()->rowCount(), 2);
+}
+
+void tst_KeysStory::tabLeavesTheTreeAndTheFilter_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::newRow("tab-1 forwards") << int(Qt::Key_Tab);
+    QTest::newRow("tab-2 backwards") << int(Qt::Key_Backtab);
+}
+
+void tst_KeysStory::tabLeavesTheTreeAndTheFilter()
+{
+    QFETCH(const int, key);
+    tree()->treeView()->setFocus();
+    const Qt::KeyboardModifiers modifiers =
+        key == Qt::Key_Tab ? Qt::NoModifier : Qt::ShiftModifier;
+    QSet<const QWidget *> visited;
+    for (int step = 0; step < 40; ++step) {
+        visited.insert(QApplication::focusWidget());
+        story->press(key, modifiers);
+    }
+    QVERIFY(visited.contains(story->find<QLineEdit>("designFilter")));
+    QVERIFY(visited.contains(tree()->treeView()));
+    const bool left = std::any_of(visited.cbegin(), visited.cend(), [this](const QWidget *widget) {
+        return widget && !tree()->isAncestorOf(widget);
+    });
+    QVERIFY(left);
+}
+
+void tst_KeysStory::f6GoesThroughThePanes()
+{
+    tree()->treeView()->setFocus();
+    const QWidget *editors = story->find<QWidget>("editorArea");
+    const QWidget *log = story->find<QDockWidget>("logDock")->widget();
+    story->press(Qt::Key_F6);
+    QVERIFY(hasFocus(editors));
+    story->press(Qt::Key_F6);
+    QVERIFY(hasFocus(log));
+    story->press(Qt::Key_F6);
+    QVERIFY(hasFocus(tree()));
+    story->press(Qt::Key_F6, Qt::ShiftModifier);
+    QVERIFY(hasFocus(log));
+    // In the other mode the console takes the place of the editors.
+    story->window().activateMode(105);
+    QVERIFY(hasFocus(&story->console()));
+    story->press(Qt::Key_F6);
+    QVERIFY(!hasFocus(&story->console()));
+    story->press(Qt::Key_F6, Qt::ShiftModifier);
+    QVERIFY(hasFocus(&story->console()));
+}
+
+void tst_KeysStory::altAndANumberGoesToTheTree()
+{
+    story->find<QLineEdit>("designFilter")->setFocus();
+    story->press(Qt::Key_1, Qt::AltModifier);
+    QVERIFY(hasFocus(tree()->treeView()));
+}
+
+void tst_KeysStory::theSelectedDesignIsMeant()
+{
+    const QAbstractItemModel *model = tree()->treeView()->model();
+    const IDesign *active = Story::activeDesign();
+    QCOMPARE(active->name(), u"fifo"_s);
+    IDesign *uart =
+        DesignManager::instance()->design(DesignManager::instance()->openDesignIds().first());
+    QVERIFY(uart->trySetDescription(u"changed"_s).isOk());
+    tree()->treeView()->setCurrentIndex(model->index(0, 0));
+    QVERIFY(story->entry('f', u"Save \"uart\""_s));
+    story->closeMenus();
+    QVERIFY(story->entry('f', u"Close \"uart\""_s));
+    story->closeMenus();
+    story->press(Qt::Key_S, Qt::ControlModifier);
+    QVERIFY(!uart->isModified());
+    tree()->treeView()->clearSelection();
+    QVERIFY(story->entry('f', u"Close \"fifo\""_s));
+    story->closeMenus();
+}
+
+TEST_CLASS(tst_KeysStory)
+#include "tst_KeysStory.moc"
