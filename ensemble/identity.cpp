@@ -12,7 +12,7 @@ namespace ensemble {
 namespace {
 
 constexpr Option propertyOptionRows[] = {
-    {"-type", "TYPE"}, {"-category", "CATEGORY"}, {"-readonly"}, designOption};
+    {"-type", "TYPE"}, {"-category", "CATEGORY"}, {"-readonly", "FLAG"}, designOption};
 
 // The value of a type that a text stands for; invalid, with a failure in *answer, for none.
 QVariant valueOf(const QString &type, const QString &text, Answer *answer)
@@ -58,7 +58,7 @@ Answer setProperty(IDesign &design, const Call &call)
         return changeProperty(*property, value);
     const auto category =
         QtilitiesCategory::fromString(call.text("-category").value_or(QString()), u"::"_s);
-    return Answer::of(design.tryAddProperty(name, category, value, call.has("-readonly")).status());
+    return Answer::of(design.tryAddProperty(name, category, value, isReadOnly.toBool()).status());
 }
 
 Answer getProperty(const IDesign &design, const Call &call)

@@ -173,7 +173,7 @@ void propertyAdded(const IDesign &design, const QString &name, const QVariant &v
     if (!category.isEmpty())
         words += {u"-category"_s, category};
     if (readOnly)
-        words.append(u"-readonly"_s);
+        words += {u"-readonly"_s, u"true"_s};
     addFor(design, words);
 }
 

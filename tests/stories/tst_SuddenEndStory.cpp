@@ -43,7 +43,7 @@ private Q_SLOTS:
 
     void aSignalKeepsWhatIsUnsaved_data();
     void aSignalKeepsWhatIsUnsaved();
-    void aLostDisplayKeepsWhatIsUnsaved();
+    void aLostDisplayKeepsDesigns();
 
 private:
     void workUntilTheEnd();
@@ -147,26 +147,40 @@ void tst_SuddenEndStory::aSignalKeepsWhatIsUnsaved()
     checkWhatIsLeft();
 }
 
-void tst_SuddenEndStory::aLostDisplayKeepsWhatIsUnsaved()
+void tst_SuddenEndStory::aLostDisplayKeepsDesigns()
 {
     if (QStandardPaths::findExecutable(u"Xvfb"_s).isEmpty())
         QSKIP("Xvfb is not installed");
     QProcess server;
     server.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1280x1024x24"_s});
     QVERIFY(server.waitForReadyRead(patient()));
-    QProcessEnvironment environment = usual();
+    const QString session = path(u"session"_s);
+    QVERIFY(QDir().mkpath(session + u"/Scripts"_s));
+    Story::write(session + u"/Scripts/startup.tcl"_s,
+                 "designs new uart; files add late.v\nafter 300 {close [open ready w]}\n");
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"DISPLAY"_s, u':' + QString::fromLatin1(server.readLine().trimmed()));
     environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
-    const auto process = start(environment);
-    QTRY_VERIFY2(QFile::exists(path(u"ready"_s)) || process->state() == QProcess::NotRunning,
-                 process->readAll());
-    QVERIFY2(QFile::exists(path(u"ready"_s)), process->readAll());
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.setProcessEnvironment(environment);
+    process.start(QCoreApplication::applicationDirPath() + u"/../bin/morvalen"_s,
+                  {u"--session"_s, session});
+    const QString ready = session + u"/Scripts/ready"_s;
+    QTRY_VERIFY(QFile::exists(ready) || process.state() == QProcess::NotRunning);
+    QVERIFY2(QFile::exists(ready), process.readAll());
     server.kill();
     QVERIFY(server.waitForFinished(patient()));
-    QVERIFY(process->waitForFinished(patient()));
-    QCOMPARE(process->exitStatus(), QProcess::NormalExit);
-    QCOMPARE(process->exitCode(), 1);
-    checkWhatIsLeft();
+    QVERIFY(process.waitForFinished(patient()));
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 1);
+    const QDir backups(session + u"/Backups"_s);
+    const QStringList designs = backups.entryList({u"uart-*.xml"_s}, QDir::Files);
+    QCOMPARE(designs.size(), 1);
+    QVERIFY(Story::read(backups.filePath(designs.first())).contains("late.v"));
+    const QDir logs(session + u"/Logs"_s);
+    const QByteArray log = Story::read(logs.filePath(logs.entryList({u"*.log"_s}).value(0)));
+    QVERIFY2(log.contains("The program is ended from outside, as when its display is gone"), log);
 }
 
 TEST_CLASS(tst_SuddenEndStory)
