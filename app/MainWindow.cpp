@@ -198,8 +198,6 @@ void MainWindow::adoptConsole(QtclConsole *theConsole)
     history = new ConsoleHistory(console, this);
     console->keepTypedKeys();
     console->show(); // showWhileStarting() may have had it elsewhere
-    statusBar()->addPermanentWidget(new RunStatus(console, this));
-    new LiveWindow(console, this);
     paneKeys->add(console);
     Journal::instance()->follow(console);
     links->attachTo(console);
@@ -214,6 +212,12 @@ void MainWindow::openFiles(const QStringList &files)
 {
     for (const QString &file : files)
         static_cast<void>(openFile(file));
+}
+
+void MainWindow::closeSoon()
+{
+    suddenEnd->secure(tr("The program is asked to end from outside"));
+    close();
 }
 
 void MainWindow::offerKeptTexts() { keeper->offer(this); }

@@ -74,6 +74,10 @@ public:
     // Offers the texts that a window which did not end well has left unsaved.
     void offerKeptTexts();
 
+    // Somebody outside wants the program to end, which may be soon: keeps what is not saved, and
+    // closes as the user does.
+    void closeSoon();
+
     // Shows a widget of a plug-in's in a dock of its own; a widget that is there already comes to
     // the front. Closing the dock deletes the widget.
     void showExtensionWidget(const MorvalenCore::ExtensionWidgetParameters &parameters);

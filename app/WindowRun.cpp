@@ -75,7 +75,7 @@ WindowRun::WindowRun(const QStringList &files) : mainWindow(std::make_unique<Mai
                           + u"/Scripts/startup.tcl"_s))
         tellOfErrors();
     window->followRuns();
-    QObject::connect(&termination, &TerminationSignal::arrived, window, &QWidget::close);
+    QObject::connect(&termination, &TerminationSignal::arrived, window, &MainWindow::closeSoon);
     TclScriptManager *scripting = startScripting(window);
     tellOfErrors();
     programend::prepare(commandsManager::getInstance(nullptr)->interp);

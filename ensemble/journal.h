@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ensemble/Call.h"
 #include "ensemble/Answer.h"
+#include "ensemble/Call.h"
 
 namespace ensemble {
 

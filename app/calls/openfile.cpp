@@ -63,7 +63,6 @@ Status openFile(const QString &file)
 {
     if (isTextFile(file))
         return openText(file);
-    const Status status = isProjectFile(file)
     const bool isProject = isProjectFile(file);
     const Status status = isProject
         ? ProjectManager::instance()->tryOpenProject(file)

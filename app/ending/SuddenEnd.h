@@ -9,10 +9,10 @@ class EditorArea;
 class QSocketNotifier;
 class TextKeeper;
 
-// An end that nobody was asked about: a signal (SIGTERM, SIGHUP), or a display that is gone. What
-// is not saved then goes to the backups, texts and designs alike, and the log says where; texts are
-// offered by the next window too. Nothing is written where it belongs, since nobody has said so.
-// Signals that the program was started to ignore stay ignored, and the second one ends it at once.
+// An end that nobody was asked about: SIGHUP, or a display that is gone. What is not saved then
+// goes to the backups, texts and designs alike, and the log says where; texts are offered by the
+// next window too. Nothing is written where it belongs, since nobody has said so. A signal that the
+// program was started to ignore stays ignored, and the second one ends it at once.
 // One per process, on the GUI thread.
 class SuddenEnd : public QObject
 {
@@ -21,6 +21,9 @@ class SuddenEnd : public QObject
 public:
     SuddenEnd(EditorArea *area, TextKeeper *textKeeper, QObject *parent = nullptr);
     ~SuddenEnd() override;
+
+    // Keeps what is not saved before the user is asked, who may not be there to answer.
+    void secure(const QString &reason);
 
     // The program ends in its own way now.
     void disarm();
@@ -31,12 +34,11 @@ Q_SIGNALS:
 
 private:
     void takeSignal();
-    void secure(const QString &reason);
     void secureTexts() const;
     void secureDesigns() const;
     static void atExit();
 
-    static constexpr std::array signalNumbers {SIGTERM, SIGHUP};
+    static constexpr std::array signalNumbers {SIGHUP};
 
     EditorArea *editors;
     TextKeeper *keeper;

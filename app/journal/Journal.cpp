@@ -73,10 +73,7 @@ void Journal::follow(const QConsole *console)
     });
 }
 
-void Journal::addScript(const QString &script)
-{
-    take(journal::command({u"source"_s, script}));
-}
+void Journal::addScript(const QString &script) { take(journal::command({u"source"_s, script})); }
 
 // It was meant for the design that was active in the window.
 void Journal::take(const QString &command)
@@ -87,10 +84,7 @@ void Journal::take(const QString &command)
     active = expected = activeId();
 }
 
-QString Journal::text() const
-{
-    return all.isEmpty() ? QString() : all.join(u'\n') + u'\n';
-}
+QString Journal::text() const { return all.isEmpty() ? QString() : all.join(u'\n') + u'\n'; }
 
 void Journal::open()
 {

@@ -75,21 +75,20 @@ void JournalDock::append(const QString &entry)
 void JournalDock::copy()
 {
     const QTextCursor cursor = text->textCursor();
-    QGuiApplication::clipboard()->setText(cursor.hasSelection()
-                                              ? cursor.selection().toPlainText()
-                                              : Journal::instance()->text());
+    QGuiApplication::clipboard()->setText(cursor.hasSelection() ? cursor.selection().toPlainText()
+                                                                : Journal::instance()->text());
 }
 
 void JournalDock::saveAsScript()
 {
-    const QString file = QFileDialog::getSaveFileName(
-        this, tr("Save as Script"),
-        QtilitiesApplication::applicationSessionPath() + u"/Scripts/journal.tcl"_s,
-        tr("Tcl scripts (*.tcl)"));
+    const QString file = QFileDialog::getSaveFileName(this, tr("Save as Script"),
+                                                      QtilitiesApplication::applicationSessionPath()
+                                                          + u"/Scripts/journal.tcl"_s,
+                                                      tr("Tcl scripts (*.tcl)"));
     if (file.isEmpty())
         return;
-    const auto written = Qtilities::Core::writeFileAtomically(
-        file, Journal::instance()->text().toUtf8());
+    const auto written =
+        Qtilities::Core::writeFileAtomically(file, Journal::instance()->text().toUtf8());
     if (!written.isOk())
         QMessageBox::warning(this, tr("Not Saved"), written.text());
 }

@@ -54,7 +54,7 @@ QString listOfSteps(const QList<BuildStep> &steps)
 {
     QStringList texts;
     for (const BuildStep &step : steps) {
-        QStringList words {u"name"_s,   step.name,
+        QStringList words {u"name"_s,    step.name,
                            u"command"_s, step.command,
                            u"inputs"_s,  journal::list(step.inputs),
                            u"outputs"_s, journal::list(step.outputs)};
@@ -69,10 +69,7 @@ QString listOfSteps(const QList<BuildStep> &steps)
 
 QString idOf(const IDesign &design) { return design.id(u"."_s); }
 
-void made(const QStringList &words)
-{
-    add(Words(words.cbegin(), words.cend()));
-}
+void made(const QStringList &words) { add(Words(words.cbegin(), words.cend())); }
 
 void opened(const QString &file, bool isProject)
 {
@@ -161,8 +158,8 @@ void folderAdded(const IDesign &design, const QString &path)
 
 void propertySet(const IDesign &design, const QString &name, const QVariant &value)
 {
-    addFor(design, {u"property"_s, name, value.toString(), u"-type"_s,
-                    QtilitiesProperty::typeName(value)});
+    addFor(design,
+           {u"property"_s, name, value.toString(), u"-type"_s, QtilitiesProperty::typeName(value)});
 }
 
 void propertyAdded(const IDesign &design, const QString &name, const QVariant &value,
@@ -198,8 +195,8 @@ void categorySet(const IDesign &design, const QString &kind, const QString &item
     onItem(design, kind, item, {u"set"_s, u"category"_s, category});
 }
 
-void sharedSet(const IDesign &design, const QString &kind, const QString &item,
-               const QString &name, const QVariant &value)
+void sharedSet(const IDesign &design, const QString &kind, const QString &item, const QString &name,
+               const QVariant &value)
 {
     onItem(design, kind, item,
            {u"property"_s, u"set"_s, name, QtilitiesProperty::typeName(value), value.toString()});
@@ -232,9 +229,10 @@ void configurationDescribed(const IDesign &design, const QString &oldName,
     QStringList macros;
     for (const BuildMacro &macro : description.macros)
         macros += {macro.name, macro.value};
-    addFor(design, {u"configuration"_s, u"set"_s, oldName, u"-name"_s, description.name,
-                    u"-target"_s, description.targetPath, u"-macros"_s, journal::list(macros),
-                    u"-steps"_s, listOfSteps(description.steps)});
+    addFor(design,
+           {u"configuration"_s, u"set"_s, oldName, u"-name"_s, description.name, u"-target"_s,
+            description.targetPath, u"-macros"_s, journal::list(macros), u"-steps"_s,
+            listOfSteps(description.steps)});
 }
 
 void built(const BuildConfiguration &configuration, bool onlyOutdated)
@@ -250,8 +248,8 @@ void built(const BuildConfiguration &configuration, bool onlyOutdated)
         if (design->activeBuildConfiguration() == &configuration)
             addOn(*design, words);
         else
-            Journal::instance()->addOn(
-                QString(), {u"morvalen"_s, u"build"_s, id, u"-configuration"_s, name});
+            Journal::instance()->addOn(QString(),
+                                       {u"morvalen"_s, u"build"_s, id, u"-configuration"_s, name});
         return;
     }
 }

@@ -43,8 +43,8 @@ void itemRemoved(const IDesign &design, const QString &kind, const QString &item
 void itemDeleted(const IDesign &design, const QString &kind, const QString &item);
 void categorySet(const IDesign &design, const QString &kind, const QString &item,
                  const QString &category);
-void sharedSet(const IDesign &design, const QString &kind, const QString &item,
-               const QString &name, const QVariant &value);
+void sharedSet(const IDesign &design, const QString &kind, const QString &item, const QString &name,
+               const QVariant &value);
 void sharedRemoved(const IDesign &design, const QString &kind, const QString &item,
                    const QString &name);
 

@@ -56,8 +56,8 @@ QString escaped(const QString &text)
 
 QString quoted(const QString &text)
 {
-    const bool plain = !text.isEmpty() && text != u"--"_s
-        && std::all_of(text.begin(), text.end(), isPlain);
+    const bool plain =
+        !text.isEmpty() && text != u"--"_s && std::all_of(text.begin(), text.end(), isPlain);
     if (plain)
         return text;
     return fitsBraces(text) ? u'{' + text + u'}' : escaped(text);
@@ -87,8 +87,8 @@ Word path(const QString &file)
     for (const auto &[folder, command] : {std::pair {designs, u"designs designs_path"_s},
                                           std::pair {projects, u"project projects_path"_s}}) {
         if (file.startsWith(folder + u'/'))
-            return Word::script(u"[file join [%1] %2]"_s.arg(
-                command, quoted(file.sliced(folder.size() + 1))));
+            return Word::script(
+                u"[file join [%1] %2]"_s.arg(command, quoted(file.sliced(folder.size() + 1))));
     }
     return file;
 }

@@ -102,8 +102,8 @@ void tst_ComponentWatchStory::aDesignWithChangesAsks_data()
     QTest::addColumn<QByteArray>("onDisk");
     QTest::newRow("asks-1 reload") << u"Reload"_s << u"theirs"_s << false << QByteArray("theirs");
     QTest::newRow("asks-2 overwrite") << u"Overwrite"_s << u"mine"_s << false << QByteArray("mine");
-    QTest::newRow("asks-3 a copy") << u"Save a Copy..."_s << u"mine"_s << true
-                                   << QByteArray("theirs");
+    QTest::newRow("asks-3 a copy")
+        << u"Save a Copy..."_s << u"mine"_s << true << QByteArray("theirs");
     QTest::newRow("asks-4 the difference")
         << u"Show Difference"_s << u"mine"_s << true << QByteArray("theirs");
 }

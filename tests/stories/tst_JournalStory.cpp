@@ -1,5 +1,5 @@
-// What is done by mouse and keys is in the journal, and running the journal in another session makes
-// the same files.
+// What is done by mouse and keys is in the journal, and running the journal in another session
+// makes the same files.
 
 #include "app/designs/DesignTree.h"
 #include "app/designs/DesignTreeView.h"
@@ -211,8 +211,8 @@ void tst_JournalStory::words()
     QString result;
     int code = 0;
     story->console().interpretCommand(u"set journalWord "_s + word, &code);
-    const char *value = Tcl_GetVar(commandsManager::getInstance(nullptr)->interp, "journalWord",
-                                   TCL_GLOBAL_ONLY);
+    const char *value =
+        Tcl_GetVar(commandsManager::getInstance(nullptr)->interp, "journalWord", TCL_GLOBAL_ONLY);
     QCOMPARE(QString::fromUtf8(value), text);
 }
 
@@ -303,8 +303,7 @@ void tst_JournalStory::theActiveDesignIsSaidWhereItMatters()
     const QStringList entries = Journal::instance()->entries().sliced(2);
     QCOMPARE(entries,
              (QStringList {u"designs set_active local.global.uart.1.0"_s, u"design save"_s,
-                           u"designs set_active local.global.fifo.1.0"_s,
-                           u"design get name"_s}));
+                           u"designs set_active local.global.fifo.1.0"_s, u"design get name"_s}));
 }
 
 void tst_JournalStory::theDockCopiesSavesAndRunsAgain()

@@ -68,8 +68,7 @@ void tst_KeysStory::tabLeavesTheTreeAndTheFilter()
 {
     QFETCH(const int, key);
     tree()->treeView()->setFocus();
-    const Qt::KeyboardModifiers modifiers =
-        key == Qt::Key_Tab ? Qt::NoModifier : Qt::ShiftModifier;
+    const Qt::KeyboardModifiers modifiers = key == Qt::Key_Tab ? Qt::NoModifier : Qt::ShiftModifier;
     QSet<const QWidget *> visited;
     for (int step = 0; step < 40; ++step) {
         visited.insert(QApplication::focusWidget());
