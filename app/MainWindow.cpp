@@ -6,6 +6,7 @@
 #include "app/calls/ChangeOrigins.h"
 #include "app/calls/openfile.h"
 #include "app/calls/running.h"
+#include "app/designs/DesignTree.h"
 #include "app/DesignsMode.h"
 #include "app/editor/EditorArea.h"
 #include "app/ending/Leaving.h"

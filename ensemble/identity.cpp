@@ -56,6 +56,10 @@ Answer setProperty(IDesign &design, const Call &call)
         return invalid;
     if (property)
         return changeProperty(*property, value);
+    const QVariant isReadOnly =
+        valueOf(u"bool"_s, call.text("-readonly").value_or(u"false"_s), &invalid);
+    if (!isReadOnly.isValid())
+        return invalid;
     const auto category =
         QtilitiesCategory::fromString(call.text("-category").value_or(QString()), u"::"_s);
     return Answer::of(design.tryAddProperty(name, category, value, isReadOnly.toBool()).status());
