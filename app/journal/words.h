@@ -14,9 +14,9 @@ namespace journal {
 struct Word
 {
     Word(const QString &theText) : text(theText) { }
-    static Word script(const QString &script)
+    static Word script(const QString &piece)
     {
-        Word word(script);
+        Word word(piece);
         word.isScript = true;
         return word;
     }
