@@ -22,9 +22,10 @@ void takeAway()
 {
     QDir folder(madeFolder());
     QDir logs(folder.filePath(u"Logs"_s));
-    for (const QString &log : logs.entryList({u"*.log"_s}, QDir::Files))
+    for (const QString &log : logs.entryList({u"*.log"_s, u"journal-*.tcl"_s}, QDir::Files))
         logs.remove(log);
     folder.remove(u"settings.ini"_s);
+    folder.remove(u"window.json"_s);
     for (const QString &name : folder.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
         folder.rmdir(name);
     QDir().rmdir(madeFolder());
