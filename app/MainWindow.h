@@ -105,7 +105,6 @@ private:
     void askForPreferences(const QString &page = {});
     static void focusMode(Qtilities::CoreGui::Interfaces::IMode *mode);
     void runCommands(const QString &commands);
-    void askForPreferences();
     void followPreferences();
     void remember();
     void updateTitle();

@@ -142,14 +142,10 @@ void setCategory(const RowCall &call)
         return;
     HostCall attempt(call.window(), tr("Category Not Changed"));
     for (const TreeRow &row : rows) {
-        if (row.isThere())
-            attempt.takeAndLog(
-                treeItem(row)->trySetCategory(Qtilities::Core::categoryFrom(category)),
-                Logger::Warning);
         if (row.isThere()
-            && attempt.takeAndLog(treeItem(row)->trySetCategory(
-                                      QtilitiesCategory::fromString(category, levelSeparator)),
-                                  Logger::Warning))
+            && attempt.takeAndLog(
+                treeItem(row)->trySetCategory(Qtilities::Core::categoryFrom(category)),
+                Logger::Warning))
             journaling::categorySet(*row.design(), rowtexts::kindWord(row), rowtexts::itemWord(row),
                                     category);
     }
