@@ -112,7 +112,9 @@ int leaveForThread(ClientData, Tcl_Interp *, int)
 void begin()
 {
     end().guiThread = Tcl_GetCurrentThread();
+    end().handler = Tcl_AsyncCreate(leaveForThread, nullptr);
     Tcl_CreateExitHandler(finish, nullptr);
+    Tcl_SetExitProc(leaveByExit); // The start-up script may end the program already.
 }
 
 void prepare(Tcl_Interp *interp)
@@ -122,9 +124,6 @@ void prepare(Tcl_Interp *interp)
     Tcl_CmdInfo quit;
     if (Tcl_GetCommandInfo(interp, "quit", &quit))
         Tcl_CreateCommand(interp, "dbgExit", quit.proc, quit.clientData, nullptr);
-    if (!end().handler)
-        end().handler = Tcl_AsyncCreate(leaveForThread, nullptr);
-    Tcl_SetExitProc(leaveByExit);
 }
 
 void setExitHook(std::function<void()> hook) { exitHook() = std::move(hook); }

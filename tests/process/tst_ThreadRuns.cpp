@@ -42,7 +42,7 @@ constexpr Row rows[] = {
      "200\n"},
     {"thread-send-4 a worker sends back",
      "set main [thread::id]\nset t [thread::create]\n"
-     "thread::send -async $t [list thread::send $main {set got back}]\nvwait got\nputs $got",
+     "thread::send -async $t [list thread::send $main {set got back}] done\nvwait done\nputs $got",
      "back\n"},
     {"thread-send-5 an error",
      "puts [catch {thread::send [thread::create] {error oops}} text]$text", "1oops\n"},

@@ -7,6 +7,7 @@
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QElapsedTimer>
+#include <QEventLoop>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -78,7 +79,16 @@ private:
         Logger::instance()->logMessage(engineName, type, text);
     }
     // Waits for what was logged to show.
-    void settle() const { QTest::qWait(80); }
+    // However slow the machine is, these timers fire after those of the log, which are shorter and
+    // were started before.
+    void settle() const
+    {
+        for (const int milliseconds : {80, 20}) {
+            QEventLoop loop;
+            QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+            loop.exec();
+        }
+    }
     QStringList shownColumn(int column) const
     {
         QStringList texts;
