@@ -19,6 +19,10 @@ public:
     // be cancelled first, the window is closed anew once they have ended.
     bool mayLeave();
 
+    // The same when the desktop's session ends, which wants an answer at once. A script that runs
+    // is stopped when the user agrees; the window is closed, and all else asked, once it has ended.
+    bool mayEndWithSession();
+
     // Asks only about texts in the editors, with no way back: the program ends in any case.
     // False when something that was to be saved is not.
     bool settleForGood();
@@ -27,10 +31,6 @@ Q_SIGNALS:
     // The user is about to be asked, and has answered; pages close while the answers come.
     void asking();
     void answered(bool agreed);
-
-    // The same when the desktop's session ends, which wants an answer at once. A script that runs
-    // is stopped when the user agrees; the window is closed, and all else asked, once it has ended.
-    bool mayEndWithSession();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
