@@ -56,7 +56,8 @@ void askGuiThread(ClientData status)
         return;
     end().isWanted = true;
     end().statusElsewhere = status;
-    Tcl_AsyncMark(end().handler);
+    if (end().handler)
+        Tcl_AsyncMark(end().handler);
 }
 
 // The thread that asks stands still until the process has ended, for an end of its own would get in
@@ -112,7 +113,6 @@ int leaveForThread(ClientData, Tcl_Interp *, int)
 void begin()
 {
     end().guiThread = Tcl_GetCurrentThread();
-    end().handler = Tcl_AsyncCreate(leaveForThread, nullptr);
     Tcl_CreateExitHandler(finish, nullptr);
     Tcl_SetExitProc(leaveByExit); // The start-up script may end the program already.
 }
@@ -124,6 +124,11 @@ void prepare(Tcl_Interp *interp)
     Tcl_CmdInfo quit;
     if (Tcl_GetCommandInfo(interp, "quit", &quit))
         Tcl_CreateCommand(interp, "dbgExit", quit.proc, quit.clientData, nullptr);
+    const std::lock_guard lock(end().mutex);
+    if (!end().handler)
+        end().handler = Tcl_AsyncCreate(leaveForThread, nullptr);
+    if (end().isWanted) // since the start-up script
+        Tcl_AsyncMark(end().handler);
 }
 
 void setExitHook(std::function<void()> hook) { exitHook() = std::move(hook); }
