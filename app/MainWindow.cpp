@@ -20,7 +20,7 @@
 #include "app/issues/IssueSources.h"
 #include "app/issues/IssuesView.h"
 #include "app/issues/WindowLinks.h"
-#include "app/journal/Journal.h"
+#include "app/journal/CommandJournal.h"
 #include "app/journal/JournalDock.h"
 #include "app/keeping/TextKeeper.h"
 #include "app/live/LiveWindow.h"
@@ -200,7 +200,7 @@ void MainWindow::adoptConsole(QtclConsole *theConsole)
     console->keepTypedKeys();
     console->show(); // showWhileStarting() may have had it elsewhere
     paneKeys->add(console);
-    Journal::instance()->follow(console);
+    CommandJournal::instance()->follow(console);
     links->attachTo(console);
     issues->followRuns();
 }

@@ -4,7 +4,7 @@
 #include "app/DesignsMode.h"
 #include "app/editor/WindowEditorManager.h"
 #include "app/issues/IssueSources.h"
-#include "app/journal/Journal.h"
+#include "app/journal/CommandJournal.h"
 #include "app/live/LiveWindow.h"
 #include "app/MainWindow.h"
 #include "app/process/programend.h"
@@ -60,8 +60,8 @@ TclScriptManager *startScripting(MainWindow *window)
 WindowRun::WindowRun(const QStringList &files) : mainWindow(std::make_unique<MainWindow>())
 {
     MainWindow *window = mainWindow.get();
-    Journal::instance()->open();
-    ensemble::setJournal([] { return Journal::instance()->text(); });
+    CommandJournal::instance()->open();
+    ensemble::setJournal([] { return CommandJournal::instance()->text(); });
     QtilitiesApplication::setMainWindow(window);
     Qtk_KeepWindowAlive(LiveWindow::pass);
     const auto tellOfErrors = [window] {

@@ -1,8 +1,6 @@
 #include "interp/asyncplace.h"
 
-#include <iterator>
-
-#include <execinfo.h>
+#include <unwind.h>
 
 namespace asyncplace {
 
@@ -10,6 +8,21 @@ namespace {
 
 // Where Tcl asks at the end of a command; null when that is not known.
 void *endOfCommand = nullptr;
+
+struct Walk
+{
+    int framesLeft; // after the one that walks
+    void *place;
+};
+
+_Unwind_Reason_Code goUp(_Unwind_Context *context, void *data)
+{
+    auto *walk = static_cast<Walk *>(data);
+    if (walk->framesLeft-- > 0)
+        return _URC_NO_REASON;
+    walk->place = reinterpret_cast<void *>(_Unwind_GetIP(context));
+    return _URC_END_OF_STACK;
+}
 
 int note(ClientData, Tcl_Interp *, int code)
 {
@@ -22,10 +35,11 @@ int note(ClientData, Tcl_Interp *, int code)
 
 [[gnu::noinline]] void *ofQuestion()
 {
-    // This function, the procedure, Tcl_AsyncInvoke, and who called that.
-    void *frames[4] = {};
-    const int known = backtrace(frames, int(std::size(frames)));
-    return known == int(std::size(frames)) ? frames[3] : nullptr;
+    // The procedure, Tcl_AsyncInvoke, and who called that. Not by backtrace(), which counts a frame
+    // more under AddressSanitizer.
+    Walk walk {3, nullptr};
+    _Unwind_Backtrace(goUp, &walk);
+    return walk.place;
 }
 
 bool isCaughtError(int code, const void *place)

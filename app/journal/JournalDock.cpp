@@ -1,6 +1,6 @@
 #include "app/journal/JournalDock.h"
 
-#include "app/journal/Journal.h"
+#include "app/journal/CommandJournal.h"
 
 #include <Qtilities/atomicfile.h>
 #include <Qtilities/QtilitiesApplication.h>
@@ -42,9 +42,9 @@ JournalDock::JournalDock(QWidget *parent)
     layout->addWidget(bar);
     setWidget(inside);
     setFocusProxy(text);
-    for (const QString &entry : Journal::instance()->entries())
+    for (const QString &entry : CommandJournal::instance()->entries())
         append(entry);
-    connect(Journal::instance(), &Journal::added, this, &JournalDock::append);
+    connect(CommandJournal::instance(), &CommandJournal::added, this, &JournalDock::append);
 }
 
 void JournalDock::addButtons(QWidget *bar)
@@ -76,7 +76,7 @@ void JournalDock::copy()
 {
     const QTextCursor cursor = text->textCursor();
     QGuiApplication::clipboard()->setText(cursor.hasSelection() ? cursor.selection().toPlainText()
-                                                                : Journal::instance()->text());
+                                                                : CommandJournal::instance()->text());
 }
 
 void JournalDock::saveAsScript()
@@ -88,7 +88,7 @@ void JournalDock::saveAsScript()
     if (file.isEmpty())
         return;
     const auto written =
-        Qtilities::Core::writeFileAtomically(file, Journal::instance()->text().toUtf8());
+        Qtilities::Core::writeFileAtomically(file, CommandJournal::instance()->text().toUtf8());
     if (!written.isOk())
         QMessageBox::warning(this, tr("Not Saved"), written.text());
 }
@@ -96,7 +96,7 @@ void JournalDock::saveAsScript()
 QString JournalDock::fromHere() const
 {
     const int number = qMax(0, text->textCursor().block().userState());
-    return Journal::instance()->entries().mid(number).join(u'\n');
+    return CommandJournal::instance()->entries().mid(number).join(u'\n');
 }
 
 void JournalDock::runFromHere()

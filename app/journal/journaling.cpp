@@ -1,6 +1,6 @@
 #include "app/journal/journaling.h"
 
-#include "app/journal/Journal.h"
+#include "app/journal/CommandJournal.h"
 
 #include <MorvalenCore/DesignManager.h>
 #include <Qtilities/QtilitiesProperty.h>
@@ -19,17 +19,17 @@ namespace journaling {
 
 namespace {
 
-void add(const Words &words) { Journal::instance()->add(words); }
+void add(const Words &words) { CommandJournal::instance()->add(words); }
 
 void addOn(const IDesign &design, const Words &words)
 {
-    Journal::instance()->addOn(idOf(design), words);
+    CommandJournal::instance()->addOn(idOf(design), words);
 }
 
 // The ensemble is told which design is meant.
 void addFor(const IDesign &design, const Words &words)
 {
-    Journal::instance()->addOn(QString(),
+    CommandJournal::instance()->addOn(QString(),
                                Words {u"morvalen"_s} + words + Words {u"-design"_s, idOf(design)});
 }
 
@@ -79,7 +79,7 @@ void opened(const QString &file, bool isProject)
 
 void activated(const QString &designId)
 {
-    Journal::instance()->addOn(QString(), {u"designs"_s, u"set_active"_s, designId}, designId);
+    CommandJournal::instance()->addOn(QString(), {u"designs"_s, u"set_active"_s, designId}, designId);
 }
 
 void saved(const IDesign &design) { addOn(design, {u"design"_s, u"save"_s}); }
@@ -100,7 +100,7 @@ void closed(const QString &designId, bool deleted)
     if (deleted)
         words.append(u"true"_s);
     add(words);
-    Journal::instance()->forgetActive();
+    CommandJournal::instance()->forgetActive();
 }
 
 void reloaded(const QString &designId) { add({u"morvalen"_s, u"reload"_s, designId}); }
@@ -108,7 +108,7 @@ void reloaded(const QString &designId) { add({u"morvalen"_s, u"reload"_s, design
 void identity(const IDesign &design, const QString &oldId, const QString &field,
               const QString &text)
 {
-    Journal::instance()->addOn(oldId, {u"design"_s, u"set"_s, field, text}, idOf(design));
+    CommandJournal::instance()->addOn(oldId, {u"design"_s, u"set"_s, field, text}, idOf(design));
 }
 
 void cleaned(const IDesign &design, bool allVersions)
@@ -125,13 +125,13 @@ void projectSaved(const QString &file)
     Words words {u"project"_s, u"save"_s};
     if (!file.isEmpty())
         words.append(journal::path(file));
-    Journal::instance()->addOn(active ? idOf(*active) : QString(), words);
+    CommandJournal::instance()->addOn(active ? idOf(*active) : QString(), words);
 }
 
 void projectClosed()
 {
     add({u"project"_s, u"close"_s});
-    Journal::instance()->forgetActive();
+    CommandJournal::instance()->forgetActive();
 }
 
 void fileAdded(const IDesign &design, const QString &path, const QString &node)
@@ -248,14 +248,14 @@ void built(const BuildConfiguration &configuration, bool onlyOutdated)
         if (design->activeBuildConfiguration() == &configuration)
             addOn(*design, words);
         else
-            Journal::instance()->addOn(QString(),
+            CommandJournal::instance()->addOn(QString(),
                                        {u"morvalen"_s, u"build"_s, id, u"-configuration"_s, name});
         return;
     }
 }
 
-void scriptRun(const QString &file) { Journal::instance()->addScript(file); }
+void scriptRun(const QString &file) { CommandJournal::instance()->addScript(file); }
 
-void remark(const QString &text) { Journal::instance()->remark(text); }
+void remark(const QString &text) { CommandJournal::instance()->remark(text); }
 
 } // namespace journaling

@@ -75,6 +75,7 @@ TextLinks::TextLinks(QPlainTextEdit *edit, Find finds, Follow follows)
 TextLinks::TextLinks(QWidget *edit, std::unique_ptr<Face> itsFace, Find finds, Follow follows)
     : QObject(edit),
       face(std::move(itsFace)),
+      viewport(face->area()->viewport()),
       find(std::move(finds)),
       follow(std::move(follows))
 {
@@ -86,8 +87,8 @@ TextLinks::TextLinks(QWidget *edit, std::unique_ptr<Face> itsFace, Find finds, F
     connect(face->area()->verticalScrollBar(), &QScrollBar::rangeChanged, &showing,
             qOverload<>(&QTimer::start));
     edit->installEventFilter(this);
-    face->area()->viewport()->installEventFilter(this);
-    face->area()->viewport()->setMouseTracking(true);
+    viewport->installEventFilter(this);
+    viewport->setMouseTracking(true);
     showing.start();
 }
 
@@ -170,7 +171,7 @@ bool TextLinks::followCursor()
 
 bool TextLinks::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched != face->area()->viewport()) {
+    if (watched != viewport) {
         if (event->type() != QEvent::KeyPress || !face->isReadOnly())
             return false;
         const auto *key = static_cast<QKeyEvent *>(event);

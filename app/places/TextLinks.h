@@ -47,6 +47,7 @@ private:
     bool followCursor();
 
     std::unique_ptr<Face> face;
+    QWidget *const viewport; // of the face, which is less than itself when the viewport goes
     Find find;
     Follow follow;
     QTimer showing;

@@ -6,7 +6,7 @@
 #include "app/designs/PropertyDialog.h"
 #include "app/DesignsMode.h"
 #include "app/editor/EditorArea.h"
-#include "app/journal/Journal.h"
+#include "app/journal/CommandJournal.h"
 #include "app/MainWindow.h"
 #include "console/QtclConsole.h"
 #include "interp/commandsManager.h"
@@ -68,7 +68,7 @@ private:
 
 void tst_JournalStory::init()
 {
-    Journal::instance()->clear();
+    CommandJournal::instance()->clear();
     story->window().activateMode(DesignsMode::id);
     story->takeKeyboard();
 }
@@ -170,7 +170,7 @@ QHash<QString, QByteArray> tst_JournalStory::filesOf(const QString &session)
 void tst_JournalStory::compareWithReplay()
 {
     const QString script = story->path(u"journal.tcl"_s);
-    const QByteArray journal = Journal::instance()->text().toUtf8();
+    const QByteArray journal = CommandJournal::instance()->text().toUtf8();
     Story::write(script, journal);
     QProcess program;
     program.setProcessChannelMode(QProcess::MergedChannels);
@@ -257,7 +257,7 @@ void tst_JournalStory::aDayByMouseRunsAgain()
     QTest::keyClicks(target, u"out/[x] $y"_s);
     story->press(Qt::Key_S, Qt::ControlModifier);
     QVERIFY2(Story::read(folder + u"/../fifo/component.xml"_s).contains("out/[x] $y"),
-             Journal::instance()->text().toUtf8());
+             CommandJournal::instance()->text().toUtf8());
     compareWithReplay();
 }
 
@@ -287,7 +287,7 @@ void tst_JournalStory::theConsoleIsInIt()
     story->type(u"designs new uart"_s);
     story->type(u"nonsense"_s);
     story->type(u"files add a.v"_s);
-    QCOMPARE(Journal::instance()->entries(),
+    QCOMPARE(CommandJournal::instance()->entries(),
              (QStringList {u"designs new uart"_s, u"files add a.v"_s}));
     story->type(u"design save"_s);
     compareWithReplay();
@@ -300,7 +300,7 @@ void tst_JournalStory::theActiveDesignIsSaidWhereItMatters()
     choose(u"uart"_s, u"Save"_s);
     story->window().activateMode(105);
     story->type(u"design get name"_s);
-    const QStringList entries = Journal::instance()->entries().sliced(2);
+    const QStringList entries = CommandJournal::instance()->entries().sliced(2);
     QCOMPARE(entries,
              (QStringList {u"designs set_active local.global.uart.1.0"_s, u"design save"_s,
                            u"designs set_active local.global.fifo.1.0"_s, u"design get name"_s}));

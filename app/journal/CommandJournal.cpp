@@ -1,4 +1,4 @@
-#include "app/journal/Journal.h"
+#include "app/journal/CommandJournal.h"
 
 #include "console/QConsole.h"
 
@@ -25,21 +25,21 @@ QString activeId()
 
 } // namespace
 
-Journal *Journal::instance()
+CommandJournal *CommandJournal::instance()
 {
-    static auto *const journal = new Journal;
+    static auto *const journal = new CommandJournal;
     return journal;
 }
 
-void Journal::add(const journal::Words &words)
+void CommandJournal::add(const journal::Words &words)
 {
     append(journal::command(words));
     active = expected = activeId();
 }
 
-void Journal::forgetActive() { active.clear(); }
+void CommandJournal::forgetActive() { active.clear(); }
 
-void Journal::addOn(const QString &designId, const journal::Words &words, const QString &newId)
+void CommandJournal::addOn(const QString &designId, const journal::Words &words, const QString &newId)
 {
     activate(designId);
     append(journal::command(words));
@@ -48,7 +48,7 @@ void Journal::addOn(const QString &designId, const journal::Words &words, const 
     expected = activeId();
 }
 
-void Journal::activate(const QString &designId)
+void CommandJournal::activate(const QString &designId)
 {
     if (active == designId || designId.isEmpty())
         return;
@@ -56,7 +56,7 @@ void Journal::activate(const QString &designId)
     active = designId;
 }
 
-void Journal::remark(const QString &text)
+void CommandJournal::remark(const QString &text)
 {
     QString line = text;
     line.replace(u'\n', u"\n# "_s);
@@ -65,7 +65,7 @@ void Journal::remark(const QString &text)
 }
 
 // A command that has failed may have done something, but not again.
-void Journal::follow(const QConsole *console)
+void CommandJournal::follow(const QConsole *console)
 {
     connect(console, &QConsole::commandSucceeded, this, [this](const QString &command) {
         if (!command.trimmed().isEmpty())
@@ -73,10 +73,10 @@ void Journal::follow(const QConsole *console)
     });
 }
 
-void Journal::addScript(const QString &script) { take(journal::command({u"source"_s, script})); }
+void CommandJournal::addScript(const QString &script) { take(journal::command({u"source"_s, script})); }
 
 // It was meant for the design that was active in the window.
-void Journal::take(const QString &command)
+void CommandJournal::take(const QString &command)
 {
     if (!active.isEmpty())
         activate(expected);
@@ -84,16 +84,16 @@ void Journal::take(const QString &command)
     active = expected = activeId();
 }
 
-QString Journal::text() const { return all.isEmpty() ? QString() : all.join(u'\n') + u'\n'; }
+QString CommandJournal::text() const { return all.isEmpty() ? QString() : all.join(u'\n') + u'\n'; }
 
-void Journal::open()
+void CommandJournal::open()
 {
     file.setFileName(QtilitiesApplication::applicationSessionPath() + u"/Logs/journal-"_s
                      + QDateTime::currentDateTime().toString(u"yyyyMMdd-HHmmss"_s) + u'-'
                      + QString::number(QCoreApplication::applicationPid()) + u".tcl"_s);
 }
 
-void Journal::clear()
+void CommandJournal::clear()
 {
     all.clear();
     active.clear();
@@ -101,7 +101,7 @@ void Journal::clear()
     file.setFileName(QString());
 }
 
-void Journal::append(const QString &entry)
+void CommandJournal::append(const QString &entry)
 {
     all.append(entry);
     const bool isWanted = !file.fileName().isEmpty();

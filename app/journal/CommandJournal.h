@@ -12,12 +12,12 @@ class QConsole;
 // typed in the console. Running it again in another session makes the same designs and projects.
 // What only looks is not in it; what no command can say stands in it as a comment. It is written to
 // a file in the folder of logs as it grows. One per process, on the GUI thread.
-class Journal : public QObject
+class CommandJournal : public QObject
 {
     Q_OBJECT
 
 public:
-    static Journal *instance();
+    static CommandJournal *instance();
 
     // A command, and one about the active design, which is the one of this id; it has the other id
     // afterwards, if one is given.
@@ -51,7 +51,7 @@ Q_SIGNALS:
     void added(const QString &entry);
 
 private:
-    Journal() = default;
+    CommandJournal() = default;
     void activate(const QString &designId);
     void append(const QString &entry);
     void take(const QString &command);
