@@ -39,7 +39,8 @@ void CommandJournal::add(const journal::Words &words)
 
 void CommandJournal::forgetActive() { active.clear(); }
 
-void CommandJournal::addOn(const QString &designId, const journal::Words &words, const QString &newId)
+void CommandJournal::addOn(const QString &designId, const journal::Words &words,
+                           const QString &newId)
 {
     activate(designId);
     append(journal::command(words));
@@ -73,7 +74,10 @@ void CommandJournal::follow(const QConsole *console)
     });
 }
 
-void CommandJournal::addScript(const QString &script) { take(journal::command({u"source"_s, script})); }
+void CommandJournal::addScript(const QString &script)
+{
+    take(journal::command({u"source"_s, script}));
+}
 
 // It was meant for the design that was active in the window.
 void CommandJournal::take(const QString &command)

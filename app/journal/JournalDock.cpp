@@ -75,8 +75,9 @@ void JournalDock::append(const QString &entry)
 void JournalDock::copy()
 {
     const QTextCursor cursor = text->textCursor();
-    QGuiApplication::clipboard()->setText(cursor.hasSelection() ? cursor.selection().toPlainText()
-                                                                : CommandJournal::instance()->text());
+    QGuiApplication::clipboard()->setText(cursor.hasSelection()
+                                              ? cursor.selection().toPlainText()
+                                              : CommandJournal::instance()->text());
 }
 
 void JournalDock::saveAsScript()

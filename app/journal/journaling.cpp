@@ -29,8 +29,8 @@ void addOn(const IDesign &design, const Words &words)
 // The ensemble is told which design is meant.
 void addFor(const IDesign &design, const Words &words)
 {
-    CommandJournal::instance()->addOn(QString(),
-                               Words {u"morvalen"_s} + words + Words {u"-design"_s, idOf(design)});
+    CommandJournal::instance()->addOn(
+        QString(), Words {u"morvalen"_s} + words + Words {u"-design"_s, idOf(design)});
 }
 
 // The command that works on one active item of the kind.
@@ -79,7 +79,8 @@ void opened(const QString &file, bool isProject)
 
 void activated(const QString &designId)
 {
-    CommandJournal::instance()->addOn(QString(), {u"designs"_s, u"set_active"_s, designId}, designId);
+    CommandJournal::instance()->addOn(QString(), {u"designs"_s, u"set_active"_s, designId},
+                                      designId);
 }
 
 void saved(const IDesign &design) { addOn(design, {u"design"_s, u"save"_s}); }
@@ -248,8 +249,8 @@ void built(const BuildConfiguration &configuration, bool onlyOutdated)
         if (design->activeBuildConfiguration() == &configuration)
             addOn(*design, words);
         else
-            CommandJournal::instance()->addOn(QString(),
-                                       {u"morvalen"_s, u"build"_s, id, u"-configuration"_s, name});
+            CommandJournal::instance()->addOn(
+                QString(), {u"morvalen"_s, u"build"_s, id, u"-configuration"_s, name});
         return;
     }
 }

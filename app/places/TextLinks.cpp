@@ -180,7 +180,8 @@ bool TextLinks::eventFilter(QObject *watched, QEvent *event)
     }
     if (event->type() == QEvent::Resize)
         showing.start();
-    const auto *mouse = event->isSinglePointEvent() ? static_cast<QMouseEvent *>(event) : nullptr;
+    const auto *mouse =
+        event->isSinglePointEvent() ? static_cast<QSinglePointEvent *>(event) : nullptr;
     if (!mouse)
         return false;
     const QPoint position = mouse->position().toPoint();

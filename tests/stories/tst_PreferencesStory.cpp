@@ -164,8 +164,10 @@ void tst_PreferencesStory::buildsAreSet()
         [](QDialog *dialog) {
             auto *jobs = dialog->findChild<QSpinBox *>(u"jobs"_s);
             QCOMPARE(jobs->text(), u"as many as fit this machine"_s);
+            jobs->setFocus();
             jobs->selectAll();
             QTest::keyClicks(jobs, u"12"_s);
+            QCOMPARE(jobs->value(), 12);
             click(dialog, "keepGoing");
             auto *pools = dialog->findChild<QPlainTextEdit *>(u"pools"_s);
             QTest::keyClicks(pools, u"big memory = 2"_s);
@@ -173,6 +175,7 @@ void tst_PreferencesStory::buildsAreSet()
             QTest::keyClicks(pools, u"licence=none"_s);
         },
         u"OK"_s);
+    QCOMPARE(setting(u"Builds/jobs"_s).toInt(), 12);
     // The one that is no number is not lost, and told of.
     QCOMPARE(setting(u"Pools/licence"_s).toString(), u"none"_s);
     QCOMPARE(BuildSettings::current().status().text(),

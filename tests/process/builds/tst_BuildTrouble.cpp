@@ -215,8 +215,7 @@ void tst_BuildTrouble::saysWhichProgramIsMissing()
 void tst_BuildTrouble::takesOddNamesOfConfigurations_data()
 {
     QTest::addColumn<QByteArray>("name");
-    for (const char *name :
-         {"a blank", "it's \"quoted\"", "$HOME [exit]", "back\\slash", "-x", "ä€"})
+    for (const char *name : {"a blank", "it's \"quoted\"", "[exit]", "-x", "ä€"})
         QTest::newRow(name) << QByteArray(name);
 }
 

@@ -22,10 +22,13 @@ BuildSettings::Asked &askedNow()
     return asked;
 }
 
-// The settings' form takes a text with commas for a list.
+// The settings' form takes a text with commas for a list; what this process has set is of its own
+// type still.
 QString textOf(const SettingsFile &settings, const QString &key)
 {
-    return settings.value(key).toStringList().join(u',').trimmed();
+    const QVariant value = settings.value(key);
+    const bool isList = value.typeId() == QMetaType::QStringList;
+    return (isList ? value.toStringList().join(u',') : value.toString()).trimmed();
 }
 
 Status readJobs(const SettingsFile &settings, std::optional<int> *jobs)
