@@ -58,7 +58,7 @@ const QList<Room> rooms = {
     {core + u"designs"_s,
      u"designs"_s,
      {u"Qtilities"_s, u"MorvalenCore"_s, u"log"_s, u"session"_s, u"disk"_s, u"structures"_s,
-      u"component"_s, u"design"_s}},
+      u"component"_s, u"design"_s, u"configurations"_s}},
     {core + u"managers"_s, u"managers"_s, {u"Qtilities"_s, u"MorvalenCore"_s}},
     {u"interp"_s, u"interp"_s, {}},
     {u"console"_s, u"console"_s, {u"interp"_s}},

@@ -59,6 +59,7 @@ private:
     void newDesign(const QString &name, const QString &type);
     void addProperty(const QString &name, const QString &type, const QString &value,
                      const QString &category = {});
+    void renameAndConfigure();
     // Runs the journal in the program, in a session of its own, and compares what both have.
     void compareWithReplay();
     static QHash<QString, QByteArray> filesOf(const QString &session);
@@ -236,6 +237,15 @@ void tst_JournalStory::aDayByMouseRunsAgain()
     story->press(Qt::Key_S, Qt::ControlModifier);
     QVERIFY(!Story::activeDesign()->isModified());
     newDesign(u"fifo"_s, u"Custom Design"_s);
+    renameAndConfigure();
+    // The design that is selected, not the active one.
+    QVERIFY2(Story::read(folder + u"/component.xml"_s).contains("out/[x] $y"),
+             CommandJournal::instance()->text().toUtf8());
+    compareWithReplay();
+}
+
+void tst_JournalStory::renameAndConfigure()
+{
     choose(u"uart"_s, u"Rename..."_s, {[](QDialog *dialog) {
                auto *box = qobject_cast<QInputDialog *>(dialog);
                box->setTextValue(u"serial"_s);
@@ -256,10 +266,6 @@ void tst_JournalStory::aDayByMouseRunsAgain()
     QVERIFY(target);
     QTest::keyClicks(target, u"out/[x] $y"_s);
     story->press(Qt::Key_S, Qt::ControlModifier);
-    // The design that is selected, not the active one.
-    QVERIFY2(Story::read(folder + u"/component.xml"_s).contains("out/[x] $y"),
-             CommandJournal::instance()->text().toUtf8());
-    compareWithReplay();
 }
 
 void tst_JournalStory::oddNamesRunAgain()

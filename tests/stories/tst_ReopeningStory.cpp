@@ -84,6 +84,25 @@ void tst_ReopeningStory::leaveAndEmpty()
     Story::write(OpenThings::fileName(), kept);
 }
 
+namespace {
+
+// One of 500 lines, and a short one.
+void openTexts(const QString &notes, const QString &other)
+{
+    QByteArray lines;
+    for (int line = 1; line <= 500; ++line)
+        lines += "line " + QByteArray::number(line) + '\n';
+    Story::write(notes, lines);
+    Story::write(other, "other\n");
+    for (const QString &path : {notes, other}) {
+        QString error;
+        QVERIFY(MorvalenCore::EditorManager::instance()->createEditorForPath(path, &error, {}, true,
+                                                                             false));
+    }
+}
+
+} // namespace
+
 void tst_ReopeningStory::everythingComesBack()
 {
     const QString project = story->path(u"p.xml"_s);
@@ -92,17 +111,8 @@ void tst_ReopeningStory::everythingComesBack()
     story->type(u"designs set_active [lindex [designs list] 1]"_s);
     story->type(u"project save {"_s + project + u'}');
     const QString active = Story::activeDesign()->id(u"."_s);
-    QByteArray lines;
-    for (int line = 1; line <= 500; ++line)
-        lines += "line " + QByteArray::number(line) + '\n';
     const QString notes = story->path(u"notes.txt"_s);
-    Story::write(notes, lines);
-    Story::write(story->path(u"other.txt"_s), "other\n");
-    for (const QString &path : {notes, story->path(u"other.txt"_s)}) {
-        QString error;
-        QVERIFY(MorvalenCore::EditorManager::instance()->createEditorForPath(path, &error, {}, true,
-                                                                             false));
-    }
+    openTexts(notes, story->path(u"other.txt"_s));
     const QString key = QFileInfo(notes).canonicalFilePath();
     auto *page = qobject_cast<TextPage *>(editors()->page(key));
     editors()->bringUpPage(page);

@@ -518,6 +518,18 @@ void tst_BuildConfiguration::writesOutsideOnlyWhereTheUserAllowsIt_data()
         << u"../software/out"_s << u"software/out"_s;
 }
 
+namespace {
+
+void setTargetFolders(const QStringList &folders)
+{
+    QSettings settings(MorvalenCore::DesignManager::instance()->settingsFileName(),
+                       QSettings::IniFormat);
+    settings.setValue(u"Builds/target_folders"_s,
+                      folders.isEmpty() ? QVariant() : QVariant(folders));
+}
+
+} // namespace
+
 // What a component file names, or a link that came with it.
 void tst_BuildConfiguration::writesOutsideOnlyWhereTheUserAllowsIt()
 {
@@ -545,20 +557,10 @@ void tst_BuildConfiguration::writesOutsideOnlyWhereTheUserAllowsIt()
     QCOMPARE(QDir(session->path(u"else"_s)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
              QStringList());
 
-    {
-        QSettings settings(MorvalenCore::DesignManager::instance()->settingsFileName(),
-                           QSettings::IniFormat);
-        settings.setValue(
-            u"Builds/target_folders"_s,
-            QStringList({u"/nowhere"_s, session->path(u"else"_s), session->path(u"software"_s)}));
-    }
+    setTargetFolders({u"/nowhere"_s, session->path(u"else"_s), session->path(u"software"_s)});
     QVERIFY2(build->run(true, false), qPrintable(session->takeLog().join(u'\n')));
     QVERIFY(QFile::exists(place + u"/copy.c"_s));
-    {
-        QSettings settings(MorvalenCore::DesignManager::instance()->settingsFileName(),
-                           QSettings::IniFormat);
-        settings.remove(u"Builds/target_folders"_s);
-    }
+    setTargetFolders({});
     // A folder that the program has written is its own.
     QVERIFY2(build->run(true, false), qPrintable(session->takeLog().join(u'\n')));
 }
