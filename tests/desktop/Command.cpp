@@ -2,7 +2,6 @@
 
 #include <QFile>
 #include <QProcess>
-#include <QStandardPaths>
 
 Command Command::run(const QString &program, const QStringList &arguments, const QString &folder)
 {
@@ -13,11 +12,6 @@ Command Command::run(const QString &program, const QStringList &arguments, const
     return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
             QString::fromUtf8(process.readAllStandardOutput()),
             QString::fromUtf8(process.readAllStandardError())};
-}
-
-bool Command::exists(const QString &program)
-{
-    return !QStandardPaths::findExecutable(program).isEmpty();
 }
 
 QString projectText(const QString &name)

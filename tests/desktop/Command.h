@@ -12,9 +12,6 @@ struct Command
 
     static Command run(const QString &program, const QStringList &arguments,
                        const QString &folder = QString());
-
-    // Whether there is a program of that name here.
-    static bool exists(const QString &program);
 };
 
 // The text of a file of the project.

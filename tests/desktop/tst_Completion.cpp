@@ -1,4 +1,5 @@
 #include "tests/desktop/Command.h"
+#include "tests/needed.h"
 #include "tests/TestClass.h"
 
 #include <QDir>
@@ -83,8 +84,6 @@ void tst_Completion::bashOffers()
 {
     QFETCH(const QStringList, words);
     QFETCH(const QStringList, offered);
-    if (!Command::exists(u"bash"_s))
-        QSKIP("bash is not here");
     const Command run = Command::run(
         u"bash"_s,
         QStringList {u"--norc"_s, here + u"complete.bash"_s, pages + u"morvalen.bash"_s} + words,
@@ -116,8 +115,7 @@ void tst_Completion::zshCompletes()
 {
     QFETCH(const QString, typed);
     QFETCH(const QString, completed);
-    if (!Command::exists(u"zsh"_s))
-        QSKIP("zsh is not here");
+    NEEDS_TOOL("zsh", "zsh");
     const QDir functions(folder->filePath(u"functions"_s));
     QVERIFY(functions.mkpath(u"."_s));
     QVERIFY(QFile::copy(pages + u"_morvalen"_s, functions.filePath(u"_morvalen"_s)));

@@ -1,4 +1,5 @@
 #include "tests/desktop/Command.h"
+#include "tests/needed.h"
 #include "tests/TestClass.h"
 
 #include <QDir>
@@ -61,8 +62,7 @@ void tst_DesktopFiles::initTestCase()
 
 void tst_DesktopFiles::theDesktopEntryIsValid()
 {
-    if (!Command::exists(u"desktop-file-validate"_s))
-        QSKIP("desktop-file-validate is not here");
+    NEEDS_TOOL("desktop-file-validate", "desktop-file-utils");
     const Command run = Command::run(u"desktop-file-validate"_s, {desktop + u"morvalen.desktop"_s});
     QCOMPARE(run.output + run.error, QString());
     QCOMPARE(run.status, 0);
@@ -70,8 +70,7 @@ void tst_DesktopFiles::theDesktopEntryIsValid()
 
 void tst_DesktopFiles::theMetainfoIsValid()
 {
-    if (!Command::exists(u"appstreamcli"_s))
-        QSKIP("appstreamcli is not here");
+    NEEDS_TOOL("appstreamcli", "appstream");
     const Command run = Command::run(
         u"appstreamcli"_s,
         {u"validate"_s, u"--no-net"_s, u"--strict"_s, u"--no-color"_s,
@@ -81,8 +80,7 @@ void tst_DesktopFiles::theMetainfoIsValid()
 
 void tst_DesktopFiles::theMimeTypesAreValid()
 {
-    if (!Command::exists(u"update-mime-database"_s))
-        QSKIP("update-mime-database is not here");
+    NEEDS_TOOL("update-mime-database", "shared-mime-info");
     const Command run = Command::run(u"update-mime-database"_s, {data.filePath(u"mime"_s)});
     QCOMPARE(run.output + run.error, QString());
     QCOMPARE(run.status, 0);
@@ -139,8 +137,8 @@ void tst_DesktopFiles::filesWithoutASuffixAreKnownByTheirContent_data()
 void tst_DesktopFiles::filesWithoutASuffixAreKnownByTheirContent()
 {
     QFETCH(const QByteArray, content);
-    if (!Command::exists(u"gio"_s) || !Command::exists(u"update-mime-database"_s))
-        QSKIP("gio or update-mime-database is not here");
+    NEEDS_TOOL("update-mime-database", "shared-mime-info");
+    NEEDS_TOOL("gio", "libglib2.0-bin");
     QCOMPARE(Command::run(u"update-mime-database"_s, {data.filePath(u"mime"_s)}).status, 0);
     QFile file(data.filePath(u"unnamed"_s));
     QVERIFY(file.open(QIODevice::WriteOnly));

@@ -1,4 +1,5 @@
 #include "tests/desktop/Command.h"
+#include "tests/needed.h"
 #include "tests/TestClass.h"
 
 #include <QFile>
@@ -177,8 +178,7 @@ void tst_HelpPages::everyOptionOfTheProgramIsInThePage()
 
 void tst_HelpPages::roffFindsNothingWrong()
 {
-    if (!Command::exists(u"groff"_s))
-        QSKIP("groff is not here");
+    NEEDS_TOOL("groff", "groff-base");
     const Command run = Command::run(u"groff"_s,
                                      {u"-man"_s, u"-ww"_s, u"-z"_s, u"-T"_s, u"utf8"_s,
                                       QStringLiteral(BINARY_DIR) + u"/desktop/morvalen.1"_s});

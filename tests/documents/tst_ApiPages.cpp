@@ -1,12 +1,12 @@
 // The pages that "make docs" makes of the public headers.
 
+#include "tests/needed.h"
 #include "tests/process/Program.h"
 #include "tests/TestClass.h"
 
 #include <QDir>
 #include <QDirIterator>
 #include <QProcess>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -41,8 +41,7 @@ QStringList publicHeaders()
 
 void tst_ApiPages::everyPublicHeaderHasAPageWithoutAWarning()
 {
-    if (QStandardPaths::findExecutable(u"doxygen"_s).isEmpty())
-        QSKIP("doxygen is not installed");
+    NEEDS_TOOL("doxygen", "doxygen");
     const QTemporaryDir folder;
     QProcess docs;
     docs.setProcessChannelMode(QProcess::MergedChannels);

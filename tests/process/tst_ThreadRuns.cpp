@@ -1,5 +1,6 @@
 // Scripts that use threads, by Tcl's package Thread.
 
+#include "tests/needed.h"
 #include "tests/process/Program.h"
 #include "tests/TestClass.h"
 
@@ -114,8 +115,7 @@ void tst_ThreadRuns::initTestCase()
 {
     const Ended ended = Program().runScript("puts [catch {package require Thread}]");
     QCOMPARE(ended.err, QByteArray());
-    if (ended.out != "0\n")
-        QSKIP("Tcl's package Thread is missing (Debian: tcl-thread)");
+    NEEDS(ended.out == "0\n", "Tcl's package Thread", "tcl-thread");
 }
 
 void tst_ThreadRuns::scripts_data()

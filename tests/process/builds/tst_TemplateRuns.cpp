@@ -1,11 +1,11 @@
 // The templates with the real tools, on the examples and on designs with a mistake.
 
+#include "tests/needed.h"
 #include "tests/process/Program.h"
 #include "tests/TestClass.h"
 
 #include <QDir>
 #include <QDirIterator>
-#include <QStandardPaths>
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
@@ -82,9 +82,8 @@ void tst_TemplateRuns::run()
     QFETCH(const QByteArray, good);
     QFETCH(const QByteArray, bad);
     QFETCH(const QString, place);
-    const QString tool = name.section(u'-', 0, 0);
-    if (QStandardPaths::findExecutable(tool).isEmpty())
-        QSKIP(qPrintable(tool + u" is not installed"_s));
+    const QByteArray tool = name.section(u'-', 0, 0).toLatin1();
+    NEEDS_TOOL(tool, tool);
     const QString folder = copy(example);
     const QString build = u"morvalen build -configuration tried"_s;
     QStringList commands {u"designs add {%1/component.xml}"_s.arg(folder)};
