@@ -6,15 +6,16 @@
 // Skips a test where something that nobody must have to build and run the program is missing, and
 // says what and in which package of Debian it is. Under CI, where scripts/prerequisites installs
 // all of it, a missing one is a failure: nothing is left out there without a word.
-#define NEEDS(isThere, what, package)                                                              \
-    do {                                                                                           \
-        if (isThere)                                                                               \
-            break;                                                                                 \
-        const QByteArray reason = QByteArray(what) + " is not installed (Debian: " + package + ')';  \
-        if (qEnvironmentVariableIsSet("CI"))                                                       \
-            QFAIL(reason.constData());\
-        QSKIP(reason.constData());\
+#define NEEDS(isThere, what, package) \
+    do { \
+        if (isThere) \
+            break; \
+        const QByteArray reason = \
+            QByteArray(what) + " is not installed (Debian: " + package + ')'; \
+        if (qEnvironmentVariableIsSet("CI")) \
+            QFAIL(reason.constData()); \
+        QSKIP(reason.constData()); \
     } while (false)
 
-#define NEEDS_TOOL(name, package)                                                                  \
+#define NEEDS_TOOL(name, package) \
     NEEDS(!QStandardPaths::findExecutable(QString::fromLatin1(name)).isEmpty(), name, package)

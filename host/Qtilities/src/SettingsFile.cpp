@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QHash>
 #include <QMutex>
+#include <QRegularExpression>
 #include <QSettings>
 
 namespace Qtilities::Core {
@@ -37,10 +38,48 @@ private:
     QHash<QString, Stamp> stamps;
 };
 
+char16_t escaped(const QString &digits, int base)
+{
+    char16_t value = 0;
+    for (const QChar digit : digits)
+        value = char16_t(value * base + QStringView(&digit, 1).toInt(nullptr, 16));
+    return value;
+}
+
+// As values are to QSettings once their quotes and escapes are off.
+QString withoutEscapes(const QByteArray &content)
+{
+    static const QRegularExpression escapes(uR"("|\\\r?\n|\\x([0-9a-fA-F]+)|\\([0-7]+)|\\(.))"_s);
+    const QString text = QString::fromLatin1(content);
+    QString plain;
+    qsizetype end = 0;
+    for (const QRegularExpressionMatch &match : escapes.globalMatch(text)) {
+        plain += QStringView(text).sliced(end, match.capturedStart() - end);
+        if (match.hasCaptured(1))
+            plain += escaped(match.captured(1), 16);
+        else if (match.hasCaptured(2))
+            plain += escaped(match.captured(2), 8);
+        else
+            plain += match.captured(3);
+        end = match.capturedEnd();
+    }
+    return plain += QStringView(text).sliced(end);
+}
+
+// Values of any type are read as they were streamed, with sizes that are believed: 20 bytes make
+// QSettings ask for gigabytes. None of the settings is of such a type.
+bool hasStreamedValues(const QByteArray &content)
+{
+    const QString plain = withoutEscapes(content);
+    return plain.contains(u"@Variant("_s) || plain.contains(u"@DateTime("_s);
+}
+
 // QSettings escapes zeros, so that one tells of something else. It reads groups only when they are
 // asked for.
 bool isOfSettings(const QString &fileName, const QByteArray &content)
 {
+    if (hasStreamedValues(content))
+        return false;
     const QSettings settings(fileName, QSettings::IniFormat);
     static_cast<void>(settings.allKeys());
     return !content.contains('\0') && settings.status() == QSettings::NoError;

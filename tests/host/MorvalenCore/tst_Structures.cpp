@@ -98,6 +98,13 @@ void tst_Structures::keepsSettingsAsideThatItCannotRead_data()
     QTest::newRow("settings-2 no settings at all") << QByteArray("\x7f"
                                                                  "ELF\2\1\1\nxyz\n");
     QTest::newRow("settings-3 zeros in something like settings") << QByteArray("a=b\0c\n", 6);
+    // Twenty bytes of it can ask for gigabytes.
+    QTest::newRow("settings-4 a streamed value")
+        << QByteArray("[Window]\nsplit=@Variant(\\0\\0\\0\\t)\n");
+    QTest::newRow("settings-5 a streamed date")
+        << QByteArray("[Window]\nsplit=@DateTime(\\0\\0\\0\\x10\\0)\n");
+    QTest::newRow("settings-6 a streamed value behind escapes and quotes")
+        << QByteArray("[Window]\nsplit=\\x040Var\"ian\"\\164(\\0\\0\\0\\t)\n");
 }
 
 void tst_Structures::keepsSettingsAsideThatItCannotRead()
