@@ -29,7 +29,10 @@ using Qtilities::Logging::Logger;
 
 namespace {
 
-QString tr(const char *text) { return QCoreApplication::translate("buildcalls", text); }
+struct Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(buildcalls)
+};
 
 bool isRefused()
 {
@@ -97,7 +100,8 @@ void buildcalls::clean(IDesign *design, bool allVersions, QWidget *window)
     const QStringList files = generatedFiles(*design, allVersions);
     if (!files.isEmpty()
         && !questions::mayDelete(
-            window, tr("Delete these generated files from disk, for good, and from the design?"),
+            window,
+            Texts::tr("Delete these generated files from disk, for good, and from the design?"),
             files))
         return;
     // Time has passed.
@@ -109,13 +113,13 @@ void buildcalls::clean(IDesign *design, bool allVersions, QWidget *window)
     parameters.grouping.setVersionsPrevious(allVersions);
     Cleaner::Cleaning cleaning;
     {
-        HostCall attempt(window, tr("Not Cleaned"));
+        HostCall attempt(window, Texts::tr("Not Cleaned"));
         cleaning = Cleaner().tryCleanDesign(design, parameters);
         journaling::cleaned(*design, allVersions);
         for (const Status &failure : cleaning.failures)
             attempt.takeAndLog(failure, Logger::Warning);
     }
-    auto *dialog = new ReportDialog(tr("Cleaning Report"), cleaning.report, window);
+    auto *dialog = new ReportDialog(Texts::tr("Cleaning Report"), cleaning.report, window);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->open();
 }

@@ -34,12 +34,12 @@ Answer ask(const EditorArea &editors)
     QStringList titles;
     for (const EditorPage *page : editors.modifiedPages())
         titles.append(page->title());
-    QMessageBox box(QMessageBox::Question, Texts::tr("Unsaved Changes"),
-                    titles.size() == 1
-                        ? Texts::tr("\"%1\" has changes that are not saved.").arg(titles.first())
-                        : Texts::tr("%1 pages have changes that are not saved.").arg(titles.size()),
-                    QMessageBox::Save | QMessageBox::Ignore | QMessageBox::Cancel,
-                    editors.window());
+    QMessageBox box(
+        QMessageBox::Question, Texts::tr("Unsaved Changes"),
+        titles.size() == 1
+            ? Texts::tr("\"%1\" has changes that are not saved.").arg(titles.first())
+            : Texts::tr("%n pages have changes that are not saved.", nullptr, int(titles.size())),
+        QMessageBox::Save | QMessageBox::Ignore | QMessageBox::Cancel, editors.window());
     box.setTextFormat(Qt::PlainText);
     box.setInformativeText(
         (titles.size() == 1 ? QString() : unsavedchanges::named(titles) + u"\n\n"_s)

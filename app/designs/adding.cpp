@@ -14,23 +14,22 @@ using Qtilities::Core::Status;
 
 namespace {
 
-QString tr(const char *text) { return DesignTree::tr(text); }
-
 // Ok when the file is there.
 Status makeFile(const QString &path)
 {
     QFile file(path);
     if (QFileInfo::exists(path) || file.open(QIODevice::WriteOnly | QIODevice::NewOnly))
         return {};
-    return Status::io(
-        tr("\"%1\" cannot be made: %2").arg(QDir::toNativeSeparators(path), file.errorString()));
+    return Status::io(DesignTree::tr("\"%1\" cannot be made: %2")
+                          .arg(QDir::toNativeSeparators(path), file.errorString()));
 }
 
 Status addOne(IDesign &design, const QString &node, const QString &path)
 {
     const QFileInfo info(path);
     if (!info.exists())
-        return Status::notFound(tr("There is no \"%1\"").arg(QDir::toNativeSeparators(path)));
+        return Status::notFound(
+            DesignTree::tr("There is no \"%1\"").arg(QDir::toNativeSeparators(path)));
     const Status added = info.isDir() ? design.tryAddFolder(path).status()
                                       : design.tryAddFile(path, node, true).status();
     if (added.isOk() && info.isDir())
@@ -54,7 +53,7 @@ void adding::addPaths(const TreeRow &row, const QStringList &paths, QWidget *win
     if (paths.isEmpty() || !row.isThere())
         return;
     const QString node = nodeOf(row);
-    HostCall attempt(window, tr("Not Added"));
+    HostCall attempt(window, DesignTree::tr("Not Added"));
     for (const QString &path : paths)
         attempt.take(addOne(*row.design(), node, path));
 }
@@ -63,7 +62,7 @@ bool adding::addNewFile(const TreeRow &row, const QString &path, QWidget *window
 {
     if (!row.isThere())
         return false;
-    HostCall attempt(window, tr("Not Added"));
+    HostCall attempt(window, DesignTree::tr("Not Added"));
     if (!attempt.take(row.design()->tryAddFile(path, nodeOf(row), true).status()))
         return false;
     const bool wasThere = QFileInfo::exists(path);

@@ -10,11 +10,9 @@ using MorvalenCore::BuildConfiguration;
 
 namespace {
 
-QString tr(const char *text) { return DesignTree::tr(text); }
-
 void setActive(const RowCall &call)
 {
-    const HostCall attempt(call.window(), tr("Not Activated"));
+    const HostCall attempt(call.window(), DesignTree::tr("Not Activated"));
     call.first().design()->setActiveBuildConfiguration(call.first().configuration());
     journaling::configurationActivated(*call.first().design(),
                                        call.first().configuration()->configurationName());

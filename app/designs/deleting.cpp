@@ -19,8 +19,6 @@ using Qtilities::Logging::Logger;
 
 namespace {
 
-QString tr(const char *text) { return DesignTree::tr(text); }
-
 QString pathOf(const TreeRow &row)
 {
     const auto *item = qobject_cast<const TreeFileItem *>(row.item.data());
@@ -76,7 +74,7 @@ void deleting::removeFromDesigns(const QList<TreeRow> &rows, QWidget *window)
         names.append(row.property() ? rowtexts::name(row) : QDir::toNativeSeparators(pathOf(row)));
     if (!questions::mayRemove(window, names))
         return;
-    HostCall attempt(window, tr("Not Removed"));
+    HostCall attempt(window, DesignTree::tr("Not Removed"));
     for (const TreeRow &row : rows) {
         if (row.isThere())
             attempt.takeAndLog(removeAndTell(row), Logger::Warning);
@@ -89,15 +87,15 @@ void deleting::deleteFromDisk(const QList<TreeRow> &rows, QWidget *window)
     for (const TreeRow &row : rows)
         paths.append(QDir::toNativeSeparators(pathOf(row)));
     const questions::Deletion how = questions::howToDelete(
-        window, tr("Delete this from disk, and remove it from the design?"), paths);
+        window, DesignTree::tr("Delete this from disk, and remove it from the design?"), paths);
     if (how == questions::Deletion::None)
         return;
     // Nothing is deleted under the hands of a script, which may have begun meanwhile.
     if (const QString refusal = running::refusal(); !refusal.isEmpty()) {
-        messages::warn(window, tr("Not Deleted"), {refusal});
+        messages::warn(window, DesignTree::tr("Not Deleted"), {refusal});
         return;
     }
-    HostCall attempt(window, tr("Not Deleted"));
+    HostCall attempt(window, DesignTree::tr("Not Deleted"));
     for (qsizetype i = 0; i < rows.size(); ++i) {
         const TreeRow &row = rows[i];
         // What has another path by now is not what the user agreed to.
@@ -108,7 +106,7 @@ void deleting::deleteFromDisk(const QList<TreeRow> &rows, QWidget *window)
         if (!deleted || !row.isThere())
             continue;
         if (how == questions::Deletion::ToTrash) {
-            journaling::remark(tr("\"%1\" went to the trash").arg(paths[i]));
+            journaling::remark(DesignTree::tr("\"%1\" went to the trash").arg(paths[i]));
             attempt.takeAndLog(removeAndTell(row), Logger::Warning);
         } else {
             journaling::itemDeleted(*row.design(), rowtexts::kindWord(row), pathOf(row));

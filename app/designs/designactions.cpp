@@ -31,8 +31,6 @@ using Qtilities::Logging::Logger;
 
 namespace {
 
-QString tr(const char *text) { return DesignTree::tr(text); }
-
 QString idOf(const IDesign &design) { return design.id(u"."_s); }
 
 QString nativeFolder(const IDesign &design)
@@ -58,7 +56,7 @@ bool isRefused(const RowCall &call, const QString &title)
 
 void setActive(const RowCall &call)
 {
-    const HostCall attempt(call.window(), tr("Not Activated"));
+    const HostCall attempt(call.window(), DesignTree::tr("Not Activated"));
     const QString id = idOf(*call.first().design());
     DesignManager::instance()->setActiveDesign(id);
     journaling::activated(id);
@@ -66,7 +64,7 @@ void setActive(const RowCall &call)
 
 void save(const RowCall &call)
 {
-    HostCall attempt(call.window(), tr("Not Saved"));
+    HostCall attempt(call.window(), DesignTree::tr("Not Saved"));
     for (IDesign *design : rowactions::designsOf(call.rows))
         if (attempt.take(design->trySaveToComponentFile()))
             journaling::saved(*design);
@@ -75,12 +73,12 @@ void save(const RowCall &call)
 void saveCopy(const RowCall &call)
 {
     const TreeRow row = call.first();
-    const QString file =
-        QFileDialog::getSaveFileName(call.window(), tr("Save a Copy"),
-                                     row.design()->workingFolderPath(), tr("Components (*.xml)"));
+    const QString file = QFileDialog::getSaveFileName(call.window(), DesignTree::tr("Save a Copy"),
+                                                      row.design()->workingFolderPath(),
+                                                      DesignTree::tr("Components (*.xml)"));
     if (file.isEmpty() || !row.isThere())
         return;
-    HostCall attempt(call.window(), tr("Not Saved"));
+    HostCall attempt(call.window(), DesignTree::tr("Not Saved"));
     if (attempt.takeAndLog(
             DesignManager::instance()->tryParseDesignToFile(row.design(), file, true)))
         journaling::copied(*row.design(), file);
@@ -111,7 +109,7 @@ void closeAll(const RowCall &call, bool deleteFolders, const QString &title)
 
 void close(const RowCall &call)
 {
-    const QString title = tr("Not Closed");
+    const QString title = DesignTree::tr("Not Closed");
     closing::GivenUp givenUp;
     if (!isRefused(call, title)
         && closing::settleDesigns(call.window(), idsOf(call.rows), &givenUp)
@@ -122,15 +120,16 @@ void close(const RowCall &call)
 
 void closeAndDelete(const RowCall &call)
 {
-    const QString title = tr("Not Deleted");
+    const QString title = DesignTree::tr("Not Deleted");
     QStringList folders;
     for (const IDesign *design : rowactions::designsOf(call.rows))
         folders.append(nativeFolder(*design));
     if (!isRefused(call, title)
-        && questions::mayDelete(call.window(),
-                                tr("Close and delete these working folders, with everything in "
-                                   "them, for good?"),
-                                folders))
+        && questions::mayDelete(
+            call.window(),
+            DesignTree::tr("Close and delete these working folders, with everything in "
+                           "them, for good?"),
+            folders))
         closeAll(call, true, title);
 }
 
@@ -138,11 +137,12 @@ void rename(const RowCall &call)
 {
     const TreeRow row = call.first();
     bool given = false;
-    const QString name = QInputDialog::getText(call.window(), tr("Rename Design"), tr("&Name:"),
-                                               QLineEdit::Normal, row.design()->name(), &given);
+    const QString name = QInputDialog::getText(call.window(), DesignTree::tr("Rename Design"),
+                                               DesignTree::tr("&Name:"), QLineEdit::Normal,
+                                               row.design()->name(), &given);
     if (!given || !row.isThere())
         return;
-    HostCall attempt(call.window(), tr("Not Renamed"));
+    HostCall attempt(call.window(), DesignTree::tr("Not Renamed"));
     const QString oldId = idOf(*row.design());
     if (attempt.take(DesignManager::instance()->tryDesignName(name, row.design()))
         && attempt.takeAndLog(row.design()->trySetName(name), Logger::Warning))
@@ -165,11 +165,11 @@ void cleanAllVersions(const RowCall &call)
 
 void assignFolder(const RowCall &call)
 {
-    HostCall attempt(call.window(), tr("No Working Folder Assigned"));
+    HostCall attempt(call.window(), DesignTree::tr("No Working Folder Assigned"));
     if (attempt.takeAndLog(DesignConstructor::tryAssignPhysicalWorkingFolderToDesign(
             call.first().design(), QString())))
         journaling::remark(
-            tr("The design \"%1\" got the working folder \"%2\"")
+            DesignTree::tr("The design \"%1\" got the working folder \"%2\"")
                 .arg(idOf(*call.first().design()), call.first().design()->workingFolderPath()));
 }
 

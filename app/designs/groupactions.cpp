@@ -22,8 +22,6 @@ using Qtilities::Logging::logStatus;
 
 namespace {
 
-QString tr(const char *text) { return DesignTree::tr(text); }
-
 // Where a user looks for files of a node: the design's folder of the same name, if there is one.
 QString folderFor(const TreeRow &row)
 {
@@ -40,17 +38,18 @@ bool hasFolder(const RowCall &call)
 void addFiles(const RowCall &call)
 {
     const TreeRow row = call.first();
-    adding::addPaths(row,
-                     QFileDialog::getOpenFileNames(call.window(), tr("Add Files"), folderFor(row)),
-                     call.window());
+    adding::addPaths(
+        row,
+        QFileDialog::getOpenFileNames(call.window(), DesignTree::tr("Add Files"), folderFor(row)),
+        call.window());
 }
 
 void addNewFile(const RowCall &call)
 {
     const TreeRow row = call.first();
     const QString path =
-        QFileDialog::getSaveFileName(call.window(), tr("Add New File"), folderFor(row), QString(),
-                                     nullptr, QFileDialog::DontConfirmOverwrite);
+        QFileDialog::getSaveFileName(call.window(), DesignTree::tr("Add New File"), folderFor(row),
+                                     QString(), nullptr, QFileDialog::DontConfirmOverwrite);
     if (!path.isEmpty() && adding::addNewFile(row, path, call.window()))
         logStatus(EditorManager::instance()
                       ->tryCreateEditorForPath(path, QString(), true, false)
@@ -61,8 +60,8 @@ void addNewFile(const RowCall &call)
 void addFolder(const RowCall &call)
 {
     const TreeRow row = call.first();
-    const QString path = QFileDialog::getExistingDirectory(call.window(), tr("Add Folder"),
-                                                           row.design()->workingFolderPath());
+    const QString path = QFileDialog::getExistingDirectory(
+        call.window(), DesignTree::tr("Add Folder"), row.design()->workingFolderPath());
     if (!path.isEmpty())
         adding::addPaths(row, {path}, call.window());
 }
@@ -73,7 +72,7 @@ void addProperty(const RowCall &call)
     PropertyDialog dialog(PropertyDialog::DesignProperty, call.window());
     if (dialog.exec() != QDialog::Accepted || !row.isThere())
         return;
-    HostCall attempt(call.window(), tr("Not Added"));
+    HostCall attempt(call.window(), DesignTree::tr("Not Added"));
     const auto added = row.design()->tryAddProperty(dialog.name(), dialog.category(),
                                                     dialog.value(), dialog.isReadOnly());
     if (attempt.take(added.status()))

@@ -32,8 +32,6 @@ using Qtilities::Logging::Logger;
 
 namespace {
 
-QString tr(const char *text) { return DesignTree::tr(text); }
-
 // The active items of one kind.
 template <typename Item>
 struct ActiveItems
@@ -75,7 +73,7 @@ void activate(IDesign &design, const QList<TreeRow> &rows, Activation how,
 
 void activate(const RowCall &call, Activation how)
 {
-    const HostCall attempt(call.window(), tr("Not Activated"));
+    const HostCall attempt(call.window(), DesignTree::tr("Not Activated"));
     for (IDesign *design : rowactions::designsOf(call.rows)) {
         activate(*design, call.rows, how, activeFiles);
         activate(*design, call.rows, how, activeFolders);
@@ -85,7 +83,7 @@ void activate(const RowCall &call, Activation how)
         journaling::itemActivated(*call.first().design(), rowtexts::kindWord(call.first()),
                                   rowtexts::itemWord(call.first()));
     else
-        journaling::remark(tr("The active items of the design became others"));
+        journaling::remark(DesignTree::tr("The active items of the design became others"));
 }
 
 bool someAre(const RowCall &call, bool active)
@@ -135,12 +133,13 @@ void setCategory(const RowCall &call)
     if (!known.contains(present))
         known.prepend(present);
     bool given = false;
-    const QString category = QInputDialog::getItem(
-        call.window(), tr("Category"), tr("&Category, its levels separated by \"::\":"), known,
-        int(known.indexOf(present)), true, &given);
+    const QString category =
+        QInputDialog::getItem(call.window(), DesignTree::tr("Category"),
+                              DesignTree::tr("&Category, its levels separated by \"::\":"), known,
+                              int(known.indexOf(present)), true, &given);
     if (!given)
         return;
-    HostCall attempt(call.window(), tr("Category Not Changed"));
+    HostCall attempt(call.window(), DesignTree::tr("Category Not Changed"));
     for (const TreeRow &row : rows) {
         if (row.isThere()
             && attempt.takeAndLog(

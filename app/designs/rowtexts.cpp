@@ -14,7 +14,10 @@ using Qtilities::CoreGui::AbstractTreeItem;
 
 namespace {
 
-QString tr(const char *text) { return QCoreApplication::translate("DesignTree", text); }
+struct Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(DesignTree)
+};
 
 QString nameOfItem(const TreeRow &row)
 {
@@ -36,13 +39,14 @@ QString countText(RowKind kind, int count)
         return {};
     switch (kind) {
     case RowKind::Folders:
-        return count == 1 ? tr("1 folder") : tr("%1 folders").arg(count);
+        return count == 1 ? Texts::tr("1 folder") : Texts::tr("%n folders", nullptr, count);
     case RowKind::Properties:
-        return count == 1 ? tr("1 property") : tr("%1 properties").arg(count);
+        return count == 1 ? Texts::tr("1 property") : Texts::tr("%n properties", nullptr, count);
     case RowKind::Builds:
-        return count == 1 ? tr("1 configuration") : tr("%1 configurations").arg(count);
+        return count == 1 ? Texts::tr("1 configuration")
+                          : Texts::tr("%n configurations", nullptr, count);
     default:
-        return count == 1 ? tr("1 file") : tr("%1 files").arg(count);
+        return count == 1 ? Texts::tr("1 file") : Texts::tr("%n files", nullptr, count);
     }
 }
 
@@ -54,21 +58,21 @@ QString categoryText(const AbstractTreeItem *item)
 void addDesignStates(QStringList &states, const IDesign &design)
 {
     if (design.isModified())
-        states.append(tr("Modified"));
+        states.append(Texts::tr("Modified"));
     if (design.isReadOnly())
-        states.append(tr("Read-only"));
+        states.append(Texts::tr("Read-only"));
     if (design.isBusy())
-        states.append(tr("Busy"));
+        states.append(Texts::tr("Busy"));
     if (design.workingFolderPath().isEmpty())
-        states.append(tr("No folder"));
+        states.append(Texts::tr("No folder"));
 }
 
 void addPropertyStates(QStringList &states, const QtilitiesProperty &property)
 {
     if (property.isReadOnly())
-        states.append(tr("Read-only"));
+        states.append(Texts::tr("Read-only"));
     if (!property.isRemovable())
-        states.append(tr("Not removable"));
+        states.append(Texts::tr("Not removable"));
 }
 
 QString runStateText(BuildConfiguration::RunState state)
@@ -77,7 +81,7 @@ QString runStateText(BuildConfiguration::RunState state)
         QT_TRANSLATE_NOOP("DesignTree", "Idle"), QT_TRANSLATE_NOOP("DesignTree", "Running"),
         QT_TRANSLATE_NOOP("DesignTree", "Completed"), QT_TRANSLATE_NOOP("DesignTree", "Failed"),
         QT_TRANSLATE_NOOP("DesignTree", "Cancelled")};
-    return tr(words[state]);
+    return Texts::tr(words[state]);
 }
 
 QString designToolTip(const IDesign &design)
@@ -86,7 +90,7 @@ QString designToolTip(const IDesign &design)
     if (!design.workingFolderPath().isEmpty())
         lines.append(QDir::toNativeSeparators(design.workingFolderPath()));
     if (!design.author().isEmpty())
-        lines.append(tr("Author: %1").arg(design.author()));
+        lines.append(Texts::tr("Author: %1").arg(design.author()));
     if (!design.description().isEmpty())
         lines.append(design.description());
     return lines.join(u'\n');
@@ -100,7 +104,7 @@ QString rowtexts::header(int column)
         QT_TRANSLATE_NOOP("DesignTree", "Name"), QT_TRANSLATE_NOOP("DesignTree", "Details"),
         QT_TRANSLATE_NOOP("DesignTree", "State"),
         QT_TRANSLATE_NOOP("DesignTree", "Version Control")};
-    return tr(texts[column]);
+    return Texts::tr(texts[column]);
 }
 
 QString rowtexts::name(const TreeRow &row)
@@ -111,15 +115,15 @@ QString rowtexts::name(const TreeRow &row)
         return design ? design->name() : QString();
     }
     case RowKind::Files:
-        return tr("Files");
+        return Texts::tr("Files");
     case RowKind::Node:
         return row.name;
     case RowKind::Folders:
-        return tr("Folders");
+        return Texts::tr("Folders");
     case RowKind::Properties:
-        return tr("Properties");
+        return Texts::tr("Properties");
     case RowKind::Builds:
-        return tr("Build Configurations");
+        return Texts::tr("Build Configurations");
     default:
         return nameOfItem(row);
     }
@@ -130,7 +134,8 @@ QString rowtexts::details(const TreeRow &row, int count)
     switch (row.kind) {
     case RowKind::Design: {
         const IDesign *design = row.design();
-        return design ? tr("%1 %2").arg(design->designType(), design->version(u"."_s)) : QString();
+        return design ? Texts::tr("%1 %2").arg(design->designType(), design->version(u"."_s))
+                      : QString();
     }
     case RowKind::Files:
     case RowKind::Node:
@@ -164,13 +169,13 @@ QStringList rowtexts::states(const TreeRow &row, const std::optional<LinkedItemS
 {
     QStringList words;
     if (row.active)
-        words.append(tr("Active"));
+        words.append(Texts::tr("Active"));
     if (state && !state->existsOnDisk)
-        words.append(tr("Missing"));
+        words.append(Texts::tr("Missing"));
     if (row.kind == RowKind::Design && row.design())
         addDesignStates(words, *row.design());
     if (const auto *file = row.file(); file && file->isGenerated())
-        words.append(tr("Generated (%1)").arg(file->generatedVersion()));
+        words.append(Texts::tr("Generated (%1)").arg(file->generatedVersion()));
     if (const auto *property = row.property())
         addPropertyStates(words, property->propertyData());
     if (const auto *configuration = row.configuration();

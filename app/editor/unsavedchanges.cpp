@@ -22,7 +22,7 @@ QString question(const QStringList &titles)
 {
     if (titles.size() == 1)
         return Texts::tr("\"%1\" has changes that are not saved.").arg(titles.first());
-    return Texts::tr("%1 files have changes that are not saved.").arg(titles.size());
+    return Texts::tr("%n files have changes that are not saved.", nullptr, int(titles.size()));
 }
 
 QString list(const QStringList &titles)
@@ -38,7 +38,7 @@ QString named(const QStringList &titles)
 {
     QStringList lines = titles.first(qMin(titles.size(), namedTitles));
     if (titles.size() > namedTitles)
-        lines.append(Texts::tr("and %1 more").arg(titles.size() - namedTitles));
+        lines.append(Texts::tr("and %n more", nullptr, int(titles.size() - namedTitles)));
     return lines.join(u'\n');
 }
 

@@ -57,12 +57,12 @@ int answerAbout(QWidget *parent, const QStringList &modified)
 {
     const IDesign *first = DesignManager::instance()->design(modified.first());
     const bool isOne = modified.size() == 1;
-    QMessageBox box(
-        QMessageBox::Question, Texts::tr("Unsaved Changes"),
-        isOne ? Texts::tr("The design \"%1\" has changes that are not saved.")
-                    .arg(first ? first->name() : modified.first())
-              : Texts::tr("%1 designs have changes that are not saved.").arg(modified.size()),
-        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, parent);
+    QMessageBox box(QMessageBox::Question, Texts::tr("Unsaved Changes"),
+                    isOne ? Texts::tr("The design \"%1\" has changes that are not saved.")
+                                .arg(first ? first->name() : modified.first())
+                          : Texts::tr("%n designs have changes that are not saved.", nullptr,
+                                      int(modified.size())),
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, parent);
     box.setTextFormat(Qt::PlainText);
     box.setInformativeText(Texts::tr("Saving writes them to:") + u'\n' + filesOf(modified));
     box.button(QMessageBox::Save)->setText(Texts::tr("&Save and Close"));

@@ -264,7 +264,7 @@ void FindView::replaceChecked()
     results->clear();
     all.clear();
     replaceButton->setEnabled(false);
-    note->setText(tr("%L1 replaced").arg(replaced));
+    note->setText(tr("%Ln replaced", nullptr, int(replaced)));
     if (!problems.isEmpty())
         messages::warn(window(), tr("Not Replaced"), problems);
 }

@@ -36,7 +36,8 @@ void warn(QWidget *window, const QString &title, const QStringList &lines)
     box->setTextFormat(Qt::PlainText);
     box->setText(lines.first(std::min(lines.size(), lineLimit)).join(u'\n'));
     if (lines.size() > lineLimit) {
-        box->setInformativeText(QMessageBox::tr("And %1 more.").arg(lines.size() - lineLimit));
+        box->setInformativeText(
+            QMessageBox::tr("And %n more.", nullptr, int(lines.size() - lineLimit)));
         box->setDetailedText(lines.join(u'\n'));
     }
     box->open();

@@ -10,7 +10,10 @@ namespace {
 
 constexpr qsizetype lineLimit = 12;
 
-QString tr(const char *text) { return QCoreApplication::translate("questions", text); }
+struct Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(questions)
+};
 
 // Shows so many of the lines as fit a screen, all of them behind the button for details.
 void setLines(QMessageBox &box, const QString &question, const QStringList &lines)
@@ -19,7 +22,7 @@ void setLines(QMessageBox &box, const QString &question, const QStringList &line
     box.setText(question);
     QStringList shown = lines.first(std::min(lines.size(), lineLimit));
     if (lines.size() > lineLimit) {
-        shown.append(tr("... and %1 more").arg(lines.size() - lineLimit));
+        shown.append(Texts::tr("... and %n more", nullptr, int(lines.size() - lineLimit)));
         box.setDetailedText(lines.join(u'\n'));
     }
     box.setInformativeText(shown.join(u'\n'));
@@ -29,9 +32,10 @@ void setLines(QMessageBox &box, const QString &question, const QStringList &line
 
 bool questions::mayDelete(QWidget *window, const QString &question, const QStringList &paths)
 {
-    QMessageBox box(QMessageBox::Warning, tr("Delete"), QString(), QMessageBox::Cancel, window);
+    QMessageBox box(QMessageBox::Warning, Texts::tr("Delete"), QString(), QMessageBox::Cancel,
+                    window);
     setLines(box, question, paths);
-    const auto *agreed = box.addButton(tr("&Delete for Good"), QMessageBox::DestructiveRole);
+    const auto *agreed = box.addButton(Texts::tr("&Delete for Good"), QMessageBox::DestructiveRole);
     box.setDefaultButton(QMessageBox::Cancel);
     box.exec();
     return box.clickedButton() == agreed;
@@ -40,11 +44,12 @@ bool questions::mayDelete(QWidget *window, const QString &question, const QStrin
 questions::Deletion questions::howToDelete(QWidget *window, const QString &question,
                                            const QStringList &paths)
 {
-    QMessageBox box(QMessageBox::Warning, tr("Delete from Disk"), QString(), QMessageBox::Cancel,
-                    window);
+    QMessageBox box(QMessageBox::Warning, Texts::tr("Delete from Disk"), QString(),
+                    QMessageBox::Cancel, window);
     setLines(box, question, paths);
-    const auto *trash = box.addButton(tr("Move to &Trash"), QMessageBox::DestructiveRole);
-    const auto *permanent = box.addButton(tr("&Delete for Good"), QMessageBox::DestructiveRole);
+    const auto *trash = box.addButton(Texts::tr("Move to &Trash"), QMessageBox::DestructiveRole);
+    const auto *permanent =
+        box.addButton(Texts::tr("&Delete for Good"), QMessageBox::DestructiveRole);
     box.setDefaultButton(QMessageBox::Cancel);
     box.exec();
     if (box.clickedButton() == trash)
@@ -54,15 +59,16 @@ questions::Deletion questions::howToDelete(QWidget *window, const QString &quest
 
 bool questions::mayRemove(QWidget *window, const QStringList &names)
 {
-    QMessageBox box(QMessageBox::Question, tr("Remove from Design"), QString(), QMessageBox::Cancel,
-                    window);
+    QMessageBox box(QMessageBox::Question, Texts::tr("Remove from Design"), QString(),
+                    QMessageBox::Cancel, window);
     setLines(box,
-             names.size() == 1 ? tr("Remove this item from its design? Nothing is deleted from "
-                                    "disk.")
-                               : tr("Remove these items from their design? Nothing is deleted "
-                                    "from disk."),
+             names.size() == 1
+                 ? Texts::tr("Remove this item from its design? Nothing is deleted from "
+                             "disk.")
+                 : Texts::tr("Remove these items from their design? Nothing is deleted "
+                             "from disk."),
              names);
-    auto *agreed = box.addButton(tr("&Remove"), QMessageBox::AcceptRole);
+    auto *agreed = box.addButton(Texts::tr("&Remove"), QMessageBox::AcceptRole);
     box.setDefaultButton(agreed);
     box.exec();
     return box.clickedButton() == agreed;
