@@ -73,7 +73,7 @@ DifferenceDialog::DifferenceDialog(const QString &title, const QString &onDisk, 
     text->setReadOnly(true);
     text->setLineWrapMode(QPlainTextEdit::NoWrap);
     text->setFont(EditorSettings::instance()->font());
-    text->setTabStopDistance(EditorSettings::tabWidth
+    text->setTabStopDistance(EditorSettings::instance()->indentation().width
                              * text->fontMetrics().horizontalAdvance(u' '));
     colourLines(text);
     new TextLinks(text, linksIn,

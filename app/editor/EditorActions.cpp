@@ -80,6 +80,18 @@ const PageRow pageRows[] = {
      "editorReplace", "Ctrl+H; Ctrl+R"},
     {EditorActions::GoToLine, EditorPage::GoToLine,
      QT_TRANSLATE_NOOP("EditorActions", "&Go to Line..."), "editorGoToLine", "Ctrl+L; Ctrl+G"},
+    {EditorActions::ToggleComment, EditorPage::ToggleComment,
+     QT_TRANSLATE_NOOP("EditorActions", "Toggle Co&mment"), "editorToggleComment", "Ctrl+/"},
+    {EditorActions::ZoomIn, EditorPage::ZoomIn, QT_TRANSLATE_NOOP("EditorActions", "&Larger Text"),
+     "editorZoomIn", "Ctrl++; Ctrl+="},
+    {EditorActions::ZoomOut, EditorPage::ZoomOut,
+     QT_TRANSLATE_NOOP("EditorActions", "S&maller Text"), "editorZoomOut", "Ctrl+-"},
+    {EditorActions::ZoomReset, EditorPage::ZoomReset,
+     QT_TRANSLATE_NOOP("EditorActions", "&Usual Size of Text"), "editorZoomReset", "Ctrl+0"},
+    {EditorActions::SplitView, EditorPage::SplitView,
+     QT_TRANSLATE_NOOP("EditorActions", "Spl&it or Join"), "editorSplitView", "Ctrl+\\"},
+    {EditorActions::ChooseCoding, EditorPage::ChooseCoding,
+     QT_TRANSLATE_NOOP("EditorActions", "Co&ding..."), "editorCoding", ""},
 };
 
 } // namespace

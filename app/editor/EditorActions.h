@@ -32,6 +32,12 @@ public:
         FindPrevious,
         Replace,
         GoToLine,
+        ToggleComment,
+        ZoomIn,
+        ZoomOut,
+        ZoomReset,
+        SplitView,
+        ChooseCoding,
         NextPage,
         PreviousPage
     };

@@ -24,7 +24,13 @@ public:
         FindNext,
         FindPrevious,
         Replace,
-        GoToLine
+        GoToLine,
+        ToggleComment,
+        ZoomIn,
+        ZoomOut,
+        ZoomReset,
+        SplitView,
+        ChooseCoding
     };
 
     using QWidget::QWidget;

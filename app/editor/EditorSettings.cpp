@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QPointer>
 
 using namespace Qt::Literals::StringLiterals;
@@ -11,6 +12,13 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const QString fontKey = u"Editor/font"_s;
+const QString zoomKey = u"Editor/zoom"_s;
+const QString tabWidthKey = u"Editor/tab_width"_s;
+const QString tabsKey = u"Editor/indent_with_tabs"_s;
+const QString followKey = u"Editor/indent_as_text"_s;
+
+constexpr int smallestPoints = 4;
+constexpr int largestPoints = 96;
 
 } // namespace
 
@@ -37,4 +45,60 @@ void EditorSettings::setFont(const QFont &font)
     Q_EMIT fontChanged();
 }
 
-QFont EditorSettings::defaultFont() { return QFontDatabase::systemFont(QFontDatabase::FixedFont); }
+QFont EditorSettings::defaultFont()
+{
+    return fixedPitch(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+}
+
+QFont EditorSettings::fixedPitch(const QFont &font)
+{
+    if (QFontInfo(font).fixedPitch())
+        return font;
+    QFont fixed(u"monospace"_s);
+    fixed.setStyleHint(QFont::Monospace);
+    fixed.setFixedPitch(true);
+    fixed.setPointSize(QFontInfo(font).pointSize());
+    return fixed;
+}
+
+QFont EditorSettings::shownFont() const
+{
+    QFont shown = font();
+    shown.setPointSize(
+        qBound(smallestPoints, QFontInfo(shown).pointSize() + zoom(), largestPoints));
+    return shown;
+}
+
+int EditorSettings::zoom() const { return Settings().value(zoomKey).toInt(); }
+
+// What would not be seen is not counted either.
+void EditorSettings::setZoom(int points)
+{
+    const int usual = QFontInfo(font()).pointSize();
+    const int bounded = qBound(smallestPoints - usual, points, largestPoints - usual);
+    Settings().set(zoomKey, bounded == 0 ? QVariant() : QVariant(bounded));
+    Q_EMIT fontChanged();
+}
+
+Indentation EditorSettings::indentation() const
+{
+    const Settings settings;
+    return {!settings.value(tabsKey).toBool(),
+            qBound(1, settings.value(tabWidthKey, Indentation().width).toInt(), widestTab)};
+}
+
+void EditorSettings::setIndentation(const Indentation &indentation)
+{
+    Settings settings;
+    const int width = qBound(1, indentation.width, widestTab);
+    settings.set(tabsKey, indentation.hasSpaces ? QVariant() : QVariant(true));
+    settings.set(tabWidthKey, width == Indentation().width ? QVariant() : QVariant(width));
+    Q_EMIT fontChanged();
+}
+
+bool EditorSettings::followsText() const { return Settings().value(followKey, true).toBool(); }
+
+void EditorSettings::setFollowsText(bool follow)
+{
+    Settings().set(followKey, follow ? QVariant() : QVariant(false));
+}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/editor/Indentation.h"
+
 #include <QFont>
 #include <QObject>
 
@@ -10,9 +12,6 @@ class EditorSettings : public QObject
     Q_OBJECT
 
 public:
-    // How many columns a tab takes.
-    static constexpr int tabWidth = 4;
-
     static EditorSettings *instance();
 
     // The font of texts; the platform's fixed font until another one is chosen. Setting the
@@ -20,8 +19,25 @@ public:
     QFont font() const;
     void setFont(const QFont &font);
     static QFont defaultFont();
+    // The font itself when all its characters are as wide as each other, else the next best one
+    // of which that is so.
+    static QFont fixedPitch(const QFont &font);
+
+    // The font as it is shown, so many points larger or smaller than the chosen one.
+    QFont shownFont() const;
+    int zoom() const;
+    void setZoom(int points);
+
+    // With what lines are indented, and how many columns a tab takes. A text that has indented
+    // lines goes on as they do when that is wanted, which it usually is.
+    static constexpr int widestTab = 16;
+    Indentation indentation() const;
+    void setIndentation(const Indentation &indentation);
+    bool followsText() const;
+    void setFollowsText(bool follow);
 
 Q_SIGNALS:
+    // The font, its size as shown or the width of tabs.
     void fontChanged();
 
 private:

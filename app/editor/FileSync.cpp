@@ -111,6 +111,15 @@ void FileSync::takeUnsaved(const QString &unsaved, const QByteArray &base)
     setDisk(file->look(TextFile::Trust::Nothing));
 }
 
+void FileSync::setCoding(TextCoding coding)
+{
+    if (coding == file->coding())
+        return;
+    file->setCoding(coding);
+    edit->document()->setModified(true);
+    Q_EMIT contentsRead();
+}
+
 void FileSync::keepMine()
 {
     file->accept();

@@ -44,6 +44,9 @@ public:
     void askForCopy();
     Status saveCopy(const QString &path) const;
 
+    // Writes the text in another coding from now on, which is a change that is not saved.
+    void setCoding(TextCoding coding);
+
     // The text as a save would write it, and putting another one in its place as a change that is
     // not saved, made of a file of which that was known.
     QString unsavedText() const { return text(); }
@@ -56,7 +59,7 @@ public:
     void showDifference();
 
 Q_SIGNALS:
-    // The file was read.
+    // The file was read, or is written in another way.
     void contentsRead();
     // What is on disk, or what is known of it, may be something else.
     void diskChanged();

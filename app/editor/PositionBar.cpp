@@ -36,6 +36,12 @@ void PositionBar::setKind(const QString &text)
     kind->setVisible(!text.isEmpty());
 }
 
+void PositionBar::take(const PositionBar &other)
+{
+    setForm(other.form->text());
+    setKind(other.kind->text());
+}
+
 QString PositionBar::text() const
 {
     QStringList parts {position->text(), kind->text(), form->text()};

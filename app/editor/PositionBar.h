@@ -18,6 +18,9 @@ public:
     // What its text is, such as "Verilog"; may be empty.
     void setKind(const QString &kind);
 
+    // The form and the kind as another strip has them.
+    void take(const PositionBar &other);
+
     // All that the strip says.
     QString text() const;
 

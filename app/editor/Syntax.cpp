@@ -198,6 +198,15 @@ const QList<Syntax> &Syntax::all()
     return syntaxes;
 }
 
+QString Syntax::commentSign() const
+{
+    for (const Span &span : spans) {
+        if (span.style == Comment && span.closing.isEmpty() && span.within < 0)
+            return span.opening;
+    }
+    return {};
+}
+
 const Syntax *Syntax::of(const QString &fileName)
 {
     const QString name = QFileInfo(fileName).fileName();

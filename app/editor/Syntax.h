@@ -46,6 +46,9 @@ struct Syntax
     QString wordCharacters {};
     QString numberCharacters {};
 
+    // What comments that end with their line begin with; empty when there are none.
+    QString commentSign() const;
+
     // The syntax of a file by its name; null when there is none for it.
     static const Syntax *of(const QString &fileName);
 

@@ -1,10 +1,13 @@
 #include "app/editor/TextEdit.h"
 
+#include "app/editor/brackets.h"
 #include "app/editor/EditorSettings.h"
+#include "app/editor/lineediting.h"
 #include "app/editor/LineGutter.h"
 #include "app/editor/shades.h"
 
 #include <QKeyEvent>
+#include <QWheelEvent>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -20,6 +23,23 @@ TextEdit::TextEdit(QWidget *parent) : QPlainTextEdit(parent), gutter(new LineGut
     connect(EditorSettings::instance(), &EditorSettings::fontChanged, this, &TextEdit::takeFont);
     takeFont();
     showMarks();
+}
+
+TextEdit *TextEdit::another() const
+{
+    auto *sight = new TextEdit;
+    sight->setDocument(document());
+    sight->setReadOnly(isReadOnly());
+    sight->commentSign = commentSign;
+    sight->needsTabs = needsTabs;
+    sight->setTextCursor(textCursor());
+    const auto takeSigns = [this, sight] {
+        sight->signsOfLines = signsOfLines;
+        sight->gutter->update();
+    };
+    connect(this, &TextEdit::signsChanged, sight, takeSigns);
+    takeSigns();
+    return sight;
 }
 
 void TextEdit::setMarks(const QList<QTextEdit::ExtraSelection> &theMarks)
@@ -46,6 +66,7 @@ void TextEdit::setSigns(const QList<Sign> &theSigns)
             signsOfLines.append({QTextCursor(block), sign.severity, sign.text});
     }
     gutter->update();
+    Q_EMIT signsChanged();
 }
 
 QString TextEdit::signText(int line) const
@@ -87,14 +108,48 @@ void TextEdit::keyPressEvent(QKeyEvent *event)
 {
     if (!isReadOnly() && event->matches(QKeySequence::InsertParagraphSeparator))
         breakLine();
+    else if (!isReadOnly() && event->key() == Qt::Key_Tab && event->modifiers() == Qt::NoModifier)
+        indentLines();
+    else if (!isReadOnly() && event->key() == Qt::Key_Backtab)
+        outdentLines();
     else
         QPlainTextEdit::keyPressEvent(event);
 }
 
+void TextEdit::wheelEvent(QWheelEvent *event)
+{
+    if (event->modifiers() != Qt::ControlModifier) {
+        QPlainTextEdit::wheelEvent(event);
+        return;
+    }
+    EditorSettings *settings = EditorSettings::instance();
+    const int turned = event->angleDelta().y();
+    if (turned != 0)
+        settings->setZoom(settings->zoom() + (turned > 0 ? 1 : -1));
+    event->accept();
+}
+
+Indentation TextEdit::indentation() const
+{
+    const EditorSettings *settings = EditorSettings::instance();
+    Indentation usual = settings->indentation();
+    if (needsTabs)
+        usual.hasSpaces = false;
+    return settings->followsText() && !needsTabs ? Indentation::of(*document(), usual) : usual;
+}
+
+void TextEdit::toggleComment()
+{
+    QTextCursor cursor = textCursor();
+    lineediting::toggleComment(&cursor, commentSign);
+    setTextCursor(cursor);
+}
+
 void TextEdit::takeFont()
 {
-    setFont(EditorSettings::instance()->font());
-    setTabStopDistance(EditorSettings::tabWidth * fontMetrics().horizontalAdvance(u' '));
+    const EditorSettings *settings = EditorSettings::instance();
+    setFont(settings->shownFont());
+    setTabStopDistance(settings->indentation().width * fontMetrics().horizontalAdvance(u' '));
     placeGutter();
 }
 
@@ -113,8 +168,46 @@ void TextEdit::showMarks()
     line.format.setProperty(QTextFormat::FullWidthSelection, true);
     line.cursor = textCursor();
     line.cursor.clearSelection();
-    setExtraSelections(QList<QTextEdit::ExtraSelection> {line} + marks);
+    setExtraSelections(QList<QTextEdit::ExtraSelection> {line} + bracketMarks() + marks);
     gutter->update();
+}
+
+QList<QTextEdit::ExtraSelection> TextEdit::bracketMarks() const
+{
+    const std::optional<brackets::Pair> pair = brackets::at(textCursor());
+    if (!pair)
+        return {};
+    QList<QTextEdit::ExtraSelection> found;
+    for (const int place : {pair->here, pair->other}) {
+        if (place < 0)
+            continue;
+        QTextEdit::ExtraSelection mark;
+        mark.cursor = QTextCursor(document());
+        mark.cursor.setPosition(place);
+        mark.cursor.setPosition(place + 1, QTextCursor::KeepAnchor);
+        mark.format.setBackground(pair->other < 0 ? shades::unmatched(palette())
+                                                  : shades::found(palette()));
+        found.append(mark);
+    }
+    return found;
+}
+
+void TextEdit::indentLines()
+{
+    QTextCursor cursor = textCursor();
+    if (cursor.hasSelection())
+        lineediting::indent(&cursor, indentation());
+    else
+        cursor.insertText(lineediting::toNextStep(cursor, indentation()));
+    setTextCursor(cursor);
+    ensureCursorVisible();
+}
+
+void TextEdit::outdentLines()
+{
+    QTextCursor cursor = textCursor();
+    lineediting::outdent(&cursor, indentation());
+    setTextCursor(cursor);
 }
 
 // The new line begins as far to the right as the old one did.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/editor/Indentation.h"
 #include "app/places/TextPlace.h"
 
 #include <QPlainTextEdit>
@@ -16,6 +17,9 @@ class TextEdit : public QPlainTextEdit
 public:
     explicit TextEdit(QWidget *parent = nullptr);
 
+    // A second sight of the document, with the same place and signs, which must go before this one.
+    TextEdit *another() const;
+
     // Marks places of the text that is seen, such as what a search has found, besides the line of
     // the cursor.
     void setMarks(const QList<QTextEdit::ExtraSelection> &marks);
@@ -25,6 +29,15 @@ public:
     void goToLine(int line) { goTo(line, 1); }
     // The same, to a column, counted from 1; behind the last one of the line it is its end.
     void goTo(int line, int column);
+
+    // With what the lines of this text are indented.
+    Indentation indentation() const;
+    // What comments to the end of the line begin with; empty when there are none.
+    void setCommentSign(const QString &sign) { commentSign = sign; }
+    // Whether lines are indented with tabs whatever the settings say.
+    void setNeedsTabs(bool needs) { needsTabs = needs; }
+    bool canToggleComment() const { return !isReadOnly() && !commentSign.isEmpty(); }
+    void toggleComment();
 
     // Signs beside lines, each with what it says. They stay with their lines while the text
     // changes.
@@ -38,10 +51,14 @@ public:
     // Of the line; empty when there is none.
     QString signText(int line) const;
 
+Q_SIGNALS:
+    void signsChanged();
+
 protected:
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
 
 private:
     friend class LineGutter;
@@ -50,9 +67,14 @@ private:
     void placeGutter();
     void showMarks();
     void breakLine();
+    void indentLines();
+    void outdentLines();
+    QList<QTextEdit::ExtraSelection> bracketMarks() const;
 
     LineGutter *gutter;
     QList<QTextEdit::ExtraSelection> marks;
+    QString commentSign;
+    bool needsTabs = false;
     struct PlacedSign
     {
         QTextCursor place;

@@ -63,6 +63,10 @@ public:
     // Whether the user may write to the file, were it not for anything else.
     bool isWritable() const;
 
+    // How the text is written from now on; another one comes with what is read.
+    TextCoding coding() const { return theCoding; }
+    void setCoding(TextCoding coding) { theCoding = coding; }
+
     // "UTF-8, LF" and the like.
     QString form() const;
 

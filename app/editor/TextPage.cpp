@@ -1,23 +1,46 @@
 #include "app/editor/TextPage.h"
 
+#include "app/editor/EditorSettings.h"
 #include "app/editor/FileSync.h"
 #include "app/editor/FindBar.h"
-#include "app/editor/GoToLineBar.h"
 #include "app/editor/Highlighter.h"
 #include "app/editor/NoticeBar.h"
 #include "app/editor/PositionBar.h"
 #include "app/editor/Syntax.h"
 #include "app/editor/TextEdit.h"
+#include "app/editor/TextView.h"
 
+#include <QApplication>
 #include <QClipboard>
 #include <QDir>
 #include <QFileInfo>
-#include <QGuiApplication>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPointer>
+#include <QSplitter>
 #include <QVBoxLayout>
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::Result;
 using Qtilities::Core::Status;
+
+namespace {
+
+void zoomBy(int points)
+{
+    EditorSettings *settings = EditorSettings::instance();
+    settings->setZoom(settings->zoom() + points);
+}
+
+// Its commands must begin with a tab.
+bool isMakefile(const QString &path)
+{
+    const QString name = QFileInfo(path).fileName();
+    return name.compare(u"makefile"_s, Qt::CaseInsensitive) == 0 || name == u"GNUmakefile"_s
+        || name.endsWith(u".mk"_s);
+}
+
+} // namespace
 
 struct TextPage::CommandRow
 {
@@ -33,7 +56,7 @@ const TextPage::CommandRow *TextPage::row(Command command)
         return !page.edit->isReadOnly();
     };
     static constexpr auto hasSelection = [](const TextPage &page) {
-        return page.edit->textCursor().hasSelection();
+        return page.front()->textCursor().hasSelection();
     };
     static const CommandRow rows[] = {
         {SaveCopy, always, [](TextPage &page) { page.sync->askForCopy(); }},
@@ -41,23 +64,30 @@ const TextPage::CommandRow *TextPage::row(Command command)
          [](const TextPage &page) {
              return changeable(page) && page.edit->document()->isUndoAvailable();
          },
-         [](TextPage &page) { page.edit->undo(); }},
+         [](TextPage &page) { page.front()->undo(); }},
         {Redo,
          [](const TextPage &page) {
              return changeable(page) && page.edit->document()->isRedoAvailable();
          },
-         [](TextPage &page) { page.edit->redo(); }},
+         [](TextPage &page) { page.front()->redo(); }},
         {Cut, [](const TextPage &page) { return changeable(page) && hasSelection(page); },
-         [](TextPage &page) { page.edit->cut(); }},
-        {Copy, hasSelection, [](TextPage &page) { page.edit->copy(); }},
-        {Paste, [](const TextPage &page) { return page.edit->canPaste(); },
-         [](TextPage &page) { page.edit->paste(); }},
-        {SelectAll, always, [](TextPage &page) { page.edit->selectAll(); }},
-        {Find, always, [](TextPage &page) { page.openFind(false); }},
-        {FindNext, always, [](TextPage &page) { page.findBar->findNext(); }},
-        {FindPrevious, always, [](TextPage &page) { page.findBar->findPrevious(); }},
-        {Replace, changeable, [](TextPage &page) { page.openFind(true); }},
-        {GoToLine, always, [](TextPage &page) { page.openGoToLine(); }},
+         [](TextPage &page) { page.front()->cut(); }},
+        {Copy, hasSelection, [](TextPage &page) { page.front()->copy(); }},
+        {Paste, [](const TextPage &page) { return page.front()->canPaste(); },
+         [](TextPage &page) { page.front()->paste(); }},
+        {SelectAll, always, [](TextPage &page) { page.front()->selectAll(); }},
+        {Find, always, [](TextPage &page) { page.frontView()->openFind(false); }},
+        {FindNext, always, [](TextPage &page) { page.frontView()->search()->findNext(); }},
+        {FindPrevious, always, [](TextPage &page) { page.frontView()->search()->findPrevious(); }},
+        {Replace, changeable, [](TextPage &page) { page.frontView()->openFind(true); }},
+        {GoToLine, always, [](TextPage &page) { page.frontView()->openGoToLine(); }},
+        {ToggleComment, [](const TextPage &page) { return page.edit->canToggleComment(); },
+         [](TextPage &page) { page.front()->toggleComment(); }},
+        {ZoomIn, always, [](TextPage &) { zoomBy(1); }},
+        {ZoomOut, always, [](TextPage &) { zoomBy(-1); }},
+        {ZoomReset, always, [](TextPage &) { EditorSettings::instance()->setZoom(0); }},
+        {SplitView, always, [](TextPage &page) { page.splitOrJoin(); }},
+        {ChooseCoding, changeable, [](TextPage &page) { page.chooseCoding(); }},
     };
     for (const CommandRow &candidate : rows) {
         if (candidate.command == command)
@@ -88,16 +118,18 @@ TextPage *TextPage::withoutFile(const QString &path, QWidget *parent)
 TextPage::TextPage(std::unique_ptr<TextFile> file, QWidget *parent)
     : EditorPage(parent),
       notice(new NoticeBar(this)),
-      edit(new TextEdit(this)),
-      sync(new FileSync(std::move(file), edit, this)),
-      findBar(new FindBar(edit, this)),
-      goToLineBar(new GoToLineBar(edit, this)),
-      position(new PositionBar(edit, this))
+      splitter(new QSplitter(Qt::Vertical, this)),
+      first(new TextView(this)),
+      edit(first->textEdit()),
+      sync(new FileSync(std::move(file), edit, this))
 {
     layOut();
     followText();
     followFile();
 }
+
+// The document is the first sight's.
+TextPage::~TextPage() { delete second; }
 
 QString TextPage::title() const { return QFileInfo(filePath()).fileName(); }
 
@@ -112,8 +144,12 @@ Status TextPage::save()
     if (!isModified())
         return {};
     const QString reason = readOnlyReason();
-    if (reason.isEmpty())
-        return sync->save();
+    if (reason.isEmpty()) {
+        const Status saved = sync->save();
+        uncodable = saved.kind() == Status::Kind::Unsupported ? saved.text() : QString();
+        updateNotice();
+        return saved;
+    }
     return Status::readOnly(tr("Cannot write \"%1\": %2").arg(filePath(), reason));
 }
 
@@ -149,7 +185,8 @@ void TextPage::setReadOnly(ReadOnlyReasons::Source source, const QString &reason
 {
     if (!readOnlyReasons.set(source, reason))
         return;
-    edit->setReadOnly(!readOnlyReason().isEmpty());
+    for (const TextView *view : views())
+        view->textEdit()->setReadOnly(!readOnlyReason().isEmpty());
     updateNotice();
     Q_EMIT commandsChanged();
 }
@@ -168,17 +205,64 @@ void TextPage::changeEvent(QEvent *event)
         sync->check(TextFile::Trust::Stamp);
 }
 
-// One strip at a time.
-void TextPage::openFind(bool replacing)
+void TextPage::setCoding(TextCoding coding)
 {
-    goToLineBar->hide();
-    findBar->open(replacing);
+    uncodable.clear();
+    sync->setCoding(coding);
+    updateNotice();
 }
 
-void TextPage::openGoToLine()
+void TextPage::saveInUtf8()
 {
-    findBar->hide();
-    goToLineBar->open();
+    setCoding(TextCoding::Utf8);
+    const Status saved = save();
+    if (!saved.isOk() && !saved.text().isEmpty())
+        QMessageBox::warning(this, tr("Not Saved"), saved.text());
+}
+
+void TextPage::chooseCoding()
+{
+    QStringList names;
+    for (const TextCoding &coding : TextCoding::all())
+        names.append(coding.name());
+    const auto current = TextCoding::all().indexOf(sync->textFile().coding());
+    bool isChosen = false;
+    const QPointer<TextPage> self(this);
+    const QString name =
+        QInputDialog::getItem(this, tr("Coding"), tr("Save \"%1\" from now on as:").arg(title()),
+                              names, int(current), false, &isChosen);
+    if (self && isChosen)
+        setCoding(TextCoding::all().at(names.indexOf(name)));
+}
+
+TextView *TextPage::frontView() const { return second && isSecondInFront ? second : first; }
+
+TextEdit *TextPage::front() const { return frontView()->textEdit(); }
+
+QList<TextView *> TextPage::views() const
+{
+    return second ? QList<TextView *> {first, second} : QList<TextView *> {first};
+}
+
+// Joining leaves the sight that has the keyboard at its place.
+void TextPage::splitOrJoin()
+{
+    if (second) {
+        if (isSecondInFront) {
+            edit->setTextCursor(front()->textCursor());
+            edit->centerCursor();
+        }
+        setFocusProxy(first);
+        edit->setFocus();
+        delete std::exchange(second, nullptr);
+        isSecondInFront = false;
+    } else {
+        second = new TextView(*first, this);
+        splitter->addWidget(second);
+        followSight(second);
+        second->textEdit()->setFocus();
+    }
+    Q_EMIT commandsChanged();
 }
 
 void TextPage::layOut()
@@ -186,12 +270,23 @@ void TextPage::layOut()
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
+    splitter->setChildrenCollapsible(false);
+    splitter->addWidget(first);
     layout->addWidget(notice);
-    layout->addWidget(edit, 1);
-    layout->addWidget(findBar);
-    layout->addWidget(goToLineBar);
-    layout->addWidget(position);
-    setFocusProxy(edit);
+    layout->addWidget(splitter, 1);
+    setFocusProxy(first);
+}
+
+void TextPage::followSight(TextView *view)
+{
+    connect(view->textEdit(), &QPlainTextEdit::copyAvailable, this, &EditorPage::commandsChanged);
+    connect(qApp, &QApplication::focusChanged, view, [this, view](QWidget *, QWidget *focused) {
+        if (!focused || !view->isAncestorOf(focused) || frontView() == view)
+            return;
+        isSecondInFront = view == second;
+        setFocusProxy(view);
+        Q_EMIT commandsChanged();
+    });
 }
 
 void TextPage::followText()
@@ -200,7 +295,7 @@ void TextPage::followText()
     connect(document, &QTextDocument::modificationChanged, this, &EditorPage::stateChanged);
     connect(document, &QTextDocument::undoAvailable, this, &EditorPage::commandsChanged);
     connect(document, &QTextDocument::redoAvailable, this, &EditorPage::commandsChanged);
-    connect(edit, &QPlainTextEdit::copyAvailable, this, &EditorPage::commandsChanged);
+    followSight(first);
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this,
             &EditorPage::commandsChanged);
 }
@@ -215,7 +310,8 @@ void TextPage::followFile()
 void TextPage::showForm()
 {
     const TextFile &file = sync->textFile();
-    position->setForm(file.form());
+    for (const TextView *view : views())
+        view->positionBar()->setForm(file.form());
     setReadOnly(ReadOnlyReasons::Permission,
                 file.isWritable() ? QString() : tr("you may not write to the file"));
 }
@@ -224,14 +320,22 @@ void TextPage::showForm()
 void TextPage::colour()
 {
     const Syntax *syntax = Syntax::of(filePath());
+    edit->setCommentSign(syntax ? syntax->commentSign() : u"#"_s);
+    edit->setNeedsTabs(isMakefile(filePath()));
     if (!syntax)
         return;
     if (edit->document()->characterCount() > colouredCharacters) {
-        position->setKind(tr("%1, too large to be coloured").arg(syntax->name));
+        setKind(tr("%1, too large to be coloured").arg(syntax->name));
         return;
     }
-    position->setKind(syntax->name);
+    setKind(syntax->name);
     new Highlighter(*syntax, edit->document(), edit);
+}
+
+void TextPage::setKind(const QString &kind)
+{
+    for (const TextView *view : views())
+        view->positionBar()->setKind(kind);
 }
 
 void TextPage::updateNotice()
@@ -241,6 +345,7 @@ void TextPage::updateNotice()
     const NoticeBar::Choice saveIt {tr("Save An&yway"), [this] { sync->overwrite(); }};
     const NoticeBar::Choice showIt {tr("Show &Difference"), [this] { sync->showDifference(); }};
     const NoticeBar::Choice makeIt {tr("Write A&gain"), [this] { sync->overwrite(); }};
+    const NoticeBar::Choice saveUtf8 {tr("Save as &UTF-8"), [this] { saveInUtf8(); }};
     const QString reason = readOnlyReason();
     const bool isReadOnly = !reason.isEmpty();
     if (!sync->unreadable().isEmpty()) {
@@ -255,6 +360,8 @@ void TextPage::updateNotice()
                          .arg(title()),
                      isReadOnly ? QList {showIt, reloadIt, keepIt}
                                 : QList {showIt, reloadIt, keepIt, saveIt});
+    } else if (!uncodable.isEmpty()) {
+        notice->show(uncodable + u'.', {saveUtf8});
     } else {
         notice->show(isReadOnly ? tr("Read-only: %1.").arg(reason) : QString());
     }

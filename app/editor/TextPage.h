@@ -7,11 +7,10 @@
 #include <memory>
 
 class FileSync;
-class FindBar;
-class GoToLineBar;
 class NoticeBar;
-class PositionBar;
+class QSplitter;
 class TextEdit;
+class TextView;
 
 // A page that shows a text file and lets users change it: the text, above it what is to be said
 // about its file, below it the strips for finding and the position of the cursor.
@@ -28,6 +27,7 @@ public:
 
     // A page of a file that is not there, without a text.
     static TextPage *withoutFile(const QString &path, QWidget *parent = nullptr);
+    ~TextPage() override;
 
     QString key() const override { return filePath(); }
     QString title() const override;
@@ -47,6 +47,9 @@ public:
     Qtilities::Core::Status saveCopy(const QString &path) const;
 
     TextEdit *textEdit() const { return edit; }
+
+    // Writes the text in another coding from now on.
+    void setCoding(TextCoding coding);
 
     // The text as a save would write it, with what is known of its file; and taking
     // such a text as a change that is not saved.
@@ -71,16 +74,26 @@ private:
     void followText();
     void followFile();
     void colour();
-    void openFind(bool replacing);
-    void openGoToLine();
+    void followSight(TextView *view);
+    TextView *frontView() const;
+    TextEdit *front() const;
+    QList<TextView *> views() const;
+    void setKind(const QString &kind);
+    void splitOrJoin();
+    void chooseCoding();
+    void saveInUtf8();
     void showForm();
     void updateNotice();
 
     NoticeBar *notice;
+    QSplitter *splitter;
+    TextView *first;
+    TextView *second = nullptr; // while the page is split
+    // The sight that had the keyboard last.
+    bool isSecondInFront = false;
     TextEdit *edit;
     FileSync *sync;
-    FindBar *findBar;
-    GoToLineBar *goToLineBar;
-    PositionBar *position;
     ReadOnlyReasons readOnlyReasons;
+    // Why the text could not be written in its coding.
+    QString uncodable;
 };

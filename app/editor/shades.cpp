@@ -40,6 +40,11 @@ QColor found(const QPalette &palette)
     return mix(palette.color(QPalette::Base), palette.color(QPalette::Highlight), 40);
 }
 
+QColor unmatched(const QPalette &palette)
+{
+    return mix(palette.color(QPalette::Base), severity(TextPlace::Error, palette), 50);
+}
+
 bool isDark(const QPalette &palette)
 {
     return palette.color(QPalette::Text).lightness() > palette.color(QPalette::Base).lightness();

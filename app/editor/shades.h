@@ -17,6 +17,8 @@ QColor quietText(const QPalette &palette);
 // Of what is bad, of what may be, and of what is only to be known.
 QColor severity(TextPlace::Severity severity, const QPalette &palette);
 QColor found(const QPalette &palette);
+// A bracket without its other one.
+QColor unmatched(const QPalette &palette);
 
 // Whether text is lighter than what is behind it.
 bool isDark(const QPalette &palette);

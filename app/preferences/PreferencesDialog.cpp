@@ -1,6 +1,7 @@
 #include "app/preferences/PreferencesDialog.h"
 
 #include "app/messages/messages.h"
+#include "app/preferences/EditingPage.h"
 #include "app/preferences/FontPage.h"
 #include "app/preferences/MemoryPage.h"
 #include "app/preferences/PlacesPage.h"
@@ -23,6 +24,7 @@ PreferencesDialog::PreferencesDialog(QWidget *parent) : QDialog(parent), tabs(ne
     add(new FontPage(this));
     add(new MemoryPage(this));
     add(new PlacesPage(this));
+    add(new EditingPage(this));
     auto *buttons =
         new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Apply
                                  | QDialogButtonBox::Cancel | QDialogButtonBox::RestoreDefaults,

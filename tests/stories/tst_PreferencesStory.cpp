@@ -38,6 +38,7 @@ private Q_SLOTS:
     void theEditorsGetAFont();
     void placesAreSet();
     void buildsAreSet();
+    void editingIsSet();
     void defaultsComeBack();
     void theHistoryIsKept();
     void twoProcessesShareTheHistory();
@@ -196,6 +197,30 @@ void tst_PreferencesStory::buildsAreSet()
     prefer(
         2, [](QDialog *dialog) { DialogVisits::press(dialog, u"Restore Defaults"_s); }, u"OK"_s);
     QVERIFY(BuildSettings::current().value() == BuildSettings());
+}
+
+void tst_PreferencesStory::editingIsSet()
+{
+    prefer(
+        3,
+        [](QDialog *dialog) {
+            auto *width = dialog->findChild<QSpinBox *>(u"tabWidth"_s);
+            QCOMPARE(width->text(), u"4 columns"_s);
+            width->setFocus();
+            width->selectAll();
+            QTest::keyClicks(width, u"8"_s);
+            click(dialog, "indentWithSpaces");
+            click(dialog, "indentAsFile");
+        },
+        u"OK"_s);
+    EditorSettings *settings = EditorSettings::instance();
+    QCOMPARE(settings->indentation(), (Indentation {false, 8}));
+    QVERIFY(!settings->followsText());
+    prefer(
+        3, [](QDialog *dialog) { DialogVisits::press(dialog, u"Restore Defaults"_s); }, u"OK"_s);
+    QCOMPARE(settings->indentation(), Indentation());
+    QVERIFY(settings->followsText());
+    QVERIFY(!setting(u"Editor/tab_width"_s).isValid());
 }
 
 void tst_PreferencesStory::defaultsComeBack()

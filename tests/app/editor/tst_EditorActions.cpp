@@ -102,6 +102,18 @@ void tst_EditorActions::actionsRunOnThePage_data()
         u"Ctrl+H Ctrl+R"_s);
     row("act-12 line", EditorActions::GoToLine, EditorPage::GoToLine, u"&Go to Line..."_s,
         u"Ctrl+L Ctrl+G"_s);
+    row("act-13 comment", EditorActions::ToggleComment, EditorPage::ToggleComment,
+        u"Toggle Co&mment"_s, u"Ctrl+/"_s);
+    row("act-14 larger", EditorActions::ZoomIn, EditorPage::ZoomIn, u"&Larger Text"_s,
+        u"Ctrl++ Ctrl+="_s);
+    row("act-15 smaller", EditorActions::ZoomOut, EditorPage::ZoomOut, u"S&maller Text"_s,
+        u"Ctrl+-"_s);
+    row("act-16 usual size", EditorActions::ZoomReset, EditorPage::ZoomReset,
+        u"&Usual Size of Text"_s, u"Ctrl+0"_s);
+    row("act-17 split", EditorActions::SplitView, EditorPage::SplitView, u"Spl&it or Join"_s,
+        u"Ctrl+\\"_s);
+    row("act-18 coding", EditorActions::ChooseCoding, EditorPage::ChooseCoding, u"Co&ding..."_s,
+        QString());
 }
 
 void tst_EditorActions::actionsRunOnThePage()

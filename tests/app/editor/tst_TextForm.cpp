@@ -94,6 +94,20 @@ void tst_TextForm::bytesAreKept_data()
     row("code-10 half a pair", "a\xED\xA0\x80\n", "Latin-1, LF");
     row("code-11 cut off", "a\xE2\x82", "Latin-1, LF");
     row("code-12 every byte but zero", allBytes, "Latin-1, LF, mixed");
+    row("code-14 UTF-16",
+        QByteArray("\xFF\xFE"
+                   "a\0\n\0\xAC\x20",
+                   8),
+        "UTF-16 LE, LF");
+    row("code-15 UTF-16 the other way", QByteArray("\xFE\xFF\0a\0\r\0\n\x20\xAC", 10),
+        "UTF-16 BE, CRLF");
+    row("code-16 only a mark of UTF-16", "\xFF\xFE", "UTF-16 LE, LF");
+    row("code-17 two marks of UTF-16", "\xFF\xFE\xFF\xFE", "UTF-16 LE, LF");
+    row("code-18 half a pair in UTF-16",
+        QByteArray("\xFF\xFE\x00\xD8"
+                   "a\0",
+                   6),
+        "UTF-16 LE, LF");
     row("code-13 blanks at the ends", "  a \t\n\t\n ", "UTF-8, LF");
 }
 
@@ -187,13 +201,20 @@ void tst_TextForm::whatIsNoTextIsRefused_data()
     QTest::newRow("binary-1 a zero byte") << QByteArray("abc\0def", 7) << zero;
     QTest::newRow("binary-2 a zero byte at the end")
         << QByteArray(100'000, 'a') + QByteArray(1, '\0') << zero;
-    QTest::newRow("binary-3 UTF-16") << QByteArray("\xFF\xFE"
-                                                   "a\0b\0",
-                                                   6)
-                                     << zero;
+    QTest::newRow("binary-3 UTF-16 without a mark") << QByteArray("a\0b\0", 4) << zero;
     QTest::newRow("binary-4 control characters") << QByteArray("abc\x01\x02\x03\n") << control;
     QTest::newRow("binary-5 one in twenty") << QByteArray("\x01 2345678901234567890") << QString();
     QTest::newRow("binary-6 a little more") << QByteArray("\x01 23456789012345678") << control;
+    QTest::newRow("binary-8 half a unit of UTF-16") << QByteArray("\xFF\xFE"
+                                                                  "a\0b",
+                                                                  5)
+                                                    << zero;
+    QTest::newRow("binary-9 a zero in UTF-16") << QByteArray("\xFF\xFE"
+                                                             "a\0\0\0",
+                                                             6)
+                                               << zero;
+    QTest::newRow("binary-10 control characters in UTF-16")
+        << QByteArray("\xFE\xFF\0a\0\x01", 6) << control;
     QTest::newRow("binary-7 controls of text") << QByteArray("\t\n\v\f\r\x1B\x1A") << QString();
 }
 
