@@ -3,6 +3,7 @@
 #include <Qtilities/atomicfile.h>
 #include <Qtilities/QtilitiesApplication.h>
 #include <Qtilities/regularfile.h>
+#include <Qtilities/utf8text.h>
 
 #include <QCoreApplication>
 #include <QCryptographicHash>
@@ -63,7 +64,7 @@ std::optional<KeptText> readFrom(const QString &file)
         || head.value(u"path"_s).toString().isEmpty())
         return std::nullopt;
     return KeptText {head.value(u"path"_s).toString(), head.value(u"base"_s).toString().toLatin1(),
-                     QString::fromUtf8(text), head.value(u"cursor"_s).toInt(),
+                     Qtilities::Core::textOfUtf8(text), head.value(u"cursor"_s).toInt(),
                      QDateTime::fromString(head.value(u"time"_s).toString(), Qt::ISODate)};
 }
 
@@ -171,11 +172,10 @@ Result<QList<KeptText>> KeptTexts::takeLeft()
                 continue;
             }
             const QString moved = sessionFolder(u"Backups"_s) + u'/' + name + u'-' + file;
-            QFile::rename(path, moved);
             status.addWarning(
                 QCoreApplication::translate("KeptTexts",
                                             "A text that was kept cannot be read; it is in \"%1\"")
-                    .arg(moved));
+                    .arg(QFile::rename(path, moved) ? moved : path));
         }
         if (folder->files().isEmpty())
             folder->remove();
