@@ -22,11 +22,11 @@ constexpr qint64 longestPause = 150; // milliseconds
 
 } // namespace
 
-int ScriptRuns::holds = 0;
+int ScriptRuns::blockers = 0;
 
-ScriptRuns::Hold::Hold() { ++holds; }
+ScriptRuns::PassBlocker::PassBlocker() { ++blockers; }
 
-ScriptRuns::Hold::~Hold() { --holds; }
+ScriptRuns::PassBlocker::~PassBlocker() { --blockers; }
 
 ScriptRuns *ScriptRuns::instance() { return theInstance; }
 
@@ -110,7 +110,7 @@ int ScriptRuns::serve(ClientData self, Tcl_Interp *current, int code)
 int ScriptRuns::breathe(Tcl_Interp *current, int code)
 {
     pacemaker->served();
-    if (!current || inPass || holds > 0 || depth == 0)
+    if (!current || inPass || blockers > 0 || depth == 0)
         return code;
     takeStopInput();
     if (sincePass.isValid() && sincePass.elapsed() < pause)

@@ -58,12 +58,12 @@ public:
     void stopOnInput(int descriptor);
 
     // No pass is called while one lives: an operation of the host's that must not be entered again.
-    class TCLSCRIPTING_EXPORT Hold
+    class TCLSCRIPTING_EXPORT PassBlocker
     {
     public:
-        Hold();
-        ~Hold();
-        Q_DISABLE_COPY_MOVE(Hold)
+        PassBlocker();
+        ~PassBlocker();
+        Q_DISABLE_COPY_MOVE(PassBlocker)
     };
 
 Q_SIGNALS:
@@ -90,7 +90,7 @@ private:
     Tcl_AsyncHandler handler;
     std::unique_ptr<Pacemaker> pacemaker;
     std::unique_ptr<QSocketNotifier> stopInput;
-    static int holds;
+    static int blockers;
     QString outermost;
     QElapsedTimer sinceBegin;
     QElapsedTimer sincePass;

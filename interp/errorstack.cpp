@@ -94,7 +94,7 @@ QString text(Tcl_Interp *interp, int code, const QString &file)
         stack = message + u'\n' + stack;
     if (!file.isEmpty())
         stack += u"\n    (file \"%1\" line %2)"_s.arg(file, options.entry(u"-errorline"_s));
-    const ScriptRuns::Hold hold;
+    const ScriptRuns::PassBlocker blocker;
     Tcl_InterpState state = Tcl_SaveInterpState(interp, code);
     stack = withPlaces(interp, stack);
     Tcl_RestoreInterpState(interp, state);

@@ -18,7 +18,7 @@ namespace {
 int lineOfScript(Tcl_Interp *interp)
 {
     Tcl_InterpState state = Tcl_SaveInterpState(interp, TCL_OK);
-    const ScriptRuns::Hold hold;
+    const ScriptRuns::PassBlocker blocker;
     const bool known = Tcl_Eval(interp, "dict get [info frame 2] line") == TCL_OK;
     const int line = known ? tcltext::result(interp).toInt() : 0;
     Tcl_RestoreInterpState(interp, state);

@@ -417,9 +417,9 @@ private Q_SLOTS:
         QVERIFY2(passCount < 5, qPrintable(QString::number(passCount)));
     }
 
-    void noPassWhileItIsHeld()
+    void noPassWhileItIsBlocked()
     {
-        const ScriptRuns::Hold hold;
+        const ScriptRuns::PassBlocker blocker;
         run("set end [expr {[clock milliseconds] + 200}]; while {[clock milliseconds] < $end} {}");
         QCOMPARE(passCount, 0);
     }
