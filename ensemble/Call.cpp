@@ -3,6 +3,8 @@
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 
 namespace ensemble {
 
@@ -30,17 +32,18 @@ struct Arity
 // Goes through the words once, from left to right.
 struct Call::Reader
 {
-    Reader(const Row &theRow, std::span<Tcl_Obj *const> theWords)
+    Reader(const Row &theRow, const QString &thePrefix, std::span<Tcl_Obj *const> theWords)
         : row(theRow),
+          prefix(thePrefix),
           arity(theRow),
           words(theWords)
     {
     }
 
-    bool read()
+    Status read()
     {
         if (words.size() < std::size_t(arity.least))
-            return false;
+            return misuse();
         while (call.arguments.size() < arity.least)
             takeArgument();
         const bool haveValues = std::all_of(row.options.begin(), row.options.end(),
@@ -48,18 +51,25 @@ struct Call::Reader
         if (haveValues && arity.most == arity.least + 1 && !arity.isOpen && words.size() % 2 == 1)
             takeArgument();
         while (!words.empty()) {
-            if (!takeWord())
-                return false;
+            if (const Status taken = takeWord(); !taken.isOk())
+                return taken;
         }
-        return std::all_of(row.options.begin(), row.options.end(), [this](const Option &option) {
-            return !option.isRequired || call.has(option.name);
-        });
+        const bool isComplete =
+            std::all_of(row.options.begin(), row.options.end(), [this](const Option &option) {
+                return !option.isRequired || call.has(option.name);
+            });
+        return isComplete ? Status() : misuse();
     }
 
     Call call;
-    QString problem;
 
 private:
+    Status misuse() const
+    {
+        return Status::invalidArgument(
+            u"wrong # args: should be \"%1\""_s.arg(usageOf(row, prefix)));
+    }
+
     QString next() const { return Value(words.front()).text(); }
 
     void takeArgument()
@@ -68,66 +78,62 @@ private:
         words = words.subspan(1);
     }
 
-    bool takeWord()
+    Status takeWord()
     {
         const QString word = next();
         if (!optionsEnded && word == u"--"_s) {
             optionsEnded = true;
             words = words.subspan(1);
-            return true;
+            return {};
         }
         if (!optionsEnded && word.startsWith(u'-') && !row.options.empty())
             return takeOption(word);
         if (call.arguments.size() == arity.most && !arity.isOpen)
-            return false;
+            return misuse();
         takeArgument();
-        return true;
+        return {};
     }
 
-    bool takeOption(const QString &word)
+    Status takeOption(const QString &word)
     {
         const auto option =
             std::find_if(row.options.begin(), row.options.end(),
                          [&](const Option &o) { return word == QLatin1StringView(o.name); });
         if (option != row.options.end())
             return takeOption(*option);
-        problem = u"unknown option \"%1\": must be %2"_s.arg(word, choices(namesOf(row.options)));
-        return false;
+        return Status::invalidArgument(
+            u"unknown option \"%1\": must be %2"_s.arg(word, choices(namesOf(row.options))));
     }
 
-    bool takeOption(const Option &option)
+    Status takeOption(const Option &option)
     {
         words = words.subspan(1);
         if (!option.value) {
             call.options.insert_or_assign(option.name, Value::truth(true));
-            return true;
+            return {};
         }
         if (words.empty()) {
-            problem = u"option \"%1\" needs %2 behind it"_s.arg(QString::fromUtf8(option.name),
-                                                                QString::fromUtf8(option.value));
-            return false;
+            return Status::invalidArgument(u"option \"%1\" needs %2 behind it"_s.arg(
+                QString::fromUtf8(option.name), QString::fromUtf8(option.value)));
         }
         call.options.insert_or_assign(option.name, Value(words.front()));
         words = words.subspan(1);
-        return true;
+        return {};
     }
 
     const Row &row;
+    const QString &prefix;
     const Arity arity;
     std::span<Tcl_Obj *const> words;
     bool optionsEnded = false;
 };
 
-std::optional<Call> Call::parse(const Row &row, const QString &prefix,
-                                std::span<Tcl_Obj *const> words, QString *problem)
+Result<Call> Call::parse(const Row &row, const QString &prefix, std::span<Tcl_Obj *const> words)
 {
-    Reader reader(row, words);
-    if (reader.read())
-        return reader.call;
-    *problem = reader.problem.isEmpty()
-        ? u"wrong # args: should be \"%1\""_s.arg(usageOf(row, prefix))
-        : reader.problem;
-    return std::nullopt;
+    Reader reader(row, prefix, words);
+    if (const Status read = reader.read(); !read.isOk())
+        return read;
+    return reader.call;
 }
 
 std::optional<QString> Call::text(std::string_view option) const

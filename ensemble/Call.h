@@ -17,9 +17,9 @@ namespace ensemble {
 class Call
 {
 public:
-    // Nothing, with the reason in *problem, when the words are not what the row wants.
-    static std::optional<Call> parse(const Row &row, const QString &prefix,
-                                     std::span<Tcl_Obj *const> words, QString *problem);
+    // A failure when the words are not what the row wants.
+    static Qtilities::Core::Result<Call> parse(const Row &row, const QString &prefix,
+                                               std::span<Tcl_Obj *const> words);
 
     qsizetype count() const { return arguments.size(); }
     // The null text behind the last argument.

@@ -3,6 +3,8 @@
 #include "interp/tcltext.h"
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 
 namespace ensemble {
 
@@ -82,18 +84,16 @@ Value &Value::set(const QString &key, const Value &value)
 
 QString Value::text() const { return textOf(held); }
 
-bool Value::toList(QStringList *texts, QString *error) const
+Result<QStringList> Value::toList() const
 {
     int count = 0;
     Tcl_Obj **elements = nullptr;
-    if (Tcl_ListObjGetElements(nullptr, held, &count, &elements) != TCL_OK) {
-        *error = reasonOfNoList(held);
-        return false;
-    }
-    texts->clear();
+    if (Tcl_ListObjGetElements(nullptr, held, &count, &elements) != TCL_OK)
+        return Status::invalidArgument(reasonOfNoList(held));
+    QStringList texts;
     for (int i = 0; i < count; ++i)
-        texts->append(textOf(elements[i]));
-    return true;
+        texts.append(textOf(elements[i]));
+    return texts;
 }
 
 } // namespace ensemble

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Qtilities/Status.h>
+
 #include <QString>
 #include <QStringList>
 
@@ -35,8 +37,8 @@ public:
     Tcl_Obj *object() const { return held; }
     QString text() const;
 
-    // The texts of a list; false, with Tcl's reason in *error, when it is none.
-    bool toList(QStringList *texts, QString *error) const;
+    // The texts of a list; Tcl's reason when it is none.
+    Qtilities::Core::Result<QStringList> toList() const;
 
 private:
     Tcl_Obj *held;

@@ -42,41 +42,36 @@ QStringList idsOf(const Call &call)
     return ids;
 }
 
-// The builds that the call asks for; false, with a failure in *answer, when one cannot be there.
-bool takeJobs(const Call &call, QList<Job> *jobs, Answer *answer)
+// The builds that the call asks for; all of them are there.
+Result<QList<Job>> jobsOf(const Call &call)
 {
+    QList<Job> jobs;
     for (const QString &id : idsOf(call)) {
-        const IDesign *design = findDesign(id, answer);
-        if (!design)
-            return false;
+        const Result<IDesign *> design = findDesign(id);
+        if (!design.isOk())
+            return design.status();
         const auto name = call.text("-configuration");
-        BuildConfiguration *configuration =
-            name ? design->buildConfiguration(*name) : design->activeBuildConfiguration();
-        if (!configuration) {
-            *answer = Answer::failure(
-                kind::missing,
+        BuildConfiguration *configuration = name ? design.value()->buildConfiguration(*name)
+                                                 : design.value()->activeBuildConfiguration();
+        if (!configuration)
+            return Status::notFound(
                 name ? u"The design \"%1\" has no build configuration \"%2\""_s.arg(id, *name)
                      : u"The design \"%1\" has no build configuration"_s.arg(id));
-            return false;
-        }
-        jobs->append({id, configuration});
+        jobs.append({id, configuration});
     }
-    return true;
+    return jobs;
 }
 
-// Takes over a number that the call has as an option. False with a failure in *answer.
-bool takeCount(const Call &call, std::string_view option, std::optional<int> *count, Answer *answer)
+// A number that the call has as an option, if it has.
+Result<std::optional<int>> countOf(const Call &call, std::string_view option)
 {
     const auto text = call.text(option);
-    if (!text)
-        return true;
-    *count = BuildSettings::countFrom(*text);
-    if (!*count)
-        *answer =
-            Answer::failure(kind::invalid,
-                            u"the value of %1 must be a whole number, at least 1, not \"%2\""_s.arg(
-                                QLatin1StringView(option.data(), qsizetype(option.size())), *text));
-    return count->has_value();
+    const std::optional<int> count = text ? BuildSettings::countFrom(*text) : std::nullopt;
+    if (text && !count)
+        return Status::invalidArgument(
+            u"the value of %1 must be a whole number, at least 1, not \"%2\""_s.arg(
+                QLatin1StringView(option.data(), qsizetype(option.size())), *text));
+    return count;
 }
 
 Value statesOf(const QList<Job> &jobs)
@@ -96,16 +91,24 @@ constinit const Options buildOptions = buildOptionRows;
 
 Answer build(const Call &call)
 {
-    QList<Job> jobs;
-    BuildOptions options {.keepGoing = call.has("-keep-going"), .isDry = call.has("-dry")};
-    Answer bad;
-    if (!takeCount(call, "-jobs", &options.jobs, &bad)
-        || !takeCount(call, "-spread", &options.spread, &bad) || !takeJobs(call, &jobs, &bad))
-        return bad;
+    const auto count = countOf(call, "-jobs");
+    if (!count.isOk())
+        return Answer::of(count.status());
+    const auto spread = countOf(call, "-spread");
+    if (!spread.isOk())
+        return Answer::of(spread.status());
+    const Result<QList<Job>> asked = jobsOf(call);
+    if (!asked.isOk())
+        return Answer::of(asked.status());
+    const QList<Job> &jobs = asked.value();
     if (jobs.isEmpty() && !call.has("-all"))
         return Answer::failure(kind::missing, u"No design is active"_s);
+    const BuildOptions options {.jobs = count.value(),
+                                .keepGoing = call.has("-keep-going"),
+                                .isDry = call.has("-dry"),
+                                .spread = spread.value()};
     QList<BuildConfiguration *> configurations;
-    for (const Job &job : std::as_const(jobs))
+    for (const Job &job : jobs)
         configurations.append(job.configuration);
     const ServedEvents served;
     const bool built = jobs.isEmpty() || DesignManager::instance()->build(configurations, options);

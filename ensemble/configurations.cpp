@@ -13,14 +13,12 @@ namespace ensemble {
 
 namespace {
 
-BuildConfiguration *find(const IDesign &design, const QString &name, Answer *answer)
+Result<BuildConfiguration *> find(const IDesign &design, const QString &name)
 {
-    BuildConfiguration *configuration = design.buildConfiguration(name);
-    if (!configuration)
-        *answer = Answer::failure(
-            kind::missing,
-            u"The design \"%1\" has no build configuration \"%2\""_s.arg(design.name(), name));
-    return configuration;
+    if (BuildConfiguration *configuration = design.buildConfiguration(name))
+        return configuration;
+    return Status::notFound(
+        u"The design \"%1\" has no build configuration \"%2\""_s.arg(design.name(), name));
 }
 
 Answer change(BuildConfiguration &configuration, const BuildDescription &description)
@@ -34,19 +32,14 @@ Answer list(const Call &call)
         call, [](const IDesign &design) { return Value::list(design.buildConfigurationNames()); });
 }
 
-Answer takeTemplate(const Call &call, const IDesign &design, BuildDescription *pattern)
+// What the call's template makes of the design; without one, an empty description.
+Result<BuildDescription> patternOf(const Call &call, const IDesign &design)
 {
     const auto name = call.text("-template");
     if (!name)
-        return Answer();
+        return BuildDescription();
     const auto found = MorvalenCore::ConfigurationTemplate::find(*name);
-    if (!found.isOk())
-        return Answer::of(found.status());
-    const auto made = found.value().configuration(design);
-    if (!made.isOk())
-        return Answer::of(made.status());
-    *pattern = made.value();
-    return Answer();
+    return found.isOk() ? found.value().configuration(design) : found.status();
 }
 
 Answer add(const Call &call)
@@ -58,13 +51,13 @@ Answer add(const Call &call)
                 kind::exists,
                 u"The design \"%1\" has a build configuration \"%2\" already"_s.arg(design.name(),
                                                                                     name));
-        BuildDescription pattern;
-        const Answer taken = takeTemplate(call, design, &pattern);
-        if (taken.isFailure())
-            return taken;
+        const Result<BuildDescription> made = patternOf(call, design);
+        if (!made.isOk())
+            return Answer::of(made.status());
         const auto added = design.tryAddBuildConfiguration(name);
         if (!added.isOk())
             return Answer::of(added.status());
+        BuildDescription pattern = made.value();
         pattern.name = name;
         pattern.targetPath = call.text("-target").value_or(pattern.targetPath);
         const Answer changed = change(*added.value(), pattern);
@@ -77,10 +70,9 @@ Answer add(const Call &call)
 Answer remove(const Call &call)
 {
     return changeDesign(call, [&call](IDesign &design) {
-        Answer missing;
-        return find(design, call.argument(0), &missing)
-            ? Answer::of(design.tryRemoveBuildConfiguration(call.argument(0)))
-            : missing;
+        const Status found = find(design, call.argument(0)).status();
+        return Answer::of(found.isOk() ? design.tryRemoveBuildConfiguration(call.argument(0))
+                                       : found);
     });
 }
 
@@ -92,84 +84,77 @@ Answer rename(const Call &call)
     });
 }
 
-// The texts of a list of pairs; false, with a failure in *answer, for another one.
-bool toPairs(const Value &value, const QString &option, QStringList *texts, Answer *answer)
+// The texts of a list of pairs.
+Result<QStringList> pairsOf(const Value &value, const QString &option)
 {
-    QString error;
-    if (value.toList(texts, &error) && texts->size() % 2 == 0)
-        return true;
-    if (error.isEmpty())
-        error = u"a value is missing behind \"%1\""_s.arg(texts->last());
-    *answer = Answer::failure(kind::invalid,
-                              u"the value of %1 is no dictionary: %2"_s.arg(option, error));
-    return false;
+    const Result<QStringList> texts = value.toList();
+    if (texts.isOk() && texts.value().size() % 2 == 0)
+        return texts;
+    return Status::invalidArgument(u"the value of %1 is no dictionary: %2"_s.arg(
+        option,
+        texts.isOk() ? u"a value is missing behind \"%1\""_s.arg(texts.value().last())
+                     : texts.status().text()));
 }
 
 // A step as "step get" gives it.
-bool takeStep(const QString &text, BuildStep *step, Answer *answer)
+Result<BuildStep> stepOf(const QString &text)
 {
-    QStringList pairs;
-    if (!toPairs(Value(text), u"-steps"_s, &pairs, answer))
-        return false;
-    for (qsizetype i = 0; i < pairs.size(); i += 2) {
-        const QString &key = pairs[i];
-        const QString &value = pairs[i + 1];
-        QString error;
-        bool isKnown = true;
-        if (key == u"name")
-            step->name = value;
-        else if (key == u"command")
-            step->command = value;
-        else if (key == u"pool")
-            step->pool = value;
-        else if (key == u"inputs")
-            isKnown = Value(value).toList(&step->inputs, &error);
-        else if (key == u"outputs")
-            isKnown = Value(value).toList(&step->outputs, &error);
-        if (!isKnown) {
-            *answer = Answer::failure(kind::invalid,
-                                      u"the value of -steps is no list of steps: %1"_s.arg(error));
-            return false;
+    const Result<QStringList> pairs = pairsOf(Value(text), u"-steps"_s);
+    if (!pairs.isOk())
+        return pairs.status();
+    BuildStep step;
+    for (qsizetype i = 0; i < pairs.value().size(); i += 2) {
+        const QString &key = pairs.value()[i];
+        const QString &value = pairs.value()[i + 1];
+        if (key == u"name") {
+            step.name = value;
+        } else if (key == u"command") {
+            step.command = value;
+        } else if (key == u"pool") {
+            step.pool = value;
+        } else if (key == u"inputs" || key == u"outputs") {
+            const Result<QStringList> paths = Value(value).toList();
+            if (!paths.isOk())
+                return Status::invalidArgument(
+                    u"the value of -steps is no list of steps: %1"_s.arg(paths.status().text()));
+            (key == u"inputs" ? step.inputs : step.outputs) = paths.value();
         }
     }
-    return true;
+    return step;
 }
 
 // Each takes over what the call says, all macros or all steps.
-bool takeMacros(const Call &call, QList<MorvalenCore::BuildMacro> *macros, Answer *answer)
+Status takeMacros(const Call &call, QList<MorvalenCore::BuildMacro> *macros)
 {
     const auto given = call.value("-macros");
-    QStringList texts;
     if (!given)
-        return true;
-    if (!toPairs(*given, u"-macros"_s, &texts, answer))
-        return false;
+        return {};
+    const Result<QStringList> texts = pairsOf(*given, u"-macros"_s);
+    if (!texts.isOk())
+        return texts.status();
     macros->clear();
-    for (qsizetype i = 0; i < texts.size(); i += 2)
-        macros->append({texts[i], texts[i + 1]});
-    return true;
+    for (qsizetype i = 0; i < texts.value().size(); i += 2)
+        macros->append({texts.value()[i], texts.value()[i + 1]});
+    return {};
 }
 
-bool takeSteps(const Call &call, QList<BuildStep> *steps, Answer *answer)
+Status takeSteps(const Call &call, QList<BuildStep> *steps)
 {
     const auto given = call.value("-steps");
     if (!given)
-        return true;
-    QStringList texts;
-    QString error;
-    if (!given->toList(&texts, &error)) {
-        *answer =
-            Answer::failure(kind::invalid, u"the value of -steps is no list: %1"_s.arg(error));
-        return false;
-    }
+        return {};
+    const Result<QStringList> texts = given->toList();
+    if (!texts.isOk())
+        return Status::invalidArgument(
+            u"the value of -steps is no list: %1"_s.arg(texts.status().text()));
     steps->clear();
-    for (const QString &text : std::as_const(texts)) {
-        BuildStep step;
-        if (!takeStep(text, &step, answer))
-            return false;
-        steps->append(step);
+    for (const QString &text : texts.value()) {
+        const Result<BuildStep> step = stepOf(text);
+        if (!step.isOk())
+            return step.status();
+        steps->append(step.value());
     }
-    return true;
+    return {};
 }
 
 Answer set(const Call &call)
@@ -177,11 +162,8 @@ Answer set(const Call &call)
     return changeConfiguration(call, [&call](BuildDescription &description) {
         description.name = call.text("-name").value_or(description.name);
         description.targetPath = call.text("-target").value_or(description.targetPath);
-        Answer invalid;
-        return takeMacros(call, &description.macros, &invalid)
-                && takeSteps(call, &description.steps, &invalid)
-            ? Answer()
-            : invalid;
+        const Status macros = takeMacros(call, &description.macros);
+        return Answer::of(macros.isOk() ? takeSteps(call, &description.steps) : macros);
     });
 }
 
@@ -196,10 +178,10 @@ Value macrosOf(const BuildDescription &description)
 Answer get(const Call &call)
 {
     return onDesign(call, [&call](const IDesign &design) {
-        Answer missing;
-        const BuildConfiguration *configuration = find(design, call.argument(0), &missing);
-        if (!configuration)
-            return missing;
+        const auto found = find(design, call.argument(0));
+        if (!found.isOk())
+            return Answer::of(found.status());
+        const BuildConfiguration *configuration = found.value();
         const BuildDescription description = configuration->description();
         Value steps = Value::list();
         for (const ListedStep &step : stepsOf(*configuration))
@@ -264,22 +246,20 @@ Answer onConfiguration(const Call &call,
                        const std::function<Answer(const BuildConfiguration &)> &step)
 {
     return onDesign(call, [&](const IDesign &design) {
-        Answer missing;
-        const BuildConfiguration *configuration = find(design, call.argument(0), &missing);
-        return configuration ? step(*configuration) : missing;
+        const auto found = find(design, call.argument(0));
+        return found.isOk() ? step(*found.value()) : Answer::of(found.status());
     });
 }
 
 Answer changeConfiguration(const Call &call, const std::function<Answer(BuildDescription &)> &step)
 {
     return changeDesign(call, [&](const IDesign &design) {
-        Answer missing;
-        BuildConfiguration *configuration = find(design, call.argument(0), &missing);
-        if (!configuration)
-            return missing;
-        BuildDescription description = configuration->description();
+        const auto found = find(design, call.argument(0));
+        if (!found.isOk())
+            return Answer::of(found.status());
+        BuildDescription description = found.value()->description();
         const Answer answer = step(description);
-        return answer.isFailure() ? answer : change(*configuration, description);
+        return answer.isFailure() ? answer : change(*found.value(), description);
     });
 }
 

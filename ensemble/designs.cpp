@@ -15,24 +15,25 @@ Bracket::~Bracket() { AbstractScriptedAction::finalizeExec(); }
 
 QString idOf(const IDesign &design) { return design.id(u"."_s); }
 
-IDesign *findDesign(const QString &id, Answer *answer)
+Result<IDesign *> findDesign(const QString &id)
 {
-    IDesign *design = DesignManager::instance()->design(id);
-    if (!design)
-        *answer = Answer::failure(kind::missing, u"No design with the id \"%1\" is open"_s.arg(id));
-    return design;
+    if (IDesign *design = DesignManager::instance()->design(id))
+        return design;
+    return Status::notFound(u"No design with the id \"%1\" is open"_s.arg(id));
+}
+
+Result<IDesign *> activeDesign()
+{
+    if (IDesign *design = DesignManager::instance()->activeDesigns().value(0))
+        return design;
+    return Status::notFound(u"No design is active"_s);
 }
 
 Answer onDesign(const Call &call, const std::function<Answer(IDesign &)> &step)
 {
-    Answer missing;
-    IDesign *design = nullptr;
-    if (const auto id = call.text(designOption.name)) {
-        design = findDesign(*id, &missing);
-        return design ? step(*design) : missing;
-    }
-    design = DesignManager::instance()->activeDesigns().value(0);
-    return design ? step(*design) : Answer::failure(kind::missing, u"No design is active"_s);
+    const auto id = call.text(designOption.name);
+    const Result<IDesign *> design = id ? findDesign(*id) : activeDesign();
+    return design.isOk() ? step(*design.value()) : Answer::of(design.status());
 }
 
 Answer changeDesign(const Call &call, const std::function<Answer(IDesign &)> &step)

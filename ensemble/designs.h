@@ -9,6 +9,8 @@
 namespace ensemble {
 
 using MorvalenCore::Interfaces::IDesign;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 
 // The option that names another design than the active one.
 inline constexpr Option designOption {"-design", "ID"};
@@ -16,8 +18,9 @@ inline constexpr Option designOption {"-design", "ID"};
 // The id under which the design manager knows a design.
 QString idOf(const IDesign &design);
 
-// The design that is open under an id; null, with a failure in *answer, when there is none.
-IDesign *findDesign(const QString &id, Answer *answer);
+// The design that is open under an id, and the active one.
+Result<IDesign *> findDesign(const QString &id);
+Result<IDesign *> activeDesign();
 
 // Brackets one operation that changes designs: open as long as it lives.
 class [[nodiscard]] Bracket

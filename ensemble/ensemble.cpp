@@ -43,9 +43,8 @@ Answer dispatch(Rows rows, const QString &prefix, Words words)
     words = words.subspan(1);
     if (row->items)
         return dispatch(*row->items, prefix + u' ' + word, words);
-    QString problem;
-    const std::optional<Call> call = Call::parse(*row, prefix, words, &problem);
-    return call ? row->step(*call) : misunderstood(problem);
+    const auto call = Call::parse(*row, prefix, words);
+    return call.isOk() ? row->step(call.value()) : misunderstood(call.status().text());
 }
 
 int callMorvalen(ClientData, Tcl_Interp *interp, int count, Tcl_Obj *const *words)

@@ -14,19 +14,16 @@ namespace {
 constexpr Option propertyOptionRows[] = {
     {"-type", "TYPE"}, {"-category", "CATEGORY"}, {"-readonly", "FLAG"}, designOption};
 
-// The value of a type that a text stands for; invalid, with a failure in *answer, for none.
-QVariant valueOf(const QString &type, const QString &text, Answer *answer)
+// The value of a type that a text stands for.
+Result<QVariant> valueOf(const QString &type, const QString &text)
 {
     const QStringList types {u"bool"_s, u"int"_s, u"uint"_s, u"double"_s, u"string"_s};
-    if (!types.contains(type)) {
-        *answer = Answer::failure(kind::invalid,
-                                  u"unknown type \"%1\": must be %2"_s.arg(type, choices(types)));
-        return QVariant();
-    }
+    if (!types.contains(type))
+        return Status::invalidArgument(
+            u"unknown type \"%1\": must be %2"_s.arg(type, choices(types)));
     const QVariant value = QtilitiesProperty::constructVariant(type, text);
     if (!value.isValid())
-        *answer =
-            Answer::failure(kind::invalid, u"\"%1\" is no value of type %2"_s.arg(text, type));
+        return Status::invalidArgument(u"\"%1\" is no value of type %2"_s.arg(text, type));
     return value;
 }
 
@@ -50,19 +47,19 @@ Answer setProperty(IDesign &design, const Call &call)
     DesignProperty *property = design.propertyByName(name);
     const QString type = call.text("-type").value_or(
         property ? QtilitiesProperty::typeName(property->propertyData().value()) : u"string"_s);
-    Answer invalid;
-    const QVariant value = valueOf(type, call.argument(1), &invalid);
-    if (!value.isValid())
-        return invalid;
+    const Result<QVariant> value = valueOf(type, call.argument(1));
+    if (!value.isOk())
+        return Answer::of(value.status());
     if (property)
-        return changeProperty(*property, value);
-    const QVariant isReadOnly =
-        valueOf(u"bool"_s, call.text("-readonly").value_or(u"false"_s), &invalid);
-    if (!isReadOnly.isValid())
-        return invalid;
+        return changeProperty(*property, value.value());
+    const Result<QVariant> isReadOnly =
+        valueOf(u"bool"_s, call.text("-readonly").value_or(u"false"_s));
+    if (!isReadOnly.isOk())
+        return Answer::of(isReadOnly.status());
     const auto category =
         QtilitiesCategory::fromString(call.text("-category").value_or(QString()), u"::"_s);
-    return Answer::of(design.tryAddProperty(name, category, value, isReadOnly.toBool()).status());
+    return Answer::of(
+        design.tryAddProperty(name, category, value.value(), isReadOnly.value().toBool()).status());
 }
 
 Answer getProperty(const IDesign &design, const Call &call)

@@ -2,8 +2,6 @@
 
 #include "ensemble/designs.h"
 
-#include <MorvalenCore/DesignManager.h>
-
 using namespace Qt::Literals::StringLiterals;
 
 namespace ensemble {
@@ -19,12 +17,11 @@ constinit const Options reloadOptions = reloadOptionRows;
 // The id is the answer: the file may have another one than the design had.
 Answer reload(const Call &call)
 {
-    Answer missing = Answer::failure(kind::missing, u"No design is active"_s);
-    IDesign *design = call.count() == 1
-        ? findDesign(call.argument(0), &missing)
-        : MorvalenCore::DesignManager::instance()->activeDesigns().value(0);
-    if (!design)
-        return missing;
+    const Result<IDesign *> found =
+        call.count() == 1 ? findDesign(call.argument(0)) : activeDesign();
+    if (!found.isOk())
+        return Answer::of(found.status());
+    IDesign *design = found.value();
     if (design->isModified() && !call.has("-discard"))
         return Answer::failure(
             kind::modified,

@@ -23,31 +23,28 @@ auto find(Steps &steps, const QString &name)
                         [&name](const BuildStep &step) { return step.name == name; });
 }
 
-// Takes over a list that the call has as an option. False with a failure in *answer.
-bool takeList(const Call &call, std::string_view option, QStringList *target, Answer *answer)
+// Takes over a list that the call has as an option.
+Status takeList(const Call &call, std::string_view option, QStringList *target)
 {
     const std::optional<Value> value = call.value(option);
-    QString error;
-    if (!value || value->toList(target, &error))
-        return true;
-    *answer =
-        Answer::failure(kind::invalid,
-                        u"the value of %1 is no list: %2"_s.arg(
-                            QLatin1StringView(option.data(), qsizetype(option.size())), error));
-    return false;
+    if (!value)
+        return {};
+    const Result<QStringList> texts = value->toList();
+    if (!texts.isOk())
+        return Status::invalidArgument(u"the value of %1 is no list: %2"_s.arg(
+            QLatin1StringView(option.data(), qsizetype(option.size())), texts.status().text()));
+    *target = texts.value();
+    return {};
 }
 
 // Takes over what the call says of a step.
 Answer take(const Call &call, BuildStep *step)
 {
-    Answer invalid;
     step->name = call.text("-name").value_or(step->name);
     step->command = call.text("-command").value_or(step->command);
     step->pool = call.text("-pool").value_or(step->pool);
-    return takeList(call, "-inputs", &step->inputs, &invalid)
-            && takeList(call, "-outputs", &step->outputs, &invalid)
-        ? Answer()
-        : invalid;
+    const Status inputs = takeList(call, "-inputs", &step->inputs);
+    return Answer::of(inputs.isOk() ? takeList(call, "-outputs", &step->outputs) : inputs);
 }
 
 // Puts a step in front of the one that the call names, else where it was, else at the end.
