@@ -18,6 +18,7 @@
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 using Qtilities::Logging::Logger;
 
 namespace {
@@ -134,12 +135,13 @@ void BatchRun::setArguments()
     set("argc", Value(Tcl_NewWideIntObj(line.scriptArguments.size())));
 }
 
-QString BatchRun::scriptProblem(const QString &script)
+Status BatchRun::checkScript(const QString &script)
 {
     const QByteArray path = QFile::encodeName(script);
-    if (::access(path.constData(), R_OK) != 0)
-        return QString::fromLocal8Bit(std::strerror(errno));
-    if (QFileInfo(script).isDir())
-        return QString::fromLocal8Bit(std::strerror(EISDIR));
-    return QString();
+    int error = ::access(path.constData(), R_OK) != 0 ? errno : 0;
+    if (error == 0 && QFileInfo(script).isDir())
+        error = EISDIR;
+    return error == 0 ? Status()
+                      : Status::io(u"cannot read the script %1: %2"_s.arg(
+                          script, QString::fromLocal8Bit(std::strerror(error))));
 }

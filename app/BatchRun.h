@@ -23,8 +23,8 @@ public:
     // failed, with the reason on standard error.
     int run();
 
-    // Why the script cannot be read; empty when it can.
-    static QString scriptProblem(const QString &script);
+    // Whether the script can be read.
+    static Qtilities::Core::Status checkScript(const QString &script);
 
 private:
     void returnToFolderOfCall();

@@ -10,6 +10,8 @@
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::BuildSettings;
+using Qtilities::Core::Result;
+using Qtilities::Core::Status;
 using Qtilities::Logging::Logger;
 
 namespace {
@@ -52,11 +54,9 @@ public:
         line.folder = folder;
     }
 
-    // False with the reason in error.
-    bool run();
+    Status run();
 
     CommandLine line;
-    QString error;
 
 private:
     // Takes one option; its value, if it wants one, stands behind an equals sign or is the next
@@ -66,24 +66,23 @@ private:
         QStringView name;
         QStringView shortName;
         QStringView value;
-        bool (Parser::*take)(const QString &value);
+        Status (Parser::*take)(const QString &value);
     };
     static const std::array<Option, 9> options;
 
-    bool takeArgument(const QString &argument);
-    bool takeOption(const Option &option, const QString &argument, std::optional<QString> value);
-    bool takeScript(const QString &value);
-    bool takeCommand(const QString &value);
-    bool takeTerminal(const QString &value);
-    bool takeRun(CommandLine::Run run);
-    bool takeSession(const QString &value);
-    bool takeLogLevel(const QString &value);
-    bool takeJobs(const QString &value);
-    bool takeKeepGoing(const QString &value);
-    bool takeHelp(const QString &value);
-    bool takeVersion(const QString &value);
+    Status takeArgument(const QString &argument);
+    Status takeOption(const Option &option, const QString &argument, std::optional<QString> value);
+    Status takeScript(const QString &value);
+    Status takeCommand(const QString &value);
+    Status takeTerminal(const QString &value);
+    Status takeRun(CommandLine::Run run);
+    Status takeSession(const QString &value);
+    Status takeLogLevel(const QString &value);
+    Status takeJobs(const QString &value);
+    Status takeKeepGoing(const QString &value);
+    Status takeHelp(const QString &value);
+    Status takeVersion(const QString &value);
 
-    bool fail(const QString &reason);
     QString absolute(const QString &path) const { return QDir(base).absoluteFilePath(path); }
 
     QStringList rest;
@@ -104,29 +103,30 @@ const std::array<Parser::Option, 9> Parser::options {{
     {u"--version", u"-v", {}, &Parser::takeVersion},
 }};
 
-bool Parser::run()
+Status Parser::run()
 {
     line.logTypes = warnings;
     while (!rest.isEmpty() && !finished) {
-        if (!takeArgument(rest.takeFirst()))
-            return false;
+        if (const Status taken = takeArgument(rest.takeFirst()); !taken.isOk())
+            return taken;
     }
     if (!line.hasWindow() && !line.files.isEmpty() && !finished)
-        return fail(u"files are opened in a window only: %1"_s.arg(line.files.first()));
-    return true;
+        return Status::invalidArgument(
+            u"files are opened in a window only: %1"_s.arg(line.files.first()));
+    return {};
 }
 
-bool Parser::takeArgument(const QString &argument)
+Status Parser::takeArgument(const QString &argument)
 {
     if (onlyFiles || !argument.startsWith(u'-') || argument == u"-") {
         if (argument.isEmpty())
-            return fail(u"a file name is empty"_s);
+            return Status::invalidArgument(u"a file name is empty"_s);
         line.files.append(absolute(argument));
-        return true;
+        return {};
     }
     if (argument == u"--") {
         onlyFiles = true;
-        return true;
+        return {};
     }
     const qsizetype equals = argument.startsWith(u"--"_s) ? argument.indexOf(u'=') : -1;
     const QString name = argument.left(equals);
@@ -135,113 +135,109 @@ bool Parser::takeArgument(const QString &argument)
             return takeOption(option, name,
                               equals < 0 ? std::nullopt : std::optional(argument.mid(equals + 1)));
     }
-    return fail(u"unknown option %1"_s.arg(name));
+    return Status::invalidArgument(u"unknown option %1"_s.arg(name));
 }
 
-bool Parser::takeOption(const Option &option, const QString &argument, std::optional<QString> value)
+Status Parser::takeOption(const Option &option, const QString &argument,
+                          std::optional<QString> value)
 {
     const bool wantsValue = !option.value.isEmpty();
     if (!wantsValue && value)
-        return fail(u"%1 takes no value"_s.arg(argument));
+        return Status::invalidArgument(u"%1 takes no value"_s.arg(argument));
     if (wantsValue && !value) {
         if (rest.isEmpty())
-            return fail(u"%1 needs %2 behind it"_s.arg(argument, option.value));
+            return Status::invalidArgument(u"%1 needs %2 behind it"_s.arg(argument, option.value));
         value = rest.takeFirst();
     }
     return (this->*option.take)(value.value_or(QString()));
 }
 
 // A run is of one kind.
-bool Parser::takeRun(CommandLine::Run run)
+Status Parser::takeRun(CommandLine::Run run)
 {
     if (line.run != CommandLine::Run::Window && line.run != run)
-        return fail(u"%1 and %2 exclude each other"_s.arg(optionOf(std::min(line.run, run)),
-                                                          optionOf(std::max(line.run, run))));
+        return Status::invalidArgument(u"%1 and %2 exclude each other"_s.arg(
+            optionOf(std::min(line.run, run)), optionOf(std::max(line.run, run))));
     line.run = run;
-    return true;
+    return {};
 }
 
-bool Parser::takeScript(const QString &value)
+Status Parser::takeScript(const QString &value)
 {
-    if (!takeRun(CommandLine::Run::Script))
-        return false;
+    if (const Status taken = takeRun(CommandLine::Run::Script); !taken.isOk())
+        return taken;
     if (value.isEmpty())
-        return fail(u"the name of the script is empty"_s);
+        return Status::invalidArgument(u"the name of the script is empty"_s);
     line.script = value == u"-"_s ? CommandLine::standardInput : absolute(value);
     line.scriptArguments = rest;
     rest.clear();
-    return true;
+    return {};
 }
 
-bool Parser::takeCommand(const QString &value)
+Status Parser::takeCommand(const QString &value)
 {
     line.commands.append(value);
     return takeRun(CommandLine::Run::Commands);
 }
 
-bool Parser::takeTerminal(const QString &) { return takeRun(CommandLine::Run::Terminal); }
+Status Parser::takeTerminal(const QString &) { return takeRun(CommandLine::Run::Terminal); }
 
-bool Parser::takeSession(const QString &value)
+Status Parser::takeSession(const QString &value)
 {
     if (value.isEmpty())
-        return fail(u"the name of the session folder is empty"_s);
+        return Status::invalidArgument(u"the name of the session folder is empty"_s);
     line.sessionFolder = absolute(value);
-    return true;
+    return {};
 }
 
-bool Parser::takeLogLevel(const QString &value)
+Status Parser::takeLogLevel(const QString &value)
 {
     for (const LogLevel &level : logLevels) {
         if (value == level.name) {
             line.logTypes = level.types;
-            return true;
+            return {};
         }
     }
-    return fail(u"unknown log level %1 (error, warning, info, debug)"_s.arg(value));
+    return Status::invalidArgument(
+        u"unknown log level %1 (error, warning, info, debug)"_s.arg(value));
 }
 
-bool Parser::takeJobs(const QString &value)
+Status Parser::takeJobs(const QString &value)
 {
     line.jobs = BuildSettings::countFrom(value);
-    return line.jobs || fail(u"--jobs wants a number of at least 1, not %1"_s.arg(value));
+    return line.jobs
+        ? Status()
+        : Status::invalidArgument(u"--jobs wants a number of at least 1, not %1"_s.arg(value));
 }
 
-bool Parser::takeKeepGoing(const QString &)
+Status Parser::takeKeepGoing(const QString &)
 {
     line.keepGoing = true;
-    return true;
+    return {};
 }
 
-bool Parser::takeHelp(const QString &)
+Status Parser::takeHelp(const QString &)
 {
     line.run = CommandLine::Run::ShowHelp;
     finished = true;
-    return true;
+    return {};
 }
 
-bool Parser::takeVersion(const QString &)
+Status Parser::takeVersion(const QString &)
 {
     line.run = CommandLine::Run::ShowVersion;
     finished = true;
-    return true;
-}
-
-bool Parser::fail(const QString &reason)
-{
-    error = reason;
-    return false;
+    return {};
 }
 
 } // namespace
 
-std::optional<CommandLine> CommandLine::parse(const QStringList &arguments, const QString &folder,
-                                              QString *error)
+Result<CommandLine> CommandLine::parse(const QStringList &arguments, const QString &folder)
 {
     Parser parser(arguments, folder);
-    if (parser.run())
-        return parser.line;
-    *error = parser.error;
-    return std::nullopt;
+    if (const Status parsed = parser.run(); !parsed.isOk())
+        return parsed;
+    return parser.line;
 }
 
 QString CommandLine::help()

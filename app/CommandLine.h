@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Qtilities/Status.h>
+
 #include <QString>
 #include <QStringList>
 
@@ -34,10 +36,9 @@ struct CommandLine
     // The name of the script that is standard input.
     static inline const QString standardInput = QStringLiteral("/dev/stdin");
 
-    // Reads the arguments behind the program's name. Without a result the line is bad and *error
-    // says why, in one sentence without a final line feed.
-    static std::optional<CommandLine> parse(const QStringList &arguments, const QString &folder,
-                                            QString *error);
+    // Reads the arguments behind the program's name.
+    static Qtilities::Core::Result<CommandLine> parse(const QStringList &arguments,
+                                                      const QString &folder);
 
     // The text of --help, with a final line feed.
     static QString help();

@@ -294,9 +294,9 @@ void MainWindow::createIssuesDock()
 // From a file, since the console reads what is typed in its own way.
 void MainWindow::runCommands(const QString &commands)
 {
-    const QString refusal = running::refusal();
-    if (!refusal.isEmpty() || !console)
-        return messages::tell(refusal);
+    const Qtilities::Core::Status free = running::check();
+    if (!free.isOk() || !console)
+        return messages::tell(free.text());
     const QString file = QtilitiesApplication::applicationSessionPath() + u"/Logs/again.tcl"_s;
     if (!Qtilities::Logging::logStatus(
             Qtilities::Core::writeFileAtomically(file, commands.toUtf8() + '\n')))

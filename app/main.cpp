@@ -153,30 +153,29 @@ int main(int argc, char **argv)
     QCoreApplication::setApplicationName(u"morvalen"_s);
     QCoreApplication::setApplicationVersion(QStringLiteral(MORVALEN_VERSION));
 
-    QStringList words;
+    QStringList arguments;
     for (int i = 1; i < argc; ++i)
-        words.append(QString::fromLocal8Bit(argv[i]));
-    QString error;
-    std::optional<CommandLine> line = CommandLine::parse(words, QDir::currentPath(), &error);
-    if (!line)
-        return fail(error + u"\nTry \"morvalen --help\"."_s);
-    if (line->run == CommandLine::Run::ShowHelp)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    Result<CommandLine> parsed = CommandLine::parse(arguments, QDir::currentPath());
+    if (!parsed.isOk())
+        return fail(parsed.status().text() + u"\nTry \"morvalen --help\"."_s);
+    CommandLine &line = parsed.value();
+    if (line.run == CommandLine::Run::ShowHelp)
         return show(CommandLine::help());
-    if (line->run == CommandLine::Run::ShowVersion)
+    if (line.run == CommandLine::Run::ShowVersion)
         return show(version());
 
-    if (line->run == CommandLine::Run::Terminal && !LineEditor::hasTerminal()) {
-        line->run = CommandLine::Run::Script;
-        line->script = CommandLine::standardInput;
+    if (line.run == CommandLine::Run::Terminal && !LineEditor::hasTerminal()) {
+        line.run = CommandLine::Run::Script;
+        line.script = CommandLine::standardInput;
     }
-    const QString problem =
-        line->run == CommandLine::Run::Script ? BatchRun::scriptProblem(line->script) : QString();
-    if (!problem.isEmpty())
-        return fail(u"cannot read the script %1: %2"_s.arg(line->script, problem));
-    const QString noDisplay = line->hasWindow() ? display::problem() : QString();
-    if (!noDisplay.isEmpty())
-        return fail(noDisplay, failure);
-    if (const Status prepared = prepareSession(&*line); !prepared.isOk())
+    const bool isScript = line.run == CommandLine::Run::Script;
+    if (const Status script = isScript ? BatchRun::checkScript(line.script) : Status();
+        !script.isOk())
+        return fail(script.text());
+    if (const Status shown = line.hasWindow() ? display::check() : Status(); !shown.isOk())
+        return fail(shown.text(), failure);
+    if (const Status prepared = prepareSession(&line); !prepared.isOk())
         return fail(prepared.text());
-    programend::leave(runApplication(*line));
+    programend::leave(runApplication(line));
 }

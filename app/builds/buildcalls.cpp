@@ -36,10 +36,10 @@ struct Texts
 
 bool isRefused()
 {
-    const QString refusal = running::refusal();
-    if (!refusal.isEmpty())
-        Logger::instance()->logPriorityMessage(QString(), Logger::Warning, refusal);
-    return !refusal.isEmpty();
+    const Status free = running::check();
+    if (!free.isOk())
+        Logger::instance()->logPriorityMessage(QString(), Logger::Warning, free.text());
+    return !free.isOk();
 }
 
 // The receiver is what the call is about: when it goes, the call is not made.

@@ -9,6 +9,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::ChangeBracket;
+using Qtilities::Core::Status;
 using Qtilities::CoreGui::QtilitiesApplication;
 
 namespace running {
@@ -28,15 +29,17 @@ QString consoleRefusal()
 
 bool isConsoleBusy() { return !consoleRefusal().isEmpty(); }
 
-QString refusal()
+Status check()
 {
     const QString text = consoleRefusal();
     if (!text.isEmpty())
-        return text + u' '
-            + QCoreApplication::translate("running", "The console is running another one.");
+        return Status::busy(
+            text + u' '
+            + QCoreApplication::translate("running", "The console is running another one."));
     if (ChangeBracket::instance()->depth() > 0)
-        return QCoreApplication::translate("running", "A script is changing the designs.");
-    return QString();
+        return Status::busy(
+            QCoreApplication::translate("running", "A script is changing the designs."));
+    return {};
 }
 
 } // namespace running

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <Qtilities/Status.h>
 
 // What runs in the program now, beside the user's own doing.
 namespace running {
@@ -9,8 +9,7 @@ namespace running {
 // the window stays alive meanwhile.
 bool isConsoleBusy();
 
-// Why nothing may be opened, made or closed from the window now, in one sentence; empty when
-// nothing is in the way.
-QString refusal();
+// Whether anything may be opened, made or closed from the window now.
+Qtilities::Core::Status check();
 
 } // namespace running

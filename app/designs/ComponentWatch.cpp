@@ -91,7 +91,7 @@ void ComponentWatch::lookSoon() { timer.start(settleMilliseconds); }
 
 void ComponentWatch::look()
 {
-    if (!running::refusal().isEmpty()) {
+    if (!running::check().isOk()) {
         timer.start(retryMilliseconds);
         return;
     }

@@ -37,10 +37,10 @@ QLabel *makeFact(const QString &text, QWidget *parent)
 
 // A read-only design has its new name checked as if it were a new design's: the dialog takes the
 // flag away first.
-bool isGoodName(const IDesign &design, const QString &name, QString *error)
+Status checkName(const IDesign &design, const QString &name)
 {
     const bool isFree = name != design.name() && design.isReadOnly();
-    return DesignManager::instance()->checkDesignName(name, error, isFree ? nullptr : &design);
+    return DesignManager::instance()->tryDesignName(name, isFree ? nullptr : &design);
 }
 
 } // namespace
@@ -113,10 +113,9 @@ void DesignDialog::check()
         line->setReadOnly(!writable);
     description->setReadOnly(!writable);
 
-    QString error;
-    const bool good = row.isThere() && isGoodName(*row.design(), name->text(), &error);
-    problem->setText(good ? QString() : error);
-    ok->setEnabled(good);
+    const Status checked = row.isThere() ? checkName(*row.design(), name->text()) : Status();
+    problem->setText(checked.text());
+    ok->setEnabled(row.isThere() && checked.isOk());
 }
 
 void DesignDialog::accept()

@@ -91,8 +91,8 @@ void deleting::deleteFromDisk(const QList<TreeRow> &rows, QWidget *window)
     if (how == questions::Deletion::None)
         return;
     // Nothing is deleted under the hands of a script, which may have begun meanwhile.
-    if (const QString refusal = running::refusal(); !refusal.isEmpty()) {
-        messages::warn(window, DesignTree::tr("Not Deleted"), {refusal});
+    if (const Status free = running::check(); !free.isOk()) {
+        messages::warn(window, DesignTree::tr("Not Deleted"), {free.text()});
         return;
     }
     HostCall attempt(window, DesignTree::tr("Not Deleted"));

@@ -48,10 +48,10 @@ bool hasFolder(const RowCall &call)
 // Nothing is closed or deleted under the hands of a script.
 bool isRefused(const RowCall &call, const QString &title)
 {
-    const QString refusal = running::refusal();
-    if (!refusal.isEmpty())
-        messages::warn(call.window(), title, {refusal});
-    return !refusal.isEmpty();
+    const Status free = running::check();
+    if (!free.isOk())
+        messages::warn(call.window(), title, {free.text()});
+    return !free.isOk();
 }
 
 void setActive(const RowCall &call)

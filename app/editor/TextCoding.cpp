@@ -6,6 +6,7 @@
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 
 namespace {
 
@@ -60,12 +61,13 @@ QByteArray toUtf16(const QString &text, TextCoding::Kind kind)
     return bytes;
 }
 
-QString whyNotText(qsizetype size, qsizetype zeros, qsizetype controls)
+Status checkText(qsizetype size, qsizetype zeros, qsizetype controls)
 {
     if (zeros > 0)
-        return TextCoding::tr("it is not text, since it holds a zero byte");
+        return Status::malformed(TextCoding::tr("it is not text, since it holds a zero byte"));
     if (controls * textPerControl > size)
-        return TextCoding::tr("it is not text, since it holds too many control characters");
+        return Status::malformed(
+            TextCoding::tr("it is not text, since it holds too many control characters"));
     return {};
 }
 
@@ -88,19 +90,19 @@ TextCoding TextCoding::of(const QByteArray &bytes, QString *text)
     return Latin1;
 }
 
-QString TextCoding::whyNotText(const QByteArray &bytes)
+Status TextCoding::check(const QByteArray &bytes)
 {
     if (const auto kind = kindOfUtf16(bytes); kind && bytes.size() % 2 == 0) {
         const QString text = fromUtf16(bytes, *kind);
         const auto controls = std::count_if(text.begin(), text.end(), [](QChar character) {
             return isControl(character.unicode());
         });
-        return ::whyNotText(text.size(), text.count(QChar()), controls);
+        return checkText(text.size(), text.count(QChar()), controls);
     }
     const auto controls = std::count_if(bytes.begin(), bytes.end(), [](char byte) {
         return isControl(static_cast<unsigned char>(byte));
     });
-    return ::whyNotText(bytes.size(), bytes.count('\0'), controls);
+    return checkText(bytes.size(), bytes.count('\0'), controls);
 }
 
 std::optional<QByteArray> TextCoding::encode(const QString &text, qsizetype *place) const

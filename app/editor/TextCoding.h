@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Qtilities/Status.h>
+
 #include <QByteArray>
 #include <QCoreApplication>
 #include <QList>
@@ -23,8 +25,8 @@ public:
     // The text of the bytes, and how they were read. Encoding it again gives the same bytes.
     static TextCoding of(const QByteArray &bytes, QString *text);
 
-    // Why bytes are not text, in a few words; empty when they are.
-    static QString whyNotText(const QByteArray &bytes);
+    // Whether bytes are text; the reason in a few words that follow a colon.
+    static Qtilities::Core::Status check(const QByteArray &bytes);
 
     // Nothing when a character cannot be written in this coding; *place is its index then.
     std::optional<QByteArray> encode(const QString &text, qsizetype *place) const;

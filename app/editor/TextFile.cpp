@@ -80,17 +80,14 @@ Result<TextFile::Contents> TextFile::load() const
     if (contents.content.bytes.size() > sizeLimit)
         return cannotOpen(
             tr("it is larger than %1").arg(QLocale().formattedDataSize(sizeLimit, 0)));
-    QString refusal = TextCoding::whyNotText(contents.content.bytes);
-    if (refusal.isEmpty()) {
-        QString text;
-        contents.coding = TextCoding::of(contents.content.bytes, &text);
-        contents.lines = lineends::split(text);
-        if (hasLineBeyond(contents.lines.text, lineLimit))
-            refusal = tr("it has a line of more than %L1 characters").arg(lineLimit);
-    }
-    if (refusal.isEmpty())
-        return contents;
-    return cannotOpen(refusal);
+    if (const Status isText = TextCoding::check(contents.content.bytes); !isText.isOk())
+        return cannotOpen(isText.text());
+    QString text;
+    contents.coding = TextCoding::of(contents.content.bytes, &text);
+    contents.lines = lineends::split(text);
+    if (hasLineBeyond(contents.lines.text, lineLimit))
+        return cannotOpen(tr("it has a line of more than %L1 characters").arg(lineLimit));
+    return contents;
 }
 
 Status TextFile::cannotOpen(const QString &reason) const

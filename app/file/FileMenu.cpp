@@ -13,6 +13,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::Interfaces::IDesign;
+using Qtilities::Core::Status;
 
 FileMenu::FileMenu(EditorArea *editors, QWidget *theWindow)
     : QMenu(tr("&File"), theWindow),
@@ -62,13 +63,13 @@ void FileMenu::addDesignActions()
 void FileMenu::showState()
 {
     saving->showState();
-    const QString refusal = running::refusal();
+    const Status free = running::check();
     for (QAction *action : std::as_const(changing)) {
-        action->setEnabled(refusal.isEmpty());
-        action->setStatusTip(refusal);
+        action->setEnabled(free.isOk());
+        action->setStatusTip(free.text());
     }
     const IDesign *design = chosendesign::get();
-    closeAction->setEnabled(design && refusal.isEmpty());
+    closeAction->setEnabled(design && free.isOk());
     QString name = design ? design->name() : QString();
     name.replace(u'&', u"&&"_s);
     closeAction->setText(design ? tr("&Close \"%1\"").arg(name) : tr("&Close Design"));
@@ -84,8 +85,8 @@ void FileMenu::enable()
 
 void FileMenu::newDesign()
 {
-    if (const QString refusal = running::refusal(); !refusal.isEmpty())
-        return messages::tell(refusal);
+    if (const Status free = running::check(); !free.isOk())
+        return messages::tell(free.text());
     NewDesignDialog(window).exec();
 }
 

@@ -21,6 +21,7 @@
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
 using MorvalenCore::DesignStructureManager;
+using Qtilities::Core::Status;
 
 namespace {
 
@@ -124,8 +125,8 @@ void NewDesignDialog::showProblem(const QString &text)
 
 void NewDesignDialog::accept()
 {
-    if (const QString refusal = running::refusal(); !refusal.isEmpty())
-        return showProblem(refusal);
+    if (const Status free = running::check(); !free.isOk())
+        return showProblem(free.text());
     const QStringList words {
         u"designs"_s,    u"new"_s,      name->text(), type->currentText(), structure->currentText(),
         library->text(), vendor->text()};

@@ -33,7 +33,7 @@ void ProjectMenu::showState()
 {
     const ProjectManager *manager = ProjectManager::instance();
     const bool isOpen = manager->currentProject();
-    const bool isFree = running::refusal().isEmpty();
+    const bool isFree = running::check().isOk();
     for (QAction *action : actions())
         action->setEnabled(isFree);
     saveAction->setEnabled(

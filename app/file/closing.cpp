@@ -161,8 +161,8 @@ bool closeDesign(QWidget *parent, const QString &designId)
     if (!settleDesigns(parent, {designId}, &givenUp))
         return false;
     // While the user was asked, a script may have begun.
-    if (const QString refusal = running::refusal(); !refusal.isEmpty()) {
-        messages::warn(parent, Texts::tr("Not Closed"), {refusal});
+    if (const Status free = running::check(); !free.isOk()) {
+        messages::warn(parent, Texts::tr("Not Closed"), {free.text()});
         return false;
     }
     if (!carryOut(parent, givenUp))

@@ -27,10 +27,10 @@ struct Texts
 
 bool isFree(QWidget *parent)
 {
-    const QString refusal = running::refusal();
-    if (!refusal.isEmpty())
-        messages::warn(parent, Texts::tr("Not Now"), {refusal});
-    return refusal.isEmpty();
+    const Status free = running::check();
+    if (!free.isOk())
+        messages::warn(parent, Texts::tr("Not Now"), {free.text()});
+    return free.isOk();
 }
 
 } // namespace

@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 
 namespace display {
 
@@ -72,18 +73,19 @@ bool isUsableWayland(const QString &name)
 
 } // namespace
 
-QString problem()
+Status check()
 {
     if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        return QString();
+        return {};
     const QString x = qEnvironmentVariable("DISPLAY");
     const QString wayland = qEnvironmentVariable("WAYLAND_DISPLAY");
     const QString hint = u"; --batch and -c need none"_s;
     if (x.isEmpty() && wayland.isEmpty())
-        return u"there is no display for a window"_s + hint;
+        return Status::notFound(u"there is no display for a window"_s + hint);
     if ((!x.isEmpty() && isUsableX(x)) || (!wayland.isEmpty() && isUsableWayland(wayland)))
-        return QString();
-    return u"the display \"%1\" does not answer"_s.arg(x.isEmpty() ? wayland : x) + hint;
+        return {};
+    return Status::notFound(u"the display \"%1\" does not answer"_s.arg(x.isEmpty() ? wayland : x)
+                            + hint);
 }
 
 } // namespace display

@@ -10,6 +10,7 @@
 #include <QInputDialog>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 
 namespace scriptfiles {
 
@@ -20,17 +21,18 @@ struct Texts
     Q_DECLARE_TR_FUNCTIONS(scriptfiles)
 };
 
-// Why a name below the folder of scripts cannot be used; empty when it can.
-QString problemOf(const QString &name, const QString &path)
+// Whether a name below the folder of scripts can be used; makes the folders on the way to it.
+Status prepare(const QString &name, const QString &path)
 {
     const QString clean = QDir::cleanPath(name);
     if (QDir::isAbsolutePath(clean) || clean == u".."_s || clean.startsWith(u"../"_s))
-        return Texts::tr("\"%1\" is not below the folder of scripts.").arg(name);
+        return Status::invalidArgument(
+            Texts::tr("\"%1\" is not below the folder of scripts.").arg(name));
     const QFileInfo file(path);
     if (file.exists() || file.isSymLink())
-        return Texts::tr("There is a script \"%1\" already.").arg(clean);
+        return Status::alreadyExists(Texts::tr("There is a script \"%1\" already.").arg(clean));
     if (!QDir().mkpath(file.path()))
-        return Texts::tr("The folder \"%1\" cannot be made.").arg(file.path());
+        return Status::io(Texts::tr("The folder \"%1\" cannot be made.").arg(file.path()));
     return {};
 }
 
@@ -44,10 +46,10 @@ QString askForNew(QWidget *window, const QString &folder, const QString &title)
         return {};
     const QString name = typed.endsWith(u".tcl"_s) ? typed : typed + u".tcl"_s;
     const QString path = QDir::cleanPath(folder + u'/' + name);
-    const QString problem = problemOf(name, path);
-    if (problem.isEmpty())
+    const Status prepared = prepare(name, path);
+    if (prepared.isOk())
         return path;
-    messages::warn(window, title, {problem});
+    messages::warn(window, title, {prepared.text()});
     return {};
 }
 

@@ -115,12 +115,11 @@ void tst_CommandLine::accepted()
 {
     QFETCH(const QStringList, words);
     QFETCH(const QString, line);
-    QString error;
-    const auto parsed = CommandLine::parse(words, u"/call"_s, &error);
-    QCOMPARE(error, QString());
-    QVERIFY(parsed);
-    QCOMPARE(asText(*parsed), line);
-    QCOMPARE(parsed->hasWindow(), parsed->run == Run::Window);
+    const auto parsed = CommandLine::parse(words, u"/call"_s);
+    QCOMPARE(parsed.status().text(), QString());
+    QVERIFY(parsed.isOk());
+    QCOMPARE(asText(parsed.value()), line);
+    QCOMPARE(parsed.value().hasWindow(), parsed.value().run == Run::Window);
 }
 
 void tst_CommandLine::refused_data()
@@ -186,9 +185,10 @@ void tst_CommandLine::refused()
 {
     QFETCH(const QStringList, words);
     QFETCH(const QString, reason);
-    QString error;
-    QVERIFY(!CommandLine::parse(words, u"/call"_s, &error));
-    QCOMPARE(error, reason);
+    const auto parsed = CommandLine::parse(words, u"/call"_s);
+    QVERIFY(!parsed.isOk());
+    QCOMPARE(parsed.status().kind(), Qtilities::Core::Status::Kind::InvalidArgument);
+    QCOMPARE(parsed.status().text(), reason);
 }
 
 void tst_CommandLine::logLevels_data()
@@ -210,10 +210,9 @@ void tst_CommandLine::logLevels()
 {
     QFETCH(const QStringList, words);
     QFETCH(const int, types);
-    QString error;
-    const auto parsed = CommandLine::parse(words, u"/call"_s, &error);
-    QVERIFY(parsed);
-    QCOMPARE(parsed->logTypes, types);
+    const auto parsed = CommandLine::parse(words, u"/call"_s);
+    QVERIFY(parsed.isOk());
+    QCOMPARE(parsed.value().logTypes, types);
 }
 
 void tst_CommandLine::helpNamesEveryOption()

@@ -82,14 +82,11 @@ Result<std::unique_ptr<ComponentDocument>> ComponentDocument::read(const Compone
                                                                    const QByteArray &bytes)
 {
     ComponentReader reader(bytes, file.path());
-    if (!reader.error().isEmpty())
-        return Status::malformed(reader.error());
-    const QStringList oddities = reader.warnings();
+    if (!reader.status().isOk())
+        return reader.status();
+    const Status readable = reader.status();
     auto data = std::make_unique<Private>(file, bytes, reader);
-    const IdentityFindings findings = IdentityCheck::check(data->tree, file.path());
-    Status status = findings.error.isEmpty() ? Status() : Status::malformed(findings.error);
-    for (const QString &warning : oddities + findings.warnings)
-        status.addWarning(warning);
+    const Status status = IdentityCheck::check(data->tree, file.path()).after(readable);
     if (!status.isOk())
         return status;
     return {std::unique_ptr<ComponentDocument>(new ComponentDocument(std::move(data))), status};

@@ -3,6 +3,7 @@
 #include "component/ipxact.h"
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -11,10 +12,7 @@ ComponentReader::ComponentReader(const QByteArray &documentBytes, const QString 
       path(documentPath),
       index(XmlIndex::read(documentBytes, isWanted))
 {
-    if (!index.isValid())
-        refuse(index.line, index.error);
-    else
-        checkRoot();
+    findings = index.isValid() ? readRoot() : refused(index.line, index.error);
 }
 
 bool ComponentReader::isWanted(const XmlNames &names, const XmlName &name, int level)
@@ -32,19 +30,12 @@ QString ComponentReader::onLine(int line, const QString &text) const
     return u"%1:%2: %3"_s.arg(path, QString::number(line), text);
 }
 
-void ComponentReader::refuse(int line, const QString &reason) { errorText = onLine(line, reason); }
-
-QStringList ComponentReader::warnings() const
+Status ComponentReader::refused(int line, const QString &reason) const
 {
-    if (index.undeclaredPrefix.isEmpty())
-        return {};
-    return {
-        onLine(index.undeclaredLine,
-               u"The prefix \"%1\" is not declared; other programs may refuse the document."_s.arg(
-                   index.undeclaredPrefix))};
+    return Status::malformed(onLine(line, reason));
 }
 
-void ComponentReader::checkRoot()
+Status ComponentReader::readRoot()
 {
     const XmlElement &root = index.elements[1];
     const XmlName &name = index.names.at(root.name);
@@ -53,17 +44,23 @@ void ComponentReader::checkRoot()
     const QString place = uri.isEmpty() ? u"in no namespace"_s : u"in the namespace "_s + uri;
     const auto generation = Ipxact::generationOf(index.names.uri(name.space));
     const int line = XmlIndex::lineOf(bytes, root.start);
-    if (name.local != "component") {
-        refuse(
+    if (name.local != "component")
+        return refused(
             line,
             u"The document is not a component: its root element is %1 %2."_s.arg(qualified, place));
-    } else if (!generation) {
-        refuse(line,
-               u"The document is not of a version of IP-XACT that can be read: its root element "
-               "is %1 %2."_s.arg(qualified, place));
-    } else {
-        componentGeneration = *generation;
-    }
+    if (!generation)
+        return refused(
+            line,
+            u"The document is not of a version of IP-XACT that can be read: its root element "
+            "is %1 %2."_s.arg(qualified, place));
+    componentGeneration = *generation;
+    Status found;
+    if (!index.undeclaredPrefix.isEmpty())
+        found.addWarning(onLine(
+            index.undeclaredLine,
+            u"The prefix \"%1\" is not declared; other programs may refuse the document."_s.arg(
+                index.undeclaredPrefix)));
+    return found;
 }
 
 } // namespace MorvalenCore

@@ -3,9 +3,10 @@
 #include "component/Generation.h"
 #include "component/XmlIndex.h"
 
+#include <Qtilities/Status.h>
+
 #include <QByteArray>
 #include <QString>
-#include <QStringList>
 
 namespace MorvalenCore {
 
@@ -16,11 +17,9 @@ public:
     // path is what messages call the document.
     ComponentReader(const QByteArray &bytes, const QString &path);
 
-    // Empty when the bytes are a component that can be used. "FILE:LINE: reason".
-    const QString &error() const { return errorText; }
-
-    // What is odd about a component that can be used. "FILE:LINE: remark".
-    QStringList warnings() const;
+    // Whether the bytes are a component that can be used, with what is odd about it as remarks.
+    // All texts are "FILE:LINE: text".
+    const Qtilities::Core::Status &status() const { return findings; }
 
     XmlIndex takeIndex() { return std::move(index); }
     Generation generation() const { return componentGeneration; }
@@ -30,14 +29,14 @@ public:
 
 private:
     QString onLine(int line, const QString &text) const;
-    void refuse(int line, const QString &reason);
-    void checkRoot();
+    Qtilities::Core::Status refused(int line, const QString &reason) const;
+    Qtilities::Core::Status readRoot();
 
     const QByteArray &bytes;
     QString path;
     XmlIndex index;
     Generation componentGeneration = Generation::Ieee2014;
-    QString errorText;
+    Qtilities::Core::Status findings;
 };
 
 } // namespace MorvalenCore

@@ -161,9 +161,10 @@ void IdentityFields::setDesignAttribute(ComponentTree &tree, QByteArrayView attr
     tree.prune(design);
 }
 
-IdentityFindings IdentityCheck::check(const ComponentTree &tree, const QString &path)
+Status IdentityCheck::check(const ComponentTree &tree, const QString &path)
 {
-    IdentityFindings findings;
+    Status named;
+    Status oddities;
     const auto place = [&](XmlNode node) {
         const qsizetype offset = tree.xml.offset(node != 0 ? node : XmlTree::root);
         return path + u':' + QString::number(XmlIndex::lineOf(tree.xml.originalBytes(), offset))
@@ -176,15 +177,16 @@ IdentityFindings IdentityCheck::check(const ComponentTree &tree, const QString &
         const QString what = QString::fromLatin1(name);
         const QString text = tree.standardText(XmlTree::root, name);
         if (text.isEmpty() && field == DesignField::Name)
-            findings.error = place(node) + u"The component has no name."_s;
+            named = Status::malformed(place(node) + u"The component has no name."_s);
         else if (text.isEmpty())
-            findings.warnings += place(node) + u"The component has no %1."_s.arg(what);
+            oddities.addWarning(place(node) + u"The component has no %1."_s.arg(what));
         else if (isOdd(text))
-            findings.warnings += place(node)
+            oddities.addWarning(
+                place(node)
                 + u"The %1 \"%2\" holds characters that the standard does not allow there."_s.arg(
-                    what, text);
+                    what, text));
     }
-    return findings;
+    return named.after(oddities);
 }
 
 } // namespace MorvalenCore

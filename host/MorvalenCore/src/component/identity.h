@@ -6,7 +6,6 @@
 #include <Qtilities/Status.h>
 
 #include <QString>
-#include <QStringList>
 
 namespace MorvalenCore {
 
@@ -21,18 +20,11 @@ void setDesignAttribute(ComponentTree &tree, QByteArrayView attribute, const QSt
 
 } // namespace IdentityFields
 
-// What is wrong with a component's identity.
-struct IdentityFindings
-{
-    // The component has no name.
-    QString error;
-    QStringList warnings;
-};
-
 namespace IdentityCheck {
 
-// Texts read "PATH:LINE: reason".
-IdentityFindings check(const ComponentTree &tree, const QString &path);
+// A component must have a name; what else is wrong with its identity are remarks. Texts read
+// "PATH:LINE: reason".
+Qtilities::Core::Status check(const ComponentTree &tree, const QString &path);
 
 } // namespace IdentityCheck
 } // namespace MorvalenCore

@@ -122,9 +122,8 @@ Status Design::setIdentity(DesignField field, const QString &text)
         if (!written.isOk())
             return written;
         const QString newId = id(u"."_s);
-        const QString refusal = registry && newId != oldId ? registry->idRefusal(newId) : QString();
-        if (!refusal.isEmpty()) {
-            Status refused = Status::alreadyExists(refusal);
+        Status refused = registry && newId != oldId ? registry->checkId(newId) : Status();
+        if (!refused.isOk()) {
             refused.addStep(state.document().setText(field, oldText));
             return refused;
         }
@@ -251,9 +250,7 @@ Status Design::checkReload(const DesignDocument &document) const
          {DesignField::Vendor, DesignField::Library, DesignField::Name, DesignField::Version})
         parts.append(document.text(field));
     const QString newId = parts.join(u'.');
-    const QString refusal =
-        registry && newId != id(u"."_s) ? registry->idRefusal(newId) : QString();
-    return refusal.isEmpty() ? Status() : Status::alreadyExists(refusal);
+    return registry && newId != id(u"."_s) ? registry->checkId(newId) : Status();
 }
 
 Status Design::reloadComponentFile()

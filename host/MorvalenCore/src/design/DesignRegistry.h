@@ -10,8 +10,8 @@ class DesignRegistry
 public:
     virtual ~DesignRegistry() = default;
 
-    // Why an open design cannot get that id; empty when it can.
-    virtual QString idRefusal(const QString &id) const = 0;
+    // Whether an open design can get that id.
+    virtual Qtilities::Core::Status checkId(const QString &id) const = 0;
     virtual void designIdChanged(Interfaces::IDesign *design, const QString &oldId) = 0;
     virtual void designChanged(Interfaces::IDesign *design) = 0;
 };

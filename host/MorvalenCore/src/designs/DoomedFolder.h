@@ -17,7 +17,7 @@ public:
     DoomedFolder(const Interfaces::IDesign &design, const QString &designsFolder);
 
     // Whether the guard lets it go, so that nothing in it needs to be saved.
-    bool mayGo() const { return deletionRefusal(folder, limits).isEmpty(); }
+    bool mayGo() const { return checkDeletion(folder, limits).isOk(); }
 
     Qtilities::Core::Status remove() const;
 

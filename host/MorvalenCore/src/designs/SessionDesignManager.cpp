@@ -65,8 +65,8 @@ Status SessionDesignManager::tryDesignName(const QString &name, const IDesign *r
         return {};
     if (renamed && renamed->isReadOnly())
         return Status::readOnly(u"The design \"%1\" is read-only"_s.arg(renamed->name()));
-    if (const QString refusal = designNameRefusal(name); !refusal.isEmpty())
-        return Status::invalidArgument(refusal);
+    if (const Status spelling = checkSpelling(name); !spelling.isOk())
+        return spelling;
     for (const IDesign *design : open.all()) {
         if (design->name() == name)
             return Status::alreadyExists(u"A design named \"%1\" is open already"_s.arg(name));
@@ -81,8 +81,8 @@ Status SessionDesignManager::tryAttachDesign(IDesign *design, bool makeActive)
     if (open.all().contains(design))
         return Status::alreadyExists(u"The design \"%1\" is open already"_s.arg(design->name()));
     const QString id = design->id(u"."_s);
-    if (const QString refusal = idRefusal(id); !refusal.isEmpty())
-        return Status::alreadyExists(refusal);
+    if (const Status refused = checkId(id); !refused.isOk())
+        return refused;
     open.add(id, design);
     connect(design->objectBase(), &QObject::destroyed, this, [this, design] { forget(design); });
     if (auto *own = dynamic_cast<Design *>(design))
@@ -186,9 +186,11 @@ const DesignManager::ObjectFactory *SessionDesignManager::factory(const QString 
 
 QStringList SessionDesignManager::extensionWidgetContexts() const { return {u"Context.Designs"_s}; }
 
-QString SessionDesignManager::idRefusal(const QString &id) const
+Status SessionDesignManager::checkId(const QString &id) const
 {
-    return open.find(id) ? u"A design with the id \"%1\" is open already"_s.arg(id) : QString();
+    return open.find(id)
+        ? Status::alreadyExists(u"A design with the id \"%1\" is open already"_s.arg(id))
+        : Status();
 }
 
 void SessionDesignManager::designIdChanged(IDesign *design, const QString &oldId)

@@ -46,7 +46,7 @@ public:
     QStringList extensionWidgetContexts() const override;
 
 private:
-    QString idRefusal(const QString &id) const override;
+    Qtilities::Core::Status checkId(const QString &id) const override;
     void designIdChanged(Interfaces::IDesign *design, const QString &oldId) override;
     void designChanged(Interfaces::IDesign *design) override;
 

@@ -4,6 +4,7 @@
 #include <QList>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -26,18 +27,20 @@ QString shown(char32_t letter)
 
 } // namespace
 
-QString designNameRefusal(const QString &name)
+Status checkSpelling(const QString &designName)
 {
-    if (name.isEmpty())
-        return u"A design's name cannot be empty"_s;
-    const QList<uint> letters = name.toUcs4();
+    if (designName.isEmpty())
+        return Status::invalidArgument(u"A design's name cannot be empty"_s);
+    const QList<uint> letters = designName.toUcs4();
     if (!mayBegin(letters.first()))
-        return u"The design name \"%1\" begins with %2 instead of a letter or \"_\""_s.arg(
-            name, shown(letters.first()));
+        return Status::invalidArgument(
+            u"The design name \"%1\" begins with %2 instead of a letter or \"_\""_s.arg(
+                designName, shown(letters.first())));
     for (const char32_t letter : letters) {
         if (!mayFollow(letter))
-            return u"The design name \"%1\" holds %2, which is no letter, digit, \"_\", \"-\" or \".\""_s
-                .arg(name, shown(letter));
+            return Status::invalidArgument(
+                u"The design name \"%1\" holds %2, which is no letter, digit, \"_\", \"-\" or \".\""_s
+                    .arg(designName, shown(letter)));
     }
     return {};
 }

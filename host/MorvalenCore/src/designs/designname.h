@@ -1,11 +1,12 @@
 #pragma once
 
+#include <Qtilities/Status.h>
+
 #include <QString>
 
 namespace MorvalenCore {
 
-// What is wrong with a name for a design, in one sentence; empty when nothing is. A name is a
-// letter or "_", followed by letters, digits, "_", "-" or ".".
-QString designNameRefusal(const QString &name);
+// Whether a design can have a name: a letter or "_", followed by letters, digits, "_", "-" or ".".
+Qtilities::Core::Status checkSpelling(const QString &designName);
 
 } // namespace MorvalenCore

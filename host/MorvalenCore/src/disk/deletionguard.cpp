@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
@@ -49,42 +50,45 @@ bool holds(const struct stat &doomed, const QString &kept)
     }
 }
 
-// What is wrong with the text of the path, before anything on disk is looked at.
-QString textRefusal(const QString &path)
+Status refused(const QString &sentence) { return Status::invalidArgument(sentence); }
+
+// The text of the path, before anything on disk is looked at.
+Status checkText(const QString &path)
 {
     if (path.isEmpty())
-        return u"An empty path is not deleted"_s;
+        return refused(u"An empty path is not deleted"_s);
     if (path.contains(QChar::Null))
-        return u"A path with a zero character is not deleted"_s;
+        return refused(u"A path with a zero character is not deleted"_s);
     if (!path.startsWith(u'/'))
-        return u"\"%1\" is not deleted because it is not an absolute path"_s.arg(path);
+        return refused(u"\"%1\" is not deleted because it is not an absolute path"_s.arg(path));
     return {};
 }
 
 } // namespace
 
-QString deletionRefusal(const QString &path, const DeletionLimits &limits)
+Status checkDeletion(const QString &path, const DeletionLimits &limits)
 {
-    if (const QString refusal = textRefusal(path); !refusal.isEmpty())
-        return refusal;
+    if (const Status text = checkText(path); !text.isOk())
+        return text;
 
     struct stat doomed;
     if (lstat(QFile::encodeName(path).constData(), &doomed) != 0)
-        return u"\"%1\" is not on disk"_s.arg(path);
+        return refused(u"\"%1\" is not on disk"_s.arg(path));
     if (S_ISLNK(doomed.st_mode))
-        return u"\"%1\" is not deleted because it is a link"_s.arg(path);
+        return refused(u"\"%1\" is not deleted because it is a link"_s.arg(path));
     if (QFileInfo(path).canonicalFilePath() != path)
-        return u"\"%1\" is not deleted because it is not a canonical path"_s.arg(path);
+        return refused(u"\"%1\" is not deleted because it is not a canonical path"_s.arg(path));
 
     for (const QString &kept : alwaysKept() + limits.keep) {
         if (!kept.isEmpty() && holds(doomed, kept))
-            return u"\"%1\" is not deleted because it is or holds \"%2\""_s.arg(path, kept);
+            return refused(
+                u"\"%1\" is not deleted because it is or holds \"%2\""_s.arg(path, kept));
     }
 
     const QString below = QFileInfo(limits.below).canonicalFilePath();
     if (below.isEmpty() || !path.startsWith(below + u'/'))
-        return u"\"%1\" is not deleted because it does not lie below \"%2\""_s.arg(path,
-                                                                                   limits.below);
+        return refused(u"\"%1\" is not deleted because it does not lie below \"%2\""_s.arg(
+            path, limits.below));
     return {};
 }
 

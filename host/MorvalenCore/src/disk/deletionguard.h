@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Qtilities/Status.h>
+
 #include <QString>
 #include <QStringList>
 
@@ -15,9 +17,8 @@ struct DeletionLimits
     QStringList keep;
 };
 
-// Stands before every deletion on disk. Empty when the path may be deleted, otherwise why not, in
-// one sentence. The path must be absolute, canonical (so that no link lies on the way to it), on
-// disk, and not a link itself.
-QString deletionRefusal(const QString &path, const DeletionLimits &limits);
+// Stands before every deletion on disk: whether the path may be deleted. The path must be absolute,
+// canonical (so that no link lies on the way to it), on disk, and not a link itself.
+Qtilities::Core::Status checkDeletion(const QString &path, const DeletionLimits &limits);
 
 } // namespace MorvalenCore

@@ -115,8 +115,8 @@ template <typename Step>
 Status guarded(const QString &path, const DeletionLimits &limits, Deletion how, mode_t kind,
                Step step)
 {
-    if (const QString reason = deletionRefusal(path, limits); !reason.isEmpty())
-        return Status::invalidArgument(reason);
+    if (const Status allowed = checkDeletion(path, limits); !allowed.isOk())
+        return allowed;
 
     const Result<Descriptor> holder = parentOf(path, limits.below);
     if (!holder.isOk())
