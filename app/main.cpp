@@ -93,12 +93,12 @@ int runInBatch(const CommandLine &line)
     return programend::save() ? 0 : failure;
 }
 
-// The words of the command line are not Qt's; without a window its platform is one that needs no
-// display.
+// The arguments of the command line are not Qt's; without a window its platform is one that needs
+// no display.
 int runApplication(const CommandLine &line)
 {
-    static QByteArray words[] {"morvalen", "-platform", "offscreen"};
-    static char *argv[] {words[0].data(), words[1].data(), words[2].data(), nullptr};
+    static QByteArray arguments[] {"morvalen", "-platform", "offscreen"};
+    static char *argv[] {arguments[0].data(), arguments[1].data(), arguments[2].data(), nullptr};
     static int argc = 3;
     if (line.hasWindow()) {
         argc = 1;

@@ -22,7 +22,7 @@ using Stamp = KnownFile::Stamp;
 class SecuredFiles
 {
 public:
-    bool hold(const QString &fileName, const Stamp &stamp)
+    bool contains(const QString &fileName, const Stamp &stamp)
     {
         const QMutexLocker lock(&mutex);
         return stamps.value(fileName) == stamp;
@@ -105,7 +105,7 @@ Status secure(const QString &fileName)
 {
     static SecuredFiles secured;
     const Stamp stamp = KnownFile::stampOf(fileName);
-    if (!stamp.exists() || secured.hold(fileName, stamp))
+    if (!stamp.exists() || secured.contains(fileName, stamp))
         return {};
     const Result<QByteArray> content = readRegularFile(fileName);
     if (!content.isOk()) {
