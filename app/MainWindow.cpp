@@ -22,6 +22,7 @@
 #include "app/issues/WindowLinks.h"
 #include "app/journal/CommandJournal.h"
 #include "app/journal/JournalDock.h"
+#include "app/journal/journaling.h"
 #include "app/keeping/TextKeeper.h"
 #include "app/live/LiveWindow.h"
 #include "app/live/passrules.h"
@@ -286,23 +287,29 @@ void MainWindow::createIssuesDock()
     journalDock = new JournalDock(this);
     addDockWidget(Qt::BottomDockWidgetArea, journalDock);
     tabifyDockWidget(issuesDock, journalDock);
-    connect(journalDock, &JournalDock::runWanted, this, &MainWindow::runCommands);
+    connect(journalDock, &JournalDock::runWanted, this, &MainWindow::runAgain);
     logDock->raise();
     new IssueMarks(issueList, designs->editorArea(), this);
 }
 
 // From a file, since the console reads what is typed in its own way.
-void MainWindow::runCommands(const QString &commands)
+void MainWindow::runAgain(const QStringList &entries)
 {
     const Qtilities::Core::Status free = running::check();
     if (!free.isOk() || !console)
         return messages::tell(free.text());
     const QString file = QtilitiesApplication::applicationSessionPath() + u"/Logs/again.tcl"_s;
     if (!Qtilities::Logging::logStatus(
-            Qtilities::Core::writeFileAtomically(file, commands.toUtf8() + '\n')))
+            Qtilities::Core::writeFileAtomically(file, entries.join(u'\n').toUtf8() + '\n')))
         return;
-    QString result;
-    console->execCommand(u"source "_s + journal::quoted(file), true, true, &result);
+    const QString command = u"source "_s + journal::quoted(file);
+    CommandJournal::instance()->standIn(command, entries);
+    if (!console->execCommand(command, true, true, nullptr)) {
+        CommandJournal::instance()->standIn({}, {});
+        CommandJournal::instance()->remark(
+            tr("Entries were run again, of which one has failed; what those before it did is not "
+               "here"));
+    }
 }
 
 void MainWindow::createMenus()
@@ -369,6 +376,7 @@ void MainWindow::createFindTools(ScriptMenu *scripts, ViewMenu *view)
     connect(finding, &FindTools::designWanted, this, [this](const QString &id) {
         activateMode(DesignsMode::id);
         DesignManager::instance()->setActiveDesign(id);
+        journaling::activated(id);
     });
     connect(finding, &FindTools::locatorWanted, this, [finding, scripts] {
         finding->showLocator(scripts->scripts(), PreferencesDialog::pageTitles());

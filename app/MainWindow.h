@@ -104,7 +104,7 @@ private:
     void createFindTools(ScriptMenu *scripts, ViewMenu *view);
     void askForPreferences(const QString &page = {});
     static void focusMode(Qtilities::CoreGui::Interfaces::IMode *mode);
-    void runCommands(const QString &commands);
+    void runAgain(const QStringList &entries);
     void followPreferences();
     void remember();
     void updateTitle();

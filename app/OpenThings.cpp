@@ -9,6 +9,7 @@
 #include "app/editor/EditorArea.h"
 #include "app/editor/TextEdit.h"
 #include "app/editor/TextPage.h"
+#include "app/journal/journaling.h"
 #include "app/MainWindow.h"
 #include "app/messages/messages.h"
 #include "app/session/preferences.h"
@@ -136,8 +137,10 @@ void OpenThings::openDesigns(const QJsonObject &things, QStringList *reasons) co
             open(file);
     }
     const QString active = idOfFile(things.value(u"active"_s).toString());
-    if (!active.isEmpty())
+    if (!active.isEmpty()) {
         DesignManager::instance()->setActiveDesign(active);
+        journaling::activated(active);
+    }
 }
 
 void OpenThings::openPages(const QJsonObject &things) const

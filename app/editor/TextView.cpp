@@ -11,8 +11,7 @@
 
 TextView::TextView(QWidget *parent) : TextView(new TextEdit, parent) { }
 
-TextView::TextView(const TextView &other, QWidget *parent)
-    : TextView(other.edit->another(), parent)
+TextView::TextView(const TextView &other, QWidget *parent) : TextView(other.edit->another(), parent)
 {
     position->take(*other.position);
     edit->verticalScrollBar()->setValue(other.edit->verticalScrollBar()->value());

@@ -65,19 +65,46 @@ void CommandJournal::remark(const QString &text)
     append(u"# "_s + line + (line.endsWith(u'\\') ? u"."_s : QString()));
 }
 
+void CommandJournal::standIn(const QString &command, const QStringList &entries)
+{
+    standingFor = command;
+    standIns = entries;
+}
+
 // A command that has failed may have done something, but not again.
 void CommandJournal::follow(const QConsole *console)
 {
     connect(console, &QConsole::commandSucceeded, this, [this](const QString &command) {
-        if (!command.trimmed().isEmpty())
+        if (scripts > 0) {
+            hasScriptSucceeded = true;
+        } else if (!standIns.isEmpty() && command == standingFor) {
+            take(standIns.takeFirst());
+            for (const QString &entry : std::exchange(standIns, {}))
+                append(entry);
+            active = expected = activeId();
+        } else if (!command.trimmed().isEmpty()) {
             take(command);
+        }
     });
 }
 
-void CommandJournal::addScript(const QString &script)
+void CommandJournal::beginScript()
 {
-    take(journal::command({u"source"_s, script}));
+    if (scripts++ == 0)
+        hasScriptSucceeded = false;
 }
+
+void CommandJournal::endScript(const QString &script)
+{
+    if (--scripts > 0)
+        return;
+    if (hasScriptSucceeded)
+        take(journal::command({u"source"_s, script}));
+    else
+        remark(tr("The script \"%1\" has failed; what it did before is not here").arg(script));
+}
+
+void CommandJournal::dropScript() { --scripts; }
 
 // It was meant for the design that was active in the window.
 void CommandJournal::take(const QString &command)
@@ -103,6 +130,7 @@ void CommandJournal::clear()
     active.clear();
     file.close();
     file.setFileName(QString());
+    Q_EMIT cleared();
 }
 
 void CommandJournal::append(const QString &entry)

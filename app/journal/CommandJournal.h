@@ -30,8 +30,15 @@ public:
     // What no command says.
     void remark(const QString &text);
 
-    // A script that was run by itself, on whatever was active.
-    void addScript(const QString &file);
+    // A script is run by itself, on whatever is active. What the console is told to run until it
+    // has ended is the script, which stands in the journal as the one command that runs it.
+    void beginScript();
+    void endScript(const QString &file);
+    // The script was not run.
+    void dropScript();
+
+    // The console is about to run entries again with one command; they stand in its place.
+    void standIn(const QString &command, const QStringList &entries);
 
     // Takes what the console runs, from now on.
     void follow(const QConsole *console);
@@ -49,6 +56,7 @@ public:
 
 Q_SIGNALS:
     void added(const QString &entry);
+    void cleared();
 
 private:
     CommandJournal() = default;
@@ -57,6 +65,10 @@ private:
     void take(const QString &command);
 
     QStringList all;
+    int scripts = 0;
+    bool hasScriptSucceeded = false;
+    QString standingFor;
+    QStringList standIns;
     QFile file;
     // The design that would be active if the entries were run; empty when that is not known.
     QString active;

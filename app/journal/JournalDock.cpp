@@ -45,6 +45,7 @@ JournalDock::JournalDock(QWidget *parent)
     for (const QString &entry : CommandJournal::instance()->entries())
         append(entry);
     connect(CommandJournal::instance(), &CommandJournal::added, this, &JournalDock::append);
+    connect(CommandJournal::instance(), &CommandJournal::cleared, text, &QPlainTextEdit::clear);
 }
 
 void JournalDock::addButtons(QWidget *bar)
@@ -94,15 +95,15 @@ void JournalDock::saveAsScript()
         QMessageBox::warning(this, tr("Not Saved"), written.text());
 }
 
-QString JournalDock::fromHere() const
+QStringList JournalDock::fromHere() const
 {
     const int number = qMax(0, text->textCursor().block().userState());
-    return CommandJournal::instance()->entries().mid(number).join(u'\n');
+    return CommandJournal::instance()->entries().mid(number);
 }
 
 void JournalDock::runFromHere()
 {
-    const QString commands = fromHere();
-    if (!commands.isEmpty())
-        Q_EMIT runWanted(commands);
+    const QStringList entries = fromHere();
+    if (!entries.isEmpty())
+        Q_EMIT runWanted(entries);
 }

@@ -14,7 +14,7 @@ public:
 
 Q_SIGNALS:
     // The user wants commands to be run.
-    void runWanted(const QString &commands);
+    void runWanted(const QStringList &entries);
 
 private:
     void addButtons(QWidget *bar);
@@ -23,7 +23,7 @@ private:
     void saveAsScript();
     void runFromHere();
     // The entries from the one with the cursor on.
-    QString fromHere() const;
+    QStringList fromHere() const;
 
     QPlainTextEdit *text;
 };

@@ -255,7 +255,15 @@ void built(const BuildConfiguration &configuration, bool onlyOutdated)
     }
 }
 
-void scriptRun(const QString &file) { CommandJournal::instance()->addScript(file); }
+void scriptBegins() { CommandJournal::instance()->beginScript(); }
+
+void scriptEnded(const QString &file, bool wasRun)
+{
+    if (wasRun)
+        CommandJournal::instance()->endScript(file);
+    else
+        CommandJournal::instance()->dropScript();
+}
 
 void remark(const QString &text) { CommandJournal::instance()->remark(text); }
 

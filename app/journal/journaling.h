@@ -56,8 +56,9 @@ void configurationDescribed(const IDesign &design, const QString &oldName,
                             const BuildDescription &description);
 void built(const BuildConfiguration &configuration, bool onlyOutdated);
 
-// A script that was run by itself.
-void scriptRun(const QString &file);
+// A script that is run by itself: before, and afterwards, if it was.
+void scriptBegins();
+void scriptEnded(const QString &file, bool wasRun);
 
 // What no command says.
 void remark(const QString &text);

@@ -226,10 +226,10 @@ bool ScriptMenu::run(const QString &script)
     bool started = false;
     QString error;
     running.append(script);
+    journaling::scriptBegins();
     action->execute(&started, &error);
+    journaling::scriptEnded(script, started);
     running.removeOne(script);
-    if (started)
-        journaling::scriptRun(script);
     if (started)
         return true;
     // That a file is missing, the action has logged itself.

@@ -130,4 +130,6 @@ void Story::write(const QString &path, const QByteArray &bytes)
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
         qFatal("cannot write %s", qPrintable(path));
+    if (!written.contains(path))
+        written.insert(path, bytes);
 }

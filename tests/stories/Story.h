@@ -6,6 +6,7 @@
 #include <MorvalenCore/IDesign.h>
 
 #include <QAction>
+#include <QHash>
 #include <QTemporaryDir>
 #include <QWidget>
 
@@ -57,9 +58,14 @@ public:
     static QByteArray read(const QString &path);
     static void write(const QString &path, const QByteArray &bytes);
 
+    // What was first written to each file since it was forgotten.
+    static QHash<QString, QByteArray> firstWritten() { return written; }
+    static void forgetWritten() { written.clear(); }
+
 private:
     QWidget *windowWidget() const;
 
+    static inline QHash<QString, QByteArray> written;
     QTemporaryDir ownFolder;
     QString folder;
     MorvalenCore::DesignProjectItem designsOfProjects;

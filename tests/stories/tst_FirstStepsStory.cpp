@@ -2,10 +2,12 @@
 // console, saved with a key.
 
 #include "app/DesignsMode.h"
+#include "app/journal/CommandJournal.h"
 #include "app/MainWindow.h"
 #include "app/session/RecentFiles.h"
 #include "console/QtclConsole.h"
 #include "tests/stories/DialogVisits.h"
+#include "tests/stories/JournalReplay.h"
 #include "tests/stories/Story.h"
 #include "tests/TestClass.h"
 
@@ -25,7 +27,11 @@ class tst_FirstStepsStory : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { story = std::make_unique<Story>(); }
+    void initTestCase()
+    {
+        JournalReplay::begin();
+        story = std::make_unique<Story>();
+    }
     void cleanupTestCase() { story.reset(); }
 
     void theWindowIsEmpty();
@@ -36,6 +42,7 @@ private Q_SLOTS:
     void whatTheCommandRefusesTheDialogSays();
     void filesAreAddedAndSavedWithAKey();
     void aScriptRuns();
+    void theJournalRunsAgain();
 
 private:
     static QString text(const QDialog *dialog, const char *label)
@@ -193,7 +200,12 @@ void tst_FirstStepsStory::aScriptRuns()
     const QByteArray component = Story::read(story->session() + u"/Designs/uart/component.xml"_s);
     for (const char *name : {"rtl/part0.v", "rtl/part1.v", "rtl/part2.v"})
         QVERIFY(component.contains(name));
+    QCOMPARE(CommandJournal::instance()->entries().constLast(),
+             u"source "_s + journal::quoted(story->session() + u"/Scripts/fill.tcl"_s));
 }
+
+// All of it, from the first key on.
+void tst_FirstStepsStory::theJournalRunsAgain() { JournalReplay::compare(*story); }
 
 TEST_CLASS(tst_FirstStepsStory)
 #include "tst_FirstStepsStory.moc"

@@ -10,8 +10,8 @@
 #include "app/MainWindow.h"
 #include "console/QtclConsole.h"
 #include "interp/commandsManager.h"
-#include "tests/patience.h"
 #include "tests/stories/DialogVisits.h"
+#include "tests/stories/JournalReplay.h"
 #include "tests/stories/Story.h"
 #include "tests/TestClass.h"
 
@@ -26,7 +26,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPlainTextEdit>
-#include <QProcess>
+#include <QTextBlock>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
@@ -49,6 +49,8 @@ private Q_SLOTS:
     void theConsoleIsInIt();
     void theActiveDesignIsSaidWhereItMatters();
     void theDockCopiesAndSaves();
+    void theDockRunsAgainFromALine();
+    void whatFailsAgainIsRemarked();
     void theEnsembleHasIt();
 
 private:
@@ -60,16 +62,13 @@ private:
     void addProperty(const QString &name, const QString &type, const QString &value,
                      const QString &category = {});
     void renameAndConfigure();
-    // Runs the journal in the program, in a session of its own, and compares what both have.
-    void compareWithReplay();
-    static QHash<QString, QByteArray> filesOf(const QString &session);
 
     std::unique_ptr<Story> story;
 };
 
 void tst_JournalStory::init()
 {
-    CommandJournal::instance()->clear();
+    JournalReplay::begin();
     story->window().activateMode(DesignsMode::id);
     story->takeKeyboard();
 }
@@ -85,7 +84,6 @@ void tst_JournalStory::cleanup()
         QVERIFY(QDir(story->session() + u'/' + name).removeRecursively());
         QVERIFY(QDir(story->session()).mkdir(name));
     }
-    QVERIFY(QDir(story->path(u"again"_s)).removeRecursively());
 }
 
 QModelIndex tst_JournalStory::find(const QString &text, const QModelIndex &below) const
@@ -153,42 +151,6 @@ void tst_JournalStory::addProperty(const QString &name, const QString &type, con
            }});
 }
 
-QHash<QString, QByteArray> tst_JournalStory::filesOf(const QString &session)
-{
-    QHash<QString, QByteArray> files;
-    for (const QString &folder : {u"Designs"_s, u"Projects"_s}) {
-        QDir at(session + u'/' + folder);
-        for (const QString &name : at.entryList(QDir::AllEntries | QDir::NoDotAndDotDot)) {
-            const QString path = at.filePath(name);
-            files.insert(folder + u'/' + name,
-                         QFileInfo(path).isDir() ? Story::read(path + u"/component.xml"_s)
-                                                 : Story::read(path));
-        }
-    }
-    return files;
-}
-
-void tst_JournalStory::compareWithReplay()
-{
-    const QString script = story->path(u"journal.tcl"_s);
-    const QByteArray journal = CommandJournal::instance()->text().toUtf8();
-    Story::write(script, journal);
-    QProcess program;
-    program.setProcessChannelMode(QProcess::MergedChannels);
-    program.start(QCoreApplication::applicationDirPath() + u"/../bin/morvalen"_s,
-                  {u"--session"_s, story->path(u"again"_s), u"--batch"_s, script});
-    QVERIFY(program.waitForFinished(patient(20'000)));
-    QVERIFY2(program.exitCode() == 0, journal + program.readAll());
-    const auto expected = filesOf(story->session());
-    const auto found = filesOf(story->path(u"again"_s));
-    QVERIFY(!expected.isEmpty());
-    for (auto file = expected.cbegin(); file != expected.cend(); ++file)
-        QVERIFY2(found.value(file.key()) == file.value(),
-                 journal + file.key().toUtf8() + "\n" + file.value() + "\n"
-                     + found.value(file.key()));
-    QCOMPARE(found.size(), expected.size());
-}
-
 void tst_JournalStory::words_data()
 {
     QTest::addColumn<QString>("text");
@@ -241,7 +203,7 @@ void tst_JournalStory::aDayByMouseRunsAgain()
     // The design that is selected, not the active one.
     QVERIFY2(Story::read(folder + u"/component.xml"_s).contains("out/[x] $y"),
              CommandJournal::instance()->text().toUtf8());
-    compareWithReplay();
+    JournalReplay::compare(*story);
 }
 
 void tst_JournalStory::renameAndConfigure()
@@ -285,7 +247,7 @@ void tst_JournalStory::oddNamesRunAgain()
            }});
     QCOMPARE(Story::activeDesign()->description(), u"two\nlines {\n\\and\\ a [bracket] \""_s);
     choose(u"odd"_s, u"Save"_s);
-    compareWithReplay();
+    JournalReplay::compare(*story);
 }
 
 void tst_JournalStory::theConsoleIsInIt()
@@ -297,7 +259,7 @@ void tst_JournalStory::theConsoleIsInIt()
     QCOMPARE(CommandJournal::instance()->entries(),
              (QStringList {u"designs new uart"_s, u"files add a.v"_s}));
     story->type(u"design save"_s);
-    compareWithReplay();
+    JournalReplay::compare(*story);
 }
 
 void tst_JournalStory::theActiveDesignIsSaidWhereItMatters()
@@ -331,6 +293,55 @@ void tst_JournalStory::theDockCopiesAndSaves()
         QTest::mouseClick(story->find<QWidget>("journalSave"), Qt::LeftButton);
     }
     QCOMPARE(Story::read(script), QByteArray("set first 1\ndesigns new uart\n"));
+}
+
+void tst_JournalStory::theDockRunsAgainFromALine()
+{
+    auto *dock = story->find<QDockWidget>("journalDock");
+    dock->show();
+    dock->raise();
+    story->window().activateMode(105);
+    story->type(u"set first 1"_s);
+    story->type(u"if 1 {"_s);
+    story->type(u"designs new uart"_s);
+    story->type(u"}"_s);
+    story->type(u"files add {a b.v}"_s);
+    const QStringList before = CommandJournal::instance()->entries();
+    QCOMPARE(before.size(), 3);
+    DesignManager::instance()->closeDesigns(DesignManager::instance()->openDesignIds(), true);
+    story->type(u"set first 2"_s);
+    // The entry is that of any of its lines.
+    auto *text = story->find<QPlainTextEdit>("journal");
+    text->setFocus();
+    QTest::keyClick(text, Qt::Key_Home, Qt::ControlModifier);
+    while (!text->textCursor().block().text().startsWith(u"designs new"_s)) {
+        QVERIFY(!text->textCursor().atEnd());
+        QTest::keyClick(text, Qt::Key_Down);
+    }
+    QTest::mouseClick(story->find<QWidget>("journalRun"), Qt::LeftButton);
+    QVERIFY(Story::activeDesign());
+    QVERIFY(Story::activeDesign()->fileByActualPath(u"a b.v"_s, false));
+    // In the journal stands what was run, not how.
+    QCOMPARE(CommandJournal::instance()->entries(),
+             before + QStringList({u"set first 2"_s}) + before.sliced(1)
+                 + QStringList({u"set first 2"_s}));
+}
+
+void tst_JournalStory::whatFailsAgainIsRemarked()
+{
+    story->window().activateMode(105);
+    story->type(u"designs new uart"_s);
+    auto *dock = story->find<QDockWidget>("journalDock");
+    dock->show();
+    dock->raise();
+    auto *text = story->find<QPlainTextEdit>("journal");
+    text->setFocus();
+    QTest::keyClick(text, Qt::Key_End, Qt::ControlModifier);
+    QTest::mouseClick(story->find<QWidget>("journalRun"), Qt::LeftButton);
+    QCOMPARE(CommandJournal::instance()->entries(),
+             (QStringList {u"designs new uart"_s,
+                           u"# Entries were run again, of which one has failed; what those before "
+                           "it did is not here"_s}));
 }
 
 void tst_JournalStory::theEnsembleHasIt()

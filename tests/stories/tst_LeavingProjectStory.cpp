@@ -3,11 +3,14 @@
 #include "app/MainWindow.h"
 #include "console/QtclConsole.h"
 #include "tests/stories/DialogVisits.h"
+#include "tests/stories/JournalReplay.h"
 #include "tests/stories/Story.h"
 #include "tests/TestClass.h"
 
 #include <MorvalenCore/DesignManager.h>
 #include <Qtilities/ProjectManager.h>
+
+#include <QDir>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
@@ -36,6 +39,8 @@ void tst_LeavingProjectStory::cleanup()
     story->window().show();
     DesignManager::instance()->closeDesigns(DesignManager::instance()->openDesignIds(), true);
     QVERIFY(ProjectManager::instance()->closeProject());
+    QVERIFY(QDir(story->session() + u"/Projects"_s).removeRecursively());
+    QVERIFY(QDir(story->session()).mkdir(u"Projects"_s));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
@@ -52,9 +57,10 @@ void tst_LeavingProjectStory::aProjectThatWasNeverSaved()
 {
     QFETCH(const QString, answer);
     QFETCH(const bool, closes);
+    JournalReplay::begin(story.get());
     story->type(u"project new"_s);
     story->type(u"designs new uart"_s);
-    const QString file = story->path(answer + u".xml"_s);
+    const QString file = story->session() + u"/Projects/"_s + answer + u".xml"_s;
     QList<DialogVisits::Visit> steps {DialogVisits::answer(
         u"Unsaved Project\nThe project \"New Project\" was never saved."_s, answer)};
     if (answer == u"Save"_s)
@@ -64,6 +70,7 @@ void tst_LeavingProjectStory::aProjectThatWasNeverSaved()
     QVERIFY2(visits.areDone(), qPrintable(visits.unexpected.join(u'\n')));
     QCOMPARE(!story->window().isVisible(), closes);
     QCOMPARE(Story::read(file).contains("uart/component.xml"), answer == u"Save"_s);
+    JournalReplay::compare(*story);
 }
 
 void tst_LeavingProjectStory::aProjectWithAFile_data() { aProjectThatWasNeverSaved_data(); }
@@ -72,10 +79,11 @@ void tst_LeavingProjectStory::aProjectWithAFile()
 {
     QFETCH(const QString, answer);
     QFETCH(const bool, closes);
-    const QString file = story->path(u"p.xml"_s);
+    JournalReplay::begin(story.get());
+    const QString file = story->session() + u"/Projects/p.xml"_s;
     QFile::remove(file);
     story->type(u"project new"_s);
-    story->type(u"project save {"_s + file + u'}');
+    story->type(u"project save [file join [project projects_path] p.xml]"_s);
     story->type(u"designs new uart"_s);
     DialogVisits visits({DialogVisits::answer(
         u"Unsaved Project\nThe project \"p\" has changes that are not saved."_s, answer)});
@@ -83,6 +91,7 @@ void tst_LeavingProjectStory::aProjectWithAFile()
     QVERIFY2(visits.areDone(), qPrintable(visits.unexpected.join(u'\n')));
     QCOMPARE(!story->window().isVisible(), closes);
     QCOMPARE(Story::read(file).contains("uart/component.xml"), answer == u"Save"_s);
+    JournalReplay::compare(*story);
 }
 
 TEST_CLASS(tst_LeavingProjectStory)

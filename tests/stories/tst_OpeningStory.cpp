@@ -5,6 +5,7 @@
 #include "app/session/RecentFiles.h"
 #include "console/QtclConsole.h"
 #include "tests/stories/DialogVisits.h"
+#include "tests/stories/JournalReplay.h"
 #include "tests/stories/Story.h"
 #include "tests/TestClass.h"
 
@@ -166,7 +167,8 @@ void tst_OpeningStory::nothingIsKeptUnlessItIsWanted()
 
 void tst_OpeningStory::aProjectIsMadeSavedAndOpened()
 {
-    const QString file = story->path(u"chips.xml"_s);
+    JournalReplay::begin(story.get());
+    const QString file = story->session() + u"/Projects/chips.xml"_s;
     const auto projectEntry = [this](const QString &text) -> QAction * {
         auto *menu = story->find<QMenu>("projectMenu");
         Q_EMIT menu->aboutToShow();
@@ -182,7 +184,8 @@ void tst_OpeningStory::aProjectIsMadeSavedAndOpened()
     QCOMPARE(story->window().windowTitle(), u"New Project \u2013 Morvalen"_s);
     story->type(u"designs new uart"_s);
     {
-        const DialogVisits visits({DialogVisits::chooseFile(story->path(u"chips"_s))});
+        const DialogVisits visits(
+            {DialogVisits::chooseFile(story->session() + u"/Projects/chips"_s)});
         projectEntry(u"Save Project As..."_s)->trigger();
         QVERIFY(visits.areDone());
     }
@@ -205,6 +208,7 @@ void tst_OpeningStory::aProjectIsMadeSavedAndOpened()
     QCOMPARE(DesignManager::instance()->openDesignIds(), QStringList {u"local.global.uart.1.0"_s});
     QVERIFY(Story::activeDesign()->fileByActualPath(u"late.v"_s, false));
     QTRY_COMPARE(RecentFiles::files(RecentFiles::Projects), QStringList {file});
+    JournalReplay::compare(*story);
 }
 
 void tst_OpeningStory::nothingIsOpenedWhileACommandRuns()

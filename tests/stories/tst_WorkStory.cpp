@@ -8,6 +8,7 @@
 #include "console/QtclConsole.h"
 #include "tests/process/builds/buildcomponent.h"
 #include "tests/stories/DialogVisits.h"
+#include "tests/stories/JournalReplay.h"
 #include "tests/stories/Story.h"
 #include "tests/TestClass.h"
 
@@ -56,6 +57,7 @@ BuildConfiguration *tst_WorkStory::openBuild(const QByteArray &command)
 
 void tst_WorkStory::aBuildIsRun()
 {
+    JournalReplay::begin();
     const BuildConfiguration *build = openBuild("cp in out");
     QVERIFY(build);
     const DialogVisits visits;
@@ -64,6 +66,9 @@ void tst_WorkStory::aBuildIsRun()
     QCOMPARE(Story::read(story->path(u"out"_s)), QByteArray("contents"));
     QVERIFY(Story::activeDesign()->fileByActualPath(u"out"_s, false));
     QVERIFY2(visits.areDone(), qPrintable(visits.unexpected.join(u'\n')));
+    story->press(Qt::Key_S, Qt::ControlModifier);
+    QVERIFY(Story::read(story->path(u"component.xml"_s)).contains(">out<"));
+    JournalReplay::compare(*story);
 }
 
 // The run comes back only when it has ended; the window lives meanwhile.

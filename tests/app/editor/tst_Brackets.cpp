@@ -26,9 +26,7 @@ void tst_Brackets::othersAreFound_data()
     QTest::addColumn<int>("place");
     QTest::addColumn<QList<int>>("found");
     const auto row = [](const char *name, const QByteArray &text, int place,
-                        const QList<int> &found) {
-        QTest::newRow(name) << text << place << found;
-    };
+                        const QList<int> &found) { QTest::newRow(name) << text << place << found; };
     row("pair-1 behind the cursor", "(ab)", 0, {0, 3});
     row("pair-2 before the cursor", "(ab)", 4, {3, 0});
     row("pair-3 within others", "((a)[b])", 0, {0, 7});

@@ -63,26 +63,26 @@ void tst_LineEditing::tabsIndent_data()
     QTest::addColumn<int>("to");
     QTest::addColumn<int>("key");
     QTest::addColumn<QString>("after");
-    QTest::newRow("tab-1 no selection") << QByteArray("ab\n") << 1 << 1 << int(Qt::Key_Tab)
-                                        << u"a   b\n"_s;
-    QTest::newRow("tab-2 part of a line") << QByteArray("abc\n") << 1 << 2 << int(Qt::Key_Tab)
-                                          << u"    abc\n"_s;
-    QTest::newRow("tab-3 two lines") << QByteArray("ab\ncd\nef\n") << 1 << 4 << int(Qt::Key_Tab)
-                                     << u"    ab\n    cd\nef\n"_s;
+    QTest::newRow("tab-1 no selection")
+        << QByteArray("ab\n") << 1 << 1 << int(Qt::Key_Tab) << u"a   b\n"_s;
+    QTest::newRow("tab-2 part of a line")
+        << QByteArray("abc\n") << 1 << 2 << int(Qt::Key_Tab) << u"    abc\n"_s;
+    QTest::newRow("tab-3 two lines")
+        << QByteArray("ab\ncd\nef\n") << 1 << 4 << int(Qt::Key_Tab) << u"    ab\n    cd\nef\n"_s;
     QTest::newRow("tab-4 up to the start of a line")
         << QByteArray("ab\ncd\n") << 0 << 3 << int(Qt::Key_Tab) << u"    ab\ncd\n"_s;
     QTest::newRow("tab-5 empty lines stay")
         << QByteArray("ab\n\ncd") << 0 << 6 << int(Qt::Key_Tab) << u"    ab\n\n    cd"_s;
-    QTest::newRow("back-1 no selection") << QByteArray("      ab\n") << 7 << 7
-                                         << int(Qt::Key_Backtab) << u"  ab\n"_s;
-    QTest::newRow("back-2 two lines") << QByteArray("    ab\n  cd\n") << 0 << 10
-                                      << int(Qt::Key_Backtab) << u"ab\ncd\n"_s;
+    QTest::newRow("back-1 no selection")
+        << QByteArray("      ab\n") << 7 << 7 << int(Qt::Key_Backtab) << u"  ab\n"_s;
+    QTest::newRow("back-2 two lines")
+        << QByteArray("    ab\n  cd\n") << 0 << 10 << int(Qt::Key_Backtab) << u"ab\ncd\n"_s;
     QTest::newRow("back-3 a tab") << QByteArray("\t\tab\n") << 0 << 0 << int(Qt::Key_Backtab)
                                   << u"\tab\n"_s;
-    QTest::newRow("back-4 blanks before a tab") << QByteArray("  \tab\n") << 0 << 0
-                                                << int(Qt::Key_Backtab) << u"ab\n"_s;
-    QTest::newRow("back-5 nothing to take") << QByteArray("ab\n") << 0 << 2
-                                            << int(Qt::Key_Backtab) << u"ab\n"_s;
+    QTest::newRow("back-4 blanks before a tab")
+        << QByteArray("  \tab\n") << 0 << 0 << int(Qt::Key_Backtab) << u"ab\n"_s;
+    QTest::newRow("back-5 nothing to take")
+        << QByteArray("ab\n") << 0 << 2 << int(Qt::Key_Backtab) << u"ab\n"_s;
 }
 
 void tst_LineEditing::tabsIndent()
@@ -163,14 +163,14 @@ void tst_LineEditing::commentsComeAndGo_data()
     QTest::newRow("on-1 Verilog") << u"a.v"_s << QByteArray("ab\n") << 0 << u"// ab\n"_s;
     QTest::newRow("on-2 VHDL") << u"a.vhd"_s << QByteArray("ab\n") << 0 << u"-- ab\n"_s;
     QTest::newRow("on-3 Tcl") << u"a.tcl"_s << QByteArray("ab\n") << 0 << u"# ab\n"_s;
-    QTest::newRow("on-4 what is not known") << u"Makefile"_s << QByteArray("ab\n") << 0
-                                            << u"# ab\n"_s;
+    QTest::newRow("on-4 what is not known")
+        << u"Makefile"_s << QByteArray("ab\n") << 0 << u"# ab\n"_s;
     QTest::newRow("on-5 below each other")
         << u"a.v"_s << QByteArray("  ab\n\n    cd\n") << 8 << u"  // ab\n\n  //   cd\n"_s;
-    QTest::newRow("on-6 some are") << u"a.v"_s << QByteArray("// ab\ncd\n") << 8
-                                   << u"// // ab\n// cd\n"_s;
-    QTest::newRow("off-1 with a blank") << u"a.v"_s << QByteArray("  // ab\n  // cd\n") << 12
-                                        << u"  ab\n  cd\n"_s;
+    QTest::newRow("on-6 some are")
+        << u"a.v"_s << QByteArray("// ab\ncd\n") << 8 << u"// // ab\n// cd\n"_s;
+    QTest::newRow("off-1 with a blank")
+        << u"a.v"_s << QByteArray("  // ab\n  // cd\n") << 12 << u"  ab\n  cd\n"_s;
     QTest::newRow("off-2 without one") << u"a.tcl"_s << QByteArray("#ab\n") << 0 << u"ab\n"_s;
 }
 

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+
+class Story;
+
+// Runs the journal of a story again, in the program and in a session of its own, and compares the
+// component and project files that both have made, byte for byte.
+class JournalReplay
+{
+public:
+    // Forgets the journal: what is compared begins here, and is what is made from here on.
+    static void begin(const Story *story = nullptr);
+
+    // Fails the test that is running when the files differ. Files outside the session are first
+    // made what the story wrote itself since the beginning.
+    static void compare(const Story &story);
+
+    // The component and project files below the session, by path.
+    static QHash<QString, QByteArray> filesOf(const QString &session);
+
+private:
+    static inline QHash<QString, QByteArray> older;
+    static void run(const Story &story, const QByteArray &journal);
+};
