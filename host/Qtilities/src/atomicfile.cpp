@@ -7,10 +7,13 @@
 #include <QRandomGenerator>
 
 #include <cerrno>
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <memory>
 
 namespace Qtilities::Core {
 
@@ -33,21 +36,27 @@ QByteArray temporaryPrefix(const QString &target)
 
 constexpr char temporarySuffix[] = ".part";
 
+bool isRegular(int descriptor)
+{
+    struct stat status = {};
+    return ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+}
+
 // A writer holds a lock on its temporary file; one without a lock belongs to nobody any more.
 void removeLeftovers(const QString &target)
 {
     const QByteArray folder = QFile::encodeName(QFileInfo(target).path()) + '/';
     const QByteArray prefix = temporaryPrefix(target);
-    const QStringList hidden = QDir(QFileInfo(target).path(), u".*.part"_s)
-                                   .entryList(QDir::Files | QDir::Hidden | QDir::NoSymLinks);
-    for (const QString &entry : hidden) {
-        const QByteArray name = QFile::encodeName(entry);
-        if (!name.startsWith(prefix))
+    const std::unique_ptr<DIR, int (*)(DIR *)> entries(::opendir(folder.constData()), ::closedir);
+    while (const dirent *const entry = entries ? ::readdir(entries.get()) : nullptr) {
+        const QByteArrayView name(entry->d_name);
+        if (!name.startsWith(prefix) || !name.endsWith(temporarySuffix))
             continue;
-        const Descriptor leftover =
-            Descriptor::open(folder + name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
-        if (leftover && ::flock(leftover.get(), LOCK_EX | LOCK_NB) == 0)
-            ::unlink((folder + name).constData());
+        const QByteArray path = folder + name.toByteArray();
+        const Descriptor leftover = Descriptor::open(path, O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
+        if (leftover && isRegular(leftover.get())
+            && ::flock(leftover.get(), LOCK_EX | LOCK_NB) == 0)
+            ::unlink(path.constData());
     }
 }
 
@@ -92,7 +101,8 @@ bool synchroniseFolder(const QByteArray &folder)
 }
 
 // The steps of the write proper; errno tells what went wrong.
-bool replace(const QByteArray &target, const QByteArray &temporary, const QByteArray &content)
+bool replace(const QByteArray &target, const QByteArray &temporary, const QByteArray &content,
+             Durability durability)
 {
     Descriptor file = Descriptor::open(temporary, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, 0666);
     if (!file)
@@ -102,7 +112,8 @@ bool replace(const QByteArray &target, const QByteArray &temporary, const QByteA
         return false;
     }
     const bool done = writeAll(file.get(), content) && keepOwnerAndMode(file.get(), target)
-        && ::fsync(file.get()) == 0 && ::rename(temporary.constData(), target.constData()) == 0;
+        && (durability == Durability::UntilMadeAnew || ::fsync(file.get()) == 0)
+        && ::rename(temporary.constData(), target.constData()) == 0;
     if (!done) {
         const int reason = errno;
         ::unlink(temporary.constData());
@@ -124,7 +135,7 @@ Status writability(const QString &target)
     return {};
 }
 
-Status writeTo(const QString &target, const QByteArray &content)
+Status writeTo(const QString &target, const QByteArray &content, Durability durability)
 {
     if (const Status status = writability(target); !status.isOk())
         return status;
@@ -134,20 +145,24 @@ Status writeTo(const QString &target, const QByteArray &content)
     for (int attempt = 0; !done && attempt < 10; ++attempt) {
         const QByteArray number = QByteArray::number(QRandomGenerator::global()->generate(), 16);
         done = replace(QFile::encodeName(target),
-                       folder + '/' + temporaryPrefix(target) + number + temporarySuffix, content);
+                       folder + '/' + temporaryPrefix(target) + number + temporarySuffix, content,
+                       durability);
         if (!done && errno != EEXIST && errno != EAGAIN)
             break;
     }
+    if (done && durability == Durability::UntilMadeAnew)
+        return {};
     return done && synchroniseFolder(folder) ? Status() : Status::io(qt_error_string(errno));
 }
 
 } // namespace
 
-Status writeFileAtomically(const QString &fileName, const QByteArray &content)
+Status writeFileAtomically(const QString &fileName, const QByteArray &content,
+                           Durability durability)
 {
     const Status status = fileName.isEmpty() || fileName.contains(QChar())
         ? Status::invalidArgument(u"that is not the name of a file"_s)
-        : writeTo(followed(fileName), content);
+        : writeTo(followed(fileName), content, durability);
     return status.withText(u"Cannot write \"%1\": %2"_s.arg(fileName, status.text()));
 }
 

@@ -18,6 +18,7 @@
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Durability;
 using Qtilities::Core::writeFileAtomically;
 
 namespace {
@@ -111,6 +112,7 @@ private Q_SLOTS:
     void refusesAFolderThatCannotBeWritten();
     void refusesAFileThatMayNotBeWritten();
     void isOnDiskBeforeItTakesThePlace();
+    void isNotWaitedForWhenItCanBeMadeAnew();
     void leavesTheOldFileWhenTheDiskIsFull();
     void removesWhatAKilledWriteLeft();
     void leavesWhatAnotherProcessIsWriting();
@@ -310,6 +312,20 @@ void tst_AtomicFile::isOnDiskBeforeItTakesThePlace()
     QCOMPARE(made, QStringList({u"fsync 5 bytes"_s, u"rename"_s, u"fsync folder"_s}));
 }
 
+void tst_AtomicFile::isNotWaitedForWhenItCanBeMadeAnew()
+{
+    put(path(u"a.txt"_s), "old");
+    QStringList made;
+    calls = &made;
+    const bool written =
+        writeFileAtomically(path(u"a.txt"_s), "newer", Durability::UntilMadeAnew).isOk();
+    calls = nullptr;
+
+    QVERIFY(written);
+    QCOMPARE(made, QStringList {u"rename"_s});
+    QCOMPARE(contentOf(path(u"a.txt"_s)), "newer");
+}
+
 void tst_AtomicFile::leavesTheOldFileWhenTheDiskIsFull()
 {
     put(path(u"a.txt"_s), "old");
@@ -336,10 +352,12 @@ void tst_AtomicFile::removesWhatAKilledWriteLeft()
     put(path(u".a.txt.2e.part"_s), "");
     put(path(u".b.txt.1f.part"_s), "another file's");
     put(path(u"a.txt.part"_s), "somebody's own");
+    QCOMPARE(::mkfifo(QFile::encodeName(path(u".a.txt.3d.part"_s)).constData(), 0600), 0);
 
     QVERIFY(writeFileAtomically(path(u"a.txt"_s), "new").isOk());
 
-    QCOMPARE(entries(), QStringList({u".b.txt.1f.part"_s, u"a.txt"_s, u"a.txt.part"_s}));
+    QCOMPARE(entries(),
+             QStringList({u".a.txt.3d.part"_s, u".b.txt.1f.part"_s, u"a.txt"_s, u"a.txt.part"_s}));
 }
 
 void tst_AtomicFile::leavesWhatAnotherProcessIsWriting()

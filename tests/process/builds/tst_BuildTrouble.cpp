@@ -215,7 +215,8 @@ void tst_BuildTrouble::saysWhichProgramIsMissing()
 void tst_BuildTrouble::takesOddNamesOfConfigurations_data()
 {
     QTest::addColumn<QByteArray>("name");
-    for (const char *name : {"a blank", "it's \"quoted\"", "[exit]", "-x", "ä€"})
+    for (const char *name : {"a blank", "it's \"quoted\"", "$HOME [exit]", "$(SHELL) $(OUTPUTS)",
+                             "%HOME%", "${HOME}", "back\\slash", "-x", "ä€", "*?", "#", "~"})
         QTest::newRow(name) << QByteArray(name);
 }
 
@@ -224,12 +225,15 @@ void tst_BuildTrouble::takesOddNamesOfConfigurations()
     QFETCH(const QByteArray, name);
     makeDesign({});
     program->environment.insert(u"NAME"_s, QString::fromUtf8(name));
-    const Ended ended = program->run(
-        words(u"set n $env(NAME); morvalen configuration add $n; "
-              "morvalen step add $n $n -command {cp a.txt $(OUTPUTS)} -inputs a.txt "
-              "-outputs {{$(TARGET_PATH)/o}}; morvalen build -configuration $n; "
-              "expr {$n in [morvalen configuration list] && $n in [morvalen step list $n]}"_s));
-    QCOMPARE(ended, (Ended {0, "1\n", ""}));
+    const Ended ended = program->run(words(
+        u"set n $env(NAME); morvalen configuration add $n; "
+        "morvalen step add $n $n -command {cp a.txt $(OUTPUTS)} -inputs a.txt "
+        "-outputs {{$(TARGET_PATH)/o}}; morvalen macro set $n SHELL wrong; "
+        "morvalen build -configuration $n; set o [lindex [morvalen files] end]; "
+        "list [expr {$n in [morvalen configuration list]}] "
+        "[expr {$n in [morvalen step list $n]}] [string equal [lindex [split $o /] end-1] $n] "
+        "[files contains $o] [file exists $o]"_s));
+    QCOMPARE(ended, (Ended {0, "1 1 1 true 1\n", ""}));
     QCOMPARE(Program::read(inDesign(u"build/"_s + QString::fromUtf8(name) + u"/o"_s)),
              QByteArray("a"));
 }

@@ -11,6 +11,10 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <array>
+#include <optional>
+#include <utility>
+
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::Result;
 using Qtilities::Core::Status;
@@ -30,6 +34,9 @@ public:
     ComponentTree tree;
     bool isNew = false;
     std::uint64_t savedRevision = 0;
+    // What is asked for most, as it is in a revision.
+    std::array<std::optional<QString>, 4> identity;
+    std::uint64_t identityRevision = 0;
 };
 
 namespace {
@@ -122,7 +129,14 @@ QString ComponentDocument::generationName() const { return Ipxact::nameOf(genera
 
 QString ComponentDocument::text(DesignField field) const
 {
-    return IdentityFields::text(d->tree, field);
+    if (field > DesignField::Version)
+        return IdentityFields::text(d->tree, field);
+    if (std::exchange(d->identityRevision, d->tree.xml.revision()) != d->tree.xml.revision())
+        d->identity = {};
+    std::optional<QString> &known = d->identity[size_t(field)];
+    if (!known)
+        known = IdentityFields::text(d->tree, field);
+    return *known;
 }
 
 Status ComponentDocument::setText(DesignField field, const QString &text)

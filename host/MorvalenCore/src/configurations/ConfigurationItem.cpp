@@ -4,6 +4,8 @@
 #include "disk/itempaths.h"
 #include "items/DesignState.h"
 
+#include <QDir>
+
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
@@ -45,7 +47,10 @@ Status ConfigurationItem::trySetDescription(const BuildDescription &description)
 
 Result<QString> ConfigurationItem::targetPathOnDisk() const
 {
-    return tryPathOnDisk(actualItemPath(getTargetPath(), state.folder()), state.folder());
+    // A name is no path: nothing in it stands for something else.
+    if (data.targetPath.isEmpty())
+        return QDir::cleanPath(state.folder() + u'/' + getTargetPath());
+    return tryPathOnDisk(actualItemPath(data.targetPath, state.folder()), state.folder());
 }
 
 QStringList ConfigurationItem::stepNamesInOrder(int count) const

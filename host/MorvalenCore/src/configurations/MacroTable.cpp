@@ -8,6 +8,13 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace MorvalenCore {
 
+namespace {
+
+// What is a name or a path, not a text with macros in it.
+QString asItIs(QString text) { return text.replace(u"$("_s, u"$$("_s); }
+
+} // namespace
+
 QHash<QString, QString> MacroTable::designMacros() const
 {
     const DesignDocument &document = state.document();
@@ -29,18 +36,18 @@ QHash<QString, QString> MacroTable::designMacros() const
     QStringList id;
     for (const auto &part : identity) {
         id.append(document.text(part.field));
-        macros.insert(part.name, id.last());
+        macros.insert(part.name, asItIs(id.last()));
     }
-    macros.insert(u"DESIGN_ID"_s, id.join(u'.'));
-    macros.insert(u"DESIGN_FOLDER"_s, state.folder());
+    macros.insert(u"DESIGN_ID"_s, asItIs(id.join(u'.')));
+    macros.insert(u"DESIGN_FOLDER"_s, asItIs(state.folder()));
     return macros;
 }
 
 QHash<QString, QString> MacroTable::configurationMacros() const
 {
     QHash<QString, QString> macros {
-        {u"CONFIGURATION"_s, configuration.configurationName()},
-        {u"TARGET_PATH"_s, configuration.targetPathOnDisk().valueOr({})},
+        {u"CONFIGURATION"_s, asItIs(configuration.configurationName())},
+        {u"TARGET_PATH"_s, asItIs(configuration.targetPathOnDisk().valueOr({}))},
     };
     for (const BuildMacro &macro : configuration.ownMacros())
         macros.insert(macro.name, macro.value);

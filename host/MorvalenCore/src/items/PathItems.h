@@ -119,8 +119,9 @@ private:
     Item *lookUp(const QString &path) const
     {
         Item *item = table.byKey(keyOf(path));
-        // A share of Windows is not the same as a path from the root.
-        return item || !path.startsWith(QStringLiteral("//")) ? item : table.byKey(path);
+        // A share of Windows is not the same as a path from the root, and what builds make may lie
+        // below a folder whose name holds a backslash.
+        return item || !path.startsWith(u'/') ? item : table.byKey(path);
     }
 
     Item *takeUp(const QString &key, Id element)
