@@ -11,6 +11,7 @@
 #include "app/session/Session.h"
 #include "app/session/TemporarySession.h"
 #include "app/terminal/TerminalRun.h"
+#include "app/Translation.h"
 #include "app/WindowRun.h"
 #include "ensemble/ensemble.h"
 #include "interp/commandsManager.h"
@@ -28,6 +29,7 @@
 #include <Qtilities/statuslog.h>
 
 #include <QDir>
+#include <QLocale>
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::Result;
@@ -122,7 +124,10 @@ int runApplication(const CommandLine &line)
     // What startup.tcl leaves would be seen by nobody in a run without a window, and its error by
     // nobody at all.
     TclScriptManager::logStartup();
-    return line.hasWindow() ? WindowRun(line.files).run() : runInBatch(line);
+    if (!line.hasWindow())
+        return runInBatch(line);
+    const Translation translation(QLocale::system().uiLanguages());
+    return WindowRun(line.files).run();
 }
 
 // The platform's place for it, else a temporary one.

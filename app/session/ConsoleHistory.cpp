@@ -93,7 +93,7 @@ void ConsoleHistory::write()
     if (added.isEmpty())
         return;
     QLockFile lock(fileName() + u".lock"_s);
-    Status status = Status::busy(u"Cannot lock \"%1\""_s.arg(fileName()));
+    Status status = Status::busy(tr("Cannot lock \"%1\"").arg(fileName()));
     if (lock.tryLock(lockPatience) && makeFile()) {
         QStringList all = readLines() + added;
         all = all.last(qMin<qsizetype>(all.size(), most));

@@ -19,6 +19,8 @@ private Q_SLOTS:
     void ends();
     void filesAreOpened();
     void badFilesAreInTheLog();
+    void theUsersLanguageIsSpoken_data();
+    void theUsersLanguageIsSpoken();
     void theActiveFileIsOpened();
     void anIdleWindowRests();
     void noDisplay_data();
@@ -103,6 +105,29 @@ void tst_WindowRuns::badFilesAreInTheLog()
     QCOMPARE(Program::read(program->session + u"/Scripts/said"_s), QByteArray("<>\n"));
     QVERIFY(log().contains(" Error: " + bad.toUtf8() + ":1: "));
     QVERIFY(log().contains(" Error: " + program->path(u"none.xml"_s).toUtf8()));
+}
+
+void tst_WindowRuns::theUsersLanguageIsSpoken_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("language-1 English")
+        << u"en_GB:de"_s << QByteArray("The program is asked to end from outside");
+    QTest::newRow("language-2 German")
+        << u"de_DE:en"_s << QByteArray("Das Programm wird von au\u00dfen gebeten zu enden");
+}
+
+void tst_WindowRuns::theUsersLanguageIsSpoken()
+{
+    QFETCH(const QString, language);
+    QFETCH(const QByteArray, text);
+    program->environment.insert(u"LANGUAGE"_s, language);
+    // What commands tell is the same in all languages.
+    QCOMPARE(runWindow("catch {designs close none} told; say $told; exec kill -TERM [pid]"),
+             (Ended {0, "", ""}));
+    QCOMPARE(Program::read(program->session + u"/Scripts/said"_s),
+             QByteArray("ID \"none\" does not match the ID of an open design\n"));
+    QVERIFY2(log().contains(" Warning: " + text + '\n'), log());
 }
 
 // Ticks of the clock, a hundredth of a second each, in more than a second after a timer has fired.

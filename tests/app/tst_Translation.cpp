@@ -1,0 +1,166 @@
+#include "app/designs/DesignTree.h"
+#include "app/MainWindow.h"
+#include "app/Translation.h"
+#include "app/window/ModeBar.h"
+#include "console/QConsole.h"
+#include "scripting/TclScriptManager.h"
+#include "tests/needed.h"
+#include "tests/scripting/ScriptingHost.h"
+#include "tests/TestClass.h"
+
+#include <Qtilities/QtilitiesApplication.h>
+
+#include <QDir>
+#include <QFile>
+#include <QMenuBar>
+#include <QSet>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::Literals::StringLiterals;
+using Qtilities::CoreGui::QtilitiesApplication;
+using Qtilities::Logging::Logger;
+using TclScripting::TclScriptManager;
+
+// Which language the window speaks, and that it speaks all of it.
+class tst_Translation : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+
+    void theFirstKnownLanguageIsTaken_data();
+    void theFirstKnownLanguageIsTaken();
+    void itEndsWithTheObject();
+    void numbersHaveTheirForms_data();
+    void numbersHaveTheirForms();
+    void theWindowSpeaksGerman();
+};
+
+namespace {
+
+QStringList titles(const QList<QAction *> &actions)
+{
+    QStringList found;
+    for (const QAction *action : actions) {
+        if (action->isVisible() && !action->isSeparator())
+            found.append(action->text());
+    }
+    return found;
+}
+
+// Letters that two of the texts are reached by.
+QStringList sharedLetters(const QStringList &texts)
+{
+    QSet<QString> letters;
+    QStringList shared;
+    for (const QString &text : texts) {
+        const QString letter = QKeySequence::mnemonic(text).toString();
+        if (!letter.isEmpty() && letters.contains(letter))
+            shared.append(text);
+        letters.insert(letter);
+    }
+    return shared;
+}
+
+} // namespace
+
+void tst_Translation::initTestCase()
+{
+    NEEDS(QFile::exists(u":/translations/morvalen_de.qm"_s),
+          "lrelease, when the program was built,", "qt6-l10n-tools");
+}
+
+void tst_Translation::theFirstKnownLanguageIsTaken_data()
+{
+    QTest::addColumn<QStringList>("languages");
+    QTest::addColumn<QString>("taken");
+    QTest::addColumn<QString>("copy");
+    QTest::newRow("language-1 none") << QStringList() << u""_s << u"Copy"_s;
+    QTest::newRow("language-2 C") << QStringList {u"C"_s} << u""_s << u"Copy"_s;
+    QTest::newRow("language-3 German") << QStringList {u"de"_s} << u"de"_s << u"Kopieren"_s;
+    QTest::newRow("language-4 German of a country")
+        << QStringList {u"de-AT"_s, u"de"_s} << u"de"_s << u"Kopieren"_s;
+    QTest::newRow("language-5 English rather than German")
+        << QStringList {u"en-GB"_s, u"en"_s, u"de"_s} << u""_s << u"Copy"_s;
+    QTest::newRow("language-6 German rather than English")
+        << QStringList {u"de"_s, u"en"_s} << u"de"_s << u"Kopieren"_s;
+    QTest::newRow("language-7 an unknown one rather than German")
+        << QStringList {u"tlh"_s, u"de"_s} << u"de"_s << u"Kopieren"_s;
+    QTest::newRow("language-8 one without a translation")
+        << QStringList {u"fi-FI"_s} << u""_s << u"Copy"_s;
+}
+
+void tst_Translation::theFirstKnownLanguageIsTaken()
+{
+    QFETCH(const QStringList, languages);
+    QFETCH(const QString, taken);
+    QFETCH(const QString, copy);
+    const Translation translation(languages);
+    QCOMPARE(translation.language(), taken);
+    QCOMPARE(QConsole::tr("Copy"), copy);
+}
+
+void tst_Translation::itEndsWithTheObject()
+{
+    {
+        const Translation translation({u"de"_s});
+        QCOMPARE(QConsole::tr("Copy"), u"Kopieren"_s);
+    }
+    QCOMPARE(QConsole::tr("Copy"), u"Copy"_s);
+}
+
+void tst_Translation::numbersHaveTheirForms_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("number-1") << u"en"_s << 2 << u"2 files"_s;
+    QTest::newRow("number-2") << u"en"_s << 1000 << u"1000 files"_s;
+    QTest::newRow("number-3") << u"de"_s << 0 << u"0 Dateien"_s;
+    QTest::newRow("number-4") << u"de"_s << 1 << u"1 Datei"_s;
+    QTest::newRow("number-5") << u"de"_s << 2 << u"2 Dateien"_s;
+    QTest::newRow("number-6") << u"de"_s << 21 << u"21 Dateien"_s;
+}
+
+void tst_Translation::numbersHaveTheirForms()
+{
+    QFETCH(const QString, language);
+    QFETCH(const int, number);
+    const Translation translation({language});
+    QTEST(DesignTree::tr("%n files", nullptr, number), "text");
+}
+
+void tst_Translation::theWindowSpeaksGerman()
+{
+    const QTemporaryDir session;
+    QVERIFY(QDir(session.path()).mkdir(u"Scripts"_s));
+    QtilitiesApplication::setApplicationSessionPath(session.path());
+    ScriptingHost host;
+    Logger log;
+    Logger::setInstance(&log);
+    MorvalenCore::MorvalenManager::setInstance(&host.program);
+    {
+        const Translation translation({u"de"_s});
+        MainWindow window;
+        QtilitiesApplication::setMainWindow(&window);
+        window.addMode(new TclScriptManager(nullptr, &window));
+        const QList<QAction *> menus = window.menuBar()->actions();
+        QCOMPARE(titles(menus).join(u' '),
+                 u"&Datei &Bearbeiten &Ansicht &Erstellen &Skripte &Hilfe"_s);
+        QCOMPARE(sharedLetters(titles(menus)).join(u'\n'), QString());
+        QStringList shared;
+        for (const QAction *menu : menus) {
+            Q_EMIT menu->menu()->aboutToShow();
+            for (const QString &entry : sharedLetters(titles(menu->menu()->actions())))
+                shared.append(menu->text() + u": "_s + entry);
+        }
+        QCOMPARE(shared.join(u'\n'), QString());
+    }
+    Logger::setInstance(nullptr);
+    QDir::setCurrent(QDir::rootPath());
+}
+
+TEST_CLASS(tst_Translation)
+#include "tst_Translation.moc"
