@@ -9,7 +9,8 @@
 class Translation
 {
 public:
-    // Takes the first of the languages that it speaks; they are named as QLocale::uiLanguages() does.
+    // Takes the first of the languages that it speaks; they are named as QLocale::uiLanguages()
+    // does.
     explicit Translation(const QStringList &languages);
 
     // The language that it took, as its file is named ("de"). Empty for English, in which the texts

@@ -167,6 +167,10 @@
         <source>The journal &quot;%1&quot; cannot be written: %2</source>
         <translation>Das Journal „%1“ kann nicht geschrieben werden: %2</translation>
     </message>
+    <message>
+        <source>The script &quot;%1&quot; has failed; what it did before is not here</source>
+        <translation>Das Skript „%1“ ist fehlgeschlagen; was es davor getan hat, steht hier nicht</translation>
+    </message>
 </context>
 <context>
     <name>ComponentWatch</name>
@@ -709,6 +713,29 @@
     </message>
 </context>
 <context>
+    <name>EditingPage</name>
+    <message>
+        <source>&amp;Indent with spaces</source>
+        <translation>Mit &amp;Leerzeichen einrücken</translation>
+    </message>
+    <message>
+        <source>Indent as the &amp;file does where it has indented lines</source>
+        <translation>Einrücken wie die &amp;Datei, wo sie eingerückte Zeilen hat</translation>
+    </message>
+    <message>
+        <source> columns</source>
+        <translation> Spalten</translation>
+    </message>
+    <message>
+        <source>&amp;Tabs and steps take:</source>
+        <translation>&amp;Tabulatoren und Schritte nehmen:</translation>
+    </message>
+    <message>
+        <source>Editing</source>
+        <translation>Bearbeiten</translation>
+    </message>
+</context>
+<context>
     <name>EditorActions</name>
     <message>
         <source>&amp;Save</source>
@@ -785,6 +812,30 @@
     <message>
         <source>&amp;Go to Line...</source>
         <translation>Gehe zu &amp;Zeile...</translation>
+    </message>
+    <message>
+        <source>Toggle Co&amp;mment</source>
+        <translation>Ko&amp;mmentar umschalten</translation>
+    </message>
+    <message>
+        <source>&amp;Larger Text</source>
+        <translation>Größerer Te&amp;xt</translation>
+    </message>
+    <message>
+        <source>S&amp;maller Text</source>
+        <translation>Kl&amp;einerer Text</translation>
+    </message>
+    <message>
+        <source>&amp;Usual Size of Text</source>
+        <translation>Übli&amp;che Textgröße</translation>
+    </message>
+    <message>
+        <source>Spl&amp;it or Join</source>
+        <translation>Teilen oder &amp;verbinden</translation>
+    </message>
+    <message>
+        <source>Co&amp;ding...</source>
+        <translation>&amp;Codierung...</translation>
     </message>
 </context>
 <context>
@@ -1471,6 +1522,10 @@ Ein Doppelklick auf die Datei eines Designs öffnet sie.</translation>
     <message>
         <source>Scripts</source>
         <translation>Skripte</translation>
+    </message>
+    <message>
+        <source>Entries were run again, of which one has failed; what those before it did is not here</source>
+        <translation>Einträge wurden noch einmal ausgeführt, von denen einer fehlgeschlagen ist; was die davor getan haben, steht hier nicht</translation>
     </message>
 </context>
 <context>
@@ -2222,6 +2277,14 @@ Ein Doppelklick auf die Datei eines Designs öffnet sie.</translation>
         <source>UTF-8</source>
         <translation>UTF-8</translation>
     </message>
+    <message>
+        <source>UTF-16 LE</source>
+        <translation>UTF-16 LE</translation>
+    </message>
+    <message>
+        <source>UTF-16 BE</source>
+        <translation>UTF-16 BE</translation>
+    </message>
 </context>
 <context>
     <name>TextEdit</name>
@@ -2320,6 +2383,22 @@ Ein Doppelklick auf die Datei eines Designs öffnet sie.</translation>
     <message>
         <source>Read-only: %1.</source>
         <translation>Schreibgeschützt: %1.</translation>
+    </message>
+    <message>
+        <source>Not Saved</source>
+        <translation>Nicht gespeichert</translation>
+    </message>
+    <message>
+        <source>Coding</source>
+        <translation>Codierung</translation>
+    </message>
+    <message>
+        <source>Save &quot;%1&quot; from now on as:</source>
+        <translation>„%1“ von nun an speichern als:</translation>
+    </message>
+    <message>
+        <source>Save as &amp;UTF-8</source>
+        <translation>Als &amp;UTF-8 speichern</translation>
     </message>
 </context>
 <context>

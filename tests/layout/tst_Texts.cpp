@@ -32,7 +32,7 @@ const QString german = sourceDir + u"/translations/morvalen_de.ts"_s;
 
 // What has no window writes to a terminal, to logs and for scripts, in English.
 const QString windowless[] = {
-    u"BatchRun.cpp"_s,        u"CommandLine.cpp"_s,        u"main.cpp"_s,  u"process/"_s,
+    u"BatchRun.cpp"_s,        u"CommandLine.cpp"_s,          u"main.cpp"_s,  u"process/"_s,
     u"session/Session.cpp"_s, u"session/TemporarySession"_s, u"terminal/"_s,
 };
 
@@ -96,8 +96,8 @@ QStringList unmarked(const QString &source)
     for (auto match = literals.globalMatch(source); match.hasNext();) {
         const QRegularExpressionMatch literal = match.next();
         const QString said = saidBy(literal.captured(2));
-        const QString before = source.first(literal.capturedStart()).last(
-            qMin<qsizetype>(literal.capturedStart(), 200));
+        const QString before = source.first(literal.capturedStart())
+                                   .last(qMin<qsizetype>(literal.capturedStart(), 200));
         if (looksLikeText(said) && !mark.match(before).hasMatch())
             found.append(said);
     }
