@@ -36,10 +36,8 @@ namespace {
 
 Status openText(const QString &file)
 {
-    QString error;
-    if (EditorManager::instance()->createEditorForPath(file, &error, QString(), true, false))
-        return {};
-    const Status status = Status::failed(error);
+    const Status status =
+        EditorManager::instance()->tryCreateEditorForPath(file, QString(), true, false).status();
     Qtilities::Logging::logStatus(status);
     return status;
 }

@@ -23,13 +23,12 @@ struct Texts
 
 Status show(const QString &path, int line, int column)
 {
-    QString error;
-    QWidget *opened =
-        EditorManager::instance()->createEditorForPath(path, &error, QString(), true, false);
-    const auto *page = qobject_cast<TextPage *>(opened);
-    if (!page)
-        return opened ? Status() : Status::notFound(error);
-    if (line < 1)
+    const auto opened =
+        EditorManager::instance()->tryCreateEditorForPath(path, QString(), true, false);
+    if (!opened.isOk())
+        return opened.status();
+    const auto *page = qobject_cast<TextPage *>(opened.value());
+    if (!page || line < 1)
         return {};
     TextEdit *edit = page->textEdit();
     edit->goTo(line, column);

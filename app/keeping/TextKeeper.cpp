@@ -141,9 +141,9 @@ void TextKeeper::offer(QWidget *window)
 // It goes from where it was left once it is kept here.
 void TextKeeper::restore(const KeptText &text)
 {
-    QString ignored;
-    MorvalenCore::EditorManager::instance()->createEditorForPath(text.path, &ignored, {}, true,
-                                                                 false);
+    // A file that cannot be shown, such as one that is gone, gets a page without it.
+    (void)MorvalenCore::EditorManager::instance()->tryCreateEditorForPath(text.path, {}, true,
+                                                                          false);
     auto *page = qobject_cast<TextPage *>(editors->page(text.path));
     if (!page)
         page = qobject_cast<TextPage *>(editors->addPage(TextPage::withoutFile(text.path)));

@@ -55,10 +55,10 @@ QString askForNew(QWidget *window, const QString &folder, const QString &title)
 
 void edit(QWidget *window, const QString &script)
 {
-    QString error;
-    if (!MorvalenCore::EditorManager::instance()->createEditorForPath(script, &error, QString(),
-                                                                      true, false))
-        messages::warn(window, Texts::tr("Not Opened"), {error});
+    const auto opened =
+        MorvalenCore::EditorManager::instance()->tryCreateEditorForPath(script, {}, true, false);
+    if (!opened.isOk())
+        messages::warn(window, Texts::tr("Not Opened"), {opened.status().text()});
 }
 
 } // namespace scriptfiles
