@@ -1,7 +1,6 @@
 #include "interp/CommandAdapter.h"
-#include "interp/commandsManager.h"
 #include "interp/TclCallBack.h"
-#include "interp/tcltext.h"
+#include "tests/interp/RegistryTest.h"
 #include "tests/TestClass.h"
 
 #include <QtTest>
@@ -40,27 +39,12 @@ const QString helpAlone = u"Commands :\n"
 
 } // namespace
 
-// Every test has a registry of its own, which is deleted behind it.
-class tst_CommandsManager : public QObject
+// Every test's registry is deleted behind it.
+class tst_CommandsManager : public RegistryTest
 {
     Q_OBJECT
 
-private:
-    QString eval(const char *script, int expected = TCL_OK)
-    {
-        const int code = Tcl_Eval(registry->interp, script);
-        const QString answer = tcltext::result(registry->interp);
-        if (code != expected)
-            qWarning() << script << "gave" << code << answer;
-        return code == expected ? answer : u"wrong code: "_s + answer;
-    }
-
-    commandsManager *registry = nullptr;
-
 private Q_SLOTS:
-    void init() { registry = commandsManager::getInstance(nullptr); }
-    void cleanup() { delete registry; }
-
     void theRegistryIsOneAndIgnoresALaterInterpreter()
     {
         Tcl_Interp *other = Tcl_CreateInterp();

@@ -1,6 +1,5 @@
-#include "interp/commandsManager.h"
 #include "interp/LinkedVariable.h"
-#include "interp/tcltext.h"
+#include "tests/interp/RegistryTest.h"
 #include "tests/TestClass.h"
 
 #include <QtTest>
@@ -10,25 +9,12 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-// Variables that program and scripts share. Every test has a registry of its own.
-class tst_LinkedVariables : public QObject
+// Variables that program and scripts share.
+class tst_LinkedVariables : public RegistryTest
 {
     Q_OBJECT
 
-private:
-    QString eval(const char *script, int expected = TCL_OK)
-    {
-        const int code = Tcl_Eval(registry->interp, script);
-        const QString answer = tcltext::result(registry->interp);
-        return code == expected ? answer : u"code %1: "_s.arg(code) + answer;
-    }
-
-    commandsManager *registry = nullptr;
-
 private Q_SLOTS:
-    void init() { registry = commandsManager::getInstance(nullptr); }
-    void cleanup() { delete registry; }
-
     void anIntIsSharedBothWays()
     {
         int number = 3;

@@ -1,6 +1,5 @@
-#include "interp/commandsManager.h"
 #include "interp/TclCallBack.h"
-#include "interp/tcltext.h"
+#include "tests/interp/RegistryTest.h"
 #include "tests/TestClass.h"
 
 #include <QtTest>
@@ -75,29 +74,20 @@ using Binding = TclCallBack<Bound>;
 } // namespace
 
 // Member functions as commands. Every test starts without bound commands of its own.
-class tst_TclCallBack : public QObject
+class tst_TclCallBack : public RegistryTest
 {
     Q_OBJECT
 
 private:
-    QString eval(const char *script, int expected = TCL_OK)
-    {
-        const int code = Tcl_Eval(registry->interp, script);
-        const QString answer = tcltext::result(registry->interp);
-        return code == expected ? answer : u"code %1: "_s.arg(code) + answer;
-    }
-
-    commandsManager *registry = nullptr;
     Bound a {"a"};
     Bound b {"b"};
 
 private Q_SLOTS:
-    void init() { registry = commandsManager::getInstance(nullptr); }
     void cleanup()
     {
         Binding::method = {};
         Binding::methodNames = {};
-        delete registry;
+        RegistryTest::cleanup();
     }
 
     void registrationMakesTheRegistry()

@@ -1,5 +1,5 @@
-#include <QDirIterator>
-#include <QFile>
+#include "tests/layout/sourcefiles.h"
+
 #include <QRegularExpression>
 #include <QSet>
 #include <QTest>
@@ -7,10 +7,11 @@
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
+using sourcefiles::relative;
+using sourcefiles::sourceDir;
+using sourcefiles::textOf;
 
 namespace {
-
-const QString sourceDir = QStringLiteral(SOURCE_DIR);
 
 // A folder of sources, what includes call it, and the rooms that its files may include besides
 // their own. Each room enters only those above it in the table, so that there is no cycle. A folder
@@ -144,25 +145,6 @@ const QStringList floors = {u"host"_s,     u"interp"_s,    u"console"_s, u"comma
 // What nobody enters.
 const QStringList outside = {u"tests"_s, u"bench"_s, u"examples"_s, u"host"_s};
 
-QStringList sourcesBelow(const QString &folder, const QStringList &patterns)
-{
-    QStringList found;
-    QDirIterator walk(sourceDir + u'/' + folder, patterns, QDir::Files,
-                      QDirIterator::Subdirectories);
-    while (walk.hasNext())
-        found << walk.next();
-    found.sort();
-    return found;
-}
-
-QString textOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
-
-QString relative(const QString &path) { return QDir(sourceDir).relativeFilePath(path); }
-
 const Room *roomAt(const QString &folder)
 {
     for (const Room &room : rooms) {
@@ -236,7 +218,7 @@ void tst_Layout::everyFolderHasItsPlace()
 {
     QSet<QString> homeless;
     for (const QString &floor : floors) {
-        for (const QString &file : sourcesBelow(floor, {u"*.h"_s, u"*.cpp"_s})) {
+        for (const QString &file : sourcefiles::below(floor, {u"*.h"_s, u"*.cpp"_s})) {
             const QString folder = QFileInfo(relative(file)).path();
             if (!roomAt(folder))
                 homeless << folder;
@@ -272,7 +254,7 @@ void tst_Layout::everyIncludeGoesDown()
     const Room &room = rooms[index];
     QStringList wrong;
     bool hasSources = false;
-    for (const QString &file : sourcesBelow(room.folder, {u"*.h"_s, u"*.cpp"_s})) {
+    for (const QString &file : sourcefiles::below(room.folder, {u"*.h"_s, u"*.cpp"_s})) {
         if (roomAt(QFileInfo(relative(file)).path()) != &room)
             continue;
         hasSources = true;
@@ -370,7 +352,7 @@ void tst_Layout::everySourceIsBuilt()
     QVERIFY(!compiled.isEmpty());
     QStringList orphans;
     const QString packageTest = textOf(QStringLiteral(SOURCE_DIR "/tests/package/package.cmake"));
-    for (const QString &file : sourcesBelow(folder, {u"*.cpp"_s})) {
+    for (const QString &file : sourcefiles::below(folder, {u"*.cpp"_s})) {
         // A consumer of the installed package is a project of its own, which that test builds.
         const QString consumer = file.section(u"/tests/package/"_s, 1).section(u'/', 0, 0);
         const bool ownProject =
@@ -384,10 +366,10 @@ void tst_Layout::everySourceIsBuilt()
 void tst_Layout::everyExampleIsRunByATest()
 {
     QString tests;
-    for (const QString &file : sourcesBelow(u"tests"_s, {u"*.cpp"_s, u"CMakeLists.txt"_s}))
+    for (const QString &file : sourcefiles::below(u"tests"_s, {u"*.cpp"_s, u"CMakeLists.txt"_s}))
         tests += textOf(file);
     QStringList forgotten;
-    for (const QString &file : sourcesBelow(u"examples"_s, {u"*.tcl"_s, u"*.cpp"_s})) {
+    for (const QString &file : sourcefiles::below(u"examples"_s, {u"*.tcl"_s, u"*.cpp"_s})) {
         if (!tests.contains(QFileInfo(file).fileName()))
             forgotten << relative(file);
     }
@@ -397,14 +379,14 @@ void tst_Layout::everyExampleIsRunByATest()
 void tst_Layout::everyExampleIsShort()
 {
     QStringList tooLong;
-    for (const QString &file : sourcesBelow(u"examples"_s, {u"*.tcl"_s, u"*.cpp"_s})) {
+    for (const QString &file : sourcefiles::below(u"examples"_s, {u"*.tcl"_s, u"*.cpp"_s})) {
         if (!file.contains(u"/examples/host/"_s) && textOf(file).count(u'\n') > 60)
             tooLong << relative(file);
     }
     QCOMPARE(tooLong.join(u'\n'), QString());
     // A host with designs of its own is as long as all of it.
     qsizetype lines = 0;
-    for (const QString &file : sourcesBelow(u"examples/host"_s, {u"*.cpp"_s, u"*.h"_s}))
+    for (const QString &file : sourcefiles::below(u"examples/host"_s, {u"*.cpp"_s, u"*.h"_s}))
         lines += textOf(file).count(u'\n');
     QVERIFY2(lines > 0 && lines < 400, qPrintable(QString::number(lines)));
     const QString least = textOf(QStringLiteral(SOURCE_DIR "/tests/package/least/main.cpp"));

@@ -1,14 +1,14 @@
-#include <QDir>
-#include <QDirIterator>
-#include <QFile>
+#include "tests/layout/sourcefiles.h"
+
 #include <QRegularExpression>
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
+using sourcefiles::relative;
+using sourcefiles::sourceDir;
+using sourcefiles::textOf;
 
 namespace {
-
-const QString sourceDir = QStringLiteral(SOURCE_DIR);
 
 // The lines of a function's body stay below that.
 constexpr int longestBody = 40;
@@ -17,20 +17,9 @@ QStringList sources()
 {
     QStringList found;
     for (const char *folder : {"host", "interp", "console", "commands", "ensemble", "scripting",
-                               "app", "tests", "bench", "examples"}) {
-        QDirIterator walk(sourceDir + u'/' + QLatin1StringView(folder), {u"*.h"_s, u"*.cpp"_s},
-                          QDir::Files, QDirIterator::Subdirectories);
-        while (walk.hasNext())
-            found << walk.next();
-    }
-    found.sort();
+                               "app", "tests", "bench", "examples"})
+        found += sourcefiles::below(QLatin1StringView(folder), {u"*.h"_s, u"*.cpp"_s});
     return found;
-}
-
-QString textOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
 // What stands above a brace that has a line of its own, up to the end of what comes before.
@@ -94,7 +83,7 @@ void tst_Style::functionsAreShort()
 {
     QStringList found;
     for (const QString &file : sources())
-        found << longFunctions(QDir(sourceDir).relativeFilePath(file), textOf(file));
+        found << longFunctions(relative(file), textOf(file));
     QCOMPARE(found.join(u'\n'), QString());
 }
 
@@ -136,7 +125,7 @@ void tst_Style::testClassesBearTheNamesOfTheirFiles()
         const QRegularExpressionMatch match = pattern.match(textOf(file));
         tests += match.hasMatch();
         if (match.hasMatch() && (match.captured(1) != name || !name.startsWith(u"tst_"_s)))
-            wrong << QDir(sourceDir).relativeFilePath(file);
+            wrong << relative(file);
     }
     QCOMPARE(wrong.join(u'\n'), QString());
     QVERIFY(tests > 100);

@@ -1,23 +1,17 @@
-#include "tests/app/designs/DesignTreeFixture.h"
+#include "tests/app/designs/HardwareTreeTest.h"
 #include "tests/TestClass.h"
-
-#include <MorvalenCore/ChangeBracket.h>
 
 #include <QSignalSpy>
 
 using namespace Qt::Literals::StringLiterals;
-using MorvalenCore::ChangeBracket;
 using MorvalenCore::Interfaces::IDesign;
 
 // What users do in the tree with keys and the mouse.
-class tst_DesignTreeUse : public QObject
+class tst_DesignTreeUse : public HardwareTreeTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup() { fixture.reset(); }
-
     void returnOpensAFile();
     void returnOpensReadOnlyFiles();
     void tellsWhyAFileIsNotOpened();
@@ -29,41 +23,7 @@ private Q_SLOTS:
     void editsValues_data();
     void editsValues();
     void editsNoReadOnlyValue();
-
-private:
-    void add(const QStringList &files)
-    {
-        ChangeBracket::instance()->open();
-        for (const QString &file : files)
-            QVERIFY(uart->addFile(file, QString(), true, nullptr));
-        ChangeBracket::instance()->close();
-        QVERIFY(fixture->follow());
-    }
-    QModelIndex rtl(const QString &name) const
-    {
-        return fixture->row({u"uart"_s, u"Files"_s, u"rtl"_s, name});
-    }
-    void select(const QModelIndex &index)
-    {
-        QTest::mouseClick(fixture->view()->viewport(), Qt::LeftButton, {}, fixture->centre(index));
-        QCOMPARE(fixture->view()->currentIndex().siblingAtColumn(0), index);
-    }
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
-    {
-        QTest::keyClick(fixture->view(), key, modifiers);
-    }
-
-    std::optional<DesignTreeFixture> fixture;
-    IDesign *uart = nullptr;
 };
-
-void tst_DesignTreeUse::init()
-{
-    fixture.emplace();
-    QVERIFY(fixture->shown);
-    uart = fixture->session.create(u"uart"_s, u"Hardware Design"_s, u"Hardware"_s);
-    QVERIFY(fixture->follow());
-}
 
 void tst_DesignTreeUse::returnOpensAFile()
 {

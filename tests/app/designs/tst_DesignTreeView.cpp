@@ -1,4 +1,4 @@
-#include "tests/app/designs/DesignTreeFixture.h"
+#include "tests/app/designs/HardwareTreeTest.h"
 #include "tests/TestClass.h"
 
 #include <MorvalenCore/ChangeBracket.h>
@@ -10,14 +10,11 @@ using MorvalenCore::ChangeBracket;
 using MorvalenCore::Interfaces::IDesign;
 
 // What users see of the tree and do in it with keys and the mouse.
-class tst_DesignTreeView : public QObject
+class tst_DesignTreeView : public HardwareTreeTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup() { fixture.reset(); }
-
     void opensNewDesigns();
     void keepsLongNodesClosed();
     void keepsWhatIsOpenAndSelected();
@@ -30,14 +27,6 @@ private Q_SLOTS:
     void hintsWithoutADesign();
 
 private:
-    void add(const QStringList &files)
-    {
-        ChangeBracket::instance()->open();
-        for (const QString &file : files)
-            QVERIFY(uart->addFile(file, QString(), true, nullptr));
-        ChangeBracket::instance()->close();
-        QVERIFY(fixture->follow());
-    }
     static QStringList names(int count)
     {
         QStringList all;
@@ -45,32 +34,8 @@ private:
             all.append(u"f%1.v"_s.arg(i, 4, 10, QChar(u'0')));
         return all;
     }
-    QModelIndex rtl(const QString &name) const
-    {
-        return fixture->row({u"uart"_s, u"Files"_s, u"rtl"_s, name});
-    }
-    void select(const QModelIndex &index)
-    {
-        QTest::mouseClick(fixture->view()->viewport(), Qt::LeftButton, {}, fixture->centre(index));
-        QCOMPARE(fixture->view()->currentIndex().siblingAtColumn(0), index);
-    }
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
-    {
-        QTest::keyClick(fixture->view(), key, modifiers);
-    }
     QStringList visibleNames() const;
-
-    std::optional<DesignTreeFixture> fixture;
-    IDesign *uart = nullptr;
 };
-
-void tst_DesignTreeView::init()
-{
-    fixture.emplace();
-    QVERIFY(fixture->shown);
-    uart = fixture->session.create(u"uart"_s, u"Hardware Design"_s, u"Hardware"_s);
-    QVERIFY(fixture->follow());
-}
 
 // The names of the rows that are open to the eye.
 QStringList tst_DesignTreeView::visibleNames() const

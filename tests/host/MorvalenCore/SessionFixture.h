@@ -89,6 +89,16 @@ public:
         return manager()->parseDesignFromFile(QString(), file);
     }
 
+    // Writes a component and opens it; what the log says of that is forgotten.
+    MorvalenCore::Interfaces::IDesign *openComponent(const QByteArray &bytes)
+    {
+        const QString file = path(QStringLiteral("ip/component.xml"));
+        write(file, bytes);
+        auto *design = open(file);
+        takeLog();
+        return design;
+    }
+
     // Saves, closes and opens a design again.
     MorvalenCore::Interfaces::IDesign *reopen(MorvalenCore::Interfaces::IDesign *design)
     {

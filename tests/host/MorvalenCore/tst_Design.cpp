@@ -91,14 +91,6 @@ private Q_SLOTS:
     void namesRunStates();
 
 private:
-    IDesign *open(const QByteArray &bytes)
-    {
-        SessionFixture::write(session->path(u"ip/component.xml"_s), bytes);
-        IDesign *design = session->open(session->path(u"ip/component.xml"_s));
-        session->takeLog();
-        return design;
-    }
-
     std::optional<SessionFixture> session;
 };
 
@@ -247,7 +239,7 @@ void tst_Design::gathersChangesInProcessingCycles()
 
 void tst_Design::savesNothingThatIsNotChanged()
 {
-    IDesign *design = open(withBuilds);
+    IDesign *design = session->openComponent(withBuilds);
     QString error;
     QVERIFY(design->saveToComponentFile(&error));
     QCOMPARE(SessionFixture::read(design->componentFileName()), withBuilds);
@@ -256,7 +248,7 @@ void tst_Design::savesNothingThatIsNotChanged()
 
 void tst_Design::refusesToSaveOverWhatOthersWrote()
 {
-    IDesign *design = open(withBuilds);
+    IDesign *design = session->openComponent(withBuilds);
     design->setDescription(u"mine"_s);
     const QByteArray theirs = QByteArray(withBuilds).replace("uart", "theirs");
     SessionFixture::write(design->componentFileName(), theirs);
@@ -269,7 +261,7 @@ void tst_Design::refusesToSaveOverWhatOthersWrote()
 
 void tst_Design::savesAgainWhenTheFileIsGone()
 {
-    IDesign *design = open(withBuilds);
+    IDesign *design = session->openComponent(withBuilds);
     const QString file = design->componentFileName();
     QVERIFY(QFile::remove(file));
     design->setDescription(u"mine"_s);
@@ -321,7 +313,7 @@ void tst_Design::offersTheDesignInterface()
 
 void tst_Design::listsBuildConfigurations()
 {
-    const IDesign *design = open(withBuilds);
+    const IDesign *design = session->openComponent(withBuilds);
     QVERIFY(design);
     QCOMPARE(design->buildConfigurationNames(),
              (QStringList {u"Synth"_s, u"Lint"_s, u"Default"_s}));
@@ -341,7 +333,7 @@ void tst_Design::listsBuildConfigurations()
 
 void tst_Design::choosesTheActiveBuildConfiguration()
 {
-    IDesign *design = open(withBuilds);
+    IDesign *design = session->openComponent(withBuilds);
     QCOMPARE(design->activeBuildConfiguration()->configurationName(), u"Lint"_s);
     design->setActiveBuildConfiguration(nullptr);
     QCOMPARE(design->activeBuildConfiguration()->configurationName(), u"Lint"_s);
@@ -358,14 +350,14 @@ void tst_Design::choosesTheActiveBuildConfiguration()
 
     QVERIFY(!session->create(u"fresh"_s)->activeBuildConfiguration());
     QVERIFY(session->manager()->closeDesign(design->id(u"."_s), false));
-    design = open(QByteArray(withBuilds).replace(" active=\"Lint\"", ""));
+    design = session->openComponent(QByteArray(withBuilds).replace(" active=\"Lint\"", ""));
     QCOMPARE(design->activeBuildConfiguration()->configurationName(), u"Synth"_s);
 }
 
 void tst_Design::givesMacrosByTheirOrigin()
 {
     using namespace MorvalenCore;
-    IDesign *design = open(withBuilds);
+    IDesign *design = session->openComponent(withBuilds);
     const BuildStepPropertyManager *macros =
         design->buildConfiguration(u"Synth"_s)->propertyManager();
     QHash<QString, QString> designs {{u"WIDTH"_s, u"8"_s},
@@ -393,7 +385,7 @@ void tst_Design::givesMacrosByTheirOrigin()
 
 void tst_Design::changesTheTargetPath()
 {
-    IDesign *design = open(withBuilds);
+    IDesign *design = session->openComponent(withBuilds);
     design->buildConfiguration(u"Lint"_s)->setTargetPath(u"/tmp/$X/a"_s);
     design->buildConfiguration(u"Default"_s)->setTargetPath(u"else where"_s);
     design = session->reopen(design);

@@ -75,10 +75,8 @@ private Q_SLOTS:
     void init()
     {
         session.emplace();
-        SessionFixture::write(session->path(u"ip/component.xml"_s), component);
-        design = session->open(session->path(u"ip/component.xml"_s));
+        design = session->openComponent(component);
         QVERIFY(design);
-        session->takeLog();
     }
     void cleanup() { session.reset(); }
 
