@@ -47,49 +47,52 @@ struct TextPage::CommandRow
     Command command;
     bool (*can)(const TextPage &);
     void (*run)(TextPage &);
+
+    static bool always(const TextPage &) { return true; }
+    static bool changeable(const TextPage &page) { return !page.edit->isReadOnly(); }
+    static bool hasSelection(const TextPage &page)
+    {
+        return page.front()->textCursor().hasSelection();
+    }
+
+    static const CommandRow all[];
+};
+
+const TextPage::CommandRow TextPage::CommandRow::all[] = {
+    {SaveCopy, always, [](TextPage &page) { page.sync->askForCopy(); }},
+    {Undo,
+     [](const TextPage &page) {
+         return changeable(page) && page.edit->document()->isUndoAvailable();
+     },
+     [](TextPage &page) { page.front()->undo(); }},
+    {Redo,
+     [](const TextPage &page) {
+         return changeable(page) && page.edit->document()->isRedoAvailable();
+     },
+     [](TextPage &page) { page.front()->redo(); }},
+    {Cut, [](const TextPage &page) { return changeable(page) && hasSelection(page); },
+     [](TextPage &page) { page.front()->cut(); }},
+    {Copy, hasSelection, [](TextPage &page) { page.front()->copy(); }},
+    {Paste, [](const TextPage &page) { return page.front()->canPaste(); },
+     [](TextPage &page) { page.front()->paste(); }},
+    {SelectAll, always, [](TextPage &page) { page.front()->selectAll(); }},
+    {Find, always, [](TextPage &page) { page.frontView()->openFind(false); }},
+    {FindNext, always, [](TextPage &page) { page.frontView()->search()->findNext(); }},
+    {FindPrevious, always, [](TextPage &page) { page.frontView()->search()->findPrevious(); }},
+    {Replace, changeable, [](TextPage &page) { page.frontView()->openFind(true); }},
+    {GoToLine, always, [](TextPage &page) { page.frontView()->openGoToLine(); }},
+    {ToggleComment, [](const TextPage &page) { return page.edit->canToggleComment(); },
+     [](TextPage &page) { page.front()->toggleComment(); }},
+    {ZoomIn, always, [](TextPage &) { zoomBy(1); }},
+    {ZoomOut, always, [](TextPage &) { zoomBy(-1); }},
+    {ZoomReset, always, [](TextPage &) { EditorSettings::instance()->setZoom(0); }},
+    {SplitView, always, [](TextPage &page) { page.splitOrJoin(); }},
+    {ChooseCoding, changeable, [](TextPage &page) { page.chooseCoding(); }},
 };
 
 const TextPage::CommandRow *TextPage::row(Command command)
 {
-    static constexpr auto always = [](const TextPage &) { return true; };
-    static constexpr auto changeable = [](const TextPage &page) {
-        return !page.edit->isReadOnly();
-    };
-    static constexpr auto hasSelection = [](const TextPage &page) {
-        return page.front()->textCursor().hasSelection();
-    };
-    static const CommandRow rows[] = {
-        {SaveCopy, always, [](TextPage &page) { page.sync->askForCopy(); }},
-        {Undo,
-         [](const TextPage &page) {
-             return changeable(page) && page.edit->document()->isUndoAvailable();
-         },
-         [](TextPage &page) { page.front()->undo(); }},
-        {Redo,
-         [](const TextPage &page) {
-             return changeable(page) && page.edit->document()->isRedoAvailable();
-         },
-         [](TextPage &page) { page.front()->redo(); }},
-        {Cut, [](const TextPage &page) { return changeable(page) && hasSelection(page); },
-         [](TextPage &page) { page.front()->cut(); }},
-        {Copy, hasSelection, [](TextPage &page) { page.front()->copy(); }},
-        {Paste, [](const TextPage &page) { return page.front()->canPaste(); },
-         [](TextPage &page) { page.front()->paste(); }},
-        {SelectAll, always, [](TextPage &page) { page.front()->selectAll(); }},
-        {Find, always, [](TextPage &page) { page.frontView()->openFind(false); }},
-        {FindNext, always, [](TextPage &page) { page.frontView()->search()->findNext(); }},
-        {FindPrevious, always, [](TextPage &page) { page.frontView()->search()->findPrevious(); }},
-        {Replace, changeable, [](TextPage &page) { page.frontView()->openFind(true); }},
-        {GoToLine, always, [](TextPage &page) { page.frontView()->openGoToLine(); }},
-        {ToggleComment, [](const TextPage &page) { return page.edit->canToggleComment(); },
-         [](TextPage &page) { page.front()->toggleComment(); }},
-        {ZoomIn, always, [](TextPage &) { zoomBy(1); }},
-        {ZoomOut, always, [](TextPage &) { zoomBy(-1); }},
-        {ZoomReset, always, [](TextPage &) { EditorSettings::instance()->setZoom(0); }},
-        {SplitView, always, [](TextPage &page) { page.splitOrJoin(); }},
-        {ChooseCoding, changeable, [](TextPage &page) { page.chooseCoding(); }},
-    };
-    for (const CommandRow &candidate : rows) {
+    for (const CommandRow &candidate : CommandRow::all) {
         if (candidate.command == command)
             return &candidate;
     }
