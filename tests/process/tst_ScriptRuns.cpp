@@ -380,10 +380,12 @@ void tst_ScriptRuns::whatCannotBeSaved_data()
 {
     QTest::addColumn<QByteArray>("end");
     QTest::addColumn<int>("status");
-    QTest::newRow("unsaved-1 a good end") << QByteArray("set x 1") << 1;
-    QTest::newRow("unsaved-2 quit") << QByteArray("quit") << 1;
-    QTest::newRow("unsaved-3 exit") << QByteArray("exit 0") << 1;
-    QTest::newRow("unsaved-4 exit with a status") << QByteArray("exit 3") << 3;
+    QTest::addColumn<int>("backups");
+    QTest::newRow("unsaved-1 a good end") << QByteArray("set x 1") << 1 << 1;
+    QTest::newRow("unsaved-2 quit") << QByteArray("quit") << 1 << 1;
+    QTest::newRow("unsaved-3 exit") << QByteArray("exit 0") << 1 << 1;
+    QTest::newRow("unsaved-4 exit with a status") << QByteArray("exit 3") << 3 << 0;
+    QTest::newRow("unsaved-5 quit with a status") << QByteArray("quit 3") << 3 << 1;
 }
 
 // Another program writes to the component file meanwhile: its change stays, and the status tells.
@@ -391,6 +393,7 @@ void tst_ScriptRuns::whatCannotBeSaved()
 {
     QFETCH(const QByteArray, end);
     QFETCH(const int, status);
+    QFETCH(const int, backups);
     QCOMPARE(program->runCommands({u"designs new uart"_s}).status, 0);
     const QString component = program->session + u"/Designs/uart/component.xml"_s;
     const QByteArray before = Program::read(component);
@@ -400,6 +403,8 @@ void tst_ScriptRuns::whatCannotBeSaved()
                                            {component});
     QCOMPARE(ended.status, status);
     QCOMPARE(Program::read(component), before + '\n');
+    QCOMPARE(QDir(program->session + u"/Backups"_s).entryList(QDir::Files).size(), backups);
+    QCOMPARE(ended.err.count("Error: "), backups);
 }
 
 GUILESS_TEST_CLASS(tst_ScriptRuns)

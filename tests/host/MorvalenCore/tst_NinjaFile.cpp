@@ -289,20 +289,24 @@ void tst_NinjaFile::makesTheTargetFolder()
 void tst_NinjaFile::saysWhyTheFolderCannotBeMade_data()
 {
     QTest::addColumn<QString>("folder");
-    QTest::newRow("target-1 below a file") << u"WORK/file/out"_s;
-    QTest::newRow("target-2 in a file system without folders") << u"/proc/out"_s;
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("target-1 below a file") << u"WORK/file/out"_s << u"Not a directory"_s;
+    QTest::newRow("target-2 in a file system without folders")
+        << u"/proc/out"_s << u"No such file or directory"_s;
 }
 
 void tst_NinjaFile::saysWhyTheFolderCannotBeMade()
 {
     QFETCH(QString, folder);
+    QFETCH(const QString, reason);
     BuildFixture build;
     build.write(u"file"_s, "");
     BuildPlan plan = planOf({});
     plan.targetFolder = folder.replace(u"WORK"_s, build.request.workingFolder);
     const Qtilities::Core::Status status = NinjaFile(plan).makeFolder();
     QVERIFY(!status.isOk());
-    QCOMPARE(status.text(), u"The target path \"%1\" cannot be made"_s.arg(plan.targetFolder));
+    QCOMPARE(status.text(),
+             u"The target path \"%1\" cannot be made: %2"_s.arg(plan.targetFolder, reason));
 }
 
 // Steps that wait for all before them must not name them all.

@@ -9,6 +9,8 @@
 #include <QCryptographicHash>
 #include <QDir>
 
+#include <cerrno>
+
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::Result;
 using Qtilities::Core::Status;
@@ -159,7 +161,8 @@ QString NinjaFile::stepsPath() const { return folder + u"/steps.ninja"_s; }
 Status NinjaFile::makeFolder() const
 {
     if (!QDir().mkpath(folder))
-        return Status::io(u"The target path \"%1\" cannot be made"_s.arg(folder));
+        return Status::io(
+            u"The target path \"%1\" cannot be made: %2"_s.arg(folder, qt_error_string(errno)));
     return {};
 }
 

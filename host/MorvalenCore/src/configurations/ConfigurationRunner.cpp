@@ -1,11 +1,10 @@
 #include "configurations/ConfigurationRunner.h"
 
+#include "configurations/buildends.h"
 #include "configurations/BuildRecords.h"
 #include "configurations/ConfigurationItem.h"
 #include "configurations/generatedfiles.h"
 #include "configurations/targetplaces.h"
-#include "disk/itempaths.h"
-#include "items/DesignFiles.h"
 #include "items/DesignState.h"
 #include "log/hostlog.h"
 
@@ -23,55 +22,13 @@ using Qtilities::Logging::Logger;
 
 namespace MorvalenCore {
 
-namespace {
-
-BuildConfiguration::RunState stateAfter(BuildRun::Result result)
-{
-    switch (result) {
-    case BuildRun::Result::Completed:
-        return BuildConfiguration::Completed;
-    case BuildRun::Result::Cancelled:
-        return BuildConfiguration::Cancelled;
-    case BuildRun::Result::Failed:
-        break;
-    }
-    return BuildConfiguration::Failed;
-}
-
-QString quotedNames(const BuildPlan &plan, const QList<int> &steps)
-{
-    QStringList names;
-    for (const int step : steps)
-        names.append(u'"' + plan.steps[step].name + u'"');
-    return names.join(u", "_s);
-}
-
-// How a run of the titled configuration ended; the log says it of a good end.
-Status statusOf(const QString &title, const BuildPlan &plan, const BuildRun::End &end)
-{
-    if (end.isCutShort)
-        return Status::cancelled(u"%1 was not finished, since another one failed"_s.arg(title));
-    if (end.result == BuildRun::Result::Cancelled)
-        return Status::cancelled(u"%1 was cancelled"_s.arg(title));
-    if (end.result == BuildRun::Result::Failed && end.failed.isEmpty())
-        return Status::failed(u"%1 failed"_s.arg(title));
-    if (end.result == BuildRun::Result::Failed)
-        return Status::failed(u"%1 failed in %2"_s.arg(title, quotedNames(plan, end.failed)));
-    if (end.done.isEmpty())
-        logInfo(u"%1 is up to date"_s.arg(title));
-    else
-        logInfo(u"%1 is complete, steps run: %2"_s.arg(title).arg(end.done.size()));
-    return {};
-}
-
-} // namespace
-
 ConfigurationRunner::ConfigurationRunner(ConfigurationItem &owner, DesignState &designState,
                                          DesignFiles &fileItems, BuildRecords &buildRecords)
     : configuration(owner),
       design(designState),
       files(fileItems),
-      records(buildRecords)
+      records(buildRecords),
+      plan(owner, designState, fileItems)
 {
 }
 
@@ -90,68 +47,6 @@ QString ConfigurationRunner::title() const
                                                       design.name());
 }
 
-Result<BuildRequest> ConfigurationRunner::request() const
-{
-    const Result<BuildSettings> settings = BuildSettings::current();
-    if (!settings.isOk())
-        return settings.status();
-    BuildRequest request;
-    request.configuration = configuration.configurationName();
-    request.workingFolder = design.folder();
-    const Result<QString> targetPath = configuration.targetPathOnDisk();
-    if (!targetPath.isOk())
-        return targetPath.status();
-    request.targetPath = targetPath.value();
-    request.macros = configuration.macroTable().rawValues(ConfigurationMacros | DesignMacros);
-    request.steps = configuration.steps();
-    request.launcher = settings.value().launcher;
-    request.pools = settings.value().pools;
-    for (const QString &node : nodesNamedIn(request.steps)) {
-        if (!files.hasNode(node))
-            continue;
-        const Result<QStringList> paths = pathsUnder(node);
-        if (!paths.isOk())
-            return paths.status();
-        request.nodes[node] = paths.value();
-    }
-    return request;
-}
-
-Result<QStringList> ConfigurationRunner::pathsUnder(const QString &node) const
-{
-    QStringList paths;
-    for (const DesignFile *file : files.underNode(node, true)) {
-        const Result<QString> path = tryPathOnDisk(file->actualPath(), design.folder());
-        if (!path.isOk())
-            return path.status();
-        paths.append(path.value());
-    }
-    return paths;
-}
-
-PlanKeeper::Kept ConfigurationRunner::plan()
-{
-    const Result<BuildRequest> wanted = request();
-    return wanted.isOk() ? plans.planFor(wanted.value()) : wanted.status();
-}
-
-PlanKeeper::Kept ConfigurationRunner::checkedPlan()
-{
-    const PlanKeeper::Kept kept = plan();
-    if (!kept.isOk())
-        return kept;
-    const Status placed = checkTargetPlace(kept.value()->plan, configuration.getTargetPath());
-    if (!placed.isOk())
-        return placed;
-    if (kept.value()->isChecked)
-        return kept;
-    const Status harmless = checkOverwriting(kept.value()->plan, files);
-    if (!harmless.isOk())
-        return harmless;
-    kept.value()->isChecked = true;
-    return kept;
-}
-
 Status ConfigurationRunner::refusal(const Status &status) const
 {
     return status.withText(u"%1 cannot be run: %2"_s.arg(title(), status.text()));
@@ -160,7 +55,7 @@ Status ConfigurationRunner::refusal(const Status &status) const
 QStringList ConfigurationRunner::stepNames()
 {
     QStringList names;
-    const PlanKeeper::Kept kept = plan();
+    const PlanKeeper::Kept kept = plan.planned();
     if (kept.isOk()) {
         for (const PlannedStep &step : kept.value()->plan.steps)
             names.append(step.name);
@@ -209,7 +104,7 @@ Result<ConfigurationRunner::UnderWay> ConfigurationRunner::prepare()
 {
     if (current)
         return Status::busy(u"%1 is running already"_s.arg(title()));
-    const PlanKeeper::Kept checked = checkedPlan();
+    const PlanKeeper::Kept checked = plan.checked();
     if (!checked.isOk())
         return refuse(checked.status());
     return UnderWay {&configuration, title(), design.name(), checked.value()};
@@ -285,7 +180,7 @@ Status ConfigurationRunner::runDry()
 {
     if (current)
         return Status::busy(u"%1 is running already"_s.arg(title()));
-    const PlanKeeper::Kept checked = checkedPlan();
+    const PlanKeeper::Kept checked = plan.checked();
     if (!checked.isOk())
         return refusal(checked.status());
     if (!look(*checked.value()))
@@ -302,15 +197,10 @@ Status ConfigurationRunner::refresh()
     if (current)
         return {};
     runState = BuildConfiguration::Idle;
-    const PlanKeeper::Kept kept = plan();
+    const PlanKeeper::Kept kept = plan.placed();
     if (!kept.isOk()) {
         outdated.clear();
         return refusal(kept.status());
-    }
-    const Status placed = checkTargetPlace(kept.value()->plan, configuration.getTargetPath());
-    if (!placed.isOk()) {
-        outdated.clear();
-        return refusal(placed);
     }
     const qsizetype count = kept.value()->plan.steps.size();
     // What went wrong is among what the run has said.

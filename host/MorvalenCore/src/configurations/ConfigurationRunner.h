@@ -1,7 +1,7 @@
 #pragma once
 
 #include "build/BuildRun.h"
-#include "build/PlanKeeper.h"
+#include "configurations/ConfigurationPlan.h"
 
 #include <MorvalenCore/BuildConfiguration.h>
 #include <MorvalenCore/BuildOptions.h>
@@ -69,12 +69,7 @@ public:
     static BuildRun::Options optionsFor(const BuildOptions &options);
 
 private:
-    PlanKeeper::Kept plan();
-    // The same, with all that must be looked at before something runs.
-    PlanKeeper::Kept checkedPlan();
     Qtilities::Core::Status refusal(const Qtilities::Core::Status &status) const;
-    Qtilities::Core::Result<BuildRequest> request() const;
-    Qtilities::Core::Result<QStringList> pathsUnder(const QString &node) const;
     void takeEnd(KeptPlan &kept, const BuildRun::End &end);
     bool look(const KeptPlan &kept);
     void noteGenerated(KeptPlan &kept, QList<int> steps);
@@ -84,7 +79,7 @@ private:
     DesignState &design;
     DesignFiles &files;
     BuildRecords &records;
-    PlanKeeper plans;
+    ConfigurationPlan plan;
     BuildRun *current = nullptr;
     BuildConfiguration::RunState runState = BuildConfiguration::Idle;
     QStringList outdated;

@@ -13,6 +13,7 @@
 #include <QFileInfo>
 
 #include <optional>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::Interfaces::IDesign;
@@ -165,9 +166,12 @@ Result<QString> SessionDesignManager::tryBackUpDesign(IDesign *design)
     return own ? backUp(*own) : DesignManager::tryBackUpDesign(design);
 }
 
-QList<Status> SessionDesignManager::tryPrepareForShutdown(int)
+QList<Status> SessionDesignManager::tryPrepareForShutdown(int reason)
 {
     QList<Status> all;
+    // What could not be saved then is told of, and backed up.
+    if (std::exchange(isPreparedToQuit, reason == QuitCommand))
+        return all;
     for (IDesign *design : open.all())
         all.append(saveOrBackUp(design));
     return all;
@@ -199,7 +203,11 @@ void SessionDesignManager::designIdChanged(IDesign *design, const QString &oldId
     announcements.idChanged(design, oldId);
 }
 
-void SessionDesignManager::designChanged(IDesign *design) { announcements.changed(design); }
+void SessionDesignManager::designChanged(IDesign *design)
+{
+    isPreparedToQuit = false;
+    announcements.changed(design);
+}
 
 // A closed design is destroyed later.
 void SessionDesignManager::letGo(IDesign *design)

@@ -57,6 +57,8 @@ private:
     ClosedDesigns closed;
     DesignAnnouncements announcements {this};
     DesignFactory designFactory;
+    // By the command "quit", and nothing has changed since.
+    bool isPreparedToQuit = false;
     QPointer<Qtilities::Core::ObjectManager> objectManager;
 };
 
