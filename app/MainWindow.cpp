@@ -43,6 +43,7 @@
 #include "app/window/windowlayout.h"
 #include "commands/commandmanuals.h"
 #include "console/QtclConsole.h"
+#include "ensemble/manuals.h"
 
 #include <MorvalenCore/DesignManager.h>
 #include <MorvalenCore/MorvalenManager.h>
@@ -196,7 +197,9 @@ void MainWindow::adoptConsole(QtclConsole *theConsole)
     consolefont::apply(console);
     console->setFeatures(QConsole::AllFeatures);
     console->setWholeLines(true);
-    console->setNextWords(&commands::nextWords);
+    console->setNextWords([](const QStringList &words) {
+        return commands::nextWords(words) + ensemble::nextWords(words);
+    });
     history = new ConsoleHistory(console, this);
     console->keepTypedKeys();
     console->show(); // showWhileStarting() may have had it elsewhere

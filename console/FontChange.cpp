@@ -7,7 +7,7 @@
 #include <algorithm>
 
 namespace {
-constexpr int atOnce = 5'000; // paragraphs, far more than can be seen
+constexpr int atOnce = 500; // paragraphs, more than can be seen
 constexpr int aStep = 1'000;
 } // namespace
 

@@ -17,24 +17,18 @@
 #include <QMimeData>
 #include <QPointer>
 
-#include <algorithm>
-
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 constexpr int mostRichText = 100'000; // characters
 
-// As other programs know it.
-QChar plainLetter(QChar c)
+// As other programs know it. Without branches, for texts of a hundred million letters.
+void makePlain(QString *text)
 {
-    switch (c.unicode()) {
-    case QChar::ParagraphSeparator:
-    case QChar::LineSeparator:
-        return u'\n';
-    case QChar::Nbsp:
-        return u' ';
-    default:
-        return c;
+    for (QChar &letter : *text) {
+        const char16_t c = letter.unicode();
+        const bool ends = c == QChar::ParagraphSeparator || c == QChar::LineSeparator;
+        letter = QChar(ends ? u'\n' : c == QChar::Nbsp ? u' ' : c);
     }
 }
 } // namespace
@@ -265,9 +259,12 @@ QMimeData *QConsole::createMimeDataFromSelection() const
     if (cursor.selectionEnd() - cursor.selectionStart() <= mostRichText)
         return QTextEdit::createMimeDataFromSelection();
     const int from = cursor.selectionStart();
-    // Made at once, and then cut: several times as fast as the cursor's own selectedText().
-    QString text = document()->toRawText().mid(from, cursor.selectionEnd() - from);
-    std::transform(text.begin(), text.end(), text.begin(), plainLetter);
+    // Made at once, and then cut in its place: several times as fast as the cursor's own
+    // selectedText(), and a copy less of what is counted in hundreds of megabytes.
+    QString text = document()->toRawText();
+    text.truncate(cursor.selectionEnd());
+    text.remove(0, from);
+    makePlain(&text);
     auto *words = new QMimeData;
     words->setText(text);
     return words;

@@ -107,10 +107,11 @@ QStringList QtclConsole::suggestCommand(const QString &cmd, QString &prefix)
     return names.isEmpty() ? QStringList() : names.split(u' ');
 }
 
+// While an event of Tcl's waits, a command may come.
 bool QtclConsole::isBusy() const
 {
     const ScriptRuns *runs = ScriptRuns::instance();
-    return runs && runs->isRunning();
+    return runs && (runs->isInPass() || !runs->command().isEmpty());
 }
 
 void QtclConsole::keepTypedKeys()

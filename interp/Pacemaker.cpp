@@ -1,5 +1,6 @@
 #include "interp/Pacemaker.h"
 
+#include <chrono>
 #include <cstdint>
 
 #include <poll.h>
@@ -11,6 +12,15 @@ namespace {
 // So many beats without an evaluation, and the thread sleeps until one begins; waking it for each
 // of many short ones would cost more than they do.
 constexpr int beatsBeforeSleep = 20;
+
+// A beat that came just behind the begin of an evaluation is made up for so soon, in milliseconds.
+constexpr int secondLook = Pacemaker::beatInterval / 2;
+
+qint64 now()
+{
+    using namespace std::chrono;
+    return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
+}
 
 } // namespace
 
@@ -48,7 +58,11 @@ bool Pacemaker::setWaiting(bool waits)
     return before;
 }
 
-void Pacemaker::served() { marked.store(false, std::memory_order_relaxed); }
+void Pacemaker::served(qint64 rest)
+{
+    restEnd.store(now() + rest, std::memory_order_relaxed);
+    marked.store(false);
+}
 
 void Pacemaker::run()
 {
@@ -56,7 +70,7 @@ void Pacemaker::run()
     while (!ending) {
         idleBeats = depth > 0 ? 0 : idleBeats + 1;
         if (idleBeats < beatsBeforeSleep) {
-            sleep(beatInterval);
+            waitForBeat();
             beat();
             continue;
         }
@@ -68,13 +82,21 @@ void Pacemaker::run()
     }
 }
 
+void Pacemaker::waitForBeat()
+{
+    sleep(wasNew ? secondLook : beatInterval);
+    const qint64 rest = restEnd.load(std::memory_order_relaxed) - now();
+    if (rest > 0 && !ending)
+        sleep(int(rest));
+}
+
 // What has only just begun may be over soon, and is left alone.
 void Pacemaker::beat()
 {
     const unsigned current = number.load(std::memory_order_relaxed);
-    const bool isNew = current != numberBefore;
+    wasNew = depth > 0 && current != numberBefore;
     numberBefore = current;
-    if (ending || isNew || depth == 0 || waiting || marked.exchange(true))
+    if (ending || wasNew || depth == 0 || waiting || marked.exchange(true))
         return;
     Tcl_AsyncMark(handler);
 }

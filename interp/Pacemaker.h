@@ -1,13 +1,15 @@
 #pragma once
 
+#include <QtGlobal>
+
 #include <atomic>
 #include <thread>
 
 #include <tcl.h>
 
-// Marks an asynchronous handler of Tcl's from a thread of its own, at most every beatInterval,
-// while the interpreter is at work; so that nothing is polled in the loops of scripts. Asleep while
-// nothing runs.
+// Marks an asynchronous handler of Tcl's from a thread of its own, every beatInterval or as much
+// later as it is asked to rest, while the interpreter is at work; so that nothing is polled in the
+// loops of scripts. Asleep while nothing runs.
 class Pacemaker
 {
 public:
@@ -26,11 +28,12 @@ public:
     // The interpreter waits in Qt's event loop, which needs no beat, or goes on. Returns whether
     // it waited before.
     bool setWaiting(bool waits);
-    // The handler has run; the next beat may come.
-    void served();
+    // The handler has run; the next beat may come after so many milliseconds.
+    void served(qint64 rest);
 
 private:
     void run();
+    void waitForBeat();
     void beat();
     void wake() const;
     bool sleep(int milliseconds) const;
@@ -43,6 +46,8 @@ private:
     std::atomic_bool marked = false; // and not served yet
     std::atomic_bool asleep = false;
     std::atomic_bool ending = false;
-    unsigned numberBefore = 0; // at the last beat; the thread's own
+    std::atomic<qint64> restEnd = 0; // in milliseconds of the steady clock
+    unsigned numberBefore = 0; // at the last beat; the thread's own, as the next one
+    bool wasNew = false; // what ran then
     std::thread thread; // the last one: it uses the others
 };

@@ -16,9 +16,13 @@ namespace {
 
 ScriptRuns *theInstance = nullptr;
 
-// A pass that takes long leaves the script most of the time, and still feels a stop soon.
-constexpr qint64 shareOfScript = 9; // of ten parts
-constexpr qint64 longestPause = 150; // milliseconds
+// From the begin of a pass to that of the next one, in milliseconds, where the script has at least
+// half of that: with what it takes to get there, the window is painted ten times a second.
+constexpr qint64 longestPeriod = 75;
+
+// For how long the script goes on after a pass: nine tenths of the time, or as much of it as leaves
+// the window alive. All in milliseconds.
+qint64 restAfter(qint64 pass) { return std::min(9 * pass, std::max(longestPeriod - pass, pass)); }
 
 } // namespace
 
@@ -50,12 +54,16 @@ ScriptRuns::~ScriptRuns()
 void ScriptRuns::begin(const QString &command)
 {
     pacemaker->begin();
-    if (depth++ > 0)
+    const bool isCommand = !command.isEmpty() && commandDepth == 0;
+    if (++depth > 1 && !isCommand)
         return;
     sinceBegin.start();
+    if (!isCommand)
+        return;
+    commandDepth = depth;
     outermost = command;
-    if (!command.isEmpty())
-        tellOfBegin();
+    hasStopped = false;
+    tellOfBegin();
 }
 
 // A stop has unwound those within; a cancellation of the script's own unwinds all.
@@ -81,12 +89,13 @@ void ScriptRuns::end()
         stopDepth = 0;
         cancellation::clear(interp);
     }
-    if (--depth > 0)
+    const bool wasCommand = depth == commandDepth;
+    if (--depth > 0 && !wasCommand)
         return;
     hasStopped = false;
+    commandDepth = 0;
     outermost.clear();
-    if (std::exchange(told, false))
-        Q_EMIT ended();
+    tellOfEnd();
 }
 
 void ScriptRuns::tellOfBegin()
@@ -95,12 +104,18 @@ void ScriptRuns::tellOfBegin()
         Q_EMIT begun();
 }
 
+void ScriptRuns::tellOfEnd()
+{
+    if (std::exchange(told, false))
+        Q_EMIT ended();
+}
+
 int ScriptRuns::serve(ClientData self, Tcl_Interp *current, int code)
 {
     auto *const runs = static_cast<ScriptRuns *>(self);
     // The next beat marks again.
     if (code == TCL_ERROR && asyncplace::isCaughtError(code, asyncplace::ofQuestion())) {
-        runs->pacemaker->served();
+        runs->pacemaker->served(0);
         return asyncplace::caughtError;
     }
     return runs->breathe(current, code);
@@ -109,12 +124,11 @@ int ScriptRuns::serve(ClientData self, Tcl_Interp *current, int code)
 // Without an interpreter, Tcl is between two events, and Qt's come by themselves.
 int ScriptRuns::breathe(Tcl_Interp *current, int code)
 {
-    pacemaker->served();
-    if (!current || inPass || blockers > 0 || depth == 0)
+    if (!current || inPass || blockers > 0 || depth == 0) {
+        pacemaker->served(0);
         return code;
+    }
     takeStopInput();
-    if (sincePass.isValid() && sincePass.elapsed() < pause)
-        return code;
     tellOfBegin();
     QElapsedTimer duration;
     duration.start();
@@ -123,8 +137,7 @@ int ScriptRuns::breathe(Tcl_Interp *current, int code)
     inPass = true;
     pass();
     inPass = false;
-    pause = std::min(shareOfScript * duration.elapsed(), longestPause);
-    sincePass.start();
+    pacemaker->served(restAfter(duration.elapsed()));
     Tcl_SetServiceMode(mode);
     return Tcl_RestoreInterpState(current, state);
 }
@@ -139,7 +152,12 @@ void ScriptRuns::stop()
     Q_EMIT stopping();
 }
 
-bool ScriptRuns::setWaiting(bool waits) { return pacemaker->setWaiting(waits); }
+bool ScriptRuns::setWaiting(bool waits)
+{
+    if (waits && commandDepth == 0)
+        tellOfEnd();
+    return pacemaker->setWaiting(waits);
+}
 
 void ScriptRuns::stopOnInput(int descriptor)
 {

@@ -39,9 +39,10 @@ public:
     // Whether Tcl is at a safe point now, and the pass is under way.
     bool isInPass() const { return inPass; }
 
-    // What the outermost one is: the command, or an empty text for an event.
+    // The outermost command, which an event may have let in while it waits; an empty text when
+    // only an event runs.
     QString command() const { return outermost; }
-    // For how long it has been running; in milliseconds.
+    // For how long that has been running; in milliseconds.
     qint64 elapsed() const { return isRunning() ? sinceBegin.elapsed() : 0; }
 
     // Tcl waits in Qt's event loop, where Qt's events come by themselves, or goes on. Returns what
@@ -69,7 +70,7 @@ public:
 Q_SIGNALS:
     // A command has begun; an event has been running for long enough to be noticed.
     void begun();
-    // What was told of by begun has ended.
+    // What was told of by begun has ended; or an event waits, and a command may come.
     void ended();
     // Somebody wants it to stop; what it waits for outside of Tcl should end.
     void stopping();
@@ -83,6 +84,7 @@ private:
     int finish(int code);
     void end();
     void tellOfBegin();
+    void tellOfEnd();
     void takeStopInput();
 
     Tcl_Interp *const interp;
@@ -93,9 +95,8 @@ private:
     static int blockers;
     QString outermost;
     QElapsedTimer sinceBegin;
-    QElapsedTimer sincePass;
-    qint64 pause = 0; // until the next pass, in milliseconds
     int depth = 0;
+    int commandDepth = 0; // of the outermost command; 0 for none
     bool inPass = false;
     bool told = false;
     int stopDepth = 0; // of the outermost evaluation that is to end, of nested ones; 0 for none

@@ -307,6 +307,61 @@ private Q_SLOTS:
         QCOMPARE(run("interp create k; k eval {set a 4}"), "0 4");
     }
 
+    // An event that waits lets commands in: each is told of, and stopped by itself.
+    void commandsWhileAnEventWaits()
+    {
+        QStringList told;
+        QObject scope;
+        connect(runs, &ScriptRuns::begun, &scope,
+                [&] { told.append(u"begun "_s + runs->command()); });
+        connect(runs, &ScriptRuns::ended, &scope, [&] { told.append(u"ended"_s); });
+        QByteArrayList answers;
+        QList<bool> waits;
+        QTimer::singleShot(50, &scope, [&] {
+            waits.append(runs->isRunning());
+            answers.append(run("set a 1"));
+            for (int i = 0; i < 2; ++i) {
+                inPass = [this] {
+                    runs->stop();
+                    inPass = {};
+                };
+                answers.append(run("while 1 {}"));
+                waits.append(runs->isRunning() && runs->command().isEmpty());
+            }
+            Tcl_SetVar(interp, "released", "1", TCL_GLOBAL_ONLY);
+        });
+        QCOMPARE(Tcl_Eval(interp, "after 0 {vwait released; set gone 1}"), TCL_OK);
+        QTRY_COMPARE(waits.size(), 3);
+        QCOMPARE(waits, (QList<bool> {true, true, true}));
+        QCOMPARE(answers, (QByteArrayList {"0 1", "1 Script stopped", "1 Script stopped"}));
+        QCOMPARE(told,
+                 (QStringList {u"begun set a 1"_s, u"ended"_s, u"begun while 1 {}"_s, u"ended"_s,
+                               u"begun while 1 {}"_s, u"ended"_s}));
+        QCOMPARE(run("info exists gone"), "0 1");
+        run("unset released gone");
+    }
+
+    // What was told of an event is over when it waits, and told again when it works on.
+    void anEventThatWaitsIsNotToldOf()
+    {
+        QStringList told;
+        QObject scope;
+        connect(runs, &ScriptRuns::begun, &scope, [&] { told.append(u"begun"_s); });
+        connect(runs, &ScriptRuns::ended, &scope, [&] {
+            told.append(runs->isRunning() ? u"waits"_s : u"ended"_s);
+            QTimer::singleShot(0, &scope,
+                               [this] { Tcl_SetVar(interp, "released", "1", TCL_GLOBAL_ONLY); });
+        });
+        QCOMPARE(Tcl_Eval(interp,
+                          "after 0 {while {[passes] < 2} {}; vwait released; set until [expr "
+                          "{[passes] + 2}]; while {[passes] < $until} {}}"),
+                 TCL_OK);
+        QTRY_VERIFY(told.contains(u"ended"_s));
+        QCOMPARE(told, (QStringList {u"begun"_s, u"waits"_s, u"begun"_s, u"ended"_s}));
+        QCoreApplication::processEvents();
+        run("unset released");
+    }
+
     void timersBesideTheOneThatIsStoppedFire()
     {
         run("proc bgerror text {set ::told $text}; set ran {}; set told {}");

@@ -28,6 +28,8 @@ private Q_SLOTS:
     void editingKeysEdit();
     void theEditMenuIsTheConsoles();
     void noKeyIsTakenTwice();
+    void tabCompletesSubcommands_data();
+    void tabCompletesSubcommands();
 
 private:
     QtclConsole &console() const { return story->console(); }
@@ -161,6 +163,27 @@ void tst_ConsoleStory::noKeyIsTakenTwice()
     for (auto taker = takers.cbegin(); taker != takers.cend(); ++taker)
         QVERIFY2(taker->size() == 1,
                  qPrintable(taker.key().toString() + u": "_s + taker->join(u", "_s)));
+}
+
+void tst_ConsoleStory::tabCompletesSubcommands_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("completed");
+    QTest::newRow("sub-1 of a command") << u"designs backu"_s << u"designs backups_path"_s;
+    QTest::newRow("sub-2 of the ensemble") << u"morvalen ste"_s << u"morvalen step"_s;
+    QTest::newRow("sub-3 of a group") << u"morvalen step li"_s << u"morvalen step list"_s;
+    QTest::newRow("sub-4 an option") << u"[morvalen files -des"_s << u"[morvalen files -design"_s;
+    QTest::newRow("sub-5 of an ensemble of Tcl") << u"string reve"_s << u"string reverse"_s;
+}
+
+void tst_ConsoleStory::tabCompletesSubcommands()
+{
+    QFETCH(const QString, typed);
+    console().replaceCurrentCommand(QString());
+    QTest::keyClicks(&console(), typed);
+    key(Qt::Key_Tab);
+    QTEST(console().getCurrentCommand().trimmed(), "completed");
+    console().replaceCurrentCommand(QString());
 }
 
 TEST_CLASS(tst_ConsoleStory)

@@ -1,5 +1,6 @@
 // What is typed while a command runs.
 
+#include "interp/commandsManager.h"
 #include "tests/patience.h"
 #include "tests/stories/RunningScriptTest.h"
 #include "tests/TestClass.h"
@@ -19,6 +20,8 @@ private Q_SLOTS:
     void typedKeysAreForgottenByAStop();
     void typedKeysAfterAWait();
     void pastedTextComesAtTheNextPrompt();
+    void aWaitingEventLetsCommandsIn();
+    void typedKeysComeWhenAnEventWaits();
 };
 
 void tst_TypingAheadStory::typedKeysComeAtTheNextPrompt()
@@ -85,6 +88,51 @@ void tst_TypingAheadStory::pastedTextComesAtTheNextPrompt()
     story->type(u"after 500"_s);
     QTRY_COMPARE(console().getCurrentCommand(), u"set pasted"_s);
     console().replaceCurrentCommand(QString());
+}
+
+// The prompt is there, and what is typed is run and stopped as if nothing waited.
+void tst_TypingAheadStory::aWaitingEventLetsCommandsIn()
+{
+    QStringList shown;
+    QTimer::singleShot(100, &console(), [&] {
+        QVERIFY(ScriptRuns::instance()->isRunning());
+        shown.append(typeAndRead(u"set a 1"_s));
+        for (const QString &command : {u"while 1 {}"_s, u"vwait forever"_s}) {
+            meanwhile([this] { key(Qt::Key_Escape); });
+            shown.append(typeAndRead(command));
+        }
+        shown.append(typeAndRead(u"set ::released 1"_s));
+    });
+    story->type(u"after 0 {vwait ::released; set ::gone 1}"_s);
+    QTRY_COMPARE(shown.size(), 4);
+    QCOMPARE(shown,
+             (QStringList {u"set a 1\n1\nmorvalen > "_s, u"while 1 {}\n"_s + stopped,
+                           u"vwait forever\n"_s + stopped, u"set ::released 1\n1\nmorvalen > "_s}));
+    QTRY_VERIFY(!ScriptRuns::instance()->isRunning());
+    QCOMPARE(typeAndRead(u"set gone"_s), u"set gone\n1\nmorvalen > "_s);
+}
+
+// It works for a while first.
+void tst_TypingAheadStory::typedKeysComeWhenAnEventWaits()
+{
+    bool isKept = false;
+    QTimer watch;
+    watch.callOnTimeout(&console(), [&] {
+        if (!isKept && ScriptRuns::instance()->isInPass()) {
+            QTest::keyClicks(&console(), u"set ::released 2"_s);
+            key(Qt::Key_Return);
+            isKept = console().findChild<QLabel *>(u"typeAhead"_s)->isVisible();
+            Tcl_SetVar(commandsManager::getInstance(nullptr)->interp, "busy", "0", TCL_GLOBAL_ONLY);
+        }
+    });
+    story->type(u"set busy 1; after 0 {while {$::busy} {}; vwait ::released; set ::gone 2}"_s);
+    const qsizetype before = console().toPlainText().size();
+    watch.start(10);
+    QTRY_VERIFY(isKept);
+    watch.stop();
+    QTRY_COMPARE(console().toPlainText().sliced(before), u"set ::released 2\n2\nmorvalen > "_s);
+    QTRY_VERIFY(!ScriptRuns::instance()->isRunning());
+    QCOMPARE(typeAndRead(u"set gone"_s), u"set gone\n2\nmorvalen > "_s);
 }
 
 TEST_CLASS(tst_TypingAheadStory)
