@@ -10,7 +10,7 @@
 #   make install PREFIX=DIR  install program, libraries, headers and the CMake package
 #   make uninstall PREFIX=DIR  remove what was installed there
 #   make package             make Debian packages of it, in build/package
-#   make docs                make the pages of the public headers, in build/docs
+#   make docs                make the pages of the public headers and of the commands, in build/docs
 #   make screenshots         make the pictures of the README anew
 #   make format              format all sources
 #   make clean               remove everything that was built
@@ -86,9 +86,11 @@ package:
 	@scripts/prerequisites package
 	@scripts/package build/package
 
-docs:
+docs: $(configured)
 	@scripts/prerequisites docs
 	@scripts/docs build/docs
+	@cmake --build --preset $(preset) --target reference-pages
+	@$(folder)/docs/reference/reference-pages build/docs/reference
 
 screenshots: build
 	@scripts/screenshots $(program)
