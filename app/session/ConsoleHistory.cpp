@@ -4,6 +4,7 @@
 #include "console/QConsole.h"
 
 #include <Qtilities/atomicfile.h>
+#include <Qtilities/FolderMutex.h>
 #include <Qtilities/Logger.h>
 #include <Qtilities/QtilitiesApplication.h>
 #include <Qtilities/regularfile.h>
@@ -11,9 +12,10 @@
 #include <Qtilities/utf8text.h>
 
 #include <QFile>
-#include <QLockFile>
+#include <QFileInfo>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Result;
 using Qtilities::Core::Status;
 using Qtilities::Core::writeFileAtomically;
 using Qtilities::CoreGui::QtilitiesApplication;
@@ -23,23 +25,33 @@ using Qtilities::Logging::logStatus;
 namespace {
 
 constexpr int writeDelay = 1'000; // milliseconds
-constexpr int lockPatience = 2'000; // milliseconds
 constexpr auto forOwnerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
-QStringList readLines()
+Result<QByteArray> read()
 {
-    const auto content = Qtilities::Core::readRegularFile(ConsoleHistory::fileName());
-    if (!content.isOk())
-        return {};
-    return Qtilities::Core::textOfUtf8(content.value()).split(u'\n', Qt::SkipEmptyParts);
+    Result<QByteArray> content = Qtilities::Core::readRegularFile(ConsoleHistory::fileName());
+    if (content.isOk())
+        return content;
+    if (content.status().kind() == Status::Kind::NotFound)
+        return QByteArray();
+    return content.status().withText(ConsoleHistory::tr("Cannot read \"%1\": %2")
+                                         .arg(ConsoleHistory::fileName(), content.status().text()));
+}
+
+QStringList linesOf(const QByteArray &content)
+{
+    return Qtilities::Core::textOfUtf8(content).split(u'\n', Qt::SkipEmptyParts);
 }
 
 // Commands that nobody else may read are in it from the first byte on.
-bool makeFile()
+Status makeFile()
 {
     QFile file(ConsoleHistory::fileName());
-    return file.exists() || file.open(QIODevice::NewOnly | QIODevice::WriteOnly, forOwnerOnly)
-        || file.exists();
+    if (file.exists() || file.open(QIODevice::NewOnly | QIODevice::WriteOnly, forOwnerOnly)
+        || file.exists())
+        return {};
+    return Status::io(
+        ConsoleHistory::tr("Cannot write \"%1\": %2").arg(file.fileName(), file.errorString()));
 }
 
 } // namespace
@@ -64,7 +76,7 @@ QString ConsoleHistory::fileName()
 // A failed command of the base class is one that is taken into the history and nowhere else.
 void ConsoleHistory::give(QConsole *console)
 {
-    for (const QString &command : readLines()) {
+    for (const QString &command : linesOf(read().valueOr({}))) {
         int failed = 1;
         console->QConsole::interpretCommand(command, &failed);
     }
@@ -92,14 +104,33 @@ void ConsoleHistory::write()
 {
     if (added.isEmpty())
         return;
-    QLockFile lock(fileName() + u".lock"_s);
-    Status status = Status::busy(tr("Cannot lock \"%1\"").arg(fileName()));
-    if (lock.tryLock(lockPatience) && makeFile()) {
-        QStringList all = readLines() + added;
-        all = all.last(qMin<qsizetype>(all.size(), most));
-        const QByteArray bytes = all.join(u'\n').toUtf8() + '\n';
-        status = writeFileAtomically(fileName(), bytes);
-    }
-    logStatus(status, Logger::Warning);
-    added.clear();
+    const Status written = append();
+    if (written.isOk())
+        return added.clear();
+    // Those that could not be written come with the next ones.
+    added = added.last(qMin<qsizetype>(added.size(), most));
+    logStatus(written, Logger::Warning);
+}
+
+Status ConsoleHistory::append()
+{
+    const Qtilities::Core::FolderMutex lock(QFileInfo(fileName()).path());
+    if (!lock.isTaken())
+        return Status::busy(tr("Cannot lock \"%1\"").arg(fileName()));
+    const Result<QByteArray> before = read();
+    const Status made = before.isOk() ? makeFile() : before.status();
+    if (!made.isOk())
+        return made;
+    // A write can fail after the file has taken its place.
+    const bool isThere = !unconfirmed.isEmpty() && before.value() == unconfirmed;
+    const QStringList missing = isThere ? added.sliced(unconfirmedCount) : added;
+    if (missing.isEmpty())
+        return {};
+    const QStringList all = linesOf(before.value()) + missing;
+    const QByteArray bytes =
+        all.last(qMin<qsizetype>(all.size(), most)).join(u'\n').toUtf8() + '\n';
+    const Status written = writeFileAtomically(fileName(), bytes);
+    unconfirmed = written.isOk() ? QByteArray() : bytes;
+    unconfirmedCount = qMin<qsizetype>(added.size(), most);
+    return written;
 }

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <Qtilities/Status.h>
+
+#include <QByteArray>
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
@@ -34,8 +37,13 @@ public:
 private:
     void give(QConsole *console);
     void add(const QString &command);
+    // Behind what other processes have written since.
+    Qtilities::Core::Status append();
 
     QStringList added;
+    // What a write that failed may have put there, and how many of those added are in it.
+    QByteArray unconfirmed;
+    qsizetype unconfirmedCount = 0;
     QTimer writeTimer;
     bool isKept = false;
 };

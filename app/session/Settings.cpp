@@ -2,9 +2,35 @@
 
 #include <Qtilities/statuslog.h>
 
-Settings::Settings() { Qtilities::Logging::logStatus(status()); }
+#include <utility>
 
-Settings::Settings(const QString &file) : SettingsFile(file)
+using Qtilities::Core::Status;
+using Qtilities::Logging::logStatus;
+
+namespace {
+
+// Whether anything was not written.
+bool hasFailed = false;
+
+} // namespace
+
+Settings::Settings() { logStatus(status()); }
+
+Settings::Settings(const QString &file) : SettingsFile(file) { logStatus(status()); }
+
+Settings::~Settings() { writeAndLog(); }
+
+bool Settings::isWritten()
 {
-    Qtilities::Logging::logStatus(status());
+    writeAndLog();
+    return !std::exchange(hasFailed, false);
+}
+
+void Settings::writeAndLog()
+{
+    const Status written = write();
+    // What keeps it from being read has been said.
+    if (written.text() != status().text() || written.isOk())
+        logStatus(written);
+    hasFailed |= !written.isOk();
 }

@@ -8,7 +8,7 @@
 #include <optional>
 
 // What the user has chosen for the window, kept in the session's settings. Setting nothing, or an
-// empty text, brings the usual value back. Writing fails in silence but for isWritable().
+// empty text, brings the usual value back. The log says when it cannot be kept.
 namespace preferences {
 
 // What is kept from one run to the next.

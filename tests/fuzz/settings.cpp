@@ -98,10 +98,16 @@ private:
         return changed > 1 ? u"changes %1 values when one is written"_s.arg(changed) : QString();
     }
 
+    // By a name of its own each time: QSettings takes a file of the same size and time for the one
+    // that it knows.
     static QMap<QString, QVariant> valuesOf(const QString &file)
     {
+        static int number = 0;
+        const QString copy = u"%1.%2"_s.arg(file).arg(++number);
         QMap<QString, QVariant> values;
-        const QSettings settings(file, QSettings::IniFormat);
+        if (!QFile::exists(file) || !QFile::copy(file, copy))
+            return values;
+        const QSettings settings(copy, QSettings::IniFormat);
         for (const QString &key : settings.allKeys())
             values.insert(key, settings.value(key));
         return values;

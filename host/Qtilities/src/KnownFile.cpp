@@ -103,6 +103,7 @@ void KnownFile::knowMark(const QByteArray &mark)
 
 KnownFile::Disk KnownFile::look(Trust trust)
 {
+    lookStatus = {};
     const Stamp now = stampOf(name);
     if (!now.exists())
         return Disk::Missing;
@@ -112,6 +113,7 @@ KnownFile::Disk KnownFile::look(Trust trust)
         return Disk::Changed;
     // One byte more tells whether it has grown meanwhile.
     const Result<Content> found = read(length + 1);
+    lookStatus = found.status();
     if (!found.isOk() || !holds(found.value().bytes))
         return Disk::Changed;
     known = found.value().stamp;

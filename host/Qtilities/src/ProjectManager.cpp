@@ -9,7 +9,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QSet>
-#include <QSettings>
 
 namespace Qtilities::ProjectManagement {
 
@@ -127,11 +126,7 @@ Status ProjectManager::trySetCustomProjectsPath(const QString &path)
     if (!settings.status().isOk())
         return settings.status();
     settings.set(customPathKey, path.isEmpty() ? QVariant() : QVariant(path));
-    if (!settings.isWritten())
-        return Status::io(u"Cannot write the settings \"%1\""_s.arg(
-                              QtilitiesApplication::settingsFileName()))
-            .after(settings.status());
-    return settings.status();
+    return settings.write().after(settings.status());
 }
 
 void ProjectManager::setCustomProjectsPath(const QString &path)

@@ -1,14 +1,16 @@
-#include <Qtilities/KnownFile.h>
+#include "settingscontent.h"
+
+#include <Qtilities/atomicfile.h>
+#include <Qtilities/FolderMutex.h>
 #include <Qtilities/QtilitiesApplication.h>
 #include <Qtilities/regularfile.h>
 #include <Qtilities/SettingsFile.h>
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
 #include <QMutex>
-#include <QRegularExpression>
-#include <QSettings>
 
 namespace Qtilities::Core {
 
@@ -16,74 +18,31 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-using Stamp = KnownFile::Stamp;
-
-// What was found to be in order already, since settings are asked for often.
-class SecuredFiles
+// What was read or written last, since settings are asked for often.
+class KnownSettings
 {
 public:
-    bool contains(const QString &fileName, const Stamp &stamp)
+    SettingsContent of(const QString &fileName)
     {
         const QMutexLocker lock(&mutex);
-        return stamps.value(fileName) == stamp;
+        return contents.value(fileName);
     }
-    void add(const QString &fileName, const Stamp &stamp)
+    void add(const QString &fileName, const SettingsContent &content)
     {
         const QMutexLocker lock(&mutex);
-        stamps.insert(fileName, stamp);
+        contents.insert(fileName, content);
+    }
+
+    static KnownSettings &instance()
+    {
+        static KnownSettings known;
+        return known;
     }
 
 private:
     QMutex mutex;
-    QHash<QString, Stamp> stamps;
+    QHash<QString, SettingsContent> contents;
 };
-
-char16_t escaped(const QString &digits, int base)
-{
-    char16_t value = 0;
-    for (const QChar digit : digits)
-        value = char16_t(value * base + QStringView(&digit, 1).toInt(nullptr, 16));
-    return value;
-}
-
-// As values are to QSettings once their quotes and escapes are off.
-QString withoutEscapes(const QByteArray &content)
-{
-    static const QRegularExpression escapes(uR"("|\\\r?\n|\\x([0-9a-fA-F]+)|\\([0-7]+)|\\(.))"_s);
-    const QString text = QString::fromLatin1(content);
-    QString plain;
-    qsizetype end = 0;
-    for (const QRegularExpressionMatch &match : escapes.globalMatch(text)) {
-        plain += QStringView(text).sliced(end, match.capturedStart() - end);
-        if (match.hasCaptured(1))
-            plain += escaped(match.captured(1), 16);
-        else if (match.hasCaptured(2))
-            plain += escaped(match.captured(2), 8);
-        else
-            plain += match.captured(3);
-        end = match.capturedEnd();
-    }
-    return plain += QStringView(text).sliced(end);
-}
-
-// Values of any type are read as they were streamed, with sizes that are believed: 20 bytes make
-// QSettings ask for gigabytes. None of the settings is of such a type.
-bool hasStreamedValues(const QByteArray &content)
-{
-    const QString plain = withoutEscapes(content);
-    return plain.contains(u"@Variant("_s) || plain.contains(u"@DateTime("_s);
-}
-
-// QSettings escapes zeros, so that one tells of something else. It reads groups only when they are
-// asked for.
-bool isOfSettings(const QString &fileName, const QByteArray &content)
-{
-    if (hasStreamedValues(content))
-        return false;
-    const QSettings settings(fileName, QSettings::IniFormat);
-    static_cast<void>(settings.allKeys());
-    return !content.contains('\0') && settings.status() == QSettings::NoError;
-}
 
 Status putAside(const QString &fileName)
 {
@@ -100,69 +59,85 @@ Status putAside(const QString &fileName)
     return status;
 }
 
-// QSettings would write over a file that it could not read.
-Status secure(const QString &fileName)
+Status unreadable(const QString &fileName, const Status &status)
 {
-    static SecuredFiles secured;
-    const Stamp stamp = KnownFile::stampOf(fileName);
-    if (!stamp.exists() || secured.contains(fileName, stamp))
-        return {};
-    const Result<QByteArray> content = readRegularFile(fileName);
-    if (!content.isOk()) {
-        return content.status().withText(u"The settings file \"%1\" cannot be read: %2"_s.arg(
-            fileName, content.status().text()));
+    return status.withText(
+        u"The settings file \"%1\" cannot be read: %2"_s.arg(fileName, status.text()));
+}
+
+// QSettings would write over a file that it could not read.
+Result<SettingsContent> load(const QString &fileName)
+{
+    const Result<QByteArray> bytes = readRegularFile(fileName);
+    if (!bytes.isOk() && bytes.status().kind() == Status::Kind::NotFound)
+        return SettingsContent();
+    if (!bytes.isOk())
+        return unreadable(fileName, bytes.status());
+    if (const SettingsContent known = KnownSettings::instance().of(fileName);
+        known.bytes == bytes.value())
+        return known;
+    const Result<SettingsContent> content = parseSettings(bytes.value());
+    if (content.isOk()) {
+        KnownSettings::instance().add(fileName, content.value());
+        return content;
     }
-    if (!isOfSettings(fileName, content.value()))
-        return putAside(fileName);
-    secured.add(fileName, stamp);
-    return {};
+    if (content.status().kind() != Status::Kind::Malformed)
+        return unreadable(fileName, content.status());
+    const Status aside = putAside(fileName);
+    return aside.isOk() ? Result<SettingsContent>(SettingsContent(), aside)
+                        : Result<SettingsContent>(aside);
 }
 
 } // namespace
 
 SettingsFile::SettingsFile() : SettingsFile(CoreGui::QtilitiesApplication::settingsFileName()) { }
 
-SettingsFile::SettingsFile(const QString &fileName) : opened(secure(fileName))
+SettingsFile::SettingsFile(const QString &fileName) : name(fileName)
 {
-    if (opened.isOk())
-        settings.emplace(fileName, QSettings::IniFormat);
+    Result<SettingsContent> content = load(name);
+    opened = content.status();
+    values = std::move(content).valueOr({}).values;
 }
 
 QVariant SettingsFile::value(const QString &key, const QVariant &usually) const
 {
-    return settings ? settings->value(key, usually) : usually;
+    return values.value(key, usually);
 }
 
 QStringList SettingsFile::keys(const QString &group) const
 {
-    if (!settings)
-        return {};
-    settings->beginGroup(group);
-    const QStringList names = settings->allKeys();
-    settings->endGroup();
+    QStringList names;
+    for (const QString &key : values.keys()) {
+        if (key.startsWith(group + u'/'))
+            names.append(key.sliced(group.size() + 1));
+    }
     return names;
 }
 
-void SettingsFile::set(const QString &key, const QVariant &value)
+Status SettingsFile::write()
 {
-    if (settings && value.isValid())
-        settings->setValue(key, value);
-    else
-        remove(key);
-}
-
-void SettingsFile::remove(const QString &keyOrGroup)
-{
-    if (settings)
-        settings->remove(keyOrGroup);
-}
-
-bool SettingsFile::isWritten()
-{
-    if (!settings)
-        return false;
-    settings->sync();
-    return settings->status() == QSettings::NoError && settings->isWritable();
+    const SettingsChanges wanted = std::exchange(changes, {});
+    if (wanted.isEmpty())
+        return {};
+    QDir().mkpath(QFileInfo(name).path());
+    const FolderMutex lock(QFileInfo(name).path());
+    if (!lock.isTaken())
+        return Status::busy(
+            u"The settings file \"%1\" is being written by another program"_s.arg(name));
+    const Result<SettingsContent> before = load(name);
+    if (!before.isOk())
+        return before.status();
+    const Result<SettingsContent> after = changeSettings(before.value().bytes, wanted);
+    if (!after.isOk())
+        return after.status();
+    Status written;
+    if (after.value().bytes != before.value().bytes)
+        written = writeFileAtomically(name, after.value().bytes);
+    if (written.isOk()) {
+        values = after.value().values;
+        KnownSettings::instance().add(name, after.value());
+    }
+    return written.after(before.status());
 }
 
 } // namespace Qtilities::Core

@@ -43,10 +43,9 @@ bool isRegular(int descriptor)
 }
 
 // A writer holds a lock on its temporary file; one without a lock belongs to nobody any more.
-void removeLeftovers(const QString &target)
+void removeLeftovers(const QString &folderName, const QByteArray &prefix)
 {
-    const QByteArray folder = QFile::encodeName(QFileInfo(target).path()) + '/';
-    const QByteArray prefix = temporaryPrefix(target);
+    const QByteArray folder = QFile::encodeName(folderName) + '/';
     const std::unique_ptr<DIR, int (*)(DIR *)> entries(::opendir(folder.constData()), ::closedir);
     while (const dirent *const entry = entries ? ::readdir(entries.get()) : nullptr) {
         const QByteArrayView name(entry->d_name);
@@ -139,7 +138,7 @@ Status writeTo(const QString &target, const QByteArray &content, Durability dura
 {
     if (const Status status = writability(target); !status.isOk())
         return status;
-    removeLeftovers(target);
+    removeLeftovers(QFileInfo(target).path(), temporaryPrefix(target));
     const QByteArray folder = QFile::encodeName(QFileInfo(target).path());
     bool done = false;
     for (int attempt = 0; !done && attempt < 10; ++attempt) {
@@ -156,6 +155,8 @@ Status writeTo(const QString &target, const QByteArray &content, Durability dura
 }
 
 } // namespace
+
+void removeUnfinishedFiles(const QString &folder) { removeLeftovers(folder, "."); }
 
 Status writeFileAtomically(const QString &fileName, const QByteArray &content,
                            Durability durability)

@@ -6,7 +6,8 @@
 
 #include <optional>
 
-// What tests of the tree share that use it by keys and the mouse: it shows a hardware design "uart".
+// What tests of the tree share that use it by keys and the mouse: it shows a hardware design
+// "uart".
 class HardwareTreeTest : public QObject
 {
     Q_OBJECT
@@ -23,8 +24,8 @@ protected:
     }
     QModelIndex rtl(const QString &name) const
     {
-        return fixture->row({QStringLiteral("uart"), QStringLiteral("Files"), QStringLiteral("rtl"),
-                             name});
+        return fixture->row(
+            {QStringLiteral("uart"), QStringLiteral("Files"), QStringLiteral("rtl"), name});
     }
     void select(const QModelIndex &index)
     {

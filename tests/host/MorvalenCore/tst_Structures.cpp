@@ -26,6 +26,8 @@ private Q_SLOTS:
     void remembersTheDefaultInTheSettings();
     void refusesUnknownNames();
     void ignoresADefaultThatIsGone();
+    void readsWhatWasWrittenLast();
+    void keepsTextsThatBeginLikeStreamedValues();
     void keepsSettingsAsideThatItCannotRead_data();
     void keepsSettingsAsideThatItCannotRead();
     void looksAgainAtSettingsOfTheSameSizeAndTime();
@@ -90,6 +92,27 @@ void tst_Structures::ignoresADefaultThatIsGone()
     QCOMPARE(structures()->defaultStructureNameForDesignType(u"Custom Design"_s), u"Flat"_s);
 }
 
+// They are of one size, and perhaps of one time.
+void tst_Structures::readsWhatWasWrittenLast()
+{
+    for (int i = 0; i < 20; ++i) {
+        for (const QString &name : {u"Hardware"_s, u"Software"_s}) {
+            QVERIFY(structures()->setDefaultStructureNameForDesignType(u"Custom Design"_s, name));
+            QCOMPARE(structures()->defaultStructureNameForDesignType(u"Custom Design"_s), name);
+        }
+    }
+}
+
+void tst_Structures::keepsTextsThatBeginLikeStreamedValues()
+{
+    const QString file = session->path(u"session/settings.ini"_s);
+    SessionFixture::write(file, "[Own]\ntext=@@Variant(x)\n");
+    session->takeLog();
+    QVERIFY(structures()->setDefaultStructureNameForDesignType(u"Custom Design"_s, u"Hardware"_s));
+    QCOMPARE(session->takeLog(), QStringList());
+    QVERIFY(SessionFixture::read(file).contains("text=@@Variant(x)\n"));
+}
+
 void tst_Structures::keepsSettingsAsideThatItCannotRead_data()
 {
     QTest::addColumn<QByteArray>("content");
@@ -105,6 +128,11 @@ void tst_Structures::keepsSettingsAsideThatItCannotRead_data()
         << QByteArray("[Window]\nsplit=@DateTime(\\0\\0\\0\\x10\\0)\n");
     QTest::newRow("settings-6 a streamed value behind escapes and quotes")
         << QByteArray("[Window]\nsplit=\\x040Var\"ian\"\\164(\\0\\0\\0\\t)\n");
+    QTest::newRow("settings-7 a streamed value behind an escape that is dropped")
+        << QByteArray("[Window]\nsplit=@V\\;ariant(\\0\\0\\0\\t)\n");
+    QTest::newRow("settings-8 a streamed value on two lines")
+        << QByteArray("[Window]\nsplit=@V\\\n\rariant(\\0\\0\\0\\t)\n");
+    QTest::newRow("settings-9 a key that cannot be asked for") << QByteArray("\\\\a=1\n");
 }
 
 void tst_Structures::keepsSettingsAsideThatItCannotRead()

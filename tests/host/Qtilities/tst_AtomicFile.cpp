@@ -115,6 +115,7 @@ private Q_SLOTS:
     void isNotWaitedForWhenItCanBeMadeAnew();
     void leavesTheOldFileWhenTheDiskIsFull();
     void removesWhatAKilledWriteLeft();
+    void removesWhatKilledWritesOfAnyFileLeft();
     void leavesWhatAnotherProcessIsWriting();
     void survivesBeingKilledAtAnyTime();
     void survivesTwoWritersAtATime();
@@ -358,6 +359,22 @@ void tst_AtomicFile::removesWhatAKilledWriteLeft()
 
     QCOMPARE(entries(),
              QStringList({u".a.txt.3d.part"_s, u".b.txt.1f.part"_s, u"a.txt"_s, u"a.txt.part"_s}));
+}
+
+void tst_AtomicFile::removesWhatKilledWritesOfAnyFileLeft()
+{
+    put(path(u".a.txt.1f.part"_s), "half");
+    put(path(u".b.txt.1f.part"_s), "being written");
+    put(path(u".c.txt"_s), "somebody's own");
+    put(path(u"d.part"_s), "somebody's own");
+    const int other = ::open(QFile::encodeName(path(u".b.txt.1f.part"_s)).constData(), O_WRONLY);
+    QVERIFY(other >= 0);
+    QCOMPARE(::flock(other, LOCK_EX), 0);
+
+    Qtilities::Core::removeUnfinishedFiles(path(u""_s));
+    ::close(other);
+
+    QCOMPARE(entries(), QStringList({u".b.txt.1f.part"_s, u".c.txt"_s, u"d.part"_s}));
 }
 
 void tst_AtomicFile::leavesWhatAnotherProcessIsWriting()

@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::KnownFile;
@@ -57,6 +58,14 @@ Status ComponentFile::checkUnchanged()
 {
     if (file.look(KnownFile::Trust::Stamp) != KnownFile::Disk::Changed)
         return {};
+    if (const Status &unread = file.statusOfLook(); !unread.isOk())
+        return unread.withText(
+            u"The file %1 cannot be compared with what was read; it is not overwritten: %2"_s.arg(
+                path(), unread.text()));
+    if (unconfirmed && holds(*unconfirmed)) {
+        file.knowWritten(*std::exchange(unconfirmed, {}));
+        return {};
+    }
     return file.isKnown()
         ? Status::conflict(
             u"The file %1 has changed on disk since it was read; it is not overwritten."_s.arg(
@@ -74,8 +83,11 @@ Status ComponentFile::write(const QByteArray &bytes)
 Status ComponentFile::overwrite(const QByteArray &bytes)
 {
     const Status written = Qtilities::Core::writeFileAtomically(path(), bytes);
+    unconfirmed.reset();
     if (written.isOk() || holds(bytes))
         file.knowWritten(bytes);
+    else
+        unconfirmed = bytes;
     return written;
 }
 

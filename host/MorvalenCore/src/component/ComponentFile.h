@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <optional>
 
 namespace MorvalenCore {
 
@@ -43,6 +44,8 @@ private:
     bool holds(const QByteArray &bytes) const;
 
     Qtilities::Core::KnownFile file;
+    // What a write may have put there, when it failed and the file could not be read.
+    std::optional<QByteArray> unconfirmed;
 };
 
 } // namespace MorvalenCore

@@ -5,6 +5,7 @@
 #include "structures/structures.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::Status;
@@ -19,6 +20,10 @@ Status DesignPlace::settleIn(const QString &path)
     NewDocument document = newDocument(path + u'/' + format.fileName(), folders);
     const Status saved = document.isOk() ? document.value()->save() : document.status();
     if (!saved.isOk()) {
+        // A write can fail after the file has taken its place.
+        if (saved.kind() != Status::Kind::AlreadyExists
+            && QFileInfo::exists(path + u'/' + format.fileName()))
+            folder.addFile(format.fileName());
         folder.takeBack();
         return saved;
     }

@@ -3,6 +3,8 @@
 #include "design/Design.h"
 #include "session/sessionsettings.h"
 
+#include <Qtilities/atomicfile.h>
+
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
@@ -48,6 +50,7 @@ Result<QString> backUp(Design &design)
     const QString folder = sessionFolder(u"Backups"_s);
     if (!QDir().mkpath(folder))
         return Status::io(u"The folder \"%1\" cannot be made"_s.arg(folder));
+    Qtilities::Core::removeUnfinishedFiles(folder);
     const QString path = newFile(folder, fileNameOf(design.name()));
     const Status written = design.saveCopy(path);
     return written.isOk() ? Result<QString>(path) : written;

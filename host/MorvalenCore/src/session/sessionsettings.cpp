@@ -12,6 +12,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::SettingsFile;
+using Qtilities::Core::Status;
 using Qtilities::CoreGui::QtilitiesApplication;
 using Qtilities::Logging::logStatus;
 
@@ -19,16 +20,22 @@ namespace MorvalenCore {
 
 namespace {
 
-// The session's settings; the log says why they cannot be used, once.
+// The session's settings; the log says why they cannot be used or written, once.
 class SessionSettings : public SettingsFile
 {
 public:
-    SessionSettings()
+    SessionSettings() { logOnce(status()); }
+
+    bool isWritten() { return logOnce(write()); }
+
+private:
+    static bool logOnce(const Status &status)
     {
         static QString lastFailure;
-        if (status().isOk() || status().text() != lastFailure)
-            logStatus(status());
-        lastFailure = status().text();
+        if (status.isOk() || status.text() != lastFailure)
+            logStatus(status);
+        lastFailure = status.text();
+        return status.isOk();
     }
 };
 

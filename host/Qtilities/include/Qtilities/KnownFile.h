@@ -64,6 +64,8 @@ public:
     // or are not trusted.
     enum class Trust { Stamp, Nothing };
     Disk look(Trust trust);
+    // A failure where the last look answered Changed because it could not read the file.
+    const Status &statusOfLook() const { return lookStatus; }
 
 private:
     bool holds(const QByteArray &bytes) const;
@@ -74,6 +76,7 @@ private:
     qint64 length = 0;
     QByteArray hash;
     QByteArray content;
+    Status lookStatus;
 };
 
 } // namespace Qtilities::Core

@@ -25,8 +25,8 @@ public:
     // one brings the platform's folder back.
     static void setApplicationSessionPath(const QString &path);
 
-    // The settings file of the session: applicationSessionPath() + "/settings.ini". Open it with
-    // QSettings in INI format, which locks it and merges what other processes wrote.
+    // The settings file of the session: applicationSessionPath() + "/settings.ini", of
+    // QSettings' INI format. Open it as SettingsFile.
     static QString settingsFileName();
 
     // The main window, or null when the program has none; stays its owner's.

@@ -3,10 +3,12 @@
 #include <Qtilities/QtilitiesExport.h>
 #include <Qtilities/Status.h>
 
-#include <QSettings>
+#include <QList>
+#include <QMap>
 #include <QString>
+#include <QVariant>
 
-#include <optional>
+#include <utility>
 
 namespace Qtilities::Core {
 
@@ -24,21 +26,25 @@ public:
     // can neither be read nor put aside nothing is read, and nothing is written to it.
     const Status &status() const { return opened; }
 
+    // What was in the file when it was opened, or written last.
     QVariant value(const QString &key, const QVariant &usually = {}) const;
     // The names of a group, without the group.
     QStringList keys(const QString &group) const;
 
-    // An invalid value removes the key.
-    void set(const QString &key, const QVariant &value);
+    // Changes wait for write(). An invalid value removes the key.
+    void set(const QString &key, const QVariant &value) { changes.append({key, value}); }
     // Removes a key, or all keys of a group.
-    void remove(const QString &keyOrGroup);
+    void remove(const QString &keyOrGroup) { set(keyOrGroup, {}); }
 
-    // Whether what was set so far is in the file.
-    bool isWritten();
+    // Makes the changes in the file as it is now. It is the old one or the new one whatever
+    // happens, and processes that share it change it one after the other.
+    Status write();
 
 private:
+    QString name;
     Status opened;
-    mutable std::optional<QSettings> settings;
+    QMap<QString, QVariant> values;
+    QList<std::pair<QString, QVariant>> changes;
 };
 
 } // namespace Qtilities::Core

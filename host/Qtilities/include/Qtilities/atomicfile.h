@@ -20,4 +20,8 @@ enum class Durability { ForGood, UntilMadeAnew };
 QTILITIES_EXPORT Status writeFileAtomically(const QString &fileName, const QByteArray &content,
                                             Durability durability = Durability::ForGood);
 
+// Removes what writers of any files of a folder left there when they were killed. It is for folders
+// whose files each have a new name, so that no later write does it.
+QTILITIES_EXPORT void removeUnfinishedFiles(const QString &folder);
+
 } // namespace Qtilities::Core
