@@ -7,6 +7,7 @@
 #   make test                build everything but the benchmarks, and run all tests
 #   make soak                fuzz and soak for an hour, under the sanitizers
 #   make bench               build and run all benchmarks
+#   make faults              let everything that writes meet failing calls and kills
 #   make install PREFIX=DIR  install program, libraries, headers and the CMake package
 #   make uninstall PREFIX=DIR  remove what was installed there
 #   make package             make Debian packages of it, in build/package
@@ -29,7 +30,7 @@ export RUN_ARGUMENTS := $(value ARGS)
 export INSTALL_PREFIX := $(PREFIX)
 export DESTDIR
 
-.PHONY: help run build test soak bench install uninstall package docs screenshots format clean
+.PHONY: help run build test soak faults bench install uninstall package docs screenshots format clean
 
 help:
 	@sed -n 's/^#   make /make /p' Makefile
@@ -75,6 +76,11 @@ bench: $(configured)
 	    [ -x "$$bench" ] && [ -f "$$bench" ] || continue; \
 	    echo "== $$(basename "$$bench")"; "$$bench" || exit 1; \
 	done
+
+faults: $(configured)
+	@scripts/prerequisites test
+	@cmake --build --preset $(preset) --target inject_faults
+	@$(folder)/tests/inject_faults
 
 install: build
 	@cmake --install $(folder) --prefix "$$INSTALL_PREFIX"
