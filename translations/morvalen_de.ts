@@ -229,6 +229,14 @@
         <source>Cannot lock &quot;%1&quot;</source>
         <translation>„%1“ kann nicht gesperrt werden</translation>
     </message>
+    <message>
+        <source>Cannot read &quot;%1&quot;: %2</source>
+        <translation>„%1“ kann nicht gelesen werden: %2</translation>
+    </message>
+    <message>
+        <source>Cannot write &quot;%1&quot;: %2</source>
+        <translation>„%1“ kann nicht geschrieben werden: %2</translation>
+    </message>
 </context>
 <context>
     <name>DesignDialog</name>
