@@ -2,9 +2,10 @@
 
 #include "ensemble/designs.h"
 
+#include <Qtilities/categorytext.h>
+
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignProperty;
-using Qtilities::Core::QtilitiesCategory;
 using Qtilities::Core::QtilitiesProperty;
 
 namespace ensemble {
@@ -56,8 +57,7 @@ Answer setProperty(IDesign &design, const Call &call)
         valueOf(u"bool"_s, call.text("-readonly").value_or(u"false"_s));
     if (!isReadOnly.isOk())
         return Answer::of(isReadOnly.status());
-    const auto category =
-        QtilitiesCategory::fromString(call.text("-category").value_or(QString()), u"::"_s);
+    const auto category = Qtilities::Core::categoryFrom(call.text("-category").value_or(QString()));
     return Answer::of(
         design.tryAddProperty(name, category, value.value(), isReadOnly.value().toBool()).status());
 }

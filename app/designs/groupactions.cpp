@@ -8,6 +8,7 @@
 #include "app/journal/journaling.h"
 
 #include <MorvalenCore/EditorManager.h>
+#include <Qtilities/categorytext.h>
 #include <Qtilities/statuslog.h>
 
 #include <QDir>
@@ -77,7 +78,7 @@ void addProperty(const RowCall &call)
                                                     dialog.value(), dialog.isReadOnly());
     if (attempt.take(added.status()))
         journaling::propertyAdded(*row.design(), dialog.name(), dialog.value(),
-                                  dialog.category().toString(u"::"_s), dialog.isReadOnly());
+                                  Qtilities::Core::textOf(dialog.category()), dialog.isReadOnly());
 }
 
 constexpr unsigned needs = RowAction::OneRow | RowAction::Writable;

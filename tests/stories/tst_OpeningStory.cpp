@@ -42,6 +42,7 @@ private Q_SLOTS:
 private:
     QString makeComponent(const QString &name) const;
     QStringList recentEntries() const;
+    QAction *projectEntry(const QString &text);
     static void forget() { RecentFiles::clear(); }
 
     std::unique_ptr<Story> story;
@@ -165,20 +166,22 @@ void tst_OpeningStory::nothingIsKeptUnlessItIsWanted()
     preferences::setRemembers(preferences::RecentFiles, true);
 }
 
+QAction *tst_OpeningStory::projectEntry(const QString &text)
+{
+    auto *menu = story->find<QMenu>("projectMenu");
+    Q_EMIT menu->aboutToShow();
+    const QList<QAction *> entries = menu->actions();
+    for (QAction *entry : entries) {
+        if (entry->text().remove(u'&') == text)
+            return entry;
+    }
+    return nullptr;
+}
+
 void tst_OpeningStory::aProjectIsMadeSavedAndOpened()
 {
     JournalReplay::begin(story.get());
     const QString file = story->session() + u"/Projects/chips.xml"_s;
-    const auto projectEntry = [this](const QString &text) -> QAction * {
-        auto *menu = story->find<QMenu>("projectMenu");
-        Q_EMIT menu->aboutToShow();
-        const QList<QAction *> entries = menu->actions();
-        for (QAction *entry : entries) {
-            if (entry->text().remove(u'&') == text)
-                return entry;
-        }
-        return nullptr;
-    };
     QVERIFY(!projectEntry(u"Save Project"_s)->isEnabled());
     projectEntry(u"New Project"_s)->trigger();
     QCOMPARE(story->window().windowTitle(), u"New Project \u2013 Morvalen"_s);

@@ -20,19 +20,20 @@ bool readNumber(const char *text, int *number)
 } // namespace
 
 // Run by the host, never by hand.
-int main(int count, char **words)
+int main(int count, char **arguments)
 {
     Supervision::Supervisor::Job job;
     int graceTime = 0;
-    if (count < 5 || !readNumber(words[1], &job.control) || !readNumber(words[2], &graceTime)) {
+    if (count < 5 || !readNumber(arguments[1], &job.control)
+        || !readNumber(arguments[2], &graceTime)) {
         std::fprintf(stderr,
                      "usage: supervise-build SOCKET GRACE-MILLISECONDS NINJA PROGRAM "
                      "[ARGUMENT...]\n");
         return 2;
     }
     job.graceTime = std::chrono::milliseconds(graceTime);
-    job.ninja = words[3];
-    job.program = words + 4;
+    job.ninja = arguments[3];
+    job.program = arguments + 4;
     Supervision::Supervisor(job).run();
     return 0;
 }

@@ -73,11 +73,11 @@ public:
         posix_spawn_file_actions_adddup2(&actions, descriptor, as);
     }
 
-    int run(const ChildWords &words, pid_t *id)
+    int run(const ChildStartInfo &info, pid_t *id)
     {
-        const SystemTexts command(words.command);
-        const SystemTexts environment(words.environment.toStringList());
-        const QByteArray folder = QFile::encodeName(words.folder);
+        const SystemTexts command(info.command);
+        const SystemTexts environment(info.environment.toStringList());
+        const QByteArray folder = QFile::encodeName(info.folder);
         posix_spawn_file_actions_addchdir_np(&actions, folder.constData());
         return posix_spawn(id, command.data()[0], &actions, &attributes, command.data(),
                            environment.data());
@@ -122,7 +122,7 @@ bool Child::openPipe(Pipe *pipe, int *writingEnd)
     return true;
 }
 
-Status Child::start(const ChildWords &words)
+Status Child::start(const ChildStartInfo &info)
 {
     int out = -1;
     int err = -1;
@@ -131,9 +131,9 @@ Status Child::start(const ChildWords &words)
         Spawning spawning;
         spawning.give(out, STDOUT_FILENO);
         spawning.give(err, STDERR_FILENO);
-        if (words.inherited >= 0)
-            spawning.give(words.inherited, words.inherited);
-        failure = spawning.run(words, &id);
+        if (info.inherited >= 0)
+            spawning.give(info.inherited, info.inherited);
+        failure = spawning.run(info, &id);
     }
     for (const int end : {out, err}) {
         if (end >= 0)

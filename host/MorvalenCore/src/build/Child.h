@@ -1,6 +1,6 @@
 #pragma once
 
-#include "build/ChildWords.h"
+#include "build/ChildStartInfo.h"
 
 #include <Qtilities/Status.h>
 
@@ -27,7 +27,7 @@ public:
     ~Child() override;
 
     // The sentence of a failure is the system's reason.
-    Qtilities::Core::Status start(const ChildWords &words);
+    Qtilities::Core::Status start(const ChildStartInfo &info);
 
     bool isRunning() const { return id > 0; }
     // As waitpid() gave it.

@@ -35,12 +35,12 @@ QProcessEnvironment environmentOfBuild()
 // In milliseconds: how long is waited for the end of processes that were killed.
 constexpr int killTime = 5000;
 
-// Ninja's words, behind those of an allocation. The shell in front of them may run on another
+// Ninja's arguments, behind those of an allocation. The shell in front of them may run on another
 // machine; it says that the allocation has come.
-QStringList inAllocation(const QString &allocation, const QStringList &words)
+QStringList inAllocation(const QString &allocation, const QStringList &arguments)
 {
     if (allocation.isEmpty())
-        return words;
+        return arguments;
     return QStringList {
                u"/bin/sh"_s,
                u"-c"_s,
@@ -48,7 +48,7 @@ QStringList inAllocation(const QString &allocation, const QStringList &words)
                u"allocation"_s,
                u"echo '%1'; exec \"$@\""_s.arg(QString::fromLatin1(NinjaProcess::allocatedLine())),
                u"sh"_s}
-    + words;
+    + arguments;
 }
 
 } // namespace
@@ -109,7 +109,7 @@ void NinjaProcess::start(const QString &folder, const QStringList &arguments,
     startChild({command, folder, environmentOfBuild(), ends[1]});
 }
 
-void NinjaProcess::startChild(const ChildWords &words)
+void NinjaProcess::startChild(const ChildStartInfo &info)
 {
     isUnderWay = true;
     child = std::make_unique<Child>();
@@ -117,11 +117,11 @@ void NinjaProcess::startChild(const ChildWords &words)
     connect(child.get(), &Child::errorReady, this, &NinjaProcess::errorReady);
     // Whoever hears of the end may start the next one, in the place of this child.
     connect(child.get(), &Child::ended, this, &NinjaProcess::takeEnd, Qt::QueuedConnection);
-    const Status started = child->start(words);
-    if (words.inherited >= 0)
-        close(words.inherited);
+    const Status started = child->start(info);
+    if (info.inherited >= 0)
+        close(info.inherited);
     if (!started.isOk()) {
-        reason = u"\"%1\" cannot be started: %2"_s.arg(words.command.first(), started.text());
+        reason = u"\"%1\" cannot be started: %2"_s.arg(info.command.first(), started.text());
         takeEnd();
     }
 }

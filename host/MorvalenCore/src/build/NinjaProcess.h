@@ -57,7 +57,7 @@ Q_SIGNALS:
 
 private:
     Qtilities::Core::Result<QString> findNinja();
-    void startChild(const ChildWords &words);
+    void startChild(const ChildStartInfo &info);
     void takeEnd();
     void end(const Qtilities::Core::Status &result);
     void request(char what) const;

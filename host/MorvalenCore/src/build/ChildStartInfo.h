@@ -7,7 +7,7 @@
 namespace MorvalenCore {
 
 // How a process is started.
-struct ChildWords
+struct ChildStartInfo
 {
     // The program, by its path, and its arguments.
     QStringList command;
