@@ -15,7 +15,7 @@ void RunningScriptTest::initTestCase()
 
 void RunningScriptTest::init()
 {
-    guard.start(patient(4'000));
+    allow(4'000);
     story->window().activateMode(105);
     story->window().statusBar()->clearMessage();
     console().setFocus();
@@ -28,6 +28,8 @@ void RunningScriptTest::cleanup()
     QVERIFY(!ScriptRuns::instance()->isRunning());
     QCOMPARE(typeAndRead(u"set still alive"_s), u"set still alive\nalive\nmorvalen > "_s);
 }
+
+void RunningScriptTest::allow(int milliseconds) { guard.start(patient(milliseconds)); }
 
 QString RunningScriptTest::status() const { return story->window().statusBar()->currentMessage(); }
 

@@ -26,6 +26,9 @@ protected:
     // Types a command, and returns the text of the console from there on.
     QString typeAndRead(const QString &command) const;
 
+    // A command of the test may take so many milliseconds before it is stopped.
+    void allow(int milliseconds);
+
     // Does something once a command runs.
     void meanwhile(const std::function<void()> &action) const;
 
