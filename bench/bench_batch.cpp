@@ -1,9 +1,12 @@
 // A script over many designs: open, check the files, set a property and the author, save, close.
 // The peer is tclsh with tdom, with as many calls of fsync. "tdom_over_ours" is the processor time
 // of tclsh for the same designs as part of ours, "kB_more" what 300 designs take beyond 30.
+// And a build of many designs in one call: "over_ideal" is its time as a multiple of what the steps
+// take with nothing between them, "over_ninja" as a multiple of Ninja's alone for the same steps.
 #include <benchmark/benchmark.h>
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
@@ -141,8 +144,80 @@ void manyDesigns(benchmark::State &state)
         state.counters["tdom_over_ours"] = peer / ours;
 }
 
+// Steps that take a tenth of a second, and make a file each.
+constexpr int designsToBuild = 100;
+constexpr int stepsOfADesign = 10;
+constexpr int jobs = 8;
+
+QByteArray componentWithSteps(int number)
+{
+    QByteArray steps;
+    for (int step = 0; step < stepsOfADesign; ++step)
+        steps += "<mv:step name=\"" + QByteArray::number(step)
+            + "\"><mv:command>sleep 0.1; touch $(OUTPUTS)</mv:command><mv:output>$(TARGET_PATH)/"
+            + QByteArray::number(step) + "</mv:output></mv:step>\n";
+    return component(number).replace("</mv:design>",
+                                     "<mv:buildConfigurations><mv:buildConfiguration name=\"Main\">"
+                                         + steps
+                                         + "</mv:buildConfiguration></mv:buildConfigurations>"
+                                           "</mv:design>");
+}
+
+double secondsOf(const QStringList &words)
+{
+    QElapsedTimer timer;
+    timer.start();
+    run(words);
+    return double(timer.nsecsElapsed()) / 1e9;
+}
+
+double secondsOfOurs()
+{
+    const QTemporaryDir folder;
+    QStringList words {QStringLiteral(PROGRAM),
+                       u"--session"_s,
+                       folder.filePath(u"session"_s),
+                       u"--batch"_s,
+                       QStringLiteral(SCRIPTS "/build.tcl"),
+                       QString::number(jobs)};
+    for (int number = 0; number < designsToBuild; ++number) {
+        const QString design = folder.filePath(u"block%1"_s.arg(number));
+        QDir().mkpath(design);
+        write(design + u"/component.xml"_s, componentWithSteps(number));
+        words.append(design + u"/component.xml"_s);
+    }
+    return secondsOf(words);
+}
+
+double secondsOfNinja()
+{
+    const QTemporaryDir folder;
+    QByteArray text = "rule step\n  command = sleep 0.1; touch $out\n";
+    for (int step = 0; step < designsToBuild * stepsOfADesign; ++step)
+        text += "build " + QByteArray::number(step) + ": step\n";
+    write(folder.filePath(u"build.ninja"_s), text);
+    return secondsOf(
+        {u"ninja"_s, u"--quiet"_s, u"-C"_s, folder.path(), u"-j"_s, QString::number(jobs)});
+}
+
+void oneBuildOfManyDesigns(benchmark::State &state)
+{
+    constexpr double ideal = 0.1 * designsToBuild * stepsOfADesign / jobs;
+    double ours = 0;
+    double ninja = 0;
+    for (auto _ : state) {
+        const double seconds = secondsOfOurs();
+        state.SetIterationTime(seconds);
+        ours += seconds;
+        ninja += secondsOfNinja();
+    }
+    state.counters["over_ideal"] = ours / double(state.iterations()) / ideal;
+    state.counters["over_ninja"] = ours / ninja;
+}
+
 } // namespace
 
 BENCHMARK(manyDesigns)->Arg(300)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(oneBuildOfManyDesigns)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
 
 BENCHMARK_MAIN();

@@ -53,6 +53,7 @@ private Q_SLOTS:
     void saysWhichProgramIsMissing();
     void takesOddNamesOfConfigurations_data();
     void takesOddNamesOfConfigurations();
+    void keepsTheConfigurationThatRuns();
 
 private:
     QString inDesign(const QString &name) const { return program->path(u"soft/"_s + name); }
@@ -236,6 +237,36 @@ void tst_BuildTrouble::takesOddNamesOfConfigurations()
     QCOMPARE(ended, (Ended {0, "1 1 1 true 1\n", ""}));
     QCOMPARE(Program::read(inDesign(u"build/"_s + QString::fromUtf8(name) + u"/o"_s)),
              QByteArray("a"));
+}
+
+// What runs is what was planned; its configuration may change meanwhile, but not go.
+void tst_BuildTrouble::keepsTheConfigurationThatRuns()
+{
+    makeDesign(step("wait",
+                    "touch there; while [ ! -e go ]; do sleep 0.01; done; cp a.txt $(OUTPUTS)",
+                    "a.txt", "$(TARGET_PATH)/b.txt"));
+    const Ended ended =
+        program->runScript("designs add [lindex $argv 0]\n"
+                           "proc try {args} { puts \"[catch $args answer] $answer\" }\n"
+                           "proc look {} {\n"
+                           "  if {![file exists soft/there]} { after 20 look; return }\n"
+                           "  try morvalen configuration remove Main\n"
+                           "  try morvalen reload -discard\n"
+                           "  try morvalen step set Main wait -command false\n"
+                           "  try morvalen configuration rename Main Other\n"
+                           "  close [open soft/go w]\n"
+                           "}\n"
+                           "after 20 look\n"
+                           "try morvalen build\n"
+                           "puts [file tail [morvalen files -node generated]]\n"
+                           "morvalen reload -discard\n",
+                           {inDesign(u"component.xml"_s)});
+    QCOMPARE(ended,
+             (Ended {0,
+                     "1 The build \"Main\" of design \"soft\" is running\n"
+                     "1 The build \"Main\" of design \"soft\" is running\n0 \n0 \n"
+                     "0 v.l.soft.1.0 Completed\nb.txt\n",
+                     ""}));
 }
 
 GUILESS_TEST_CLASS(tst_BuildTrouble)
