@@ -35,10 +35,12 @@
 #include "app/session/ConsoleHistory.h"
 #include "app/session/RecentFiles.h"
 #include "app/window/EditMenu.h"
+#include "app/window/FocusMark.h"
 #include "app/window/ModeBar.h"
 #include "app/window/PaneKeys.h"
 #include "app/window/ScriptMenu.h"
 #include "app/window/ScriptsView.h"
+#include "app/window/themes.h"
 #include "app/window/ViewMenu.h"
 #include "app/window/windowlayout.h"
 #include "commands/commandmanuals.h"
@@ -93,6 +95,7 @@ MainWindow::MainWindow(QWidget *parent)
       issues(new IssueSources(issueList, this))
 {
     setObjectName(u"mainWindow"_s);
+    themes::apply();
     setWindowIcon(QIcon(u":/morvalen/morvalen.png"_s));
     addToolBar(Qt::LeftToolBarArea, modeBar);
     setCentralWidget(stack);
@@ -124,6 +127,7 @@ MainWindow::MainWindow(QWidget *parent)
                 bar->showMessage(text, messageMilliseconds);
             });
     addMode(designs);
+    new FocusMark(this);
     updateTitle();
     windowlayout::restore(this);
 }
@@ -195,6 +199,7 @@ void MainWindow::adoptConsole(QtclConsole *theConsole)
     console = theConsole;
     console->setAccessibleName(tr("Tcl Console"));
     consolefont::apply(console);
+    console->keepLightGround();
     console->setFeatures(QConsole::AllFeatures);
     console->setWholeLines(true);
     console->setNextWords([](const QStringList &words) {
@@ -396,6 +401,7 @@ void MainWindow::askForPreferences(const QString &page)
 
 void MainWindow::followPreferences()
 {
+    themes::apply();
     if (console)
         consolefont::apply(console);
     if (history)

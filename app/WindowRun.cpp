@@ -13,6 +13,7 @@
 #include "interp/commandsManager.h"
 #include "interp/errorstack.h"
 #include "interp/QtNotifier.h"
+#include "scripting/TclScriptedAction.h"
 #include "scripting/TclScriptManager.h"
 
 #include <Qtilities/Logger.h>
@@ -64,6 +65,7 @@ WindowRun::WindowRun(const QStringList &files) : mainWindow(std::make_unique<Mai
     ensemble::setJournal([] { return CommandJournal::instance()->text(); });
     QtilitiesApplication::setMainWindow(window);
     Qtk_KeepWindowAlive(LiveWindow::pass);
+    TclScripting::TclScriptedAction::setLogsHoldMessages(true);
     const auto tellOfErrors = [window] {
         errorstack::setReceiver([window](const QString &stack) {
             Logger::instance()->logMessage(QString(), Logger::Error, stack);

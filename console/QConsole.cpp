@@ -127,6 +127,31 @@ void QConsole::continueOutput(QTextCursor &tail, const QString &text, const QCol
     d->writer.continueOutput(tail, text, color);
 }
 
+void QConsole::keepLightGround()
+{
+    QPalette light = palette();
+    light.setColor(QPalette::Base, Qt::white);
+    light.setColor(QPalette::Text, Qt::black);
+    light.setColor(QPalette::PlaceholderText, Qt::darkGray);
+    setPalette(light);
+    const QColor before = std::exchange(cmdColor, QColor(Qt::black));
+    if (before == cmdColor)
+        return;
+    QTextCharFormat black;
+    black.setForeground(cmdColor);
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        for (auto part = block.begin(); !part.atEnd(); ++part) {
+            const QTextFragment fragment = part.fragment();
+            if (fragment.charFormat().foreground().color() != before)
+                continue;
+            QTextCursor cursor(document());
+            cursor.setPosition(fragment.position());
+            cursor.setPosition(fragment.position() + fragment.length(), QTextCursor::KeepAnchor);
+            cursor.mergeCharFormat(black);
+        }
+    }
+}
+
 bool QConsole::execCommand(const QString &command, bool writeCommand, bool showPrompt,
                            QString *result)
 {

@@ -58,6 +58,10 @@ public:
     // Sets the font of all text, now and later; colours stay.
     void setFont(const QFont &font);
 
+    // Writes on white whatever the application's palette is, so that the usual colours of results
+    // can be read. Usually the ground is the palette's.
+    void keepLightGround();
+
     // Runs one command and shows its result: in a line of the console, if writeCommand, as if it
     // had been typed. Afterwards a new prompt, if showPrompt. The result's text also goes to
     // result, if that is given. Returns whether the command succeeded.

@@ -33,6 +33,8 @@ namespace {
 
 constexpr QSize logWindowSize(1000, 600);
 
+bool logsHoldMessages = false;
+
 void logPriority(Logger::MessageType type, const QString &text)
 {
     Logger::instance()->logPriorityMessage(QString(), type, text);
@@ -94,6 +96,8 @@ InstanceFactoryInfo TclScriptedAction::staticInstanceFactoryInfo()
     return {u"Design Factory"_s, u"text/x-tcl"_s, QString()};
 }
 
+void TclScriptedAction::setLogsHoldMessages(bool hold) { logsHoldMessages = hold; }
+
 InstanceFactoryInfo TclScriptedAction::instanceFactoryInfo() const
 {
     InstanceFactoryInfo info = staticInstanceFactoryInfo();
@@ -136,6 +140,13 @@ void TclScriptedAction::run(const QString &script, const QString &contents)
                                 &TclScriptedAction::handleNewConsoleOutput);
     const auto errors = connect(console, &QtclConsole::newErrorOutput, this,
                                 &TclScriptedAction::handleNewErrorOutput);
+    const auto messages = logsHoldMessages
+        ? connect(Logger::instance(), &Logger::messageLogged, this,
+                  [this](const QString &engine, Logger::MessageType type, const QString &message) {
+                      if (d->engine && engine.isEmpty())
+                          Logger::instance()->logMessage(d->engine->name(), type, message);
+                  })
+        : QMetaObject::Connection();
     // The script may delete this action.
     const QPointer<TclScriptedAction> self(this);
     const errorstack::Script origin(script);
@@ -150,6 +161,7 @@ void TclScriptedAction::run(const QString &script, const QString &contents)
                     u"Script execution completed with an error, see the log for details"_s);
     disconnect(output);
     disconnect(errors);
+    disconnect(messages);
     if (self) {
         if (d->engine && !text.isEmpty())
             Logger::instance()->logMessage(d->engine->name(), Logger::Info, text);

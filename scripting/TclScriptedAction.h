@@ -27,6 +27,10 @@ public:
     static const Qtilities::Core::FactoryItem<QObject, TclScriptedAction> factory;
     static Qtilities::Core::InstanceFactoryInfo staticInstanceFactoryInfo();
 
+    // Whether the execution logs also show what is told to everybody while their script runs, such
+    // as what the script itself puts into the system's log. Usually they do not.
+    static void setLogsHoldMessages(bool hold);
+
     Qtilities::Core::InstanceFactoryInfo instanceFactoryInfo() const override;
 
     QObject *objectBase() override { return this; }

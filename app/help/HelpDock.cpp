@@ -15,7 +15,6 @@ void HelpDock::showCommand(const QString &word)
     help()->showCommand(word);
     show();
     raise();
-    help()->setFocus();
 }
 
 void HelpDock::showEvent(QShowEvent *event)

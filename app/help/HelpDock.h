@@ -13,7 +13,8 @@ class HelpDock : public QDockWidget
 public:
     explicit HelpDock(QWidget *parent = nullptr);
 
-    // Comes to the front with the page of a command; an unknown one shows the contents.
+    // Comes to the front with the page of a command; an unknown one shows the contents. The
+    // keyboard stays where it is.
     void showCommand(const QString &word);
 
 protected:

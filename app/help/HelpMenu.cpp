@@ -1,5 +1,6 @@
 #include "app/help/HelpMenu.h"
 
+#include "app/help/helptexts.h"
 #include "app/help/manualpages.h"
 
 #include <QApplication>
@@ -32,6 +33,12 @@ HelpMenu::HelpMenu(QWidget *theWindow) : QMenu(tr("&Help"), theWindow), window(t
     QAction *manual = addAction(tr("&Commands"), QKeySequence(Qt::Key_F1));
     manual->setObjectName(u"showManual"_s);
     connect(manual, &QAction::triggered, this, &HelpMenu::askForManual);
+    QAction *guide = addAction(tr("&The Window"));
+    guide->setObjectName(u"showGuide"_s);
+    connect(guide, &QAction::triggered, this, &HelpMenu::showGuide);
+    QAction *keys = addAction(tr("&Keys"));
+    keys->setObjectName(u"showKeys"_s);
+    connect(keys, &QAction::triggered, this, &HelpMenu::showKeys);
     addSeparator();
     QAction *about = addAction(tr("&About Morvalen"));
     about->setMenuRole(QAction::AboutRole);
@@ -39,6 +46,10 @@ HelpMenu::HelpMenu(QWidget *theWindow) : QMenu(tr("&Help"), theWindow), window(t
 }
 
 void HelpMenu::askForManual() { Q_EMIT manualWanted(commandAtCursor(QApplication::focusWidget())); }
+
+void HelpMenu::showGuide() { helptexts::show(tr("The Window"), helptexts::guide(), window); }
+
+void HelpMenu::showKeys() { helptexts::show(tr("Keys"), helptexts::keys(window), window); }
 
 void HelpMenu::showAbout()
 {

@@ -17,6 +17,8 @@ Q_SIGNALS:
 
 private:
     void askForManual();
+    void showGuide();
+    void showKeys();
     void showAbout();
 
     QWidget *window;

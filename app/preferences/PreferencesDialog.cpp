@@ -1,6 +1,7 @@
 #include "app/preferences/PreferencesDialog.h"
 
 #include "app/messages/messages.h"
+#include "app/preferences/ColourPage.h"
 #include "app/preferences/EditingPage.h"
 #include "app/preferences/FontPage.h"
 #include "app/preferences/MemoryPage.h"
@@ -25,6 +26,7 @@ PreferencesDialog::PreferencesDialog(QWidget *parent) : QDialog(parent), tabs(ne
     add(new MemoryPage(this));
     add(new PlacesPage(this));
     add(new EditingPage(this));
+    add(new ColourPage(this));
     auto *buttons =
         new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Apply
                                  | QDialogButtonBox::Cancel | QDialogButtonBox::RestoreDefaults,

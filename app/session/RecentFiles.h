@@ -12,7 +12,7 @@ class RecentFiles : public QObject
     Q_OBJECT
 
 public:
-    static constexpr int most = 10;
+    static constexpr int most = 20;
 
     enum Kind { Designs, Projects };
 

@@ -27,6 +27,8 @@ const MemoryRow memories[] = {
 };
 
 const QString fontKey = u"Console/font"_s;
+const QString themeKey = u"Appearance/theme"_s;
+const QString themeWords[] = {u"desktop"_s, u"light"_s, u"dark"_s};
 const QString pagesKey = u"Builds/unsaved_pages"_s;
 const QString pagesWords[] = {u"ask"_s, u"save"_s, u"leave"_s};
 
@@ -119,6 +121,21 @@ void setPagesBeforeBuild(PagesBeforeBuild choice)
 {
     Settings().set(pagesKey,
                    choice == PagesBeforeBuild::Ask ? QVariant() : pagesWords[int(choice)]);
+}
+
+Theme theme()
+{
+    const QString word = Settings().value(themeKey).toString();
+    for (const auto choice : {Theme::Light, Theme::Dark}) {
+        if (word == themeWords[int(choice)])
+            return choice;
+    }
+    return Theme::Desktop;
+}
+
+void setTheme(Theme theme)
+{
+    Settings().set(themeKey, theme == Theme::Desktop ? QVariant() : themeWords[int(theme)]);
 }
 
 bool isWritable() { return Settings().isWritten(); }

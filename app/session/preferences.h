@@ -46,6 +46,11 @@ enum class PagesBeforeBuild { Ask, Save, Leave };
 PagesBeforeBuild pagesBeforeBuild();
 void setPagesBeforeBuild(PagesBeforeBuild choice);
 
+// The colours of the window.
+enum class Theme { Desktop, Light, Dark };
+Theme theme();
+void setTheme(Theme theme);
+
 // Whether what was set so far is in the settings file.
 bool isWritable();
 

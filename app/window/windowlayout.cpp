@@ -4,6 +4,7 @@
 #include "app/session/Settings.h"
 
 #include <QMainWindow>
+#include <QScreen>
 #include <QSplitter>
 
 using namespace Qt::Literals::StringLiterals;
@@ -13,6 +14,7 @@ namespace windowlayout {
 namespace {
 
 constexpr QSize usualSize(1180, 780);
+constexpr int framed = 94; // hundredths of the screen
 // Changes with the set of docks and tool bars, so that an old layout is not restored wrongly.
 constexpr int version = 3;
 const QString group = u"Window"_s;
@@ -29,7 +31,9 @@ QList<QSplitter *> splitters(const QMainWindow *window)
 
 void restore(QMainWindow *window)
 {
-    window->resize(usualSize);
+    // At a large scale the screen may be smaller; some of it is for the window's frame.
+    const QSize available = window->screen()->availableSize();
+    window->resize(usualSize.boundedTo(available * framed / 100));
     if (!preferences::remembers(preferences::WindowLayout))
         return;
     const Settings settings;

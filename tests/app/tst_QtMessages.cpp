@@ -37,6 +37,22 @@ private Q_SLOTS:
         QCOMPARE(messages, (QStringList {u"<> 32 unusual"_s, u"<> 32 detail"_s}));
     }
 
+    void viewsKeepTheirOwnMattersOut()
+    {
+        QStringList messages;
+        const auto connection = connect(Logger::instance(), &Logger::messageLogged, this,
+                                        [&](const QString &, Logger::MessageType,
+                                            const QString &text) { messages.append(text); });
+        qtmessages::sendToLog();
+        qWarning("edit: editing failed");
+        qWarning("QAbstractItemView::closeEditor called with an editor that does not belong to "
+                 "this view");
+        qWarning("QFSFileEngine::open: No file name specified");
+        qInstallMessageHandler(nullptr);
+        disconnect(connection);
+        QCOMPARE(messages, QStringList {u"QFSFileEngine::open: No file name specified"_s});
+    }
+
     void warningsOfThreadsReachTheLogsWidget()
     {
         constexpr int threadCount = 3;

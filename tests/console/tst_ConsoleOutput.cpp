@@ -93,6 +93,28 @@ private Q_SLOTS:
         QVERIFY(!fresh.isUndoRedoEnabled());
     }
 
+    void aLightGroundStaysLight()
+    {
+        const QPalette usual = QApplication::palette();
+        QPalette dark = usual;
+        dark.setColor(QPalette::Base, Qt::black);
+        dark.setColor(QPalette::Text, Qt::white);
+        QApplication::setPalette(dark);
+        ConsoleUnderTest fresh;
+        QCOMPARE(fresh.cmdColor, QColor(Qt::white));
+        QCOMPARE(fresh.palette().color(QPalette::Base), QColor(Qt::black));
+        fresh.keepLightGround();
+        QCOMPARE(fresh.cmdColor, QColor(Qt::black));
+        QCOMPARE(fresh.palette().color(QPalette::Base), QColor(Qt::white));
+        QTextCursor welcome(fresh.document());
+        welcome.movePosition(QTextCursor::Right);
+        QCOMPARE(welcome.charFormat().foreground().color(), QColor(Qt::black));
+        QApplication::setPalette(usual);
+        QApplication::setPalette(dark);
+        QCOMPARE(fresh.palette().color(QPalette::Base), QColor(Qt::white));
+        QApplication::setPalette(usual);
+    }
+
     void anEmptyWelcomeTextLeavesAnEmptyDocument()
     {
         const ConsoleUnderTest fresh {QString()};

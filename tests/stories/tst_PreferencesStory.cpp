@@ -14,6 +14,7 @@
 #include <Qtilities/ProjectManager.h>
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QFileInfo>
 #include <QGroupBox>
 #include <QPlainTextEdit>
@@ -39,6 +40,7 @@ private Q_SLOTS:
     void placesAreSet();
     void buildsAreSet();
     void editingIsSet();
+    void coloursAreChosen();
     void defaultsComeBack();
     void theHistoryIsKept();
     void twoProcessesShareTheHistory();
@@ -221,6 +223,35 @@ void tst_PreferencesStory::editingIsSet()
     QCOMPARE(settings->indentation(), Indentation());
     QVERIFY(settings->followsText());
     QVERIFY(!setting(u"Editor/tab_width"_s).isValid());
+}
+
+void tst_PreferencesStory::coloursAreChosen()
+{
+    const QColor before = QApplication::palette().color(QPalette::Base);
+    const auto choose = [this](int theme) {
+        prefer(
+            4,
+            [theme](QDialog *dialog) {
+                auto *box = dialog->findChild<QComboBox *>(u"theme"_s);
+                box->setFocus();
+                QTest::keyClick(box, Qt::Key_Home);
+                for (int step = 0; step < theme; ++step)
+                    QTest::keyClick(box, Qt::Key_Down);
+            },
+            u"OK"_s);
+    };
+    choose(2);
+    QCOMPARE(setting(u"Appearance/theme"_s).toString(), u"dark"_s);
+    QVERIFY(story->window().palette().color(QPalette::Base).lightness() < 80);
+    QVERIFY(story->window().palette().color(QPalette::Text).lightness() > 180);
+    // The console's colours are made for white.
+    QCOMPARE(story->console().palette().color(QPalette::Base), QColor(Qt::white));
+    QCOMPARE(story->console().palette().color(QPalette::Text), QColor(Qt::black));
+    choose(1);
+    QVERIFY(story->window().palette().color(QPalette::Base).lightness() > 200);
+    choose(0);
+    QVERIFY(!setting(u"Appearance/theme"_s).isValid());
+    QCOMPARE(QApplication::palette().color(QPalette::Base), before);
 }
 
 void tst_PreferencesStory::defaultsComeBack()

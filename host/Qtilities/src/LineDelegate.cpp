@@ -1,5 +1,7 @@
 #include "LineDelegate.h"
 
+#include "LogModel.h"
+
 #include <Qtilities/LogLinks.h>
 
 #include <QApplication>
@@ -10,6 +12,8 @@
 namespace Qtilities::CoreGui {
 
 namespace {
+
+constexpr int markAlpha = 70;
 
 QList<LogLink> linksIn(const QString &text)
 {
@@ -30,12 +34,18 @@ struct Span
     int right;
 };
 
-Span spanOf(const LogLink &link, const QStyleOptionViewItem &option, const QString &text)
+Span spanOf(qsizetype start, qsizetype length, const QStyleOptionViewItem &option,
+            const QString &text)
 {
     const int left = option.rect.left() + margin(option);
     const QFontMetrics &metrics = option.fontMetrics;
-    return {left + metrics.horizontalAdvance(text.first(link.start)),
-            left + metrics.horizontalAdvance(text.first(link.start + link.length))};
+    return {left + metrics.horizontalAdvance(text.first(start)),
+            left + metrics.horizontalAdvance(text.first(start + length))};
+}
+
+Span spanOf(const LogLink &link, const QStyleOptionViewItem &option, const QString &text)
+{
+    return spanOf(link.start, link.length, option, text);
 }
 
 } // namespace
@@ -48,6 +58,8 @@ void LineDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
     QStyleOptionViewItem shown = option;
     initStyleOption(&shown, index);
     const bool isSelected = shown.state & QStyle::State_Selected;
+    if (index.column() == LogModel::TextColumn)
+        paintMarks(painter, shown, text);
     for (const LogLink &link : linksIn(text)) {
         const Span span = spanOf(link, shown, text);
         painter->setPen(
@@ -55,6 +67,26 @@ void LineDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
         const int bottom = shown.rect.bottom();
         painter->drawLine(span.left, bottom, span.right, bottom);
     }
+}
+
+// A frame, which leaves the letters as they are on light and on dark.
+void LineDelegate::paintMarks(QPainter *painter, const QStyleOptionViewItem &shown,
+                              const QString &text) const
+{
+    if (marked.isEmpty() || !(shown.features & QStyleOptionViewItem::HasDisplay))
+        return;
+    painter->save();
+    QColor ground = shown.palette.color(QPalette::Highlight);
+    painter->setPen(ground);
+    ground.setAlpha(markAlpha);
+    painter->setBrush(ground);
+    for (qsizetype at = text.indexOf(marked, 0, Qt::CaseInsensitive); at >= 0;
+         at = text.indexOf(marked, at + marked.size(), Qt::CaseInsensitive)) {
+        const Span span = spanOf(at, marked.size(), shown, text);
+        painter->drawRect(span.left, shown.rect.top(), span.right - span.left,
+                          shown.rect.height() - 1);
+    }
+    painter->restore();
 }
 
 QWidget *LineDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &,

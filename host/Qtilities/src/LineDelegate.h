@@ -15,12 +15,21 @@ public:
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;
+    // What is equal to the text, in any case, is marked from now on.
+    void setMarked(const QString &text) { marked = text; }
+
     QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
                           const QModelIndex &index) const override;
     void setModelData(QWidget *, QAbstractItemModel *, const QModelIndex &) const override { }
 
     // Where the link at a place of the cell begins in the text; -1 when there is none.
     static qsizetype linkAt(int x, const QStyleOptionViewItem &option, const QString &text);
+
+private:
+    void paintMarks(QPainter *painter, const QStyleOptionViewItem &shown,
+                    const QString &text) const;
+
+    QString marked;
 };
 
 } // namespace Qtilities::CoreGui

@@ -5,8 +5,11 @@
 #include <Qtilities/Logger.h>
 #include <Qtilities/LogLinks.h>
 
+#include <QApplication>
 #include <QColor>
 #include <QFont>
+#include <QIcon>
+#include <QStyle>
 
 namespace Qtilities::CoreGui {
 
@@ -26,6 +29,23 @@ QVariant colourOf(int type, bool onDark)
     case Logger::Debug:
     case Logger::Trace:
         return onDark ? QColor(0xb0, 0xb0, 0xb0) : QColor(0x60, 0x60, 0x60);
+    default:
+        return {};
+    }
+}
+
+// For those who do not tell the colours apart.
+QVariant signOf(int type)
+{
+    const auto *const application = qobject_cast<QApplication *>(QCoreApplication::instance());
+    if (!application)
+        return {};
+    switch (type) {
+    case Logger::Error:
+    case Logger::Fatal:
+        return QApplication::style()->standardIcon(QStyle::SP_MessageBoxCritical);
+    case Logger::Warning:
+        return QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
     default:
         return {};
     }
@@ -173,6 +193,14 @@ int LogModel::find(const QString &text, int fromRow, bool backwards) const
     return -1;
 }
 
+int LogModel::count(const QString &text) const
+{
+    int found = 0;
+    for (int row = 0; row < rowCount(); ++row)
+        found += line(row).text.contains(text, Qt::CaseInsensitive);
+    return found;
+}
+
 int LogModel::rowCount(const QModelIndex &parent) const
 {
     return parent.isValid() ? 0 : int(rowNumbers.size());
@@ -208,6 +236,8 @@ QVariant LogModel::data(const QModelIndex &index, int role) const
         return cellText(shown, index.column());
     case Qt::EditRole:
         return index.column() == TextColumn ? QVariant(shown.text) : QVariant();
+    case Qt::DecorationRole:
+        return index.column() == LevelColumn && shown.first ? signOf(shown.type) : QVariant();
     case Qt::ForegroundRole:
         return colourOf(shown.type, dark);
     case Qt::BackgroundRole:

@@ -55,6 +55,9 @@ public:
     // round; -1 when none does.
     int find(const QString &text, int fromRow, bool backwards) const;
 
+    // How many of the lines that show hold the text in any case.
+    int count(const QString &text) const;
+
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;

@@ -48,7 +48,9 @@ LogView::LogView(LogModel *model, QWidget *parent) : QTableView(parent), log(mod
     verticalHeader()->setMinimumSectionSize(1);
     verticalHeader()->setDefaultSectionSize(metrics.lineSpacing() + 2);
     setColumnWidth(LogModel::TimeColumn, metrics.horizontalAdvance(u"00:00:00.000  "_s));
-    setColumnWidth(LogModel::LevelColumn, metrics.horizontalAdvance(u"Warning  "_s));
+    setIconSize(QSize(metrics.ascent(), metrics.ascent()));
+    setColumnWidth(LogModel::LevelColumn,
+                   metrics.horizontalAdvance(u"Warning  "_s) + 2 * metrics.ascent());
     connect(model, &QAbstractItemModel::rowsInserted, this,
             [this](const QModelIndex &, int first, int last) { widenForRows(first, last); });
     connect(model, &QAbstractItemModel::rowsRemoved, this,
@@ -58,6 +60,7 @@ LogView::LogView(LogModel *model, QWidget *parent) : QTableView(parent), log(mod
         widenForRows(0, log->rowCount() - 1);
     });
     followPalette();
+    followEnd();
 }
 
 LogView::~LogView() = default;
@@ -65,16 +68,51 @@ LogView::~LogView() = default;
 void LogView::publish(bool now)
 {
     QScrollBar *const bar = verticalScrollBar();
-    const bool following = bar->value() == bar->maximum();
     const int shownFirst = bar->value();
+    const bool following = isAtEnd;
     removedRows = 0;
     log->publish();
+    isAtEnd = following;
     if (following)
         scrollToBottom();
     else
         bar->setValue(shownFirst - removedRows);
     if (now && isVisible() && !viewport()->testAttribute(Qt::WA_WState_InPaintEvent))
         viewport()->repaint();
+}
+
+// The range changes late, when the view is laid out, which it is not while nobody sees it.
+void LogView::followEnd()
+{
+    QScrollBar *const bar = verticalScrollBar();
+    connect(bar, &QScrollBar::valueChanged, this, [this, bar](int value) {
+        if (isVisible())
+            isAtEnd = value == bar->maximum();
+    });
+    connect(bar, &QScrollBar::rangeChanged, this, [this, bar](int, int last) {
+        if (isAtEnd)
+            bar->setValue(last);
+    });
+}
+
+void LogView::showEvent(QShowEvent *event)
+{
+    QTableView::showEvent(event);
+    if (isAtEnd)
+        scrollToBottom();
+}
+
+void LogView::markAll(const QString &text)
+{
+    static_cast<LineDelegate *>(itemDelegate())->setMarked(text);
+    viewport()->update();
+}
+
+void LogView::showNext(const QString &text)
+{
+    const int row = log->find(text, qMax(currentIndex().row(), 0), false);
+    if (row >= 0)
+        scrollTo(log->index(row, LogModel::TextColumn));
 }
 
 void LogView::widenForRows(int first, int last)

@@ -23,6 +23,11 @@ public:
     // a script runs.
     void publish(bool now);
 
+    // Marks what is equal to the text, in any case, in all lines; an empty text marks nothing.
+    void markAll(const QString &text);
+    // Brings the next line that holds the text into view, and selects nothing.
+    void showNext(const QString &text);
+
     // Selects the next row that holds the text and brings it into view; false when none does.
     bool selectNext(const QString &text, bool backwards);
 
@@ -37,6 +42,7 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
@@ -54,6 +60,7 @@ private:
     void followFirstLink();
     void widenForRows(int first, int last);
     void fitTextColumn();
+    void followEnd();
     void followPalette();
     QList<int> chosenRows() const;
 
@@ -61,6 +68,8 @@ private:
     // Of the widest line so far, in pixels.
     int textWidth = 0;
     int removedRows = 0;
+    // Whether the end is to stay in view; what happens out of sight is not the user's doing.
+    bool isAtEnd = true;
     Link pressed;
 };
 

@@ -51,6 +51,7 @@ LogWidget::LogWidget(const QString &engineName, int displays, int messageTypes, 
     if (displays & LoggerGui::ControlsDisplay)
         layout->addWidget(createBar(messageTypes));
     layout->addWidget(view);
+    view->setAccessibleName(tr("Messages"));
     view->setVisible(displays & LoggerGui::MessagesDisplay);
     layout->addWidget(droppedNote);
     droppedNote->setObjectName(u"dropped"_s);
@@ -120,7 +121,22 @@ void LogWidget::addSearchField(QWidget *bar)
     searchNote->setTextFormat(Qt::PlainText);
     bar->layout()->addWidget(searchField);
     bar->layout()->addWidget(searchNote);
+    countNote = new QLabel(bar);
+    countNote->setObjectName(u"count"_s);
+    countNote->setTextFormat(Qt::PlainText);
+    bar->layout()->addWidget(countNote);
+    searchField->setAccessibleName(tr("Search the log"));
+    countTimer.setSingleShot(true);
+    countTimer.setInterval(countInterval);
+    connect(&countTimer, &QTimer::timeout, this, &LogWidget::showCount);
     connect(searchField, &QLineEdit::textChanged, searchNote, &QLabel::clear);
+    connect(searchField, &QLineEdit::textChanged, this, &LogWidget::searchTyped);
+    const auto countSoon = [this] {
+        if (!searchField->text().isEmpty() && !countTimer.isActive())
+            countTimer.start();
+    };
+    connect(&model, &QAbstractItemModel::rowsInserted, this, countSoon);
+    connect(&model, &QAbstractItemModel::modelReset, this, countSoon);
 
     const auto addKey = [this](const QKeySequence &key, QWidget *place, auto action) {
         auto *const shortcut = new QShortcut(key, place);
@@ -163,6 +179,21 @@ void LogWidget::search(bool backwards)
     const bool found =
         !searchField->text().isEmpty() && view->selectNext(searchField->text(), backwards);
     searchNote->setText(found || searchField->text().isEmpty() ? QString() : tr("Not found"));
+}
+
+// All matches are marked while the user types; Return selects one after the other.
+void LogWidget::searchTyped(const QString &text)
+{
+    view->markAll(text);
+    if (!text.isEmpty())
+        view->showNext(text);
+    showCount();
+}
+
+void LogWidget::showCount()
+{
+    const QString text = searchField->text();
+    countNote->setText(text.isEmpty() ? QString() : tr("Lines: %L1").arg(model.count(text)));
 }
 
 void LogWidget::showDropped()

@@ -23,6 +23,8 @@ class LogWidget : public QWidget
 public:
     // Milliseconds between two changes of the view, whatever arrives.
     static constexpr int refreshInterval = 50;
+    // And between two counts of what is searched for.
+    static constexpr int countInterval = 300;
 
     // Attaches an engine of the given name, which must not be taken; displays is a mask of
     // LoggerGui::Display.
@@ -40,13 +42,17 @@ private:
     void addSearchField(QWidget *bar);
     void refresh(bool now);
     void search(bool backwards);
+    void searchTyped(const QString &text);
     void showDropped();
+    void showCount();
 
     LogModel model;
     LogView *view;
     QLabel *droppedNote;
     QLineEdit *searchField = nullptr;
     QLabel *searchNote = nullptr;
+    QLabel *countNote = nullptr;
+    QTimer countTimer;
     QTimer refreshTimer;
     QElapsedTimer sinceRefresh;
     QPointer<Logging::LoggerEngine> logEngine;

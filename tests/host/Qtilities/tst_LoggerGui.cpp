@@ -51,12 +51,16 @@ private Q_SLOTS:
     void makesPriorityMessagesStandOut();
     void showsWhileNoEventLoopRuns();
     void followsTheEnd();
+    void staysAtTheEndWhileNobodySees();
     void staysWhereTheUserReads();
     void staysWhereTheUserReadsWhenLinesAreDropped();
 
     void hasAButtonForEachLevel();
+    void levelsHaveSigns();
     void filtersByLevel();
     void searches();
+    void marksAndCountsWhatIsTyped();
+    void bringsWhatIsTypedIntoView();
     void searchesBackwards();
     void searchesFromTheKeyboard();
     void clears();
@@ -358,6 +362,24 @@ void tst_LoggerGui::followsTheEnd()
     QVERIFY(view->verticalScrollBar()->maximum() > 0);
 }
 
+void tst_LoggerGui::staysAtTheEndWhileNobodySees()
+{
+    for (int count = 0; count < 100; ++count)
+        log(QString::number(count));
+    settle();
+    window->hide();
+    for (int count = 0; count < 500; ++count)
+        log(QString::number(count));
+    settle();
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    const QScrollBar *const bar = view->verticalScrollBar();
+    QTRY_VERIFY(bar->maximum() > 500);
+    QCOMPARE(bar->value(), bar->maximum());
+    window->resize(window->width(), window->height() / 2);
+    QTRY_COMPARE(bar->value(), bar->maximum());
+}
+
 void tst_LoggerGui::staysWhereTheUserReads()
 {
     for (int count = 0; count < 200; ++count)
@@ -416,6 +438,23 @@ void tst_LoggerGui::hasAButtonForEachLevel()
         QStringList({u"Info"_s, u"Warning"_s, u"Error"_s, u"Fatal"_s, u"Debug"_s, u"Trace"_s}));
 }
 
+void tst_LoggerGui::levelsHaveSigns()
+{
+    log(u"wrong\nmore"_s, Logger::Error);
+    log(u"odd"_s, Logger::Warning);
+    log(u"so"_s);
+    settle();
+    const auto sign = [this](int row) {
+        const auto shown = view->model()->index(row, 1).data(Qt::DecorationRole);
+        return shown.value<QIcon>().cacheKey();
+    };
+    QVERIFY(sign(0) != 0);
+    QCOMPARE(sign(1), 0);
+    QVERIFY(sign(2) != 0);
+    QVERIFY(sign(2) != sign(0));
+    QCOMPARE(sign(3), 0);
+}
+
 void tst_LoggerGui::filtersByLevel()
 {
     log(u"i1"_s);
@@ -470,6 +509,41 @@ void tst_LoggerGui::searches()
     QTest::keyClick(field, Qt::Key_Return);
     QCOMPARE(selected(), QStringList {u"Two"_s});
     QCOMPARE(note->text(), u""_s);
+}
+
+void tst_LoggerGui::marksAndCountsWhatIsTyped()
+{
+    for (const QString &text : {u"one"_s, u"Two two"_s, u"three"_s, u"two"_s})
+        log(text);
+    settle();
+    auto *const field = part<QLineEdit>(u"search"_s);
+    const auto *const count = part<QLabel>(u"count"_s);
+    const QImage before = view->viewport()->grab().toImage();
+    QTest::mouseClick(field, Qt::LeftButton);
+    QTest::keyClicks(field, u"TW"_s);
+    QCOMPARE(count->text(), u"Lines: 2"_s);
+    QVERIFY(view->viewport()->grab().toImage() != before);
+    QTest::keyClicks(field, u"x"_s);
+    QCOMPARE(count->text(), u"Lines: 0"_s);
+    QCOMPARE(view->viewport()->grab().toImage(), before);
+    QTest::keyClick(field, Qt::Key_Backspace);
+    // What comes later counts too.
+    log(u"twice"_s);
+    QTRY_COMPARE(count->text(), u"Lines: 3"_s);
+    field->clear();
+    QCOMPARE(count->text(), QString());
+}
+
+void tst_LoggerGui::bringsWhatIsTypedIntoView()
+{
+    for (int number = 0; number < 300; ++number)
+        log(number == 7 ? u"wanted"_s : QString::number(number));
+    settle();
+    auto *const field = part<QLineEdit>(u"search"_s);
+    QTest::mouseClick(field, Qt::LeftButton);
+    QTest::keyClicks(field, u"want"_s);
+    QVERIFY(view->viewport()->rect().intersects(view->visualRect(view->model()->index(7, 2))));
+    QCOMPARE(selected(), QStringList());
 }
 
 void tst_LoggerGui::searchesBackwards()

@@ -1,0 +1,60 @@
+#include "app/window/FocusMark.h"
+
+#include <QAbstractScrollArea>
+#include <QApplication>
+#include <QEvent>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int thickness = 2;
+
+} // namespace
+
+FocusMark::FocusMark(QWidget *theWindow) : QWidget(theWindow), window(theWindow)
+{
+    setObjectName(u"focusMark"_s);
+    setAutoFillBackground(true);
+    setBackgroundRole(QPalette::Highlight);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setFocusPolicy(Qt::NoFocus);
+    hide();
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget *, QWidget *focused) { follow(focused); });
+}
+
+// It lies beside the area, whose own parts it would be among otherwise, and goes with the window.
+void FocusMark::follow(QWidget *focused)
+{
+    if (area)
+        area->removeEventFilter(this);
+    area = qobject_cast<QAbstractScrollArea *>(focused);
+    if (!area || area->window() != window) {
+        area.clear();
+        hide();
+        return;
+    }
+    area->installEventFilter(this);
+    place();
+    show();
+    raise();
+}
+
+void FocusMark::place()
+{
+    setGeometry(QRect(area->mapTo(window, QPoint(0, 0)), QSize(area->width(), thickness)));
+}
+
+bool FocusMark::eventFilter(QObject *watched, QEvent *event)
+{
+    const QEvent::Type type = event->type();
+    if (area && watched == area) {
+        if (type == QEvent::Hide)
+            hide();
+        else if (type == QEvent::Resize || type == QEvent::Move || type == QEvent::Show)
+            QMetaObject::invokeMethod(this, [this] { follow(QApplication::focusWidget()); },
+                                      Qt::QueuedConnection);
+    }
+    return QWidget::eventFilter(watched, event);
+}

@@ -1,0 +1,122 @@
+// What a screen reader says of the window, where the keyboard is seen to be, and what Help tells.
+
+#include "app/DesignsMode.h"
+#include "app/MainWindow.h"
+#include "app/window/FocusMark.h"
+#include "console/QtclConsole.h"
+#include "tests/stories/Story.h"
+#include "tests/TestClass.h"
+
+#include <QAbstractScrollArea>
+#include <QAccessible>
+#include <QDialog>
+#include <QDockWidget>
+#include <QScreen>
+#include <QTextBrowser>
+
+using namespace Qt::Literals::StringLiterals;
+
+class tst_NamesStory : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { story = std::make_unique<Story>(); }
+    void cleanupTestCase() { story.reset(); }
+
+    void everyControlHasAName();
+    void theKeyboardIsSeen();
+    void theFirstSizeFitsTheScreen();
+    void helpTellsOfTheWindow();
+    void helpListsTheKeys();
+
+private:
+    QString helpText(const char *action) const;
+
+    std::unique_ptr<Story> story;
+};
+
+void tst_NamesStory::everyControlHasAName()
+{
+    story->type(u"designs new uart; files add rtl/top.v"_s);
+    Story::write(story->session() + u"/Designs/uart/rtl/top.v"_s, "module top; endmodule\n");
+    story->type(u"files set_active rtl/top.v; sfile open"_s);
+    story->window().activateMode(DesignsMode::id);
+    for (QDockWidget *dock : story->window().findChildren<QDockWidget *>())
+        dock->show();
+    QStringList nameless;
+    for (QWidget *widget : story->window().findChildren<QWidget *>()) {
+        if (widget->isWindow() || widget->focusPolicy() == Qt::NoFocus || widget->focusProxy()
+            || widget->objectName().startsWith(u"qt_"_s))
+            continue;
+        QAccessibleInterface *spoken = QAccessible::queryAccessibleInterface(widget);
+        if (!spoken || spoken->text(QAccessible::Name).isEmpty())
+            nameless.append(QString::fromLatin1(widget->metaObject()->className()) + u" \""_s
+                            + widget->objectName() + u"\" in "_s
+                            + (widget->parentWidget() ? widget->parentWidget()->objectName()
+                                                      : QString()));
+    }
+    QCOMPARE(nameless.join(u'\n'), QString());
+}
+
+void tst_NamesStory::theKeyboardIsSeen()
+{
+    story->takeKeyboard();
+    const auto *mark = story->find<FocusMark>("focusMark");
+    for (const int mode : {DesignsMode::id, 105}) {
+        story->window().activateMode(mode);
+        QSet<const QWidget *> seen;
+        for (int step = 0; step < 8; ++step) {
+            story->press(Qt::Key_F6);
+            const auto *area = qobject_cast<QAbstractScrollArea *>(QApplication::focusWidget());
+            QCOMPARE(mark->isVisible(), area != nullptr);
+            QCOMPARE(mark->marked(), area);
+            if (!area)
+                continue;
+            seen.insert(area);
+            QCOMPARE(mark->mapToGlobal(QPoint()), area->mapToGlobal(QPoint()));
+            QCOMPARE(mark->width(), area->width());
+        }
+        QVERIFY(seen.size() > 1);
+    }
+}
+
+void tst_NamesStory::theFirstSizeFitsTheScreen()
+{
+    const QSize screen = story->window().screen()->availableSize();
+    QVERIFY2(story->window().width() <= screen.width(),
+             qPrintable(QString::number(story->window().width())));
+    QVERIFY2(story->window().height() <= screen.height(),
+             qPrintable(QString::number(story->window().height())));
+}
+
+QString tst_NamesStory::helpText(const char *action) const
+{
+    story->action(action)->trigger();
+    auto *dialog = story->find<QDialog>("helpText");
+    const QString text = dialog ? dialog->findChild<QTextBrowser *>()->toPlainText() : QString();
+    if (dialog)
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return text;
+}
+
+void tst_NamesStory::helpTellsOfTheWindow()
+{
+    const QString text = helpText("showGuide");
+    for (const QString &part : {u"Modes on the left"_s, u"The tree shows"_s, u"Editors open"_s,
+                                u"Log, Issues and Journal are below"_s, u"Ctrl+\\ splits"_s})
+        QVERIFY2(text.contains(part), qPrintable(part + u'\n' + text));
+}
+
+void tst_NamesStory::helpListsTheKeys()
+{
+    const QString text = helpText("showKeys");
+    for (const QString &row : {u"Toggle Comment\nCtrl+/\n"_s, u"Next Pane\nF6\n"_s,
+                               u"Split or Join\nCtrl+\\\n"_s, u"Redo\nCtrl+Y, Ctrl+Shift+Z\n"_s})
+        QVERIFY2(text.contains(row), qPrintable(row + u'\n' + text));
+    QVERIFY(!text.contains(u'&'));
+}
+
+TEST_CLASS(tst_NamesStory)
+#include "tst_NamesStory.moc"
