@@ -1,5 +1,6 @@
 #include "app/designs/DesignTreeView.h"
 
+#include "app/designs/ColumnFit.h"
 #include "app/designs/DesignTreeModel.h"
 #include "app/designs/RowDelegate.h"
 #include "app/designs/rowtexts.h"
@@ -43,7 +44,7 @@ QList<int> placeOf(const QModelIndex &index)
 void arrangeColumns(QHeaderView *header)
 {
     const QFontMetrics metrics = header->fontMetrics();
-    constexpr int widths[] {32, 25, 16, 14};
+    constexpr int widths[] {24, 16, 12, 10};
     for (int column = 0; column < TreeColumnCount; ++column)
         header->resizeSection(column, metrics.averageCharWidth() * widths[column]);
     header->setStretchLastSection(true);
@@ -67,6 +68,7 @@ DesignTreeView::DesignTreeView(DesignTreeModel *treeModel, QWidget *parent)
     setDragDropMode(DropOnly);
     setDragDropOverwriteMode(true);
     arrangeColumns(header());
+    new ColumnFit(this);
     connect(tree, &DesignTreeModel::aboutToFollow, this, &DesignTreeView::rememberPlace);
     connect(tree, &DesignTreeModel::followed, this, &DesignTreeView::restorePlace);
     connect(this, &QTreeView::expanded, this,

@@ -67,7 +67,7 @@ QString keys(const QWidget *window)
         rows[text] += shown;
     }
     QString page = u"# %1\n\n| %2 | %3 |\n|---|---|\n"_s.arg(Texts::tr("Keys"), Texts::tr("Action"),
-                                                          Texts::tr("Key"));
+                                                             Texts::tr("Key"));
     for (auto row = rows.begin(); row != rows.end(); ++row) {
         row->removeDuplicates();
         page += u"| %1 | %2 |\n"_s.arg(cell(row.key()), cell(row->join(u", "_s)));

@@ -53,8 +53,8 @@ bool FocusMark::eventFilter(QObject *watched, QEvent *event)
         if (type == QEvent::Hide)
             hide();
         else if (type == QEvent::Resize || type == QEvent::Move || type == QEvent::Show)
-            QMetaObject::invokeMethod(this, [this] { follow(QApplication::focusWidget()); },
-                                      Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                this, [this] { follow(QApplication::focusWidget()); }, Qt::QueuedConnection);
     }
     return QWidget::eventFilter(watched, event);
 }

@@ -31,8 +31,8 @@ QPalette made(const QColor &window, const QColor &base, const QColor &text, cons
     palette.setColor(QPalette::Link, link);
     palette.setColor(QPalette::Highlight, QColor(0x2f, 0x6f, 0xb5));
     palette.setColor(QPalette::HighlightedText, Qt::white);
-    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText,
-                            QPalette::HighlightedText})
+    for (const auto role :
+         {QPalette::Text, QPalette::WindowText, QPalette::ButtonText, QPalette::HighlightedText})
         palette.setColor(QPalette::Disabled, role, dim);
     return palette;
 }

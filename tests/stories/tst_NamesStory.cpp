@@ -1,5 +1,7 @@
 // What a screen reader says of the window, where the keyboard is seen to be, and what Help tells.
 
+#include "app/designs/DesignTree.h"
+#include "app/designs/DesignTreeView.h"
 #include "app/DesignsMode.h"
 #include "app/MainWindow.h"
 #include "app/window/FocusMark.h"
@@ -25,6 +27,7 @@ private Q_SLOTS:
     void cleanupTestCase() { story.reset(); }
 
     void everyControlHasAName();
+    void theTreeShowsWholeTexts();
     void theKeyboardIsSeen();
     void theFirstSizeFitsTheScreen();
     void helpTellsOfTheWindow();
@@ -51,12 +54,32 @@ void tst_NamesStory::everyControlHasAName()
             continue;
         QAccessibleInterface *spoken = QAccessible::queryAccessibleInterface(widget);
         if (!spoken || spoken->text(QAccessible::Name).isEmpty())
-            nameless.append(QString::fromLatin1(widget->metaObject()->className()) + u" \""_s
-                            + widget->objectName() + u"\" in "_s
-                            + (widget->parentWidget() ? widget->parentWidget()->objectName()
-                                                      : QString()));
+            nameless.append(
+                QString::fromLatin1(widget->metaObject()->className()) + u" \""_s
+                + widget->objectName() + u"\" in "_s
+                + (widget->parentWidget() ? widget->parentWidget()->objectName() : QString()));
     }
     QCOMPARE(nameless.join(u'\n'), QString());
+}
+
+void tst_NamesStory::theTreeShowsWholeTexts()
+{
+    const DesignTreeView *tree = story->window().designTree()->treeView();
+    const QString name = u"rtl/a_file_with_a_rather_long_name.v"_s;
+    story->type(u"files add "_s + name);
+    const auto widest = [tree](int column) {
+        int width = 0;
+        for (QModelIndex row = tree->model()->index(0, 0); row.isValid();
+             row = tree->indexBelow(row)) {
+            const QString text = row.siblingAtColumn(column).data().toString();
+            width = qMax(width, tree->fontMetrics().horizontalAdvance(text));
+        }
+        return width;
+    };
+    QTRY_VERIFY(widest(0) > tree->fontMetrics().horizontalAdvance(name.sliced(4)) - 1);
+    for (int column = 0; column < tree->model()->columnCount(); ++column)
+        QTRY_VERIFY2(tree->columnWidth(column) > widest(column),
+                     qPrintable(QString::number(column)));
 }
 
 void tst_NamesStory::theKeyboardIsSeen()
