@@ -57,6 +57,7 @@ DesignTreeView::DesignTreeView(DesignTreeModel *treeModel, QWidget *parent)
       tree(treeModel)
 {
     setObjectName(u"designs"_s);
+    setAccessibleName(tr("Designs"));
     setModel(tree);
     setUniformRowHeights(true);
     setSelectionMode(ExtendedSelection);

@@ -52,7 +52,6 @@ private Q_SLOTS:
     void theFileIsOneCommand_data();
     void theFileIsOneCommand();
     void outputIsTakenDuringTheRunOnly();
-    void messagesAreHeldWhenTheHostAsks();
 
     void window();
     void extensionWidget_data();
@@ -363,30 +362,6 @@ void tst_TclScriptedAction::outputIsTakenDuringTheRunOnly()
     console()->logConsoleOutput(u"out"_s);
     console()->logErrorOutput(u"out"_s);
     QCOMPARE(host->journal.take(), QStringList());
-}
-
-void tst_TclScriptedAction::messagesAreHeldWhenTheHostAsks()
-{
-    const QString own = toEngine(u"Script.Exec.Job"_s, 2, u"told"_s);
-    const auto tell = [this] {
-        TclScriptedAction *run = action(script("tell"));
-        run->setShowExecutionLog(true);
-        run->execute();
-        return host->journal.take();
-    };
-    Tcl_CreateObjCommand(
-        commandsManager::getInstance(nullptr)->interp, "tell",
-        [](ClientData, Tcl_Interp *, int, Tcl_Obj *const *) {
-            Logger::instance()->logMessage(QString(), Logger::Info, u"told"_s);
-            return TCL_OK;
-        },
-        nullptr, nullptr);
-    QVERIFY(!tell().contains(own));
-    TclScriptedAction::setLogsHoldMessages(true);
-    QVERIFY(tell().contains(own));
-    Logger::instance()->logMessage(QString(), Logger::Info, u"told"_s);
-    QVERIFY(!host->journal.take().contains(own));
-    TclScriptedAction::setLogsHoldMessages(false);
 }
 
 void tst_TclScriptedAction::window()

@@ -141,6 +141,7 @@ void tst_ManualStory::thePagesAreSearched()
 {
     auto *field = story->find<QLineEdit>("manualSearch");
     browser()->showPage(manualpages::contents);
+    QTest::mouseClick(browser()->viewport(), Qt::LeftButton);
     QTest::keyClick(browser(), Qt::Key_F, Qt::ControlModifier);
     QVERIFY(field->hasFocus());
     QTest::keyClicks(field, u"files_path_nowhere"_s);

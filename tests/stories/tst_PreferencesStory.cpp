@@ -242,13 +242,14 @@ void tst_PreferencesStory::coloursAreChosen()
     };
     choose(2);
     QCOMPARE(setting(u"Appearance/theme"_s).toString(), u"dark"_s);
-    QVERIFY(story->window().palette().color(QPalette::Base).lightness() < 80);
+    QVERIFY(QApplication::palette().color(QPalette::Base).lightness() < 80);
+    QTRY_VERIFY(story->window().palette().color(QPalette::Base).lightness() < 80);
     QVERIFY(story->window().palette().color(QPalette::Text).lightness() > 180);
     // The console's colours are made for white.
     QCOMPARE(story->console().palette().color(QPalette::Base), QColor(Qt::white));
     QCOMPARE(story->console().palette().color(QPalette::Text), QColor(Qt::black));
     choose(1);
-    QVERIFY(story->window().palette().color(QPalette::Base).lightness() > 200);
+    QTRY_VERIFY(story->window().palette().color(QPalette::Base).lightness() > 200);
     choose(0);
     QVERIFY(!setting(u"Appearance/theme"_s).isValid());
     QCOMPARE(QApplication::palette().color(QPalette::Base), before);

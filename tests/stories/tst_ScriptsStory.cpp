@@ -17,6 +17,7 @@
 #include <QFileSystemModel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QTableView>
 #include <QTreeView>
 
 using namespace Qt::Literals::StringLiterals;
@@ -31,6 +32,7 @@ private Q_SLOTS:
     void cleanup();
 
     void aScriptIsMadeAndRun();
+    void theTabOfAScriptHasWhatItLogs();
     void theFailingLineIsMarked();
     void namesThatCannotBeUsed_data();
     void namesThatCannotBeUsed();
@@ -94,6 +96,27 @@ void tst_ScriptsStory::aScriptIsMadeAndRun()
     QVERIFY(console().contains(u"it ran"_s));
     QVERIFY(area()->closeAll());
     QVERIFY(!run->isEnabled());
+}
+
+void tst_ScriptsStory::theTabOfAScriptHasWhatItLogs()
+{
+    Story::write(scripts() + u"/telling.tcl"_s, "log {told by the script}\n");
+    story->window().openFiles({scripts() + u"/telling.tcl"_s});
+    QVERIFY(text());
+    story->press(Qt::Key_F5);
+    const auto told = [this] {
+        for (const QDockWidget *dock : story->window().findChildren<QDockWidget *>()) {
+            const auto *view = dock->windowTitle().startsWith(u"Script Execution Log"_s)
+                ? dock->findChild<QTableView *>()
+                : nullptr;
+            for (int row = 0; view && row < view->model()->rowCount(); ++row) {
+                if (view->model()->index(row, 2).data().toString() == u"told by the script"_s)
+                    return true;
+            }
+        }
+        return false;
+    };
+    QTRY_VERIFY(told());
 }
 
 void tst_ScriptsStory::theFailingLineIsMarked()
