@@ -1,4 +1,4 @@
-# Run by the test "package_headers"; see CMakeLists.txt.
+# Run by the tests "package_headers_..."; see CMakeLists.txt.
 cmake_minimum_required(VERSION 3.25)
 include("${CMAKE_CURRENT_LIST_DIR}/must.cmake")
 
@@ -10,7 +10,8 @@ ask_pkg_config("${WORK}/prefix" tclscripting)
 # What belongs to others is not for us to judge.
 set(quiet)
 foreach(word IN LISTS words)
-    if(word MATCHES "^-I" AND NOT word MATCHES "^-I${WORK}")
+    string(FIND "${word}" "-I${WORK}" ours)
+    if(word MATCHES "^-I" AND NOT ours EQUAL 0)
         string(REPLACE "-I" "-isystem" word "${word}")
     endif()
     if(NOT word MATCHES "^-[lL]")
