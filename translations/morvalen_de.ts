@@ -162,6 +162,33 @@
     </message>
 </context>
 <context>
+    <name>ColourPage</name>
+    <message>
+        <source>As the desktop has them</source>
+        <translation>Wie der Desktop sie hat</translation>
+    </message>
+    <message>
+        <source>Light</source>
+        <translation>Hell</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>Dunkel</translation>
+    </message>
+    <message>
+        <source>The console writes on white in all of them.</source>
+        <translation>Die Konsole schreibt in allen auf Weiß.</translation>
+    </message>
+    <message>
+        <source>&amp;Colours of the window:</source>
+        <translation>&amp;Farben des Fensters:</translation>
+    </message>
+    <message>
+        <source>Colours</source>
+        <translation>Farben</translation>
+    </message>
+</context>
+<context>
     <name>CommandJournal</name>
     <message>
         <source>The journal &quot;%1&quot; cannot be written: %2</source>
@@ -662,6 +689,10 @@
         <source>No item matches the filter</source>
         <translation>Kein Eintrag passt zum Filter</translation>
     </message>
+    <message>
+        <source>Designs</source>
+        <translation>Designs</translation>
+    </message>
 </context>
 <context>
     <name>DesignsMode</name>
@@ -831,15 +862,15 @@
     </message>
     <message>
         <source>S&amp;maller Text</source>
-        <translation>Kl&amp;einerer Text</translation>
+        <translation>Kleinerer T&amp;ext</translation>
     </message>
     <message>
         <source>&amp;Usual Size of Text</source>
-        <translation>Übli&amp;che Textgröße</translation>
+        <translation>Übliche Te&amp;xtgröße</translation>
     </message>
     <message>
         <source>Spl&amp;it or Join</source>
-        <translation>Teilen oder &amp;verbinden</translation>
+        <translation>&amp;Teilen oder verbinden</translation>
     </message>
     <message>
         <source>Co&amp;ding...</source>
@@ -1141,6 +1172,22 @@ Ein Doppelklick auf die Datei eines Designs öffnet sie.</translation>
     <message>
         <source>&lt;h3&gt;Morvalen %1&lt;/h3&gt;&lt;p&gt;Designs as IP-XACT components, and Tcl to script them.&lt;/p&gt;&lt;p&gt;Qt %2, Tcl %3&lt;/p&gt;</source>
         <translation>&lt;h3&gt;Morvalen %1&lt;/h3&gt;&lt;p&gt;Designs als IP-XACT-Komponenten, und Tcl für Skripte dazu.&lt;/p&gt;&lt;p&gt;Qt %2, Tcl %3&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>&amp;The Window</source>
+        <translation>Das &amp;Fenster</translation>
+    </message>
+    <message>
+        <source>&amp;Keys</source>
+        <translation>&amp;Tasten</translation>
+    </message>
+    <message>
+        <source>The Window</source>
+        <translation>Das Fenster</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>Tasten</translation>
     </message>
 </context>
 <context>
@@ -1929,6 +1976,18 @@ Ein Doppelklick auf die Datei eines Designs öffnet sie.</translation>
         <source>Only the newest lines are kept; older lines dropped: %L1</source>
         <translation>Nur die neuesten Zeilen bleiben; weggelassene ältere Zeilen: %L1</translation>
     </message>
+    <message>
+        <source>Messages</source>
+        <translation>Meldungen</translation>
+    </message>
+    <message>
+        <source>Search the log</source>
+        <translation>Protokoll durchsuchen</translation>
+    </message>
+    <message>
+        <source>Lines: %L1</source>
+        <translation>Zeilen: %L1</translation>
+    </message>
 </context>
 <context>
     <name>RecentMenu</name>
@@ -2598,6 +2657,55 @@ Ein Doppelklick auf die Datei eines Designs öffnet sie.</translation>
     <message>
         <source>Save Project As</source>
         <translation>Projekt speichern unter</translation>
+    </message>
+</context>
+<context>
+    <name>helptexts</name>
+    <message>
+        <source># The Window
+
+**Modes** on the left: Designs has the tree and the editors, Scripting the Tcl console. The tree stays beside both.
+
+**The tree** shows the open designs with their files, folders, properties and build configurations. What is active is bold. Each row has a menu; Shift+F10 opens it. The line above finds by name, path and category.
+
+**Editors** open with a double click. A text is kept aside while it is not saved, and is offered again after a crash. Tab indents the selected lines, Ctrl+/ makes them comments, Ctrl+\\ splits the page.
+
+**Log, Issues and Journal** are below. A file with a line leads there with a click or Return. The journal has what you change as the commands that do it; it can be copied, kept as a script and run again.
+
+**Scripts** are the Tcl files of the session&apos;s folder Scripts. While one runs, the window can be looked at and Stop ends it.
+
+**Build** makes what the active configuration describes, with Ninja.
+
+**Find**: Ctrl+K goes to files, designs, commands, scripts and settings by name.
+</source>
+        <translation># Das Fenster
+
+**Modi** links: Designs hat den Baum und die Editoren, Scripting die Tcl-Konsole. Der Baum bleibt neben beiden.
+
+**Der Baum** zeigt die offenen Designs mit ihren Dateien, Ordnern, Eigenschaften und Build-Konfigurationen. Was aktiv ist, ist fett. Jede Zeile hat ein Menü; Umschalt+F10 öffnet es. Die Zeile darüber findet nach Name, Pfad und Kategorie.
+
+**Editoren** öffnen sich mit einem Doppelklick. Ein Text wird aufgehoben, solange er nicht gespeichert ist, und nach einem Absturz wieder angeboten. Tab rückt die ausgewählten Zeilen ein, Strg+/ macht sie zu Kommentaren, Strg+\\ teilt die Seite.
+
+**Protokoll, Meldungen und Journal** sind unten. Eine Datei mit einer Zeile führt mit einem Klick oder der Eingabetaste dorthin. Das Journal hat, was Sie ändern, als die Befehle, die es tun; es kann kopiert, als Skript behalten und noch einmal ausgeführt werden.
+
+**Skripte** sind die Tcl-Dateien im Ordner Scripts der Sitzung. Während eines läuft, kann man das Fenster ansehen, und Anhalten beendet es.
+
+**Erstellen** macht mit Ninja, was die aktive Konfiguration beschreibt.
+
+**Suchen**: Strg+K geht zu Dateien, Designs, Befehlen, Skripten und Einstellungen nach Namen.
+</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>Tasten</translation>
+    </message>
+    <message>
+        <source>Action</source>
+        <translation>Aktion</translation>
+    </message>
+    <message>
+        <source>Key</source>
+        <translation>Taste</translation>
     </message>
 </context>
 <context>

@@ -48,6 +48,7 @@ const QHash<QString, QStringList> otherWords = {
     {u"places/placepatterns.cpp"_s, {u"*"_s}},
     {u"preferences/FontChoice.cpp"_s, {u"files add rtl/uart.v  # 0O 1lI {}[]"_s}},
     {u"preferences/consolefont.cpp"_s, {u"Courier"_s}},
+    {u"window/themes.cpp"_s, {u"Fusion"_s}},
     {u"window/windowlayout.cpp"_s, {u"Window"_s}},
 };
 
@@ -69,7 +70,7 @@ QByteArray read(const QString &path)
 bool looksLikeText(const QString &literal)
 {
     static const QRegularExpression text(
-        uR"(&[A-Za-z]|^[A-Z][a-z]+[.:!?]?$|[A-Za-z]{2,}[,.:;]? +["%]?[A-Za-z])"_s);
+        uR"(&(?!\w+;)[A-Za-z]|^[A-Z][a-z]+[.:!?]?$|[A-Za-z]{2,}[,.:;]? +["%]?[A-Za-z])"_s);
     return text.match(literal).hasMatch();
 }
 
@@ -169,6 +170,7 @@ void tst_Texts::textsAreRecognized_data()
     QTest::newRow("other-3 an include") << uR"(#include "app/Words of it.h")"_s << QStringList();
     QTest::newRow("other-4 a quote") << uR"('"' + name + '"')"_s << QStringList();
     QTest::newRow("other-5 a number") << uR"(1'000; u"key"_s; f('Some words'))"_s << QStringList();
+    QTest::newRow("other-7 an entity of HTML") << uR"(replace(u'<', u"&lt;"_s))"_s << QStringList();
     QTest::newRow("other-6 a pattern") << uR"x(R"(Some words)")x"_s << QStringList();
 }
 
