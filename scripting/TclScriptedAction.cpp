@@ -140,20 +140,23 @@ void TclScriptedAction::run(const QString &script, const QString &contents)
                                 &TclScriptedAction::handleNewConsoleOutput);
     const auto errors = connect(console, &QtclConsole::newErrorOutput, this,
                                 &TclScriptedAction::handleNewErrorOutput);
+    const errorstack::Script origin(script);
+    // The stack of a failure is in the log anyway, at its end.
+    const auto hold = [this, &origin](const QString &engine, Logger::MessageType type,
+                                      const QString &message) {
+        if (d->engine && engine.isEmpty() && message != origin.stack())
+            Logger::instance()->logMessage(d->engine->name(), type, message);
+    };
     const auto messages = logsHoldMessages
-        ? connect(Logger::instance(), &Logger::messageLogged, this,
-                  [this](const QString &engine, Logger::MessageType type, const QString &message) {
-                      if (d->engine && engine.isEmpty())
-                          Logger::instance()->logMessage(d->engine->name(), type, message);
-                  })
+        ? connect(Logger::instance(), &Logger::messageLogged, this, hold)
         : QMetaObject::Connection();
     // The script may delete this action.
     const QPointer<TclScriptedAction> self(this);
-    const errorstack::Script origin(script);
     QString text;
     initExec();
     const bool succeeded = console->execCommand(contents, true, true, &text);
     finalizeExec();
+    disconnect(messages);
     if (succeeded)
         logPriority(Logger::Info, u"Successfully executed script: "_s + script);
     else
@@ -161,7 +164,6 @@ void TclScriptedAction::run(const QString &script, const QString &contents)
                     u"Script execution completed with an error, see the log for details"_s);
     disconnect(output);
     disconnect(errors);
-    disconnect(messages);
     if (self) {
         if (d->engine && !text.isEmpty())
             Logger::instance()->logMessage(d->engine->name(), Logger::Info, text);

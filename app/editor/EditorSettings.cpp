@@ -89,10 +89,12 @@ Indentation EditorSettings::indentation() const
 
 void EditorSettings::setIndentation(const Indentation &indentation)
 {
-    Settings settings;
     const int width = qBound(1, indentation.width, widestTab);
-    settings.set(tabsKey, indentation.hasSpaces ? QVariant() : QVariant(true));
-    settings.set(tabWidthKey, width == Indentation().width ? QVariant() : QVariant(width));
+    {
+        Settings settings;
+        settings.set(tabsKey, indentation.hasSpaces ? QVariant() : QVariant(true));
+        settings.set(tabWidthKey, width == Indentation().width ? QVariant() : QVariant(width));
+    }
     Q_EMIT fontChanged();
 }
 

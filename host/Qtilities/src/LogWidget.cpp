@@ -137,7 +137,11 @@ void LogWidget::addSearchField(QWidget *bar)
     };
     connect(&model, &QAbstractItemModel::rowsInserted, this, countSoon);
     connect(&model, &QAbstractItemModel::modelReset, this, countSoon);
+    addSearchKeys();
+}
 
+void LogWidget::addSearchKeys()
+{
     const auto addKey = [this](const QKeySequence &key, QWidget *place, auto action) {
         auto *const shortcut = new QShortcut(key, place);
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);

@@ -40,6 +40,7 @@ private:
     QWidget *createBar(int messageTypes);
     void addLevelButtons(QWidget *bar, int messageTypes);
     void addSearchField(QWidget *bar);
+    void addSearchKeys();
     void refresh(bool now);
     void search(bool backwards);
     void searchTyped(const QString &text);

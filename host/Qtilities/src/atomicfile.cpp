@@ -100,8 +100,7 @@ bool synchroniseFolder(const QByteArray &folder)
 }
 
 // The steps of the write proper; errno tells what went wrong.
-bool replace(const QByteArray &target, const QByteArray &temporary, const QByteArray &content,
-             Durability durability)
+bool replace(const QByteArray &target, const QByteArray &temporary, const QByteArray &content)
 {
     Descriptor file = Descriptor::open(temporary, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, 0666);
     if (!file)
@@ -111,8 +110,7 @@ bool replace(const QByteArray &target, const QByteArray &temporary, const QByteA
         return false;
     }
     const bool done = writeAll(file.get(), content) && keepOwnerAndMode(file.get(), target)
-        && (durability == Durability::UntilMadeAnew || ::fsync(file.get()) == 0)
-        && ::rename(temporary.constData(), target.constData()) == 0;
+        && ::fsync(file.get()) == 0 && ::rename(temporary.constData(), target.constData()) == 0;
     if (!done) {
         const int reason = errno;
         ::unlink(temporary.constData());
@@ -134,7 +132,7 @@ Status writability(const QString &target)
     return {};
 }
 
-Status writeTo(const QString &target, const QByteArray &content, Durability durability)
+Status writeTo(const QString &target, const QByteArray &content)
 {
     if (const Status status = writability(target); !status.isOk())
         return status;
@@ -144,13 +142,10 @@ Status writeTo(const QString &target, const QByteArray &content, Durability dura
     for (int attempt = 0; !done && attempt < 10; ++attempt) {
         const QByteArray number = QByteArray::number(QRandomGenerator::global()->generate(), 16);
         done = replace(QFile::encodeName(target),
-                       folder + '/' + temporaryPrefix(target) + number + temporarySuffix, content,
-                       durability);
+                       folder + '/' + temporaryPrefix(target) + number + temporarySuffix, content);
         if (!done && errno != EEXIST && errno != EAGAIN)
             break;
     }
-    if (done && durability == Durability::UntilMadeAnew)
-        return {};
     return done && synchroniseFolder(folder) ? Status() : Status::io(qt_error_string(errno));
 }
 
@@ -158,12 +153,11 @@ Status writeTo(const QString &target, const QByteArray &content, Durability dura
 
 void removeUnfinishedFiles(const QString &folder) { removeLeftovers(folder, "."); }
 
-Status writeFileAtomically(const QString &fileName, const QByteArray &content,
-                           Durability durability)
+Status writeFileAtomically(const QString &fileName, const QByteArray &content)
 {
     const Status status = fileName.isEmpty() || fileName.contains(QChar())
         ? Status::invalidArgument(u"that is not the name of a file"_s)
-        : writeTo(followed(fileName), content, durability);
+        : writeTo(followed(fileName), content);
     return status.withText(u"Cannot write \"%1\": %2"_s.arg(fileName, status.text()));
 }
 

@@ -18,7 +18,6 @@
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
-using Qtilities::Core::Durability;
 using Qtilities::Core::writeFileAtomically;
 
 namespace {
@@ -112,7 +111,6 @@ private Q_SLOTS:
     void refusesAFolderThatCannotBeWritten();
     void refusesAFileThatMayNotBeWritten();
     void isOnDiskBeforeItTakesThePlace();
-    void isNotWaitedForWhenItCanBeMadeAnew();
     void leavesTheOldFileWhenTheDiskIsFull();
     void removesWhatAKilledWriteLeft();
     void removesWhatKilledWritesOfAnyFileLeft();
@@ -311,20 +309,6 @@ void tst_AtomicFile::isOnDiskBeforeItTakesThePlace()
 
     QVERIFY(written);
     QCOMPARE(made, QStringList({u"fsync 5 bytes"_s, u"rename"_s, u"fsync folder"_s}));
-}
-
-void tst_AtomicFile::isNotWaitedForWhenItCanBeMadeAnew()
-{
-    put(path(u"a.txt"_s), "old");
-    QStringList made;
-    calls = &made;
-    const bool written =
-        writeFileAtomically(path(u"a.txt"_s), "newer", Durability::UntilMadeAnew).isOk();
-    calls = nullptr;
-
-    QVERIFY(written);
-    QCOMPARE(made, QStringList {u"rename"_s});
-    QCOMPARE(contentOf(path(u"a.txt"_s)), "newer");
 }
 
 void tst_AtomicFile::leavesTheOldFileWhenTheDiskIsFull()

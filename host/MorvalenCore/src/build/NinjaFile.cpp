@@ -204,8 +204,7 @@ Status NinjaFile::writeOwn(const QString &path, const QByteArray &content)
     if (old.isOk() && !old.value().isEmpty() && !old.value().startsWith(firstLine()))
         return Status::conflict(
             u"\"%1\" is not a file of Morvalen's; choose another target path"_s.arg(path));
-    return Qtilities::Core::writeFileAtomically(path, content,
-                                                Qtilities::Core::Durability::UntilMadeAnew);
+    return Qtilities::Core::writeFileAtomically(path, content);
 }
 
 } // namespace MorvalenCore

@@ -12,7 +12,6 @@
 #include <QJsonObject>
 
 using namespace Qt::Literals::StringLiterals;
-using Qtilities::Core::Durability;
 using Qtilities::Core::readRegularFile;
 using Qtilities::Core::Result;
 using Qtilities::Core::Status;
@@ -74,9 +73,7 @@ Status OutputRecord::write(const QList<MadeOutput> &outputs) const
         list.append(QJsonObject {{u"path"_s, pathSeenFrom(working, output.path)},
                                  {u"configuration"_s, output.configuration},
                                  {u"version"_s, output.version}});
-    // The outputs themselves are not on disk yet either; the next build notes what is there.
-    return writeFileAtomically(path(), QJsonDocument(QJsonObject {{u"outputs"_s, list}}).toJson(),
-                               Durability::UntilMadeAnew);
+    return writeFileAtomically(path(), QJsonDocument(QJsonObject {{u"outputs"_s, list}}).toJson());
 }
 
 } // namespace MorvalenCore

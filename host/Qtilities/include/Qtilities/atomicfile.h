@@ -8,17 +8,12 @@
 
 namespace Qtilities::Core {
 
-// How long the new content must last: ForGood waits until the disk has it. What is made anew when
-// it is lost need not wait: where the power fails, an empty file may be left of it.
-enum class Durability { ForGood, UntilMadeAnew };
-
 // Writes a whole file so that whatever happens, a killed process or a full disk, there is the old
 // file or the new one. The content goes to a temporary file beside the target, onto the disk, and
 // then takes the target's place, whose permissions and owner it keeps; a link is followed. What an
 // earlier write left behind when it was killed is removed, not so what another process is writing
 // right now. A file that may not be written stays as it is.
-QTILITIES_EXPORT Status writeFileAtomically(const QString &fileName, const QByteArray &content,
-                                            Durability durability = Durability::ForGood);
+QTILITIES_EXPORT Status writeFileAtomically(const QString &fileName, const QByteArray &content);
 
 // Removes what writers of any files of a folder left there when they were killed. It is for folders
 // whose files each have a new name, so that no later write does it.
