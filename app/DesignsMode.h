@@ -4,10 +4,9 @@
 
 #include <QWidget>
 
-class DesignTree;
 class EditorArea;
 
-// The Designs mode: on the left the tree of open designs, on the right the editors.
+// The Designs mode: the editors. The tree of open designs stands beside every mode.
 class DesignsMode : public QWidget, public Qtilities::CoreGui::Interfaces::IMode
 {
     Q_OBJECT
@@ -29,10 +28,8 @@ public:
     QObject *objectBase() override { return this; }
     const QObject *objectBase() const override { return this; }
 
-    DesignTree *designTree() const { return tree; }
     EditorArea *editorArea() const { return editors; }
 
 private:
-    DesignTree *tree;
     EditorArea *editors;
 };

@@ -7,6 +7,7 @@
 #include "app/calls/openfile.h"
 #include "app/calls/running.h"
 #include "app/designs/DesignTree.h"
+#include "app/designs/DesignTreeView.h"
 #include "app/DesignsMode.h"
 #include "app/editor/EditorArea.h"
 #include "app/ending/Leaving.h"
@@ -76,6 +77,8 @@ using Qtilities::ProjectManagement::ProjectManager;
 namespace {
 
 constexpr int logHeight = 190;
+// How much room the tree gets at first.
+constexpr int treeCharacters = 64;
 constexpr int messageMilliseconds = 15'000;
 
 } // namespace
@@ -85,6 +88,7 @@ MainWindow::MainWindow(QWidget *parent)
       modeBar(new ModeBar(this)),
       stack(new QStackedWidget(this)),
       designs(new DesignsMode(this)),
+      tree(new DesignTree(this)),
       leaving(new Leaving(designs->editorArea(), this)),
       keeper(new TextKeeper(designs->editorArea(), this)),
       openThings(new OpenThings(this)),
@@ -99,6 +103,7 @@ MainWindow::MainWindow(QWidget *parent)
     setWindowIcon(QIcon(u":/morvalen/morvalen.png"_s));
     addToolBar(Qt::LeftToolBarArea, modeBar);
     setCentralWidget(stack);
+    createTreeDock();
     createLogDock();
     createIssuesDock();
     addDockWidget(Qt::RightDockWidgetArea, helpDock);
@@ -167,6 +172,8 @@ void MainWindow::activateMode(int id)
 
 void MainWindow::focusMode(IMode *mode)
 {
+    if (mode == designs && tree->isVisible())
+        return tree->takeFocus();
     const auto *window = qobject_cast<QMainWindow *>(mode->modeWidget());
     QWidget *main = window ? window->centralWidget() : mode->modeWidget();
     main->setFocus();
@@ -213,8 +220,6 @@ void MainWindow::adoptConsole(QtclConsole *theConsole)
     links->attachTo(console);
     issues->followRuns();
 }
-
-DesignTree *MainWindow::designTree() const { return designs->designTree(); }
 
 void MainWindow::reopen() { openThings->restore(); }
 
@@ -275,6 +280,22 @@ void MainWindow::closeEvent(QCloseEvent *event)
     Q_EMIT closed();
 }
 
+void MainWindow::createTreeDock()
+{
+    treeDock = new QDockWidget(tr("Designs"), this);
+    treeDock->setObjectName(u"treeDock"_s);
+    treeDock->setWidget(tree);
+    addDockWidget(Qt::LeftDockWidgetArea, treeDock);
+    resizeDocks({treeDock}, {fontMetrics().averageCharWidth() * treeCharacters}, Qt::Horizontal);
+    connect(tree, &DesignTree::configurationActivated, this, &MainWindow::showConfiguration);
+}
+
+void MainWindow::showConfiguration(const QString &designId, const QString &name)
+{
+    activateMode(DesignsMode::id);
+    buildpages::show(designs->editorArea(), designId, name);
+}
+
 void MainWindow::createLogDock()
 {
     logDock = new QDockWidget(tr("Log"), this);
@@ -326,13 +347,13 @@ void MainWindow::createMenus()
     connect(file, &FileMenu::preferencesWanted, this, [this] { askForPreferences(); });
     connect(file, &FileMenu::quitWanted, this, &QWidget::close);
     auto *view = new ViewMenu(modeBar, this);
+    view->addDock(treeDock->toggleViewAction());
     view->addDock(logDock->toggleViewAction());
     view->addDock(issuesDock->toggleViewAction());
     view->addDock(journalDock->toggleViewAction());
     view->addDock(helpDock->toggleViewAction());
     auto *panes = new PaneKeys(this);
-    for (QWidget *pane :
-         std::initializer_list<QWidget *> {designs->designTree(), designs->editorArea()})
+    for (QWidget *pane : std::initializer_list<QWidget *> {tree, designs->editorArea()})
         panes->add(pane);
     for (QDockWidget *dock : {logDock, issuesDock, static_cast<QDockWidget *>(journalDock),
                               static_cast<QDockWidget *>(helpDock)})
@@ -343,19 +364,16 @@ void MainWindow::createMenus()
     auto *help = new HelpMenu(this);
     connect(help, &HelpMenu::manualWanted, helpDock, &HelpDock::showCommand);
     auto *build = new BuildMenu(this);
-    connect(build, &BuildMenu::configurationActivated, this,
-            [this](const QString &designId, const QString &name) {
-                activateMode(DesignsMode::id);
-                buildpages::show(designs->editorArea(), designId, name);
-            });
+    connect(build, &BuildMenu::configurationActivated, this, &MainWindow::showConfiguration);
     const QString scripts = QtilitiesApplication::applicationSessionPath() + u"/Scripts"_s;
     auto *scriptMenu = new ScriptMenu(scripts, this);
     scriptMenu->followEditors(designs->editorArea());
     createScriptsDock(scripts, scriptMenu, view);
     createFindTools(scriptMenu, view);
-    for (QMenu *menu : std::initializer_list<QMenu *> {
-             file, new EditMenu(designs->editorArea()->editorActions(), this), view, build,
-             scriptMenu, help})
+    auto *edit = new EditMenu(designs->editorArea()->editorActions(), this);
+    edit->addPane({tree->treeView(), [this](QKeyCombination key) { return tree->canRun(key); },
+                   [this](QKeyCombination key) { tree->runKey(key); }});
+    for (QMenu *menu : std::initializer_list<QMenu *> {file, edit, view, build, scriptMenu, help})
         menuBar()->addMenu(menu);
 }
 

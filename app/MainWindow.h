@@ -46,7 +46,7 @@ public:
     ~MainWindow() override;
 
     DesignsMode *designsMode() const { return designs; }
-    DesignTree *designTree() const;
+    DesignTree *designTree() const { return tree; }
 
     // Adds a mode behind the others. Its widget becomes a child of the window.
     void addMode(Qtilities::CoreGui::Interfaces::IMode *mode);
@@ -97,13 +97,15 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    void createTreeDock();
     void createLogDock();
     void createIssuesDock();
     void createMenus();
     void createScriptsDock(const QString &scripts, ScriptMenu *menu, ViewMenu *view);
     void createFindTools(ScriptMenu *scripts, ViewMenu *view);
     void askForPreferences(const QString &page = {});
-    static void focusMode(Qtilities::CoreGui::Interfaces::IMode *mode);
+    void focusMode(Qtilities::CoreGui::Interfaces::IMode *mode);
+    void showConfiguration(const QString &designId, const QString &name);
     void runAgain(const QStringList &entries);
     void followPreferences();
     void remember();
@@ -112,11 +114,13 @@ private:
     ModeBar *modeBar;
     QStackedWidget *stack;
     DesignsMode *designs;
+    DesignTree *tree;
     Leaving *leaving;
     TextKeeper *keeper;
     OpenThings *openThings;
     SuddenEnd *suddenEnd;
     HelpDock *helpDock;
+    QDockWidget *treeDock = nullptr;
     QDockWidget *logDock = nullptr;
     std::unique_ptr<WindowLinks> links;
     IssueList *issueList;

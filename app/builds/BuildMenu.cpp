@@ -2,6 +2,7 @@
 
 #include "app/builds/buildcalls.h"
 #include "app/calls/chosendesign.h"
+#include "app/calls/DesignSelection.h"
 #include "app/calls/HostCall.h"
 #include "app/journal/journaling.h"
 
@@ -60,6 +61,7 @@ BuildMenu::BuildMenu(QWidget *parent)
     const BuildMonitor *monitor = BuildMonitor::instance();
     connect(monitor, &BuildMonitor::started, this, &BuildMenu::update);
     connect(monitor, &BuildMonitor::ended, this, &BuildMenu::update);
+    connect(DesignSelection::instance(), &DesignSelection::changed, this, &BuildMenu::update);
     connect(this, &QMenu::aboutToShow, this, &BuildMenu::update);
     connect(configurations, &QMenu::aboutToShow, this, &BuildMenu::updateConfigurations);
     update();
@@ -98,12 +100,10 @@ void BuildMenu::update()
     configurations->setEnabled(chosen);
     cancelAction->setEnabled(!BuildMonitor::instance()->running().isEmpty());
     const QString name = chosen ? chosen->configurationName().replace(u'&', u"&&"_s) : QString();
-    // Which design it is, is worth saying where there are several.
-    const bool isOne = DesignManager::instance()->openDesignIds().size() < 2;
-    const QString designName = active ? active->name().replace(u'&', u"&&"_s) : QString();
-    runOutdatedAction->setText(!chosen     ? tr("&Build")
-                                   : isOne ? tr("&Build \"%1\"").arg(name)
-                                           : tr("&Build \"%1\" of \"%2\"").arg(name, designName));
+    const QString of = chosendesign::menuName(active);
+    runOutdatedAction->setText(chosen ? tr("&Build \"%1\" of \"%2\"").arg(name, of) : tr("&Build"));
+    runAllAction->setText(chosen ? tr("Build A&ll Steps of \"%1\" of \"%2\"").arg(name, of)
+                                 : tr("Build A&ll Steps"));
 }
 
 void BuildMenu::updateConfigurations()

@@ -11,9 +11,9 @@ class IDesign;
 
 class QActionGroup;
 
-// The menu of builds. Its entries are about the active design and its active configuration; what
-// is not possible is disabled. While a command or a script runs the console, nothing is begun, but
-// builds can be cancelled.
+// The menu of builds. Its entries are about the design that is selected, or else the active one,
+// and its active configuration; what is not possible is disabled. While a command or a script runs
+// the console, nothing is begun, but builds can be cancelled.
 class BuildMenu : public QMenu
 {
     Q_OBJECT

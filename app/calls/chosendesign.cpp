@@ -1,27 +1,22 @@
 #include "app/calls/chosendesign.h"
 
+#include "app/calls/DesignSelection.h"
+
 #include <MorvalenCore/DesignManager.h>
 
-#include <utility>
+using namespace Qt::Literals::StringLiterals;
 
 namespace chosendesign {
 
-namespace {
-
-std::function<IDesign *()> &selection()
-{
-    static std::function<IDesign *()> function;
-    return function;
-}
-
-} // namespace
-
 IDesign *get()
 {
-    IDesign *selected = selection() ? selection()() : nullptr;
+    IDesign *selected = DesignSelection::instance()->design();
     return selected ? selected : MorvalenCore::DesignManager::instance()->activeDesigns().value(0);
 }
 
-void setSelection(std::function<IDesign *()> function) { selection() = std::move(function); }
+QString menuName(const IDesign *design)
+{
+    return design ? design->name().replace(u'&', u"&&"_s) : QString();
+}
 
 } // namespace chosendesign

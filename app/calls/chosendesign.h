@@ -2,8 +2,6 @@
 
 #include <MorvalenCore/IDesign.h>
 
-#include <functional>
-
 // Which design menus and keys are about: the one that is selected in the tree, else the active one.
 namespace chosendesign {
 
@@ -12,7 +10,7 @@ using MorvalenCore::Interfaces::IDesign;
 // Null when nothing is selected and no design is active.
 IDesign *get();
 
-// Where the selection comes from; an empty function when there is nothing to select in.
-void setSelection(std::function<IDesign *()> selection);
+// Its name for the text of a menu entry; empty without a design.
+QString menuName(const IDesign *design);
 
 } // namespace chosendesign

@@ -1,6 +1,6 @@
 #include "app/designs/DesignTree.h"
 
-#include "app/calls/chosendesign.h"
+#include "app/calls/DesignSelection.h"
 #include "app/calls/HostCall.h"
 #include "app/designs/adding.h"
 #include "app/designs/ComponentWatch.h"
@@ -23,6 +23,8 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <utility>
+
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
 using MorvalenCore::EditorManager;
@@ -39,7 +41,8 @@ QLineEdit *makeFilter(QWidget *parent)
     filter->setObjectName(u"designFilter"_s);
     filter->setPlaceholderText(DesignTree::tr("Filter"));
     filter->setAccessibleName(DesignTree::tr("Filter"));
-    filter->setToolTip(DesignTree::tr("Shows only the items with these words in their names"));
+    filter->setToolTip(DesignTree::tr(
+        "Shows only the items with these words in their paths, names or categories"));
     filter->setClearButtonEnabled(true);
     return filter;
 }
@@ -81,15 +84,35 @@ DesignTree::DesignTree(QWidget *parent)
             [this](const TreeRow &row, const QStringList &paths) {
                 adding::addPaths(row, paths, window());
             });
-    connect(model, &DesignTreeModel::followed, this, &DesignTree::showTreeOrHint);
-    setFocusProxy(view);
-    chosendesign::setSelection([this] { return view->selectedDesign(); });
+    followDesigns();
+}
+
+void DesignTree::followDesigns()
+{
+    connect(model, &DesignTreeModel::aboutToFollow, this,
+            [this] { isArriving = std::exchange(hasArrival, false); });
+    connect(model, &DesignTreeModel::followed, this, [this] {
+        showTreeOrHint();
+        if (std::exchange(isArriving, false))
+            view->selectDesign(DesignManager::instance()->activeDesigns().value(0));
+        // Rows that have gone are told of nowhere else.
+        Q_EMIT DesignSelection::instance()->changed();
+    });
+    connect(DesignManager::instance(), &DesignManager::designAttached, this,
+            [this] { hasArrival = true; });
+    // Whoever has gone to another row meanwhile stays there.
+    connect(view->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this] { hasArrival = false; });
+    DesignSelection *selection = DesignSelection::instance();
+    connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, selection,
+            &DesignSelection::changed);
+    selection->setSource([this] { return view->selectedDesign(); });
 }
 
 // A value that is being edited is given when the view goes, and then there is nobody to take it.
 DesignTree::~DesignTree()
 {
-    chosendesign::setSelection({});
+    DesignSelection::instance()->setSource({});
     model->disconnect(this);
     view->disconnect(this);
 }
@@ -125,7 +148,7 @@ bool DesignTree::eventFilter(QObject *watched, QEvent *event)
     if (watched == filter)
         return isKey && filterKey(key);
     // Keys that mean something here are not left to the menus of the window.
-    const bool isOurs = watched == view && runByKey(key, !isKey);
+    const bool isOurs = watched == view && runByKey(key.keyCombination(), !isKey);
     if (isOurs && !isKey)
         event->accept();
     return isOurs;
@@ -142,28 +165,43 @@ bool DesignTree::filterKey(QKeyEvent &event)
     return true;
 }
 
-// Whether a key does something; unless that is only asked, it is done.
-bool DesignTree::runByKey(const QKeyEvent &event, bool onlyAsked)
+// Whether a key means something here; unless that is only asked, it is done.
+bool DesignTree::runByKey(QKeyCombination key, bool onlyAsked)
 {
-    if (event.matches(QKeySequence::Find) || event.matches(QKeySequence::Refresh)) {
+    const QKeySequence sequence(key);
+    const auto matches = [&sequence](QKeySequence::StandardKey standard) {
+        return QKeySequence::keyBindings(standard).contains(sequence);
+    };
+    if (matches(QKeySequence::Find) || matches(QKeySequence::Refresh)) {
         if (onlyAsked)
             return true;
-        if (event.matches(QKeySequence::Find))
+        if (matches(QKeySequence::Find))
             filter->setFocus(Qt::ShortcutFocusReason);
         else
             model->lookAgain();
         return true;
     }
     const QList<TreeRow> rows = view->selectedRows();
-    const QList<const RowAction *> actions = rowactions::forRows(rows);
-    for (const RowAction *action : actions) {
-        if (action->key != event.keyCombination())
-            continue;
-        if (!onlyAsked)
-            action->runOn({rows, *this});
-        return true;
-    }
-    return false;
+    const RowAction *action = rowactions::forKey(rows, key);
+    if (action && !onlyAsked)
+        action->runOn({rows, *this});
+    return action;
+}
+
+bool DesignTree::canRun(QKeyCombination key)
+{
+    const RowCall call {view->selectedRows(), *this};
+    if (const RowAction *action = rowactions::forKey(call.rows, key))
+        return action->isEnabled(call);
+    return runByKey(key, true);
+}
+
+void DesignTree::takeFocus()
+{
+    if (view->isVisible())
+        view->setFocus(Qt::ShortcutFocusReason);
+    else
+        pages->currentWidget()->setFocus(Qt::ShortcutFocusReason);
 }
 
 void DesignTree::showMenu(const QPoint &globalPosition)

@@ -28,6 +28,13 @@ public:
     // edits a property. Errors are shown.
     void activate(const TreeRow &row);
 
+    // Takes the keyboard: the rows, or while no design is open, what begins with one.
+    void takeFocus();
+
+    // Whether a key does something with the selected rows now, and doing it.
+    bool canRun(QKeyCombination key);
+    void runKey(QKeyCombination key) { runByKey(key, false); }
+
 Q_SIGNALS:
     // The user wants to see or edit a build configuration.
     void configurationActivated(const QString &designId, const QString &name);
@@ -42,8 +49,9 @@ private:
     void openFile(const TreeRow &row);
     void setValue(const TreeRow &row, const QVariant &value);
     void showMenu(const QPoint &globalPosition);
-    bool runByKey(const QKeyEvent &event, bool onlyAsked);
+    bool runByKey(QKeyCombination key, bool onlyAsked);
     bool filterKey(QKeyEvent &event);
+    void followDesigns();
     void showTreeOrHint();
 
     DesignTreeModel *model;
@@ -52,4 +60,7 @@ private:
     QLineEdit *filter;
     ComponentWatch *componentWatch;
     QStackedLayout *pages;
+    // Whether a design has come that the rows do not show yet, and whether they are about to.
+    bool hasArrival = false;
+    bool isArriving = false;
 };

@@ -104,6 +104,17 @@ IDesign *DesignTreeView::selectedDesign() const
     return selected;
 }
 
+void DesignTreeView::selectDesign(const IDesign *design)
+{
+    const QModelIndex index = design ? tree->indexOf(design->objectBase()) : QModelIndex();
+    if (!index.isValid() || state() == EditingState)
+        return;
+    // Whatever keys are held.
+    selectionModel()->setCurrentIndex(
+        index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    scrollTo(index, PositionAtTop);
+}
+
 TreeRow DesignTreeView::currentRow() const { return tree->row(currentIndex()); }
 
 void DesignTreeView::editValue(const TreeRow &row)

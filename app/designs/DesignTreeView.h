@@ -22,6 +22,9 @@ public:
     // The one design that all selected rows are of; null when none is selected, or several are.
     MorvalenCore::Interfaces::IDesign *selectedDesign() const;
 
+    // Selects the row of a design alone and scrolls to it; not while the user edits a row.
+    void selectDesign(const MorvalenCore::Interfaces::IDesign *design);
+
     // Lets the user edit the value of a property where it stands; nothing for other rows.
     void editValue(const TreeRow &row);
 

@@ -34,6 +34,7 @@ NoDesignPage::NoDesignPage(QWidget *parent) : QWidget(parent)
                               "<p><code>designs new uart \"Hardware Design\"</code></p>"),
                            this);
     hint->setForegroundRole(QPalette::PlaceholderText);
+    setFocusProxy(buttons.first().first);
     layout->addWidget(hint);
     layout->addStretch();
 }

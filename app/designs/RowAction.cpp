@@ -55,6 +55,15 @@ QList<const RowAction *> rowactions::forRows(const QList<TreeRow> &rows)
     return actions;
 }
 
+const RowAction *rowactions::forKey(const QList<TreeRow> &rows, QKeyCombination key)
+{
+    const QList<const RowAction *> all = forRows(rows);
+    const auto found = std::find_if(all.cbegin(), all.cend(), [key](const RowAction *action) {
+        return action->key != Qt::Key_unknown && action->key == key;
+    });
+    return found == all.cend() ? nullptr : *found;
+}
+
 QList<IDesign *> rowactions::designsOf(const QList<TreeRow> &rows)
 {
     QList<IDesign *> designs;

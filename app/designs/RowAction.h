@@ -60,6 +60,8 @@ std::span<const RowAction> ofItems();
 std::span<const RowAction> ofConfigurations();
 
 QList<const RowAction *> forRows(const QList<TreeRow> &rows);
+// The one of a key; null when there is none.
+const RowAction *forKey(const QList<TreeRow> &rows, QKeyCombination key);
 
 // Each design of the rows once.
 QList<MorvalenCore::Interfaces::IDesign *> designsOf(const QList<TreeRow> &rows);

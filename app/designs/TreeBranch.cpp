@@ -3,6 +3,7 @@
 #include "app/designs/TreeFilter.h"
 
 #include <MorvalenCore/DesignManager.h>
+#include <Qtilities/categorytext.h>
 
 #include <QHash>
 
@@ -14,18 +15,25 @@ using MorvalenCore::DesignFile;
 using MorvalenCore::DesignFolder;
 using MorvalenCore::DesignProperty;
 using MorvalenCore::Interfaces::IDesign;
+using Qtilities::CoreGui::AbstractTreeItem;
 using Qtilities::CoreGui::TreeFileItem;
 
 namespace {
+
+QString categoryText(const AbstractTreeItem &item) { return textOf(item.category()); }
 
 // Paths are searched as seen from the design, so that its own place does not match.
 QString searchedText(const TreeFileItem &item, const QString &folder)
 {
     const QString path = item.actualPath();
-    return !folder.isEmpty() && path.startsWith(folder + u'/') ? path.mid(folder.size() + 1) : path;
+    const bool isInside = !folder.isEmpty() && path.startsWith(folder + u'/');
+    return (isInside ? path.mid(folder.size() + 1) : path) + u'\n' + categoryText(item);
 }
 
-QString searchedText(const DesignProperty &property, const QString &) { return property.getName(); }
+QString searchedText(const DesignProperty &property, const QString &)
+{
+    return property.getName() + u'\n' + categoryText(property);
+}
 
 QString searchedText(const BuildConfiguration &configuration, const QString &)
 {

@@ -119,6 +119,28 @@ EditorActions::EditorActions(EditorArea *theArea) : QObject(theArea), area(theAr
     update();
 }
 
+QWidget *EditorActions::widget() const { return area; }
+
+void EditorActions::letPagesReachOut()
+{
+    area->installEventFilter(this);
+    reachOut(area->isVisible());
+}
+
+bool EditorActions::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Show || event->type() == QEvent::Hide)
+        reachOut(event->type() == QEvent::Show);
+    return QObject::eventFilter(watched, event);
+}
+
+void EditorActions::reachOut(bool isShown)
+{
+    for (const Id id : {Close, CloseAll, NextPage, PreviousPage})
+        actions[id]->setShortcutContext(isShown ? Qt::WindowShortcut
+                                                : Qt::WidgetWithChildrenShortcut);
+}
+
 void EditorActions::update()
 {
     for (const AreaRow &row : areaRows)

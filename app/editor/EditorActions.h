@@ -49,7 +49,19 @@ public:
     // Looks again at what the page in front can do.
     void update();
 
+    // What the actions are about.
+    QWidget *widget() const;
+
+    // From now on those that close pages and go from one to the next work wherever the focus is in
+    // the window, as long as the area shows.
+    void letPagesReachOut();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
+    void reachOut(bool isShown);
+
     EditorArea *area;
     QHash<int, QAction *> actions;
 };

@@ -2,6 +2,8 @@
 
 #include "app/calls/chosendesign.h"
 #include "app/calls/running.h"
+#include "app/editor/EditorActions.h"
+#include "app/editor/EditorArea.h"
 #include "app/file/closing.h"
 #include "app/file/filedialogs.h"
 #include "app/file/NewDesignDialog.h"
@@ -18,15 +20,16 @@ using Qtilities::Core::Status;
 FileMenu::FileMenu(EditorArea *editors, QWidget *theWindow)
     : QMenu(tr("&File"), theWindow),
       window(theWindow),
-      saving(new SaveActions(editors, this))
+      saving(new SaveActions(editors, this)),
+      pages(editors->editorActions())
 {
     setObjectName(u"fileMenu"_s);
     addDesignActions();
     addSeparator();
     addAction(saving->saveAction());
     addAction(saving->saveAllAction());
-    addSeparator();
-    closeAction = addAction(tr("&Close Design"));
+    addPageActions();
+    closeAction = addAction(tr("Close &Design"));
     closeAction->setObjectName(u"closeDesign"_s);
     connect(closeAction, &QAction::triggered, this, &FileMenu::closeDesign);
     addSeparator();
@@ -60,8 +63,34 @@ void FileMenu::addDesignActions()
     changing = {create, open, recent->menuAction()};
 }
 
+// Of the page in front; they belong to the editors.
+void FileMenu::addPageActions()
+{
+    pages->letPagesReachOut();
+    addAction(pages->action(EditorActions::SaveCopy));
+    addSeparator();
+    for (const auto id : {EditorActions::NextPage, EditorActions::PreviousPage})
+        addAction(pages->action(id));
+    addSeparator();
+    for (const auto id : {EditorActions::Close, EditorActions::CloseAll})
+        addAction(pages->action(id));
+}
+
+// Pages that nobody sees are not closed or gone through.
+void FileMenu::showPageState()
+{
+    pages->update();
+    if (pages->widget()->isVisible())
+        return;
+    for (const auto id :
+         {EditorActions::SaveCopy, EditorActions::NextPage, EditorActions::PreviousPage,
+          EditorActions::Close, EditorActions::CloseAll})
+        pages->action(id)->setEnabled(false);
+}
+
 void FileMenu::showState()
 {
+    showPageState();
     saving->showState();
     const Status free = running::check();
     for (QAction *action : std::as_const(changing)) {
@@ -70,15 +99,15 @@ void FileMenu::showState()
     }
     const IDesign *design = chosendesign::get();
     closeAction->setEnabled(design && free.isOk());
-    QString name = design ? design->name() : QString();
-    name.replace(u'&', u"&&"_s);
-    closeAction->setText(design ? tr("&Close \"%1\"").arg(name) : tr("&Close Design"));
+    closeAction->setText(design ? tr("Close &Design \"%1\"").arg(chosendesign::menuName(design))
+                                : tr("Close &Design"));
 }
 
 // The keys of the entries answer while the menu is closed, whatever it showed last.
 void FileMenu::enable()
 {
     saving->enable();
+    pages->update();
     for (QAction *action : std::as_const(changing))
         action->setEnabled(true);
 }

@@ -2,6 +2,7 @@
 
 #include <QMenu>
 
+class EditorActions;
 class EditorArea;
 class SaveActions;
 
@@ -20,13 +21,16 @@ Q_SIGNALS:
 
 private:
     void addDesignActions();
+    void addPageActions();
     void showState();
+    void showPageState();
     void enable();
     void newDesign();
     void closeDesign();
 
     QWidget *window;
     SaveActions *saving;
+    EditorActions *pages;
     // Those that change which designs are open.
     QList<QAction *> changing;
     QAction *closeAction = nullptr;

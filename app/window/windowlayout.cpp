@@ -16,7 +16,7 @@ namespace {
 constexpr QSize usualSize(1180, 780);
 constexpr int framed = 94; // hundredths of the screen
 // Changes with the set of docks and tool bars, so that an old layout is not restored wrongly.
-constexpr int version = 3;
+constexpr int version = 4;
 const QString group = u"Window"_s;
 
 // Those with a name keep their parts' sizes.

@@ -106,7 +106,8 @@ void tst_JournalStory::choose(const QString &rowText, const QString &entry,
     QTRY_VERIFY2(find(rowText).isValid(), qPrintable(rowText));
     story->takeKeyboard();
     tree()->setFocus();
-    tree()->setCurrentIndex(find(rowText));
+    tree()->selectionModel()->setCurrentIndex(
+        find(rowText), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     QTest::keyClick(tree(), Qt::Key_F10, Qt::ShiftModifier);
     auto *menu = story->find<QMenu>("designMenu");
     QVERIFY(menu);

@@ -3,6 +3,8 @@
 #include "app/designs/DesignTree.h"
 #include "app/designs/DesignTreeView.h"
 #include "app/DesignsMode.h"
+#include "app/editor/EditorArea.h"
+#include "app/editor/EditorPage.h"
 #include "app/MainWindow.h"
 #include "console/QtclConsole.h"
 #include "tests/stories/Story.h"
@@ -32,6 +34,8 @@ private Q_SLOTS:
     void f6GoesThroughThePanes();
     void altAndANumberGoesToTheTree();
     void theSelectedDesignIsMeant();
+    void theEditMenuIsAboutTheFocus();
+    void pagesCloseByTheirKeyFromTheTree();
 
 private:
     DesignTree *tree() const { return story->window().designTree(); }
@@ -60,7 +64,8 @@ void tst_KeysStory::init()
 void tst_KeysStory::tabLeavesTheTreeAndTheFilter_data()
 {
     QTest::addColumn<int>("key");
-    QTest::newRow("tab-1 backwards") << int(Qt::Key_Backtab);
+    QTest::newRow("tab-1 forwards") << int(Qt::Key_Tab);
+    QTest::newRow("tab-2 backwards") << int(Qt::Key_Backtab);
 }
 
 void tst_KeysStory::tabLeavesTheTreeAndTheFilter()
@@ -121,13 +126,73 @@ void tst_KeysStory::theSelectedDesignIsMeant()
     tree()->treeView()->setCurrentIndex(model->index(0, 0));
     QVERIFY(story->entry('f', u"Save \"uart\""_s));
     story->closeMenus();
-    QVERIFY(story->entry('f', u"Close \"uart\""_s));
+    QVERIFY(story->entry('f', u"Close Design \"uart\""_s));
     story->closeMenus();
     story->press(Qt::Key_S, Qt::ControlModifier);
     QVERIFY(!uart->isModified());
     tree()->treeView()->clearSelection();
-    QVERIFY(story->entry('f', u"Close \"fifo\""_s));
+    QVERIFY(story->entry('f', u"Close Design \"fifo\""_s));
     story->closeMenus();
+}
+
+void tst_KeysStory::theEditMenuIsAboutTheFocus()
+{
+    const auto isEnabled = [this](const QString &text) {
+        const QAction *entry = story->entry('e', text);
+        const bool enabled = entry && entry->isEnabled();
+        story->closeMenus();
+        return enabled;
+    };
+    // The tree copies ids of designs, finds by its filter, and replaces nothing.
+    tree()->treeView()->setFocus();
+    tree()->treeView()->setCurrentIndex(tree()->treeView()->model()->index(1, 0));
+    QVERIFY(isEnabled(u"Copy\tCtrl+C"_s));
+    QVERIFY(!isEnabled(u"Paste\tCtrl+V"_s));
+    QVERIFY(!story->entry('e', u"Replace..."_s));
+    story->closeMenus();
+    QAction *find = story->entry('e', u"Find...\tCtrl+F"_s);
+    QVERIFY(find);
+    find->trigger();
+    story->closeMenus();
+    auto *filter = story->find<QLineEdit>("designFilter");
+    filter->setFocus();
+    QVERIFY(!isEnabled(u"Cut\tCtrl+X"_s));
+    QTest::keyClicks(filter, u"no such row"_s);
+    QVERIFY(isEnabled(u"Undo\tCtrl+Z"_s));
+    story->entry('e', u"Select All\tCtrl+A"_s)->trigger();
+    story->closeMenus();
+    QCOMPARE(filter->selectedText(), u"no such row"_s);
+    QVERIFY(isEnabled(u"Cut\tCtrl+X"_s));
+    QVERIFY(!isEnabled(u"Find...\tCtrl+F"_s));
+    filter->clear();
+    // Where nothing is edited, nothing is offered.
+    story->find<QDockWidget>("logDock")->setFocus();
+    story->find<QWidget>("editorArea")->setFocus();
+    QVERIFY(!isEnabled(u"Replace..."_s));
+}
+
+void tst_KeysStory::pagesCloseByTheirKeyFromTheTree()
+{
+    Story::write(story->path(u"a.txt"_s), "a\n");
+    EditorArea *area = story->window().designsMode()->editorArea();
+    story->window().openFiles({story->path(u"a.txt"_s)});
+    QTRY_COMPARE(area->pages().size(), 1);
+    story->window().activateMode(DesignsMode::id);
+    tree()->treeView()->setFocus();
+    const QAction *close = story->entry('f', u"Close"_s);
+    QVERIFY(close && close->isEnabled());
+    story->closeMenus();
+    // In the other mode nobody sees the page.
+    story->window().activateMode(105);
+    close = story->entry('f', u"Close"_s);
+    QVERIFY(close && !close->isEnabled());
+    story->closeMenus();
+    story->press(Qt::Key_W, Qt::ControlModifier);
+    QCOMPARE(area->pages().size(), 1);
+    story->window().activateMode(DesignsMode::id);
+    tree()->treeView()->setFocus();
+    story->press(Qt::Key_W, Qt::ControlModifier);
+    QCOMPARE(area->pages().size(), 0);
 }
 
 TEST_CLASS(tst_KeysStory)

@@ -161,7 +161,7 @@ void tst_LeavingStory::closingADesignAsks()
     QFETCH(const QString, answer);
     QFETCH(const bool, closes);
     makeDesign();
-    QVERIFY(story->entry('f', u"Close \"uart\""_s));
+    QVERIFY(story->entry('f', u"Close Design \"uart\""_s));
     story->closeMenus();
     const DialogVisits visits({DialogVisits::answer(designQuestion, answer)});
     story->action("closeDesign")->trigger();

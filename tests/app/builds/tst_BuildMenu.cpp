@@ -154,7 +154,7 @@ void tst_BuildMenu::onlyAddingIsPossibleWithoutAConfiguration()
     QCOMPARE(enabled(),
              QStringList({u"buildOutdated"_s, u"buildAll"_s, u"buildRefresh"_s, u"buildClean"_s,
                           u"buildEdit"_s, u"buildAdd"_s, u"buildRemove"_s}));
-    QCOMPARE(action("buildOutdated")->text(), u"&Build \"Main\""_s);
+    QCOMPARE(action("buildOutdated")->text(), u"&Build \"Main\" of \"d\""_s);
 }
 
 void tst_BuildMenu::f7RunsWhatIsOutdated()
@@ -205,7 +205,7 @@ void tst_BuildMenu::activatesAConfiguration()
     QCOMPARE(list->actions()[1]->text(), u"This && that"_s);
     QTest::mouseClick(list, Qt::LeftButton, {}, list->actionGeometry(list->actions()[1]).center());
     QTRY_COMPARE(design->activeBuildConfiguration(), other);
-    QCOMPARE(action("buildOutdated")->text(), u"&Build \"This && that\""_s);
+    QCOMPARE(action("buildOutdated")->text(), u"&Build \"This && that\" of \"d\""_s);
 }
 
 void tst_BuildMenu::cancelsARunningBuild()
