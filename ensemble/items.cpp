@@ -3,6 +3,7 @@
 #include "ensemble/designs.h"
 
 #include <MorvalenCore/DesignManager.h>
+#include <MorvalenCore/IDesignEditing.h>
 #include <Qtilities/categorytext.h>
 
 #include <QDir>
@@ -11,6 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignFile;
 using MorvalenCore::DesignFolder;
 using MorvalenCore::DesignProperty;
+using MorvalenCore::Interfaces::IDesignEditing;
 using Qtilities::Core::QtilitiesCategory;
 
 namespace ensemble {
@@ -31,7 +33,47 @@ Answer addFile(const Call &call)
     });
 }
 
+// What only some designs offer.
+Answer editDesign(const Call &call, const std::function<Status(IDesignEditing &)> &step)
+{
+    return changeDesign(call, [&step](IDesign &design) {
+        auto *editing = qobject_cast<IDesignEditing *>(design.objectBase());
+        return editing
+            ? Answer::of(step(*editing))
+            : Answer::failure(kind::refused,
+                              u"The design \"%1\" does not offer that"_s.arg(design.name()));
+    });
+}
+
+Answer renameFile(const Call &call)
+{
+    return editDesign(call, [&call](IDesignEditing &editing) {
+        return editing.tryRenameFile(call.argument(0), call.argument(1));
+    });
+}
+
+Answer moveFile(const Call &call)
+{
+    return editDesign(call, [&call](IDesignEditing &editing) {
+        return editing.tryMoveFile(call.argument(0), call.argument(1));
+    });
+}
+
+struct RestoreRow
+{
+    const char *word;
+    Status (IDesignEditing::*restore)(const QString &item);
+};
+
+constexpr RestoreRow restoreRows[] = {
+    {"files", &IDesignEditing::tryRestoreFile},
+    {"folders", &IDesignEditing::tryRestoreFolder},
+    {"properties", &IDesignEditing::tryRestoreProperty},
+};
+
 constexpr Option addFileOptions[] = {{"-node", "NODE"}, designOption};
+
+constexpr Option fileOptions[] = {designOption};
 
 constexpr Row rowsOfFile[] = {
     {.word = "add",
@@ -39,6 +81,16 @@ constexpr Row rowsOfFile[] = {
      .options = addFileOptions,
      .does = "adds a file, to a node of its own choice or to that one",
      .step = addFile},
+    {.word = "rename",
+     .arguments = "PATH NEWPATH",
+     .options = fileOptions,
+     .does = "gives a file another path on disk, in the design and in its build configurations",
+     .step = renameFile},
+    {.word = "move",
+     .arguments = "PATH NODE",
+     .options = fileOptions,
+     .does = "moves a file to another node",
+     .step = moveFile},
 };
 
 constexpr Option filesOptionRows[] = {{"-node", "NODE"}, {"-category", "CATEGORY"}, designOption};
@@ -56,6 +108,19 @@ bool isIn(const std::optional<QString> &category, const DesignFile &file)
 
 constinit const Options filesOptions = filesOptionRows;
 constinit const Rows fileRows = rowsOfFile;
+
+Answer restore(const Call &call)
+{
+    const QString wanted = call.argument(0);
+    for (const RestoreRow &row : restoreRows) {
+        if (wanted == QLatin1StringView(row.word))
+            return editDesign(call, [&call, &row](IDesignEditing &editing) {
+                return (editing.*row.restore)(call.argument(1));
+            });
+    }
+    return Answer::failure(
+        kind::invalid, u"unknown kind \"%1\": must be files, folders or properties"_s.arg(wanted));
+}
 
 Answer listDesigns(const Call &)
 {

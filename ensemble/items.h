@@ -14,5 +14,7 @@ Answer listFiles(const Call &call);
 Answer listFolders(const Call &call);
 Answer listNodes(const Call &call);
 Answer listProperties(const Call &call);
+// Brings back an item that was removed.
+Answer restore(const Call &call);
 
 } // namespace ensemble

@@ -3,9 +3,11 @@
 #include "app/calls/DesignSelection.h"
 #include "app/calls/HostCall.h"
 #include "app/designs/adding.h"
+#include "app/designs/arranging.h"
 #include "app/designs/ComponentWatch.h"
 #include "app/designs/DesignTreeModel.h"
 #include "app/designs/DesignTreeView.h"
+#include "app/designs/dropping.h"
 #include "app/designs/ItemWatch.h"
 #include "app/designs/NoDesignPage.h"
 #include "app/designs/RowAction.h"
@@ -16,13 +18,17 @@
 #include <MorvalenCore/DesignManager.h>
 #include <MorvalenCore/EditorManager.h>
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMimeData>
 #include <QStackedLayout>
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::Literals::StringLiterals;
@@ -79,12 +85,30 @@ DesignTree::DesignTree(QWidget *parent)
     view->installEventFilter(this);
     connect(view, &DesignTreeView::rowActivated, this, &DesignTree::activate);
     connect(view, &DesignTreeView::menuAsked, this, &DesignTree::showMenu);
+    followModel();
+    followDesigns();
+}
+
+// What rows are asked for is done once the view has its own back.
+void DesignTree::followModel()
+{
     connect(model, &DesignTreeModel::valueGiven, this, &DesignTree::setValue);
+    connect(
+        model, &DesignTreeModel::nameGiven, this,
+        [this](const TreeRow &file, const QString &name) {
+            arranging::rename(file, name, window());
+        },
+        Qt::QueuedConnection);
     connect(model, &DesignTreeModel::pathsDropped, this,
             [this](const TreeRow &row, const QStringList &paths) {
                 adding::addPaths(row, paths, window());
             });
-    followDesigns();
+    connect(
+        model, &DesignTreeModel::rowsDropped, this,
+        [this](const TreeRow &row, const QList<TreeRow> &files) {
+            arranging::move(files, row, true, window());
+        },
+        Qt::QueuedConnection);
 }
 
 void DesignTree::followDesigns()
@@ -181,7 +205,12 @@ bool DesignTree::runByKey(QKeyCombination key, bool onlyAsked)
             model->lookAgain();
         return true;
     }
-    const QList<TreeRow> rows = view->selectedRows();
+    if (matches(QKeySequence::Undo)) {
+        if (!onlyAsked)
+            undo.undo(window());
+        return true;
+    }
+    const QList<TreeRow> rows = actionRows();
     const RowAction *action = rowactions::forKey(rows, key);
     if (action && !onlyAsked)
         action->runOn({rows, *this});
@@ -190,10 +219,50 @@ bool DesignTree::runByKey(QKeyCombination key, bool onlyAsked)
 
 bool DesignTree::canRun(QKeyCombination key)
 {
-    const RowCall call {view->selectedRows(), *this};
+    if (QKeySequence::keyBindings(QKeySequence::Undo).contains(QKeySequence(key)))
+        return !undo.isEmpty();
+    if (QKeySequence::keyBindings(QKeySequence::SelectAll).contains(QKeySequence(key)))
+        return true;
+    const RowCall call {actionRows(), *this};
     if (const RowAction *action = rowactions::forKey(call.rows, key))
         return action->isEnabled(call);
     return runByKey(key, true);
+}
+
+// Whoever selects groups with some of their items means the items.
+QList<TreeRow> DesignTree::actionRows() const
+{
+    const QList<TreeRow> all = view->selectedRows();
+    QList<TreeRow> items = all;
+    items.removeIf([](const TreeRow &row) { return !row.isItem(); });
+    const bool hasDesign = std::any_of(
+        all.cbegin(), all.cend(), [](const TreeRow &row) { return row.kind == RowKind::Design; });
+    return items.isEmpty() || hasDesign ? all : items;
+}
+
+void DesignTree::cut(const QList<TreeRow> &files)
+{
+    cutFiles = files;
+    QGuiApplication::clipboard()->setMimeData(dropping::dataOf(files));
+}
+
+bool DesignTree::canPaste(const TreeRow &target) const
+{
+    const QMimeData *data = QGuiApplication::clipboard()->mimeData();
+    if (!data || !dropping::mayDrop(*data, target))
+        return false;
+    return !dropping::isOwn(*data) || arranging::mayMove(cutFiles, target);
+}
+
+void DesignTree::paste(const TreeRow &target)
+{
+    const QMimeData *data = QGuiApplication::clipboard()->mimeData();
+    if (!data)
+        return;
+    if (!dropping::isOwn(*data))
+        return adding::addPaths(target, dropping::paths(*data), window());
+    QGuiApplication::clipboard()->clear();
+    arranging::move(std::exchange(cutFiles, {}), target, false, window());
 }
 
 void DesignTree::takeFocus()
@@ -206,7 +275,7 @@ void DesignTree::takeFocus()
 
 void DesignTree::showMenu(const QPoint &globalPosition)
 {
-    const RowCall call {view->selectedRows(), *this};
+    const RowCall call {actionRows(), *this};
     const QList<const RowAction *> actions = rowactions::forRows(call.rows);
     if (actions.isEmpty())
         return;

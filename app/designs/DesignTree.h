@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/designs/RemovalUndo.h"
 #include "app/designs/TreeRow.h"
 
 #include <QWidget>
@@ -35,6 +36,14 @@ public:
     bool canRun(QKeyCombination key);
     void runKey(QKeyCombination key) { runByKey(key, false); }
 
+    // What is removed from designs here can be brought back.
+    RemovalUndo &removals() { return undo; }
+
+    // Files that are taken to another place by pasting them there; until then they stay.
+    void cut(const QList<TreeRow> &files);
+    bool canPaste(const TreeRow &target) const;
+    void paste(const TreeRow &target);
+
 Q_SIGNALS:
     // The user wants to see or edit a build configuration.
     void configurationActivated(const QString &designId, const QString &name);
@@ -51,6 +60,8 @@ private:
     void showMenu(const QPoint &globalPosition);
     bool runByKey(QKeyCombination key, bool onlyAsked);
     bool filterKey(QKeyEvent &event);
+    QList<TreeRow> actionRows() const;
+    void followModel();
     void followDesigns();
     void showTreeOrHint();
 
@@ -59,6 +70,8 @@ private:
     NoticeBar *notice;
     QLineEdit *filter;
     ComponentWatch *componentWatch;
+    RemovalUndo undo;
+    QList<TreeRow> cutFiles;
     QStackedLayout *pages;
     // Whether a design has come that the rows do not show yet, and whether they are about to.
     bool hasArrival = false;

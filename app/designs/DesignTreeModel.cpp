@@ -209,6 +209,11 @@ Qt::ItemFlags DesignTreeModel::flags(const QModelIndex &index) const
     const TreeRow given = row(index);
     if (dropping::takesFiles(given.kind))
         flags |= Qt::ItemIsDropEnabled;
+    if (given.file())
+        flags |= Qt::ItemIsDragEnabled;
+    const bool isWritable = given.design() && !given.design()->isReadOnly();
+    if (index.column() == NameColumn && given.file() && isWritable)
+        flags |= Qt::ItemIsEditable;
     const DesignProperty *property = given.property();
     if (index.column() == DetailsColumn && property && !property->propertyData().isReadOnly())
         flags |= Qt::ItemIsEditable;
@@ -217,6 +222,8 @@ Qt::ItemFlags DesignTreeModel::flags(const QModelIndex &index) const
 
 QVariant DesignTreeModel::editedValue(const TreeRow &row, int column)
 {
+    if (column == NameColumn && row.file())
+        return row.file()->fileName();
     const DesignProperty *property = column == DetailsColumn ? row.property() : nullptr;
     return property ? property->propertyData().value() : QVariant();
 }
@@ -225,11 +232,24 @@ bool DesignTreeModel::setData(const QModelIndex &index, const QVariant &value, i
 {
     if (role != Qt::EditRole || (flags(index) & Qt::ItemIsEditable) == 0)
         return false;
-    Q_EMIT valueGiven(row(index), value);
+    if (index.column() == NameColumn)
+        Q_EMIT nameGiven(row(index), value.toString());
+    else
+        Q_EMIT valueGiven(row(index), value);
     return true;
 }
 
 QStringList DesignTreeModel::mimeTypes() const { return dropping::mimeTypes(); }
+
+QMimeData *DesignTreeModel::mimeData(const QModelIndexList &indexes) const
+{
+    dragged.clear();
+    for (const QModelIndex &index : indexes) {
+        if (index.column() == NameColumn && row(index).file())
+            dragged.append(row(index));
+    }
+    return dragged.isEmpty() ? nullptr : dropping::dataOf(dragged);
+}
 
 // A place between two rows is none of them.
 bool DesignTreeModel::canDropMimeData(const QMimeData *data, Qt::DropAction, int place, int,
@@ -243,7 +263,10 @@ bool DesignTreeModel::dropMimeData(const QMimeData *data, Qt::DropAction action,
 {
     if (!canDropMimeData(data, action, place, column, parent))
         return false;
-    Q_EMIT pathsDropped(row(parent), dropping::paths(*data));
+    if (dropping::isOwn(*data))
+        Q_EMIT rowsDropped(row(parent), dragged);
+    else
+        Q_EMIT pathsDropped(row(parent), dropping::paths(*data));
     return true;
 }
 

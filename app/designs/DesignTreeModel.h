@@ -39,6 +39,9 @@ public:
                         int role = Qt::DisplayRole) const override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
+    // The files among the rows, for this tree and other programs; null without one.
+    QMimeData *mimeData(const QModelIndexList &indexes) const override;
+
     // Ask for a change by a signal; the rows follow when it is made.
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
     bool dropMimeData(const QMimeData *data, Qt::DropAction action, int place, int column,
@@ -51,7 +54,10 @@ public:
 
 Q_SIGNALS:
     void valueGiven(const TreeRow &property, const QVariant &value);
+    void nameGiven(const TreeRow &file, const QString &name);
     void pathsDropped(const TreeRow &row, const QStringList &paths);
+    // Files of this tree.
+    void rowsDropped(const TreeRow &row, const QList<TreeRow> &files);
 
     // Around every change of the rows; behind the second one they show what there is now.
     void aboutToFollow();
@@ -74,6 +80,9 @@ private:
     TreeFilter shownFilter;
     // Rows that are shown ask for what is looked up.
     mutable ItemStates states;
+
+    // What was dragged last.
+    mutable QList<TreeRow> dragged;
 
     bool isWatched = false;
     bool behind = true;

@@ -6,7 +6,9 @@
 #include "app/designs/rowtexts.h"
 
 #include <QContextMenuEvent>
+#include <QDrag>
 #include <QHeaderView>
+#include <QMimeData>
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
@@ -66,7 +68,7 @@ DesignTreeView::DesignTreeView(DesignTreeModel *treeModel, QWidget *parent)
     setFrameShape(NoFrame);
     setAllColumnsShowFocus(true);
     setItemDelegate(new RowDelegate(this));
-    setDragDropMode(DropOnly);
+    setDragDropMode(DragDrop);
     setDragDropOverwriteMode(true);
     arrangeColumns(header());
     new ColumnFit(this);
@@ -117,9 +119,44 @@ void DesignTreeView::selectDesign(const IDesign *design)
 
 TreeRow DesignTreeView::currentRow() const { return tree->row(currentIndex()); }
 
-void DesignTreeView::editValue(const TreeRow &row)
+void DesignTreeView::editValue(const TreeRow &row) { editColumn(row, DetailsColumn); }
+
+void DesignTreeView::editName(const TreeRow &row) { editColumn(row, NameColumn); }
+
+void DesignTreeView::setUnfolded(const QList<TreeRow> &rows, bool unfolded)
 {
-    const QModelIndex index = tree->indexOf(row.item).siblingAtColumn(DetailsColumn);
+    for (const QModelIndex &index : selectionModel()->selectedRows()) {
+        const TreeRow row = tree->row(index);
+        const bool isMeant = std::any_of(rows.cbegin(), rows.cend(), [&row](const TreeRow &meant) {
+            return meant.kind == row.kind && meant.designObject == row.designObject
+                && meant.name == row.name;
+        });
+        QModelIndexList open {index};
+        while (isMeant && !open.isEmpty()) {
+            const QModelIndex branch = open.takeLast();
+            for (int below = 0; below < tree->rowCount(branch); ++below) {
+                if (!tree->row(tree->index(below, 0, branch)).isItem())
+                    open.append(tree->index(below, 0, branch));
+            }
+            setExpanded(branch, unfolded);
+        }
+    }
+}
+
+// The usual way would take what was dragged out of the model.
+void DesignTreeView::startDrag(Qt::DropActions)
+{
+    QMimeData *data = tree->mimeData(selectionModel()->selectedRows());
+    if (!data)
+        return;
+    auto *drag = new QDrag(this);
+    drag->setMimeData(data);
+    drag->exec(Qt::CopyAction);
+}
+
+void DesignTreeView::editColumn(const TreeRow &row, int column)
+{
+    const QModelIndex index = tree->indexOf(row.item).siblingAtColumn(column);
     if (index.isValid() && (tree->flags(index) & Qt::ItemIsEditable) != 0) {
         setCurrentIndex(index);
         edit(index);

@@ -27,6 +27,11 @@ public:
 
     // Lets the user edit the value of a property where it stands; nothing for other rows.
     void editValue(const TreeRow &row);
+    // The same for the name of a file.
+    void editName(const TreeRow &row);
+
+    // Opens or closes rows with all that is below them.
+    void setUnfolded(const QList<TreeRow> &rows, bool unfolded);
 
     // Shows the items of a filter with all rows above them open, and without one what was open
     // before.
@@ -49,8 +54,10 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    void startDrag(Qt::DropActions actions) override;
 
 private:
+    void editColumn(const TreeRow &row, int column);
     void askForMenu();
     void activateRow(const QModelIndex &index);
     void rememberPlace();

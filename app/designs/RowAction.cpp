@@ -46,7 +46,7 @@ void RowAction::runOn(const RowCall &call) const
 QList<const RowAction *> rowactions::forRows(const QList<TreeRow> &rows)
 {
     QList<const RowAction *> actions;
-    for (const auto table : {ofDesigns(), ofGroups(), ofItems(), ofConfigurations()}) {
+    for (const auto table : {ofDesigns(), ofGroups(), ofItems(), ofConfigurations(), ofAllRows()}) {
         for (const RowAction &action : table) {
             if (action.isFor(rows))
                 actions.append(&action);

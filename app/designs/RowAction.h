@@ -58,6 +58,7 @@ std::span<const RowAction> ofDesigns();
 std::span<const RowAction> ofGroups();
 std::span<const RowAction> ofItems();
 std::span<const RowAction> ofConfigurations();
+std::span<const RowAction> ofAllRows();
 
 QList<const RowAction *> forRows(const QList<TreeRow> &rows);
 // The one of a key; null when there is none.

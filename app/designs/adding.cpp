@@ -39,14 +39,14 @@ Status addOne(IDesign &design, const QString &node, const QString &path)
     return added;
 }
 
-QString nodeOf(const TreeRow &row)
+} // namespace
+
+QString adding::nodeOf(const TreeRow &row)
 {
     if (const auto *file = row.file())
         return file->node();
     return row.kind == RowKind::Node ? row.name : QString();
 }
-
-} // namespace
 
 void adding::addPaths(const TreeRow &row, const QStringList &paths, QWidget *window)
 {

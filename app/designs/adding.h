@@ -13,6 +13,9 @@ namespace adding {
 // is told. Nothing when the design is gone.
 void addPaths(const TreeRow &row, const QStringList &paths, QWidget *window);
 
+// The node that a row is, or is in; empty for others.
+QString nodeOf(const TreeRow &row);
+
 // Adds a file and makes it, empty, on disk, unless it is there already. False, and the user is
 // told, when that cannot be.
 bool addNewFile(const TreeRow &row, const QString &path, QWidget *window);

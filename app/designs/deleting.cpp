@@ -67,7 +67,7 @@ bool deleting::areRemovable(const RowCall &call)
     return std::all_of(call.rows.begin(), call.rows.end(), isRemovable);
 }
 
-void deleting::removeFromDesigns(const QList<TreeRow> &rows, QWidget *window)
+void deleting::removeFromDesigns(const QList<TreeRow> &rows, RemovalUndo &undo, QWidget *window)
 {
     QStringList names;
     for (const TreeRow &row : rows)
@@ -75,10 +75,16 @@ void deleting::removeFromDesigns(const QList<TreeRow> &rows, QWidget *window)
     if (!questions::mayRemove(window, names))
         return;
     HostCall attempt(window, DesignTree::tr("Not Removed"));
+    QList<RemovalUndo::Item> removed;
     for (const TreeRow &row : rows) {
-        if (row.isThere())
-            attempt.takeAndLog(removeAndTell(row), Logger::Warning);
+        if (!row.isThere())
+            continue;
+        const RemovalUndo::Item item {row.designObject, rowtexts::kindWord(row),
+                                      rowtexts::itemWord(row)};
+        if (attempt.takeAndLog(removeAndTell(row), Logger::Warning))
+            removed.append(item);
     }
+    undo.add(removed);
 }
 
 void deleting::deleteFromDisk(const QList<TreeRow> &rows, QWidget *window)

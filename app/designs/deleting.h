@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/designs/RemovalUndo.h"
 #include "app/designs/RowAction.h"
 
 // Items that a user takes out of their designs, or deletes from disk. The user is asked first, and
@@ -7,7 +8,8 @@
 namespace deleting {
 
 bool areRemovable(const RowCall &call);
-void removeFromDesigns(const QList<TreeRow> &rows, QWidget *window);
+// What was removed can be brought back by the undo.
+void removeFromDesigns(const QList<TreeRow> &rows, RemovalUndo &undo, QWidget *window);
 
 // Files and folders. What is deleted goes from its design too; what cannot be deleted stays there.
 void deleteFromDisk(const QList<TreeRow> &rows, QWidget *window);

@@ -18,6 +18,7 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QInputDialog>
 #include <QUrl>
@@ -42,6 +43,17 @@ bool hasFolder(const RowCall &call)
 {
     return std::all_of(call.rows.begin(), call.rows.end(), [](const TreeRow &row) {
         return !row.design()->workingFolderPath().isEmpty();
+    });
+}
+
+// Only those are deleted that the program has made a place for.
+bool areOfSession(const RowCall &call)
+{
+    const QString designs =
+        QFileInfo(DesignManager::instance()->path(DesignManager::DesignsPath)).canonicalFilePath();
+    return std::all_of(call.rows.begin(), call.rows.end(), [&designs](const TreeRow &row) {
+        const QString folder = QFileInfo(row.design()->workingFolderPath()).canonicalFilePath();
+        return !designs.isEmpty() && folder.startsWith(designs + u'/');
     });
 }
 
@@ -240,7 +252,7 @@ constexpr RowAction actions[] = {
     {.text = QT_TRANSLATE_NOOP("DesignTree", "Close and &Delete Working Folder..."),
      .kinds = designs,
      .run = closeAndDelete,
-     .isPossible = hasFolder},
+     .isPossible = areOfSession},
 };
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "app/designs/dropping.h"
 
+#include <QCoreApplication>
+#include <QDir>
 #include <QMimeData>
 #include <QUrl>
 
@@ -10,7 +12,45 @@ using MorvalenCore::Interfaces::IDesign;
 
 namespace dropping {
 
-QStringList mimeTypes() { return {u"text/uri-list"_s}; }
+namespace {
+
+const QString ownType = u"application/x-morvalen-files"_s;
+
+// Of the data that was made last.
+QByteArray &ownMark()
+{
+    static QByteArray mark;
+    return mark;
+}
+
+} // namespace
+
+QStringList mimeTypes() { return {ownType, u"text/uri-list"_s}; }
+
+QMimeData *dataOf(const QList<TreeRow> &files)
+{
+    static int count = 0;
+    ownMark() =
+        QByteArray::number(QCoreApplication::applicationPid()) + ' ' + QByteArray::number(++count);
+    auto *data = new QMimeData;
+    QList<QUrl> urls;
+    QStringList paths;
+    for (const TreeRow &row : files) {
+        if (!row.file())
+            continue;
+        urls.append(QUrl::fromLocalFile(row.file()->actualPath()));
+        paths.append(QDir::toNativeSeparators(row.file()->actualPath()));
+    }
+    data->setUrls(urls);
+    data->setText(paths.join(u'\n'));
+    data->setData(ownType, ownMark());
+    return data;
+}
+
+bool isOwn(const QMimeData &data)
+{
+    return data.hasFormat(ownType) && data.data(ownType) == ownMark();
+}
 
 bool takesFiles(RowKind kind)
 {

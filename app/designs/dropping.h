@@ -11,6 +11,11 @@ namespace dropping {
 
 QStringList mimeTypes();
 
+// Files of this tree: their paths, for other programs, and a mark by which the tree knows them.
+QMimeData *dataOf(const QList<TreeRow> &files);
+// Whether the tree of this process has made the data last.
+bool isOwn(const QMimeData &data);
+
 // Whether rows of a kind ever take them, and whether this row takes these now.
 bool takesFiles(RowKind kind);
 bool mayDrop(const QMimeData &data, const TreeRow &target);

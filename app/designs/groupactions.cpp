@@ -81,6 +81,10 @@ void addProperty(const RowCall &call)
                                   Qtilities::Core::textOf(dialog.category()), dialog.isReadOnly());
 }
 
+void paste(const RowCall &call) { call.tree.paste(call.first()); }
+
+bool canPaste(const RowCall &call) { return call.tree.canPaste(call.first()); }
+
 constexpr unsigned needs = RowAction::OneRow | RowAction::Writable;
 constexpr unsigned fileParents =
     rowBit(RowKind::Design) | rowBit(RowKind::Files) | rowBit(RowKind::Node);
@@ -97,6 +101,12 @@ constexpr RowAction actions[] = {
      .needs = needs,
      .run = addNewFile,
      .isPossible = hasFolder},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "Pas&te"),
+     .kinds = fileParents | rowBit(RowKind::File),
+     .needs = needs,
+     .run = paste,
+     .isPossible = canPaste,
+     .key = Qt::CTRL | Qt::Key_V},
     {.text = QT_TRANSLATE_NOOP("DesignTree", "Add F&older..."),
      .kinds = rowBit(RowKind::Design) | rowBit(RowKind::Folders),
      .needs = needs,

@@ -181,7 +181,14 @@ void openFolder(const RowCall &call)
     QDesktopServices::openUrl(QUrl::fromLocalFile(folder));
 }
 
-void remove(const RowCall &call) { deleting::removeFromDesigns(call.rows, call.window()); }
+void remove(const RowCall &call)
+{
+    deleting::removeFromDesigns(call.rows, call.tree.removals(), call.window());
+}
+
+void rename(const RowCall &call) { call.tree.treeView()->editName(call.first()); }
+
+void cut(const RowCall &call) { call.tree.cut(call.rows); }
 
 void deleteFromDisk(const RowCall &call) { deleting::deleteFromDisk(call.rows, call.window()); }
 
@@ -191,6 +198,11 @@ constexpr unsigned items = paths | properties;
 
 constexpr RowAction actions[] = {
     {.text = QT_TRANSLATE_NOOP("DesignTree", "&Open"), .kinds = rowBit(RowKind::File), .run = open},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "Rena&me"),
+     .kinds = rowBit(RowKind::File),
+     .needs = RowAction::OneRow | RowAction::Writable,
+     .run = rename,
+     .key = Qt::Key_F2},
     {.text = QT_TRANSLATE_NOOP("DesignTree", "&Edit Value"),
      .kinds = properties,
      .needs = RowAction::OneRow | RowAction::Writable,
@@ -219,9 +231,13 @@ constexpr RowAction actions[] = {
      .needs = RowAction::OneRow,
      .run = showSharedProperties,
      .key = Qt::ALT | Qt::Key_Return},
+    {.text = QT_TRANSLATE_NOOP("DesignTree", "C&ut"),
+     .kinds = rowBit(RowKind::File),
+     .needs = RowAction::Writable | RowAction::Separated,
+     .run = cut,
+     .key = Qt::CTRL | Qt::Key_X},
     {.text = QT_TRANSLATE_NOOP("DesignTree", "Copy &Path"),
      .kinds = paths,
-     .needs = RowAction::Separated,
      .run = copyText,
      .key = Qt::CTRL | Qt::Key_C},
     {.text = QT_TRANSLATE_NOOP("DesignTree", "&Copy Value"),

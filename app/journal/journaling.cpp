@@ -152,6 +152,23 @@ void fileMade(const IDesign &design, const QString &path)
                journal::quoted(journal::itemPath(design, path))))});
 }
 
+void fileRenamed(const IDesign &design, const QString &path, const QString &newPath)
+{
+    addFor(design,
+           {u"file"_s, u"rename"_s, journal::itemPath(design, path),
+            journal::itemPath(design, newPath)});
+}
+
+void fileMoved(const IDesign &design, const QString &path, const QString &node)
+{
+    addFor(design, {u"file"_s, u"move"_s, journal::itemPath(design, path), node});
+}
+
+void itemRestored(const IDesign &design, const QString &kind, const QString &item)
+{
+    addFor(design, {u"restore"_s, kind, itemWord(design, kind, item)});
+}
+
 void folderAdded(const IDesign &design, const QString &path)
 {
     addOn(design, {u"folders"_s, u"add"_s, journal::itemPath(design, path)});

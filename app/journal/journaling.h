@@ -34,6 +34,9 @@ void projectClosed();
 // Items: of "files", "folders" or "properties", by path or name.
 void fileAdded(const IDesign &design, const QString &path, const QString &node);
 void fileMade(const IDesign &design, const QString &path);
+void fileRenamed(const IDesign &design, const QString &path, const QString &newPath);
+void fileMoved(const IDesign &design, const QString &path, const QString &node);
+void itemRestored(const IDesign &design, const QString &kind, const QString &item);
 void folderAdded(const IDesign &design, const QString &path);
 void propertySet(const IDesign &design, const QString &name, const QVariant &value);
 void propertyAdded(const IDesign &design, const QString &name, const QVariant &value,

@@ -26,7 +26,7 @@ private Q_SLOTS:
                 "wrong # args: should be \"morvalen subcommand ?arg ...?\": subcommand must be "
                 "build, configuration, designs, file, files, folder, folders, journal, macro, "
                 "nodes, "
-                "properties, property, reload, session, step, templates or version",
+                "properties, property, reload, restore, session, step, templates or version",
                 "usage"),
             bad("none-2 no subcommand of a group", "morvalen macro",
                 "wrong # args: should be \"morvalen macro subcommand ?arg ...?\": subcommand must "
@@ -35,14 +35,14 @@ private Q_SLOTS:
             bad("unknown-1 a word", "morvalen fil",
                 "unknown subcommand \"morvalen fil\": must be build, configuration, designs, "
                 "file, files, folder, folders, journal, macro, nodes, properties, property, "
-                "reload, session, "
+                "reload, restore, session, "
                 "step, "
                 "templates or version",
                 "usage"),
             bad("unknown-2 words are exact", "morvalen Files",
                 "unknown subcommand \"morvalen Files\": must be build, configuration, designs, "
                 "file, files, folder, folders, journal, macro, nodes, properties, property, "
-                "reload, session, "
+                "reload, restore, session, "
                 "step, "
                 "templates or version",
                 "usage"),

@@ -3,16 +3,23 @@
 #include "app/designs/DesignTree.h"
 #include "app/designs/DesignTreeView.h"
 #include "app/DesignsMode.h"
+#include "app/editor/EditorArea.h"
+#include "app/editor/EditorPage.h"
+#include "app/journal/CommandJournal.h"
 #include "app/MainWindow.h"
 #include "console/QtclConsole.h"
+#include "tests/stories/DialogVisits.h"
 #include "tests/stories/Story.h"
 #include "tests/TestClass.h"
 
 #include <MorvalenCore/DesignManager.h>
 
+#include <QDir>
 #include <QDockWidget>
+#include <QDropEvent>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMimeData>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
@@ -31,8 +38,22 @@ private Q_SLOTS:
     void newDesignsAreSelectedUnlessTheUserGoesOn();
     void theFilterFindsByPathAndCategory();
     void theBuildSaysWhatItBuilds();
+    void aFileIsRenamedWhereItStands();
+    void aNameThatIsTakenIsRefused();
+    void aDesignClosesWhileANameIsTyped_data();
+    void aDesignClosesWhileANameIsTyped();
+    void filesAreCutAndPasted();
+    void filesAreDragged();
+    void whatWasRemovedComesBack();
+    void everySelectionHasAMenu();
+    void onlyFoldersOfTheSessionAreDeleted();
 
 private:
+    QModelIndex find(const QString &text, const QModelIndex &below = {}) const;
+    void select(const QStringList &texts);
+    QStringList menuTexts(bool enabledOnly = false);
+    QStringList under(const QString &node, const QString &name = u"uart"_s) const;
+    void makeUart();
     DesignTreeView *view() const { return story->window().designTree()->treeView(); }
     QStringList shownDesigns() const;
     QString selected() const;
@@ -132,7 +153,8 @@ void tst_TreeStory::theBuildSaysWhatItBuilds()
 {
     for (const QString &name : {u"uart"_s, u"fifo"_s}) {
         story->type(u"designs new "_s + name);
-        story->type(u"morvalen configuration add Main; morvalen step add Main touch -command {touch $(OUTPUTS)} -outputs made"_s);
+        story->type(
+            u"morvalen configuration add Main; morvalen step add Main touch -command {touch $(OUTPUTS)} -outputs made"_s);
     }
     QTRY_COMPARE(shownDesigns(), QStringList({u"uart"_s, u"fifo"_s}));
     QTRY_COMPARE(story->action("buildOutdated")->text(), u"&Build \"Main\" of \"fifo\""_s);
@@ -143,6 +165,295 @@ void tst_TreeStory::theBuildSaysWhatItBuilds()
     story->press(Qt::Key_F7);
     QTRY_VERIFY(QFileInfo::exists(design(u"uart"_s)->workingFolderPath() + u"/made"_s));
     QVERIFY(!QFileInfo::exists(design(u"fifo"_s)->workingFolderPath() + u"/made"_s));
+}
+
+QModelIndex tst_TreeStory::find(const QString &text, const QModelIndex &below) const
+{
+    const QAbstractItemModel *model = view()->model();
+    for (int row = 0; row < model->rowCount(below); ++row) {
+        const QModelIndex index = model->index(row, 0, below);
+        if (index.data().toString() == text)
+            return index;
+        if (const QModelIndex found = find(text, index); found.isValid())
+            return found;
+    }
+    return {};
+}
+
+void tst_TreeStory::select(const QStringList &texts)
+{
+    view()->setFocus();
+    view()->clearSelection();
+    for (const QString &text : texts) {
+        QTRY_VERIFY2(find(text).isValid(), qPrintable(text));
+        view()->selectionModel()->setCurrentIndex(
+            find(text), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    }
+}
+
+QStringList tst_TreeStory::menuTexts(bool enabledOnly)
+{
+    story->press(Qt::Key_F10, Qt::ShiftModifier);
+    QStringList texts;
+    if (const QWidget *menu = QApplication::activePopupWidget()) {
+        for (const QAction *action : menu->actions()) {
+            if (!action->isSeparator() && (action->isEnabled() || !enabledOnly))
+                texts.append(action->text().remove(u'&'));
+        }
+    }
+    story->closeMenus();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return texts;
+}
+
+QStringList tst_TreeStory::under(const QString &node, const QString &name) const
+{
+    QStringList names;
+    for (const MorvalenCore::DesignFile *file : design(name)->filesUnderNode(node, false))
+        names.append(file->fileName());
+    return names;
+}
+
+void tst_TreeStory::makeUart()
+{
+    story->type(u"designs new uart {Hardware Design}"_s);
+    const QString folder = design(u"uart"_s)->workingFolderPath();
+    Story::write(folder + u"/rtl/top.v"_s, "module top;\n");
+    Story::write(folder + u"/rtl/b.v"_s, "module b;\n");
+    story->type(u"foreach f {rtl/top.v rtl/b.v} {morvalen file add $f -node rtl}"_s);
+    story->window().activateMode(DesignsMode::id);
+    CommandJournal::instance()->clear();
+    QTRY_VERIFY(find(u"b.v"_s).isValid());
+}
+
+void tst_TreeStory::aFileIsRenamedWhereItStands()
+{
+    makeUart();
+    story->type(
+        u"morvalen configuration add sim; morvalen step add sim lint -command {lint rtl/top.v} -inputs rtl/top.v"_s);
+    const QString folder = design(u"uart"_s)->workingFolderPath();
+    story->window().openFiles({folder + u"/rtl/top.v"_s});
+    EditorArea *area = story->window().designsMode()->editorArea();
+    QTRY_COMPARE(area->pages().size(), 1);
+    CommandJournal::instance()->clear();
+    select({u"top.v"_s});
+    story->press(Qt::Key_F2);
+    auto *line = qobject_cast<QLineEdit *>(QApplication::focusWidget());
+    QVERIFY(line);
+    QCOMPARE(line->text(), u"top.v"_s);
+    line->selectAll();
+    QTest::keyClicks(line, u"main part.v"_s);
+    QTest::keyClick(line, Qt::Key_Return);
+    QTRY_COMPARE(under(u"rtl"_s), (QStringList {u"main part.v"_s, u"b.v"_s}));
+    QCOMPARE(Story::read(folder + u"/rtl/main part.v"_s), QByteArray("module top;\n"));
+    QVERIFY(!QFileInfo::exists(folder + u"/rtl/top.v"_s));
+    const auto description = design(u"uart"_s)->buildConfiguration(u"sim"_s)->description();
+    QCOMPARE(description.steps.first().command, u"lint rtl/main part.v"_s);
+    QCOMPARE(description.steps.first().inputs, QStringList {u"rtl/main part.v"_s});
+    QCOMPARE(CommandJournal::instance()->entries(),
+             QStringList {u"morvalen file rename rtl/top.v {rtl/main part.v} "
+                          "-design local.global.uart.1.0"_s});
+    // The editor shows it under its new name.
+    QTRY_COMPARE(area->pages().size(), 1);
+    QCOMPARE(area->pages().first()->title(), u"main part.v"_s);
+    area->closeAll();
+}
+
+void tst_TreeStory::aNameThatIsTakenIsRefused()
+{
+    makeUart();
+    select({u"top.v"_s});
+    story->press(Qt::Key_F2);
+    auto *line = qobject_cast<QLineEdit *>(QApplication::focusWidget());
+    QVERIFY(line);
+    line->selectAll();
+    QTest::keyClicks(line, u"b.v"_s);
+    DialogVisits visits({DialogVisits::answer(
+        u"Not Renamed\nThe design \"uart\" has the file \"%1/rtl/b.v\" already"_s.arg(
+            design(u"uart"_s)->workingFolderPath()),
+        u"OK"_s)});
+    QTest::keyClick(line, Qt::Key_Return);
+    QTRY_VERIFY2(visits.areDone(), qPrintable(visits.unexpected.join(u'\n')));
+    QCOMPARE(under(u"rtl"_s), (QStringList {u"top.v"_s, u"b.v"_s}));
+    QVERIFY(CommandJournal::instance()->entries().isEmpty());
+}
+
+void tst_TreeStory::aDesignClosesWhileANameIsTyped_data()
+{
+    QTest::addColumn<QString>("row");
+    QTest::newRow("typed-1 of a file") << u"top.v"_s;
+    QTest::newRow("typed-2 of the design") << u"uart"_s;
+}
+
+void tst_TreeStory::aDesignClosesWhileANameIsTyped()
+{
+    QFETCH(const QString, row);
+    makeUart();
+    const QString folder = design(u"uart"_s)->workingFolderPath();
+    select({row});
+    // What a script does when its time has come.
+    const auto close = [] {
+        DesignManager::instance()->closeDesigns(DesignManager::instance()->openDesignIds(), false);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    };
+    DialogVisits visits(row == u"uart"_s ? QList<DialogVisits::Visit> {[&](QDialog *dialog) {
+        QTest::keyClicks(dialog->findChild<QLineEdit *>(), u"2"_s);
+        close();
+        QTest::keyClick(dialog, Qt::Key_Return);
+    }}
+                                         : QList<DialogVisits::Visit> {});
+    story->press(Qt::Key_F2);
+    if (row != u"uart"_s) {
+        const QPointer<QWidget> line = QApplication::focusWidget();
+        QVERIFY(qobject_cast<QLineEdit *>(line.data()));
+        QTest::keyClicks(line, u"x"_s);
+        close();
+        QTRY_COMPARE(view()->model()->rowCount(), 0);
+        if (line)
+            QTest::keyClick(line, Qt::Key_Return);
+    }
+    QTRY_VERIFY2(visits.areDone(), qPrintable(visits.unexpected.join(u'\n')));
+    QVERIFY(QFileInfo::exists(folder + u"/rtl/top.v"_s));
+    QVERIFY(CommandJournal::instance()->entries().isEmpty());
+    QVERIFY(QDir(folder).removeRecursively());
+}
+
+void tst_TreeStory::filesAreCutAndPasted()
+{
+    makeUart();
+    select({u"top.v"_s, u"b.v"_s});
+    story->press(Qt::Key_X, Qt::ControlModifier);
+    // Until they are pasted they stay.
+    QCOMPARE(under(u"rtl"_s), (QStringList {u"top.v"_s, u"b.v"_s}));
+    select({u"rtl"_s});
+    QVERIFY(!menuTexts(true).contains(u"Paste"_s));
+    select({u"testbench"_s});
+    QVERIFY(menuTexts(true).contains(u"Paste"_s));
+    story->press(Qt::Key_V, Qt::ControlModifier);
+    QTRY_COMPARE(under(u"testbench"_s), (QStringList {u"top.v"_s, u"b.v"_s}));
+    QVERIFY(under(u"rtl"_s).isEmpty());
+    QCOMPARE(
+        CommandJournal::instance()->entries(),
+        (QStringList {u"morvalen file move rtl/top.v testbench -design local.global.uart.1.0"_s,
+                      u"morvalen file move rtl/b.v testbench -design local.global.uart.1.0"_s}));
+    // Once only.
+    QVERIFY(!menuTexts(true).contains(u"Paste"_s));
+    // To another design: from the one, into the other.
+    story->type(u"designs new fifo"_s);
+    story->window().activateMode(DesignsMode::id);
+    select({u"b.v"_s});
+    story->press(Qt::Key_X, Qt::ControlModifier);
+    select({u"files"_s});
+    story->press(Qt::Key_V, Qt::ControlModifier);
+    QTRY_COMPARE(under(u"testbench"_s), QStringList {u"top.v"_s});
+    QCOMPARE(under(u"files"_s, u"fifo"_s), QStringList {u"b.v"_s});
+}
+
+void tst_TreeStory::filesAreDragged()
+{
+    makeUart();
+    select({u"top.v"_s});
+    const std::unique_ptr<QMimeData> data(
+        view()->model()->mimeData(view()->selectionModel()->selectedRows()));
+    QVERIFY(data);
+    view()->scrollTo(find(u"documents"_s));
+    const QPoint place = view()->visualRect(find(u"documents"_s)).center();
+    QWidget *viewport = view()->viewport();
+    QDragEnterEvent enter(place, Qt::CopyAction, data.get(), Qt::LeftButton, {});
+    QApplication::sendEvent(viewport, &enter);
+    QVERIFY(enter.isAccepted());
+    QDragMoveEvent move(place, Qt::CopyAction, data.get(), Qt::LeftButton, {});
+    QApplication::sendEvent(viewport, &move);
+    QVERIFY(move.isAccepted());
+    QDropEvent drop(place, Qt::CopyAction, data.get(), Qt::LeftButton, {});
+    QApplication::sendEvent(viewport, &drop);
+    QTRY_COMPARE(under(u"documents"_s), QStringList {u"top.v"_s});
+    QCOMPARE(CommandJournal::instance()->entries(),
+             QStringList {u"morvalen file move rtl/top.v documents "
+                          "-design local.global.uart.1.0"_s});
+}
+
+void tst_TreeStory::whatWasRemovedComesBack()
+{
+    makeUart();
+    story->type(u"morvalen property WIDTH 8 -type int; design save"_s);
+    const QString component = design(u"uart"_s)->componentFileName();
+    const QByteArray before = Story::read(component);
+    story->window().activateMode(DesignsMode::id);
+    CommandJournal::instance()->clear();
+    select({u"top.v"_s, u"b.v"_s});
+    const auto agree = [](QDialog *dialog) { DialogVisits::press(dialog, u"Remove"_s); };
+    {
+        DialogVisits visits({agree, agree});
+        story->press(Qt::Key_Delete);
+        select({u"WIDTH"_s});
+        story->press(Qt::Key_Delete);
+        QTRY_VERIFY2(visits.areDone(), qPrintable(visits.unexpected.join(u'\n')));
+    }
+    QVERIFY(under(u"rtl"_s).isEmpty());
+    QVERIFY(!design(u"uart"_s)->propertyByName(u"WIDTH"_s));
+    // The last first, and what was removed at once at once.
+    view()->setFocus();
+    QAction *undo = story->entry('e', u"Undo\tCtrl+Z"_s);
+    QVERIFY(undo && undo->isEnabled());
+    undo->trigger();
+    story->closeMenus();
+    QVERIFY(design(u"uart"_s)->propertyByName(u"WIDTH"_s));
+    QVERIFY(under(u"rtl"_s).isEmpty());
+    view()->setFocus();
+    story->press(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(under(u"rtl"_s), (QStringList {u"top.v"_s, u"b.v"_s}));
+    undo = story->entry('e', u"Undo\tCtrl+Z"_s);
+    QVERIFY(undo && !undo->isEnabled());
+    story->closeMenus();
+    QVERIFY(design(u"uart"_s)->trySaveToComponentFile().isOk());
+    QCOMPARE(Story::read(component), before);
+    const QStringList back = CommandJournal::instance()->entries().filter(u"restore"_s);
+    QCOMPARE(back,
+             (QStringList {u"morvalen restore properties WIDTH -design local.global.uart.1.0"_s,
+                           u"morvalen restore files rtl/b.v -design local.global.uart.1.0"_s,
+                           u"morvalen restore files rtl/top.v -design local.global.uart.1.0"_s}));
+}
+
+void tst_TreeStory::everySelectionHasAMenu()
+{
+    makeUart();
+    story->type(u"folders add docs; morvalen property WIDTH 8; morvalen configuration add sim"_s);
+    story->window().activateMode(DesignsMode::id);
+    QTRY_VERIFY(find(u"sim"_s).isValid());
+    for (const QString &text :
+         {u"uart"_s, u"Files"_s, u"rtl"_s, u"top.v"_s, u"Folders"_s, u"docs"_s, u"Properties"_s,
+          u"WIDTH"_s, u"Build Configurations"_s, u"sim"_s}) {
+        select({text});
+        QVERIFY2(menuTexts().contains(u"Copy Names"_s), qPrintable(text));
+    }
+    select({u"uart"_s, u"WIDTH"_s});
+    QCOMPARE(menuTexts(), QStringList {u"Copy Names"_s});
+    // Whoever selects a group with its items means the items.
+    select({u"rtl"_s, u"top.v"_s, u"b.v"_s});
+    QVERIFY(menuTexts().contains(u"Remove from Design..."_s));
+    select({u"top.v"_s, u"WIDTH"_s});
+    QVERIFY(menuTexts().contains(u"Remove from Design..."_s));
+}
+
+void tst_TreeStory::onlyFoldersOfTheSessionAreDeleted()
+{
+    makeUart();
+    const QString elsewhere = story->path(u"own"_s);
+    QVERIFY(QDir().mkpath(elsewhere));
+    QByteArray component = Story::read(design(u"uart"_s)->componentFileName());
+    QVERIFY(design(u"uart"_s)->trySaveToComponentFile().isOk());
+    component = Story::read(design(u"uart"_s)->componentFileName());
+    component.replace(">uart<", ">own<");
+    Story::write(elsewhere + u"/component.xml"_s, component);
+    story->window().openFiles({elsewhere + u"/component.xml"_s});
+    const QString entry = u"Close and Delete Working Folder..."_s;
+    select({u"uart"_s});
+    QVERIFY(menuTexts(true).contains(entry));
+    select({u"own"_s});
+    QVERIFY(menuTexts().contains(entry));
+    QVERIFY(!menuTexts(true).contains(entry));
+    QVERIFY(menuTexts(true).contains(u"Close"_s));
 }
 
 TEST_CLASS(tst_TreeStory)

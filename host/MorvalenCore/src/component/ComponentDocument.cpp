@@ -155,6 +155,15 @@ void ComponentDocument::setReadOnly(bool readOnly)
         IdentityFields::setDesignAttribute(d->tree, "readOnly", readOnly ? u"true"_s : QString());
 }
 
+std::size_t ComponentDocument::removals() const { return d->tree.xml.removals(); }
+
+Status ComponentDocument::restore(std::size_t from, std::size_t to)
+{
+    return d->tree.restore(from, to)
+        ? Status()
+        : Status::conflict(u"Something else stands in the component file where it was."_s);
+}
+
 bool ComponentDocument::isModified() const
 {
     return d->isNew || d->tree.xml.revision() != d->savedRevision;

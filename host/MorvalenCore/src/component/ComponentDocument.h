@@ -79,6 +79,8 @@ public:
     const ComponentBuilds &builds() const override { return *buildsPart; }
 
     // Whether there are edits that save() has not written; true for a new document.
+    std::size_t removals() const override;
+    Qtilities::Core::Status restore(std::size_t from, std::size_t to) override;
     bool isModified() const override;
 
     // The whole document with all edits applied. Linear in its size and the number of edits.

@@ -202,6 +202,23 @@ void ComponentFiles::remove(FileId file)
         tree.xml.remove(file.node);
 }
 
+Result<FileId> ComponentFiles::move(FileId file, FileSetId set)
+{
+    if (const Status refused = EditCheck()
+                                   .isThere(contains(file), u"file")
+                                   .isThere(contains(set), u"file set")
+                                   .status();
+        !refused.isOk())
+        return refused;
+    const XmlNode copy = tree.copyStandard(file.node, set.node);
+    if (copy == 0)
+        return Status::unsupported(
+            u"The file \"%1\" cannot be moved: the component file has comments or declarations of "
+            "its own there, which would be lost."_s.arg(path(file)));
+    tree.xml.remove(file.node);
+    return FileId {{copy}};
+}
+
 Status ComponentFiles::setPath(FileId file, const QString &path)
 {
     if (const Status refused = EditCheck()

@@ -55,6 +55,8 @@ public:
     Qtilities::Core::Result<FileId> add(const QString &path, FileSetId set) override;
     // Removes this one entry. The file set stays, even when it is empty now.
     void remove(FileId file) override;
+    // Refused for an entry with comments between its elements.
+    Qtilities::Core::Result<FileId> move(FileId file, FileSetId set) override;
 
     Qtilities::Core::Status setPath(FileId file, const QString &path) override;
     // Our own category; an empty text removes it, so that the standard one shows again.

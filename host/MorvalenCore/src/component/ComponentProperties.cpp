@@ -155,8 +155,11 @@ bool ComponentProperties::isRemovable(PropertyId property) const
         return false;
     if (!isParameter(property))
         return tree.attribute(property.node, "removable") != "false"_L1;
-    if (!references)
+    // What was copied has other nodes.
+    if (!references || copiesSeen != tree.xml.copies()) {
         references = std::make_unique<IdReferences>(tree);
+        copiesSeen = tree.xml.copies();
+    }
     return !references->isReferenced(property.node);
 }
 

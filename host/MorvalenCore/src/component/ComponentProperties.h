@@ -57,6 +57,7 @@ private:
     ComponentTree &tree;
     // Made when first asked for.
     mutable std::unique_ptr<IdReferences> references;
+    mutable std::uint64_t copiesSeen = 0;
 };
 
 } // namespace MorvalenCore

@@ -2,6 +2,9 @@
 
 #include "component/ipxact.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace MorvalenCore {
 
 ComponentTree::ComponentTree(QByteArray bytes, XmlIndex index, Generation generation)
@@ -90,6 +93,22 @@ QString ComponentTree::attribute(XmlNode node, QByteArrayView local) const
 
 XmlNode ComponentTree::addStandard(XmlNode parent, QByteArrayView local)
 {
+    return xml.insert(parent, lastPlaceFor(parent, local), local, xml.name(parent).prefix);
+}
+
+XmlNode ComponentTree::copyStandard(XmlNode node, XmlNode parent)
+{
+    // Nobody looks into what others have put there.
+    return xml.copy(node, parent, lastPlaceFor(parent, xml.name(node).local),
+                    [this](XmlNode inside) {
+                        const std::uint32_t space = xml.name(inside).space;
+                        return space != standardSpace && space != ownSpace;
+                    });
+}
+
+// What it is to stand behind; 0 for the first place.
+XmlNode ComponentTree::lastPlaceFor(XmlNode parent, QByteArrayView local) const
+{
     const XmlName parentName = xml.name(parent);
     const auto rankOf = [&](QByteArrayView name) {
         return Ipxact::childRank(documentGeneration, parentName.local, name);
@@ -105,7 +124,54 @@ XmlNode ComponentTree::addStandard(XmlNode parent, QByteArrayView local)
         else if (other >= 0)
             break;
     }
-    return xml.insert(parent, after, local, parentName.prefix);
+    return after;
+}
+
+// Those of which a parent has several; of anything else there is one.
+bool ComponentTree::isRepeated(XmlNode node) const
+{
+    static constexpr const char *standard[] = {"fileSet", "file", "parameter"};
+    static constexpr const char *own[] = {"folder", "property"};
+    return std::any_of(std::begin(standard), std::end(standard),
+                       [&](const char *local) { return isStandard(node, local); })
+        || std::any_of(std::begin(own), std::end(own),
+                       [&](const char *local) { return isOwn(node, local); });
+}
+
+bool ComponentTree::restore(std::size_t from, std::size_t to)
+{
+    QList<XmlNode> back;
+    for (std::size_t removal = to; removal-- > from;) {
+        if (bringBack(removal, &back))
+            continue;
+        while (!back.isEmpty())
+            xml.remove(back.takeLast());
+        return false;
+    }
+    return true;
+}
+
+bool ComponentTree::bringBack(std::size_t removal, QList<XmlNode> *back)
+{
+    const auto [node, parent] = xml.removal(removal);
+    if (xml.isAlive(node))
+        return true;
+    if (!xml.isAlive(parent)) {
+        XmlNode top = parent;
+        while (xml.parent(top) != 0)
+            top = xml.parent(top);
+        std::size_t around = xml.removals();
+        while (around > 0 && xml.removal(around - 1).node != top)
+            --around;
+        if (around == 0 || !bringBack(around - 1, back))
+            return false;
+    }
+    const XmlName &name = xml.name(node);
+    if (!isRepeated(node) && child(parent, name.space, name.local) != 0)
+        return false;
+    xml.putBack(removal);
+    back->append(node);
+    return true;
 }
 
 XmlNode ComponentTree::addOwn(XmlNode parent, QByteArrayView local, XmlNode after)

@@ -59,7 +59,17 @@ public:
     // Removes the element, and what around it would be left empty.
     void removeAndPrune(XmlNode node);
 
+    // Brings back what was removed from one count of removals to another, and what is missing
+    // around it. False, with nothing changed, when something else has taken the place of that.
+    bool restore(std::size_t from, std::size_t to);
+    // Adds a copy of a child of another parent, at the last place that the order allows; 0 when
+    // it cannot be copied as it is.
+    XmlNode copyStandard(XmlNode node, XmlNode parent);
+
 private:
+    bool isRepeated(XmlNode node) const;
+    bool bringBack(std::size_t removal, QList<XmlNode> *back);
+    XmlNode lastPlaceFor(XmlNode parent, QByteArrayView local) const;
     bool isOf(XmlNode node, std::uint32_t space, QByteArrayView local) const;
     XmlNode child(XmlNode parent, std::uint32_t space, QByteArrayView local) const;
     QList<XmlNode> children(XmlNode parent, std::uint32_t space, QByteArrayView local) const;

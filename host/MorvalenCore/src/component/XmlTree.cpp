@@ -125,8 +125,9 @@ const XmlTree::Attribute *XmlTree::editedAttribute(XmlNode node, QByteArrayView 
     const auto edit = edits.constFind(node);
     if (edit == edits.cend())
         return nullptr;
-    const auto found = std::find_if(edit->attributes.begin(), edit->attributes.end(),
-                                    [&](const Attribute &a) { return a.local == local; });
+    const auto found =
+        std::find_if(edit->attributes.begin(), edit->attributes.end(),
+                     [&](const Attribute &a) { return matches(node, a.local, local); });
     return found == edit->attributes.end() ? nullptr : &*found;
 }
 
@@ -181,7 +182,8 @@ void XmlTree::setAttribute(XmlNode node, QByteArrayView local, const std::option
     if (attribute(node, local) == value)
         return;
     Edit &edit = edits[node];
-    std::erase_if(edit.attributes, [&](const Attribute &a) { return a.local == local; });
+    std::erase_if(edit.attributes,
+                  [&](const Attribute &a) { return matches(node, a.local, local); });
     const auto was = originalAttribute(node, local);
     const auto wasValue =
         was ? std::optional(XmlText::decodeAttribute(*was, encoding)) : std::nullopt;
@@ -219,22 +221,28 @@ XmlNode XmlTree::link(XmlNode parent, XmlNode after, std::uint32_t name)
     const auto node = static_cast<XmlNode>(elements.size() + added.size());
     XmlElement element;
     element.name = name;
-    element.parent = parent;
-    element.previous = after;
-    element.next = after != 0 ? next(after) : first(parent);
-    (after != 0 ? at(after).next : at(parent).first) = node;
-    (element.next != 0 ? at(element.next).previous : at(parent).last) = node;
     added.push_back(element);
-    if (!isNew(parent))
+    relink(node, parent, after);
+    return node;
+}
+
+void XmlTree::relink(XmlNode node, XmlNode parent, XmlNode after)
+{
+    const XmlNode behind = after != 0 ? next(after) : first(parent);
+    at(node).parent = parent;
+    at(node).previous = after;
+    at(node).next = behind;
+    (after != 0 ? at(after).next : at(parent).first) = node;
+    (behind != 0 ? at(behind).previous : at(parent).last) = node;
+    if (isNew(node) && !isNew(parent))
         edits[parent].hasNewChildren = true;
     ++edition;
-    return node;
 }
 
 void XmlTree::remove(XmlNode node)
 {
-    forgetEdits(node);
     XmlElement &element = at(node);
+    removalLog.push_back({{node, element.parent}, element.previous, takeEdits(node)});
     (element.previous != 0 ? at(element.previous).next : at(element.parent).first) = element.next;
     (element.next != 0 ? at(element.next).previous : at(element.parent).last) = element.previous;
     element.parent = element.previous = element.next = 0;
@@ -249,11 +257,128 @@ QByteArray XmlTree::bytes() const
     return edits.isEmpty() && removed.empty() ? original : XmlTreeWriter(*this).write();
 }
 
-// Of the node and everything in it, without recursion.
-void XmlTree::forgetEdits(XmlNode node)
+XmlTree::Place XmlTree::removal(std::size_t number) const { return removalLog[number].place; }
+
+void XmlTree::putBack(std::size_t number)
 {
+    const Removal &removal = removalLog[number];
+    const auto [node, parent] = removal.place;
+    relink(node, parent, placeAmong(parent, node, removal.previous));
+    std::erase(removed, node);
+    for (auto edit = removal.edits.cbegin(); edit != removal.edits.cend(); ++edit)
+        edits.insert(edit.key(), *edit);
+}
+
+// Where the bytes have it. A new one comes behind the child that it stood behind and, since what
+// stood between them may be back, behind those that are older.
+XmlNode XmlTree::placeAmong(XmlNode parent, XmlNode node, XmlNode previous) const
+{
+    if (isNew(node)) {
+        XmlNode after = previous;
+        if (previous != 0 && this->parent(previous) != parent)
+            after = last(parent);
+        const auto behind = [&] { return after != 0 ? next(after) : first(parent); };
+        while (behind() != 0 && isNew(behind()) && behind() < node)
+            after = behind();
+        return after;
+    }
+    XmlNode after = 0;
+    for (XmlNode child = first(parent); child != 0; child = next(child)) {
+        const bool isBefore = isNew(child) ? child == previous : at(child).start < at(node).start;
+        if (isBefore)
+            after = child;
+    }
+    return after;
+}
+
+XmlNode XmlTree::copy(XmlNode node, XmlNode parent, XmlNode after, const IsOpaque &isOpaque)
+{
+    if (name(this->parent(node)).scope != name(parent).scope || !isCopyable(node, isOpaque))
+        return 0;
+    ++copyCount;
+    return copyInto(node, parent, after, isOpaque);
+}
+
+// Whether blanks alone stand between the elements in it.
+bool XmlTree::isCopyable(XmlNode node, const IsOpaque &isOpaque) const
+{
+    if (first(node) == 0 || isOpaque(node))
+        return true;
+    if (!isNew(node) && hadElements(node)) {
+        std::uint32_t done = at(node).startTagEnd;
+        for (XmlNode inside = node + 1;
+             inside < elements.size() && elements[inside].start < at(node).end; ++inside) {
+            if (elements[inside].start < done)
+                continue;
+            if (!XmlText::isBlank(originalPart(done, elements[inside].start)))
+                return false;
+            done = elements[inside].end;
+        }
+        if (!XmlText::isBlank(originalPart(done, at(node).endTagStart)))
+            return false;
+    } else if (!XmlText::isBlank(content(node))) {
+        return false;
+    }
+    for (XmlNode child = first(node); child != 0; child = next(child)) {
+        if (!isCopyable(child, isOpaque))
+            return false;
+    }
+    return true;
+}
+
+// What was read and is no longer there is left out.
+std::vector<XmlTree::Attribute> XmlTree::allAttributes(XmlNode node) const
+{
+    std::vector<Attribute> all;
+    const auto edit = edits.constFind(node);
+    if (!isNew(node)) {
+        const XmlTag tag(startTag(node));
+        for (const XmlTag::Attribute &read : tag.attributes()) {
+            const bool isEdited = edit != edits.cend()
+                && std::any_of(edit->attributes.begin(), edit->attributes.end(),
+                               [&](const Attribute &a) {
+                                   return matches(node, read.name, a.local);
+                               });
+            if (!isEdited)
+                all.push_back(
+                    {read.name.toByteArray(), read.value.toByteArray().replace('"', "&quot;")});
+        }
+    }
+    if (edit != edits.cend()) {
+        for (const Attribute &attribute : edit->attributes) {
+            if (attribute.value)
+                all.push_back(attribute);
+        }
+    }
+    return all;
+}
+
+// Recursive as the writer is: what is indexed is not nested deep.
+XmlNode XmlTree::copyInto(XmlNode node, XmlNode parent, XmlNode after, const IsOpaque &isOpaque)
+{
+    const bool isLeaf = first(node) == 0 || isOpaque(node);
+    Edit edit;
+    edit.attributes = allAttributes(node);
+    if (isLeaf && !content(node).isEmpty())
+        edit.content = content(node).toByteArray();
+    const XmlNode made = link(parent, after, at(node).name);
+    if (!edit.isNothing())
+        edits.insert(made, edit);
+    XmlNode behind = 0;
+    for (XmlNode child = isLeaf ? 0 : first(node); child != 0; child = next(child))
+        behind = copyInto(child, made, behind, isOpaque);
+    return made;
+}
+
+// Of the node and everything in it, without recursion.
+QHash<XmlNode, XmlTree::Edit> XmlTree::takeEdits(XmlNode node)
+{
+    QHash<XmlNode, Edit> taken;
     for (XmlNode at = node;;) {
-        edits.remove(at);
+        if (const auto edit = edits.find(at); edit != edits.end()) {
+            taken.insert(at, *edit);
+            edits.erase(edit);
+        }
         if (first(at) != 0) {
             at = first(at);
             continue;
@@ -261,7 +386,7 @@ void XmlTree::forgetEdits(XmlNode node)
         while (at != node && next(at) == 0)
             at = parent(at);
         if (at == node)
-            return;
+            return taken;
         at = next(at);
     }
 }

@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QString>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -65,6 +66,24 @@ public:
                             QByteArrayView prefix, std::uint32_t space);
     // Removes the element, all in it, and the line it stood on if it stood alone.
     void remove(XmlNode node);
+    // Adds a copy of an element, with all in it, behind a child of another parent. What is opaque
+    // is copied as bytes, and its elements are not seen. 0 when there is more between the others
+    // than blanks, or prefixes mean something else there.
+    using IsOpaque = std::function<bool(XmlNode)>;
+    XmlNode copy(XmlNode node, XmlNode parent, XmlNode after, const IsOpaque &isOpaque);
+    // Counts the copies.
+    std::uint64_t copies() const { return copyCount; }
+
+    // What was removed, in order, and where it was. Whatever is removed can be put back, with its
+    // edits; its parent must be there.
+    struct Place
+    {
+        XmlNode node;
+        XmlNode parent;
+    };
+    std::size_t removals() const { return removalLog.size(); }
+    Place removal(std::size_t number) const;
+    void putBack(std::size_t number);
 
     // Counts edits.
     std::uint64_t revision() const { return edition; }
@@ -99,6 +118,13 @@ private:
         bool isNothing() const { return !content && attributes.empty() && !hasNewChildren; }
     };
 
+    struct Removal
+    {
+        Place place;
+        XmlNode previous = 0;
+        QHash<XmlNode, Edit> edits;
+    };
+
     const XmlElement &at(XmlNode node) const;
     XmlElement &at(XmlNode node);
     QByteArrayView originalPart(std::uint32_t from, std::uint32_t to) const;
@@ -110,7 +136,12 @@ private:
     std::optional<QByteArrayView> originalAttribute(XmlNode node, QByteArrayView local) const;
     const Attribute *editedAttribute(XmlNode node, QByteArrayView local) const;
     XmlNode link(XmlNode parent, XmlNode after, std::uint32_t name);
-    void forgetEdits(XmlNode node);
+    void relink(XmlNode node, XmlNode parent, XmlNode after);
+    XmlNode placeAmong(XmlNode parent, XmlNode node, XmlNode previous) const;
+    bool isCopyable(XmlNode node, const IsOpaque &isOpaque) const;
+    XmlNode copyInto(XmlNode node, XmlNode parent, XmlNode after, const IsOpaque &isOpaque);
+    std::vector<Attribute> allAttributes(XmlNode node) const;
+    QHash<XmlNode, Edit> takeEdits(XmlNode node);
     void dropIfNothing(XmlNode node);
 
     QByteArray original;
@@ -123,7 +154,9 @@ private:
     QHash<XmlNode, Edit> edits;
     // Only nodes that were read; there may be removed ones inside others.
     std::vector<XmlNode> removed;
+    std::vector<Removal> removalLog;
     std::uint64_t edition = 0;
+    std::uint64_t copyCount = 0;
 };
 
 } // namespace MorvalenCore

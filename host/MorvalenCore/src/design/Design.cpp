@@ -1,5 +1,6 @@
 #include "design/Design.h"
 
+#include "design/FileRenaming.h"
 #include "design/RememberedSelection.h"
 #include "log/hostlog.h"
 #include "structures/structures.h"
@@ -285,6 +286,17 @@ Result<DesignFile *> Design::tryAddFile(const QString &actualPath, const QString
     Result<DesignFile *> file = files.add(actualPath, node);
     endProcessingCycle(false);
     return file;
+}
+
+Status Design::tryRenameFile(const QString &path, const QString &newPath)
+{
+    return FileRenaming(*this, path, newPath).run();
+}
+
+Status Design::tryMoveFile(const QString &path, const QString &node)
+{
+    return node.isEmpty() ? Status::invalidArgument(u"The name of a file set cannot be empty"_s)
+                          : files.moveTo(path, node);
 }
 
 void Design::setActiveFiles(const QList<QPointer<DesignFile>> &active)

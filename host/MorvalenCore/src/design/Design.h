@@ -11,6 +11,7 @@
 #include "items/DesignState.h"
 
 #include <MorvalenCore/IDesign.h>
+#include <MorvalenCore/IDesignEditing.h>
 
 #include <Qtilities/Status.h>
 
@@ -23,12 +24,14 @@ namespace MorvalenCore {
 //
 // What it consists of are objects of their own, which it joins: its state (the document), its
 // items, its builds, its place on disk, and the cycles in which it tells of changes.
-class Design final : public QObject, public Interfaces::IDesign
+class Design final : public QObject, public Interfaces::IDesign, public Interfaces::IDesignEditing
 {
     Q_OBJECT
-    Q_INTERFACES(MorvalenCore::Interfaces::IDesign)
+    Q_INTERFACES(MorvalenCore::Interfaces::IDesign MorvalenCore::Interfaces::IDesignEditing)
 
 public:
+    using Status = Qtilities::Core::Status;
+
     // A new design without a working folder. Fails for a name that the format cannot carry.
     static Qtilities::Core::Result<std::unique_ptr<Design>>
     create(const DocumentFormat &format, const QString &type, const QString &name);
@@ -156,6 +159,12 @@ public:
         return propertyItems.active.get();
     }
     void setActiveProperties(const QList<QPointer<DesignProperty>> &active) override;
+
+    Status tryRenameFile(const QString &path, const QString &newPath) override;
+    Status tryMoveFile(const QString &path, const QString &node) override;
+    Status tryRestoreFile(const QString &path) override { return files.restore(path); }
+    Status tryRestoreFolder(const QString &path) override { return folderItems.restore(path); }
+    Status tryRestoreProperty(const QString &name) override { return propertyItems.restore(name); }
 
     QStringList buildConfigurationNames() const override { return builds.names(); }
     BuildConfiguration *buildConfiguration(const QString &name) const override

@@ -61,6 +61,11 @@ public:
     virtual DocumentBuilds &builds() = 0;
     virtual const DocumentBuilds &builds() const = 0;
 
+    // Counts what was removed from the document, and brings back what was removed from one count to
+    // another, as it was. Refuses, with nothing changed, when its place is taken.
+    virtual std::size_t removals() const = 0;
+    virtual Qtilities::Core::Status restore(std::size_t from, std::size_t to) = 0;
+
     // Whether there are edits that save() has not written; true for a new document.
     virtual bool isModified() const = 0;
 

@@ -83,6 +83,10 @@ public:
     // Removes this one entry. The file set stays, even when it is empty now.
     virtual void remove(FileId file) = 0;
 
+    // Makes this entry the last one of another set, with all that is said of it; it has another id
+    // then.
+    virtual Qtilities::Core::Result<FileId> move(FileId file, FileSetId set) = 0;
+
     virtual Qtilities::Core::Status setPath(FileId file, const QString &path) = 0;
     // An empty text removes it, so that what the file set says shows again.
     virtual Qtilities::Core::Status setCategory(FileId file, const QString &category) = 0;

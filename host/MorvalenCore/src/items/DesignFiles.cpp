@@ -117,6 +117,54 @@ Result<FileSetId> DesignFiles::fileSetForFiles(const QString &name)
     return set;
 }
 
+Status DesignFiles::moveTo(const QString &path, const QString &node)
+{
+    const FileItem *item = lookUp(path);
+    if (!item)
+        return Status::notFound(
+            u"The design \"%1\" does not have \"%2\""_s.arg(state.name(), path));
+    if (item->node() == node)
+        return {};
+    return state.change([&] {
+        const Status accepted = checkMove(*item, node);
+        return accepted.isOk() ? moveEntry(item->elements().first(), node) : accepted;
+    });
+}
+
+Status DesignFiles::checkMove(const FileItem &item, const QString &node) const
+{
+    if (item.elements().isEmpty())
+        return Status::unsupported(
+            u"The file \"%1\" is made by a build and stays among those"_s.arg(item.actualPath()));
+    if (item.elements().size() > 1)
+        return Status::unsupported(
+            u"The file \"%1\" is in several file sets"_s.arg(item.actualPath()));
+    // Cleaning deletes what is there.
+    if (node == nodeOfMade() || holdsGeneratedFiles(node))
+        return Status::invalidArgument(
+            u"The file set \"%1\" is for generated files only"_s.arg(node));
+    return {};
+}
+
+Status DesignFiles::moveEntry(FileId entry, const QString &node)
+{
+    const bool isThere = bool(part().fileSet(node));
+    const Result<FileSetId> set = fileSetNamed(node);
+    if (!set.isOk())
+        return set.status();
+    types.removing(entry);
+    const Result<FileId> moved = part().move(entry, set.value());
+    types.added(moved.isOk() ? moved.value() : entry);
+    if (!moved.isOk()) {
+        if (!isThere)
+            part().removeEmpty(set.value());
+        return moved.status();
+    }
+    table.replace(entry, moved.value());
+    removed();
+    return {};
+}
+
 void DesignFiles::removed()
 {
     setsForFiles.removeIf([this](FileSetId set) {

@@ -22,6 +22,8 @@ public:
     QList<DesignFile *> underNode(const QString &node, bool recursive) const;
     bool hasNode(const QString &node) const;
     QStringList nodeNames() const;
+    // Moves a file to another file set, which is made where there is none.
+    Qtilities::Core::Status moveTo(const QString &path, const QString &node);
 
     // What builds have made is kept elsewhere, and the document does not change by it. A file that
     // the design does not have comes into the node of those; so it stands until somebody changes
@@ -39,6 +41,9 @@ private:
     void removing(FileItem &item) override;
     void moving(FileItem &item) override { removing(item); }
     void removed() override;
+    void restored(FileId entry) override { types.added(entry); }
+    Qtilities::Core::Status checkMove(const FileItem &item, const QString &node) const;
+    Qtilities::Core::Status moveEntry(FileId entry, const QString &node);
     QList<DesignFile *> madeUnderNode(const QString &node, bool recursive) const;
     Qtilities::Core::Result<FileId> addEntry(const QString &text, const QString &node);
     Qtilities::Core::Result<FileSetId> fileSetOf(const QString &text, const QString &node);

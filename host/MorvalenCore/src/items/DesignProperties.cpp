@@ -76,9 +76,32 @@ Status DesignProperties::remove(const QString &name)
                     u"The property \"%1\" of the design \"%2\" cannot be removed"_s.arg(
                         name, state.name()));
         }
+        RemovedItem<PropertyId> record {item->elements(), state.document().removals(), 0};
         for (const PropertyId &entry : item->elements())
             document.remove(entry);
+        record.to = state.document().removals();
+        gone.insert(name, record);
         table.remove(name);
+        return Status();
+    });
+}
+
+Status DesignProperties::restore(const QString &name)
+{
+    const RemovedItem<PropertyId> record = gone.value(name);
+    if (record.elements.isEmpty())
+        return Status::notFound(
+            u"Nothing has removed the property \"%1\" from the design \"%2\""_s.arg(name,
+                                                                                    state.name()));
+    return state.change([&] {
+        Status status = checkName(name);
+        if (status.isOk())
+            status = state.document().restore(record.from, record.to);
+        if (!status.isOk())
+            return status;
+        gone.remove(name);
+        for (const PropertyId &entry : record.elements)
+            takeUp(name, entry);
         return Status();
     });
 }

@@ -20,7 +20,11 @@ public:
 
     // Takes up what the document holds. A parameter without a name is none of ours.
     void load();
-    void clear() { table.clear(); }
+    void clear()
+    {
+        table.clear();
+        gone.clear();
+    }
 
     // See IDesign for what these do.
     DesignProperty *find(const QString &name) const { return table.byKey(name); }
@@ -28,6 +32,8 @@ public:
     add(const QString &name, const Qtilities::Core::QtilitiesCategory &category,
         const QVariant &value, bool readOnly);
     Qtilities::Core::Status remove(const QString &name);
+    // Brings back a property that was removed, as it was in the document.
+    Qtilities::Core::Status restore(const QString &name);
     QList<DesignProperty *> all() const;
 
     // Whether a property can get that name.
@@ -42,6 +48,7 @@ private:
 
     DesignState &state;
     ItemTable<PropertyItem, PropertyId> table;
+    QHash<QString, RemovedItem<PropertyId>> gone;
 };
 
 } // namespace MorvalenCore

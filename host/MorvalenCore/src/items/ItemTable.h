@@ -89,6 +89,14 @@ public:
             keys.insert(newKey, item);
     }
 
+    // The item stands for another element in place of one.
+    void replace(Id oldId, Id newId)
+    {
+        const std::shared_ptr<Item> item = ids.take(oldId);
+        item->replaceElement(oldId, newId);
+        ids.insert(newId, item);
+    }
+
     // Destroys the item.
     void remove(const QString &key)
     {
@@ -110,6 +118,16 @@ private:
     QHash<QString, Item *> keys;
     QHash<Id, std::shared_ptr<Item>> ids;
     ArrivalOrder<QString, std::shared_ptr<Item>> loose;
+};
+
+// What an item that was removed stood for, and the count of the document's removals before and
+// after.
+template <typename Id>
+struct RemovedItem
+{
+    Elements<Id> elements;
+    std::size_t from = 0;
+    std::size_t to = 0;
 };
 
 // The active items of one kind. Those that were destroyed drop out.

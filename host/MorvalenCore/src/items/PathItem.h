@@ -11,6 +11,8 @@
 
 #include <QDynamicPropertyChangeEvent>
 
+#include <algorithm>
+
 namespace MorvalenCore {
 
 // An item of a design that stands for a path, kept in the design's document: what files and
@@ -89,6 +91,10 @@ public:
     {
         entries.append(element);
         shared.load(element);
+    }
+    void replaceElement(Id oldId, Id newId)
+    {
+        std::replace(entries.begin(), entries.end(), oldId, newId);
     }
     void setKnownPath(const QString &newPath) { path = newPath; }
 

@@ -24,7 +24,11 @@ public:
         }
     }
 
-    void clear() { table.clear(); }
+    void clear()
+    {
+        table.clear();
+        gone.clear();
+    }
 
     // By actual path or by a path of the design's folder; null when there is none.
     Base *find(const QString &path) const { return lookUp(path); }
@@ -37,13 +41,42 @@ public:
                 QStringLiteral("The design \"%1\" does not have \"%2\"").arg(state.name(), path));
         return state.change([&] {
             removing(*item);
+            RemovedItem<Id> record {item->elements(), state.document().removals(), 0};
             for (const Id &element : item->elements()) {
                 removing(element);
                 part().remove(element);
             }
             removed();
-            table.remove(item->actualPath());
+            record.to = state.document().removals();
+            const QString key = item->actualPath();
+            gone.insert(key, record);
+            table.remove(key);
             return Qtilities::Core::Status();
+        });
+    }
+
+    // Brings back an item that was removed, as it was in the document.
+    Qtilities::Core::Status restore(const QString &path)
+    {
+        using Qtilities::Core::Status;
+        const QString key = keyOf(path);
+        const RemovedItem<Id> record = gone.value(key);
+        if (record.elements.isEmpty())
+            return Status::notFound(
+                QStringLiteral("Nothing has removed the %1 \"%2\" from the design \"%3\"")
+                    .arg(wordFor(kindOf(Id())), path, state.name()));
+        return state.change([&] {
+            Status status = check(path, key);
+            if (status.isOk())
+                status = state.document().restore(record.from, record.to);
+            if (!status.isOk())
+                return status;
+            gone.remove(key);
+            for (const Id &element : record.elements) {
+                takeUp(key, element);
+                restored(element);
+            }
+            return Status();
         });
     }
 
@@ -85,6 +118,8 @@ protected:
     virtual void removing(Id) { }
     // Called when the elements of an item are gone.
     virtual void removed() { }
+    // Called when an element is there again.
+    virtual void restored(Id) { }
 
     // The one flow of adding: makeElement(text) writes the element of an accepted path into the
     // document, under the text to keep, and returns it.
@@ -110,12 +145,6 @@ protected:
 
     auto &part() const { return partOf(state.document(), Id()); }
 
-    DesignState &state;
-    ItemTable<Item, Id> table;
-
-private:
-    QString keyOf(const QString &path) const { return actualItemPath(path, state.folder()); }
-
     Item *lookUp(const QString &path) const
     {
         Item *item = table.byKey(keyOf(path));
@@ -123,6 +152,12 @@ private:
         // below a folder whose name holds a backslash.
         return item || !path.startsWith(u'/') ? item : table.byKey(path);
     }
+
+    DesignState &state;
+    ItemTable<Item, Id> table;
+
+private:
+    QString keyOf(const QString &path) const { return actualItemPath(path, state.folder()); }
 
     Item *takeUp(const QString &key, Id element)
     {
@@ -148,6 +183,8 @@ private:
                     .arg(state.name(), word, key));
         return {};
     }
+
+    QHash<QString, RemovedItem<Id>> gone;
 };
 
 } // namespace MorvalenCore
