@@ -87,10 +87,6 @@
         <translation>Konfiguration ent&amp;fernen...</translation>
     </message>
     <message>
-        <source>&amp;Build &quot;%1&quot;</source>
-        <translation>„%1“ &amp;erstellen</translation>
-    </message>
-    <message>
         <source>&amp;Build &quot;%1&quot; of &quot;%2&quot;</source>
         <translation>„%1“ von „%2“ &amp;erstellen</translation>
     </message>
@@ -125,6 +121,10 @@
     <message>
         <source>Not Removed</source>
         <translation>Nicht entfernt</translation>
+    </message>
+    <message>
+        <source>Build A&amp;ll Steps of &quot;%1&quot; of &quot;%2&quot;</source>
+        <translation>A&amp;lle Schritte von „%1“ von „%2“ erstellen</translation>
     </message>
 </context>
 <context>
@@ -451,10 +451,6 @@
         <translation>Filter</translation>
     </message>
     <message>
-        <source>Shows only the items with these words in their names</source>
-        <translation>Zeigt nur die Einträge mit diesen Wörtern im Namen</translation>
-    </message>
-    <message>
         <source>Not Opened</source>
         <translation>Nicht geöffnet</translation>
     </message>
@@ -682,6 +678,58 @@
         <source>Generated (%1)</source>
         <translation>Erzeugt (%1)</translation>
     </message>
+    <message>
+        <source>The design &quot;%1&quot; keeps its files where they are</source>
+        <translation>Das Design „%1“ lässt seine Dateien, wo sie sind</translation>
+    </message>
+    <message>
+        <source>The design does not rename files</source>
+        <translation>Das Design benennt keine Dateien um</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no name for a file</source>
+        <translation>„%1“ ist kein Name für eine Datei</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has changes in the editor that are not saved</source>
+        <translation>„%1“ hat im Editor Änderungen, die nicht gespeichert sind</translation>
+    </message>
+    <message>
+        <source>Not Moved</source>
+        <translation>Nicht verschoben</translation>
+    </message>
+    <message>
+        <source>Shows only the items with these words in their paths, names or categories</source>
+        <translation>Zeigt nur die Einträge mit diesen Wörtern in ihren Pfaden, Namen oder Kategorien</translation>
+    </message>
+    <message>
+        <source>Pas&amp;te</source>
+        <translation>E&amp;infügen</translation>
+    </message>
+    <message>
+        <source>Rena&amp;me</source>
+        <translation>U&amp;mbenennen</translation>
+    </message>
+    <message>
+        <source>C&amp;ut</source>
+        <translation>A&amp;usschneiden</translation>
+    </message>
+    <message>
+        <source>Not Brought Back</source>
+        <translation>Nicht zurückgeholt</translation>
+    </message>
+    <message>
+        <source>Copy &amp;Names</source>
+        <translation>&amp;Namen kopieren</translation>
+    </message>
+    <message>
+        <source>E&amp;xpand All</source>
+        <translation>Alles aufkla&amp;ppen</translation>
+    </message>
+    <message>
+        <source>Co&amp;llapse All</source>
+        <translation>Alles &amp;zuklappen</translation>
+    </message>
 </context>
 <context>
     <name>DesignTreeView</name>
@@ -749,6 +797,10 @@
     <message>
         <source>&amp;Edit</source>
         <translation>&amp;Bearbeiten</translation>
+    </message>
+    <message>
+        <source>&amp;Find...</source>
+        <translation>&amp;Suchen...</translation>
     </message>
 </context>
 <context>
@@ -901,10 +953,6 @@ Ein Doppelklick auf die Datei eines Designs öffnet sie.</translation>
         <translation>&amp;Datei</translation>
     </message>
     <message>
-        <source>&amp;Close Design</source>
-        <translation>Design s&amp;chließen</translation>
-    </message>
-    <message>
         <source>Pre&amp;ferences...</source>
         <translation>&amp;Einstellungen...</translation>
     </message>
@@ -921,8 +969,12 @@ Ein Doppelklick auf die Datei eines Designs öffnet sie.</translation>
         <translation>Ö&amp;ffnen...</translation>
     </message>
     <message>
-        <source>&amp;Close &quot;%1&quot;</source>
-        <translation>„%1“ s&amp;chließen</translation>
+        <source>Close &amp;Design</source>
+        <translation>&amp;Design schließen</translation>
+    </message>
+    <message>
+        <source>Close &amp;Design &quot;%1&quot;</source>
+        <translation>&amp;Design „%1“ schließen</translation>
     </message>
 </context>
 <context>
@@ -1581,6 +1633,10 @@ Ein Doppelklick auf die Datei eines Designs öffnet sie.</translation>
     <message>
         <source>Entries were run again, of which one has failed; what those before it did is not here</source>
         <translation>Einträge wurden noch einmal ausgeführt, von denen einer fehlgeschlagen ist; was die davor getan haben, steht hier nicht</translation>
+    </message>
+    <message>
+        <source>Designs</source>
+        <translation>Designs</translation>
     </message>
 </context>
 <context>

@@ -38,7 +38,8 @@ void followInEditor(const QPointer<EditorPage> &page, const QString &newPath, QW
     if (!page || !area)
         return;
     const bool isInFront = area->currentPage() == page && area->isVisible();
-    area->closePage(page);
+    // Closing it as users do would ask what to do about a file that is gone.
+    page->deleteLater();
     Qtilities::Logging::logStatus(EditorManager::instance()
                                       ->tryCreateEditorForPath(newPath, QString(), isInFront, false)
                                       .status(),
@@ -89,8 +90,9 @@ void arranging::rename(const TreeRow &file, const QString &name, QWidget *window
     if (status.isOk() && name.contains(u'/'))
         status = Status::invalidArgument(DesignTree::tr("\"%1\" is no name for a file").arg(name));
     if (status.isOk() && page && page->isModified())
-        status = Status::conflict(
-            DesignTree::tr("\"%1\" has changes in the editor that are not saved").arg(page->title()));
+        status =
+            Status::conflict(DesignTree::tr("\"%1\" has changes in the editor that are not saved")
+                                 .arg(page->title()));
     if (!attempt.take(status))
         return;
     const QString newPath = name.isEmpty() ? QString() : QFileInfo(path).path() + u'/' + name;
@@ -112,8 +114,7 @@ bool arranging::mayMove(const QList<TreeRow> &files, const TreeRow &target)
     });
 }
 
-void arranging::move(const QList<TreeRow> &files, const TreeRow &target, bool stay,
-                     QWidget *window)
+void arranging::move(const QList<TreeRow> &files, const TreeRow &target, bool stay, QWidget *window)
 {
     if (!mayMove(files, target))
         return;

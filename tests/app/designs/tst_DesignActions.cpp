@@ -70,14 +70,27 @@ void tst_DesignActions::menuOfADesign()
 {
     QVERIFY(fixture->session.create(u"fifo"_s));
     QVERIFY(fixture->follow());
-    QCOMPARE(
-        DesignTreeFixture::entries(fixture->menu(row(u"uart"_s))),
-        (QStringList {u"Set Active"_s, u"Save"_s, u"Save a Copy..."_s,
-                      u"Clean Generated Files..."_s, u"Clean Generated Files of All Versions..."_s,
-                      u"(Assign a Working Folder)"_s, u"Open in File Manager"_s, u"Copy Id"_s,
-                      u"Rename..."_s, u"Properties of the Design..."_s, u"Close"_s,
-                      u"Close and Delete Working Folder..."_s, u"Add Files..."_s,
-                      u"Add New File..."_s, u"Add Folder..."_s, u"Add Property..."_s}));
+    QCOMPARE(DesignTreeFixture::entries(fixture->menu(row(u"uart"_s))),
+             (QStringList {u"Set Active"_s,
+                           u"Save"_s,
+                           u"Save a Copy..."_s,
+                           u"Clean Generated Files..."_s,
+                           u"Clean Generated Files of All Versions..."_s,
+                           u"(Assign a Working Folder)"_s,
+                           u"Open in File Manager"_s,
+                           u"Copy Id"_s,
+                           u"Rename..."_s,
+                           u"Properties of the Design..."_s,
+                           u"Close"_s,
+                           u"Close and Delete Working Folder..."_s,
+                           u"Add Files..."_s,
+                           u"Add New File..."_s,
+                           u"(Paste)"_s,
+                           u"Add Folder..."_s,
+                           u"Add Property..."_s,
+                           u"Copy Names"_s,
+                           u"Expand All"_s,
+                           u"Collapse All"_s}));
 }
 
 void tst_DesignActions::menuOfAReadOnlyDesign()
@@ -85,13 +98,26 @@ void tst_DesignActions::menuOfAReadOnlyDesign()
     uart->setReadOnly(true);
     QVERIFY(fixture->follow());
     QCOMPARE(DesignTreeFixture::entries(fixture->menu(row(u"uart"_s))),
-             (QStringList {u"(Set Active)"_s, u"Save"_s, u"Save a Copy..."_s,
+             (QStringList {u"(Set Active)"_s,
+                           u"Save"_s,
+                           u"Save a Copy..."_s,
                            u"(Clean Generated Files...)"_s,
                            u"(Clean Generated Files of All Versions...)"_s,
-                           u"(Assign a Working Folder)"_s, u"Open in File Manager"_s, u"Copy Id"_s,
-                           u"(Rename...)"_s, u"Properties of the Design..."_s, u"Close"_s,
-                           u"Close and Delete Working Folder..."_s, u"(Add Files...)"_s,
-                           u"(Add New File...)"_s, u"(Add Folder...)"_s, u"(Add Property...)"_s}));
+                           u"(Assign a Working Folder)"_s,
+                           u"Open in File Manager"_s,
+                           u"Copy Id"_s,
+                           u"(Rename...)"_s,
+                           u"Properties of the Design..."_s,
+                           u"Close"_s,
+                           u"Close and Delete Working Folder..."_s,
+                           u"(Add Files...)"_s,
+                           u"(Add New File...)"_s,
+                           u"(Paste)"_s,
+                           u"(Add Folder...)"_s,
+                           u"(Add Property...)"_s,
+                           u"Copy Names"_s,
+                           u"Expand All"_s,
+                           u"Collapse All"_s}));
 }
 
 void tst_DesignActions::menuOfSeveralDesigns()
@@ -102,7 +128,8 @@ void tst_DesignActions::menuOfSeveralDesigns()
     fixture->select(row(u"fifo"_s), Qt::ControlModifier);
     QCOMPARE(DesignTreeFixture::entries(fixture->menu(row(u"uart"_s))),
              (QStringList {u"Save"_s, u"Open in File Manager"_s, u"Copy Id"_s, u"Close"_s,
-                           u"Close and Delete Working Folder..."_s}));
+                           u"Close and Delete Working Folder..."_s, u"Copy Names"_s,
+                           u"Expand All"_s, u"Collapse All"_s}));
 }
 
 void tst_DesignActions::activates()

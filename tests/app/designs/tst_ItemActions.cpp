@@ -34,32 +34,45 @@ void tst_ItemActions::menusOfItems_data()
     QTest::addColumn<QStringList>("expected");
     QTest::newRow("menu-1 file") << QStringList {u"Files"_s, u"rtl"_s, u"a.v"_s}
                                  << QStringList {u"Open"_s,
+                                                 u"Rename"_s,
                                                  u"Set Active"_s,
                                                  u"Add to Active"_s,
                                                  u"(Take from Active)"_s,
                                                  u"Category..."_s,
                                                  u"Shared Properties..."_s,
+                                                 u"Cut"_s,
+                                                 u"(Paste)"_s,
                                                  u"Copy Path"_s,
                                                  u"Open in File Manager"_s,
                                                  u"Remove from Design..."_s,
-                                                 u"Delete from Disk..."_s};
+                                                 u"Delete from Disk..."_s,
+                                                 u"Copy Names"_s};
     QTest::newRow("menu-2 folder")
         << QStringList {u"Folders"_s, u"rtl"_s}
-        << QStringList {
-               u"Set Active"_s,           u"Add to Active"_s,         u"(Take from Active)"_s,
-               u"Category..."_s,          u"Shared Properties..."_s,  u"Copy Path"_s,
-               u"Open in File Manager"_s, u"Remove from Design..."_s, u"Delete from Disk..."_s};
+        << QStringList {u"Set Active"_s,           u"Add to Active"_s,
+                        u"(Take from Active)"_s,   u"Category..."_s,
+                        u"Shared Properties..."_s, u"Copy Path"_s,
+                        u"Open in File Manager"_s, u"Remove from Design..."_s,
+                        u"Delete from Disk..."_s,  u"Copy Names"_s};
     QTest::newRow("menu-3 property")
-        << QStringList {u"Properties"_s, u"p"_s}
-        << QStringList {u"Edit Value"_s,           u"Set Active"_s,           u"Add to Active"_s,
-                        u"(Take from Active)"_s,   u"Shared Properties..."_s, u"Copy Value"_s,
-                        u"Remove from Design..."_s};
+        << QStringList {u"Properties"_s, u"p"_s} << QStringList {u"Edit Value"_s,
+                                                                 u"Set Active"_s,
+                                                                 u"Add to Active"_s,
+                                                                 u"(Take from Active)"_s,
+                                                                 u"Shared Properties..."_s,
+                                                                 u"Copy Value"_s,
+                                                                 u"Remove from Design..."_s,
+                                                                 u"Copy Names"_s};
     QTest::newRow("menu-4 node") << QStringList {u"Files"_s, u"rtl"_s}
-                                 << QStringList {u"Add Files..."_s, u"Add New File..."_s};
+                                 << QStringList {u"Add Files..."_s, u"Add New File..."_s,
+                                                 u"(Paste)"_s,      u"Copy Names"_s,
+                                                 u"Expand All"_s,   u"Collapse All"_s};
     QTest::newRow("menu-5 folders")
-        << QStringList {u"Folders"_s} << QStringList {u"Add Folder..."_s};
+        << QStringList {u"Folders"_s}
+        << QStringList {u"Add Folder..."_s, u"Copy Names"_s, u"Expand All"_s, u"Collapse All"_s};
     QTest::newRow("menu-6 properties")
-        << QStringList {u"Properties"_s} << QStringList {u"Add Property..."_s};
+        << QStringList {u"Properties"_s}
+        << QStringList {u"Add Property..."_s, u"Copy Names"_s, u"Expand All"_s, u"Collapse All"_s};
 }
 
 void tst_ItemActions::menusOfItems()
@@ -73,11 +86,12 @@ void tst_ItemActions::readOnlyDesignsTakeNoChange()
 {
     uart->setReadOnly(true);
     QVERIFY(fixture->follow());
-    QCOMPARE(DesignTreeFixture::entries(fixture->menu(file(u"a.v"_s))),
-             (QStringList {u"Open"_s, u"Set Active"_s, u"Add to Active"_s, u"(Take from Active)"_s,
-                           u"(Category...)"_s, u"Shared Properties..."_s, u"Copy Path"_s,
-                           u"Open in File Manager"_s, u"(Remove from Design...)"_s,
-                           u"(Delete from Disk...)"_s}));
+    QCOMPARE(
+        DesignTreeFixture::entries(fixture->menu(file(u"a.v"_s))),
+        (QStringList {u"Open"_s, u"(Rename)"_s, u"Set Active"_s, u"Add to Active"_s,
+                      u"(Take from Active)"_s, u"(Category...)"_s, u"Shared Properties..."_s,
+                      u"(Cut)"_s, u"(Paste)"_s, u"Copy Path"_s, u"Open in File Manager"_s,
+                      u"(Remove from Design...)"_s, u"(Delete from Disk...)"_s, u"Copy Names"_s}));
     QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
     press(Qt::Key_Delete);
     QVERIFY(!QApplication::activeModalWidget());

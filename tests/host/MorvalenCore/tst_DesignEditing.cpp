@@ -114,8 +114,8 @@ void tst_DesignEditing::restoresFilesToTheByte_data()
 {
     QTest::addColumn<QStringList>("removed");
     QTest::addColumn<QStringList>("restored");
-    QTest::newRow("back-1 the first") << QStringList {u"rtl/uart.v"_s}
-                                      << QStringList {u"rtl/uart.v"_s};
+    QTest::newRow("back-1 the first")
+        << QStringList {u"rtl/uart.v"_s} << QStringList {u"rtl/uart.v"_s};
     QTest::newRow("back-2 one with a comment")
         << QStringList {u"rtl/fifo.v"_s} << QStringList {u"rtl/fifo.v"_s};
     const QStringList all {u"rtl/uart.v"_s, u"rtl/fifo.v"_s, u"sim/tb.vhd"_s};
@@ -248,13 +248,12 @@ void tst_DesignEditing::refusesToMove_data()
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("node");
     QTest::addColumn<QString>("text");
-    QTest::newRow("stay-1 unknown") << u"x.v"_s << u"sim"_s
-                                    << u"The design \"uart\" does not have \"x.v\""_s;
-    QTest::newRow("stay-2 no name") << u"rtl/uart.v"_s << QString()
-                                    << u"The name of a file set cannot be empty"_s;
+    QTest::newRow("stay-1 unknown")
+        << u"x.v"_s << u"sim"_s << u"The design \"uart\" does not have \"x.v\""_s;
+    QTest::newRow("stay-2 no name")
+        << u"rtl/uart.v"_s << QString() << u"The name of a file set cannot be empty"_s;
     QTest::newRow("stay-3 among generated ones")
-        << u"rtl/uart.v"_s << u"made"_s
-        << u"The file set \"made\" is for generated files only"_s;
+        << u"rtl/uart.v"_s << u"made"_s << u"The file set \"made\" is for generated files only"_s;
     QTest::newRow("stay-4 where builds keep theirs")
         << u"rtl/uart.v"_s << u"generated"_s
         << u"The file set \"generated\" is for generated files only"_s;
@@ -282,12 +281,13 @@ void tst_DesignEditing::renamesOnDiskAndEverywhere()
     QVERIFY(added.isOk());
     BuildDescription description = added.value()->description();
     description.macros = {{u"TOP"_s, u"rtl/uart.v"_s}};
-    description.steps = {{u"one"_s,
-                          u"lint rtl/uart.v './rtl/uart.v' xrtl/uart.v rtl/uart.vh rtl/uart.v.bak "_s
-                              + ip(u"rtl/uart.v"_s) + u"; cat rtl/uart.v."_s,
-                          {u"rtl/uart.v"_s, u"./rtl/uart.v"_s, u"rtl/fifo.v"_s},
-                          {u"out/rtl/uart.v"_s},
-                          {}}};
+    description.steps = {
+        {u"one"_s,
+         u"lint rtl/uart.v './rtl/uart.v' xrtl/uart.v rtl/uart.vh rtl/uart.v.bak "_s
+             + ip(u"rtl/uart.v"_s) + u"; cat rtl/uart.v."_s,
+         {u"rtl/uart.v"_s, u"./rtl/uart.v"_s, u"rtl/fifo.v"_s},
+         {u"out/rtl/uart.v"_s},
+         {}}};
     QVERIFY(added.value()->trySetDescription(description).isOk());
     const DesignFile *file = design->fileByActualPath(u"rtl/uart.v"_s, false);
     const Status renamed = editing->tryRenameFile(u"rtl/uart.v"_s, u"rtl/se rial.v"_s);
@@ -301,8 +301,7 @@ void tst_DesignEditing::renamesOnDiskAndEverywhere()
         + ip(u"rtl/se rial.v"_s) + u"; cat rtl/se rial.v."_s;
     description.steps.first().inputs = {u"rtl/se rial.v"_s, u"./rtl/se rial.v"_s, u"rtl/fifo.v"_s};
     QCOMPARE(added.value()->description().macros.first().value, description.macros.first().value);
-    QCOMPARE(added.value()->description().steps.first().command,
-             description.steps.first().command);
+    QCOMPARE(added.value()->description().steps.first().command, description.steps.first().command);
     QVERIFY(added.value()->description() == description);
     QVERIFY(saved().contains("<ipxact:name>rtl/se rial.v</ipxact:name>"));
 }
@@ -320,19 +319,21 @@ void tst_DesignEditing::refusesToRename_data()
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("newPath");
     QTest::addColumn<QString>("text");
-    QTest::newRow("name-1 unknown") << u"x.v"_s << u"y.v"_s
-                                    << u"The design \"uart\" does not have \"x.v\""_s;
-    QTest::newRow("name-2 empty") << u"rtl/uart.v"_s << QString() << u"\"\" is no name for a file"_s;
-    QTest::newRow("name-3 a folder") << u"rtl/uart.v"_s << u"rtl/"_s
-                                     << u"\"rtl/\" is no name for a file"_s;
-    QTest::newRow("name-4 in the design") << u"rtl/uart.v"_s << u"rtl/fifo.v"_s
-                                          << u"The design \"uart\" has the file \"%1/rtl/fifo.v\" already"_s;
-    QTest::newRow("name-5 on disk") << u"rtl/uart.v"_s << u"rtl/there.v"_s
-                                    << u"There is \"%1/rtl/there.v\" already"_s;
-    QTest::newRow("name-6 a dangling link") << u"rtl/uart.v"_s << u"rtl/dangling.v"_s
-                                            << u"There is \"%1/rtl/dangling.v\" already"_s;
-    QTest::newRow("name-7 no such folder") << u"rtl/uart.v"_s << u"none/uart.v"_s
-                                           << u"There is no folder \"%1/none\""_s;
+    QTest::newRow("name-1 unknown")
+        << u"x.v"_s << u"y.v"_s << u"The design \"uart\" does not have \"x.v\""_s;
+    QTest::newRow("name-2 empty") << u"rtl/uart.v"_s << QString()
+                                  << u"\"\" is no name for a file"_s;
+    QTest::newRow("name-3 a folder")
+        << u"rtl/uart.v"_s << u"rtl/"_s << u"\"rtl/\" is no name for a file"_s;
+    QTest::newRow("name-4 in the design")
+        << u"rtl/uart.v"_s << u"rtl/fifo.v"_s
+        << u"The design \"uart\" has the file \"%1/rtl/fifo.v\" already"_s;
+    QTest::newRow("name-5 on disk")
+        << u"rtl/uart.v"_s << u"rtl/there.v"_s << u"There is \"%1/rtl/there.v\" already"_s;
+    QTest::newRow("name-6 a dangling link")
+        << u"rtl/uart.v"_s << u"rtl/dangling.v"_s << u"There is \"%1/rtl/dangling.v\" already"_s;
+    QTest::newRow("name-7 no such folder")
+        << u"rtl/uart.v"_s << u"none/uart.v"_s << u"There is no folder \"%1/none\""_s;
 }
 
 void tst_DesignEditing::refusesToRename()

@@ -24,9 +24,9 @@ bool isThere(const QString &path)
 // The path as a whole: what stands before or behind it in a text is no part of a path.
 QString replacedPath(const QString &text, const QString &from, const QString &to)
 {
-    const QRegularExpression whole(u"(?<![\\w./\\-])(\\./)?%1(?![\\w/\\-]|\\.\\w)"_s.arg(
-                                       QRegularExpression::escape(from)),
-                                   QRegularExpression::UseUnicodePropertiesOption);
+    const QRegularExpression whole(
+        u"(?<![\\w./\\-])(\\./)?%1(?![\\w/\\-]|\\.\\w)"_s.arg(QRegularExpression::escape(from)),
+        QRegularExpression::UseUnicodePropertiesOption);
     QString result;
     qsizetype done = 0;
     for (auto matches = whole.globalMatch(text); matches.hasNext();) {
@@ -97,8 +97,7 @@ Status FileRenaming::rename() const
         if (wanted.isEmpty())
             return Status::invalidArgument(u"\"%1\" is no path on this machine"_s.arg(to));
         if (!QFileInfo(QFileInfo(wanted).path()).isDir())
-            return Status::notFound(
-                u"There is no folder \"%1\""_s.arg(QFileInfo(wanted).path()));
+            return Status::notFound(u"There is no folder \"%1\""_s.arg(QFileInfo(wanted).path()));
         if (const Status renamed = renameOnDisk(old, wanted); !renamed.isOk())
             return renamed;
     }
