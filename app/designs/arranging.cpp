@@ -80,11 +80,12 @@ void arranging::rename(const TreeRow &file, const QString &name, QWidget *window
 {
     if (!file.isThere() || file.file()->fileName() == name)
         return;
+    // Asked before the call opens its bracket, which counts as a script's.
+    Status status = running::check();
     HostCall attempt(window, DesignTree::tr("Not Renamed"));
     auto *editing = qobject_cast<IDesignEditing *>(file.designObject.data());
     const QString path = file.file()->actualPath();
     const QPointer<EditorPage> page = pageOf(path, window);
-    Status status = running::check();
     if (status.isOk() && !editing)
         status = Status::unsupported(DesignTree::tr("The design does not rename files"));
     if (status.isOk() && name.contains(u'/'))
@@ -119,8 +120,9 @@ void arranging::move(const QList<TreeRow> &files, const TreeRow &target, bool st
     if (!mayMove(files, target))
         return;
     const QString node = adding::nodeOf(target);
+    const Status free = running::check();
     HostCall attempt(window, DesignTree::tr("Not Moved"));
-    if (!attempt.take(running::check()))
+    if (!attempt.take(free))
         return;
     for (const TreeRow &file : files) {
         if (!file.isThere() || !file.file())
