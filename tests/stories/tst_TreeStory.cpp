@@ -447,6 +447,7 @@ void tst_TreeStory::onlyFoldersOfTheSessionAreDeleted()
     component.replace(">uart<", ">own<");
     Story::write(elsewhere + u"/component.xml"_s, component);
     story->window().openFiles({elsewhere + u"/component.xml"_s});
+    QTRY_COMPARE(selected(), u"own"_s);
     const QString entry = u"Close and Delete Working Folder..."_s;
     select({u"uart"_s});
     QVERIFY(menuTexts(true).contains(entry));
