@@ -248,19 +248,19 @@ void DesignTree::cut(const QList<TreeRow> &files)
 
 bool DesignTree::canPaste(const TreeRow &target) const
 {
-    const QMimeData *data = QGuiApplication::clipboard()->mimeData();
-    if (!data || !dropping::mayDrop(*data, target))
+    const QMimeData *content = QGuiApplication::clipboard()->mimeData();
+    if (!content || !dropping::mayDrop(*content, target))
         return false;
-    return !dropping::isOwn(*data) || arranging::mayMove(cutFiles, target);
+    return !dropping::isOwn(*content) || arranging::mayMove(cutFiles, target);
 }
 
 void DesignTree::paste(const TreeRow &target)
 {
-    const QMimeData *data = QGuiApplication::clipboard()->mimeData();
-    if (!data)
+    const QMimeData *content = QGuiApplication::clipboard()->mimeData();
+    if (!content)
         return;
-    if (!dropping::isOwn(*data))
-        return adding::addPaths(target, dropping::paths(*data), window());
+    if (!dropping::isOwn(*content))
+        return adding::addPaths(target, dropping::paths(*content), window());
     QGuiApplication::clipboard()->clear();
     arranging::move(std::exchange(cutFiles, {}), target, false, window());
 }

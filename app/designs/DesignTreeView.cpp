@@ -146,11 +146,11 @@ void DesignTreeView::setUnfolded(const QList<TreeRow> &rows, bool unfolded)
 // The usual way would take what was dragged out of the model.
 void DesignTreeView::startDrag(Qt::DropActions)
 {
-    QMimeData *data = tree->mimeData(selectionModel()->selectedRows());
-    if (!data)
+    QMimeData *content = tree->mimeData(selectionModel()->selectedRows());
+    if (!content)
         return;
     auto *drag = new QDrag(this);
-    drag->setMimeData(data);
+    drag->setMimeData(content);
     drag->exec(Qt::CopyAction);
 }
 
