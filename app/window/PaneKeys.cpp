@@ -1,5 +1,6 @@
 #include "app/window/PaneKeys.h"
 
+#include <QAbstractScrollArea>
 #include <QAction>
 #include <QApplication>
 #include <QWidget>
@@ -8,16 +9,21 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// What of a pane takes keys: itself, or the first part of it that does.
+// What of a pane takes keys: itself, or the list or text in it, or else the first part that does.
 QWidget *takerIn(QWidget *pane)
 {
     if (pane->focusProxy() || pane->focusPolicy() != Qt::NoFocus)
         return pane;
+    QWidget *first = nullptr;
     for (QWidget *part : pane->findChildren<QWidget *>()) {
-        if (part->isVisible() && part->isEnabled() && (part->focusPolicy() & Qt::TabFocus) != 0)
+        if (!part->isVisible() || !part->isEnabled() || (part->focusPolicy() & Qt::TabFocus) == 0)
+            continue;
+        if (qobject_cast<QAbstractScrollArea *>(part))
             return part;
+        if (!first)
+            first = part;
     }
-    return pane;
+    return first ? first : pane;
 }
 
 } // namespace

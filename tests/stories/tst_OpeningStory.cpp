@@ -95,7 +95,7 @@ void tst_OpeningStory::aComponentIsOpened()
     QString shown = file;
     shown.replace(u'&', u"&&"_s);
     QCOMPARE(recentEntries(), (QStringList {u"&1  "_s + shown, u"-"_s, u"&Clear List"_s}));
-    QVERIFY(story->entry('f', u"Close \"both\""_s));
+    QVERIFY(story->entry('f', u"Close Design \"both\""_s));
 }
 
 void tst_OpeningStory::whatCannotBeOpenedIsTold()
