@@ -1,6 +1,7 @@
 #include "tests/fuzz/limits.h"
 
 #include "tests/patience.h"
+#include "tests/sanitized.h"
 
 #include <csignal>
 #include <sys/resource.h>
@@ -15,16 +16,8 @@ namespace {
 
 constexpr int secondsOfAnInput = patient(3'000) / 1000;
 
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool isSanitized = true;
-#elif defined(__has_feature)
-constexpr bool isSanitized = __has_feature(address_sanitizer);
-#else
-constexpr bool isSanitized = false;
-#endif
-
 constexpr rlim_t mostMemory = rlim_t(4) << 30;
-// Kilobytes by which the most that was ever in use may grow. The sanitizer keeps freed memory.
+// Kilobytes by which the most that was ever in use may grow.
 constexpr qint64 mostGrowth = (isSanitized ? 1024 : 256) * 1024;
 
 qint64 mostInUse()
