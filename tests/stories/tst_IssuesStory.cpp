@@ -6,6 +6,7 @@
 #include "app/editor/TextPage.h"
 #include "app/MainWindow.h"
 #include "console/QtclConsole.h"
+#include "tests/needed.h"
 #include "tests/process/builds/buildcomponent.h"
 #include "tests/stories/Story.h"
 #include "tests/TestClass.h"
@@ -15,7 +16,6 @@
 #include <Qtilities/Logger.h>
 
 #include <QDir>
-#include <QStandardPaths>
 #include <QStatusBar>
 #include <QTableView>
 #include <QTreeView>
@@ -141,8 +141,7 @@ void tst_IssuesStory::clickInLog(const QString &text) const
 
 void tst_IssuesStory::aBuildLeadsToItsMistakes()
 {
-    if (QStandardPaths::findExecutable(u"gcc"_s).isEmpty())
-        QSKIP("gcc is not installed");
+    NEEDS_TOOL("gcc", "gcc");
     Story::write(story->path(u"main.c"_s),
                  "int main(void)\n{\n    int unused;\n    return wrong;\n}\n");
     build("LC_ALL=C gcc -Wall -c -o main.o main.c");

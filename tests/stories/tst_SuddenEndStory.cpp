@@ -6,6 +6,7 @@
 #include "app/editor/TextPage.h"
 #include "app/MainWindow.h"
 #include "console/QtclConsole.h"
+#include "tests/needed.h"
 #include "tests/patience.h"
 #include "tests/stories/Story.h"
 #include "tests/TestClass.h"
@@ -17,7 +18,6 @@
 #include <QDir>
 #include <QPlainTextEdit>
 #include <QProcess>
-#include <QStandardPaths>
 #include <QTimer>
 
 #include <csignal>
@@ -151,8 +151,7 @@ void tst_SuddenEndStory::aSignalKeepsWhatIsUnsaved()
 
 void tst_SuddenEndStory::aLostDisplayKeepsDesigns()
 {
-    if (QStandardPaths::findExecutable(u"Xvfb"_s).isEmpty())
-        QSKIP("Xvfb is not installed");
+    NEEDS_TOOL("Xvfb", "xvfb");
     QProcess server;
     server.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1280x1024x24"_s});
     QVERIFY(server.waitForReadyRead(patient()));

@@ -2,6 +2,7 @@
 
 #include "app/editor/EditorSettings.h"
 #include "tests/app/editor/PageFixture.h"
+#include "tests/needed.h"
 #include "tests/TestClass.h"
 
 #include <Qtilities/QtilitiesApplication.h>
@@ -225,8 +226,7 @@ void tst_LineEditing::fontsAreOfFixedPitch()
 {
     QVERIFY(QFontInfo(EditorSettings::defaultFont()).fixedPitch());
     QFont wide(u"DejaVu Sans"_s, 17);
-    if (QFontInfo(wide).fixedPitch())
-        QSKIP("the fonts of this machine are all of fixed pitch");
+    NEEDS(!QFontInfo(wide).fixedPitch(), "DejaVu Sans", "fonts-dejavu-core");
     const QFont fixed = EditorSettings::fixedPitch(wide);
     QVERIFY(QFontInfo(fixed).fixedPitch());
     QCOMPARE(fixed.pointSize(), 17);
