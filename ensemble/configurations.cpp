@@ -5,6 +5,7 @@
 #include <MorvalenCore/ConfigurationTemplate.h>
 
 #include <QDir>
+#include <QHash>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::BuildStep;
@@ -97,30 +98,37 @@ Result<QStringList> pairsOf(const Value &value, const QString &option)
 }
 
 // A step as "step get" gives it.
-Result<BuildStep> stepOf(const QString &text)
+Result<ListedStep> stepOf(const QString &text)
 {
+    static const QHash<QString, QString BuildStep::*> texts {{u"name"_s, &BuildStep::name},
+                                                             {u"command"_s, &BuildStep::command},
+                                                             {u"pool"_s, &BuildStep::pool}};
+    static const QHash<QString, QStringList BuildStep::*> lists {
+        {u"inputs"_s, &BuildStep::inputs}, {u"outputs"_s, &BuildStep::outputs}};
     const Result<QStringList> pairs = pairsOf(Value(text), u"-steps"_s);
     if (!pairs.isOk())
         return pairs.status();
-    BuildStep step;
+    ListedStep listed;
     for (qsizetype i = 0; i < pairs.value().size(); i += 2) {
         const QString &key = pairs.value()[i];
         const QString &value = pairs.value()[i + 1];
-        if (key == u"name") {
-            step.name = value;
-        } else if (key == u"command") {
-            step.command = value;
-        } else if (key == u"pool") {
-            step.pool = value;
-        } else if (key == u"inputs" || key == u"outputs") {
+        if (texts.contains(key)) {
+            listed.step.*texts[key] = value;
+        } else if (lists.contains(key)) {
             const Result<QStringList> paths = Value(value).toList();
             if (!paths.isOk())
                 return Status::invalidArgument(
                     u"the value of -steps is no list of steps: %1"_s.arg(paths.status().text()));
-            (key == u"inputs" ? step.inputs : step.outputs) = paths.value();
+            listed.step.*lists[key] = paths.value();
+        } else if (key == u"of_file") {
+            listed.isOfFile = value == u"true";
+        } else {
+            return Status::invalidArgument(
+                u"a step of -steps has no \"%1\": name, command, inputs, outputs, pool or "
+                "of_file"_s.arg(key));
         }
     }
-    return step;
+    return listed;
 }
 
 // Each takes over what the call says, all macros or all steps.
@@ -149,10 +157,12 @@ Status takeSteps(const Call &call, QList<BuildStep> *steps)
             u"the value of -steps is no list: %1"_s.arg(texts.status().text()));
     steps->clear();
     for (const QString &text : texts.value()) {
-        const Result<BuildStep> step = stepOf(text);
-        if (!step.isOk())
-            return step.status();
-        steps->append(step.value());
+        const Result<ListedStep> listed = stepOf(text);
+        if (!listed.isOk())
+            return listed.status();
+        // Those of files come by themselves.
+        if (!listed.value().isOfFile)
+            steps->append(listed.value().step);
     }
     return {};
 }

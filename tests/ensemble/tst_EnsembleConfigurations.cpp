@@ -66,6 +66,36 @@ private Q_SLOTS:
             good("set-1 a target", "morvalen configuration set {my sim} -target out2", "", changed),
             bad("set-2 of one that is not there", "morvalen configuration set x -target y",
                 "The design \"uart\" has no build configuration \"x\"", "not_found"),
+            good("set-3 all steps",
+                 "morvalen configuration set empty -steps "
+                 "{{name a command {run \\$x} inputs {{b c} d}} {name e pool p outputs f}}; "
+                 "dict get [morvalen configuration get empty] steps",
+                 "{name a command {run \\$x} inputs {{b c} d} outputs {} pool {} of_file false} "
+                 "{name e command {} inputs {} outputs f pool p of_file false}"),
+            good("set-4 the steps of another, without those of its files",
+                 "morvalen configuration set empty "
+                 "-steps [dict get [morvalen configuration get {my sim}] steps]; "
+                 "morvalen step list empty",
+                 "compile link"),
+            bad("set-5 a key that steps do not have",
+                "morvalen configuration set empty -steps {{name a comand x}}",
+                "a step of -steps has no \"comand\": name, command, inputs, outputs, pool or "
+                "of_file",
+                "invalid_argument"),
+            bad("set-6 a step that is no dictionary",
+                "morvalen configuration set empty -steps {{name a command}}",
+                "the value of -steps is no dictionary: a value is missing behind \"command\"",
+                "invalid_argument"),
+            bad("set-7 no list", "morvalen configuration set empty -steps \"{\"",
+                "the value of -steps is no list: unmatched open brace in list", "invalid_argument"),
+            bad("set-8 inputs that are no list",
+                "morvalen configuration set empty -steps [list [list name a inputs \"{\"]]",
+                "the value of -steps is no list of steps: unmatched open brace in list",
+                "invalid_argument"),
+            bad("set-9 macros that are no dictionary",
+                "morvalen configuration set empty -macros {A}",
+                "the value of -macros is no dictionary: a value is missing behind \"A\"",
+                "invalid_argument"),
             good("get-1 a dictionary", "morvalen configuration get {my sim}",
                  "name {my sim} target out active true state Idle macros {TOP {a b} N {$(TOP) "
                  "\"x\"}} steps {{name compile command {cc $(INPUTS)} inputs {{a b.c} node:src} "
