@@ -10,7 +10,7 @@ namespace {
 // Actions for the area itself, and whether there is something for them to do.
 struct AreaRow
 {
-    EditorActions::Id id;
+    EditorActions::PagesCommand command;
     const char *text;
     const char *name;
     const char *shortcuts;
@@ -48,7 +48,6 @@ const AreaRow areaRows[] = {
 // Actions for the page in front.
 struct PageRow
 {
-    EditorActions::Id id;
     EditorPage::Command command;
     const char *text;
     const char *name;
@@ -56,61 +55,57 @@ struct PageRow
 };
 
 const PageRow pageRows[] = {
-    {EditorActions::SaveCopy, EditorPage::SaveCopy,
-     QT_TRANSLATE_NOOP("EditorActions", "Save a Cop&y..."), "editorSaveCopy", ""},
-    {EditorActions::Undo, EditorPage::Undo, QT_TRANSLATE_NOOP("EditorActions", "&Undo"),
-     "editorUndo", "Ctrl+Z"},
-    {EditorActions::Redo, EditorPage::Redo, QT_TRANSLATE_NOOP("EditorActions", "&Redo"),
-     "editorRedo", "Ctrl+Y; Ctrl+Shift+Z"},
-    {EditorActions::Cut, EditorPage::Cut, QT_TRANSLATE_NOOP("EditorActions", "Cu&t"), "editorCut",
-     "Ctrl+X"},
-    {EditorActions::Copy, EditorPage::Copy, QT_TRANSLATE_NOOP("EditorActions", "&Copy"),
-     "editorCopy", "Ctrl+C"},
-    {EditorActions::Paste, EditorPage::Paste, QT_TRANSLATE_NOOP("EditorActions", "&Paste"),
-     "editorPaste", "Ctrl+V"},
-    {EditorActions::SelectAll, EditorPage::SelectAll,
-     QT_TRANSLATE_NOOP("EditorActions", "Select &All"), "editorSelectAll", "Ctrl+A"},
-    {EditorActions::Find, EditorPage::Find, QT_TRANSLATE_NOOP("EditorActions", "&Find..."),
-     "editorFind", "Ctrl+F"},
-    {EditorActions::FindNext, EditorPage::FindNext,
-     QT_TRANSLATE_NOOP("EditorActions", "Find &Next"), "editorFindNext", "F3"},
-    {EditorActions::FindPrevious, EditorPage::FindPrevious,
-     QT_TRANSLATE_NOOP("EditorActions", "Find Pre&vious"), "editorFindPrevious", "Shift+F3"},
-    {EditorActions::Replace, EditorPage::Replace, QT_TRANSLATE_NOOP("EditorActions", "R&eplace..."),
-     "editorReplace", "Ctrl+H; Ctrl+R"},
-    {EditorActions::GoToLine, EditorPage::GoToLine,
-     QT_TRANSLATE_NOOP("EditorActions", "&Go to Line..."), "editorGoToLine", "Ctrl+L; Ctrl+G"},
-    {EditorActions::ToggleComment, EditorPage::ToggleComment,
-     QT_TRANSLATE_NOOP("EditorActions", "Toggle Co&mment"), "editorToggleComment", "Ctrl+/"},
-    {EditorActions::ZoomIn, EditorPage::ZoomIn, QT_TRANSLATE_NOOP("EditorActions", "&Larger Text"),
-     "editorZoomIn", "Ctrl++; Ctrl+="},
-    {EditorActions::ZoomOut, EditorPage::ZoomOut,
-     QT_TRANSLATE_NOOP("EditorActions", "S&maller Text"), "editorZoomOut", "Ctrl+-"},
-    {EditorActions::ZoomReset, EditorPage::ZoomReset,
-     QT_TRANSLATE_NOOP("EditorActions", "&Usual Size of Text"), "editorZoomReset", "Ctrl+0"},
-    {EditorActions::SplitView, EditorPage::SplitView,
-     QT_TRANSLATE_NOOP("EditorActions", "Spl&it or Join"), "editorSplitView", "Ctrl+\\"},
-    {EditorActions::ChooseCoding, EditorPage::ChooseCoding,
-     QT_TRANSLATE_NOOP("EditorActions", "Co&ding..."), "editorCoding", ""},
+    {EditorPage::SaveCopy, QT_TRANSLATE_NOOP("EditorActions", "Save a Cop&y..."), "editorSaveCopy",
+     ""},
+    {EditorPage::Undo, QT_TRANSLATE_NOOP("EditorActions", "&Undo"), "editorUndo", "Ctrl+Z"},
+    {EditorPage::Redo, QT_TRANSLATE_NOOP("EditorActions", "&Redo"), "editorRedo",
+     "Ctrl+Y; Ctrl+Shift+Z"},
+    {EditorPage::Cut, QT_TRANSLATE_NOOP("EditorActions", "Cu&t"), "editorCut", "Ctrl+X"},
+    {EditorPage::Copy, QT_TRANSLATE_NOOP("EditorActions", "&Copy"), "editorCopy", "Ctrl+C"},
+    {EditorPage::Paste, QT_TRANSLATE_NOOP("EditorActions", "&Paste"), "editorPaste", "Ctrl+V"},
+    {EditorPage::SelectAll, QT_TRANSLATE_NOOP("EditorActions", "Select &All"), "editorSelectAll",
+     "Ctrl+A"},
+    {EditorPage::Find, QT_TRANSLATE_NOOP("EditorActions", "&Find..."), "editorFind", "Ctrl+F"},
+    {EditorPage::FindNext, QT_TRANSLATE_NOOP("EditorActions", "Find &Next"), "editorFindNext",
+     "F3"},
+    {EditorPage::FindPrevious, QT_TRANSLATE_NOOP("EditorActions", "Find Pre&vious"),
+     "editorFindPrevious", "Shift+F3"},
+    {EditorPage::Replace, QT_TRANSLATE_NOOP("EditorActions", "R&eplace..."), "editorReplace",
+     "Ctrl+H; Ctrl+R"},
+    {EditorPage::GoToLine, QT_TRANSLATE_NOOP("EditorActions", "&Go to Line..."), "editorGoToLine",
+     "Ctrl+L; Ctrl+G"},
+    {EditorPage::ToggleComment, QT_TRANSLATE_NOOP("EditorActions", "Toggle Co&mment"),
+     "editorToggleComment", "Ctrl+/"},
+    {EditorPage::ZoomIn, QT_TRANSLATE_NOOP("EditorActions", "&Larger Text"), "editorZoomIn",
+     "Ctrl++; Ctrl+="},
+    {EditorPage::ZoomOut, QT_TRANSLATE_NOOP("EditorActions", "S&maller Text"), "editorZoomOut",
+     "Ctrl+-"},
+    {EditorPage::ZoomReset, QT_TRANSLATE_NOOP("EditorActions", "&Usual Size of Text"),
+     "editorZoomReset", "Ctrl+0"},
+    {EditorPage::SplitView, QT_TRANSLATE_NOOP("EditorActions", "Spl&it or Join"), "editorSplitView",
+     "Ctrl+\\"},
+    {EditorPage::ChooseCoding, QT_TRANSLATE_NOOP("EditorActions", "Co&ding..."), "editorCoding",
+     ""},
 };
 
 } // namespace
 
 EditorActions::EditorActions(EditorArea *theArea) : QObject(theArea), area(theArea)
 {
-    const auto add = [this](const auto &row) {
+    const auto add = [this](const auto &row, auto *actions) {
         auto *made = new QAction(tr(row.text), this);
         made->setObjectName(QString::fromLatin1(row.name));
         made->setShortcuts(QKeySequence::listFromString(QString::fromLatin1(row.shortcuts)));
         made->setShortcutContext(Qt::WidgetWithChildrenShortcut);
         area->addAction(made);
-        actions.insert(row.id, made);
+        actions->insert(row.command, made);
         return made;
     };
     for (const AreaRow &row : areaRows)
-        connect(add(row), &QAction::triggered, area, [this, run = row.run] { run(area); });
+        connect(add(row, &pagesActions), &QAction::triggered, area,
+                [this, run = row.run] { run(area); });
     for (const PageRow &row : pageRows) {
-        connect(add(row), &QAction::triggered, area, [this, command = row.command] {
+        connect(add(row, &pageActions), &QAction::triggered, area, [this, command = row.command] {
             if (area->currentPage())
                 area->currentPage()->run(command);
         });
@@ -136,16 +131,16 @@ bool EditorActions::eventFilter(QObject *watched, QEvent *event)
 
 void EditorActions::reachOut(bool isShown)
 {
-    for (const Id id : {Close, CloseAll, NextPage, PreviousPage})
-        actions[id]->setShortcutContext(isShown ? Qt::WindowShortcut
-                                                : Qt::WidgetWithChildrenShortcut);
+    for (const PagesCommand command : {Close, CloseAll, NextPage, PreviousPage})
+        pagesActions[command]->setShortcutContext(isShown ? Qt::WindowShortcut
+                                                          : Qt::WidgetWithChildrenShortcut);
 }
 
 void EditorActions::update()
 {
     for (const AreaRow &row : areaRows)
-        actions[row.id]->setEnabled(row.enabled(area));
+        pagesActions[row.command]->setEnabled(row.enabled(area));
     const EditorPage *page = area->currentPage();
     for (const PageRow &row : pageRows)
-        actions[row.id]->setEnabled(page && page->can(row.command));
+        pageActions[row.command]->setEnabled(page && page->can(row.command));
 }

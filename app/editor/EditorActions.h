@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/editor/EditorPage.h"
+
 #include <QAction>
 #include <QHash>
 
@@ -14,37 +16,13 @@ class EditorActions : public QObject
     Q_OBJECT
 
 public:
-    enum Id {
-        Save,
-        SaveCopy,
-        SaveAll,
-        Close,
-        CloseOthers,
-        CloseAll,
-        Undo,
-        Redo,
-        Cut,
-        Copy,
-        Paste,
-        SelectAll,
-        Find,
-        FindNext,
-        FindPrevious,
-        Replace,
-        GoToLine,
-        ToggleComment,
-        ZoomIn,
-        ZoomOut,
-        ZoomReset,
-        SplitView,
-        ChooseCoding,
-        NextPage,
-        PreviousPage
-    };
+    // What is done with pages, rather than by the one in front.
+    enum PagesCommand { Save, SaveAll, Close, CloseOthers, CloseAll, NextPage, PreviousPage };
 
     explicit EditorActions(EditorArea *area);
 
-    QAction *action(Id id) const { return actions.value(id); }
+    QAction *action(PagesCommand command) const { return pagesActions.value(command); }
+    QAction *action(EditorPage::Command command) const { return pageActions.value(command); }
 
     // Looks again at what the page in front can do.
     void update();
@@ -63,5 +41,6 @@ private:
     void reachOut(bool isShown);
 
     EditorArea *area;
-    QHash<int, QAction *> actions;
+    QHash<PagesCommand, QAction *> pagesActions;
+    QHash<EditorPage::Command, QAction *> pageActions;
 };

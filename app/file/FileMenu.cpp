@@ -67,13 +67,13 @@ void FileMenu::addDesignActions()
 void FileMenu::addPageActions()
 {
     pages->letPagesReachOut();
-    addAction(pages->action(EditorActions::SaveCopy));
+    addAction(pages->action(EditorPage::SaveCopy));
     addSeparator();
-    for (const auto id : {EditorActions::NextPage, EditorActions::PreviousPage})
-        addAction(pages->action(id));
+    for (const auto command : {EditorActions::NextPage, EditorActions::PreviousPage})
+        addAction(pages->action(command));
     addSeparator();
-    for (const auto id : {EditorActions::Close, EditorActions::CloseAll})
-        addAction(pages->action(id));
+    for (const auto command : {EditorActions::Close, EditorActions::CloseAll})
+        addAction(pages->action(command));
 }
 
 // Pages that nobody sees are not closed or gone through.
@@ -82,10 +82,10 @@ void FileMenu::showPageState()
     pages->update();
     if (pages->widget()->isVisible())
         return;
-    for (const auto id :
-         {EditorActions::SaveCopy, EditorActions::NextPage, EditorActions::PreviousPage,
-          EditorActions::Close, EditorActions::CloseAll})
-        pages->action(id)->setEnabled(false);
+    pages->action(EditorPage::SaveCopy)->setEnabled(false);
+    for (const auto command : {EditorActions::NextPage, EditorActions::PreviousPage,
+                               EditorActions::Close, EditorActions::CloseAll})
+        pages->action(command)->setEnabled(false);
 }
 
 void FileMenu::showState()

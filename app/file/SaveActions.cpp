@@ -33,8 +33,8 @@ SaveActions::SaveActions(EditorArea *area, QObject *parent)
     save->setShortcut(QKeySequence::Save);
     saveAll->setObjectName(u"saveAll"_s);
     saveAll->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
-    for (const auto id : {EditorActions::Save, EditorActions::SaveAll})
-        editors->editorActions()->action(id)->setShortcuts(QList<QKeySequence>());
+    for (const auto command : {EditorActions::Save, EditorActions::SaveAll})
+        editors->editorActions()->action(command)->setShortcuts(QList<QKeySequence>());
     connect(save, &QAction::triggered, this, &SaveActions::saveFront);
     connect(saveAll, &QAction::triggered, this, &SaveActions::saveEverything);
 }

@@ -59,31 +59,31 @@ const KeyRow keyRows[] = {
     {QT_TRANSLATE_NOOP("EditMenu", "&Find..."), QKeySequence::Find},
 };
 
-// A negative id stands for a separator.
+// A negative number stands for a separator.
 constexpr int separator = -1;
 constexpr int editorRows[] = {
-    EditorActions::Undo,
-    EditorActions::Redo,
+    EditorPage::Undo,
+    EditorPage::Redo,
     separator,
-    EditorActions::Cut,
-    EditorActions::Copy,
-    EditorActions::Paste,
+    EditorPage::Cut,
+    EditorPage::Copy,
+    EditorPage::Paste,
     separator,
-    EditorActions::SelectAll,
+    EditorPage::SelectAll,
     separator,
-    EditorActions::Find,
-    EditorActions::FindNext,
-    EditorActions::FindPrevious,
-    EditorActions::Replace,
+    EditorPage::Find,
+    EditorPage::FindNext,
+    EditorPage::FindPrevious,
+    EditorPage::Replace,
     separator,
-    EditorActions::GoToLine,
-    EditorActions::ToggleComment,
+    EditorPage::GoToLine,
+    EditorPage::ToggleComment,
     separator,
-    EditorActions::ZoomIn,
-    EditorActions::ZoomOut,
-    EditorActions::ZoomReset,
-    EditorActions::SplitView,
-    EditorActions::ChooseCoding,
+    EditorPage::ZoomIn,
+    EditorPage::ZoomOut,
+    EditorPage::ZoomReset,
+    EditorPage::SplitView,
+    EditorPage::ChooseCoding,
 };
 
 } // namespace
@@ -168,10 +168,10 @@ void EditMenu::addKeyActions(const Pane &pane)
 
 void EditMenu::addEditorActions()
 {
-    for (const int id : editorRows) {
-        if (id == separator)
+    for (const int row : editorRows) {
+        if (row == separator)
             addSeparator();
         else
-            addAction(editors->action(EditorActions::Id(id)));
+            addAction(editors->action(EditorPage::Command(row)));
     }
 }

@@ -26,7 +26,11 @@ private:
     {
         return static_cast<FakePage *>(area->addPage(new FakePage(name)));
     }
-    QAction *action(EditorActions::Id id) const { return area->editorActions()->action(id); }
+    template <class Command>
+    QAction *action(Command command) const
+    {
+        return area->editorActions()->action(command);
+    }
 
     std::unique_ptr<EditorArea> area;
 };
@@ -43,20 +47,22 @@ void tst_EditorActions::cleanup() { area.reset(); }
 
 void tst_EditorActions::actionsFollowThePage()
 {
-    for (int id = EditorActions::Save; id <= EditorActions::PreviousPage; ++id)
-        QVERIFY(!action(EditorActions::Id(id))->isEnabled());
+    for (int i = EditorActions::Save; i <= EditorActions::PreviousPage; ++i)
+        QVERIFY(!action(EditorActions::PagesCommand(i))->isEnabled());
+    for (int i = EditorPage::SaveCopy; i <= EditorPage::ChooseCoding; ++i)
+        QVERIFY(!action(EditorPage::Command(i))->isEnabled());
     FakePage *page = add(u"a"_s);
     QVERIFY(action(EditorActions::Close)->isEnabled());
     QVERIFY(!action(EditorActions::NextPage)->isEnabled());
     QVERIFY(!action(EditorActions::Save)->isEnabled());
     page->setModified(true);
     QVERIFY(action(EditorActions::Save)->isEnabled());
-    QVERIFY(!action(EditorActions::Undo)->isEnabled());
+    QVERIFY(!action(EditorPage::Undo)->isEnabled());
     page->able = EditorPage::Undo;
     Q_EMIT page->commandsChanged();
-    QVERIFY(action(EditorActions::Undo)->isEnabled());
+    QVERIFY(action(EditorPage::Undo)->isEnabled());
     add(u"b"_s);
-    QVERIFY(!action(EditorActions::Undo)->isEnabled());
+    QVERIFY(!action(EditorPage::Undo)->isEnabled());
     QVERIFY(!action(EditorActions::Save)->isEnabled());
     QVERIFY(action(EditorActions::SaveAll)->isEnabled());
     QVERIFY(action(EditorActions::CloseOthers)->isEnabled());
@@ -77,55 +83,42 @@ void tst_EditorActions::actionsSave()
 
 void tst_EditorActions::actionsRunOnThePage_data()
 {
-    QTest::addColumn<int>("id");
     QTest::addColumn<int>("command");
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("keys");
-    const auto row = [](const char *name, EditorActions::Id id, EditorPage::Command command,
-                        const QString &text, const QString &keys) {
-        QTest::newRow(name) << int(id) << int(command) << text << keys;
+    const auto row = [](const char *name, EditorPage::Command command, const QString &text,
+                        const QString &keys) {
+        QTest::newRow(name) << int(command) << text << keys;
     };
-    row("act-1 copy of the file", EditorActions::SaveCopy, EditorPage::SaveCopy,
-        u"Save a Cop&y..."_s, QString());
-    row("act-2 undo", EditorActions::Undo, EditorPage::Undo, u"&Undo"_s, u"Ctrl+Z"_s);
-    row("act-3 redo", EditorActions::Redo, EditorPage::Redo, u"&Redo"_s, u"Ctrl+Y Ctrl+Shift+Z"_s);
-    row("act-4 cut", EditorActions::Cut, EditorPage::Cut, u"Cu&t"_s, u"Ctrl+X"_s);
-    row("act-5 copy", EditorActions::Copy, EditorPage::Copy, u"&Copy"_s, u"Ctrl+C"_s);
-    row("act-6 paste", EditorActions::Paste, EditorPage::Paste, u"&Paste"_s, u"Ctrl+V"_s);
-    row("act-7 all", EditorActions::SelectAll, EditorPage::SelectAll, u"Select &All"_s,
-        u"Ctrl+A"_s);
-    row("act-8 find", EditorActions::Find, EditorPage::Find, u"&Find..."_s, u"Ctrl+F"_s);
-    row("act-9 next", EditorActions::FindNext, EditorPage::FindNext, u"Find &Next"_s, u"F3"_s);
-    row("act-10 previous", EditorActions::FindPrevious, EditorPage::FindPrevious,
-        u"Find Pre&vious"_s, u"Shift+F3"_s);
-    row("act-11 replace", EditorActions::Replace, EditorPage::Replace, u"R&eplace..."_s,
-        u"Ctrl+H Ctrl+R"_s);
-    row("act-12 line", EditorActions::GoToLine, EditorPage::GoToLine, u"&Go to Line..."_s,
-        u"Ctrl+L Ctrl+G"_s);
-    row("act-13 comment", EditorActions::ToggleComment, EditorPage::ToggleComment,
-        u"Toggle Co&mment"_s, u"Ctrl+/"_s);
-    row("act-14 larger", EditorActions::ZoomIn, EditorPage::ZoomIn, u"&Larger Text"_s,
-        u"Ctrl++ Ctrl+="_s);
-    row("act-15 smaller", EditorActions::ZoomOut, EditorPage::ZoomOut, u"S&maller Text"_s,
-        u"Ctrl+-"_s);
-    row("act-16 usual size", EditorActions::ZoomReset, EditorPage::ZoomReset,
-        u"&Usual Size of Text"_s, u"Ctrl+0"_s);
-    row("act-17 split", EditorActions::SplitView, EditorPage::SplitView, u"Spl&it or Join"_s,
-        u"Ctrl+\\"_s);
-    row("act-18 coding", EditorActions::ChooseCoding, EditorPage::ChooseCoding, u"Co&ding..."_s,
-        QString());
+    row("act-1 copy of the file", EditorPage::SaveCopy, u"Save a Cop&y..."_s, QString());
+    row("act-2 undo", EditorPage::Undo, u"&Undo"_s, u"Ctrl+Z"_s);
+    row("act-3 redo", EditorPage::Redo, u"&Redo"_s, u"Ctrl+Y Ctrl+Shift+Z"_s);
+    row("act-4 cut", EditorPage::Cut, u"Cu&t"_s, u"Ctrl+X"_s);
+    row("act-5 copy", EditorPage::Copy, u"&Copy"_s, u"Ctrl+C"_s);
+    row("act-6 paste", EditorPage::Paste, u"&Paste"_s, u"Ctrl+V"_s);
+    row("act-7 all", EditorPage::SelectAll, u"Select &All"_s, u"Ctrl+A"_s);
+    row("act-8 find", EditorPage::Find, u"&Find..."_s, u"Ctrl+F"_s);
+    row("act-9 next", EditorPage::FindNext, u"Find &Next"_s, u"F3"_s);
+    row("act-10 previous", EditorPage::FindPrevious, u"Find Pre&vious"_s, u"Shift+F3"_s);
+    row("act-11 replace", EditorPage::Replace, u"R&eplace..."_s, u"Ctrl+H Ctrl+R"_s);
+    row("act-12 line", EditorPage::GoToLine, u"&Go to Line..."_s, u"Ctrl+L Ctrl+G"_s);
+    row("act-13 comment", EditorPage::ToggleComment, u"Toggle Co&mment"_s, u"Ctrl+/"_s);
+    row("act-14 larger", EditorPage::ZoomIn, u"&Larger Text"_s, u"Ctrl++ Ctrl+="_s);
+    row("act-15 smaller", EditorPage::ZoomOut, u"S&maller Text"_s, u"Ctrl+-"_s);
+    row("act-16 usual size", EditorPage::ZoomReset, u"&Usual Size of Text"_s, u"Ctrl+0"_s);
+    row("act-17 split", EditorPage::SplitView, u"Spl&it or Join"_s, u"Ctrl+\\"_s);
+    row("act-18 coding", EditorPage::ChooseCoding, u"Co&ding..."_s, QString());
 }
 
 void tst_EditorActions::actionsRunOnThePage()
 {
-    QFETCH(const int, id);
     QFETCH(const int, command);
     QFETCH(const QString, text);
     QFETCH(const QString, keys);
     FakePage *page = add(u"a"_s);
     page->able = command;
     Q_EMIT page->commandsChanged();
-    QAction *tested = action(EditorActions::Id(id));
+    QAction *tested = action(EditorPage::Command(command));
     QCOMPARE(tested->text(), text);
     QStringList shortcuts;
     for (const QKeySequence &sequence : tested->shortcuts())

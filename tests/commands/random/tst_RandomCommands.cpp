@@ -85,7 +85,7 @@ private:
         if (what == RandomCalls::makeFolder) {
             const QString path = actual(model.folderPaths(), words[1]);
             QDir().mkpath(path);
-            model.disk.addFolder(path);
+            model.disk().addFolder(path);
             return {};
         }
         return difference(words, model.answer(words));
@@ -104,10 +104,10 @@ private:
     {
         if (make) {
             SessionFixture::write(path, "text");
-            model.disk.addFile(path);
+            model.disk().addFile(path);
         } else {
             QFile::remove(path);
-            model.disk.removeFile(path);
+            model.disk().removeFile(path);
         }
     }
 

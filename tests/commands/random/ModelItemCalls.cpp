@@ -1,6 +1,5 @@
-// The answers of sfile, sfolder and sproperty.
+#include "tests/commands/random/ModelItemCalls.h"
 
-#include "tests/commands/random/ModelDesign.h"
 #include "tests/commands/random/vocabulary.h"
 
 #include <tcl.h>
@@ -9,11 +8,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-ModelAnswer answerIf(bool good, const QString &right, const QString &wrong)
-{
-    return good ? ModelAnswer {TCL_OK, right} : ModelAnswer {TCL_ERROR, wrong};
-}
-
 QString readOnlyText(const QString &name)
 {
     return u"Active design property \"%1\" is read only, you cannot modify it"_s.arg(name);
@@ -21,16 +15,16 @@ QString readOnlyText(const QString &name)
 
 } // namespace
 
-ModelAnswer ModelDesign::itemAnswer(ModelKind &kind, const QStringList &words)
+ModelAnswer ModelItemCalls::answer(ModelKind &kind, const QStringList &words)
 {
     ModelItem *item = kind.find(kind.active);
-    const QString name = texts[u"name"_s];
+    const QString name = state.texts[u"name"_s];
     if (!item || kind.active.isEmpty())
         return {TCL_ERROR, u"No active %1 in design \"%2\""_s.arg(kind.word, name)};
-    const QString title = &kind == &files ? item->key.section(u'/', -1) : item->key;
-    const ModelAnswer unknown = usage(u"%1 \"%2\" in "_s.arg(kind.word, title), words.first());
+    const QString title = &kind == &state.files ? item->key.section(u'/', -1) : item->key;
+    const ModelAnswer unknown = state.usage(u"%1 \"%2\" in "_s.arg(kind.word, title), words.first());
     const QString what = words.value(1);
-    if (what == u"set" && !isPath(kind) && readOnly)
+    if (what == u"set" && !state.isPath(kind) && state.readOnly)
         return {TCL_ERROR, readOnlyText(item->key)};
     if (what == u"get" && words.size() > 2)
         return getItem(kind, *item, words[2]);
@@ -38,57 +32,57 @@ ModelAnswer ModelDesign::itemAnswer(ModelKind &kind, const QStringList &words)
         return setItem(kind, *item, words);
     if (what == u"property" && words.size() > 3)
         return shared(kind, *item, words);
-    if (what == u"exists" && words.size() == 2 && isPath(kind)) {
-        const bool exists = &kind == &files ? disk.isFile(item->key) : disk.isFolder(item->key);
-        return {exists || &kind == &files ? TCL_OK : TCL_ERROR, exists ? u"true"_s : u"false"_s};
+    if (what == u"exists" && words.size() == 2 && state.isPath(kind)) {
+        const bool exists = &kind == &state.files ? state.disk.isFile(item->key) : state.disk.isFolder(item->key);
+        return {exists || &kind == &state.files ? TCL_OK : TCL_ERROR, exists ? u"true"_s : u"false"_s};
     }
-    if (what == u"open" && words.size() == 2 && &kind == &files)
+    if (what == u"open" && words.size() == 2 && &kind == &state.files)
         return {TCL_ERROR, u"false"_s};
     return unknown;
 }
 
-ModelAnswer ModelDesign::getItem(const ModelKind &kind, const ModelItem &item,
+ModelAnswer ModelItemCalls::getItem(const ModelKind &kind, const ModelItem &item,
                                  const QString &what) const
 {
     if (what == u"category")
-        return {TCL_OK, categoryOf(item)};
-    if (what == u"revision" && isPath(kind))
+        return {TCL_OK, state.categoryOf(item)};
+    if (what == u"revision" && state.isPath(kind))
         return {TCL_OK, u"-1"_s};
-    if (what == u"vcs" && isPath(kind))
+    if (what == u"vcs" && state.isPath(kind))
         return {TCL_OK, {}};
     return {TCL_OK, item.key};
 }
 
-ModelAnswer ModelDesign::setItem(ModelKind &kind, ModelItem &item, const QStringList &words)
+ModelAnswer ModelItemCalls::setItem(ModelKind &kind, ModelItem &item, const QStringList &words)
 {
     const QString before = item.key;
     const QString word = words[3];
     if (words[2] == u"category") {
-        const bool set = !readOnly && vocabulary::isKept(word);
+        const bool set = !state.readOnly && vocabulary::isKept(word);
         if (set)
             item.category = vocabulary::categoryOf(word);
-        return answerIf(set, u"Successfully changed category on %1 \"%2\""_s.arg(kind.word, before),
+        return ModelAnswer::either(set, u"Successfully changed category on %1 \"%2\""_s.arg(kind.word, before),
                         u"Failed to change category on %1 \"%2\""_s.arg(kind.word, before));
     }
-    if (addRefusal(kind, word).isEmpty()) {
-        item.key = keyOf(kind, word);
+    if (state.addRefusal(kind, word).isEmpty()) {
+        item.key = state.keyOf(kind, word);
         kind.active = item.key;
     }
     return {TCL_OK,
-            (isPath(kind) ? u"Requested actual %1 path change on %1 \"%2\". Changed to \"%3\""_s
+            (state.isPath(kind) ? u"Requested actual %1 path change on %1 \"%2\". Changed to \"%3\""_s
                           : u"Successfully renamed %1 \"%2\". Changed to \"%3\""_s)
                 .arg(kind.word, before, item.key)};
 }
 
-ModelAnswer ModelDesign::shared(const ModelKind &kind, ModelItem &item, const QStringList &words)
+ModelAnswer ModelItemCalls::shared(const ModelKind &kind, ModelItem &item, const QStringList &words)
 {
     const QString what = words[2];
     const QString name = words[3];
     const bool exists = item.shared.contains(name);
     const QString about = u"property \"%1\" on %2 \"%3\""_s.arg(name, kind.sharedOf, item.key);
     if (what == u"exists")
-        return answerIf(exists, u"true"_s, u"false"_s);
-    if (!isPath(kind) && readOnly && (what == u"set" || what == u"remove"))
+        return ModelAnswer::either(exists, u"true"_s, u"false"_s);
+    if (!state.isPath(kind) && state.readOnly && (what == u"set" || what == u"remove"))
         return {TCL_ERROR, readOnlyText(item.key)};
     if (what == u"set")
         return setShared(about, item, words);
@@ -97,12 +91,12 @@ ModelAnswer ModelDesign::shared(const ModelKind &kind, ModelItem &item, const QS
     if (what == u"get")
         return {TCL_OK, item.shared[name].toString()};
     // The answer is the same when the design is read-only and keeps it.
-    if (!readOnly)
+    if (!state.readOnly)
         item.shared.remove(name);
     return {TCL_OK, u"Successfully removed "_s + about};
 }
 
-ModelAnswer ModelDesign::setShared(const QString &about, ModelItem &item, const QStringList &words)
+ModelAnswer ModelItemCalls::setShared(const QString &about, ModelItem &item, const QStringList &words)
 {
     if (words.size() < 6)
         return {TCL_ERROR, u"You did not provide enough parameters to set "_s + about};
@@ -117,8 +111,8 @@ ModelAnswer ModelDesign::setShared(const QString &about, ModelItem &item, const 
     const QString name = words[3];
     const bool isName = !name.isEmpty() && vocabulary::isKept(name) && name != u"objectName";
     const bool isSame = item.shared.value(name) == value;
-    const bool set = isName && (isSame || (!readOnly && vocabulary::isKept(words[5])));
+    const bool set = isName && (isSame || (!state.readOnly && vocabulary::isKept(words[5])));
     if (set)
         item.shared[name] = value;
-    return answerIf(set, u"Successfully set "_s + about, u"Failed to set "_s + about);
+    return ModelAnswer::either(set, u"Successfully set "_s + about, u"Failed to set "_s + about);
 }
