@@ -73,12 +73,12 @@ endforeach()
 # How the package is asked for, and what it says when it cannot be had.
 must(${configure} -S "${CMAKE_CURRENT_LIST_DIR}/finding" -B "${WORK}/finding")
 
-# The same without CMake.
+# The same without CMake, as docs/embedding.md says.
 must(pkg-config --version)
 ask_pkg_config("${prefix}" tclscripting)
 must("${COMPILER}" ${flags} -fPIC "${CMAKE_CURRENT_LIST_DIR}/consumer/main.cpp"
-    -o "${WORK}/plain" ${words})
-must("${CMAKE_COMMAND}" -E env "LD_LIBRARY_PATH=${libraries}" "${WORK}/plain")
+    -o "${WORK}/plain" ${words} "-Wl,-rpath,${libraries}")
+must("${WORK}/plain")
 must_be("${output}" "${says}")
 ask_pkg_config("${prefix}" tclconsole)
 must("${COMPILER}" ${flags} -fPIC "${CMAKE_CURRENT_LIST_DIR}/console/main.cpp"

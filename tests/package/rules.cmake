@@ -42,3 +42,31 @@ rule(command-in-command
     "another -> 0 42")
 rule(one-object "left_lamp -> 0 right" "right_lamp -> 0 right")
 rule(prompt "morvalen > " "morvalen > set x 1" "1" "host> ")
+rule(startup-silent "list $before [info exists behind] -> 0 yes 0")
+rule(name-changes
+    "properties set_active width -> 0 Successfully changed active property in design \"cell\" to \"width\""
+    "sproperty set name depth -> 0 Successfully renamed property \"width\". Changed to \"depth\""
+    "sproperty get name -> 0 depth")
+# The command has no other text: it tells the name that the property has now.
+rule(name-of-its-own
+    "properties set_active width -> 0 Successfully changed active property in design \"cell\" to \"width\""
+    "Warning: The item \"width\" cannot be renamed to \"depth\""
+    "sproperty set name depth -> 0 Successfully renamed property \"width\". Changed to \"width\""
+    "sproperty get name -> 0 width")
+set(left_out
+    "Warning: The vendor of the design cannot be changed"
+    "Warning: The library of the design cannot be changed"
+    "Warning: The name of the design cannot be changed"
+    "Warning: The structure of the design cannot be changed")
+rule(folders-where-it-says
+    "designs structures get_default Cell -> 0 Flat"
+    ${left_out}
+    "designs new nand Cell -> 0 Successfully created new design \"nand\""
+    "designs designs_path -> 0 SESSION/Shelf"
+    "design get wfp -> 0 SESSION/Shelf/nand")
+rule(folders-of-session
+    "designs structures get_default Cell -> 0 Flat"
+    ${left_out}
+    "designs new nand Cell -> 0 Successfully created new design \"nand\""
+    "designs designs_path -> 0 "
+    "design get wfp -> 0 SESSION/Designs/nand")

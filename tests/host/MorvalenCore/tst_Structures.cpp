@@ -34,6 +34,7 @@ private Q_SLOTS:
     void saysThatTheSettingsCannotBeUsed();
     void knowsWhereDesignsAreKept();
     void asksTheHostsDesignManagerForThePlace();
+    void takesTypesOfTheHost();
 
 private:
     static DesignStructureManager *structures() { return DesignStructureManager::instance(); }
@@ -223,6 +224,22 @@ void tst_Structures::asksTheHostsDesignManagerForThePlace()
     QCOMPARE(structures()->activeDesignRepositoryPathForStructure(u"Flat"_s, false),
              session->path(u"session/Designs"_s));
     DesignManager::setInstance(nullptr);
+}
+
+// The first structure is the default of a type that the host brings.
+void tst_Structures::takesTypesOfTheHost()
+{
+    Journal journal;
+    FakeDesignManager own(journal);
+    own.types = {u"Cell"_s};
+    DesignManager::setInstance(&own);
+    QCOMPARE(structures()->designStructureNamesForDesign(u"Cell"_s), names);
+    QCOMPARE(structures()->defaultStructureNameForDesignType(u"Cell"_s), u"Flat"_s);
+    QVERIFY(structures()->setDefaultStructureNameForDesignType(u"Cell"_s, u"Hardware"_s));
+    QCOMPARE(structures()->defaultStructureNameForDesignType(u"Cell"_s), u"Hardware"_s);
+    QCOMPARE(structures()->defaultStructureNameForDesignType(u"Stage Design"_s), QString());
+    DesignManager::setInstance(nullptr);
+    QCOMPARE(structures()->defaultStructureNameForDesignType(u"Cell"_s), QString());
 }
 
 TEST_CLASS(tst_Structures)

@@ -6,6 +6,8 @@
 #include "interp/QtNotifier.h"
 #include "interp/TclCallBack.h"
 #include "interp/tcltext.h"
+#include "owndesigns.h"
+#include "rules.h"
 #include "scripting/TclScriptManager.h"
 
 #include <MorvalenCore/AbstractScriptedAction.h>
@@ -32,8 +34,6 @@ using Qtilities::CoreGui::QtilitiesApplication;
 using Qtilities::Logging::Logger;
 using TclScripting::TclScriptManager;
 
-namespace {
-
 QString sessionFolder;
 
 void print(const QString &line)
@@ -41,18 +41,20 @@ void print(const QString &line)
     std::printf("%s\n", qPrintable(QString(line).replace(sessionFolder, u"SESSION"_s)));
 }
 
-void writeStartup(const QByteArray &script)
-{
-    QFile file(sessionFolder + u"/Scripts/startup.tcl"_s);
-    if (!file.open(QIODevice::WriteOnly) || file.write(script) != script.size())
-        qFatal("cannot write the start-up script");
-}
-
 void run(TclScriptManager &manager, const QString &command)
 {
     int code = 99;
     const QString text = manager.execCommad(command, &code);
     print(u"%1 -> %2 %3"_s.arg(command, QString::number(code), text));
+}
+
+namespace {
+
+void writeStartup(const QByteArray &script)
+{
+    QFile file(sessionFolder + u"/Scripts/startup.tcl"_s);
+    if (!file.open(QIODevice::WriteOnly) || file.write(script) != script.size())
+        qFatal("cannot write the start-up script");
 }
 
 commandsManager *registry() { return commandsManager::getInstance(nullptr); }
@@ -134,6 +136,13 @@ void commandsLate()
     TclScriptManager manager(nullptr);
     registry()->registerFunction("greet", greet, "Says hello", nullptr);
     run(manager, u"greet"_s);
+}
+
+void startupInSilence()
+{
+    writeStartup("set before yes\nnonsense\nset behind yes\n");
+    TclScriptManager manager(nullptr);
+    run(manager, u"list $before [info exists behind]"_s);
 }
 
 // Takes nothing from the manager that was there before.
@@ -312,15 +321,20 @@ const std::map<QString, void (*)()> rules {
     {u"commands-late"_s, commandsLate},
     {u"command-in-command"_s, commandInCommand},
     {u"exceptions"_s, exceptions},
+    {u"folders-of-session"_s, owndesigns::foldersOfTheSession},
+    {u"folders-where-it-says"_s, owndesigns::foldersWhereTheManagerSays},
     {u"interpreter-to-manager"_s, interpreterToTheManager},
     {u"interpreter-to-registry"_s, interpreterToTheRegistry},
     {u"manager-destroyed"_s, managerDestroyed},
     {u"managers-first"_s, managersFirst},
     {u"managers-late"_s, managersLate},
+    {u"name-changes"_s, owndesigns::nameCanBeChanged},
+    {u"name-of-its-own"_s, owndesigns::nameIsItsOwn},
     {u"notifier-first"_s, notifierFirst},
     {u"notifier-late"_s, notifierLate},
     {u"one-object"_s, oneObjectOfAClass},
     {u"prompt"_s, promptOfTheConsole},
+    {u"startup-silent"_s, startupInSilence},
     {u"window-gone"_s, windowGone},
     {u"window-gone-meanwhile"_s, windowGoneMeanwhile},
 };

@@ -3,6 +3,8 @@
 #include "session/sessionsettings.h"
 #include "structures/structures.h"
 
+#include <MorvalenCore/DesignManager.h>
+
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::Status;
 
@@ -21,6 +23,12 @@ const DesignType *findType(const QString &name)
     return nullptr;
 }
 
+// A host may have types of its own.
+bool isType(const QString &name)
+{
+    return findType(name) || DesignManager::instance()->designTypes().contains(name);
+}
+
 } // namespace
 
 QStringList StandardStructureManager::designStructureNames() const
@@ -34,23 +42,25 @@ QStringList StandardStructureManager::designStructureNames() const
 QStringList StandardStructureManager::designStructureNamesForDesign(const QString &designType) const
 {
     // Any structure goes with any type.
-    return designType.isEmpty() || findType(designType) ? designStructureNames() : QStringList();
+    return designType.isEmpty() || isType(designType) ? designStructureNames() : QStringList();
 }
 
 QString StandardStructureManager::defaultStructureNameForDesignType(const QString &designType) const
 {
-    const DesignType *type = findType(designType);
-    if (!type)
+    if (!isType(designType))
         return {};
     const QString chosen = readSetting(settingsGroup + u'/' + designType);
-    return findDesignStructure(chosen) ? chosen : type->defaultStructure;
+    if (findDesignStructure(chosen))
+        return chosen;
+    const DesignType *type = findType(designType);
+    return type ? type->defaultStructure : designStructureNames().value(0);
 }
 
 Status
 StandardStructureManager::trySetDefaultStructureNameForDesignType(const QString &designType,
                                                                   const QString &structureName)
 {
-    if (!findType(designType))
+    if (!isType(designType))
         return Status::notFound(u"There is no design type \"%1\""_s.arg(designType));
     if (!findDesignStructure(structureName))
         return Status::notFound(u"There is no design structure \"%1\""_s.arg(structureName));
