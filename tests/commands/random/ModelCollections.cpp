@@ -74,14 +74,16 @@ ModelAnswer ModelCollections::remove(ModelKind &kind, const QString &word)
 {
     if (!state.readOnly)
         kind.remove(state.keyOf(kind, word));
-    const QString rest = u"%1 \"%2\" from design \"%3\""_s.arg(kind.word, word, state.texts[u"name"_s]);
+    const QString rest =
+        u"%1 \"%2\" from design \"%3\""_s.arg(kind.word, word, state.texts[u"name"_s]);
     return ModelAnswer::either(!state.readOnly, u"Successfully removed "_s + rest,
-                    u"Failed to remove "_s + rest + u": "_s);
+                               u"Failed to remove "_s + rest + u": "_s);
 }
 
 bool ModelCollections::eraseFromDisk(const ModelKind &kind, const QString &key)
 {
-    return !state.readOnly && (&kind == &state.files ? state.disk.deleteFile(key) : state.disk.deleteFolder(key));
+    return !state.readOnly
+        && (&kind == &state.files ? state.disk.deleteFile(key) : state.disk.deleteFolder(key));
 }
 
 ModelAnswer ModelCollections::erase(ModelKind &kind, const QString &word)
@@ -91,11 +93,12 @@ ModelAnswer ModelCollections::erase(ModelKind &kind, const QString &word)
     const bool erased = eraseFromDisk(kind, key);
     if (erased)
         kind.remove(key);
-    return ModelAnswer::either(erased,
-                    u"Successfully deleted %1 \"%2\" and removed it from design \"%3\""_s.arg(
-                        kind.word, word, name),
-                    u"Failed to delete physical %1 \"%2\". It will not be removed from design "
-                    "\"%3\": "_s.arg(kind.word, word, name));
+    return ModelAnswer::either(
+        erased,
+        u"Successfully deleted %1 \"%2\" and removed it from design \"%3\""_s.arg(kind.word, word,
+                                                                                  name),
+        u"Failed to delete physical %1 \"%2\". It will not be removed from design "
+        "\"%3\": "_s.arg(kind.word, word, name));
 }
 
 QStringList ModelCollections::keysUnder(const ModelKind &kind, const QString &node) const
@@ -104,8 +107,9 @@ QStringList ModelCollections::keysUnder(const ModelKind &kind, const QString &no
     for (const ModelItem &item : state.inOrder(kind)) {
         const QString category = state.categoryOf(item);
         if (node.isEmpty()
-            || (state.fileSets.contains(node) ? item.node == node
-                                    : category == node || category.startsWith(node + u"::"_s)))
+            || (state.fileSets.contains(node)
+                    ? item.node == node
+                    : category == node || category.startsWith(node + u"::"_s)))
             keys.append(item.key);
     }
     return keys;
@@ -169,9 +173,10 @@ ModelAnswer ModelCollections::list(const ModelKind &kind, const QString &node) c
     if (node.isEmpty())
         return {&kind == &state.files ? TCL_OK : TCL_ERROR,
                 u"No %1 found in design \"%2\""_s.arg(kind.plural, name)};
-    return ModelAnswer::either(node == u"rtl" || node == u"documents",
-                    u"No files found under node \"%1\" in design \"%2\""_s.arg(node, name),
-                    u"Node \"%1\" does not exist in design \"%2\""_s.arg(node, name));
+    return ModelAnswer::either(
+        node == u"rtl" || node == u"documents",
+        u"No files found under node \"%1\" in design \"%2\""_s.arg(node, name),
+        u"Node \"%1\" does not exist in design \"%2\""_s.arg(node, name));
 }
 
 ModelAnswer ModelCollections::setProperty(const QStringList &words)

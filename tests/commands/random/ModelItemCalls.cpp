@@ -22,7 +22,8 @@ ModelAnswer ModelItemCalls::answer(ModelKind &kind, const QStringList &words)
     if (!item || kind.active.isEmpty())
         return {TCL_ERROR, u"No active %1 in design \"%2\""_s.arg(kind.word, name)};
     const QString title = &kind == &state.files ? item->key.section(u'/', -1) : item->key;
-    const ModelAnswer unknown = state.usage(u"%1 \"%2\" in "_s.arg(kind.word, title), words.first());
+    const ModelAnswer unknown =
+        state.usage(u"%1 \"%2\" in "_s.arg(kind.word, title), words.first());
     const QString what = words.value(1);
     if (what == u"set" && !state.isPath(kind) && state.readOnly)
         return {TCL_ERROR, readOnlyText(item->key)};
@@ -33,8 +34,10 @@ ModelAnswer ModelItemCalls::answer(ModelKind &kind, const QStringList &words)
     if (what == u"property" && words.size() > 3)
         return shared(kind, *item, words);
     if (what == u"exists" && words.size() == 2 && state.isPath(kind)) {
-        const bool exists = &kind == &state.files ? state.disk.isFile(item->key) : state.disk.isFolder(item->key);
-        return {exists || &kind == &state.files ? TCL_OK : TCL_ERROR, exists ? u"true"_s : u"false"_s};
+        const bool exists =
+            &kind == &state.files ? state.disk.isFile(item->key) : state.disk.isFolder(item->key);
+        return {exists || &kind == &state.files ? TCL_OK : TCL_ERROR,
+                exists ? u"true"_s : u"false"_s};
     }
     if (what == u"open" && words.size() == 2 && &kind == &state.files)
         return {TCL_ERROR, u"false"_s};
@@ -42,7 +45,7 @@ ModelAnswer ModelItemCalls::answer(ModelKind &kind, const QStringList &words)
 }
 
 ModelAnswer ModelItemCalls::getItem(const ModelKind &kind, const ModelItem &item,
-                                 const QString &what) const
+                                    const QString &what) const
 {
     if (what == u"category")
         return {TCL_OK, state.categoryOf(item)};
@@ -61,16 +64,18 @@ ModelAnswer ModelItemCalls::setItem(ModelKind &kind, ModelItem &item, const QStr
         const bool set = !state.readOnly && vocabulary::isKept(word);
         if (set)
             item.category = vocabulary::categoryOf(word);
-        return ModelAnswer::either(set, u"Successfully changed category on %1 \"%2\""_s.arg(kind.word, before),
-                        u"Failed to change category on %1 \"%2\""_s.arg(kind.word, before));
+        return ModelAnswer::either(
+            set, u"Successfully changed category on %1 \"%2\""_s.arg(kind.word, before),
+            u"Failed to change category on %1 \"%2\""_s.arg(kind.word, before));
     }
     if (state.addRefusal(kind, word).isEmpty()) {
         item.key = state.keyOf(kind, word);
         kind.active = item.key;
     }
     return {TCL_OK,
-            (state.isPath(kind) ? u"Requested actual %1 path change on %1 \"%2\". Changed to \"%3\""_s
-                          : u"Successfully renamed %1 \"%2\". Changed to \"%3\""_s)
+            (state.isPath(kind)
+                 ? u"Requested actual %1 path change on %1 \"%2\". Changed to \"%3\""_s
+                 : u"Successfully renamed %1 \"%2\". Changed to \"%3\""_s)
                 .arg(kind.word, before, item.key)};
 }
 
@@ -96,7 +101,8 @@ ModelAnswer ModelItemCalls::shared(const ModelKind &kind, ModelItem &item, const
     return {TCL_OK, u"Successfully removed "_s + about};
 }
 
-ModelAnswer ModelItemCalls::setShared(const QString &about, ModelItem &item, const QStringList &words)
+ModelAnswer ModelItemCalls::setShared(const QString &about, ModelItem &item,
+                                      const QStringList &words)
 {
     if (words.size() < 6)
         return {TCL_ERROR, u"You did not provide enough parameters to set "_s + about};
