@@ -5,14 +5,22 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+// So many characters fill the widest line; laying out more of them takes time for nothing.
+constexpr qsizetype mostShown = 1'000;
+
+} // namespace
+
 TypeAhead::TypeAhead(QTextEdit *widget)
     : QObject(widget),
       view(widget),
-      line(new QLabel(widget->viewport()))
+      line(new QLabel(widget)) // the viewport moves its children when it scrolls
 {
     line->setObjectName(u"typeAhead"_s);
     line->setTextFormat(Qt::PlainText);
     line->setAutoFillBackground(true);
+    line->setBackgroundRole(QPalette::Base);
     line->setContentsMargins(int(view->document()->documentMargin()), 0, 0, 0);
     line->setAttribute(Qt::WA_TransparentForMouseEvents);
     line->hide();
@@ -65,16 +73,18 @@ QString TypeAhead::takeLine()
 void TypeAhead::show()
 {
     line->setFont(view->currentFont());
-    line->setText(QString(kept).replace(u'\n', u" \u23ce "_s));
+    line->setText(kept.right(mostShown).replace(u'\n', u" \u23ce "_s));
     line->setVisible(!kept.isEmpty());
     place();
 }
 
 void TypeAhead::place()
 {
-    const QSize all = view->viewport()->size();
-    const int height = line->sizeHint().height();
-    line->setGeometry(0, all.height() - height, all.width(), height);
+    QRect foot = view->viewport()->geometry();
+    foot.setTop(foot.bottom() + 1 - line->sizeHint().height());
+    line->setGeometry(foot);
+    const bool fits = line->sizeHint().width() <= foot.width();
+    line->setAlignment((fits ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
 }
 
 bool TypeAhead::eventFilter(QObject *, QEvent *event)

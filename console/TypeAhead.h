@@ -37,5 +37,5 @@ private:
 
     QString kept;
     QTextEdit *const view;
-    QLabel *const line; // the viewport's
+    QLabel *const line; // the view's
 };

@@ -133,6 +133,48 @@ private Q_SLOTS:
         QCOMPARE(console.getCurrentCommand(), u"\u6f22"_s);
     }
 
+    void itStaysAtTheFootWhenTheViewScrolls()
+    {
+        BusyConsole console;
+        for (int i = 0; i < 100; ++i)
+            console.execCommand(u"old %1"_s.arg(i), true, true, nullptr);
+        console.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&console, patient()));
+        console.busy = true;
+        QTest::keyClicks(&console, u"one"_s);
+        const auto *line = console.findChild<QLabel *>(u"typeAhead"_s);
+        const QWidget *view = console.viewport();
+        const auto foot = [&] { return line->mapTo(&console, line->rect().bottomLeft()); };
+        const QPoint before = view->mapTo(&console, view->rect().bottomLeft());
+        QCOMPARE(foot(), before);
+        QScrollBar *bar = console.verticalScrollBar();
+        bar->setValue(bar->value() - 50);
+        QCOMPARE(foot(), before);
+        bar->setValue(bar->maximum());
+        QCOMPARE(foot(), before);
+        QVERIFY(line->isVisible());
+    }
+
+    // Of more than fits, what came last.
+    void theEndOfALongLineShows()
+    {
+        BusyConsole console;
+        console.resize(300, 200);
+        console.show();
+        console.busy = true;
+        const auto *line = console.findChild<QLabel *>(u"typeAhead"_s);
+        QTest::keyClicks(&console, u"one"_s);
+        QVERIFY(line->alignment() & Qt::AlignLeft);
+        QGuiApplication::clipboard()->setText(QString(100'000, u'x') + u"end"_s);
+        QTest::keyClick(&console, Qt::Key_V, Qt::ControlModifier);
+        QVERIFY(line->alignment() & Qt::AlignRight);
+        QVERIFY(line->text().endsWith(u"xend"_s));
+        QVERIFY2(line->text().size() < 2'000, qPrintable(QString::number(line->text().size())));
+        console.busy = false;
+        console.typeKeptKeys();
+        QCOMPARE(console.getCurrentCommand(), u"one"_s + QString(100'000, u'x') + u"end"_s);
+    }
+
     void itCanBeForgotten()
     {
         BusyConsole console;
