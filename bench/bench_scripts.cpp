@@ -1,7 +1,20 @@
-// What it costs scripts that the window lives while they run. Each row runs a script in child
-// processes, in turns with the window kept alive and without; "ratio" is that of the medians of
-// their processor times. The last rows kill no time: they measure how long it takes from a stop to
-// the next prompt, and from one repaint to the next, in a loop that never ends.
+// What it costs scripts that the window lives while they run. Each row runs a script again and
+// again with the window kept alive, each time between two runs without, in one process, so that
+// both ways have the same memory at the same places; and in some processes, since those places
+// matter. A round compares the processor time of the run with that of the two around it. The
+// counters of a row:
+//
+//   ratio       the median of the rounds
+//   error       the standard error of that
+//   unlike      the same median for the two runs without, which would be 1 without any noise
+//   passes      what the passes and the thread that asks for them take, to all the rest, as their
+//   own
+//               clocks tell; where the script writes, the painting that it needs anyway is in it
+//   rounds      how many there were
+//   seconds     what a run takes without, the median
+//
+// The last row kills no time: it measures how long it takes from a stop to the next prompt, and
+// from one repaint to the next, in a loop that never ends.
 #include "commands/commandset.h"
 #include "commands/conventions.h"
 #include "console/QtclConsole.h"
@@ -17,8 +30,11 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <functional>
+#include <vector>
+
 #include <time.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -34,20 +50,27 @@ struct Script
 constexpr Script scripts[] = {
     {"empty_loop", "proc turns {} {for {set i 0} {$i < 10000000} {incr i} {}}; turns"},
     {"puts_loop", "for {set i 0} {$i < 60000} {incr i} {puts \"line $i of the output\"}"},
-    {"query_loop", "for {set i 0} {$i < 1000000} {incr i} {design get vendor}"},
+    {"query_loop", "for {set i 0} {$i < 600000} {incr i} {design get vendor}"},
 };
+
+constexpr int children = 4;
+constexpr qint64 millisecondsOfChild = 10'000;
+
+double seconds(clockid_t clock)
+{
+    timespec time = {};
+    clock_gettime(clock, &time);
+    return double(time.tv_sec) + double(time.tv_nsec) * 1e-9;
+}
+
+double passSeconds = 0;
 
 void pass()
 {
+    const double before = seconds(CLOCK_THREAD_CPUTIME_ID);
     QCoreApplication::processEvents();
     QCoreApplication::processEvents();
-}
-
-double processorSeconds()
-{
-    timespec time = {};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return double(time.tv_sec) + double(time.tv_nsec) * 1e-9;
+    passSeconds += seconds(CLOCK_THREAD_CPUTIME_ID) - before;
 }
 
 QtclConsole *shownConsole(const std::function<void()> &livePass)
@@ -63,32 +86,75 @@ QtclConsole *shownConsole(const std::function<void()> &livePass)
     return console;
 }
 
-// A child: prints the processor time that a script takes.
-int runScript(const Script &script, bool alive)
+double run(QtclConsole *console, const Script &script)
+{
+    console->reset(QString());
+    QCoreApplication::processEvents();
+    const double before = seconds(CLOCK_PROCESS_CPUTIME_ID);
+    if (!console->execCommand(QString::fromUtf8(script.text), false, false, nullptr))
+        qFatal("%s failed", script.name);
+    return seconds(CLOCK_PROCESS_CPUTIME_ID) - before;
+}
+
+// All in seconds of the processor.
+struct Round
+{
+    double before; // the run without
+    double alive;
+    double behind; // the second run without
+    double passes; // of alive, in passes and in other threads
+};
+
+Round round(QtclConsole *console, const Script &script, double before)
+{
+    Round result {before, 0, 0, 0};
+    {
+        // What Qtk_KeepWindowAlive makes.
+        const ScriptRuns runs(commandsManager::getInstance(nullptr)->interp, pass);
+        passSeconds = 0;
+        const double others = seconds(CLOCK_PROCESS_CPUTIME_ID) - seconds(CLOCK_THREAD_CPUTIME_ID);
+        result.alive = run(console, script);
+        result.passes = passSeconds + seconds(CLOCK_PROCESS_CPUTIME_ID)
+            - seconds(CLOCK_THREAD_CPUTIME_ID) - others;
+    }
+    result.behind = run(console, script);
+    return result;
+}
+
+// A child: prints its rounds.
+int runScript(const Script &script)
 {
     FakeHost host;
     host.journal.setSilent(true);
     host.activeDesign();
-    QtclConsole *console = shownConsole(alive ? pass : std::function<void()>());
+    QtclConsole *console = shownConsole({});
     commands::registerCommandSet(*commandsManager::getInstance(nullptr));
-    const double before = processorSeconds();
-    const bool done = console->execCommand(QString::fromUtf8(script.text), false, false, nullptr);
-    std::printf("%.6f\n", done ? processorSeconds() - before : -1.0);
+    QElapsedTimer sinceBegin;
+    sinceBegin.start();
+    run(console, script);
+    double before = run(console, script);
+    while (sinceBegin.elapsed() < millisecondsOfChild) {
+        const Round done = round(console, script, before);
+        std::printf("%.6f %.6f %.6f %.6f\n", done.before, done.alive, done.behind, done.passes);
+        before = done.behind;
+    }
     std::fflush(stdout);
     return 0;
 }
 
-double childSeconds(const char *name, const char *way)
+void readRounds(const char *name, std::vector<Round> &rounds)
 {
     QProcess child;
     child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    child.start(QCoreApplication::applicationFilePath(),
-                {u"child"_s, QString::fromLatin1(name), QString::fromLatin1(way)});
+    child.start(QCoreApplication::applicationFilePath(), {u"child"_s, QString::fromLatin1(name)});
     child.waitForFinished(-1);
-    const double seconds = child.readAllStandardOutput().trimmed().toDouble();
-    if (child.exitCode() != 0 || seconds <= 0)
+    if (child.exitStatus() != QProcess::NormalExit || child.exitCode() != 0)
         qFatal("%s failed", name);
-    return seconds;
+    for (const QByteArray &line : child.readAllStandardOutput().trimmed().split('\n')) {
+        const QList<QByteArray> words = line.split(' ');
+        rounds.push_back({words.value(0).toDouble(), words.value(1).toDouble(),
+                          words.value(2).toDouble(), words.value(3).toDouble()});
+    }
 }
 
 double median(std::vector<double> values)
@@ -97,18 +163,41 @@ double median(std::vector<double> values)
     return values.at(values.size() / 2);
 }
 
+// Of a median, by the median of the distances from it, for errors of a normal distribution.
+double standardError(std::vector<double> values)
+{
+    const double middle = median(values);
+    const auto count = double(values.size());
+    for (double &value : values)
+        value = std::abs(value - middle);
+    return 1.2533 * 1.4826 * median(std::move(values)) / std::sqrt(count);
+}
+
 void cost(benchmark::State &state, const Script &script)
 {
-    std::vector<double> with;
-    std::vector<double> without;
+    std::vector<Round> rounds;
     for (auto _ : state) {
-        for (int i = 0; i < 9; ++i) {
-            without.push_back(childSeconds(script.name, "without"));
-            with.push_back(childSeconds(script.name, "with"));
-        }
+        for (int i = 0; i < children; ++i)
+            readRounds(script.name, rounds);
     }
-    state.counters["ratio"] = median(with) / median(without);
-    state.counters["seconds_without"] = median(without);
+    std::vector<double> ratios;
+    std::vector<double> unlike;
+    std::vector<double> without;
+    double passes = 0;
+    double rest = 0;
+    for (const Round &each : rounds) {
+        ratios.push_back(2 * each.alive / (each.before + each.behind));
+        unlike.push_back(each.behind / each.before);
+        without.push_back(each.before);
+        passes += each.passes;
+        rest += each.alive - each.passes;
+    }
+    state.counters["ratio"] = median(ratios);
+    state.counters["error"] = standardError(ratios);
+    state.counters["unlike"] = median(unlike);
+    state.counters["passes"] = passes / rest;
+    state.counters["rounds"] = double(rounds.size());
+    state.counters["seconds"] = median(without);
 }
 
 // How long it takes a hundred times from a stop to the next prompt, and the longest time between
@@ -158,10 +247,10 @@ int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
-    if (argc == 4 && qstrcmp(argv[1], "child") == 0) {
+    if (argc == 3 && qstrcmp(argv[1], "child") == 0) {
         for (const Script &script : scripts) {
             if (qstrcmp(argv[2], script.name) == 0)
-                return runScript(script, qstrcmp(argv[3], "with") == 0);
+                return runScript(script);
         }
         return 1;
     }
