@@ -23,6 +23,9 @@ namespace {
 // How many bytes are read at once.
 constexpr int part = 65'536;
 
+// In milliseconds: how often it is looked whether a child has ended, where the system does not tell.
+constexpr int lookTime = 10;
+
 // Texts as the system takes them: an array that ends with a null.
 class SystemTexts
 {
@@ -94,6 +97,7 @@ Child::Child(QObject *parent) : QObject(parent)
 {
     output.ready = &Child::outputReady;
     errors.ready = &Child::errorReady;
+    connect(&endTimer, &QTimer::timeout, this, &Child::takeEnd);
 }
 
 Child::~Child()
@@ -145,10 +149,18 @@ Status Child::start(const ChildStartInfo &info)
         close(errors);
         return Status::io(qt_error_string(failure));
     }
+    watchForEnd();
+    return {};
+}
+
+// Kernels before 5.3 know no handles of processes, and some containers refuse them.
+void Child::watchForEnd()
+{
     handle = int(syscall(SYS_pidfd_open, id, 0));
+    if (handle < 0)
+        return endTimer.start(lookTime);
     endNotifier = std::make_unique<QSocketNotifier>(handle, QSocketNotifier::Read);
     connect(endNotifier.get(), &QSocketNotifier::activated, this, &Child::takeEnd);
-    return {};
 }
 
 void Child::send(int signal) const
@@ -186,9 +198,12 @@ void Child::takeEnd()
     if (!isRunning() || waitpid(id, &endStatus, WNOHANG) != id)
         return;
     id = 0;
-    endNotifier->setEnabled(false);
-    endNotifier.release()->deleteLater();
-    ::close(std::exchange(handle, -1));
+    endTimer.stop();
+    if (handle >= 0) {
+        endNotifier->setEnabled(false);
+        endNotifier.release()->deleteLater();
+        ::close(std::exchange(handle, -1));
+    }
     // What was written before the end is no more than what a pipe holds; others may go on writing.
     for (Pipe *pipe : {&output, &errors}) {
         if (pipe->descriptor >= 0)
@@ -205,7 +220,8 @@ bool Child::waitForEnd(int milliseconds)
     while (isRunning() && time.elapsed() <= milliseconds) {
         pollfd sources[] {
             {handle, POLLIN, 0}, {output.descriptor, POLLIN, 0}, {errors.descriptor, POLLIN, 0}};
-        poll(sources, 3, int(std::max<qint64>(milliseconds - time.elapsed(), 0)));
+        const qint64 left = std::max<qint64>(milliseconds - time.elapsed(), 0);
+        poll(sources, 3, int(handle < 0 ? std::min<qint64>(left, lookTime) : left));
         if (sources[1].revents != 0)
             read(output, part);
         if (sources[2].revents != 0)

@@ -7,6 +7,7 @@
 #include <QByteArray>
 #include <QObject>
 #include <QSocketNotifier>
+#include <QTimer>
 
 #include <memory>
 
@@ -55,6 +56,7 @@ private:
     bool openPipe(Pipe *pipe, int *writingEnd);
     // At most about so many bytes.
     void read(Pipe &pipe, int most);
+    void watchForEnd();
     void takeEnd();
     void close(Pipe &pipe);
 
@@ -62,6 +64,7 @@ private:
     int endStatus = 0;
     int handle = -1;
     std::unique_ptr<QSocketNotifier> endNotifier;
+    QTimer endTimer;
     Pipe output;
     Pipe errors;
 };

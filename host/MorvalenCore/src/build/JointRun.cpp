@@ -1,7 +1,5 @@
 #include "build/JointRun.h"
 
-#include "build/ninjatext.h"
-
 #include <QFile>
 #include <QSet>
 
@@ -15,8 +13,6 @@ namespace MorvalenCore {
 
 namespace {
 
-QString prefixOf(const JointPart &part) { return part.name + u": "_s; }
-
 // The steps of all plans under names of their own, in the target folder of the first.
 BuildPlan joined(const QList<JointPart> &parts)
 {
@@ -24,11 +20,10 @@ BuildPlan joined(const QList<JointPart> &parts)
     all.steps.clear();
     for (const JointPart &part : parts) {
         for (PlannedStep step : part.plan.steps) {
-            step.name.prepend(prefixOf(part));
-            step.label.prepend(prefixOf(part));
+            step.name.prepend(part.prefix());
+            step.label.prepend(part.prefix());
             all.steps.append(step);
         }
-        all.pools.insert(part.plan.pools);
     }
     return all;
 }
@@ -50,8 +45,8 @@ bool hasAll(const QList<int> &steps, const QList<int> &wanted)
 
 } // namespace
 
-JointRun::JointRun(const QList<JointPart> &theParts, QObject *parent)
-    : BuildRun(joined(theParts), theParts.first().file, parent),
+JointRun::JointRun(const QList<JointPart> &theParts, const NinjaFile &fileOfFirst, QObject *parent)
+    : BuildRun(joined(theParts), fileOfFirst, parent),
       parts(theParts),
       log(plansOf(theParts)),
       totals(theParts.size(), 0),
@@ -77,29 +72,10 @@ QList<BuildOutput::LogFile> JointRun::logFiles() const
     return files;
 }
 
-// Pools are known to all of it; a step that runs alone among those of its plan may run beside those
-// of others, so it is in no pool but its own.
-QByteArray JointRun::text() const
-{
-    QByteArray text = NinjaFile::firstLine() + "ninja_required_version = 1.8\n";
-    for (auto pool = plan.pools.cbegin(); pool != plan.pools.cend(); ++pool) {
-        appendNinjaPool(&text, pool.key(), *pool);
-        text += "alone_in" + ninjaPool(pool.key()) + " = " + ninjaPool(pool.key()) + '\n';
-    }
-    for (const JointPart &part : parts) {
-        text += "\nof = ";
-        appendNinjaValue(&text, prefixOf(part));
-        text += "\nsubninja";
-        appendNinjaPath(&(text += ' '), part.file.stepsPath());
-        text += '\n';
-    }
-    return text;
-}
-
 Status JointRun::prepare(bool)
 {
     const Status gathered = log.gather();
-    return gathered.isOk() ? NinjaFile::writeOwn(plan.targetFolder + u'/' + fileName(), text())
+    return gathered.isOk() ? NinjaFile::writeOwn(plan.targetFolder + u'/' + fileName(), jointFileOf(parts))
                            : gathered;
 }
 

@@ -1,30 +1,22 @@
 #pragma once
 
 #include "build/BuildRun.h"
+#include "build/JointFile.h"
 #include "build/SharedLog.h"
 
 namespace MorvalenCore {
 
-// One of several builds that are run as one.
-struct JointPart
-{
-    // In one line, and that of no other.
-    QString name;
-    BuildPlan plan;
-    NinjaFile file;
-};
-
 // Carries out several plans in one run of Ninja, so that the steps of all of them run side by side:
-// writes a joint.ninja, which includes their files, into the target folder of the first and runs
-// Ninja there. The plans' own files are written already, and their folders locked, but for what
-// the run of the first needs anyway. No file has makers in two plans, and no input is missing that
+// writes a joint.ninja with all steps into the target folder of the first and runs Ninja there. The
+// folders are locked already. No file has makers in two plans, and no input is missing that
 // nobody makes: Ninja would run nothing at all.
 class JointRun final : public BuildRun
 {
     Q_OBJECT
 
 public:
-    explicit JointRun(const QList<JointPart> &parts, QObject *parent = nullptr);
+    JointRun(const QList<JointPart> &parts, const NinjaFile &fileOfFirst,
+             QObject *parent = nullptr);
 
     // What came of one of the plans.
     End endOf(int part) const { return ends[part]; }
@@ -48,7 +40,6 @@ private:
     void stepShown(int step, int ended, int total) override;
 
     int partOf(int step) const;
-    QByteArray text() const;
     void divide(const Qtilities::Core::Status &ninjasEnd, const QList<int> &left);
     void tell(const Qtilities::Core::Status &status);
 

@@ -140,4 +140,31 @@ Status orderSteps(QList<PlannedStep> *steps)
     return {};
 }
 
+QList<QList<int>> waysToGo(const QList<BuildPlan> &plans)
+{
+    QList<QList<int>> ways(plans.size());
+    // The longest way of those that need a file.
+    QHash<QString, int> behind;
+    for (qsizetype plan = plans.size() - 1; plan >= 0; --plan) {
+        const QList<PlannedStep> &steps = plans[plan].steps;
+        QList<int> &way = ways[plan];
+        way.resize(steps.size());
+        int ofAll = 0;
+        int ofThoseThatWaitForAll = 0;
+        for (qsizetype index = steps.size() - 1; index >= 0; --index) {
+            const PlannedStep &step = steps[index];
+            int longest = step.outputs.isEmpty() ? ofAll : ofThoseThatWaitForAll;
+            for (const QString &output : step.outputs)
+                longest = std::max(longest, behind.value(output));
+            way[index] = ++longest;
+            ofAll = std::max(ofAll, longest);
+            if (step.outputs.isEmpty() || step.inputs.isEmpty())
+                ofThoseThatWaitForAll = std::max(ofThoseThatWaitForAll, longest);
+            for (const QString &input : step.inputs)
+                behind[input] = std::max(behind.value(input), longest);
+        }
+    }
+    return ways;
+}
+
 } // namespace MorvalenCore

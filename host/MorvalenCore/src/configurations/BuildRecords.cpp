@@ -35,7 +35,8 @@ void BuildRecords::load(const QString &targetFolder)
     }
 }
 
-Status BuildRecords::note(const QString &targetFolder, const QList<MadeOutput> &outputs)
+std::optional<BuildRecords::Writing> BuildRecords::note(const QString &targetFolder,
+                                                        const QList<MadeOutput> &outputs)
 {
     Outputs &record = records[targetFolder];
     bool isNew = false;
@@ -49,7 +50,7 @@ Status BuildRecords::note(const QString &targetFolder, const QList<MadeOutput> &
     if (state.changed)
         state.changed();
     changed.remove(targetFolder);
-    return write(targetFolder);
+    return writing(targetFolder);
 }
 
 void BuildRecords::forget(const QString &path)
@@ -66,14 +67,14 @@ void BuildRecords::save()
 {
     const QSet<QString> folders = std::exchange(changed, {});
     for (const QString &folder : folders) {
-        if (const Status written = write(folder); !written.isOk())
+        if (const Status written = writing(folder).write(); !written.isOk())
             logWarning(written.text());
     }
 }
 
-Status BuildRecords::write(const QString &targetFolder) const
+BuildRecords::Writing BuildRecords::writing(const QString &targetFolder) const
 {
-    return OutputRecord(targetFolder, state.folder()).write(records.value(targetFolder).values());
+    return {OutputRecord(targetFolder, state.folder()), records.value(targetFolder).values()};
 }
 
 } // namespace MorvalenCore

@@ -5,6 +5,8 @@
 
 #include <QSet>
 
+#include <optional>
+
 namespace MorvalenCore {
 
 class DesignFiles;
@@ -22,8 +24,16 @@ public:
 
     // Takes up the record of a target folder, absolute and clean, if it has one.
     void load(const QString &targetFolder);
-    // Notes what a build has made there, and writes it down.
-    Qtilities::Core::Status note(const QString &targetFolder, const QList<MadeOutput> &outputs);
+    // A record that is to be written, by whatever thread.
+    struct Writing
+    {
+        OutputRecord record;
+        QList<MadeOutput> outputs;
+
+        Qtilities::Core::Status write() const { return record.write(outputs); }
+    };
+    // Notes what a build has made there. Nothing is to be written when all was known.
+    std::optional<Writing> note(const QString &targetFolder, const QList<MadeOutput> &outputs);
     // Writes down what has gone since. A record that cannot be written is named in the log.
     void save();
     void clear() { records.clear(); }
@@ -33,7 +43,7 @@ private:
     using Outputs = ArrivalOrder<QString, MadeOutput>;
 
     void forget(const QString &path);
-    Qtilities::Core::Status write(const QString &targetFolder) const;
+    Writing writing(const QString &targetFolder) const;
 
     DesignState &state;
     DesignFiles &files;

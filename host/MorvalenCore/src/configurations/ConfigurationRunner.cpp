@@ -1,7 +1,6 @@
 #include "configurations/ConfigurationRunner.h"
 
 #include "configurations/buildends.h"
-#include "configurations/BuildRecords.h"
 #include "configurations/ConfigurationItem.h"
 #include "configurations/generatedfiles.h"
 #include "configurations/targetplaces.h"
@@ -150,30 +149,38 @@ void ConfigurationRunner::takeEnd(KeptPlan &kept, const BuildRun::End &end)
 {
     current = nullptr;
     runState = stateAfter(end.result);
-    noteGenerated(kept, end.done);
+    if (const auto record = note(kept, end.done))
+        warnOfRecord(kept, record->write());
     outdated.clear();
     BuildMonitor::instance()->end(&configuration);
 }
 
-void ConfigurationRunner::noteGenerated(KeptPlan &kept, QList<int> steps)
+std::optional<BuildRecords::Writing> ConfigurationRunner::note(KeptPlan &kept, QList<int> steps)
 {
     // A build of an earlier session may have ended without being noted.
     if (!kept.isNoted)
         steps += stepsNotNoted(kept.plan, files);
     kept.isNoted = true;
     if (steps.isEmpty())
-        return;
-    ChangeBracket::instance()->open();
+        return {};
     // A step may have put a link in the folder's place.
-    Status noted = checkTargetPlace(kept.plan, kept.plan.targetFolder);
-    if (noted.isOk())
-        noted =
-            records.note(kept.plan.targetFolder,
-                         outputsOf(kept.plan, steps, design.document().text(DesignField::Version)));
-    if (!noted.isOk())
-        logWarning(u"What the build \"%1\" has made cannot be noted: %2"_s.arg(
-            kept.plan.configuration, noted.text()));
+    const Status place = checkTargetPlace(kept.plan, kept.plan.targetFolder);
+    warnOfRecord(kept, place);
+    if (!place.isOk())
+        return {};
+    ChangeBracket::instance()->open();
+    auto record =
+        records.note(kept.plan.targetFolder,
+                     outputsOf(kept.plan, steps, design.document().text(DesignField::Version)));
     ChangeBracket::instance()->close();
+    return record;
+}
+
+void ConfigurationRunner::warnOfRecord(const KeptPlan &kept, const Status &written)
+{
+    if (!written.isOk())
+        logWarning(u"What the build \"%1\" has made cannot be noted: %2"_s.arg(
+            kept.plan.configuration, written.text()));
 }
 
 Status ConfigurationRunner::runDry()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "build/BuildRun.h"
+#include "configurations/BuildRecords.h"
 #include "configurations/ConfigurationPlan.h"
 
 #include <MorvalenCore/BuildConfiguration.h>
@@ -12,7 +13,6 @@
 
 namespace MorvalenCore {
 
-class BuildRecords;
 class ConfigurationItem;
 class DesignFiles;
 class DesignState;
@@ -62,6 +62,9 @@ public:
     void showProgress(int done, int total, const QString &step);
     static Qtilities::Core::Status end(const UnderWay &underWay, const BuildRun::End &end,
                                        const Tell &tell);
+    // Notes what was made before the end does, so that the records of several are written at once.
+    std::optional<BuildRecords::Writing> note(KeptPlan &kept, QList<int> steps);
+    static void warnOfRecord(const KeptPlan &kept, const Qtilities::Core::Status &written);
     // It will not be begun: as failed, for a reason, or as cancelled, since another one has failed.
     Qtilities::Core::Status refuse(const Qtilities::Core::Status &reason);
     Qtilities::Core::Status leaveOut();
@@ -72,7 +75,6 @@ private:
     Qtilities::Core::Status refusal(const Qtilities::Core::Status &status) const;
     void takeEnd(KeptPlan &kept, const BuildRun::End &end);
     bool look(const KeptPlan &kept);
-    void noteGenerated(KeptPlan &kept, QList<int> steps);
     QString title() const;
 
     ConfigurationItem &configuration;

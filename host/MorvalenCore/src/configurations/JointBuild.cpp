@@ -1,5 +1,6 @@
 #include "configurations/JointBuild.h"
 
+#include "build/sidebyside.h"
 #include "configurations/ConfigurationItem.h"
 
 #include <MorvalenCore/BuildMonitor.h>
@@ -48,6 +49,7 @@ bool JointBuild::run()
     allowOpenFiles(size_t(items.size()));
     for (ConfigurationItem *item : items)
         take(*item);
+    writeFiles();
     refuseConflicts();
     refuseWithoutInputs();
     if (!allWell && !ConfigurationRunner::optionsFor(options).keepGoing) {
@@ -76,7 +78,7 @@ void JointBuild::take(ConfigurationItem &item)
         refuse(part.underWay, refusal);
 }
 
-Status JointBuild::takeFolder(Part &part) const
+Status JointBuild::takeFolder(Part &part)
 {
     const KeptPlan &kept = *part.underWay.kept;
     const Status made = kept.file.makeFolder();
@@ -84,7 +86,18 @@ Status JointBuild::takeFolder(Part &part) const
         return made;
     if (!part.lock.take(kept.plan.targetFolder))
         return Status::busy(u"Another build is running in \"%1\""_s.arg(kept.plan.targetFolder));
-    return kept.file.write();
+    return {};
+}
+
+// Each in a folder of its own.
+void JointBuild::writeFiles()
+{
+    std::vector<Status> written(parts.size());
+    doSideBySide(parts.size(), [this, &written](size_t part) {
+        written[part] = parts[part].underWay.kept->file.write();
+    });
+    auto next = written.cbegin();
+    leaveOut([&next](const BuildPlan &) { return *next++; });
 }
 
 void JointBuild::refuse(const ConfigurationRunner::UnderWay &underWay, const Refusal &reason)
@@ -165,14 +178,14 @@ QList<JointPart> JointBuild::namedParts() const
         for (int number = 2; names.contains(name); ++number)
             name = part.underWay.design + u" (%1)"_s.arg(number);
         names.insert(name);
-        named.append({name, part.underWay.kept->plan, part.underWay.kept->file});
+        named.append({name, part.underWay.kept->plan});
     }
     return named;
 }
 
 void JointBuild::runParts()
 {
-    JointRun run(namedParts());
+    JointRun run(namedParts(), parts.front().underWay.kept->file);
     run.setOptions(ConfigurationRunner::optionsFor(options));
     QObject::connect(&run, &BuildRun::message, &run, [&](auto type, const QString &text) {
         ConfigurationItem *item = parts[size_t(run.speakingPart())].underWay.configuration;
@@ -189,12 +202,38 @@ void JointBuild::runParts()
             item->buildRunner().begin(run);
     }
     run.run(BuildRun::Kind::Outdated);
+    noteOutputs(run);
     for (size_t part = 0; part < parts.size(); ++part) {
         parts[part].lock = {};
         const Status ended = ConfigurationRunner::end(parts[part].underWay, run.endOf(int(part)),
                                                       &ConfigurationItem::logEndOf);
         allWell = allWell && ended.isOk();
     }
+}
+
+// Before anybody hears of an end.
+void JointBuild::noteOutputs(const JointRun &run)
+{
+    struct Record
+    {
+        const KeptPlan &kept;
+        BuildRecords::Writing writing;
+        Status written;
+    };
+    std::vector<Record> records;
+    for (size_t number = 0; number < parts.size(); ++number) {
+        const ConfigurationRunner::UnderWay &part = parts[number].underWay;
+        if (!part.configuration)
+            continue;
+        if (auto writing = part.configuration->buildRunner().note(*part.kept,
+                                                                  run.endOf(int(number)).done))
+            records.push_back({*part.kept, *std::move(writing), {}});
+    }
+    doSideBySide(records.size(), [&records](size_t record) {
+        records[record].written = records[record].writing.write();
+    });
+    for (const Record &record : records)
+        ConfigurationRunner::warnOfRecord(record.kept, record.written);
 }
 
 } // namespace MorvalenCore

@@ -31,15 +31,17 @@ private:
     using Refusal = Qtilities::Core::Status;
 
     void take(ConfigurationItem &item);
-    Refusal takeFolder(Part &part) const;
+    static Refusal takeFolder(Part &part);
     void refuse(const ConfigurationRunner::UnderWay &underWay, const Refusal &reason);
-    // Leaves out those for which the check has a reason.
+    // Leaves out those for which the check has a reason; it is asked once for each, in order.
     template <typename Check>
     bool leaveOut(const Check &check);
+    void writeFiles();
     void refuseConflicts();
     void refuseWithoutInputs();
     void runParts();
     QList<JointPart> namedParts() const;
+    void noteOutputs(const JointRun &run);
 
     const QList<ConfigurationItem *> items;
     const BuildOptions options;

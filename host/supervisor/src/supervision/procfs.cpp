@@ -145,7 +145,8 @@ void sendSignal(const Process &process, int number)
 {
     const int handle = int(syscall(SYS_pidfd_open, process.id, 0));
     if (handle < 0) {
-        if (errno == ENOSYS)
+        // Kernels before 5.3 know no handles, and some containers refuse them.
+        if (errno != ESRCH)
             kill(process.id, number);
         return;
     }
