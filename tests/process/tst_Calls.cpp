@@ -220,6 +220,10 @@ void tst_Calls::closedDescriptors()
                                {program->session, script, result}),
              (Ended {0, "", ""}));
     QCOMPARE(Program::read(result), QByteArray("kept\n"));
+    // Whoever closes the output wants none, as with Tcl's own shell.
+    QCOMPARE(program->runShell(u"exec \"$0\" --session \"$1\" -c 'puts lost' -c 'list lost' >&-"_s,
+                               {program->session}),
+             (Ended {0, "", ""}));
 }
 
 void tst_Calls::logLevels_data()

@@ -9,7 +9,15 @@
 #include <QProcess>
 #include <QTest>
 
+#include <cerrno>
 #include <csignal>
+#include <cstddef>
+
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -30,6 +38,21 @@ bool catches(qint64 process, int signal)
     const qulonglong caught =
         status.mid(at, status.indexOf('\n', at) - at).trimmed().toULongLong(nullptr, 16);
     return (caught >> (signal - 1) & 1) != 0;
+}
+
+// From now on this process and its children are refused handles of processes. Only what is safe
+// behind a fork.
+void refuseHandles(int reason)
+{
+    sock_filter filter[] = {
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_pidfd_open, 0, 1),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | (__u32(reason) & SECCOMP_RET_DATA)),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW)};
+    const sock_fprog program {std::size(filter), filter};
+    prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
+    if (prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) != 0)
+        _exit(99);
 }
 
 const QByteArray longStep = "echo $$ > pid; touch there; exec sleep 1000";
@@ -54,6 +77,8 @@ private Q_SLOTS:
     void takesOddNamesOfConfigurations_data();
     void takesOddNamesOfConfigurations();
     void keepsTheConfigurationThatRuns();
+    void runsWithoutHandlesOfProcesses_data();
+    void runsWithoutHandlesOfProcesses();
 
 private:
     QString inDesign(const QString &name) const { return program->path(u"soft/"_s + name); }
@@ -267,6 +292,33 @@ void tst_BuildTrouble::keepsTheConfigurationThatRuns()
                      "1 The build \"Main\" of design \"soft\" is running\n0 \n0 \n"
                      "0 v.l.soft.1.0 Completed\nb.txt\n",
                      ""}));
+}
+
+void tst_BuildTrouble::runsWithoutHandlesOfProcesses_data()
+{
+    QTest::addColumn<int>("reason");
+    QTest::newRow("handles-1 an old kernel") << ENOSYS;
+    QTest::newRow("handles-2 a container that refuses them") << EPERM;
+}
+
+void tst_BuildTrouble::runsWithoutHandlesOfProcesses()
+{
+    QFETCH(const int, reason);
+    makeDesign(
+        step("careless", "sleep 1000 &amp; echo $! &gt; pid; cp a.txt b.txt", "a.txt", "b.txt")
+        + step("long", QByteArray(stubbornStep).replace('>', "&gt;"), "b.txt", "c.txt"));
+    QProcess process;
+    process.setChildProcessModifier([reason] { refuseHandles(reason); });
+    startBuild(&process);
+    const QByteArray id = stepId();
+    QCOMPARE(::kill(pid_t(process.processId()), SIGINT), 0);
+    QVERIFY(process.waitForFinished(patient(30'000)));
+    QCOMPARE(process.exitCode(), SIGINT);
+    QVERIFY(!isAlive(id));
+    const QByteArray errors = process.readAllStandardError();
+    QVERIFY2(errors.contains("Warning: The build \"Main\" of design \"soft\" was cancelled\n"),
+             errors.constData());
+    QVERIFY(QFile::exists(inDesign(u"b.txt"_s)));
 }
 
 GUILESS_TEST_CLASS(tst_BuildTrouble)

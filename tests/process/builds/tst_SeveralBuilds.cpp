@@ -44,6 +44,7 @@ private Q_SLOTS:
     void areUpToDateOneByOne();
     void eachHasItsLog();
     void shareTheJobs();
+    void beginWithTheLongestRow();
     void shareThePools();
     void runStepsWithoutOutputsSideBySide();
     void mayNeedWhatAnotherMakes();
@@ -172,6 +173,26 @@ void tst_SeveralBuilds::shareTheJobs()
         makeDesign(name, step("one", meeting(6), "in", "1") + step("two", meeting(6), "in", "2"));
     QCOMPARE(run(u"morvalen build -all -jobs 6"_s),
              (Ended {0, "v.l.a.1.0 Completed v.l.b.1.0 Completed v.l.c.1.0 Completed\n", ""}));
+}
+
+// A row of steps that is begun last would be run alone.
+void tst_SeveralBuilds::beginWithTheLongestRow()
+{
+    makeDesign("a",
+               step("one", "touch $(OUTPUTS)", "in", "1")
+                   + step("two", "touch $(OUTPUTS)", "in", "2"));
+    makeDesign("b",
+               step("one", "touch $(OUTPUTS)", {}, "1") + step("two", "touch $(OUTPUTS)", {}, "2")
+                   + step("three", "touch $(OUTPUTS)", {}, "3"));
+    const Ended ended = run(u"morvalen build -all -jobs 1"_s, {u"--log-level"_s, u"info"_s});
+    QByteArrayList steps;
+    for (const QByteArray &line : ended.err.split('\n')) {
+        if (line.startsWith("Info: ["))
+            steps.append(line.mid(6));
+    }
+    QCOMPARE(steps,
+             (QByteArrayList {"[1/5] b: one", "[2/5] b: two", "[3/5] a: one", "[4/5] a: two",
+                              "[5/5] b: three"}));
 }
 
 void tst_SeveralBuilds::shareThePools()

@@ -23,7 +23,8 @@ namespace {
 // How many bytes are read at once.
 constexpr int part = 65'536;
 
-// In milliseconds: how often it is looked whether a child has ended, where the system does not tell.
+// In milliseconds: how often it is looked whether a child has ended, where the system does not
+// tell.
 constexpr int lookTime = 10;
 
 // Texts as the system takes them: an array that ends with a null.

@@ -75,8 +75,9 @@ QList<BuildOutput::LogFile> JointRun::logFiles() const
 Status JointRun::prepare(bool)
 {
     const Status gathered = log.gather();
-    return gathered.isOk() ? NinjaFile::writeOwn(plan.targetFolder + u'/' + fileName(), jointFileOf(parts))
-                           : gathered;
+    return gathered.isOk()
+        ? NinjaFile::writeOwn(plan.targetFolder + u'/' + fileName(), jointFileOf(parts))
+        : gathered;
 }
 
 int JointRun::partOf(int step) const

@@ -9,8 +9,8 @@ namespace MorvalenCore {
 // other. Linear in steps and paths.
 Qtilities::Core::Status orderSteps(QList<PlannedStep> *steps);
 
-// For each step of several plans, how many steps the longest way has that begins with it: those that
-// have to come one after the other. What an earlier plan makes for a later one counts.
+// For each step of several plans, how many steps the longest way has that begins with it: those
+// that have to come one after the other. What an earlier plan makes for a later one counts.
 QList<QList<int>> waysToGo(const QList<BuildPlan> &plans);
 
 } // namespace MorvalenCore

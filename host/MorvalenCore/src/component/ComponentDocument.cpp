@@ -11,6 +11,7 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <utility>
@@ -46,13 +47,28 @@ QString absolutePath(const QString &path)
     return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
 }
 
-constexpr char newDocument[] = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                               "<ipxact:component xmlns:ipxact=\"%1\">\n"
-                               "  <ipxact:vendor/>\n"
-                               "  <ipxact:library/>\n"
-                               "  <ipxact:name/>\n"
-                               "  <ipxact:version/>\n"
-                               "</ipxact:component>\n";
+// Whether a text stands in an element as it is.
+bool isPlain(const QString &text)
+{
+    return !text.isEmpty() && std::all_of(text.cbegin(), text.cend(), [](QChar c) {
+        return c < u'\x7f' && (c.isLetterOrNumber() || c == u'_' || c == u'-' || c == u'.');
+    });
+}
+
+QByteArray newDocument(const DesignDocument::Identity &identity)
+{
+    QByteArray bytes = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<ipxact:component "
+                       "xmlns:ipxact=\""
+        + Ipxact::namespaceOf(Generation::Ieee2014).toByteArray() + "\">\n";
+    for (const auto &[name, text] :
+         {std::pair("vendor", identity.vendor), std::pair("library", identity.library),
+          std::pair("name", identity.name), std::pair("version", identity.version)}) {
+        const QByteArray element = QByteArray("ipxact:") + name;
+        bytes += "  <" + element
+            + (isPlain(text) ? '>' + text.toLatin1() + "</" + element + ">\n" : "/>\n");
+    }
+    return bytes + "</ipxact:component>\n";
+}
 
 } // namespace
 
@@ -102,8 +118,7 @@ Result<std::unique_ptr<ComponentDocument>> ComponentDocument::read(const Compone
 Result<std::unique_ptr<ComponentDocument>> ComponentDocument::create(const Identity &identity,
                                                                      const QString &path)
 {
-    const QByteArray bytes =
-        QByteArray(newDocument).replace("%1", Ipxact::namespaceOf(Generation::Ieee2014));
+    const QByteArray bytes = newDocument(identity);
     const ComponentFile file(absolutePath(path));
     ComponentReader reader(bytes, file.path());
     std::unique_ptr<ComponentDocument> document(
@@ -113,8 +128,9 @@ Result<std::unique_ptr<ComponentDocument>> ComponentDocument::create(const Ident
                                       std::pair(DesignField::Library, identity.library),
                                       std::pair(DesignField::Name, identity.name),
                                       std::pair(DesignField::Version, identity.version)}) {
-        if (const Status refused = document->setText(field, text); !refused.isOk())
-            return refused;
+        const Status set = isPlain(text) ? Status() : document->setText(field, text);
+        if (!set.isOk())
+            return set;
     }
     return document;
 }

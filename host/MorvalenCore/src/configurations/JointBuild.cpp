@@ -225,8 +225,8 @@ void JointBuild::noteOutputs(const JointRun &run)
         const ConfigurationRunner::UnderWay &part = parts[number].underWay;
         if (!part.configuration)
             continue;
-        if (auto writing = part.configuration->buildRunner().note(*part.kept,
-                                                                  run.endOf(int(number)).done))
+        if (auto writing =
+                part.configuration->buildRunner().note(*part.kept, run.endOf(int(number)).done))
             records.push_back({*part.kept, *std::move(writing), {}});
     }
     doSideBySide(records.size(), [&records](size_t record) {
