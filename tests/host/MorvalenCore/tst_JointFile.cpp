@@ -66,9 +66,9 @@ void tst_JointFile::writesAll()
 {
     BuildPlan one = planIn(u"/1"_s, {step(u"a"_s, {u"/1/i"_s}, {u"/1/a"_s}, u"p q"_s)});
     one.pools = {{u"p q"_s, 2}};
-    const BuildPlan two =
-        planIn(u"/2"_s, {step(u"b"_s, {}, {u"/2/b"_s}), step(u"c"_s, {}, {u"/2/c"_s}),
-                         step(u"d"_s, {u"/2/c"_s}, {})});
+    const BuildPlan two = planIn(u"/2"_s,
+                                 {step(u"b"_s, {}, {u"/2/b"_s}), step(u"c"_s, {}, {u"/2/c"_s}),
+                                  step(u"d"_s, {u"/2/c"_s}, {})});
     const QByteArray text = jointFileOf({{u"one"_s, one}, {u" $two"_s, two}});
     QCOMPARE(QString::fromUtf8(text),
              QString::fromUtf8(
@@ -106,11 +106,11 @@ void tst_JointFile::measuresWays_data()
     QTest::newRow("ways-1 none") << QList<PlannedStep>() << QList<int>();
     QTest::newRow("ways-2 side by side")
         << QList {step(u"a"_s, in, {u"/a"_s}), step(u"b"_s, in, {u"/b"_s})} << QList {1, 1};
-    QTest::newRow("ways-3 by files") << QList {step(u"a"_s, in, {u"/a"_s, u"/a2"_s}),
-                                               step(u"b"_s, in, {u"/b"_s}),
-                                               step(u"c"_s, {u"/a2"_s, u"/i"_s}, {u"/c"_s}),
-                                               step(u"d"_s, {u"/c"_s, u"/b"_s}, {u"/d"_s})}
-                                     << QList {3, 2, 2, 1};
+    QTest::newRow("ways-3 by files")
+        << QList {step(u"a"_s, in, {u"/a"_s, u"/a2"_s}), step(u"b"_s, in, {u"/b"_s}),
+                  step(u"c"_s, {u"/a2"_s, u"/i"_s}, {u"/c"_s}),
+                  step(u"d"_s, {u"/c"_s, u"/b"_s}, {u"/d"_s})}
+        << QList {3, 2, 2, 1};
     QTest::newRow("ways-4 one after the other, without inputs")
         << QList {step(u"a"_s, {}, {u"/a"_s}), step(u"b"_s, {}, {u"/b"_s}),
                   step(u"c"_s, {}, {u"/c"_s})}
