@@ -5,6 +5,7 @@
 #include "interp/notifierprocs.h"
 #include "interp/NotifierState.h"
 #include "interp/patientafter.h"
+#include "interp/patientreading.h"
 #include "interp/restingprocs.h"
 #include "interp/ScriptRuns.h"
 #include "interp/servicemode.h"
@@ -58,6 +59,7 @@ void Qtk_KeepWindowAlive(std::function<void()> pass)
         return;
     Tcl_Interp *interp = commandsManager::getInstance(nullptr)->interp;
     makeAfterPatient(interp);
+    makeReadingPatient(interp);
     auto *runs = new ScriptRuns(interp, std::move(pass));
     // Its thread must not outlive Tcl.
     Tcl_CreateExitHandler([](ClientData client) { delete static_cast<ScriptRuns *>(client); },

@@ -32,7 +32,8 @@ TCLSCRIPTING_EXPORT void Qtk_LetNotifierRest();
 // From now on scripts neither freeze the host's windows nor run on when they are to stop: see
 // ScriptRuns, which this makes. While a command runs, pass is called on the GUI thread, about every
 // 50 ms, between two commands of the script; it is to process Qt's events, and to refuse those that
-// would change what scripts work with. Tcl's own events are not served there. "after MILLISECONDS"
-// becomes able to be stopped, and to let the passes come. Needs Qtk_LetNotifierRest before it, and
+// would change what scripts work with. Tcl's own events are not served there. "after MILLISECONDS",
+// and "gets" and "read" on pipes and sockets that block, become able to be stopped, and to let the
+// passes come. Needs Qtk_LetNotifierRest before it, and
 // does nothing otherwise; only the first call counts.
 TCLSCRIPTING_EXPORT void Qtk_KeepWindowAlive(std::function<void()> pass);

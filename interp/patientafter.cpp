@@ -1,20 +1,13 @@
 #include "interp/patientafter.h"
 
+#include "interp/CoveredCommand.h"
+#include "interp/interruption.h"
+
 #include <QDeadlineTimer>
 
 #include <algorithm>
 
 namespace {
-
-constexpr qint64 slice = 20; // milliseconds
-
-struct Original
-{
-    Tcl_ObjCmdProc *proc;
-    ClientData clientData;
-    Tcl_CmdDeleteProc *deleteProc;
-    ClientData deleteData;
-};
 
 // Results: TCL_OK when the time is over, an error when the evaluation is to end before.
 // Side effects: those of Tcl's asynchronous handlers.
@@ -22,48 +15,23 @@ int sleepThrough(Tcl_Interp *interp, qint64 milliseconds)
 {
     const QDeadlineTimer end(std::max<qint64>(milliseconds, 0), Qt::PreciseTimer);
     for (;;) {
-        if (Tcl_AsyncReady() && Tcl_AsyncInvoke(interp, TCL_OK) != TCL_OK)
-            return TCL_ERROR;
-        if (Tcl_Canceled(interp, TCL_LEAVE_ERR_MSG) == TCL_ERROR)
-            return TCL_ERROR;
-        if (Tcl_LimitReady(interp) && Tcl_LimitCheck(interp) != TCL_OK)
+        if (endOrGoOn(interp) != TCL_OK)
             return TCL_ERROR;
         if (end.hasExpired())
             return TCL_OK;
         const qint64 left = end.remainingTimeNSecs() / 1'000'000 + 1;
-        Tcl_Sleep(int(std::min(left, slice)));
+        Tcl_Sleep(int(std::min<qint64>(left, longestSilence)));
     }
 }
 
 int after(ClientData data, Tcl_Interp *interp, int objc, Tcl_Obj *const *objv)
 {
-    const auto *original = static_cast<Original *>(data);
     Tcl_WideInt milliseconds = 0;
     if (objc == 2 && Tcl_GetWideIntFromObj(nullptr, objv[1], &milliseconds) == TCL_OK)
         return sleepThrough(interp, milliseconds);
-    return original->proc(original->clientData, interp, objc, objv);
-}
-
-void forget(ClientData data)
-{
-    const auto *original = static_cast<Original *>(data);
-    if (original->deleteProc)
-        original->deleteProc(original->deleteData);
-    delete original;
+    return static_cast<CoveredCommand *>(data)->call(interp, objc, objv);
 }
 
 } // namespace
 
-void makeAfterPatient(Tcl_Interp *interp)
-{
-    Tcl_CmdInfo info;
-    if (!Tcl_GetCommandInfo(interp, "::after", &info) || info.objProc == after)
-        return;
-    auto *original =
-        new Original {info.objProc, info.objClientData, info.deleteProc, info.deleteData};
-    info.objProc = after;
-    info.objClientData = original;
-    info.deleteProc = forget;
-    info.deleteData = original;
-    Tcl_SetCommandInfo(interp, "::after", &info);
-}
+void makeAfterPatient(Tcl_Interp *interp) { CoveredCommand::cover(interp, "::after", after); }

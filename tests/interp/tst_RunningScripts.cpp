@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QTemporaryFile>
 #include <QTimer>
 #include <QtTest>
 
@@ -192,6 +193,18 @@ private Q_SLOTS:
             "coroutine]; while {[gets $s line] < 0} {yield}; set ::got 1}; set s "
             "[socket -server {apply {args {}}} -myaddr 127.0.0.1 0]; coroutine w "
             "wait [socket 127.0.0.1 [lindex [fconfigure $s -sockname] 2]]; vwait got");
+        // The pipes end by themselves, so that a failure does.
+        QTest::newRow("stop-wait-12 for a line of a pipe that blocks")
+            << QByteArray("gets [open {|sh -c {printf part; sleep 2; echo line}}]");
+        QTest::newRow("stop-wait-13 for a line, into a variable, caught in a loop")
+            << QByteArray("set p [open {|sleep 2}]; while {![eof $p]} {catch {chan gets $p line}}");
+        QTest::newRow("stop-wait-14 for the end of a pipe that blocks")
+            << QByteArray("read [open {|sh -c {echo line; sleep 2}}]");
+        QTest::newRow("stop-wait-15 for characters of a pipe that blocks")
+            << QByteArray("read [open {|sh -c {printf part; sleep 2}}] 5");
+        QTest::newRow("stop-wait-16 for a line of a socket that blocks") << QByteArray(
+            "set s [socket -server {apply {args {}}} -myaddr 127.0.0.1 0]; gets [socket 127.0.0.1 "
+            "[lindex [fconfigure $s -sockname] 2]] line");
         QTest::newRow("stop-wait-6 after") << QByteArray("after 100000");
         QTest::newRow("stop-wait-7 after, caught in a loop")
             << QByteArray("while 1 {catch {after 100000}}");
@@ -221,6 +234,127 @@ private Q_SLOTS:
                  "integer");
         QCOMPARE(run("string match after#* [after 5 {set x 1}]"), "0 1");
         QCOMPARE(run("interp alias {} a {} after; a 5"), "0 ");
+    }
+
+    void readingWaitsAndAnswersAsEver_data()
+    {
+        QTest::addColumn<QByteArray>("script");
+        QTest::addColumn<QByteArray>("answer");
+        const auto row = [](const char *name, const char *script, const char *answer) {
+            QTest::newRow(name) << QByteArray(script) << QByteArray(answer);
+        };
+        row("read-1 lines", "gets $p", "0 one");
+        row("read-2 into a variable", "list [gets $p line] $line", "0 3 one");
+        row("read-3 into an element", "list [gets $p at(1)] $at(1)", "0 3 one");
+        row("read-4 to the end",
+            "set n 0; while {[gets $p line] >= 0} {lappend all $line}; set all", "0 one two three");
+        row("read-5 behind the end", "read $p; list [gets $p] [gets $p line] $line [eof $p]",
+            "0 {} -1 {} 1");
+        row("read-6 all", "read $p", "0 one\ntwo\nthree\n");
+        row("read-7 all but the last end of a line", "read -nonewline $p", "0 one\ntwo\nthree");
+        row("read-8 some characters", "read $p 6", "0 one\ntw");
+        row("read-9 more than there are", "string length [read $p 1000]", "0 14");
+        row("read-10 none", "read $p 0", "0 ");
+        row("read-11 the old word", "read $p nonewline", "0 one\ntwo\nthree");
+        row("read-12 by the ensemble", "list [chan gets $p] [chan read $p]",
+            "0 one {two\nthree\n}");
+        row("read-13 without blocking", "fconfigure $p -blocking 0; list [gets $p line] [read $p]",
+            "0 -1 {}");
+        row("read-14 it blocks still", "gets $p; fconfigure $p -blocking", "0 1");
+        row("read-15 characters of several bytes",
+            "set e [open {|sh -c {printf '\\342'; sleep .1; printf '\\202\\254\\n'}}]; fconfigure "
+            "$e "
+            "-encoding utf-8; gets $e",
+            "0 \342\202\254");
+        row("read-16 ends of lines of another system",
+            "set e [open {|sh -c {printf 'a\\r'; sleep .1; printf '\\nb\\r\\n'}}]; list [gets $e] "
+            "[gets $e]",
+            "0 a b");
+        row("read-17 a line that is not ended",
+            "set e [open {|printf part}]; list [gets $e] [eof $e]", "0 part 1");
+        row("read-18 a channel that is closed",
+            "catch {close $p}; string map [list $p X] [catch {gets $p} "
+            "e]$e",
+            "0 1can not find channel named \"X\"");
+        row("read-19 a channel for writing",
+            "set e [open {|cat >/dev/null} w]; string map [list $e "
+            "X] [catch {gets $e} m]$m[catch {read $e} m]$m",
+            "0 1channel \"X\" wasn't opened for reading1channel \"X\" wasn't opened for reading");
+        row("read-20 too few words", "gets",
+            "1 wrong # args: should be \"gets channelId ?varName?\"");
+        row("read-21 too many words", "gets $p a b",
+            "1 wrong # args: should be \"gets channelId ?varName?\"");
+        row("read-22 no number", "read $p x", "1 expected non-negative integer but got \"x\"");
+        row("read-23 a negative number", "read $p -2",
+            "1 expected non-negative integer but got \"-2\"");
+        row("read-24 no words to read", "read",
+            "1 wrong # args: should be \"read channelId ?numChars?\" or \"read ?-nonewline? "
+            "channelId\"");
+        row("read-25 a variable that cannot be written", "array set at {}; gets $p at",
+            "1 can't set \"at\": variable is array");
+        row("read-26 a file",
+            "set e [open [info nameofexecutable]]; fconfigure $e -translation "
+            "binary; string range [list [read $e 4]] 1 3",
+            "0 ELF");
+        row("read-27 the variable is written once",
+            "set n 0; trace add variable traced write {apply "
+            "{args {incr ::n}}}; gets $p traced; set n",
+            "0 1");
+        row("read-28 a number that is written oddly", "read $p 0x4", "0 one\n");
+        row("read-29 what cannot be read",
+            "set e [open {|cat}]; fconfigure $e -encoding utf-8; "
+            "set q [open / r]; string map [list $q X] [catch {gets $q} m]$m",
+            "0 1error reading \"X\": illegal operation on a directory");
+    }
+    void readingWaitsAndAnswersAsEver()
+    {
+        QFETCH(QByteArray, script);
+        QCOMPARE(run("foreach name {line at traced all n} {unset -nocomplain $name}; set p [open "
+                     "{|sh -c {sleep .05; printf 'one\\ntw'; sleep .05; printf 'o\\nthree\\n'}}]; "
+                     "set x 1"),
+                 "0 1");
+        const QByteArray answer = run(script);
+        run("foreach channel [chan names] {if {![string match std* $channel]} {catch {close "
+            "$channel}}}");
+        QTEST(answer, "answer");
+    }
+
+    void passesComeWhileAPipeIsRead()
+    {
+        QCOMPARE(run("set p [open {|sh -c {sleep .5; echo done}}]; gets $p"), "0 done");
+        QVERIFY2(passCount > 2, qPrintable(QString::number(passCount)));
+        run("close $p");
+    }
+
+    // What was not handed out stays to be read, but for what "read" had taken together.
+    void aStoppedReadingCanGoOn_data()
+    {
+        QTest::addColumn<QByteArray>("script");
+        QTest::addColumn<QByteArray>("rest");
+        QTest::newRow("rest-1 gets") << QByteArray("gets $p") << QByteArray("part\nend\n");
+        QTest::newRow("rest-2 gets with a variable, caught")
+            << QByteArray("catch {chan gets $p line}") << QByteArray("part\nend\n");
+        QTest::newRow("rest-3 read") << QByteArray("read $p") << QByteArray("t\nend\n");
+        QTest::newRow("rest-4 read of some characters")
+            << QByteArray("chan read $p 4") << QByteArray("t\nend\n");
+    }
+    void aStoppedReadingCanGoOn()
+    {
+        QFETCH(QByteArray, script);
+        QTemporaryFile flag;
+        QVERIFY(flag.open());
+        const QByteArray path = flag.fileName().toUtf8();
+        run("set p [open {|sh -c {printf par; while [ -e " + path
+            + " ]; do sleep .05; done; echo t; echo end}}]");
+        QTimer::singleShot(200, this, [this] { runs->stop(); });
+        QCOMPARE(run(script), "1 Script stopped");
+        QCOMPARE(run("fconfigure $p -blocking"), "0 1");
+        QVERIFY(flag.remove());
+        // "read" may have been stopped before anything had come.
+        QFETCH(const QByteArray, rest);
+        const QByteArray found = run("read $p").sliced(2);
+        QVERIFY2(found == rest || found == "part\nend\n", found.constData());
+        run("close $p");
     }
 
     void ofNestedOnesTheInnermostIsStoppedFirst()

@@ -176,6 +176,10 @@ void tst_Arrivals::addRuns()
     runs[u"a script in `after 10`"_s] = [this] {
         runScript(u"launch; while {![may_end]} {after 10}; note ended"_s);
     };
+    runs[u"a script in `gets`"_s] = [this] {
+        runScript(u"launch; while {![may_end]} {set p [open {|sh -c {sleep .1; echo}}]; gets $p; "
+                  "close $p}; note ended"_s);
+    };
     runs[u"a script in `update`"_s] = [this] {
         runScript(u"launch; while {![may_end]} {update}; note ended"_s);
     };
