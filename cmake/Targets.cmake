@@ -14,6 +14,12 @@ target_compile_options(conventions INTERFACE
     $<$<BOOL:${MORVALEN_WERROR}>:-Werror>
     $<$<BOOL:${MORVALEN_SANITIZE}>:-fsanitize=address,undefined
         -fno-sanitize-recover=undefined -fno-omit-frame-pointer>)
+# Some Qts ask for it by themselves. Where Qt does not, programs would be compiled otherwise than the
+# headers that they share with libraries.
+get_target_property(qt_options Qt6::Core INTERFACE_COMPILE_OPTIONS)
+if(NOT "-fPIC" IN_LIST qt_options)
+    target_compile_options(conventions INTERFACE -fPIC)
+endif()
 target_link_options(conventions INTERFACE
     $<$<BOOL:${MORVALEN_SANITIZE}>:-fsanitize=address,undefined>)
 target_compile_definitions(conventions INTERFACE
