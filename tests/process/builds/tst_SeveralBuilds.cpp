@@ -53,6 +53,8 @@ private Q_SLOTS:
     void stopBeforeOneThatCannotBeRun();
     void refuseAFileOfTwoMakers();
     void refuseALockedFolder();
+    void refuseAFileOfSomebodyElse();
+    void warnOfARecordThatCannotBeWritten();
     void noticeStepsOfAKilledRun();
     void areEndedByASignal();
     void carryOddNames();
@@ -319,6 +321,33 @@ void tst_SeveralBuilds::refuseALockedFolder()
                          + in(u"b/build/Main"_s).toUtf8() + "\"\n"}));
     close(folder);
     QCOMPARE(run(u"morvalen build -all"_s).status, 0);
+}
+
+void tst_SeveralBuilds::refuseAFileOfSomebodyElse()
+{
+    for (const char *name : {"a", "b", "c"})
+        makeDesign(name, step("make", "touch $(OUTPUTS)", "in", "1"));
+    program->write(u"b/build/Main/build.ninja"_s, "rule mine\n");
+    QCOMPARE(run(u"catch {morvalen build -all -keep-going} states; set states"_s),
+             (Ended {0, "v.l.a.1.0 Completed v.l.b.1.0 Failed v.l.c.1.0 Completed\n",
+                     "Error: The build \"Main\" of design \"b\" cannot be run: \""
+                         + in(u"b/build/Main/build.ninja"_s).toUtf8()
+                         + "\" is not a file of Morvalen's; choose another target path\n"}));
+    QCOMPARE(Program::read(in(u"b/build/Main/build.ninja"_s)), QByteArray("rule mine\n"));
+    QVERIFY(!QFile::exists(in(u"b/1"_s)));
+}
+
+void tst_SeveralBuilds::warnOfARecordThatCannotBeWritten()
+{
+    makeDesign("a", step("make", "touch $(OUTPUTS)", "in", "1"));
+    makeDesign("b",
+               step("make", "mkdir build/Main/.morvalen_outputs; touch $(OUTPUTS)", "in", "1"));
+    QCOMPARE(
+        run(u"morvalen build -all"_s),
+        (Ended {0, "v.l.a.1.0 Completed v.l.b.1.0 Completed\n",
+                "Warning: What the build \"Main\" has made cannot be noted: Cannot write \""
+                    + in(u"b/build/Main/.morvalen_outputs"_s).toUtf8() + "\": it is a folder\n"}));
+    QVERIFY(Program::read(in(u"a/build/Main/.morvalen_outputs"_s)).contains("\"1\""));
 }
 
 // What a killed run has made is not taken for what an earlier command made.
