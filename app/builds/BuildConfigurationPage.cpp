@@ -2,13 +2,17 @@
 
 #include "app/builds/MacroEditor.h"
 #include "app/builds/StepEditor.h"
+#include "app/builds/StepStates.h"
 #include "app/editor/NoticeBar.h"
 #include "app/journal/journaling.h"
 
 #include <MorvalenCore/BuildConfiguration.h>
 #include <MorvalenCore/DesignManager.h>
 
+#include <QApplication>
 #include <QFormLayout>
+#include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QScrollArea>
 #include <QSplitter>
@@ -42,18 +46,21 @@ BuildConfigurationPage::BuildConfigurationPage(IDesign *itsDesign,
       designObject(itsDesign->objectBase()),
       configuration(itsConfiguration),
       notice(new NoticeBar(this)),
+      problems(new QLabel(this)),
       name(new QLineEdit(this)),
       targetPath(new QLineEdit(this)),
       macros(new MacroEditor(this)),
-      steps(new StepEditor(this))
+      steps(new StepEditor(this)),
+      states(new StepStates(this))
 {
     layOut();
-    connect(name, &QLineEdit::textEdited, this, &EditorPage::stateChanged);
+    connect(name, &QLineEdit::textEdited, this, &BuildConfigurationPage::noteChange);
     connect(name, &QLineEdit::textChanged, this,
             [this](const QString &text) { targetPath->setPlaceholderText(u"build/"_s + text); });
-    connect(targetPath, &QLineEdit::textEdited, this, &EditorPage::stateChanged);
-    connect(macros, &MacroEditor::changed, this, &EditorPage::stateChanged);
-    connect(steps, &StepEditor::changed, this, &EditorPage::stateChanged);
+    connect(targetPath, &QLineEdit::textEdited, this, &BuildConfigurationPage::noteChange);
+    connect(macros, &MacroEditor::changed, this, &BuildConfigurationPage::noteChange);
+    connect(steps, &StepEditor::changed, this, &BuildConfigurationPage::noteChange);
+    connect(states, &StepStates::changed, this, [this] { steps->setStates(states->words()); });
     const DesignManager *manager = DesignManager::instance();
     connect(manager, &DesignManager::designChanged, this, &BuildConfigurationPage::follow);
     connect(manager, &DesignManager::designClosed, this, &BuildConfigurationPage::follow);
@@ -62,6 +69,9 @@ BuildConfigurationPage::BuildConfigurationPage(IDesign *itsDesign,
             Qt::QueuedConnection);
     load(configuration->description());
     follow();
+    // The undo of the page, not that of each field.
+    for (QWidget *part : findChildren<QWidget *>())
+        part->installEventFilter(this);
 }
 
 // The fields go later than what listens to them.
@@ -75,6 +85,13 @@ void BuildConfigurationPage::layOut()
 {
     name->setObjectName(u"configurationName"_s);
     targetPath->setObjectName(u"targetPath"_s);
+    problems->setObjectName(u"configurationProblems"_s);
+    problems->setTextFormat(Qt::PlainText);
+    problems->setWordWrap(true);
+    problems->setMargin(fontMetrics().averageCharWidth());
+    QFont marked = problems->font();
+    marked.setBold(true);
+    problems->setFont(marked);
     targetPath->setToolTip(tr("The folder that the build writes to, absolute or relative to the "
                               "working folder of the design."));
     auto *form = new QFormLayout;
@@ -98,6 +115,7 @@ void BuildConfigurationPage::layOut()
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(notice);
+    layout->addWidget(problems);
     layout->addWidget(scrolled, 1);
     setFocusProxy(name);
 }
@@ -134,10 +152,68 @@ void BuildConfigurationPage::load(const BuildDescription &description)
     targetPath->setText(base.targetPath);
     macros->setMacros(base.macros);
     steps->setSteps(base.steps);
+    history.begin(base);
+    showProblems();
+    Q_EMIT commandsChanged();
+}
+
+void BuildConfigurationPage::showEdited(const BuildDescription &description)
+{
+    name->setText(description.name);
+    name->setModified(description.name != base.name);
+    targetPath->setText(description.targetPath);
+    targetPath->setModified(description.targetPath != base.targetPath);
+    macros->setMacros(description.macros);
+    steps->setSteps(description.steps);
+    showProblems();
+    Q_EMIT stateChanged();
+    Q_EMIT commandsChanged();
+}
+
+void BuildConfigurationPage::noteChange()
+{
+    history.note(edited(), QApplication::focusWidget());
+    showProblems();
+    Q_EMIT stateChanged();
+    Q_EMIT commandsChanged();
+}
+
+void BuildConfigurationPage::showProblems()
+{
+    const QStringList texts = macros->markProblems() + steps->markProblems();
+    problems->setText(texts.join(u'\n'));
+    problems->setVisible(!texts.isEmpty());
+}
+
+bool BuildConfigurationPage::can(Command command) const
+{
+    const IDesign *its = design();
+    const bool isWritable = !its || !its->isReadOnly();
+    return isWritable
+        && ((command == Undo && history.canUndo()) || (command == Redo && history.canRedo()));
+}
+
+void BuildConfigurationPage::run(Command command)
+{
+    if (can(command))
+        showEdited(BuildDescription(command == Undo ? history.undo() : history.redo()));
+}
+
+// A field that takes the key for itself would leave nothing for the page.
+bool BuildConfigurationPage::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::ShortcutOverride)
+        return EditorPage::eventFilter(watched, event);
+    const auto *key = static_cast<const QKeyEvent *>(event);
+    if (!key->matches(QKeySequence::Undo) && !key->matches(QKeySequence::Redo))
+        return EditorPage::eventFilter(watched, event);
+    event->ignore();
+    return true;
 }
 
 void BuildConfigurationPage::follow()
 {
+    states->follow(configuration);
     if (configuration)
         followDescription(configuration->description());
     else

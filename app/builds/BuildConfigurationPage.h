@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/builds/DescriptionHistory.h"
 #include "app/editor/EditorPage.h"
 
 #include <MorvalenCore/BuildDescription.h>
@@ -15,8 +16,10 @@ class IDesign;
 
 class MacroEditor;
 class NoticeBar;
+class QLabel;
 class QLineEdit;
 class StepEditor;
+class StepStates;
 
 // A page that shows a build configuration and lets users change it. Saving writes the design's
 // component file. A page without changes follows the configuration and goes with it; one with
@@ -41,6 +44,12 @@ public:
     QString toolTipText() const override;
     bool isModified() const override;
     Qtilities::Core::Status save() override;
+    // Undo and redo are those of the page as a whole.
+    bool can(Command command) const override;
+    void run(Command command) override;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     BuildConfigurationPage(MorvalenCore::Interfaces::IDesign *design,
@@ -49,6 +58,10 @@ private:
     MorvalenCore::Interfaces::IDesign *design() const;
     MorvalenCore::BuildDescription edited() const;
     void load(const MorvalenCore::BuildDescription &description);
+    // Shows what the user has had before, or had behind that.
+    void showEdited(const MorvalenCore::BuildDescription &description);
+    void noteChange();
+    void showProblems();
     // Looks at what the design holds by now.
     void follow();
     void followDescription(const MorvalenCore::BuildDescription &theirs);
@@ -69,9 +82,12 @@ private:
     // The design has taken the changes, but they are not in its file.
     bool isUnwritten = false;
 
+    DescriptionHistory history;
     NoticeBar *notice;
+    QLabel *problems;
     QLineEdit *name;
     QLineEdit *targetPath;
     MacroEditor *macros;
     StepEditor *steps;
+    StepStates *states;
 };

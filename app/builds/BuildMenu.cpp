@@ -1,20 +1,16 @@
 #include "app/builds/BuildMenu.h"
 
 #include "app/builds/buildcalls.h"
+#include "app/builds/configurationcalls.h"
 #include "app/calls/chosendesign.h"
 #include "app/calls/DesignSelection.h"
-#include "app/calls/HostCall.h"
-#include "app/journal/journaling.h"
 
 #include <MorvalenCore/BuildConfiguration.h>
 #include <MorvalenCore/BuildMonitor.h>
 #include <MorvalenCore/DesignManager.h>
 
 #include <QActionGroup>
-#include <QInputDialog>
-#include <QMessageBox>
 #include <QPointer>
-#include <QPushButton>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::BuildConfiguration;
@@ -165,42 +161,14 @@ void BuildMenu::edit()
 void BuildMenu::addConfiguration()
 {
     IDesign *active = design();
-    if (!active)
-        return;
-    const QPointer<QObject> object = active->objectBase();
-    const QString name = QInputDialog::getText(window(), tr("New Build Configuration"),
-                                               tr("Name of the build configuration:"));
-    if (name.isEmpty() || !object)
-        return;
-    {
-        HostCall attempt(window(), tr("Not Added"));
-        if (!attempt.take(active->tryAddBuildConfiguration(name).status()))
-            return;
-        journaling::configurationAdded(*active, name);
-    }
-    Q_EMIT configurationActivated(idOf(*active), name);
+    const QPointer<QObject> object = active ? active->objectBase() : nullptr;
+    const QString name = active ? configurationcalls::add(active, window()) : QString();
+    if (!name.isEmpty() && object)
+        Q_EMIT configurationActivated(idOf(*active), name);
 }
 
 void BuildMenu::removeConfiguration()
 {
-    IDesign *active = design();
-    const BuildConfiguration *chosen = configuration();
-    if (!chosen)
-        return;
-    const QPointer<QObject> object = active->objectBase();
-    const QString name = chosen->configurationName();
-    QMessageBox box(QMessageBox::Warning, tr("Remove Build Configuration"),
-                    tr("Remove the build configuration \"%1\" from the design \"%2\"?")
-                        .arg(name, active->name()),
-                    QMessageBox::Cancel, window());
-    box.setTextFormat(Qt::PlainText);
-    box.setInformativeText(tr("What builds have made stays on disk."));
-    const QPushButton *agreed = box.addButton(tr("&Remove"), QMessageBox::DestructiveRole);
-    box.setDefaultButton(QMessageBox::Cancel);
-    box.exec();
-    if (box.clickedButton() != agreed || !object)
-        return;
-    HostCall attempt(window(), tr("Not Removed"));
-    if (attempt.take(active->tryRemoveBuildConfiguration(name)))
-        journaling::configurationRemoved(*active, name);
+    if (const BuildConfiguration *chosen = configuration())
+        configurationcalls::remove(design(), *chosen, window());
 }

@@ -15,6 +15,7 @@ using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::BuildConfiguration;
 using MorvalenCore::BuildMonitor;
 using MorvalenCore::DesignManager;
+using MorvalenCore::RunningStep;
 
 namespace {
 
@@ -68,6 +69,7 @@ BuildProgress::BuildProgress(QWidget *parent)
     const BuildMonitor *monitor = BuildMonitor::instance();
     connect(monitor, &BuildMonitor::started, this, &BuildProgress::begin);
     connect(monitor, &BuildMonitor::progressed, this, &BuildProgress::showProgress);
+    connect(monitor, &BuildMonitor::stepsRun, this, &BuildProgress::showRunning);
     connect(monitor, &BuildMonitor::ended, this, &BuildProgress::end);
 }
 
@@ -115,7 +117,20 @@ void BuildProgress::showProgress(BuildConfiguration *configuration, int done, in
         return;
     bar->setRange(0, total);
     bar->setValue(done);
-    setStep(name);
+    // Until it is known which step runs.
+    if (step->text().isEmpty())
+        setStep(tr("%1 has ended").arg(name));
+}
+
+void BuildProgress::showRunning(const BuildConfiguration *configuration,
+                                const QList<RunningStep> &steps)
+{
+    if (configuration != shown || steps.isEmpty())
+        return;
+    QStringList texts;
+    for (const RunningStep &running : steps)
+        texts.append(tr("%1 (%2 s)").arg(running.name).arg(running.milliseconds / 1000));
+    setStep(texts.join(u", "_s));
 }
 
 void BuildProgress::end(const BuildConfiguration *configuration)

@@ -1,18 +1,18 @@
 #pragma once
 
+#include <MorvalenCore/BuildMonitor.h>
+
 #include <QPointer>
 #include <QWidget>
 
-namespace MorvalenCore {
-class BuildConfiguration;
-}
 
 class QLabel;
 class QProgressBar;
 class QTimer;
 class QToolButton;
 
-// Shows how a build is getting on: what is built, steps done of steps to do, the step that runs,
+// Shows how a build is getting on: what is built, steps done of steps to do, the steps that run
+// and for how long,
 // and a button that cancels it. Afterwards it says for a while how the build has ended, and hides.
 // Of several builds at once it shows the one that began last.
 class BuildProgress : public QWidget
@@ -30,6 +30,8 @@ private:
     void begin(MorvalenCore::BuildConfiguration *configuration);
     void showProgress(MorvalenCore::BuildConfiguration *configuration, int done, int total,
                       const QString &step);
+    void showRunning(const MorvalenCore::BuildConfiguration *configuration,
+                     const QList<MorvalenCore::RunningStep> &steps);
     void end(const MorvalenCore::BuildConfiguration *configuration);
     void setStep(const QString &step);
 

@@ -1,11 +1,14 @@
 #include "app/builds/MacroEditor.h"
 
+#include "app/builds/nameproblems.h"
 #include "app/builds/tableform.h"
 
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QStyle>
+#include <QStyledItemDelegate>
 #include <QTableWidget>
 
 using namespace Qt::Literals::StringLiterals;
@@ -14,6 +17,25 @@ using MorvalenCore::BuildMacro;
 namespace {
 
 constexpr int leastRows = 2;
+
+// Tells of every key that is typed into a cell.
+class TypingDelegate : public QStyledItemDelegate
+{
+public:
+    TypingDelegate(MacroEditor *theOwner) : QStyledItemDelegate(theOwner), owner(theOwner) { }
+
+    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
+                          const QModelIndex &index) const override
+    {
+        QWidget *editor = QStyledItemDelegate::createEditor(parent, option, index);
+        if (const auto *line = qobject_cast<const QLineEdit *>(editor))
+            connect(line, &QLineEdit::textEdited, owner, &MacroEditor::changed);
+        return editor;
+    }
+
+private:
+    MacroEditor *owner;
+};
 
 } // namespace
 
@@ -44,6 +66,7 @@ MacroEditor::MacroEditor(QWidget *parent)
     layout->addWidget(table, 1);
     layout->addLayout(buttons);
 
+    table->setItemDelegate(new TypingDelegate(this));
     connect(table, &QTableWidget::itemChanged, this, &MacroEditor::changed);
     connect(table, &QTableWidget::currentCellChanged, this, &MacroEditor::updateButtons);
     connect(addButton, &QPushButton::clicked, this, &MacroEditor::add);
@@ -74,6 +97,39 @@ void MacroEditor::setMacros(const QList<BuildMacro> &macros)
     for (int row = 0; row < macros.size(); ++row)
         setRow(row, macros[row]);
     updateButtons();
+}
+
+QStringList MacroEditor::markProblems()
+{
+    QStringList names;
+    for (const BuildMacro &macro : macros())
+        names.append(macro.name);
+    const auto problems = nameproblems::of(names, tr("Two macros have the name \"%1\"."),
+                                           tr("A macro has no name."));
+    QHash<int, QString> marks;
+    QStringList texts;
+    for (const nameproblems::Problem &problem : problems) {
+        texts.append(problem.text);
+        for (const int row : problem.rows)
+            marks.insert(row, problem.text);
+    }
+    const QSignalBlocker blocker(table);
+    for (int row = 0; row < table->rowCount(); ++row) {
+        QTableWidgetItem *item = table->item(row, 0);
+        // A cell that changes below its field would give the field its text again.
+        if (item->toolTip() == marks.value(row) || (isTyping() && row == table->currentRow()))
+            continue;
+        item->setToolTip(marks.value(row));
+        item->setIcon(marks.contains(row) ? style()->standardIcon(QStyle::SP_MessageBoxWarning)
+                                          : QIcon());
+    }
+    return texts;
+}
+
+bool MacroEditor::isTyping() const
+{
+    const auto *field = qobject_cast<const QLineEdit *>(window()->focusWidget());
+    return field && table->isAncestorOf(field);
 }
 
 void MacroEditor::setReadOnly(bool flag)

@@ -20,11 +20,14 @@ public:
     QList<MorvalenCore::BuildMacro> macros() const;
     void setMacros(const QList<MorvalenCore::BuildMacro> &macros);
     void setReadOnly(bool flag);
+    // Marks rows whose names cannot stay, and says why, a line each.
+    QStringList markProblems();
 
 Q_SIGNALS:
     void changed();
 
 private:
+    bool isTyping() const;
     void setRow(int row, const MorvalenCore::BuildMacro &macro);
     void add();
     void remove();

@@ -1,5 +1,6 @@
 #include "app/builds/StepEditor.h"
 
+#include "app/builds/nameproblems.h"
 #include "app/builds/StepForm.h"
 #include "app/builds/StepModel.h"
 #include "app/builds/tableform.h"
@@ -101,6 +102,25 @@ void StepEditor::setStepsOfFiles(const QList<BuildStep> &steps)
     if (row() < 0)
         choose(std::max(before, 0));
 }
+
+QStringList StepEditor::markProblems()
+{
+    QStringList names;
+    for (const BuildStep &step : model->steps())
+        names.append(step.name);
+    QHash<int, QString> marks;
+    QStringList texts;
+    for (const nameproblems::Problem &problem : nameproblems::of(
+             names, tr("Two steps have the name \"%1\"."), tr("A step has no name."))) {
+        texts.append(problem.text);
+        for (const int row : problem.rows)
+            marks.insert(row, problem.text);
+    }
+    model->setMarks(marks);
+    return texts;
+}
+
+void StepEditor::setStates(const QHash<QString, QString> &words) { model->setStates(words); }
 
 void StepEditor::setReadOnly(bool flag)
 {

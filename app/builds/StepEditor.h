@@ -25,6 +25,10 @@ public:
     // Those that files bring along.
     void setStepsOfFiles(const QList<MorvalenCore::BuildStep> &steps);
     void setReadOnly(bool flag);
+    // How steps are, by their names.
+    void setStates(const QHash<QString, QString> &words);
+    // Marks rows whose names cannot stay, and says why, a line each.
+    QStringList markProblems();
 
 Q_SIGNALS:
     void changed();

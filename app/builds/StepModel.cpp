@@ -1,8 +1,9 @@
 #include "app/builds/StepModel.h"
 
 #include <QFont>
-#include <QGuiApplication>
+#include <QApplication>
 #include <QPalette>
+#include <QStyle>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::BuildStep;
@@ -19,6 +20,24 @@ void StepModel::setStepsOfFiles(const QList<BuildStep> &steps)
 {
     if (steps != ofFiles)
         setSteps(own, steps);
+}
+
+void StepModel::setStates(const QHash<QString, QString> &words)
+{
+    if (words == states)
+        return;
+    states = words;
+    if (rowCount() > 0)
+        Q_EMIT dataChanged(index(0, State), index(rowCount() - 1, State));
+}
+
+void StepModel::setMarks(const QHash<int, QString> &problems)
+{
+    if (problems == marks)
+        return;
+    marks = problems;
+    if (rowCount() > 0)
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, 0));
 }
 
 const BuildStep &StepModel::step(int row) const
@@ -93,11 +112,19 @@ QVariant StepModel::data(const QModelIndex &index, int role) const
             return shown.inputs.join(u", "_s);
         case Outputs:
             return shown.outputs.join(u", "_s);
+        case State:
+            return states.value(shown.name);
         case ColumnCount:
             break;
         }
         return {};
+    case Qt::DecorationRole:
+        return index.column() == Name && marks.contains(index.row())
+            ? QVariant(QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning))
+            : QVariant();
     case Qt::ToolTipRole:
+        if (marks.contains(index.row()))
+            return marks.value(index.row());
         return fixed ? QVariant(reason(index.row())) : QVariant();
     case Qt::ForegroundRole:
         return fixed ? QVariant(QGuiApplication::palette().brush(QPalette::PlaceholderText))
@@ -113,6 +140,7 @@ QVariant StepModel::headerData(int section, Qt::Orientation orientation, int rol
         return {};
     if (orientation == Qt::Vertical)
         return section + 1;
-    const QString titles[ColumnCount] = {tr("Step"), tr("Command"), tr("Inputs"), tr("Outputs")};
+    const QString titles[ColumnCount] = {tr("Step"), tr("Command"), tr("Inputs"), tr("Outputs"),
+                                         tr("State")};
     return titles[section];
 }

@@ -3,6 +3,7 @@
 #include <MorvalenCore/BuildStep.h>
 
 #include <QAbstractTableModel>
+#include <QHash>
 #include <QList>
 
 // The steps of a build configuration as a table: its own, which can be changed, and behind them
@@ -12,7 +13,7 @@ class StepModel : public QAbstractTableModel
     Q_OBJECT
 
 public:
-    enum Column { Name, Command, Inputs, Outputs, ColumnCount };
+    enum Column { Name, Command, Inputs, Outputs, State, ColumnCount };
 
     using QAbstractTableModel::QAbstractTableModel;
 
@@ -20,6 +21,12 @@ public:
     void setSteps(const QList<MorvalenCore::BuildStep> &steps,
                   const QList<MorvalenCore::BuildStep> &stepsOfFiles);
     void setStepsOfFiles(const QList<MorvalenCore::BuildStep> &steps);
+
+    // How steps are, by their names.
+    void setStates(const QHash<QString, QString> &words);
+
+    // What is wrong with rows.
+    void setMarks(const QHash<int, QString> &problems);
 
     // A row of the table.
     const MorvalenCore::BuildStep &step(int row) const;
@@ -45,4 +52,6 @@ Q_SIGNALS:
 private:
     QList<MorvalenCore::BuildStep> own;
     QList<MorvalenCore::BuildStep> ofFiles;
+    QHash<int, QString> marks;
+    QHash<QString, QString> states;
 };

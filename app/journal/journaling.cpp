@@ -231,6 +231,11 @@ void configurationAdded(const IDesign &design, const QString &name)
     addFor(design, {u"configuration"_s, u"add"_s, name});
 }
 
+void configurationRenamed(const IDesign &design, const QString &oldName, const QString &name)
+{
+    addFor(design, {u"configuration"_s, u"rename"_s, oldName, name});
+}
+
 void configurationRemoved(const IDesign &design, const QString &name)
 {
     addFor(design, {u"configuration"_s, u"remove"_s, name});

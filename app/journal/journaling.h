@@ -53,6 +53,7 @@ void sharedRemoved(const IDesign &design, const QString &kind, const QString &it
 
 // Build configurations.
 void configurationAdded(const IDesign &design, const QString &name);
+void configurationRenamed(const IDesign &design, const QString &oldName, const QString &name);
 void configurationRemoved(const IDesign &design, const QString &name);
 void configurationActivated(const IDesign &design, const QString &name);
 void configurationDescribed(const IDesign &design, const QString &oldName,

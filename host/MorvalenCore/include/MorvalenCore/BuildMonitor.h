@@ -10,6 +10,15 @@
 
 namespace MorvalenCore {
 
+// A step that runs, and for how long by now.
+struct RunningStep
+{
+    QString name;
+    qint64 milliseconds = 0;
+
+    bool operator==(const RunningStep &) const = default;
+};
+
 // Tells of the builds that are under way, of whichever design, for those who show them. One per
 // process. A build is cancelled by its configuration.
 class MORVALENCORE_EXPORT BuildMonitor : public QObject
@@ -35,6 +44,9 @@ public:
     // Called by the configurations.
     void begin(BuildConfiguration *configuration);
     void progress(BuildConfiguration *configuration, int done, int total, const QString &step);
+    void tellRunning(BuildConfiguration *configuration, const QList<RunningStep> &steps);
+    void tellResults(BuildConfiguration *configuration, const QStringList &done,
+                     const QStringList &failed);
     void end(BuildConfiguration *configuration);
     // Logs a line of what a build says; of none that is gone, null.
     void say(BuildConfiguration *configuration, Qtilities::Logging::Logger::MessageType type,
@@ -45,6 +57,12 @@ Q_SIGNALS:
     // Steps done of steps to do, and the step that this is about.
     void progressed(MorvalenCore::BuildConfiguration *configuration, int done, int total,
                     const QString &step);
+    // The steps that run now, as far as that is known; told again and again.
+    void stepsRun(MorvalenCore::BuildConfiguration *configuration,
+                  const QList<MorvalenCore::RunningStep> &steps);
+    // Which steps the run has done, and which have failed; right before it has ended.
+    void stepsEnded(MorvalenCore::BuildConfiguration *configuration, const QStringList &done,
+                    const QStringList &failed);
     // A line of the output of the configuration's steps, or of what is said of them. The output of
     // a step comes behind progressed() for that step.
     void said(MorvalenCore::BuildConfiguration *configuration,

@@ -11,6 +11,9 @@ namespace MorvalenCore {
 
 namespace {
 
+// How often running steps are looked for, in milliseconds.
+constexpr int lookInterval = 1000;
+
 // In milliseconds: until the log says that an allocation is waited for.
 constexpr int usualPatience = 10'000;
 
@@ -29,6 +32,8 @@ BuildRun::BuildRun(const BuildPlan &aPlan, const NinjaFile &itsFile, QObject *pa
     connect(&ninja, &NinjaProcess::endedLeftBehind, this, &BuildRun::tellLeftBehind);
     patience.setSingleShot(true);
     patience.setInterval(usualPatience);
+    looks.setInterval(lookInterval);
+    connect(&looks, &QTimer::timeout, this, &BuildRun::tellRunning);
     connect(&patience, &QTimer::timeout, this, &BuildRun::tellWaiting);
 }
 
@@ -112,12 +117,14 @@ void BuildRun::runSteps()
     if (!options.allocation.isEmpty())
         patience.start();
     next = [this](const Status &status) { takeStepsEnd(status); };
+    looks.start();
     ninja.start(plan.targetFolder, arguments, options.allocation);
 }
 
 void BuildRun::takeStepsEnd(const Status &status)
 {
     patience.stop();
+    looks.stop();
     if (status.kind() == Status::Kind::Failed && !options.allocation.isEmpty() && !hasCome)
         Q_EMIT message(Logger::Error,
                        u"\"%1\" has ended without running the build"_s.arg(options.allocation));
@@ -211,6 +218,12 @@ void BuildRun::line(MessageType type, const QString &text)
 {
     if (!looking || type == Logger::Error)
         Q_EMIT message(type, text);
+}
+
+void BuildRun::tellRunning()
+{
+    if (const pid_t process = ninja.process(); process > 0)
+        Q_EMIT stepsRun(RunningSteps(plan).below(process));
 }
 
 void BuildRun::tellWaiting()

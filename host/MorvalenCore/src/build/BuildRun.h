@@ -4,6 +4,7 @@
 #include "build/FolderLock.h"
 #include "build/NinjaFile.h"
 #include "build/NinjaProcess.h"
+#include "build/RunningSteps.h"
 
 #include <QTimer>
 
@@ -81,6 +82,8 @@ Q_SIGNALS:
     void ended();
     // How many of the outdated steps have ended, and the one that this is about.
     void progressed(int done, int total, const QString &step);
+    // Which steps run now, told again and again while they do.
+    void stepsRun(const QList<MorvalenCore::RunningSteps::Step> &steps);
     // For the log.
     void message(Qtilities::Logging::Logger::MessageType type, const QString &text);
 
@@ -110,6 +113,7 @@ private:
     void line(MessageType type, const QString &text) override;
     void allocationCame() override;
     void tellWaiting();
+    void tellRunning();
     void runOutdated();
     void runSteps();
     void takeStepsEnd(const Qtilities::Core::Status &status);
@@ -134,6 +138,7 @@ private:
     bool wasCancelled = false;
     Options options;
     QTimer patience;
+    QTimer looks;
     bool hasWaited = false;
     bool hasCome = false;
 };

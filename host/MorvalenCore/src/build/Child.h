@@ -31,6 +31,8 @@ public:
     Qtilities::Core::Status start(const ChildStartInfo &info);
 
     bool isRunning() const { return id > 0; }
+    // 0 when none runs.
+    pid_t process() const { return id; }
     // As waitpid() gave it.
     int status() const { return endStatus; }
 

@@ -33,6 +33,9 @@ public:
     // The same for what runs no steps, without anybody to watch over it.
     void ask(const QString &folder, const QStringList &arguments);
 
+    // The process that Ninja is below of; 0 when none runs.
+    pid_t process() const { return child ? child->process() : 0; }
+
     // What was still running when Ninja had ended, and was ended then.
     QList<ChildProcess> leftBehind() const { return left; }
 

@@ -46,6 +46,17 @@ void BuildMonitor::say(BuildConfiguration *configuration, Logger::MessageType ty
     speaker = nullptr;
 }
 
+void BuildMonitor::tellRunning(BuildConfiguration *configuration, const QList<RunningStep> &steps)
+{
+    Q_EMIT stepsRun(configuration, steps);
+}
+
+void BuildMonitor::tellResults(BuildConfiguration *configuration, const QStringList &done,
+                               const QStringList &failed)
+{
+    Q_EMIT stepsEnded(configuration, done, failed);
+}
+
 void BuildMonitor::end(BuildConfiguration *configuration)
 {
     configurations.removeAll(configuration);

@@ -9,6 +9,9 @@
 
 #include <MorvalenCore/BuildSettings.h>
 
+#include <QFileInfo>
+
+using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::Result;
 using Qtilities::Core::Status;
 
@@ -30,6 +33,8 @@ Result<BuildRequest> ConfigurationPlan::request() const
     BuildRequest request;
     request.configuration = configuration.configurationName();
     request.workingFolder = design.folder();
+    if (!QFileInfo(design.folder()).isDir())
+        return Status::notFound(u"The folder \"%1\" is no longer there"_s.arg(design.folder()));
     const Result<QString> targetPath = configuration.targetPathOnDisk();
     if (!targetPath.isOk())
         return targetPath.status();

@@ -94,6 +94,13 @@ Status ConfigurationRunner::run(bool onlyOutdated, const Tell &tell, const Build
     QObject::connect(
         &run, &BuildRun::progressed, &configuration,
         [this](int done, int total, const QString &step) { showProgress(done, total, step); });
+    QObject::connect(&run, &BuildRun::stepsRun, &configuration,
+                     [this, kept = underWay.kept](const QList<RunningSteps::Step> &steps) {
+                         QList<RunningStep> named;
+                         for (const RunningSteps::Step &step : steps)
+                             named.append({kept->plan.steps[step.index].name, step.milliseconds});
+                         BuildMonitor::instance()->tellRunning(&configuration, named);
+                     });
     begin(run);
     run.run(onlyOutdated ? BuildRun::Kind::Outdated : BuildRun::Kind::All);
     return end(underWay, run.endOfRun(), tell);
@@ -152,7 +159,16 @@ void ConfigurationRunner::takeEnd(KeptPlan &kept, const BuildRun::End &end)
     if (const auto record = note(kept, end.done))
         warnOfRecord(kept, record->write());
     outdated.clear();
-    BuildMonitor::instance()->end(&configuration);
+    const auto names = [&kept](const QList<int> &steps) {
+        QStringList list;
+        for (const int step : steps)
+            list.append(kept.plan.steps[step].name);
+        return list;
+    };
+    const QPointer<ConfigurationItem> alive(&configuration);
+    BuildMonitor::instance()->tellResults(&configuration, names(end.done), names(end.failed));
+    if (alive)
+        BuildMonitor::instance()->end(&configuration);
 }
 
 std::optional<BuildRecords::Writing> ConfigurationRunner::note(KeptPlan &kept, QList<int> steps)
