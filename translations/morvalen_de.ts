@@ -91,38 +91,6 @@
         <translation>„%1“ von „%2“ &amp;erstellen</translation>
     </message>
     <message>
-        <source>New Build Configuration</source>
-        <translation>Neue Build-Konfiguration</translation>
-    </message>
-    <message>
-        <source>Name of the build configuration:</source>
-        <translation>Name der Build-Konfiguration:</translation>
-    </message>
-    <message>
-        <source>Not Added</source>
-        <translation>Nicht hinzugefügt</translation>
-    </message>
-    <message>
-        <source>Remove Build Configuration</source>
-        <translation>Build-Konfiguration entfernen</translation>
-    </message>
-    <message>
-        <source>Remove the build configuration &quot;%1&quot; from the design &quot;%2&quot;?</source>
-        <translation>Die Build-Konfiguration „%1“ aus dem Design „%2“ entfernen?</translation>
-    </message>
-    <message>
-        <source>What builds have made stays on disk.</source>
-        <translation>Was Builds erzeugt haben, bleibt auf der Platte.</translation>
-    </message>
-    <message>
-        <source>&amp;Remove</source>
-        <translation>&amp;Entfernen</translation>
-    </message>
-    <message>
-        <source>Not Removed</source>
-        <translation>Nicht entfernt</translation>
-    </message>
-    <message>
         <source>Build A&amp;ll Steps of &quot;%1&quot; of &quot;%2&quot;</source>
         <translation>A&amp;lle Schritte von „%1“ von „%2“ erstellen</translation>
     </message>
@@ -144,6 +112,14 @@
     <message>
         <source>Cancel the build</source>
         <translation>Den Build abbrechen</translation>
+    </message>
+    <message>
+        <source>%1 has ended</source>
+        <translation>%1 ist beendet</translation>
+    </message>
+    <message>
+        <source>%1 (%2 s)</source>
+        <translation>%1 (%2 s)</translation>
     </message>
 </context>
 <context>
@@ -729,6 +705,30 @@
     <message>
         <source>Co&amp;llapse All</source>
         <translation>Alles &amp;zuklappen</translation>
+    </message>
+    <message>
+        <source>&amp;New Configuration...</source>
+        <translation>&amp;Neue Konfiguration...</translation>
+    </message>
+    <message>
+        <source>Run A&amp;ll Steps</source>
+        <translation>A&amp;lle Schritte ausführen</translation>
+    </message>
+    <message>
+        <source>&amp;Open Folder</source>
+        <translation>&amp;Ordner öffnen</translation>
+    </message>
+    <message>
+        <source>&amp;Duplicate...</source>
+        <translation>&amp;Duplizieren...</translation>
+    </message>
+    <message>
+        <source>Rena&amp;me...</source>
+        <translation>U&amp;mbenennen...</translation>
+    </message>
+    <message>
+        <source>Remo&amp;ve...</source>
+        <translation>&amp;Entfernen...</translation>
     </message>
 </context>
 <context>
@@ -1607,6 +1607,14 @@ Ein Doppelklick auf die Datei eines Designs öffnet sie.</translation>
         <source>NAME</source>
         <translation>NAME</translation>
     </message>
+    <message>
+        <source>Two macros have the name &quot;%1&quot;.</source>
+        <translation>Zwei Makros haben den Namen „%1“.</translation>
+    </message>
+    <message>
+        <source>A macro has no name.</source>
+        <translation>Ein Makro hat keinen Namen.</translation>
+    </message>
 </context>
 <context>
     <name>MainWindow</name>
@@ -2253,6 +2261,14 @@ Ein Doppelklick auf die Datei eines Designs öffnet sie.</translation>
         <source>new step</source>
         <translation>neuer Schritt</translation>
     </message>
+    <message>
+        <source>Two steps have the name &quot;%1&quot;.</source>
+        <translation>Zwei Schritte haben den Namen „%1“.</translation>
+    </message>
+    <message>
+        <source>A step has no name.</source>
+        <translation>Ein Schritt hat keinen Namen.</translation>
+    </message>
 </context>
 <context>
     <name>StepForm</name>
@@ -2322,6 +2338,29 @@ Ein Doppelklick auf die Datei eines Designs öffnet sie.</translation>
     <message>
         <source>Outputs</source>
         <translation>Ausgaben</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Zustand</translation>
+    </message>
+</context>
+<context>
+    <name>StepStates</name>
+    <message>
+        <source>Ended</source>
+        <translation>Beendet</translation>
+    </message>
+    <message>
+        <source>Running, %1 s</source>
+        <translation>Läuft, %1 s</translation>
+    </message>
+    <message>
+        <source>Completed</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>Failed</source>
+        <translation>Fehlgeschlagen</translation>
     </message>
 </context>
 <context>
@@ -2660,6 +2699,61 @@ Ein Doppelklick auf die Datei eines Designs öffnet sie.</translation>
     <message>
         <source>The changes of the project &quot;%1&quot; are given up</source>
         <translation>Die Änderungen des Projekts „%1“ werden aufgegeben</translation>
+    </message>
+</context>
+<context>
+    <name>configurationcalls</name>
+    <message>
+        <source>Name of the build configuration:</source>
+        <translation>Name der Build-Konfiguration:</translation>
+    </message>
+    <message>
+        <source>%1 copy</source>
+        <translation>%1 Kopie</translation>
+    </message>
+    <message>
+        <source>%1 copy %2</source>
+        <translation>%1 Kopie %2</translation>
+    </message>
+    <message>
+        <source>New Build Configuration</source>
+        <translation>Neue Build-Konfiguration</translation>
+    </message>
+    <message>
+        <source>Not Added</source>
+        <translation>Nicht hinzugefügt</translation>
+    </message>
+    <message>
+        <source>Duplicate Build Configuration</source>
+        <translation>Build-Konfiguration duplizieren</translation>
+    </message>
+    <message>
+        <source>Rename Build Configuration</source>
+        <translation>Build-Konfiguration umbenennen</translation>
+    </message>
+    <message>
+        <source>Not Renamed</source>
+        <translation>Nicht umbenannt</translation>
+    </message>
+    <message>
+        <source>Remove Build Configuration</source>
+        <translation>Build-Konfiguration entfernen</translation>
+    </message>
+    <message>
+        <source>Remove the build configuration &quot;%1&quot; from the design &quot;%2&quot;?</source>
+        <translation>Die Build-Konfiguration „%1“ aus dem Design „%2“ entfernen?</translation>
+    </message>
+    <message>
+        <source>What builds have made stays on disk.</source>
+        <translation>Was Builds erzeugt haben, bleibt auf der Platte.</translation>
+    </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>&amp;Entfernen</translation>
+    </message>
+    <message>
+        <source>Not Removed</source>
+        <translation>Nicht entfernt</translation>
     </message>
 </context>
 <context>

@@ -66,7 +66,11 @@ MacroEditor::MacroEditor(QWidget *parent)
     layout->addWidget(table, 1);
     layout->addLayout(buttons);
 
-    table->setItemDelegate(new TypingDelegate(this));
+    auto *delegate = new TypingDelegate(this);
+    table->setItemDelegate(delegate);
+    // The row that was typed in is marked once its field has gone.
+    connect(delegate, &QAbstractItemDelegate::closeEditor, this, &MacroEditor::markProblems,
+            Qt::QueuedConnection);
     connect(table, &QTableWidget::itemChanged, this, &MacroEditor::changed);
     connect(table, &QTableWidget::currentCellChanged, this, &MacroEditor::updateButtons);
     connect(addButton, &QPushButton::clicked, this, &MacroEditor::add);
@@ -104,8 +108,8 @@ QStringList MacroEditor::markProblems()
     QStringList names;
     for (const BuildMacro &macro : macros())
         names.append(macro.name);
-    const auto problems = nameproblems::of(names, tr("Two macros have the name \"%1\"."),
-                                           tr("A macro has no name."));
+    const auto problems =
+        nameproblems::of(names, tr("Two macros have the name \"%1\"."), tr("A macro has no name."));
     QHash<int, QString> marks;
     QStringList texts;
     for (const nameproblems::Problem &problem : problems) {

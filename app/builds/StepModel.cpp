@@ -1,7 +1,7 @@
 #include "app/builds/StepModel.h"
 
-#include <QFont>
 #include <QApplication>
+#include <QFont>
 #include <QPalette>
 #include <QStyle>
 

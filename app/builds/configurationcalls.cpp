@@ -86,8 +86,7 @@ void rename(IDesign *design, BuildConfiguration *configuration, QWidget *window)
     const QPointer<QObject> object = design->objectBase();
     const QPointer<BuildConfiguration> renamed = configuration;
     const QString oldName = configuration->configurationName();
-    const QString name =
-        askForName(window, Texts::tr("Rename Build Configuration"), oldName);
+    const QString name = askForName(window, Texts::tr("Rename Build Configuration"), oldName);
     if (name.isEmpty() || name == oldName || !object || !renamed)
         return;
     BuildDescription description = renamed->description();

@@ -1,23 +1,22 @@
 #include "app/builds/nameproblems.h"
 
+#include <QHash>
+
 QList<nameproblems::Problem> nameproblems::of(const QStringList &names, const QString &twice,
                                               const QString &empty)
 {
+    QHash<QString, QList<int>> rowsOf;
+    for (int row = 0; row < names.size(); ++row)
+        rowsOf[names[row]].append(row);
     QList<Problem> problems;
-    QStringList seen;
-    for (const QString &name : names) {
-        if (seen.contains(name))
+    for (int row = 0; row < names.size(); ++row) {
+        const QList<int> rows = rowsOf.value(names[row]);
+        if (rows.first() != row)
             continue;
-        seen.append(name);
-        QList<int> rows;
-        for (int row = 0; row < names.size(); ++row) {
-            if (names[row] == name)
-                rows.append(row);
-        }
-        if (name.trimmed().isEmpty())
+        if (names[row].trimmed().isEmpty())
             problems.append({rows, empty});
         else if (rows.size() > 1)
-            problems.append({rows, twice.arg(name)});
+            problems.append({rows, twice.arg(names[row])});
     }
     return problems;
 }

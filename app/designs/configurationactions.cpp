@@ -58,8 +58,7 @@ void rename(const RowCall &call)
 
 void remove(const RowCall &call)
 {
-    configurationcalls::remove(call.first().design(), *call.first().configuration(),
-                               call.window());
+    configurationcalls::remove(call.first().design(), *call.first().configuration(), call.window());
 }
 
 QString folderOf(const RowCall &call)

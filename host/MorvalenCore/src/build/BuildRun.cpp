@@ -223,7 +223,7 @@ void BuildRun::line(MessageType type, const QString &text)
 void BuildRun::tellRunning()
 {
     if (const pid_t process = ninja.process(); process > 0)
-        Q_EMIT stepsRun(RunningSteps(plan).below(process));
+        Q_EMIT stepsRun(running.below(process));
 }
 
 void BuildRun::tellWaiting()

@@ -138,6 +138,7 @@ private:
     bool wasCancelled = false;
     Options options;
     QTimer patience;
+    RunningSteps running {plan};
     QTimer looks;
     bool hasWaited = false;
     bool hasCome = false;

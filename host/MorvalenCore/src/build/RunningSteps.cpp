@@ -1,7 +1,8 @@
 #include "build/RunningSteps.h"
 
+#include "build/shell.h"
+
 #include <QFile>
-#include <QProcess>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -57,42 +58,118 @@ bool isNinja(pid_t process)
     return name == "ninja" || name == "ninja-build";
 }
 
-// The words of a simple command, up to where the shell does something by itself.
-QStringList plainWords(const QString &command)
+// The words of a simple command as its program gets them; none where the shell would expand them.
+class PlainWords
 {
-    static const QRegularExpression special(u"^[0-9]*[<>|&;]"_s);
-    QStringList words = QProcess::splitCommand(command);
-    const auto end = std::find_if(words.begin(), words.end(), [](const QString &word) {
-        return special.match(word).hasMatch();
-    });
-    words.erase(end, words.end());
-    return words;
-}
+public:
+    QStringList of(const QString &command)
+    {
+        for (qsizetype at = 0; at < command.size() && !isOver; ++at) {
+            if (command[at] == u'\\' && quote != u'\'' && at + 1 < command.size())
+                append(command[++at]);
+            else
+                take(command[at]);
+        }
+        end();
+        return words;
+    }
+
+private:
+    void take(QChar c)
+    {
+        if (quote.isNull() ? c == u'"' || c == u'\'' : c == quote) {
+            quote = quote.isNull() ? c : QChar();
+            isWord = true;
+        } else if (c == u'$' && quote != u'\'') {
+            words.clear();
+            isWord = false;
+            isOver = true;
+        } else if (!quote.isNull()) {
+            append(c);
+        } else if (c.isSpace()) {
+            end();
+        } else if (QStringView(u"<>|&;()`").contains(c)) {
+            // The number of a stream, as in 2>, is no word.
+            isWord = isWord && (word.toInt() == 0 || (c != u'<' && c != u'>'));
+            isOver = true;
+        } else {
+            append(c);
+        }
+    }
+
+    void append(QChar c)
+    {
+        word += c;
+        isWord = true;
+    }
+
+    void end()
+    {
+        if (isWord)
+            words.append(word);
+        word.clear();
+        isWord = false;
+    }
+
+    QStringList words;
+    QString word;
+    QChar quote;
+    bool isWord = false;
+    bool isOver = false;
+};
 
 } // namespace
 
-int RunningSteps::stepOf(const QStringList &words) const
+// Both forms of a step are looked up, so that thousands of steps cost a look as much as few do.
+void RunningSteps::gather()
 {
-    const bool isShell = words.size() > 2 && words[1] == u"-c"_s;
+    if (!lines.isEmpty())
+        return;
     for (int index = 0; index < plan.steps.size(); ++index) {
-        const QString &command = plan.steps[index].command;
-        if (isShell) {
-            if (words[2].contains(u"exit; "_s + command))
-                return index;
-            continue;
-        }
-        // A shell gives a simple command its own place.
-        const QStringList plain = plainWords(command);
-        if (!plain.isEmpty() && words.size() >= plain.size()
-            && words.last(plain.size()) == plain)
+        const PlannedStep &step = plan.steps[index];
+        const QString line = step.outputs.isEmpty() ? asOneProgram(step.command) : step.command;
+        if (!lines.contains(line))
+            lines.insert(line, index);
+        const QStringList plain = PlainWords().of(step.command);
+        if (!plain.isEmpty() && !programs.contains(plain))
+            programs.insert(plain, index);
+    }
+}
+
+int RunningSteps::stepOf(const QStringList &words)
+{
+    gather();
+    if (words.size() > 2 && words[1] == u"-c"_s) {
+        if (const int index = lineOf(words[2]); index >= 0)
             return index;
-        if (words.value(1).endsWith(u"/step-%1.sh"_s.arg(index + 1)))
-            return index;
+    }
+    static const QRegularExpression script(u"/step-([0-9]+)\\.sh$"_s);
+    if (const auto match = script.match(words.value(1)); match.hasMatch()) {
+        const int number = match.captured(1).toInt();
+        return number <= plan.steps.size() ? number - 1 : -1;
+    }
+    // A shell gives a simple command its own place; a script has its interpreter in front.
+    constexpr qsizetype mostInFront = 3;
+    for (qsizetype first = 0; first < std::min(words.size(), mostInFront); ++first) {
+        if (const auto found = programs.constFind(words.mid(first)); found != programs.constEnd())
+            return *found;
     }
     return -1;
 }
 
-QList<RunningSteps::Step> RunningSteps::below(pid_t process) const
+// What stands between the change of folder and what closes a step that runs alone.
+int RunningSteps::lineOf(const QString &script) const
+{
+    constexpr QLatin1StringView before("|| exit; ");
+    const qsizetype begin = script.indexOf(before);
+    if (begin < 0)
+        return -1;
+    const QString line = script.mid(begin + before.size());
+    const int index = lines.value(line, -1);
+    return index >= 0 ? index : lines.value(line.left(line.lastIndexOf(u" 3>&-"_s)), -1);
+}
+
+QList<RunningSteps::Step> RunningSteps::below(pid_t process)
 {
     QList<Step> steps;
     QList<pid_t> waiting {process};

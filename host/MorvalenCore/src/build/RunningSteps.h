@@ -2,6 +2,8 @@
 
 #include "build/BuildPlan.h"
 
+#include <QHash>
+
 #include <sys/types.h>
 
 namespace MorvalenCore {
@@ -22,13 +24,19 @@ public:
     explicit RunningSteps(const BuildPlan &ofPlan) : plan(ofPlan) { }
 
     // Those below a process, in the order of the plan.
-    QList<Step> below(pid_t process) const;
+    QList<Step> below(pid_t process);
 
     // The step that a process of these words is; -1 for none.
-    int stepOf(const QStringList &words) const;
+    int stepOf(const QStringList &words);
 
 private:
+    void gather();
+    int lineOf(const QString &script) const;
+
     const BuildPlan &plan;
+    // What the shell is given, and the words of simple commands.
+    QHash<QString, int> lines;
+    QHash<QStringList, int> programs;
 };
 
 } // namespace MorvalenCore
