@@ -39,6 +39,7 @@
 #include "app/window/FocusMark.h"
 #include "app/window/ModeBar.h"
 #include "app/window/PaneKeys.h"
+#include "app/window/RedoKey.h"
 #include "app/window/ScriptMenu.h"
 #include "app/window/ScriptsView.h"
 #include "app/window/themes.h"
@@ -133,6 +134,7 @@ MainWindow::MainWindow(QWidget *parent)
             });
     addMode(designs);
     new FocusMark(this);
+    new RedoKey(this);
     updateTitle();
     windowlayout::restore(this);
 }
@@ -225,8 +227,11 @@ void MainWindow::reopen() { openThings->restore(); }
 
 void MainWindow::openFiles(const QStringList &files)
 {
-    for (const QString &file : files)
-        static_cast<void>(openFile(file));
+    for (const QString &file : files) {
+        // One that was reopened already only comes to the front.
+        if (!activateOpen(file))
+            static_cast<void>(openFile(file));
+    }
 }
 
 void MainWindow::closeSoon()

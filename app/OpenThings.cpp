@@ -7,7 +7,6 @@
 #include "app/designs/DesignTreeView.h"
 #include "app/DesignsMode.h"
 #include "app/editor/EditorArea.h"
-#include "app/editor/TextEdit.h"
 #include "app/editor/TextPage.h"
 #include "app/journal/journaling.h"
 #include "app/MainWindow.h"
@@ -26,7 +25,6 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QScrollBar>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
@@ -62,19 +60,10 @@ QJsonObject describe(const EditorPage &page)
 {
     QJsonObject object {{u"key"_s, page.key()}};
     if (const auto *text = qobject_cast<const TextPage *>(&page)) {
-        object.insert(u"cursor"_s, text->textEdit()->textCursor().position());
-        object.insert(u"top"_s, text->textEdit()->verticalScrollBar()->value());
+        object.insert(u"cursor"_s, text->place().cursor);
+        object.insert(u"top"_s, text->place().top);
     }
     return object;
-}
-
-void place(TextPage &page, const QJsonObject &description)
-{
-    QTextCursor cursor = page.textEdit()->textCursor();
-    const int end = page.textEdit()->document()->characterCount() - 1;
-    cursor.setPosition(qBound(0, description.value(u"cursor"_s).toInt(), end));
-    page.textEdit()->setTextCursor(cursor);
-    page.textEdit()->verticalScrollBar()->setValue(description.value(u"top"_s).toInt());
 }
 
 } // namespace
@@ -158,7 +147,8 @@ void OpenThings::openPages(const QJsonObject &things) const
             auto *page = qobject_cast<TextPage *>(
                 EditorManager::instance()->createEditorForPath(key, nullptr, {}, false, false));
             if (page)
-                place(*page, description);
+                page->goTo(
+                    {description.value(u"cursor"_s).toInt(), description.value(u"top"_s).toInt()});
         }
     }
     if (EditorPage *front = editors->page(things.value(u"front"_s).toString()))

@@ -114,10 +114,6 @@
         <translation>Den Build abbrechen</translation>
     </message>
     <message>
-        <source>%1 has ended</source>
-        <translation>%1 ist beendet</translation>
-    </message>
-    <message>
         <source>%1 (%2 s)</source>
         <translation>%1 (%2 s)</translation>
     </message>
@@ -2051,6 +2047,10 @@ Ein Doppelklick auf die Datei eines Designs öffnet sie.</translation>
     <message>
         <source>Lines: %L1</source>
         <translation>Zeilen: %L1</translation>
+    </message>
+    <message>
+        <source>Line %L1 of %L2</source>
+        <translation>Zeile %L1 von %L2</translation>
     </message>
 </context>
 <context>

@@ -110,16 +110,12 @@ void BuildProgress::begin(BuildConfiguration *configuration)
     show();
 }
 
-void BuildProgress::showProgress(BuildConfiguration *configuration, int done, int total,
-                                 const QString &name)
+void BuildProgress::showProgress(BuildConfiguration *configuration, int done, int total)
 {
     if (configuration != shown)
         return;
     bar->setRange(0, total);
     bar->setValue(done);
-    // Until it is known which step runs.
-    if (step->text().isEmpty())
-        setStep(tr("%1 has ended").arg(name));
 }
 
 void BuildProgress::showRunning(const BuildConfiguration *configuration,

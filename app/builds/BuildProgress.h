@@ -27,8 +27,7 @@ public:
 private:
     void layOut();
     void begin(MorvalenCore::BuildConfiguration *configuration);
-    void showProgress(MorvalenCore::BuildConfiguration *configuration, int done, int total,
-                      const QString &step);
+    void showProgress(MorvalenCore::BuildConfiguration *configuration, int done, int total);
     void showRunning(const MorvalenCore::BuildConfiguration *configuration,
                      const QList<MorvalenCore::RunningStep> &steps);
     void end(const MorvalenCore::BuildConfiguration *configuration);

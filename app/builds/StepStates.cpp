@@ -51,7 +51,7 @@ void StepStates::showRunning(const BuildConfiguration *configuration,
     if (configuration != followed)
         return;
     for (const QString &before : std::as_const(running))
-        states.remove(before);
+        states.insert(before, tr("Ended"));
     running.clear();
     for (const RunningStep &step : steps) {
         running.append(step.name);

@@ -57,6 +57,21 @@ bool isTextFile(const QString &path)
     return !bytes.trimmed().startsWith('<');
 }
 
+bool activateOpen(const QString &file)
+{
+    DesignManager *manager = DesignManager::instance();
+    const QString path = QFileInfo(file).canonicalFilePath();
+    for (const QString &id : path.isEmpty() ? QStringList() : manager->openDesignIds()) {
+        const auto *design = manager->design(id);
+        if (!design || QFileInfo(design->componentFileName()).canonicalFilePath() != path)
+            continue;
+        manager->setActiveDesign(id);
+        journaling::activated(id);
+        return true;
+    }
+    return false;
+}
+
 Status openFile(const QString &file)
 {
     if (isTextFile(file))

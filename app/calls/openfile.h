@@ -9,6 +9,9 @@
 // with it.
 Qtilities::Core::Status openFile(const QString &file);
 
+// Makes the open design of a component file the active one; false when it is not open.
+bool activateOpen(const QString &file);
+
 // Whether the file is a project's, by its first bytes.
 bool isProjectFile(const QString &path);
 

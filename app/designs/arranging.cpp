@@ -5,7 +5,7 @@
 #include "app/designs/adding.h"
 #include "app/designs/DesignTree.h"
 #include "app/editor/EditorArea.h"
-#include "app/editor/EditorPage.h"
+#include "app/editor/TextPage.h"
 #include "app/journal/journaling.h"
 #include "app/messages/messages.h"
 
@@ -38,12 +38,15 @@ void followInEditor(const QPointer<EditorPage> &page, const QString &newPath, QW
     if (!page || !area)
         return;
     const bool isInFront = area->currentPage() == page && area->isVisible();
+    const QPointer<TextPage> before = qobject_cast<TextPage *>(page.data());
+    const TextPage::Place place = before ? before->place() : TextPage::Place();
     // Closing it as users do would ask what to do about a file that is gone.
     page->deleteLater();
-    Qtilities::Logging::logStatus(EditorManager::instance()
-                                      ->tryCreateEditorForPath(newPath, QString(), isInFront, false)
-                                      .status(),
-                                  Logger::Warning);
+    const auto shown =
+        EditorManager::instance()->tryCreateEditorForPath(newPath, QString(), isInFront, false);
+    Qtilities::Logging::logStatus(shown.status(), Logger::Warning);
+    if (auto *text = shown.isOk() ? qobject_cast<TextPage *>(shown.value()) : nullptr)
+        text->goTo(place);
 }
 
 Status moveWithin(IDesign &design, const QString &path, const QString &node)

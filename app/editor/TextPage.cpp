@@ -17,6 +17,7 @@
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPointer>
+#include <QScrollBar>
 #include <QSplitter>
 #include <QVBoxLayout>
 
@@ -157,6 +158,19 @@ Status TextPage::save()
 }
 
 Status TextPage::saveCopy(const QString &path) const { return sync->saveCopy(path); }
+
+TextPage::Place TextPage::place() const
+{
+    return {edit->textCursor().position(), edit->verticalScrollBar()->value()};
+}
+
+void TextPage::goTo(const Place &place)
+{
+    QTextCursor cursor = edit->textCursor();
+    cursor.setPosition(qBound(0, place.cursor, edit->document()->characterCount() - 1));
+    edit->setTextCursor(cursor);
+    edit->verticalScrollBar()->setValue(place.top);
+}
 
 TextPage::Unsaved TextPage::unsaved() const
 {

@@ -48,6 +48,15 @@ public:
 
     TextEdit *textEdit() const { return edit; }
 
+    // Where the user is in the text, to be found again; beyond its end, the end is taken.
+    struct Place
+    {
+        int cursor = 0;
+        int top = 0;
+    };
+    Place place() const;
+    void goTo(const Place &place);
+
     // Writes the text in another coding from now on.
     void setCoding(TextCoding coding);
 

@@ -7,9 +7,11 @@
 #include "app/file/opening.h"
 #include "app/journal/journaling.h"
 
+#include <MorvalenCore/DesignManager.h>
 #include <Qtilities/ProjectManager.h>
 
 using namespace Qt::Literals::StringLiterals;
+using MorvalenCore::DesignManager;
 using Qtilities::ProjectManagement::ProjectManager;
 
 ProjectMenu::ProjectMenu(QWidget *theWindow) : QMenu(tr("&Project"), theWindow), window(theWindow)
@@ -36,10 +38,12 @@ void ProjectMenu::showState()
     const bool isFree = running::check().isOk();
     for (QAction *action : actions())
         action->setEnabled(isFree);
-    saveAction->setEnabled(
-        isOpen
-        && (manager->currentProjectFileName().isEmpty() || manager->isCurrentProjectModified()));
-    saveAsAction->setEnabled(isOpen);
+    // Designs without a project can be saved as one.
+    const bool hasDesigns = isFree && !DesignManager::instance()->openDesignIds().isEmpty();
+    saveAction->setEnabled(isOpen ? manager->currentProjectFileName().isEmpty()
+                                   || manager->isCurrentProjectModified()
+                                  : hasDesigns);
+    saveAsAction->setEnabled(isOpen || hasDesigns);
     closeAction->setEnabled(isOpen && isFree);
 }
 

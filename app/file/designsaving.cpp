@@ -37,6 +37,18 @@ bool writeProject(QWidget *parent, const QString &fileName)
     return saved;
 }
 
+// Designs that are open without a project belong to the one that is made for them.
+bool haveProject(QWidget *parent)
+{
+    if (ProjectManager::instance()->currentProject())
+        return true;
+    HostCall attempt(parent, Texts::tr("Not Saved"));
+    const bool made = attempt.takeAndLog(ProjectManager::instance()->tryNewProject());
+    if (made)
+        journaling::projectMade();
+    return made;
+}
+
 } // namespace
 
 IDesign *activeDesign()
@@ -93,7 +105,7 @@ bool saveProject(QWidget *parent)
 bool saveProjectAs(QWidget *parent)
 {
     const QString fileName = filedialogs::projectToSave(parent);
-    return !fileName.isEmpty() && writeProject(parent, fileName);
+    return !fileName.isEmpty() && haveProject(parent) && writeProject(parent, fileName);
 }
 
 } // namespace designsaving

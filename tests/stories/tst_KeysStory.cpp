@@ -31,6 +31,7 @@ private Q_SLOTS:
 
     void tabLeavesTheTreeAndTheFilter_data();
     void tabLeavesTheTreeAndTheFilter();
+    void ctrlYRedoes();
     void f6GoesThroughThePanes();
     void altAndANumberGoesToTheTree();
     void theSelectedDesignIsMeant();
@@ -84,6 +85,18 @@ void tst_KeysStory::tabLeavesTheTreeAndTheFilter()
         return widget && !tree()->isAncestorOf(widget);
     });
     QVERIFY(left);
+}
+
+void tst_KeysStory::ctrlYRedoes()
+{
+    auto *filter = tree()->findChild<QLineEdit *>();
+    filter->setFocus();
+    QTest::keyClicks(filter, u"ab"_s);
+    story->press(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(filter->text(), QString());
+    story->press(Qt::Key_Y, Qt::ControlModifier);
+    QCOMPARE(filter->text(), u"ab"_s);
+    filter->clear();
 }
 
 void tst_KeysStory::f6GoesThroughThePanes()

@@ -37,6 +37,7 @@ private Q_SLOTS:
     void theListIsCleared();
     void nothingIsKeptUnlessItIsWanted();
     void aProjectIsMadeSavedAndOpened();
+    void openDesignsAreSavedAsAProject();
     void nothingIsOpenedWhileACommandRuns();
 
 private:
@@ -211,6 +212,31 @@ void tst_OpeningStory::aProjectIsMadeSavedAndOpened()
     QCOMPARE(DesignManager::instance()->openDesignIds(), QStringList {u"local.global.uart.1.0"_s});
     QVERIFY(Story::activeDesign()->fileByActualPath(u"late.v"_s, false));
     QTRY_COMPARE(RecentFiles::files(RecentFiles::Projects), QStringList {file});
+    JournalReplay::compare(*story);
+}
+
+// Whoever has opened designs without a project can still keep them together.
+void tst_OpeningStory::openDesignsAreSavedAsAProject()
+{
+    JournalReplay::begin(story.get());
+    const QString file = story->session() + u"/Projects/later.xml"_s;
+    story->type(u"designs new spi; designs new i2c"_s);
+    QVERIFY(projectEntry(u"Save Project As..."_s)->isEnabled());
+    {
+        const DialogVisits visits({[](QDialog *dialog) { dialog->reject(); }});
+        projectEntry(u"Save Project"_s)->trigger();
+        QVERIFY(visits.areDone());
+    }
+    QVERIFY(!ProjectManager::instance()->currentProject());
+    {
+        const DialogVisits visits({DialogVisits::chooseFile(file)});
+        projectEntry(u"Save Project"_s)->trigger();
+        QVERIFY(visits.areDone());
+    }
+    const QByteArray saved = Story::read(file);
+    QVERIFY(saved.contains("spi/component.xml") && saved.contains("i2c/component.xml"));
+    QCOMPARE(ProjectManager::instance()->currentProjectFileName(), file);
+    QVERIFY(!projectEntry(u"Save Project"_s)->isEnabled());
     JournalReplay::compare(*story);
 }
 

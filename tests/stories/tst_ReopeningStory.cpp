@@ -16,6 +16,7 @@
 
 #include <MorvalenCore/DesignManager.h>
 #include <MorvalenCore/EditorManager.h>
+#include <Qtilities/Logger.h>
 #include <Qtilities/ProjectManager.h>
 
 #include <QDir>
@@ -36,6 +37,7 @@ private Q_SLOTS:
     void cleanup();
 
     void everythingComesBack();
+    void whatIsNamedAgainComesToTheFront();
     void aDesignThatIsGoneIsToldOf();
     void nothingIsKeptUnlessWanted();
     void aFileThatIsNoGoodOpensNothing();
@@ -139,6 +141,27 @@ void tst_ReopeningStory::everythingComesBack()
     QTRY_COMPARE(tree->model()->rowCount(), 3);
     QVERIFY(!tree->isExpanded(tree->model()->index(0, 0)));
     QVERIFY(tree->isExpanded(tree->model()->index(1, 0)));
+}
+
+void tst_ReopeningStory::whatIsNamedAgainComesToTheFront()
+{
+    story->type(u"designs new uart; designs new fifo"_s);
+    const QString named = component(u"uart"_s);
+    leaveAndEmpty();
+    story->window().reopen();
+    QCOMPARE(Story::activeDesign()->name(), u"fifo"_s);
+    QStringList told;
+    const auto listening =
+        connect(Qtilities::Logging::Logger::instance(), &Qtilities::Logging::Logger::messageLogged,
+                this, [&told](const QString &, auto type, const QString &text) {
+                    if (type == Qtilities::Logging::Logger::Error)
+                        told.append(text);
+                });
+    story->window().openFiles({named});
+    disconnect(listening);
+    QCOMPARE(told, QStringList());
+    QCOMPARE(DesignManager::instance()->openDesignIds().size(), 2);
+    QCOMPARE(Story::activeDesign()->name(), u"uart"_s);
 }
 
 void tst_ReopeningStory::aDesignThatIsGoneIsToldOf()

@@ -4,7 +4,7 @@
 #include "app/designs/DesignTreeView.h"
 #include "app/DesignsMode.h"
 #include "app/editor/EditorArea.h"
-#include "app/editor/EditorPage.h"
+#include "app/editor/TextPage.h"
 #include "app/journal/CommandJournal.h"
 #include "app/MainWindow.h"
 #include "console/QtclConsole.h"
@@ -235,6 +235,8 @@ void tst_TreeStory::aFileIsRenamedWhereItStands()
     story->window().openFiles({folder + u"/rtl/top.v"_s});
     EditorArea *area = story->window().designsMode()->editorArea();
     QTRY_COMPARE(area->pages().size(), 1);
+    auto *before = qobject_cast<TextPage *>(area->pages().first());
+    before->goTo({4, 0});
     CommandJournal::instance()->clear();
     select({u"top.v"_s});
     story->press(Qt::Key_F2);
@@ -256,6 +258,10 @@ void tst_TreeStory::aFileIsRenamedWhereItStands()
     // The editor shows it under its new name.
     QTRY_COMPARE(area->pages().size(), 1);
     QCOMPARE(area->pages().first()->title(), u"main part.v"_s);
+    // The user stays where they were, in the text and in the tree.
+    QCOMPARE(qobject_cast<TextPage *>(area->pages().first())->place().cursor, 4);
+    QCOMPARE(view()->currentIndex().data().toString(), u"main part.v"_s);
+    QCOMPARE(view()->selectionModel()->selectedRows().size(), 1);
     area->closeAll();
 }
 

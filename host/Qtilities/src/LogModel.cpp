@@ -193,10 +193,12 @@ int LogModel::find(const QString &text, int fromRow, bool backwards) const
     return -1;
 }
 
-int LogModel::count(const QString &text) const
+int LogModel::count(const QString &text) const { return countUpTo(rowCount() - 1, text); }
+
+int LogModel::countUpTo(int last, const QString &text) const
 {
     int found = 0;
-    for (int row = 0; row < rowCount(); ++row)
+    for (int row = 0; row <= last; ++row)
         found += line(row).text.contains(text, Qt::CaseInsensitive);
     return found;
 }

@@ -57,6 +57,8 @@ public:
 
     // How many of the lines that show hold the text in any case.
     int count(const QString &text) const;
+    // The same up to a row.
+    int countUpTo(int row, const QString &text) const;
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;

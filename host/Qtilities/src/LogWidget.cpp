@@ -183,6 +183,7 @@ void LogWidget::search(bool backwards)
     const bool found =
         !searchField->text().isEmpty() && view->selectNext(searchField->text(), backwards);
     searchNote->setText(found || searchField->text().isEmpty() ? QString() : tr("Not found"));
+    showCount();
 }
 
 // All matches are marked while the user types; Return selects one after the other.
@@ -197,7 +198,15 @@ void LogWidget::searchTyped(const QString &text)
 void LogWidget::showCount()
 {
     const QString text = searchField->text();
-    countNote->setText(text.isEmpty() ? QString() : tr("Lines: %L1").arg(model.count(text)));
+    if (text.isEmpty())
+        return countNote->clear();
+    const int current = view->currentIndex().row();
+    const int found = model.count(text);
+    const bool isAtOne = current >= 0 && view->selectionModel()->isRowSelected(current)
+        && model.find(text, current, false) == current;
+    countNote->setText(isAtOne
+                           ? tr("Line %L1 of %L2").arg(model.countUpTo(current, text)).arg(found)
+                           : tr("Lines: %L1").arg(found));
 }
 
 void LogWidget::showDropped()

@@ -52,8 +52,7 @@ void tst_RunningSteps::aProcessIsKnownByItsWords_data()
     QTest::newRow("known-06 the program itself") << QStringList {u"touch"_s, u"a"_s} << 0;
     QTest::newRow("known-07 a script behind its interpreter")
         << QStringList {u"/bin/sh"_s, u"touch"_s, u"ab"_s} << 1;
-    QTest::newRow("known-08 quotes and a redirection")
-        << QStringList {u"run"_s, u"a b"_s} << 3;
+    QTest::newRow("known-08 quotes and a redirection") << QStringList {u"run"_s, u"a b"_s} << 3;
     QTest::newRow("known-09 a command too long for one word")
         << QStringList {u"/bin/sh"_s, u"/w/build/.x/step-3.sh"_s} << 2;
     QTest::newRow("known-10 escaped blanks and a stream by its number")

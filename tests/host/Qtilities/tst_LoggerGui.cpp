@@ -530,6 +530,11 @@ void tst_LoggerGui::marksAndCountsWhatIsTyped()
     // What comes later counts too.
     log(u"twice"_s);
     QTRY_COMPARE(count->text(), u"Lines: 3"_s);
+    // Whoever goes through them sees where.
+    QTest::keyClick(field, Qt::Key_Return);
+    QCOMPARE(count->text(), u"Line 1 of 3"_s);
+    QTest::keyClick(field, Qt::Key_Return, Qt::ShiftModifier);
+    QCOMPARE(count->text(), u"Line 3 of 3"_s);
     field->clear();
     QCOMPARE(count->text(), QString());
 }

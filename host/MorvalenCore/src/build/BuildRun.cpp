@@ -11,7 +11,8 @@ namespace MorvalenCore {
 
 namespace {
 
-// How often running steps are looked for, in milliseconds.
+// When running steps are looked for, in milliseconds.
+constexpr int firstLook = 200;
 constexpr int lookInterval = 1000;
 
 // In milliseconds: until the log says that an allocation is waited for.
@@ -32,7 +33,6 @@ BuildRun::BuildRun(const BuildPlan &aPlan, const NinjaFile &itsFile, QObject *pa
     connect(&ninja, &NinjaProcess::endedLeftBehind, this, &BuildRun::tellLeftBehind);
     patience.setSingleShot(true);
     patience.setInterval(usualPatience);
-    looks.setInterval(lookInterval);
     connect(&looks, &QTimer::timeout, this, &BuildRun::tellRunning);
     connect(&patience, &QTimer::timeout, this, &BuildRun::tellWaiting);
 }
@@ -117,7 +117,7 @@ void BuildRun::runSteps()
     if (!options.allocation.isEmpty())
         patience.start();
     next = [this](const Status &status) { takeStepsEnd(status); };
-    looks.start();
+    looks.start(firstLook);
     ninja.start(plan.targetFolder, arguments, options.allocation);
 }
 
@@ -210,8 +210,12 @@ void BuildRun::sortOut(const Status &ninjasEnd)
 
 void BuildRun::stepShown(int step, int ended, int total)
 {
-    if (!looking)
-        Q_EMIT progressed(ended, total, plan.steps[step].name);
+    if (looking)
+        return;
+    Q_EMIT progressed(ended, total, plan.steps[step].name);
+    // Of a step that runs alone Ninja tells when it begins.
+    if (plan.steps[step].outputs.isEmpty())
+        Q_EMIT stepsRun({{step, 0}});
 }
 
 void BuildRun::line(MessageType type, const QString &text)
@@ -222,6 +226,7 @@ void BuildRun::line(MessageType type, const QString &text)
 
 void BuildRun::tellRunning()
 {
+    looks.setInterval(lookInterval);
     if (const pid_t process = ninja.process(); process > 0)
         Q_EMIT stepsRun(running.below(process));
 }
