@@ -1390,8 +1390,8 @@ Ein Doppelklick auf die Datei eines Designs öffnet sie.</translation>
 <context>
     <name>KeptTexts</name>
     <message>
-        <source>The folder &quot;%1&quot; cannot be made</source>
-        <translation>Der Ordner „%1“ kann nicht angelegt werden</translation>
+        <source>The folder &quot;%1&quot; cannot be made: %2</source>
+        <translation>Der Ordner „%1“ kann nicht angelegt werden: %2</translation>
     </message>
     <message>
         <source>A text that was kept cannot be read; it is in &quot;%1&quot;</source>

@@ -5,15 +5,24 @@
 #include <MorvalenCore/DesignManager.h>
 #include <Qtilities/Logger.h>
 #include <Qtilities/QtilitiesApplication.h>
+#include <Qtilities/statuslog.h>
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QFile>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
 using MorvalenCore::Interfaces::IDesign;
+using Qtilities::Core::Descriptor;
+using Qtilities::Core::Status;
 using Qtilities::CoreGui::QtilitiesApplication;
 using Qtilities::Logging::Logger;
+using Qtilities::Logging::logStatus;
 
 namespace {
 
@@ -119,9 +128,12 @@ QString CommandJournal::text() const { return all.isEmpty() ? QString() : all.jo
 
 void CommandJournal::open()
 {
-    file.setFileName(QtilitiesApplication::applicationSessionPath() + u"/Logs/journal-"_s
-                     + QDateTime::currentDateTime().toString(u"yyyyMMdd-HHmmss"_s) + u'-'
-                     + QString::number(QCoreApplication::applicationPid()) + u".tcl"_s);
+    path = QtilitiesApplication::applicationSessionPath() + u"/Logs/journal-"_s
+        + QDateTime::currentDateTime().toString(u"yyyyMMdd-HHmmss"_s) + u'-'
+        + QString::number(QCoreApplication::applicationPid()) + u".tcl"_s;
+    file.close();
+    written = all.size();
+    end = 0;
 }
 
 void CommandJournal::clear()
@@ -129,24 +141,32 @@ void CommandJournal::clear()
     all.clear();
     active.clear();
     file.close();
-    file.setFileName(QString());
+    path.clear();
     Q_EMIT cleared();
 }
 
+// It is told once, until one can be written again.
 void CommandJournal::append(const QString &entry)
 {
     all.append(entry);
-    const bool isWanted = !file.fileName().isEmpty();
-    if (isWanted && !file.isOpen()
-        && !file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::NewOnly)) {
-        Logger::instance()->logMessage(QString(), Logger::Warning,
-                                       tr("The journal \"%1\" cannot be written: %2")
-                                           .arg(file.fileName(), file.errorString()));
-        file.setFileName(QString());
-    }
-    if (file.isOpen()) {
-        file.write(entry.toUtf8() + '\n');
-        file.flush();
-    }
+    const Status status = path.isEmpty() ? Status() : writeMissing();
+    if (!status.isOk() && !isFailureTold)
+        logStatus(status, Logger::Warning);
+    isFailureTold = !status.isOk();
     Q_EMIT added(entry);
+}
+
+// What could not be written comes with the next entry, in place of a part of it that is there.
+Status CommandJournal::writeMissing()
+{
+    if (!file)
+        file = Descriptor::open(QFile::encodeName(path),
+                                O_WRONLY | O_CREAT | O_EXCL | O_APPEND | O_NOFOLLOW, 0666);
+    const QByteArray missing = all.sliced(written).join(u'\n').toUtf8() + '\n';
+    if (!file || ::ftruncate(file.get(), end) != 0 || !file.write(missing))
+        return Status::io(
+            tr("The journal \"%1\" cannot be written: %2").arg(path, qt_error_string(errno)));
+    written = all.size();
+    end += missing.size();
+    return {};
 }

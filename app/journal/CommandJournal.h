@@ -2,7 +2,9 @@
 
 #include "app/journal/words.h"
 
-#include <QFile>
+#include <Qtilities/Descriptor.h>
+#include <Qtilities/Status.h>
+
 #include <QObject>
 #include <QStringList>
 
@@ -49,7 +51,7 @@ public:
 
     // Writes from now on to a new file of the session. Until then nothing is written.
     void open();
-    QString fileName() const { return file.fileName(); }
+    QString fileName() const { return path; }
 
     // Forgets everything, for another session.
     void clear();
@@ -62,6 +64,7 @@ private:
     CommandJournal() = default;
     void activate(const QString &designId);
     void append(const QString &entry);
+    Qtilities::Core::Status writeMissing();
     void take(const QString &command);
 
     QStringList all;
@@ -69,7 +72,12 @@ private:
     bool hasScriptSucceeded = false;
     QString standingFor;
     QStringList standIns;
-    QFile file;
+    QString path;
+    Qtilities::Core::Descriptor file;
+    // How many entries are in the file, and their bytes.
+    qsizetype written = 0;
+    qint64 end = 0;
+    bool isFailureTold = false;
     // The design that would be active if the entries were run; empty when that is not known.
     QString active;
     // The one that was active in the window when the last entry was made.

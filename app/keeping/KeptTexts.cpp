@@ -1,6 +1,7 @@
 #include "app/keeping/KeptTexts.h"
 
 #include <Qtilities/atomicfile.h>
+#include <Qtilities/makefolder.h>
 #include <Qtilities/QtilitiesApplication.h>
 #include <Qtilities/regularfile.h>
 #include <Qtilities/utf8text.h>
@@ -13,6 +14,7 @@
 #include <QLockFile>
 #include <QUuid>
 
+#include <cerrno>
 #include <optional>
 
 using namespace Qt::Literals::StringLiterals;
@@ -82,6 +84,8 @@ public:
 
     // Without waiting.
     bool take() { return lock.tryLock(0); }
+    // Why it could not be taken just now.
+    static QString reason() { return qt_error_string(errno); }
 
     QString fileOf(const QString &textPath) const
     {
@@ -124,11 +128,20 @@ Status KeptTexts::prepare()
         + QUuid::createUuid().toString(QUuid::Id128);
     constexpr auto forOwnerOnly =
         QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner;
-    auto folder = std::make_unique<Folder>(path);
-    if (!QDir().mkpath(all) || !QFile::setPermissions(all, forOwnerOnly) || !QDir().mkdir(path)
-        || !folder->take())
+    const auto refused = [](const QString &folder, const QString &reason) {
         return Status::io(
-            QCoreApplication::translate("KeptTexts", "The folder \"%1\" cannot be made").arg(path));
+            QCoreApplication::translate("KeptTexts", "The folder \"%1\" cannot be made: %2")
+                .arg(folder, reason));
+    };
+    if (const Status made = Qtilities::Core::makeFolder(all); !made.isOk())
+        return refused(all, made.text());
+    if (QFile file(all); !file.setPermissions(forOwnerOnly))
+        return refused(all, file.errorString());
+    if (const Status made = Qtilities::Core::makeFolder(path); !made.isOk())
+        return refused(path, made.text());
+    auto folder = std::make_unique<Folder>(path);
+    if (!folder->take())
+        return refused(path, Folder::reason());
     own = std::move(folder);
     return {};
 }

@@ -75,20 +75,29 @@ void FaultSweep::begin()
     writer->prepare(folder);
 }
 
-// Copies that are kept in another place have the time in their names, and may be made twice.
+// Copies that are kept in another place have the time in their names, and may be made twice: one
+// whose way onto disk failed at its very end stays, since nobody knows what a loss of power would
+// leave of it. What a process keeps aside lies in a folder of its own, behind a lock that names it.
 FaultSweep::Tree FaultSweep::tree() const
 {
     static const QRegularExpression time(u"-\\d{8}-\\d{6}-\\d+(-\\d+)?\\.xml$"_s);
+    static const QRegularExpression process(u"/Unsaved/[^/]+"_s);
     Tree files;
     QDirIterator all(folder, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
                      QDirIterator::Subdirectories);
     while (all.hasNext()) {
         const QFileInfo info = all.nextFileInfo();
         QFile file(info.filePath());
-        const bool isRead = info.isFile() && file.open(QIODevice::ReadOnly);
-        const QByteArray content =
-            isRead ? file.readAll() : QByteArray(info.isDir() ? "folder" : "unreadable");
-        QByteArray &noted = files[info.filePath().mid(folder.size()).replace(time, u"-TIME.xml"_s)];
+        const bool isLock = info.fileName() == u"lock"_s;
+        const bool isRead = info.isFile() && !isLock && file.open(QIODevice::ReadOnly);
+        const QByteArray content = isRead ? file.readAll()
+                                          : QByteArray(info.isDir() ? "folder"
+                                                           : isLock ? "lock"
+                                                                    : "unreadable");
+        QByteArray &noted = files[info.filePath()
+                                      .mid(folder.size())
+                                      .replace(time, u"-TIME.xml"_s)
+                                      .replace(process, u"/Unsaved/PROCESS"_s)];
         noted = noted.isNull() || noted == content ? content : QByteArray("copies that differ");
     }
     return files;
@@ -143,13 +152,19 @@ void FaultSweep::checkFiles(const QString &when, bool mayLeaveOthers)
         const bool isKnown = before.contains(file.key()) || after.contains(file.key());
         if (!isKnown && !mayLeaveOthers)
             find(when, u"leaves "_s + file.key());
-        if (isKnown && before.value(file.key()) != *file && after.value(file.key()) != *file)
+        if (isKnown && !isWhole(file.key(), *file))
             find(when, file.key() + u" is neither the old nor the new one"_s);
     }
     for (auto file = before.cbegin(); file != before.cend(); ++file) {
         if (!now.contains(file.key()) && after.contains(file.key()))
             find(when, file.key() + u" is lost"_s);
     }
+}
+
+bool FaultSweep::isWhole(const QString &file, const QByteArray &content) const
+{
+    return content == before.value(file) || content == after.value(file)
+        || (writer->growsInPlace() && after.value(file).startsWith(content));
 }
 
 void FaultSweep::checkNext(const QString &when)

@@ -39,6 +39,7 @@ private:
     void checkAfter(const Faults::Fault &fault, const Qtilities::Core::Status &status);
     void checkFiles(const QString &when, bool mayLeaveOthers);
     void checkNext(const QString &when);
+    bool isWhole(const QString &file, const QByteArray &content) const;
     void find(const QString &when, const QString &what);
     QString describe(const Faults::Fault &fault) const;
 

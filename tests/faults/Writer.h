@@ -29,6 +29,10 @@ public:
     // the program could not take back what it had made.
     virtual void clearAway() { }
 
+    // Whether its files grow line by line, so that one that fails leaves the beginning of the new
+    // one.
+    virtual bool growsInPlace() const { return false; }
+
     // Whether the reason of the system must be in the text of a failure.
     virtual bool givesReasons() const { return true; }
 };

@@ -1,7 +1,9 @@
 // What builds write in their target folders.
 
+#include "build/BuildOutput.h"
 #include "build/NinjaFile.h"
 #include "build/OutputRecord.h"
+#include "build/SharedLog.h"
 #include "tests/faults/DesignsOnDisk.h"
 #include "tests/faults/writerkinds.h"
 
@@ -37,7 +39,6 @@ public:
     }
 
     void startAnew() override { }
-    bool givesReasons() const override { return false; }
 
 private:
     BuildPlan plan(const char *step) const
@@ -72,7 +73,6 @@ public:
     }
 
     void startAnew() override { }
-    bool givesReasons() const override { return !removes; }
 
 private:
     OutputRecord record() const { return {folder + u"/build"_s, folder}; }
@@ -85,6 +85,66 @@ private:
     QString folder;
 };
 
+class BuildLogWriter : public Writer, private MorvalenCore::BuildListener
+{
+public:
+    void prepare(const QString &working) override
+    {
+        plan.targetFolder = working;
+        DesignsOnDisk::write(path(), "old\n");
+    }
+
+    Status write() override
+    {
+        said.clear();
+        MorvalenCore::BuildOutput output(plan, {{path()}}, this);
+        output.takeOutput("one\ntwo\n");
+        output.finish();
+        return said.isEmpty() ? Status() : Status::io(said);
+    }
+
+    void startAnew() override { }
+    bool growsInPlace() const override { return true; }
+
+private:
+    void stepShown(int, int, int) override { }
+    void allocationCame() override { }
+    void line(MessageType type, const QString &text) override
+    {
+        if (type == Qtilities::Logging::Logger::Warning)
+            said = text;
+    }
+
+    QString path() const { return plan.targetFolder + u"/build.log"_s; }
+
+    BuildPlan plan;
+    QString said;
+};
+
+// What Ninja remembers of two builds is gathered for one run.
+class SharedLogWriter : public Writer
+{
+public:
+    void prepare(const QString &working) override
+    {
+        plans.clear();
+        for (const char *name : {"a", "b"}) {
+            const QString target = working + u'/' + QString::fromLatin1(name);
+            const QString output = target + u"/out"_s;
+            plans.append(
+                {u"Main"_s, working, target, {{u"s"_s, u"s"_s, u"touch x"_s, {}, {output}}}});
+            DesignsOnDisk::write(target + u"/.ninja_log"_s,
+                                 "# ninja log v5\n1\t2\t3\t" + output.toUtf8() + "\t4\n");
+        }
+    }
+
+    Status write() override { return MorvalenCore::SharedLog(plans).gather(); }
+    void startAnew() override { }
+
+private:
+    QList<BuildPlan> plans;
+};
+
 } // namespace
 
 std::vector<WriterKind> buildWriters()
@@ -92,5 +152,7 @@ std::vector<WriterKind> buildWriters()
     return {{"build.ninja", [] { return std::make_unique<NinjaWriter>(false); }},
             {"first build.ninja", [] { return std::make_unique<NinjaWriter>(true); }},
             {"record", [] { return std::make_unique<RecordWriter>(false); }},
-            {"record removal", [] { return std::make_unique<RecordWriter>(true); }}};
+            {"record removal", [] { return std::make_unique<RecordWriter>(true); }},
+            {"build log", [] { return std::make_unique<BuildLogWriter>(); }},
+            {"shared log", [] { return std::make_unique<SharedLogWriter>(); }}};
 }

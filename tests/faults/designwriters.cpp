@@ -86,9 +86,6 @@ public:
                              DesignsOnDisk::component("demo") + "<!-- theirs -->\n");
     }
 
-    // The folder of the session is made by others.
-    bool givesReasons() const override { return false; }
-
     Status write() override
     {
         return DesignManager::instance()->tryCloseDesign(u"v.l.demo.1.0"_s, false);
@@ -124,12 +121,11 @@ public:
         return status;
     }
 
-    // Folders above it are made by others.
-    bool givesReasons() const override { return false; }
-
+    // Nothing is deleted but through folders that are open, so that nothing else is deleted.
     void clearAway() override { QDir(disk->path("session/Designs/fresh")).removeRecursively(); }
 
-    // What a killed process has left is for the user to remove.
+    // What a killed process has left is for the user to remove: it looks like what another process
+    // is about to make there.
     void startAnew() override
     {
         DesignsOnDisk::forgetAll();

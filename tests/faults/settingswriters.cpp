@@ -31,17 +31,22 @@ public:
     void prepare(const QString &folder) override { disk.emplace(folder); }
     Status write() override { return change(); }
     void startAnew() override { }
-    bool givesReasons() const override { return false; }
 
 private:
     std::optional<DesignsOnDisk> disk;
     std::function<Status()> change;
 };
 
+// The dialog asks whether they were written, and the log says why not.
 Status setPreference()
 {
+    QString said;
+    const auto listening =
+        QObject::connect(Logger::instance(), &Logger::messageLogged,
+                         [&said](const QString &, auto, const QString &text) { said = text; });
     preferences::setLauncher(u"nice"_s);
-    return preferences::isWritable() ? Status() : Status::io(u"The preferences are not saved"_s);
+    QObject::disconnect(listening);
+    return preferences::isWritable() ? Status() : Status::io(said);
 }
 
 Status setDefaultStructure()
@@ -88,8 +93,6 @@ public:
         QtilitiesApplication::setApplicationSessionPath(u"/nowhere"_s);
         history.reset();
     }
-
-    bool givesReasons() const override { return false; }
 
 private:
     QByteArray read() const

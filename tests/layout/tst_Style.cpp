@@ -58,6 +58,25 @@ QStringList longFunctions(const QString &file, const QString &text)
     return found;
 }
 
+// Objects of the window, of settings and of events that are destroyed when the process ends and the
+// application is gone, one line each: in namespaces and behind "static". Pointers are another
+// matter.
+QStringList outliving(const QString &file, const QString &text)
+{
+    static const QRegularExpression pattern(
+        uR"(^(?:\s*static\s+)?(?:(?:inline|const|thread_local)\s+)*)"
+        uR"((?<type>(?:Q(?!Pointer\b)\w+<[^;()]*)?\b(?:EditorSettings|Q?Settings|SettingsFile|Q(?:Icon|Pixmap|Image|Bitmap|)"
+        uR"(Font|Palette|Cursor|Brush|Movie|Timer|Widget|Object|FileSystemWatcher|ThreadPool|)"
+        uR"(Process|SocketNotifier|TextDocument))\b>?)\s+\w+\s*(?:[;={]|\((?!.*\)$|\)|const\b)))"_s,
+        QRegularExpression::MultilineOption);
+    QStringList found;
+    for (const QRegularExpressionMatch &match : pattern.globalMatch(text))
+        found << u"%1:%2: %3"_s.arg(file)
+                     .arg(text.first(match.capturedStart(u"type"_s)).count(u'\n') + 1)
+                     .arg(match.captured(u"type"_s));
+    return found;
+}
+
 QString function(const QString &head, int lines, const QString &indent = {})
 {
     return indent + head + u'\n' + indent + u"{\n"_s
@@ -77,6 +96,9 @@ private Q_SLOTS:
     void aLongFunctionIsFound_data();
     void aLongFunctionIsFound();
     void testClassesBearTheNamesOfTheirFiles();
+    void nothingOfTheWindowOutlivesTheApplication();
+    void whatOutlivesTheApplicationIsFound_data();
+    void whatOutlivesTheApplicationIsFound();
 };
 
 void tst_Style::functionsAreShort()
@@ -129,6 +151,42 @@ void tst_Style::testClassesBearTheNamesOfTheirFiles()
     }
     QCOMPARE(wrong.join(u'\n'), QString());
     QVERIFY(tests > 100);
+}
+
+void tst_Style::nothingOfTheWindowOutlivesTheApplication()
+{
+    QStringList found;
+    for (const QString &file : sources()) {
+        const bool isProgram = !file.contains(u"/tests/"_s) && !file.contains(u"/bench/"_s);
+        if (isProgram && file.endsWith(u".cpp"_s))
+            found << outliving(relative(file), textOf(file));
+    }
+    QCOMPARE(found.join(u'\n'), QString());
+}
+
+void tst_Style::whatOutlivesTheApplicationIsFound_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("found");
+    QTest::newRow("outliving-1 in a function")
+        << u"{\n    static const QIcon icon(u\":/a\");\n}\n"_s << u"x:2: QIcon"_s;
+    QTest::newRow("outliving-2 in a namespace") << u"const QFont font;\n"_s << u"x:1: QFont"_s;
+    QTest::newRow("outliving-3 in a table")
+        << u"    static QHash<QString, QIcon> icons;\n"_s << u"x:1: QHash<QString, QIcon>"_s;
+    QTest::newRow("outliving-4 settings")
+        << u"    static EditorSettings settings {qApp};\n"_s << u"x:1: EditorSettings"_s;
+    QTest::newRow("ending-1 a pointer")
+        << u"    static QPointer<EditorSettings> settings;\n    static QTimer *timer = nullptr;\n"_s
+        << QString();
+    QTest::newRow("ending-2 functions")
+        << u"QFont defaultFont()\n{\n}\nstatic QFont a(const QFont &font);\n"_s << QString();
+    QTest::newRow("ending-3 one of a function") << u"    const QIcon icon;\n"_s << QString();
+}
+
+void tst_Style::whatOutlivesTheApplicationIsFound()
+{
+    QFETCH(const QString, text);
+    QTEST(outliving(u"x"_s, text).join(u'\n'), "found");
 }
 
 QTEST_GUILESS_MAIN(tst_Style)

@@ -11,6 +11,17 @@ Descriptor Descriptor::open(const QByteArray &path, int flags, unsigned int mode
     return Descriptor(::open(path.constData(), flags | O_CLOEXEC, mode));
 }
 
+bool Descriptor::write(QByteArrayView bytes) const
+{
+    while (!bytes.isEmpty()) {
+        const ssize_t count = ::write(number, bytes.data(), size_t(bytes.size()));
+        if (count < 0 && errno != EINTR)
+            return false;
+        bytes = bytes.sliced(count > 0 ? count : 0);
+    }
+    return true;
+}
+
 bool Descriptor::close()
 {
     if (number < 0)

@@ -59,19 +59,6 @@ void removeLeftovers(const QString &folderName, const QByteArray &prefix)
     }
 }
 
-bool writeAll(int descriptor, const QByteArray &content)
-{
-    qsizetype written = 0;
-    while (written < content.size()) {
-        const ssize_t count =
-            ::write(descriptor, content.constData() + written, size_t(content.size() - written));
-        if (count < 0 && errno != EINTR)
-            return false;
-        written += qMax<ssize_t>(count, 0);
-    }
-    return true;
-}
-
 // Locks the new file and tells whether it is still there: another process may have taken it for a
 // leftover between its creation and the lock.
 bool claim(int descriptor)
@@ -109,7 +96,7 @@ bool replace(const QByteArray &target, const QByteArray &temporary, const QByteA
         errno = EAGAIN;
         return false;
     }
-    const bool done = writeAll(file.get(), content) && keepOwnerAndMode(file.get(), target)
+    const bool done = file.write(content) && keepOwnerAndMode(file.get(), target)
         && ::fsync(file.get()) == 0 && ::rename(temporary.constData(), target.constData()) == 0;
     if (!done) {
         const int reason = errno;

@@ -73,15 +73,8 @@ Descriptor inMemory(const QByteArray &bytes)
     static std::atomic<time_t> second = 0;
     Descriptor memory(::memfd_create("settings", MFD_CLOEXEC));
     const timespec times[] = {{0, UTIME_OMIT}, {++second, 0}};
-    qsizetype written = 0;
-    while (memory && written < bytes.size()) {
-        const ssize_t count =
-            ::write(memory.get(), bytes.constData() + written, size_t(bytes.size() - written));
-        if (count < 0 && errno != EINTR)
-            return Descriptor();
-        written += qMax<ssize_t>(count, 0);
-    }
-    return ::futimens(memory.get(), times) == 0 ? std::move(memory) : Descriptor();
+    const bool isDone = memory && memory.write(bytes) && ::futimens(memory.get(), times) == 0;
+    return isDone ? std::move(memory) : Descriptor();
 }
 
 Status put(const QString &fileName, const QByteArray &content)

@@ -149,8 +149,10 @@ private Q_SLOTS:
     void runsDry();
     void refreshes();
     void refreshesWithoutATrace();
+    void saysWhatItCannotRefresh();
     void refusesASecondRun();
     void refusesADryRunWhileItRuns();
+    void refusesARunWhileItLooks();
     void cancels();
     void tellsTheMonitor();
     void endsWhenItsDesignIsClosed();
@@ -647,6 +649,23 @@ void tst_BuildConfiguration::refreshesWithoutATrace()
     QVERIFY(!design->isModified());
 }
 
+void tst_BuildConfiguration::saysWhatItCannotRefresh()
+{
+    BuildConfiguration *main = open(copyStep);
+    QVERIFY(main);
+    const QString theirs = inDesign(u"build/Main/build.ninja"_s);
+    SessionFixture::write(theirs, "rule theirs\n");
+    main->refresh();
+    QCOMPARE(
+        session->takeLog(),
+        QStringList({u"Error: \"%1\" is not a file of Morvalen's; choose another target path"_s.arg(
+            theirs)}));
+    QCOMPARE(SessionFixture::read(theirs), QByteArray("rule theirs\n"));
+    QCOMPARE(main->outdatedStepNames(), QStringList());
+    QCOMPARE(main->runState(), BuildConfiguration::Idle);
+    QVERIFY(!main->run(true, true));
+}
+
 void tst_BuildConfiguration::refusesASecondRun()
 {
     BuildConfiguration *main = open(waitingStep);
@@ -681,6 +700,28 @@ void tst_BuildConfiguration::refusesADryRunWhileItRuns()
     QCOMPARE(main->runState(), BuildConfiguration::Cancelled);
     QCOMPARE(session->takeLog().filter(u"already"_s),
              QStringList({u"Error: %1 is running already"_s.arg(title)}));
+}
+
+void tst_BuildConfiguration::refusesARunWhileItLooks()
+{
+    BuildConfiguration *main = open(copyStep);
+    QVERIFY(main && main->run(true, false));
+    session->takeLog();
+    int refused = 0;
+    QTimer::singleShot(0, main, [&] {
+        refused += !main->run(true, false);
+        refused += !main->run(true, true);
+        main->refresh();
+    });
+    main->refresh();
+    QCOMPARE(refused, 2);
+    const QString busy = u"Error: %1 is running already"_s.arg(title);
+    QCOMPARE(session->takeLog(),
+             QStringList({busy, busy, u"Info: %1 has 0 outdated of 1 steps"_s.arg(title)}));
+    QTimer::singleShot(
+        0, main, [this] { SessionFixture::manager()->closeDesign(design->id(u"."_s), false); });
+    main->refresh();
+    QCOMPARE(SessionFixture::manager()->openDesignIds(), QStringList());
 }
 
 void tst_BuildConfiguration::cancels()

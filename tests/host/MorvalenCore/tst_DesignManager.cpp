@@ -486,7 +486,7 @@ void tst_DesignManager::keepsADesignOpenThatCannotBeSavedAnywhere()
     QVERIFY(!session->manager()->closeDesign(idOf(design), false));
     QCOMPARE(session->takeLog().last(),
              u"Error: The changes of the design \"a\" cannot be saved: The folder \"%1\" cannot "
-             "be made"_s.arg(session->path(u"session/Backups"_s)));
+             "be made: File exists"_s.arg(session->path(u"session/Backups"_s)));
     QCOMPARE(session->manager()->openDesignIds(), QStringList {u"local.global.a.1.0"_s});
     QVERIFY(design->isModified());
     // What goes with its folder need not be saved.

@@ -193,7 +193,7 @@ void tst_Structures::saysThatTheSettingsCannotBeUsed()
     QCOMPARE(structures()
                  ->trySetDefaultStructureNameForDesignType(u"Custom Design"_s, u"Hardware"_s)
                  .text(),
-             u"The settings file \"%1\" cannot be written"_s.arg(file));
+             u"The settings file \"%1\" cannot be read: it is a folder"_s.arg(file));
     QCOMPARE(session->takeLog(),
              QStringList {
                  u"Error: The settings file \"%1\" cannot be read: it is a folder"_s.arg(file)});

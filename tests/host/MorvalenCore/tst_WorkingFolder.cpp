@@ -118,7 +118,7 @@ void tst_WorkingFolder::refuses_data()
     QTest::newRow("work-refused-4 a link to an empty folder")
         << u"link"_s << u"The folder \"IN/link\" cannot be made: File exists"_s;
     QTest::newRow("work-refused-5 below a file")
-        << u"full/file/work"_s << u"The folder \"IN/full/file\" cannot be made"_s;
+        << u"full/file/work"_s << u"The folder \"IN/full/file\" cannot be made: File exists"_s;
     QTest::newRow("work-refused-6 a name that is too long")
         << QString(300, u'x')
         << u"The folder \"IN/%1\" cannot be made: File name too long"_s.arg(QString(300, u'x'));

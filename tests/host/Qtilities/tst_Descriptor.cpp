@@ -10,6 +10,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <thread>
+
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::Descriptor;
 
@@ -30,6 +32,8 @@ private Q_SLOTS:
     void saysWhyItIsNotOpen();
     void isNotInherited();
     void closesOnce();
+    void writesAll();
+    void saysWhyItCannotWrite();
 
 private:
     QByteArray path(const QString &name) const { return QFile::encodeName(folder.filePath(name)); }
@@ -103,6 +107,37 @@ void tst_Descriptor::closesOnce()
     Descriptor stale(number);
     QVERIFY(!stale.close());
     QCOMPARE(errno, EBADF);
+}
+
+// A pipe takes less at once than it is given.
+void tst_Descriptor::writesAll()
+{
+    int ends[2] = {-1, -1};
+    QCOMPARE(::pipe(ends), 0);
+    Descriptor in(ends[1]);
+    const QByteArray bytes(300'000, 'x');
+    QByteArray out;
+    std::thread reader([&out, end = ends[0]] {
+        char piece[1000];
+        for (ssize_t count = 1; count > 0;) {
+            count = ::read(end, piece, sizeof(piece));
+            out.append(piece, qMax<ssize_t>(count, 0));
+        }
+        ::close(end);
+    });
+    const bool isWritten = in.write(bytes) && in.write({});
+    in.close();
+    reader.join();
+    QVERIFY(isWritten);
+    QCOMPARE(out, bytes);
+}
+
+void tst_Descriptor::saysWhyItCannotWrite()
+{
+    const Descriptor full = Descriptor::open("/dev/full", O_WRONLY);
+    QVERIFY(!full.write("x"));
+    QCOMPARE(errno, ENOSPC);
+    QVERIFY(full.write({}));
 }
 
 GUILESS_TEST_CLASS(tst_Descriptor)

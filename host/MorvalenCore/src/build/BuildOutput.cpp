@@ -5,12 +5,12 @@
 #include <Qtilities/regularfile.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::Descriptor;
 using Qtilities::Core::Result;
-using Qtilities::Core::Status;
 using Qtilities::Logging::Logger;
 
 namespace MorvalenCore {
@@ -40,7 +40,7 @@ void BuildOutput::finish()
         listener->line(type, shownText(line));
     kept.clear();
     for (OpenFile &log : files)
-        log.file.close();
+        closeFile(log);
 }
 
 void BuildOutput::readOutput(const QByteArray &line)
@@ -130,26 +130,44 @@ void BuildOutput::writeToFile(const QByteArray &line)
 {
     if (!current || !current->isGood)
         return;
-    QFile &file = current->file;
-    Status status = file.isOpen() ? Status() : openFile(*current);
-    if (status.isOk() && file.write(line + '\n') != line.size() + 1)
-        status = Status::io(file.errorString());
-    current->isGood = status.isOk();
-    if (!status.isOk())
-        listener->line(
-            Logger::Warning,
-            u"The output cannot be written to \"%1\": %2"_s.arg(current->path, status.text()));
+    if (!current->file)
+        openFile(*current);
+    current->unwritten += line + '\n';
+    if (current->unwritten.size() >= mostUnwritten)
+        flush(*current);
 }
 
 // The steps that have run may have put anything there.
-Status BuildOutput::openFile(OpenFile &log)
+void BuildOutput::openFile(OpenFile &log)
 {
     Result<Descriptor> made = Qtilities::Core::makeRegularFile(log.path);
-    if (!made.isOk())
-        return made.status();
-    const bool opened =
-        log.file.open(made.value().release(), QIODevice::WriteOnly, QFileDevice::AutoCloseHandle);
-    return opened ? Status() : Status::io(log.file.errorString());
+    if (made.isOk())
+        log.file = std::move(made).value();
+    else
+        giveUp(log, made.status().text());
+}
+
+void BuildOutput::flush(OpenFile &log)
+{
+    if (log.isGood && !log.file.write(log.unwritten))
+        giveUp(log, qt_error_string(errno));
+    log.unwritten.clear();
+}
+
+void BuildOutput::closeFile(OpenFile &log)
+{
+    if (!log.file)
+        return;
+    flush(log);
+    if (!log.file.close() && log.isGood)
+        giveUp(log, qt_error_string(errno));
+}
+
+void BuildOutput::giveUp(OpenFile &log, const QString &reason)
+{
+    log.isGood = false;
+    listener->line(Logger::Warning,
+                   u"The output cannot be written to \"%1\": %2"_s.arg(log.path, reason));
 }
 
 } // namespace MorvalenCore

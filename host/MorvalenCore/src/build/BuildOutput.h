@@ -3,10 +3,10 @@
 #include "build/BuildPlan.h"
 #include "build/LineReader.h"
 
+#include <Qtilities/Descriptor.h>
 #include <Qtilities/Logger.h>
-#include <Qtilities/Status.h>
 
-#include <QFile>
+#include <QHash>
 
 #include <deque>
 
@@ -36,6 +36,7 @@ public:
     // In bytes.
     static constexpr qint64 mostLogged = 2 << 20;
     static constexpr qsizetype mostKept = 32 << 10;
+    static constexpr qsizetype mostUnwritten = 16 << 10;
 
     // A file that takes lines: it is begun with the first one, replacing that of an earlier run.
     struct LogFile
@@ -71,7 +72,10 @@ private:
     void writeToFile(const QByteArray &line);
     void chooseFile(int step);
     struct OpenFile;
-    static Qtilities::Core::Status openFile(OpenFile &log);
+    void openFile(OpenFile &log);
+    void flush(OpenFile &log);
+    void closeFile(OpenFile &log);
+    void giveUp(OpenFile &log, const QString &reason);
 
     const BuildPlan &plan;
     QByteArray prefix;
@@ -90,7 +94,8 @@ private:
         explicit OpenFile(const LogFile &log) : firstStep(log.firstStep), path(log.path) { }
         int firstStep;
         QString path;
-        QFile file {};
+        Qtilities::Core::Descriptor file {};
+        QByteArray unwritten {};
         bool isGood = true;
     };
     std::deque<OpenFile> files;

@@ -4,11 +4,10 @@
 #include "build/StepStatements.h"
 
 #include <Qtilities/atomicfile.h>
+#include <Qtilities/makefolder.h>
 #include <Qtilities/regularfile.h>
 
 #include <QDir>
-
-#include <cerrno>
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::Result;
@@ -41,10 +40,8 @@ QString NinjaFile::stepsPath() const { return folder + u"/steps.ninja"_s; }
 
 Status NinjaFile::makeFolder() const
 {
-    if (!QDir().mkpath(folder))
-        return Status::io(
-            u"The target path \"%1\" cannot be made: %2"_s.arg(folder, qt_error_string(errno)));
-    return {};
+    const Status made = Qtilities::Core::makeFolder(folder);
+    return made.withText(u"The target path \"%1\" cannot be made: %2"_s.arg(folder, made.text()));
 }
 
 bool NinjaFile::liesIn(const QString &folder)

@@ -64,9 +64,10 @@ Result<QList<MadeOutput>> OutputRecord::read() const
 Status OutputRecord::write(const QList<MadeOutput> &outputs) const
 {
     if (outputs.isEmpty()) {
-        if (QFile::remove(path()) || !QFile::exists(path()))
+        QFile record(path());
+        if (record.remove() || !record.exists())
             return {};
-        return Status::io(u"Cannot remove \"%1\""_s.arg(path()));
+        return Status::io(u"Cannot remove \"%1\": %2"_s.arg(path(), record.errorString()));
     }
     QJsonArray list;
     for (const MadeOutput &output : outputs)

@@ -15,6 +15,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::Descriptor;
+using Qtilities::Core::Result;
 using Qtilities::Core::Status;
 
 namespace MorvalenCore {
@@ -54,22 +55,24 @@ Status failed(const QString &path)
     return Status::io(u"Cannot write \"%1\": %2"_s.arg(path, qt_error_string(errno)));
 }
 
+// Empty when there is none yet.
+Result<QByteArray> contentOf(const QString &path)
+{
+    const Result<QByteArray> content = Qtilities::Core::readRegularFile(path);
+    if (content.isOk())
+        return content;
+    if (content.status().kind() == Status::Kind::NotFound)
+        return QByteArray();
+    return content.status().withText(
+        u"Cannot read \"%1\": %2"_s.arg(path, content.status().text()));
+}
+
 // Ninja does not wait for the disk either: what is lost with the machine is made again.
 Status write(const QString &path, const QByteArray &text, int flags)
 {
     Descriptor file =
         Descriptor::open(QFile::encodeName(path), O_WRONLY | O_CREAT | O_NOFOLLOW | flags, 0666);
-    qsizetype done = 0;
-    while (file && done < text.size()) {
-        const ssize_t count =
-            ::write(file.get(), text.constData() + done, size_t(text.size() - done));
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            return failed(path);
-        done += count;
-    }
-    return file && file.close() ? Status() : failed(path);
+    return file && file.write(text) && file.close() ? Status() : failed(path);
 }
 
 } // namespace
@@ -98,14 +101,15 @@ Status SharedLog::replace(const Own &log, const QByteArray &text)
         return Status::conflict(
             u"Another folder has taken the place of \"%1\""_s.arg(QFileInfo(log.path).path()));
     const QString fresh = log.path + u".morvalen"_s;
-    const Status written = write(fresh, text, O_TRUNC);
-    if (!written.isOk())
-        return written;
-    return std::rename(QFile::encodeName(fresh).constData(),
+    Status done = write(fresh, text, O_TRUNC);
+    if (done.isOk()
+        && std::rename(QFile::encodeName(fresh).constData(),
                        QFile::encodeName(log.path).constData())
-            == 0
-        ? Status()
-        : failed(log.path);
+            != 0)
+        done = failed(log.path);
+    if (!done.isOk())
+        QFile::remove(fresh);
+    return done;
 }
 
 // A log of an older version is one that Ninja would not take either.
@@ -114,7 +118,10 @@ Status SharedLog::gather()
     int newest = 0;
     for (Own &log : logs) {
         log.place = QFileInfo(QFileInfo(log.path).path()).canonicalFilePath();
-        log.before = Qtilities::Core::readRegularFile(log.path).valueOr({});
+        const Result<QByteArray> before = contentOf(log.path);
+        if (!before.isOk())
+            return before.status();
+        log.before = before.value();
         log.isCutOff = !log.before.isEmpty() && !log.before.endsWith('\n');
         if (const QByteArray line = firstLineOf(log.before); numberOf(line) > newest) {
             version = line;
@@ -153,7 +160,10 @@ Status SharedLog::giveBack()
 {
     if (!isInPlace(logs.front()))
         return replace(logs.front(), {});
-    const QByteArray shared = Qtilities::Core::readRegularFile(logs.front().path).valueOr({});
+    const Result<QByteArray> content = contentOf(logs.front().path);
+    if (!content.isOk())
+        return content.status();
+    const QByteArray &shared = content.value();
     // Later lines count.
     QHash<QByteArray, QByteArray> entries;
     QByteArray ownOfFirst;

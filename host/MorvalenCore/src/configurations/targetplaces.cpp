@@ -71,7 +71,7 @@ void allowTargetPath(const QString &targetPath, const QString &workingFolder)
     if (all.contains(allowed))
         return;
     all.append(allowed);
-    if (!writeSettings(SettingKeys::targetFolders, all))
+    if (!writeSettings(SettingKeys::targetFolders, all).isOk())
         logWarning(u"The settings file \"%1\" cannot be written"_s.arg(sessionSettingsFile()));
 }
 

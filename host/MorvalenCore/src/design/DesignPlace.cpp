@@ -4,7 +4,8 @@
 #include "items/DesignState.h"
 #include "structures/structures.h"
 
-#include <QDir>
+#include <Qtilities/makefolder.h>
+
 #include <QFileInfo>
 
 using namespace Qt::Literals::StringLiterals;
@@ -75,8 +76,8 @@ Status DesignPlace::restoreFolders() const
             folders.append(state.folder() + u'/' + name);
     }
     for (const QString &path : folders) {
-        if (!QDir().mkpath(path))
-            return Status::io(u"The folder \"%1\" cannot be made"_s.arg(path));
+        if (const Status made = Qtilities::Core::makeFolder(path); !made.isOk())
+            return made.withText(u"The folder \"%1\" cannot be made: %2"_s.arg(path, made.text()));
     }
     return {};
 }

@@ -4,10 +4,10 @@
 #include "session/sessionsettings.h"
 
 #include <Qtilities/atomicfile.h>
+#include <Qtilities/makefolder.h>
 
 #include <QCoreApplication>
 #include <QDateTime>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -48,8 +48,8 @@ QString newFile(const QString &folder, const QString &name)
 Result<QString> backUp(Design &design)
 {
     const QString folder = sessionFolder(u"Backups"_s);
-    if (!QDir().mkpath(folder))
-        return Status::io(u"The folder \"%1\" cannot be made"_s.arg(folder));
+    if (const Status made = Qtilities::Core::makeFolder(folder); !made.isOk())
+        return made.withText(u"The folder \"%1\" cannot be made: %2"_s.arg(folder, made.text()));
     Qtilities::Core::removeUnfinishedFiles(folder);
     const QString path = newFile(folder, fileNameOf(design.name()));
     const Status written = design.saveCopy(path);

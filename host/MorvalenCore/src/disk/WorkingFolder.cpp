@@ -2,6 +2,7 @@
 
 #include "disk/removal.h"
 
+#include <Qtilities/makefolder.h>
 #include <Qtilities/statuslog.h>
 
 #include <QDir>
@@ -43,8 +44,9 @@ WorkingFolder::~WorkingFolder()
 Status WorkingFolder::make(const QString &path, const QStringList &folders)
 {
     const QFileInfo info(path);
-    if (!QDir().mkpath(info.path()))
-        return Status::io(u"The folder \"%1\" cannot be made"_s.arg(info.path()));
+    if (const Status above = Qtilities::Core::makeFolder(info.path()); !above.isOk())
+        return above.withText(
+            u"The folder \"%1\" cannot be made: %2"_s.arg(info.path(), above.text()));
     // Without links on the way, as the deletion guard wants it.
     place = QFileInfo(info.path()).canonicalFilePath() + u'/' + info.fileName();
     if (const Status status = makeFolder(place); !status.isOk()) {

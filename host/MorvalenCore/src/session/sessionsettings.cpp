@@ -26,24 +26,28 @@ class SessionSettings : public SettingsFile
 public:
     SessionSettings() { logOnce(status()); }
 
-    bool isWritten() { return logOnce(write()); }
+    Status writeAndLog()
+    {
+        const Status written = write();
+        logOnce(written);
+        return written.isOk() ? Status() : written;
+    }
 
 private:
-    static bool logOnce(const Status &status)
+    static void logOnce(const Status &status)
     {
         static QString lastFailure;
         if (status.isOk() || status.text() != lastFailure)
             logStatus(status);
         lastFailure = status.text();
-        return status.isOk();
     }
 };
 
-bool write(const QString &key, const QVariant &value)
+Status write(const QString &key, const QVariant &value)
 {
     SessionSettings settings;
     settings.set(key, value);
-    return settings.isWritten();
+    return settings.writeAndLog();
 }
 
 QVariant read(const QString &key)
@@ -65,7 +69,7 @@ QString sessionSettingsFile()
     if (!SessionSettings().status().isOk() || QFileInfo::exists(file))
         return file;
     if (!QDir().mkpath(QFileInfo(file).path())
-        || !write(SettingKeys::vendor, SettingKeys::firstVendor))
+        || !write(SettingKeys::vendor, SettingKeys::firstVendor).isOk())
         logWarning(u"The settings file \"%1\" cannot be written"_s.arg(file));
     return file;
 }
@@ -74,13 +78,13 @@ QString readSetting(const QString &key) { return read(key).toString(); }
 
 QStringList readSettings(const QString &key) { return read(key).toStringList(); }
 
-bool writeSetting(const QString &key, const QString &value)
+Status writeSetting(const QString &key, const QString &value)
 {
     sessionSettingsFile();
     return write(key, value);
 }
 
-bool writeSettings(const QString &key, const QStringList &values)
+Status writeSettings(const QString &key, const QStringList &values)
 {
     sessionSettingsFile();
     return write(key, values);

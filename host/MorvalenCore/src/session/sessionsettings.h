@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Qtilities/Status.h>
+
 #include <QString>
 #include <QStringList>
 
@@ -11,11 +13,11 @@ QString sessionSettingsFile();
 // The path of a folder of the session, absolute; it need not be there.
 QString sessionFolder(const QString &name);
 
-// Read and write one value in the session's settings, or a list of values. Writing is false when
-// the file could not be written.
+// Read and write one value in the session's settings, or a list of values. The log has said why
+// nothing was read or written.
 QString readSetting(const QString &key);
-bool writeSetting(const QString &key, const QString &value);
+Qtilities::Core::Status writeSetting(const QString &key, const QString &value);
 QStringList readSettings(const QString &key);
-bool writeSettings(const QString &key, const QStringList &values);
+Qtilities::Core::Status writeSettings(const QString &key, const QStringList &values);
 
 } // namespace MorvalenCore

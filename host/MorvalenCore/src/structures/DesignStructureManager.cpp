@@ -5,9 +5,8 @@
 #include "structures/StandardStructureManager.h"
 
 #include <MorvalenCore/DesignManager.h>
+#include <Qtilities/makefolder.h>
 #include <Qtilities/Replaceable.h>
-
-#include <QDir>
 
 using Qtilities::Core::Status;
 
@@ -69,8 +68,9 @@ QString DesignStructureManager::activeDesignRepositoryPathForStructure(const QSt
     QString path = DesignManager::instance()->path(DesignManager::DesignsPath);
     if (path.isEmpty())
         path = sessionFolder(QStringLiteral("Designs"));
-    if (create && !QDir().mkpath(path))
-        logError(QStringLiteral("The folder \"%1\" cannot be made").arg(path));
+    const Status made = create ? Qtilities::Core::makeFolder(path) : Status();
+    if (!made.isOk())
+        logError(QStringLiteral("The folder \"%1\" cannot be made: %2").arg(path, made.text()));
     return path;
 }
 

@@ -64,11 +64,7 @@ StandardStructureManager::trySetDefaultStructureNameForDesignType(const QString 
         return Status::notFound(u"There is no design type \"%1\""_s.arg(designType));
     if (!findDesignStructure(structureName))
         return Status::notFound(u"There is no design structure \"%1\""_s.arg(structureName));
-    if (!writeSetting(settingsGroup + u'/' + designType, structureName)) {
-        return Status::io(
-            u"The settings file \"%1\" cannot be written"_s.arg(sessionSettingsFile()));
-    }
-    return {};
+    return writeSetting(settingsGroup + u'/' + designType, structureName);
 }
 
 } // namespace MorvalenCore

@@ -3,6 +3,7 @@
 #include <Qtilities/QtilitiesExport.h>
 
 #include <QByteArray>
+#include <QByteArrayView>
 
 #include <utility>
 
@@ -31,6 +32,9 @@ public:
     explicit operator bool() const { return number >= 0; }
     int get() const { return number; }
     int release() { return std::exchange(number, -1); }
+
+    // All of it. False, with errno set, when some of it may not be there.
+    bool write(QByteArrayView bytes) const;
 
     // False, with errno set, when something that was written may not be there. errno stays as it
     // is otherwise.
