@@ -1,5 +1,7 @@
 #include "interp/Pacemaker.h"
 
+#include "interp/ErrorWatch.h"
+
 #include <chrono>
 #include <cstdint>
 
@@ -16,6 +18,9 @@ constexpr int beatsBeforeSleep = 20;
 // A beat that came just behind the begin of an evaluation is made up for so soon, in milliseconds.
 constexpr int secondLook = Pacemaker::beatInterval / 2;
 
+// Errors are caught soon after; in milliseconds.
+constexpr int longestError = 20;
+
 qint64 now()
 {
     using namespace std::chrono;
@@ -24,8 +29,9 @@ qint64 now()
 
 } // namespace
 
-Pacemaker::Pacemaker(Tcl_AsyncHandler asyncHandler)
+Pacemaker::Pacemaker(Tcl_AsyncHandler asyncHandler, ErrorWatch &errorWatch)
     : handler(asyncHandler),
+      errors(errorWatch),
       alarm(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
       thread([this] { run(); })
 {
@@ -98,7 +104,15 @@ void Pacemaker::beat()
     numberBefore = current;
     if (ending || wasNew || depth == 0 || waiting || marked.exchange(true))
         return;
-    Tcl_AsyncMark(handler);
+    mark();
+}
+
+void Pacemaker::mark()
+{
+    if (errors.mark(handler))
+        return;
+    sleep(longestError);
+    errors.insist();
 }
 
 void Pacemaker::wake() const

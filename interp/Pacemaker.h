@@ -7,6 +7,8 @@
 
 #include <tcl.h>
 
+class ErrorWatch;
+
 // Marks an asynchronous handler of Tcl's from a thread of its own, every beatInterval or as much
 // later as it is asked to rest, while the interpreter is at work; so that nothing is polled in the
 // loops of scripts. Asleep while nothing runs.
@@ -16,8 +18,8 @@ public:
     // In milliseconds.
     static constexpr int beatInterval = 50;
 
-    // The handler is the caller's, and outlives this.
-    explicit Pacemaker(Tcl_AsyncHandler handler);
+    // The handler and the watch are the caller's, and outlive this.
+    Pacemaker(Tcl_AsyncHandler asyncHandler, ErrorWatch &errorWatch);
     ~Pacemaker();
     Pacemaker(const Pacemaker &) = delete;
     Pacemaker &operator=(const Pacemaker &) = delete;
@@ -38,7 +40,10 @@ private:
     void wake() const;
     bool sleep(int milliseconds) const;
 
+    void mark();
+
     const Tcl_AsyncHandler handler;
+    ErrorWatch &errors;
     const int alarm; // an eventfd
     std::atomic_int depth = 0; // of evaluations
     std::atomic_uint number = 0; // of the outermost one

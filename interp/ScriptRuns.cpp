@@ -2,6 +2,7 @@
 
 #include "interp/asyncplace.h"
 #include "interp/cancellation.h"
+#include "interp/ErrorWatch.h"
 #include "interp/Pacemaker.h"
 
 #include <QSocketNotifier>
@@ -38,16 +39,19 @@ ScriptRuns::ScriptRuns(Tcl_Interp *watched, Pass livePass)
     : interp(watched),
       pass(std::move(livePass)),
       handler(Tcl_AsyncCreate(serve, this)),
-      pacemaker(std::make_unique<Pacemaker>(handler))
+      errors(std::make_unique<ErrorWatch>()),
+      pacemaker(std::make_unique<Pacemaker>(handler, *errors))
 {
     theInstance = this;
     asyncplace::learn(interp);
+    errors->watch(interp);
 }
 
 ScriptRuns::~ScriptRuns()
 {
     theInstance = nullptr;
     pacemaker.reset();
+    errors.reset();
     Tcl_AsyncDelete(handler);
 }
 
@@ -113,8 +117,11 @@ void ScriptRuns::tellOfEnd()
 int ScriptRuns::serve(ClientData self, Tcl_Interp *current, int code)
 {
     auto *const runs = static_cast<ScriptRuns *>(self);
-    // The next beat marks again.
+    runs->errors->forget();
+    // The next beat marks again, and this interpreter will be watched.
     if (code == TCL_ERROR && asyncplace::isCaughtError(code, asyncplace::ofQuestion())) {
+        if (current)
+            runs->errors->watch(current);
         runs->pacemaker->served(0);
         return asyncplace::caughtError;
     }

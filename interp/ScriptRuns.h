@@ -10,6 +10,7 @@
 
 #include <tcl.h>
 
+class ErrorWatch;
 class Pacemaker;
 QT_BEGIN_NAMESPACE
 class QSocketNotifier;
@@ -90,6 +91,7 @@ private:
     Tcl_Interp *const interp;
     const Pass pass;
     Tcl_AsyncHandler handler;
+    std::unique_ptr<ErrorWatch> errors;
     std::unique_ptr<Pacemaker> pacemaker;
     std::unique_ptr<QSocketNotifier> stopInput;
     static int blockers;

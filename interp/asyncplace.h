@@ -20,7 +20,8 @@ void *ofQuestion();
 // already.
 bool isCaughtError(int code, const void *place);
 
-// What such a handler returns instead: neither an error nor success. "catch" answers it.
+// What such a handler returns instead: neither an error nor success. "catch" answers it. ErrorWatch
+// sees to it that this is hardly ever needed.
 constexpr int caughtError = 5;
 
 } // namespace asyncplace

@@ -58,9 +58,9 @@ void tst_JournalFaults::writesLaterWhatItCouldNot()
     if (!isFirst)
         journal->remark(u"before"_s);
     QStringList said;
-    const auto connection = connect(
-        Logger::instance(), &Logger::messageLogged, this,
-        [&said](const QString &, auto, const QString &text) { said.append(text); });
+    const auto connection =
+        connect(Logger::instance(), &Logger::messageLogged, this,
+                [&said](const QString &, auto, const QString &text) { said.append(text); });
     arm(QFile::encodeName(place).constData(), fault);
     journal->remark(u"one"_s);
     journal->remark(u"two"_s);

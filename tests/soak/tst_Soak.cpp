@@ -3,6 +3,7 @@
 //
 // MORVALEN_SOAK_SECONDS=N goes on for that time instead of a few rounds.
 
+#include "app/journal/CommandJournal.h"
 #include "app/MainWindow.h"
 #include "console/QtclConsole.h"
 #include "tests/reentrancy/buildingcomponent.h"
@@ -69,6 +70,8 @@ void tst_Soak::round(int number)
     QCoreApplication::processEvents();
     run(u"foreach id [designs list] {designs close $id true}"_s);
     run(u"project new; project save {%1}; project close"_s.arg(story->path(u"p.mvproject"_s)));
+    // What the journal and the log keep is meant to grow.
+    CommandJournal::instance()->clear();
     story->console().reset(QString());
     QDir(story->path(u"built"_s)).removeRecursively();
 }
