@@ -42,23 +42,33 @@ QStringList idsOf(const Call &call)
     return ids;
 }
 
-// The builds that the call asks for; all of them are there.
+// One design, or none at all, has the configuration of a name, or any.
+Status noneHas(const QString &sentence, const std::optional<QString> &name)
+{
+    return Status::notFound(name ? sentence + u" \"%1\""_s.arg(*name) : sentence);
+}
+
+// The builds that the call asks for; all of them are there. Of all designs those are meant that
+// have something to build.
 Result<QList<Job>> jobsOf(const Call &call)
 {
     QList<Job> jobs;
-    for (const QString &id : idsOf(call)) {
+    const QStringList named = call.argumentsFrom(0);
+    const QStringList ids = idsOf(call);
+    const auto name = call.text("-configuration");
+    for (const QString &id : ids) {
         const Result<IDesign *> design = findDesign(id);
         if (!design.isOk())
             return design.status();
-        const auto name = call.text("-configuration");
         BuildConfiguration *configuration = name ? design.value()->buildConfiguration(*name)
                                                  : design.value()->activeBuildConfiguration();
-        if (!configuration)
-            return Status::notFound(
-                name ? u"The design \"%1\" has no build configuration \"%2\""_s.arg(id, *name)
-                     : u"The design \"%1\" has no build configuration"_s.arg(id));
-        jobs.append({id, configuration});
+        if (configuration)
+            jobs.append({id, configuration});
+        else if (!call.has("-all") || named.contains(id))
+            return noneHas(u"The design \"%1\" has no build configuration"_s.arg(id), name);
     }
+    if (jobs.isEmpty() && !ids.isEmpty())
+        return noneHas(u"No open design has a build configuration"_s, name);
     return jobs;
 }
 

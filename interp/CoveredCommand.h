@@ -2,7 +2,8 @@
 
 #include <tcl.h>
 
-// A command of Tcl's own that another procedure stands before, and calls where it has nothing to add.
+// A command of Tcl's own that another procedure stands before, and calls where it has nothing to
+// add.
 class CoveredCommand
 {
 public:

@@ -49,8 +49,8 @@ bool WaitingChannel::isStream(Tcl_Channel channel)
         return *known;
     struct stat status = {};
     const bool is = channel != Tcl_GetStdChannel(TCL_STDIN)
-                    && ::fstat(descriptor(channel), &status) == 0
-                    && (S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode));
+        && ::fstat(descriptor(channel), &status) == 0
+        && (S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode));
     streams().insert(channel, is);
     Tcl_CreateCloseHandler(channel, forget, channel);
     return is;
@@ -63,7 +63,7 @@ bool WaitingChannel::isOne(Tcl_Channel channel)
     Tcl_DString blocking;
     Tcl_DStringInit(&blocking);
     const bool blocks = Tcl_GetChannelOption(nullptr, channel, "-blocking", &blocking) == TCL_OK
-                        && Tcl_DStringValue(&blocking)[0] == '1';
+        && Tcl_DStringValue(&blocking)[0] == '1';
     Tcl_DStringFree(&blocking);
     return blocks;
 }

@@ -32,8 +32,9 @@ Tcl_Channel waitingChannel(Tcl_Interp *interp, Tcl_Obj *name)
 int tellFailure(Tcl_Interp *interp, Tcl_Obj *name, int error)
 {
     Tcl_SetErrno(error);
-    Tcl_SetObjResult(interp, Tcl_ObjPrintf("error reading \"%s\": %s", Tcl_GetString(name),
-                                           Tcl_PosixError(interp)));
+    Tcl_SetObjResult(
+        interp,
+        Tcl_ObjPrintf("error reading \"%s\": %s", Tcl_GetString(name), Tcl_PosixError(interp)));
     return TCL_ERROR;
 }
 

@@ -73,6 +73,21 @@ private Q_SLOTS:
                 "morvalen build acme.global.one.1.0 acme.global.two.1.0",
                 "acme.global.one.1.0 Failed acme.global.two.1.0 Completed", "failed",
                 "configuration.run(true, false)", failsIn),
+            good("build-17 all that have something to build", "morvalen build -all",
+                 "acme.global.one.1.0 Completed acme.global.two.1.0 Completed"),
+            good("build-18 all that have it", "morvalen build -all -configuration lint",
+                 "acme.global.one.1.0 Idle acme.global.two.1.0 Idle"),
+            bad("build-19 one without any, named beside all",
+                "morvalen build -all acme.global.none.1.0",
+                "The design \"acme.global.none.1.0\" has no build configuration", "not_found"),
+            bad("build-20 one that none has", "morvalen build -all -configuration x",
+                "No open design has a build configuration \"x\"", "not_found"),
+            bad("build-21 none has any", "morvalen build -all",
+                "No open design has a build configuration", "not_found", {},
+                [](FakeHost &host) {
+                    for (FakeDesign *design : std::as_const(host.designs.open))
+                        design->configurationActive = nullptr;
+                }),
         });
     }
     void rows() { runRow(); }
