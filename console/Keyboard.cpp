@@ -111,6 +111,8 @@ void QConsole::Keyboard::performFeature(Action action)
     switch (action) {
     case Action::GoToLineStart:
         return zone->moveHome(QTextCursor::MoveAnchor);
+    case Action::SelectToLineStart:
+        return zone->moveHome(QTextCursor::KeepAnchor);
     case Action::GoUp:
         return moveCursor(QTextCursor::Up);
     case Action::GoDown:

@@ -23,9 +23,9 @@ public:
     // What a console can do beyond the rules above. A host switches on what it wants; the table of
     // docs/console.md says which keys that concerns.
     enum Feature {
-        // Up brings a command of several lines back as it was typed, and moves within it; Home
-        // stays in its line, and Shift+Return breaks one. Down behind the newest entry brings back
-        // what was typed before the walk began.
+        // Up brings a command of several lines back as it was typed, and moves within it; Home goes
+        // to the start of its line and no further, and Shift+Return breaks one. Down behind the
+        // newest entry brings back what was typed before the walk began.
         RecallAsTyped = 1,
         // Ctrl+R searches the history, Ctrl+F the text; Ctrl+L clears all but the prompt.
         SearchKeys = 2,

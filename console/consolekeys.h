@@ -19,6 +19,7 @@ enum class Action {
     ShowNewer,
     // Only with a feature that a host has switched on:
     GoToLineStart,
+    SelectToLineStart,
     GoUp,
     GoDown,
     BreakLine,

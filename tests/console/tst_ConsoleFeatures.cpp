@@ -122,6 +122,19 @@ private Q_SLOTS:
         QCOMPARE(console->history.last(), u"old"_s);
     }
 
+    void homeStaysInItsLine()
+    {
+        run(u"old"_s);
+        type(u"abc"_s);
+        press(Qt::Key_Home);
+        QVERIFY(console->picture().endsWith(u"> |abc"_s));
+        type(u"x"_s);
+        press(Qt::Key_End);
+        press(Qt::Key_Home, Qt::ShiftModifier);
+        QCOMPARE(console->textCursor().selectedText(), u"xabc"_s);
+        QCOMPARE(line(), u"xabc"_s);
+    }
+
     void theHalfTypedLineIsKept()
     {
         run(u"one"_s);

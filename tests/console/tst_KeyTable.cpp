@@ -100,6 +100,8 @@ void tst_KeyTable::features_data()
         Action::BreakLine);
     row("feature-recall-5 Return alone", Qt::Key_Return, none, QConsole::RecallAsTyped, Action::Run,
         Action::Run);
+    row("feature-recall-6", Qt::Key_Home, shift, QConsole::RecallAsTyped, Action::GoHome,
+        Action::SelectToLineStart);
     row("feature-indent-1", Qt::Key_Tab, none, QConsole::IndentingTab, Action::Complete,
         Action::Indent);
     row("feature-page-1", Qt::Key_PageUp, none, QConsole::ScrollingPages, Action::Type,
