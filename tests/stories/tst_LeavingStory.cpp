@@ -6,6 +6,7 @@
 #include "app/MainWindow.h"
 #include "console/QtclConsole.h"
 #include "tests/stories/DialogVisits.h"
+#include "tests/stories/JournalReplay.h"
 #include "tests/stories/Story.h"
 #include "tests/TestClass.h"
 
@@ -147,11 +148,15 @@ void tst_LeavingStory::aChangedDesign()
 {
     QFETCH(const QString, answer);
     QFETCH(const bool, closes);
+    JournalReplay::begin(story.get());
     makeDesign();
     DialogVisits visits({DialogVisits::answer(designQuestion, answer)});
     QCOMPARE(close(visits), closes);
     QCOMPARE(Story::read(component()).contains("late.v"), answer == u"Save and Close"_s);
     QCOMPARE(Story::activeDesign()->isModified(), !closes);
+    if (!closes)
+        story->type(u"design save"_s);
+    JournalReplay::compare(*story);
 }
 
 void tst_LeavingStory::closingADesignAsks_data() { aChangedDesign_data(); }
@@ -160,6 +165,7 @@ void tst_LeavingStory::closingADesignAsks()
 {
     QFETCH(const QString, answer);
     QFETCH(const bool, closes);
+    JournalReplay::begin(story.get());
     makeDesign();
     QVERIFY(story->entry('f', u"Close Design \"uart\""_s));
     story->closeMenus();
@@ -170,6 +176,9 @@ void tst_LeavingStory::closingADesignAsks()
     QCOMPARE(Story::read(component()).contains("late.v"), answer == u"Save and Close"_s);
     const QDir backups(story->session() + u"/Backups"_s);
     QVERIFY(backups.isEmpty());
+    if (!closes)
+        story->type(u"design save"_s);
+    JournalReplay::compare(*story);
 }
 
 void tst_LeavingStory::aDesignThatOnlyACommandHasChanged()
