@@ -7,7 +7,10 @@ namespace {
 constexpr int writes = TCL_GLOBAL_ONLY | TCL_TRACE_WRITES;
 
 // An error that has arrived has taken its message with it.
-bool isWithoutResult(Tcl_Interp *interp) { return *Tcl_GetString(Tcl_GetObjResult(interp)) == '\0'; }
+bool isWithoutResult(Tcl_Interp *interp)
+{
+    return *Tcl_GetString(Tcl_GetObjResult(interp)) == '\0';
+}
 
 } // namespace
 

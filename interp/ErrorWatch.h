@@ -5,10 +5,11 @@
 
 #include <tcl.h>
 
-// Knows when an error is on its way to the "catch" that takes it, so that no asynchronous handler is
-// marked meanwhile: where Tcl asks for one there it spoils the answer (asyncplace.h).
+// Knows when an error is on its way to the "catch" that takes it, so that no asynchronous handler
+// is marked meanwhile: where Tcl asks for one there it spoils the answer (asyncplace.h).
 //
-// Tcl writes ::errorInfo when an error sets out, where that variable has a trace, and ::errorCode and
+// Tcl writes ::errorInfo when an error sets out, where that variable has a trace, and ::errorCode
+// and
 // ::errorInfo, in this order, when it has arrived.
 class ErrorWatch
 {

@@ -76,6 +76,8 @@ private Q_SLOTS:
     void saysWhatItWaitsForWhenNodesAreDrained_data() { addWays(); }
     void saysWhatItWaitsForWhenNodesAreDrained();
     void spreadsDesignsOverAllocations();
+    void leavesNoJobWhenASpreadIsEnded_data();
+    void leavesNoJobWhenASpreadIsEnded();
 
 private:
     static void addWays();
@@ -88,6 +90,8 @@ private:
     // A design of these steps, and the settings.
     void prepare(const QByteArray &steps, const QByteArray &settings) const;
     void start(QProcess *process) const;
+    // Three designs, a to c, of one step each, that are to be spread. Results: the words of a run.
+    QStringList prepareSpread(const QByteArray &itsStep) const;
 
     std::unique_ptr<Program> program;
 };
@@ -243,24 +247,57 @@ void tst_Slurm::leavesNoJobWhenItIsEnded()
             "Warning: The build \"Main\" of design \"soft\" was cancelled\n"));
 }
 
-void tst_Slurm::spreadsDesignsOverAllocations()
+QStringList tst_Slurm::prepareSpread(const QByteArray &itsStep) const
 {
     program->write(u"session/settings.ini"_s, "[Builds]\nallocation=srun --quiet -N 1 -c 4\n");
     QString open;
     for (const QByteArray name : {"a", "b", "c"}) {
         const QString folder = QString::fromLatin1(name);
-        program->write(folder + u"/component.xml"_s,
-                       buildComponent(step("say", "echo $SLURM_JOB_ID &gt; $(OUTPUTS)", {}, "job"))
-                           .replace("<ipxact:name>soft", "<ipxact:name>" + name));
+        program->write(
+            folder + u"/component.xml"_s,
+            buildComponent(itsStep).replace("<ipxact:name>soft", "<ipxact:name>" + name));
         open += u"designs add {%1}; "_s.arg(program->path(folder + u"/component.xml"_s));
     }
-    const Ended ended = program->run({u"-c"_s, open + u"morvalen build -all -spread 2"_s});
+    return {u"-c"_s, open + u"morvalen build -all -spread 2"_s};
+}
+
+void tst_Slurm::spreadsDesignsOverAllocations()
+{
+    const Ended ended =
+        program->run(prepareSpread(step("say", "echo $SLURM_JOB_ID &gt; $(OUTPUTS)", {}, "job")));
     QCOMPARE(ended,
              (Ended {0, "v.l.a.1.0 Completed v.l.b.1.0 Completed v.l.c.1.0 Completed\n", ""}));
     QSet<QByteArray> allocations;
     for (const QString &name : {u"a"_s, u"b"_s, u"c"_s})
         allocations.insert(Program::read(program->path(name + u"/job"_s)));
     QCOMPARE(allocations.size(), 3);
+}
+
+void tst_Slurm::leavesNoJobWhenASpreadIsEnded_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::newRow("spread-1 interrupted") << SIGINT;
+    QTest::newRow("spread-2 killed") << SIGKILL;
+}
+
+void tst_Slurm::leavesNoJobWhenASpreadIsEnded()
+{
+    QFETCH(const int, number);
+    const QStringList all =
+        prepareSpread(step("wait", "echo $$ &gt; pid; sleep 1000; touch $(OUTPUTS)", {}, "o"));
+    QProcess process;
+    process.setProcessEnvironment(program->environment);
+    process.start(QStringLiteral(PROGRAM), QStringList {u"--session"_s, program->session} + all);
+    const QStringList begun {program->path(u"a/pid"_s), program->path(u"b/pid"_s)};
+    for (const QString &path : begun)
+        QTRY_VERIFY_WITH_TIMEOUT(!Program::read(path).isEmpty(), longTime);
+    QCOMPARE(jobs().count('\n'), 2);
+    QCOMPARE(::kill(pid_t(process.processId()), number), 0);
+    QVERIFY(process.waitForFinished(longTime));
+    QTRY_COMPARE_WITH_TIMEOUT(jobs(), QByteArray(), longTime);
+    for (const QString &path : begun)
+        QTRY_VERIFY_WITH_TIMEOUT(!isAlive(Program::read(path)), longTime);
+    QVERIFY(!QFile::exists(program->path(u"c/pid"_s)));
 }
 
 void tst_Slurm::saysWhatItWaitsForWhenNodesAreDrained()
