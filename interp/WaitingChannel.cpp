@@ -34,10 +34,12 @@ WaitingChannel::~WaitingChannel()
     Tcl_UnregisterChannel(nullptr, channel);
 }
 
+// A channel that has none keeps being asked as an error, which its next use tells.
 int WaitingChannel::descriptor(Tcl_Channel channel)
 {
     ClientData handle = nullptr;
-    if (Tcl_GetChannelHandle(channel, TCL_READABLE, &handle) != TCL_OK)
+    if (!Tcl_ChannelGetHandleProc(Tcl_GetChannelType(channel))
+        || Tcl_GetChannelHandle(channel, TCL_READABLE, &handle) != TCL_OK)
         return -1;
     return int(reinterpret_cast<std::intptr_t>(handle));
 }
@@ -58,7 +60,8 @@ bool WaitingChannel::isStream(Tcl_Channel channel)
 
 bool WaitingChannel::isOne(Tcl_Channel channel)
 {
-    if (!isStream(channel))
+    // What a transformation has read already, its descriptor does not tell.
+    if (Tcl_GetTopChannel(channel) != channel || !isStream(channel))
         return false;
     Tcl_DString blocking;
     Tcl_DStringInit(&blocking);

@@ -19,6 +19,7 @@ private Q_SLOTS:
     void commandsComeBackAsTheyWereTyped();
     void entriesThatWereChangedCountAsTheyAre();
     void whatWasTypedBeforeTheWalkComesBack();
+    void theWayBackSkipsWhatIsShown();
     void searching();
 };
 
@@ -121,6 +122,18 @@ void tst_CommandHistory::whatWasTypedBeforeTheWalkComesBack()
     history.add(u"c"_s);
     QCOMPARE(history.older(QString()), u"c"_s);
     QCOMPARE(history.newer(u"c"_s), QString());
+}
+
+void tst_CommandHistory::theWayBackSkipsWhatIsShown()
+{
+    CommandHistory history;
+    history.setRecallsAsTyped(true);
+    for (const QString &command : {u"a"_s, u"b"_s, u"b"_s})
+        history.add(command);
+    QCOMPARE(history.older(u"half"_s), u"b"_s);
+    QCOMPARE(history.older(u"b"_s), u"a"_s);
+    QCOMPARE(history.newer(u"a"_s), u"b"_s);
+    QCOMPARE(history.newer(u"b"_s), u"half"_s);
 }
 
 void tst_CommandHistory::searching()

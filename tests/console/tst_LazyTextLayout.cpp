@@ -268,6 +268,8 @@ void tst_LazyTextLayout::aViewElsewhereKeepsItsFirstLine()
     large.setPointSize(20);
     console.setFont(large);
     QCOMPARE(first(), before);
+    // A font is nothing that was typed.
+    QVERIFY(!console.document()->isUndoAvailable());
 }
 
 void tst_LazyTextLayout::paragraphsThatNobodySeesAreNotLaidOut()

@@ -76,6 +76,16 @@ private Q_SLOTS:
     }
     void lists() { runRow(); }
 
+    void filesOfANodeAreThoseBelowItToo()
+    {
+        renewHost();
+        host().journal.take();
+        eval("morvalen files -node rtl");
+        const QStringList calls = host().journal.take();
+        QVERIFY2(calls.contains(u"design.filesUnderNode(rtl, true)"_s),
+                 qPrintable(calls.join(u' ')));
+    }
+
     void session()
     {
         QCOMPARE(eval("morvalen session").text,

@@ -145,6 +145,7 @@ private Q_SLOTS:
     void canBeReplaced();
 
     void takesMessagesOfOtherThreadsOnItsOwn();
+    void takesASingleMessageOfAnotherThread();
     void takesThemBeforeItsOwnNextMessage();
     void takesThemBeforeItGoes();
     void losesNoneOfManyThreads();
@@ -467,6 +468,15 @@ void tst_Logger::takesMessagesOfOtherThreadsOnItsOwn()
     QCOMPARE(journal, QStringList());
     QTRY_COMPARE(journal, (QStringList {u"a 2 one 1"_s, u"a 8! two"_s, u"b 8! two"_s}));
     QCOMPARE(takenOn, QThread::currentThread());
+}
+
+void tst_Logger::takesASingleMessageOfAnotherThread()
+{
+    attach(u"a"_s);
+    for (int i = 1; i <= 2; ++i) {
+        std::thread([this] { logger->logMessage(QString(), Logger::Info, u"theirs"_s); }).join();
+        QTRY_COMPARE(journal.size(), i);
+    }
 }
 
 void tst_Logger::takesThemBeforeItsOwnNextMessage()

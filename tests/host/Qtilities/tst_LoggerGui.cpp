@@ -59,6 +59,7 @@ private Q_SLOTS:
     void levelsHaveSigns();
     void filtersByLevel();
     void searches();
+    void findsWhatHasJustCome();
     void marksAndCountsWhatIsTyped();
     void bringsWhatIsTypedIntoView();
     void searchesBackwards();
@@ -509,6 +510,18 @@ void tst_LoggerGui::searches()
     QTest::keyClick(field, Qt::Key_Return);
     QCOMPARE(selected(), QStringList {u"Two"_s});
     QCOMPARE(note->text(), u""_s);
+}
+
+void tst_LoggerGui::findsWhatHasJustCome()
+{
+    settle();
+    auto *const field = part<QLineEdit>(u"search"_s);
+    QTest::mouseClick(field, Qt::LeftButton);
+    QTest::keyClicks(field, u"late"_s);
+    log(u"one"_s);
+    log(u"late"_s);
+    QTest::keyClick(field, Qt::Key_Return);
+    QCOMPARE(selected(), QStringList {u"late"_s});
 }
 
 void tst_LoggerGui::marksAndCountsWhatIsTyped()
