@@ -52,8 +52,9 @@ void StepEditor::prepareView()
     view->setWordWrap(false);
     makeCompact(view, leastRows);
     view->setAccessibleName(tr("Build steps"));
+    // The command takes what the others leave.
     view->horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
-    view->horizontalHeader()->setStretchLastSection(true);
+    view->horizontalHeader()->setSectionResizeMode(StepModel::Command, QHeaderView::Stretch);
 }
 
 void StepEditor::layOut()
