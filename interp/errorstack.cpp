@@ -3,6 +3,7 @@
 #include "interp/ScriptRuns.h"
 #include "interp/tcltext.h"
 
+#include <QFileInfo>
 #include <QRegularExpression>
 
 using namespace Qt::Literals::StringLiterals;
@@ -82,6 +83,24 @@ QString withPlaces(Tcl_Interp *interp, const QString &stack)
     return result;
 }
 
+// Tcl names a file as "source" was given it, which leads nowhere from another folder.
+QString withPaths(const QString &stack)
+{
+    static const QRegularExpression level(uR"re(^    \(file "([^/"].*)" line \d+\)$)re"_s,
+                                          QRegularExpression::MultilineOption);
+    QString result;
+    qsizetype end = 0;
+    for (auto at = level.globalMatch(stack); at.hasNext();) {
+        const QRegularExpressionMatch match = at.next();
+        const QFileInfo file(match.captured(1));
+        result += QStringView(stack).sliced(end, match.capturedStart(1) - end);
+        result += file.exists() ? file.absoluteFilePath() : match.captured(1);
+        end = match.capturedEnd(1);
+    }
+    result += QStringView(stack).sliced(end);
+    return result;
+}
+
 } // namespace
 
 QString text(Tcl_Interp *interp, int code, const QString &file)
@@ -92,6 +111,7 @@ QString text(Tcl_Interp *interp, int code, const QString &file)
     // A script may have given the stack another beginning.
     if (!stack.startsWith(message))
         stack = message + u'\n' + stack;
+    stack = withPaths(stack);
     if (!file.isEmpty())
         stack += u"\n    (file \"%1\" line %2)"_s.arg(file, options.entry(u"-errorline"_s));
     const ScriptRuns::PassBlocker blocker;

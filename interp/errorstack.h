@@ -13,9 +13,10 @@
 namespace errorstack {
 
 // The stack of the evaluation that has just ended with code, as Tcl's errorInfo has it, and with
-// the file and the line beside each level of a procedure that was read from a file. A script that
-// was evaluated as a text, not by "source", has a last level of its own when file is given.
-// To be called before anything else is evaluated; leaves the interpreter as it was.
+// the file and the line beside each level of a procedure that was read from a file; a file of the
+// current folder has its path. A script that was evaluated as a text, not by "source", has a last
+// level of its own when file is given. To be called before anything else is evaluated; leaves the
+// interpreter as it was.
 TCLSCRIPTING_EXPORT QString text(Tcl_Interp *interp, int code, const QString &file = {});
 
 struct Place

@@ -2,6 +2,7 @@
 #include "interp/errorstack.h"
 #include "tests/TestClass.h"
 
+#include <QDir>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -64,6 +65,25 @@ private Q_SLOTS:
                  "    (procedure \"n::g\" line 2, file \"FOLDER/lib.tcl\" line 8)\n"
                  "    invoked from within\n\"n::g\"\n    (file \"FOLDER/run.tcl\" line 3)\n"
                  "    invoked from within\n\"source FOLDER/run.tcl\""_s);
+    }
+
+    // So that it is found from another folder, too.
+    void aFileOfTheCurrentFolderHasItsPath()
+    {
+        write(u"here.tcl"_s, "set x 1\nnonsense\n");
+        const QString before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(folder.path()));
+        const QString stack = stackOf("source here.tcl");
+        const QString gone = stackOf("file rename here.tcl there.tcl; source there.tcl");
+        const QString away = stackOf("cd /; error oops oops\\n\\ \\ \\ \\ (file\\ "
+                                     "\\\"there.tcl\\\"\\ line\\ 2)");
+        QVERIFY(QDir::setCurrent(before));
+        QCOMPARE(stack,
+                 u"invalid command name \"nonsense\"\n    while executing\n\"nonsense\"\n"
+                 "    (file \"FOLDER/here.tcl\" line 2)\n    invoked from within\n"
+                 "\"source here.tcl\""_s);
+        QVERIFY2(gone.contains(u"(file \"FOLDER/there.tcl\" line 2)"_s), qPrintable(gone));
+        QCOMPARE(away, u"oops\n    (file \"there.tcl\" line 2)"_s);
     }
 
     void aProcedureThatIsGoneHasNoFile()

@@ -67,7 +67,7 @@ void tst_StartingStory::theScriptIsStopped()
     QVERIFY(hadFocus);
     QCOMPARE(errors.size(), 1);
     QVERIFY2(errors.first().startsWith(u"Script stopped\n"_s), qPrintable(errors.first()));
-    QVERIFY2(errors.first().contains(u"(file \"startup.tcl\" line 2)"_s),
+    QVERIFY2(errors.first().contains(u"Scripts/startup.tcl\" line 2)"_s),
              qPrintable(errors.first()));
 
     QVERIFY(!ScriptRuns::instance()->isRunning());
