@@ -1,5 +1,7 @@
 #include "app/process/programend.h"
 
+#include "app/process/qtmessages.h"
+
 #include <MorvalenCore/DesignManager.h>
 
 #include <algorithm>
@@ -99,6 +101,7 @@ void leaveByExit(ClientData status)
 {
     end().isFinishing = true;
     Tcl_FinalizeThread();
+    qtmessages::dropFromNowOn();
     std::exit(end().status);
 }
 

@@ -17,9 +17,10 @@ namespace {
 // What Qt's views tell of themselves says nothing about what a user does.
 bool isOfView(const QString &text)
 {
-    static const QRegularExpression ownTexts(
+    // Messages come until the very end of the process.
+    static const auto *const ownTexts = new QRegularExpression(
         u"^(edit: |index:? |Q\\w*(View|Header|Delegate|Selection|ProxyModel)\\w*(::|:| ))"_s);
-    return text.contains(ownTexts);
+    return text.contains(*ownTexts);
 }
 
 void handle(QtMsgType type, const QMessageLogContext &, const QString &text)
@@ -30,8 +31,16 @@ void handle(QtMsgType type, const QMessageLogContext &, const QString &text)
         Logger::instance()->logMessage(QString(), Logger::Debug, text);
 }
 
+void handleFatal(QtMsgType type, const QMessageLogContext &, const QString &text)
+{
+    if (type == QtFatalMsg)
+        standardstreams::printError(text);
+}
+
 } // namespace
 
 void sendToLog() { qInstallMessageHandler(handle); }
+
+void dropFromNowOn() { qInstallMessageHandler(handleFatal); }
 
 } // namespace qtmessages

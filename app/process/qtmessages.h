@@ -7,4 +7,8 @@ namespace qtmessages {
 
 void sendToLog();
 
+// For the end of the process by exit: some Qts warn while static objects go, when the log is gone
+// and the window half.
+void dropFromNowOn();
+
 } // namespace qtmessages

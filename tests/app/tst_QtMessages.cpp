@@ -1,9 +1,11 @@
 #include "app/process/qtmessages.h"
+#include "tests/patience.h"
 #include "tests/TestClass.h"
 
 #include <Qtilities/Logger.h>
 #include <Qtilities/LoggerGui.h>
 
+#include <QProcess>
 #include <QSignalSpy>
 #include <QTableView>
 #include <QtTest>
@@ -51,6 +53,17 @@ private Q_SLOTS:
         qInstallMessageHandler(nullptr);
         disconnect(connection);
         QCOMPARE(messages, QStringList {u"QFSFileEngine::open: No file name specified"_s});
+    }
+
+    void theEndIsQuiet()
+    {
+        QProcess child;
+        child.setProcessChannelMode(QProcess::MergedChannels);
+        child.start(QStringLiteral(LAST_WORDS), QStringList());
+        QVERIFY(child.waitForFinished(patient(30'000)));
+        QCOMPARE(child.readAll(), QByteArray());
+        QCOMPARE(child.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(child.exitCode(), 3);
     }
 
     void warningsOfThreadsReachTheLogsWidget()

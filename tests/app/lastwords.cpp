@@ -1,0 +1,23 @@
+// Ends while Qt has still something to say, as some Qts do when their static objects go.
+
+#include "app/process/qtmessages.h"
+
+#include <Qtilities/LoggerGui.h>
+
+#include <QApplication>
+#include <QWidget>
+
+#include <cstdlib>
+
+int main(int argc, char **argv)
+{
+    std::atexit([] { qWarning("the last words"); });
+    new QApplication(argc, argv); // stays, as in a program that a script ends
+    qtmessages::sendToLog();
+    QWidget *const log = Qtilities::CoreGui::LoggerGui::createSystemLogWidget(QStringLiteral("Log"));
+    log->show();
+    qWarning("words in time");
+    QCoreApplication::processEvents();
+    qtmessages::dropFromNowOn();
+    std::exit(3);
+}
