@@ -244,6 +244,10 @@ private Q_SLOTS:
             QTest::newRow(name) << QByteArray(script) << QByteArray(answer);
         };
         row("read-1 lines", "gets $p", "0 one");
+        row("read-30 a channel without a descriptor, which knows no error of it",
+            "proc d {cmd args} {switch $cmd {initialize {return {initialize finalize watch read}} "
+            "read {return {}}}}; set c [chan create read d]; list [gets $c] [eof $c] [close $c]",
+            "0 {} 1 {}");
         row("read-2 into a variable", "list [gets $p line] $line", "0 3 one");
         row("read-3 into an element", "list [gets $p at(1)] $at(1)", "0 3 one");
         row("read-4 to the end",
