@@ -14,7 +14,8 @@ int main(int argc, char **argv)
     std::atexit([] { qWarning("the last words"); });
     qtmessages::sendToLog();
     new QApplication(argc, argv); // stays, as in a program that a script ends
-    QWidget *const log = Qtilities::CoreGui::LoggerGui::createSystemLogWidget(QStringLiteral("Log"));
+    QWidget *const log =
+        Qtilities::CoreGui::LoggerGui::createSystemLogWidget(QStringLiteral("Log"));
     log->show();
     qWarning("words in time");
     QCoreApplication::processEvents();

@@ -587,7 +587,8 @@ void tst_LoggerGui::searchesFromTheKeyboard()
     log(u"one"_s);
     log(u"two"_s);
     settle();
-    QApplication::setActiveWindow(window.get());
+    window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(window.get()));
     view->setFocus();
 
     QTest::keySequence(view, QKeySequence::Find);
