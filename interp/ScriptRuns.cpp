@@ -78,11 +78,18 @@ int ScriptRuns::finish(int code)
     const bool isCancelled = depth == 1 && code != TCL_OK && Tcl_Canceled(interp, 0) != TCL_OK;
     if (!isStopped && !isCancelled)
         return code;
-    cancellation::clear(interp);
+    forgetCancellation();
     if (isStopped && code != TCL_OK)
         Tcl_SetObjResult(interp, Tcl_NewStringObj(cancellation::message, -1));
     stopDepth = 0;
     return code;
+}
+
+// Who stops in a pass meanwhile would stop what is evaluated next.
+void ScriptRuns::forgetCancellation()
+{
+    const PassBlocker blocker;
+    cancellation::clear(interp);
 }
 
 void ScriptRuns::end()
@@ -91,7 +98,7 @@ void ScriptRuns::end()
     // A stop behind the end, while the result was being shown.
     if (stopDepth >= depth) {
         stopDepth = 0;
-        cancellation::clear(interp);
+        forgetCancellation();
     }
     const bool wasCommand = depth == commandDepth;
     if (--depth > 0 && !wasCommand)

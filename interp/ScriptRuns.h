@@ -80,6 +80,7 @@ private:
     friend class Evaluation;
 
     static int serve(ClientData self, Tcl_Interp *interp, int code);
+    void forgetCancellation();
     int breathe(Tcl_Interp *current, int code);
     void begin(const QString &command);
     int finish(int code);

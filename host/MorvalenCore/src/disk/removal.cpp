@@ -90,10 +90,13 @@ private:
     dev_t device;
 };
 
-// The folder that holds a path, reached without links, and from the limit on without mounts.
+// The folder that holds a path, reached without links, and from the limit on without mounts. What
+// the limit leads to may have changed since the path was checked.
 Result<Descriptor> parentOf(const QString &path, const QString &limit)
 {
     QString place = QFileInfo(limit).canonicalFilePath();
+    if (place.isEmpty() || !path.startsWith(place + u'/'))
+        return refusal(path, u"it does not lie below \"%1\""_s.arg(limit));
     Descriptor folder = folderWithoutLinks(place);
     for (const QString &name :
          QFileInfo(path).path().mid(place.size()).split(u'/', Qt::SkipEmptyParts)) {
