@@ -12,6 +12,9 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
+#include <memory>
+#include <vector>
+
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -106,9 +109,17 @@ Cost run(const QStringList &words)
     return {seconds(usage.ru_utime) + seconds(usage.ru_stime), usage.ru_maxrss};
 }
 
+// A folder of its own for each run. They go when all is measured: where many files have just been
+// deleted, the kernel takes long to find room for a new one.
+const QTemporaryDir &newFolder()
+{
+    static std::vector<std::unique_ptr<QTemporaryDir>> folders;
+    return *folders.emplace_back(std::make_unique<QTemporaryDir>());
+}
+
 Cost runOurs(int count)
 {
-    const QTemporaryDir folder;
+    const QTemporaryDir &folder = newFolder();
     return run(QStringList {QStringLiteral(PROGRAM), u"--session"_s, folder.filePath(u"session"_s),
                             u"--batch"_s, QStringLiteral(SCRIPTS "/morvalen.tcl")}
                + makeDesigns(folder.path(), count));
@@ -116,7 +127,7 @@ Cost runOurs(int count)
 
 Cost runPeer(int count)
 {
-    const QTemporaryDir folder;
+    const QTemporaryDir &folder = newFolder();
     return run(
         QStringList {u"tclsh8.6"_s, QStringLiteral(SCRIPTS "/tdom.tcl"), QStringLiteral(FSYNC)}
         + makeDesigns(folder.path(), count));
@@ -173,7 +184,7 @@ double secondsOf(const QStringList &words)
 
 double secondsOfOurs()
 {
-    const QTemporaryDir folder;
+    const QTemporaryDir &folder = newFolder();
     QStringList words {QStringLiteral(PROGRAM),
                        u"--session"_s,
                        folder.filePath(u"session"_s),
@@ -191,7 +202,7 @@ double secondsOfOurs()
 
 double secondsOfNinja()
 {
-    const QTemporaryDir folder;
+    const QTemporaryDir &folder = newFolder();
     QByteArray text = "rule step\n  command = sleep 0.1; touch $out\n";
     for (int step = 0; step < designsToBuild * stepsOfADesign; ++step)
         text += "build " + QByteArray::number(step) + ": step\n";
