@@ -16,6 +16,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <thread>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -29,6 +30,11 @@ namespace {
 constexpr auto lookInterval = 500ms;
 constexpr auto pollInterval = 25ms;
 constexpr auto killTime = 10s;
+
+// How often, and after what time again, is looked whether those end that have to do with the
+// program's end.
+constexpr int looksAtTheLast = 20;
+constexpr auto lastInterval = 5ms;
 
 const int watched[] {SIGCHLD, SIGTERM, SIGINT, SIGHUP};
 
@@ -134,6 +140,18 @@ void Supervisor::takeNotice()
     hasChildren = ended == 0;
 }
 
+// What ends by itself with the program, as the helpers of an allocation do, was not left behind.
+void Supervisor::waitForTheLast()
+{
+    for (int look = 0; look < looksAtTheLast; ++look) {
+        takeNotice();
+        if (!hasChildren)
+            return;
+        std::this_thread::sleep_for(lastInterval);
+    }
+    takeNotice();
+}
+
 void Supervisor::watch()
 {
     if (Clock::now() - begun < lookInterval)
@@ -203,7 +221,10 @@ void Supervisor::begin(Phase next)
         ninjaId = findNinja();
     begun = Clock::now();
     asked.clear();
-    if (phase != Phase::CleaningUp || !hasChildren)
+    if (phase != Phase::CleaningUp)
+        return;
+    waitForTheLast();
+    if (!hasChildren)
         return;
     const std::vector<Process> left = toEnd();
     if (!left.empty())

@@ -49,6 +49,7 @@ private:
     void wait(std::chrono::milliseconds atMost);
     void takeRequests();
     void takeNotice();
+    void waitForTheLast();
 
     void watch();
     std::vector<Process> keepers() const;
