@@ -251,8 +251,12 @@ void tst_RunningStory::outputLeavesASelectionAlone()
             Story::write(flag, "");
     });
     meanwhile([&] {
-        bar->setValue(place);
         QWidget *text = console().viewport();
+        // By the wheel, as users do, away from the end; then to the old text.
+        QWheelEvent wheel(QPointF(20, 20), text->mapToGlobal(QPointF(20, 20)), {}, QPoint(0, 120),
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(text, &wheel);
+        bar->setValue(place);
         QTest::mousePress(text, Qt::LeftButton, {}, QPoint(20, 20));
         QMouseEvent move(QEvent::MouseMove, QPointF(90, 80), text->mapToGlobal(QPointF(90, 80)),
                          Qt::LeftButton, Qt::LeftButton, {});
