@@ -54,6 +54,21 @@ protected:
     }
 };
 
+// By the wheel, as users do, away from the end; then to the place, and over its text by the mouse.
+void selectOldText(QConsole &console, int place)
+{
+    QWidget *text = console.viewport();
+    QWheelEvent wheel(QPointF(20, 20), text->mapToGlobal(QPointF(20, 20)), {}, QPoint(0, 120),
+                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(text, &wheel);
+    console.verticalScrollBar()->setValue(place);
+    QTest::mousePress(text, Qt::LeftButton, {}, QPoint(20, 20));
+    QMouseEvent move(QEvent::MouseMove, QPointF(90, 80), text->mapToGlobal(QPointF(90, 80)),
+                     Qt::LeftButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(text, &move);
+    QTest::mouseRelease(text, Qt::LeftButton, {}, QPoint(90, 80));
+}
+
 } // namespace
 
 void tst_RunningStory::escapeStops_data()
@@ -251,17 +266,7 @@ void tst_RunningStory::outputLeavesASelectionAlone()
             Story::write(flag, "");
     });
     meanwhile([&] {
-        QWidget *text = console().viewport();
-        // By the wheel, as users do, away from the end; then to the old text.
-        QWheelEvent wheel(QPointF(20, 20), text->mapToGlobal(QPointF(20, 20)), {}, QPoint(0, 120),
-                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(text, &wheel);
-        bar->setValue(place);
-        QTest::mousePress(text, Qt::LeftButton, {}, QPoint(20, 20));
-        QMouseEvent move(QEvent::MouseMove, QPointF(90, 80), text->mapToGlobal(QPointF(90, 80)),
-                         Qt::LeftButton, Qt::LeftButton, {});
-        QCoreApplication::sendEvent(text, &move);
-        QTest::mouseRelease(text, Qt::LeftButton, {}, QPoint(90, 80));
+        selectOldText(console(), place);
         selected = console().textCursor().selectedText();
         look.start(50);
     });
