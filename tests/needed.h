@@ -19,3 +19,11 @@
 
 #define NEEDS_TOOL(name, package) \
     NEEDS(!QStandardPaths::findExecutable(QString::fromLatin1(name)).isEmpty(), name, package)
+
+// Skips a test where the kernel lets this user mount nothing, as in most containers: a permission
+// of the machine, which nothing that is installed can give, under CI neither.
+#define NEEDS_MOUNTS(areAllowed) \
+    do { \
+        if (!(areAllowed)) \
+            QSKIP("The kernel lets this user mount nothing, as in most containers."); \
+    } while (false)
