@@ -49,6 +49,8 @@ void OutputBurst::close()
         return;
     isOpen = false;
     deadline.stop();
+    if (place->hasMoved())
+        place.emplace(view);
     cursor.endEditBlock();
     view->document()->setUndoRedoEnabled(undoWasOn);
     restoreSelection();

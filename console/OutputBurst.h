@@ -19,7 +19,8 @@
 // processed for that.
 //
 // While the block is open undo is off, and all of the user's is left as it was: the selection, and
-// the place that is scrolled to, unless the view stood at its end: then it follows the output.
+// the place that is scrolled to, which the user may change meanwhile. A view that stands at its end
+// follows the output.
 //
 // The widget owns its burst and outlives it.
 class OutputBurst : public QObject

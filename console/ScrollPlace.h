@@ -18,6 +18,7 @@ public:
     }
 
     bool isAtEnd() const { return atEnd; }
+    bool hasMoved() const { return bar->value() != value; }
 
     void restore() const { bar->setValue(atEnd ? bar->maximum() : value); }
 

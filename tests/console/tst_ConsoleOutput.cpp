@@ -322,6 +322,20 @@ private Q_SLOTS:
         QCOMPARE(bar()->value(), 37);
     }
 
+    // A burst is open until its 50 ms are over.
+    void aViewMovedWhileOutputIsHeldStaysThere()
+    {
+        fill(100);
+        console->writeOutput(u"tick"_s, Qt::blue);
+        bar()->setValue(37);
+        QTest::qWait(80);
+        QCOMPARE(bar()->value(), 37);
+        console->writeOutput(u"tock"_s, Qt::blue);
+        bar()->setValue(bar()->maximum());
+        QTest::qWait(80);
+        QCOMPARE(bar()->value(), bar()->maximum());
+    }
+
     void returnBringsTheEndIntoView()
     {
         fill(100);
