@@ -108,15 +108,8 @@ QStringList MacroEditor::markProblems()
     QStringList names;
     for (const BuildMacro &macro : macros())
         names.append(macro.name);
-    const auto problems =
-        nameproblems::of(names, tr("Two macros have the name \"%1\"."), tr("A macro has no name."));
-    QHash<int, QString> marks;
-    QStringList texts;
-    for (const nameproblems::Problem &problem : problems) {
-        texts.append(problem.text);
-        for (const int row : problem.rows)
-            marks.insert(row, problem.text);
-    }
+    const auto [texts, marks] =
+        findNameProblems(names, tr("Two macros have the name \"%1\"."), tr("A macro has no name."));
     const QSignalBlocker blocker(table);
     for (int row = 0; row < table->rowCount(); ++row) {
         QTableWidgetItem *item = table->item(row, 0);

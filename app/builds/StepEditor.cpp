@@ -109,16 +109,10 @@ QStringList StepEditor::markProblems()
     QStringList names;
     for (const BuildStep &step : model->steps())
         names.append(step.name);
-    QHash<int, QString> marks;
-    QStringList texts;
-    for (const nameproblems::Problem &problem : nameproblems::of(
-             names, tr("Two steps have the name \"%1\"."), tr("A step has no name."))) {
-        texts.append(problem.text);
-        for (const int row : problem.rows)
-            marks.insert(row, problem.text);
-    }
-    model->setMarks(marks);
-    return texts;
+    const NameProblems problems =
+        findNameProblems(names, tr("Two steps have the name \"%1\"."), tr("A step has no name."));
+    model->setMarks(problems.ofRows);
+    return problems.texts;
 }
 
 void StepEditor::setStates(const QHash<QString, QString> &words) { model->setStates(words); }

@@ -1,22 +1,20 @@
 #include "app/builds/nameproblems.h"
 
-#include <QHash>
-
-QList<nameproblems::Problem> nameproblems::of(const QStringList &names, const QString &twice,
-                                              const QString &empty)
+NameProblems findNameProblems(const QStringList &names, const QString &twice, const QString &empty)
 {
     QHash<QString, QList<int>> rowsOf;
     for (int row = 0; row < names.size(); ++row)
         rowsOf[names[row]].append(row);
-    QList<Problem> problems;
+    NameProblems problems;
     for (int row = 0; row < names.size(); ++row) {
         const QList<int> rows = rowsOf.value(names[row]);
-        if (rows.first() != row)
+        const bool isEmpty = names[row].trimmed().isEmpty();
+        if (rows.first() != row || (!isEmpty && rows.size() == 1))
             continue;
-        if (names[row].trimmed().isEmpty())
-            problems.append({rows, empty});
-        else if (rows.size() > 1)
-            problems.append({rows, twice.arg(names[row])});
+        const QString text = isEmpty ? empty : twice.arg(names[row]);
+        problems.texts.append(text);
+        for (const int same : rows)
+            problems.ofRows.insert(same, text);
     }
     return problems;
 }

@@ -1,20 +1,16 @@
 #pragma once
 
-#include <QList>
+#include <QHash>
 #include <QStringList>
 
 // Names that cannot stay as they are: empty ones, and those that stand twice.
-namespace nameproblems {
-
-struct Problem
+struct NameProblems
 {
-    // Of the rows that have such a name.
-    QList<int> rows;
-    // One sentence.
-    QString text;
+    // A sentence for each such name.
+    QStringList texts;
+    // The sentence of each row that has such a name.
+    QHash<int, QString> ofRows;
 };
 
-// The texts are "%1" for a name that stands twice, and a whole sentence for empty ones.
-QList<Problem> of(const QStringList &names, const QString &twice, const QString &empty);
-
-} // namespace nameproblems
+// The texts are one with "%1" for a name that stands twice, and a whole sentence for empty ones.
+NameProblems findNameProblems(const QStringList &names, const QString &twice, const QString &empty);
