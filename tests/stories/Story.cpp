@@ -1,5 +1,7 @@
 #include "tests/stories/Story.h"
 
+#include "app/designs/DesignTree.h"
+#include "app/designs/DesignTreeView.h"
 #include "app/MainWindow.h"
 #include "app/session/Session.h"
 #include "console/QtclConsole.h"
@@ -52,6 +54,19 @@ Story::~Story()
 QWidget *Story::windowWidget() const { return &window(); }
 
 QtclConsole &Story::console() const { return *QtclConsole::getInstance(nullptr, QString()); }
+
+QModelIndex Story::row(const QString &text, const QModelIndex &below) const
+{
+    const QAbstractItemModel *model = window().designTree()->treeView()->model();
+    for (int i = 0; i < model->rowCount(below); ++i) {
+        const QModelIndex index = model->index(i, 0, below);
+        if (index.data().toString() == text)
+            return index;
+        if (const QModelIndex found = row(text, index); found.isValid())
+            return found;
+    }
+    return {};
+}
 
 void Story::type(const QString &command) const
 {

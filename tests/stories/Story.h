@@ -7,6 +7,7 @@
 
 #include <QAction>
 #include <QHash>
+#include <QModelIndex>
 #include <QTemporaryDir>
 #include <QWidget>
 
@@ -31,6 +32,8 @@ public:
     {
         return windowWidget()->findChild<Widget *>(QString::fromLatin1(name));
     }
+    // The first row of the tree of designs that shows the text, below another one.
+    QModelIndex row(const QString &text, const QModelIndex &below = {}) const;
     QAction *action(const char *name) const { return find<QAction>(name); }
 
     // Types a command into the console and presses Return.

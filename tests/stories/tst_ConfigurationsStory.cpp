@@ -67,7 +67,6 @@ private:
     {
         return DesignManager::instance()->design(u"local.global.uart.1.0"_s);
     }
-    QModelIndex find(const QString &text, const QModelIndex &below = {}) const;
     QAction *entryOf(const QString &rowText, const QString &entry);
     void choose(const QString &rowText, const QString &entry,
                 const QList<DialogVisits::Visit> &visits = {});
@@ -88,7 +87,7 @@ void tst_ConfigurationsStory::init()
     story->type(u"morvalen configuration add sim; morvalen macro set sim TOP 1; "
                 "morvalen step add sim touch -command {touch $(OUTPUTS)} -outputs made"_s);
     story->window().activateMode(DesignsMode::id);
-    QTRY_VERIFY(find(u"sim"_s).isValid());
+    QTRY_VERIFY(story->row(u"sim"_s).isValid());
 }
 
 void tst_ConfigurationsStory::cleanup()
@@ -103,26 +102,13 @@ void tst_ConfigurationsStory::cleanup()
     story->window().activateMode(105);
 }
 
-QModelIndex tst_ConfigurationsStory::find(const QString &text, const QModelIndex &below) const
-{
-    const QAbstractItemModel *model = view()->model();
-    for (int row = 0; row < model->rowCount(below); ++row) {
-        const QModelIndex index = model->index(row, 0, below);
-        if (index.data().toString() == text)
-            return index;
-        if (const QModelIndex found = find(text, index); found.isValid())
-            return found;
-    }
-    return {};
-}
-
 QAction *tst_ConfigurationsStory::entryOf(const QString &rowText, const QString &entry)
 {
-    if (!QTest::qWaitFor([&] { return find(rowText).isValid(); }, patient()))
+    if (!QTest::qWaitFor([&] { return story->row(rowText).isValid(); }, patient()))
         return nullptr;
     view()->setFocus();
     view()->selectionModel()->setCurrentIndex(
-        find(rowText), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        story->row(rowText), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     story->press(Qt::Key_F10, Qt::ShiftModifier);
     const QWidget *menu = QApplication::activePopupWidget();
     for (QAction *action : menu ? menu->actions() : QList<QAction *>()) {

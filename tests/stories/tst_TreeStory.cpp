@@ -49,7 +49,6 @@ private Q_SLOTS:
     void onlyFoldersOfTheSessionAreDeleted();
 
 private:
-    QModelIndex find(const QString &text, const QModelIndex &below = {}) const;
     void select(const QStringList &texts);
     QStringList menuTexts(bool enabledOnly = false);
     QStringList under(const QString &node, const QString &name = u"uart"_s) const;
@@ -167,27 +166,14 @@ void tst_TreeStory::theBuildSaysWhatItBuilds()
     QVERIFY(!QFileInfo::exists(design(u"fifo"_s)->workingFolderPath() + u"/made"_s));
 }
 
-QModelIndex tst_TreeStory::find(const QString &text, const QModelIndex &below) const
-{
-    const QAbstractItemModel *model = view()->model();
-    for (int row = 0; row < model->rowCount(below); ++row) {
-        const QModelIndex index = model->index(row, 0, below);
-        if (index.data().toString() == text)
-            return index;
-        if (const QModelIndex found = find(text, index); found.isValid())
-            return found;
-    }
-    return {};
-}
-
 void tst_TreeStory::select(const QStringList &texts)
 {
     view()->setFocus();
     view()->clearSelection();
     for (const QString &text : texts) {
-        QTRY_VERIFY2(find(text).isValid(), qPrintable(text));
+        QTRY_VERIFY2(story->row(text).isValid(), qPrintable(text));
         view()->selectionModel()->setCurrentIndex(
-            find(text), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+            story->row(text), QItemSelectionModel::Select | QItemSelectionModel::Rows);
     }
 }
 
@@ -223,7 +209,7 @@ void tst_TreeStory::makeUart()
     story->type(u"foreach f {rtl/top.v rtl/b.v} {morvalen file add $f -node rtl}"_s);
     story->window().activateMode(DesignsMode::id);
     CommandJournal::instance()->clear();
-    QTRY_VERIFY(find(u"b.v"_s).isValid());
+    QTRY_VERIFY(story->row(u"b.v"_s).isValid());
 }
 
 void tst_TreeStory::aFileIsRenamedWhereItStands()
@@ -362,8 +348,8 @@ void tst_TreeStory::filesAreDragged()
     const std::unique_ptr<QMimeData> data(
         view()->model()->mimeData(view()->selectionModel()->selectedRows()));
     QVERIFY(data);
-    view()->scrollTo(find(u"documents"_s));
-    const QPoint place = view()->visualRect(find(u"documents"_s)).center();
+    view()->scrollTo(story->row(u"documents"_s));
+    const QPoint place = view()->visualRect(story->row(u"documents"_s)).center();
     QWidget *viewport = view()->viewport();
     QDragEnterEvent enter(place, Qt::CopyAction, data.get(), Qt::LeftButton, {});
     QApplication::sendEvent(viewport, &enter);
@@ -426,7 +412,7 @@ void tst_TreeStory::everySelectionHasAMenu()
     makeUart();
     story->type(u"folders add docs; morvalen property WIDTH 8; morvalen configuration add sim"_s);
     story->window().activateMode(DesignsMode::id);
-    QTRY_VERIFY(find(u"sim"_s).isValid());
+    QTRY_VERIFY(story->row(u"sim"_s).isValid());
     for (const QString &text :
          {u"uart"_s, u"Files"_s, u"rtl"_s, u"top.v"_s, u"Folders"_s, u"docs"_s, u"Properties"_s,
           u"WIDTH"_s, u"Build Configurations"_s, u"sim"_s}) {
