@@ -34,6 +34,6 @@ TCLSCRIPTING_EXPORT void Qtk_LetNotifierRest();
 // 50 ms, between two commands of the script; it is to process Qt's events, and to refuse those that
 // would change what scripts work with. Tcl's own events are not served there. "after MILLISECONDS",
 // and "gets" and "read" on pipes and sockets that block, become able to be stopped, and to let the
-// passes come. Needs Qtk_LetNotifierRest before it, and
-// does nothing otherwise; only the first call counts.
+// passes come. Needs Qtk_LetNotifierRest before it, and does nothing otherwise; only the first call
+// counts.
 TCLSCRIPTING_EXPORT void Qtk_KeepWindowAlive(std::function<void()> pass);

@@ -10,10 +10,9 @@ class QProgressBar;
 class QTimer;
 class QToolButton;
 
-// Shows how a build is getting on: what is built, steps done of steps to do, the steps that run
-// and for how long,
-// and a button that cancels it. Afterwards it says for a while how the build has ended, and hides.
-// Of several builds at once it shows the one that began last.
+// Shows how a build is getting on: what is built, steps done of steps to do, the steps that run and
+// for how long, and a button that cancels it. Afterwards it says for a while how the build has
+// ended, and hides. Of several builds at once it shows the one that began last.
 class BuildProgress : public QWidget
 {
     Q_OBJECT
