@@ -5,7 +5,7 @@
 #include "app/builds/BuildProgress.h"
 #include "app/calls/ChangeOrigins.h"
 #include "app/calls/openfile.h"
-#include "app/calls/running.h"
+#include "app/calls/runagain.h"
 #include "app/designs/DesignTree.h"
 #include "app/designs/DesignTreeView.h"
 #include "app/DesignsMode.h"
@@ -28,7 +28,6 @@
 #include "app/live/LiveWindow.h"
 #include "app/live/passrules.h"
 #include "app/live/RunStatus.h"
-#include "app/messages/messages.h"
 #include "app/OpenThings.h"
 #include "app/preferences/consolefont.h"
 #include "app/preferences/PreferencesDialog.h"
@@ -36,6 +35,7 @@
 #include "app/session/ConsoleHistory.h"
 #include "app/session/RecentFiles.h"
 #include "app/window/EditMenu.h"
+#include "app/window/ExtensionDocks.h"
 #include "app/window/FocusMark.h"
 #include "app/window/ModeBar.h"
 #include "app/window/PaneKeys.h"
@@ -50,13 +50,10 @@
 #include "ensemble/manuals.h"
 
 #include <MorvalenCore/DesignManager.h>
-#include <MorvalenCore/MorvalenManager.h>
-#include <Qtilities/atomicfile.h>
 #include <Qtilities/Logger.h>
 #include <Qtilities/LoggerGui.h>
 #include <Qtilities/ProjectManager.h>
 #include <Qtilities/QtilitiesApplication.h>
-#include <Qtilities/statuslog.h>
 
 #include <QCloseEvent>
 #include <QDockWidget>
@@ -67,8 +64,6 @@
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
-using MorvalenCore::ExtensionWidgetParameters;
-using MorvalenCore::MorvalenManager;
 using Qtilities::CoreGui::LoggerGui;
 using Qtilities::CoreGui::QtilitiesApplication;
 using Qtilities::CoreGui::Interfaces::IMode;
@@ -122,8 +117,7 @@ MainWindow::MainWindow(QWidget *parent)
             openThings->letGoPages();
     });
     connect(modeBar, &ModeBar::chosen, this, &MainWindow::activateMode);
-    connect(MorvalenManager::instance(), &MorvalenManager::extensionWidgetAdded, this,
-            &MainWindow::showExtensionWidget);
+    new ExtensionDocks(logDock, this);
     connect(DesignManager::instance(), &DesignManager::activeDesignChanged, this,
             &MainWindow::updateTitle);
     connect(ProjectManager::instance(), &ProjectManager::currentProjectChanged, this,
@@ -139,12 +133,7 @@ MainWindow::MainWindow(QWidget *parent)
     windowlayout::restore(this);
 }
 
-// The widgets in docks go after the window's own members.
-MainWindow::~MainWindow()
-{
-    for (auto dock = extensionDocks.cbegin(); dock != extensionDocks.cend(); ++dock)
-        disconnect(dock.key(), nullptr, this, nullptr);
-}
+MainWindow::~MainWindow() = default;
 
 void MainWindow::addMode(IMode *mode)
 {
@@ -242,26 +231,6 @@ void MainWindow::closeSoon()
 
 void MainWindow::offerKeptTexts() { keeper->offer(this); }
 
-void MainWindow::showExtensionWidget(const ExtensionWidgetParameters &parameters)
-{
-    QWidget *widget = parameters.widget;
-    if (!widget)
-        return;
-    QPointer<QDockWidget> &dock = extensionDocks[widget];
-    if (!dock) {
-        dock = new QDockWidget(parameters.title, this);
-        dock->setAttribute(Qt::WA_DeleteOnClose);
-        dock->setWidget(widget);
-        addDockWidget(Qt::BottomDockWidgetArea, dock);
-        tabifyDockWidget(logDock, dock);
-        connect(widget, &QObject::destroyed, dock, &QObject::deleteLater);
-        connect(widget, &QObject::destroyed, this,
-                [this, widget] { extensionDocks.remove(widget); });
-    }
-    dock->show();
-    dock->raise();
-}
-
 void MainWindow::prepareForEnd()
 {
     // What could not be saved is offered again.
@@ -321,29 +290,10 @@ void MainWindow::createIssuesDock()
     journalDock = new JournalDock(this);
     addDockWidget(Qt::BottomDockWidgetArea, journalDock);
     tabifyDockWidget(issuesDock, journalDock);
-    connect(journalDock, &JournalDock::runWanted, this, &MainWindow::runAgain);
+    connect(journalDock, &JournalDock::runWanted, this,
+            [this](const QStringList &entries) { runAgain(entries, console); });
     logDock->raise();
     new IssueMarks(issueList, designs->editorArea(), this);
-}
-
-// From a file, since the console reads what is typed in its own way.
-void MainWindow::runAgain(const QStringList &entries)
-{
-    const Qtilities::Core::Status free = running::check();
-    if (!free.isOk() || !console)
-        return messages::tell(free.text());
-    const QString file = QtilitiesApplication::applicationSessionPath() + u"/Logs/again.tcl"_s;
-    if (!Qtilities::Logging::logStatus(
-            Qtilities::Core::writeFileAtomically(file, entries.join(u'\n').toUtf8() + '\n')))
-        return;
-    const QString command = u"source "_s + journal::quoted(file);
-    CommandJournal::instance()->standIn(command, entries);
-    if (!console->execCommand(command, true, true, nullptr)) {
-        CommandJournal::instance()->standIn({}, {});
-        CommandJournal::instance()->remark(
-            tr("Entries were run again, of which one has failed; what those before it did is not "
-               "here"));
-    }
 }
 
 void MainWindow::createMenus()

@@ -8,10 +8,6 @@
 
 #include <memory>
 
-namespace MorvalenCore {
-struct ExtensionWidgetParameters;
-}
-
 class ConsoleHistory;
 class DesignTree;
 class DesignsMode;
@@ -78,10 +74,6 @@ public:
     // closes as the user does.
     void closeSoon();
 
-    // Shows a widget of a plug-in's in a dock of its own; a widget that is there already comes to
-    // the front. Closing the dock deletes the widget.
-    void showExtensionWidget(const MorvalenCore::ExtensionWidgetParameters &parameters);
-
     // Of the files that builds and scripts found wrong.
     IssueSources *issueSources() const { return issues; }
 
@@ -106,7 +98,6 @@ private:
     void askForPreferences(const QString &page = {});
     void focusMode(Qtilities::CoreGui::Interfaces::IMode *mode);
     void showConfiguration(const QString &designId, const QString &name);
-    void runAgain(const QStringList &entries);
     void followPreferences();
     void remember();
     void updateTitle();
@@ -132,6 +123,5 @@ private:
     QPointer<QtclConsole> console;
     ConsoleHistory *history = nullptr;
     QHash<int, Qtilities::CoreGui::Interfaces::IMode *> modes;
-    QHash<QWidget *, QPointer<QDockWidget>> extensionDocks;
     int currentMode = -1;
 };

@@ -1635,10 +1635,6 @@ Ein Doppelklick auf die Datei eines Designs öffnet sie.</translation>
         <translation>Skripte</translation>
     </message>
     <message>
-        <source>Entries were run again, of which one has failed; what those before it did is not here</source>
-        <translation>Einträge wurden noch einmal ausgeführt, von denen einer fehlgeschlagen ist; was die davor getan haben, steht hier nicht</translation>
-    </message>
-    <message>
         <source>Designs</source>
         <translation>Designs</translation>
     </message>
@@ -2953,6 +2949,13 @@ Ein Doppelklick auf die Datei eines Designs öffnet sie.</translation>
     <message>
         <source>&quot;%1&quot; has changed since it was searched.</source>
         <translation>„%1“ hat sich geändert, seit darin gesucht wurde.</translation>
+    </message>
+</context>
+<context>
+    <name>runAgain</name>
+    <message>
+        <source>Entries were run again, of which one has failed; what those before it did is not here</source>
+        <translation>Einträge wurden noch einmal ausgeführt, von denen einer fehlgeschlagen ist; was die davor getan haben, steht hier nicht</translation>
     </message>
 </context>
 <context>
