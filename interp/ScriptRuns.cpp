@@ -70,10 +70,12 @@ void ScriptRuns::begin(const QString &command)
     tellOfBegin();
 }
 
-// A stop has unwound those within; a cancellation of the script's own unwinds all.
+// A stop has unwound those within; a cancellation of the script's own unwinds all. One that comes
+// only now is meant for what waits around an evaluation that has done its work.
 int ScriptRuns::finish(int code)
 {
-    takeStopInput();
+    if (depth == 1 || code != TCL_OK)
+        takeStopInput();
     const bool isStopped = stopDepth >= depth;
     const bool isCancelled = depth == 1 && code != TCL_OK && Tcl_Canceled(interp, 0) != TCL_OK;
     if (!isStopped && !isCancelled)

@@ -63,10 +63,18 @@ private:
         return TCL_OK;
     }
 
+    // As a signal handler does.
+    static int strike(void *self, Tcl_Interp *, int, const char **)
+    {
+        const int end = static_cast<tst_RunningScripts *>(self)->strikeEnd;
+        return ::write(end, "x", 1) == 1 ? TCL_OK : TCL_ERROR;
+    }
+
     Tcl_Interp *interp = nullptr;
     ScriptRuns *runs = nullptr;
     std::function<void()> inPass;
     int passCount = 0;
+    int strikeEnd = -1;
     int watched = 0; // linked to a variable of Tcl's
 
 private Q_SLOTS:
@@ -78,6 +86,7 @@ private Q_SLOTS:
         registry->registerFunction("within", within, "nests", this);
         registry->registerFunction("passes", passes, "counts", this);
         registry->registerFunction("wait_outside", waitOutside, "waits", nullptr);
+        registry->registerFunction("strike", strike, "interrupts", this);
         registry->registerVariable("watched", watched, "a number of the program's");
         QCOMPARE(ScriptRuns::instance(), nullptr);
         QCOMPARE(run("set x 1"), "0 1");
@@ -574,6 +583,45 @@ private Q_SLOTS:
         QCOMPARE(run("set a 1"), "0 1");
         ::close(ends[1]);
         QCOMPARE(run("after 100; set a 2"), "0 2");
+        ::close(ends[0]);
+    }
+
+    // Whatever else has just been done meanwhile, it is what waits that somebody wants to stop.
+    void bytesStopWhatWaitsAroundWhatHasEnded_data()
+    {
+        QTest::addColumn<QByteArray>("script");
+        QTest::addColumn<QByteArray>("answer");
+        QTest::newRow("strike-1 an event")
+            << QByteArray("after 0 strike; wait_outside; set never 1")
+            << QByteArray("1 Script stopped");
+        QTest::newRow("strike-2 an event, caught")
+            << QByteArray("after 0 strike; catch {wait_outside; set never 1}; set never 1")
+            << QByteArray("1 Script stopped");
+        QTest::newRow("strike-3 a command within it")
+            << QByteArray("after 20000 {set v 1}; within strike; vwait v; set never 1")
+            << QByteArray("1 Script stopped");
+        QTest::newRow("strike-4 a command within it that fails, as one that waited does")
+            << QByteArray("within {strike; error x}") << QByteArray("0 1 Script stopped");
+        QTest::newRow("strike-5 the command itself")
+            << QByteArray("strike; error x") << QByteArray("1 Script stopped");
+        QTest::newRow("strike-6 the command itself, behind its end")
+            << QByteArray("strike; set a 1") << QByteArray("0 1");
+    }
+    void bytesStopWhatWaitsAroundWhatHasEnded()
+    {
+        QFETCH(QByteArray, script);
+        int ends[2];
+        QCOMPARE(::pipe(ends), 0);
+        runs->stopOnInput(ends[0]);
+        strikeEnd = ends[1];
+        {
+            const ScriptRuns::PassBlocker noneInBetween;
+            QTEST(run(script), "answer");
+        }
+        QCOMPARE(run("info exists never"), "0 0");
+        QCOMPARE(run("set a 2"), "0 2");
+        ::close(ends[1]);
+        QCOMPARE(run("set a 3"), "0 3");
         ::close(ends[0]);
     }
 
