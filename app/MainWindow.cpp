@@ -73,8 +73,9 @@ using Qtilities::ProjectManagement::ProjectManager;
 namespace {
 
 constexpr int logHeight = 190;
-// How much room the tree gets at first.
-constexpr int treeCharacters = 64;
+// How much room the tree gets at first, at most so many hundredths of the window.
+constexpr int treeCharacters = 76;
+constexpr int treeShare = 60;
 constexpr int messageMilliseconds = 15'000;
 
 } // namespace
@@ -260,7 +261,9 @@ void MainWindow::createTreeDock()
     treeDock->setObjectName(u"treeDock"_s);
     treeDock->setWidget(tree);
     addDockWidget(Qt::LeftDockWidgetArea, treeDock);
-    resizeDocks({treeDock}, {fontMetrics().averageCharWidth() * treeCharacters}, Qt::Horizontal);
+    const int widest = windowlayout::firstSize(this).width() * treeShare / 100;
+    resizeDocks({treeDock}, {qMin(fontMetrics().averageCharWidth() * treeCharacters, widest)},
+                Qt::Horizontal);
     connect(tree, &DesignTree::configurationActivated, this, &MainWindow::showConfiguration);
 }
 

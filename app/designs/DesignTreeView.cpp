@@ -43,15 +43,6 @@ QList<int> placeOf(const QModelIndex &index)
     return place;
 }
 
-void arrangeColumns(QHeaderView *header)
-{
-    const QFontMetrics metrics = header->fontMetrics();
-    constexpr int widths[] {24, 16, 12, 10};
-    for (int column = 0; column < TreeColumnCount; ++column)
-        header->resizeSection(column, metrics.averageCharWidth() * widths[column]);
-    header->setStretchLastSection(true);
-}
-
 } // namespace
 
 DesignTreeView::DesignTreeView(DesignTreeModel *treeModel, QWidget *parent)
@@ -70,8 +61,8 @@ DesignTreeView::DesignTreeView(DesignTreeModel *treeModel, QWidget *parent)
     setItemDelegate(new RowDelegate(this));
     setDragDropMode(DragDrop);
     setDragDropOverwriteMode(true);
-    arrangeColumns(header());
-    new ColumnFit(this);
+    // States are always whole.
+    new ColumnFit(this, {{VersionControlColumn, 5}, {DetailsColumn, 10}, {NameColumn, 26}});
     connect(tree, &DesignTreeModel::aboutToFollow, this, &DesignTreeView::rememberPlace);
     connect(tree, &DesignTreeModel::followed, this, &DesignTreeView::restorePlace);
     connect(this, &QTreeView::expanded, this,
@@ -273,7 +264,11 @@ void DesignTreeView::restorePlace()
 void DesignTreeView::keyPressEvent(QKeyEvent *event)
 {
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isReturn && (event->modifiers() & ~Qt::KeypadModifier) == 0 && currentIndex().isValid())
+    // The key that ends a name that is typed comes here, too.
+    if (isReturn && state() == EditingState)
+        QTreeView::keyPressEvent(event);
+    else if (isReturn && (event->modifiers() & ~Qt::KeypadModifier) == 0
+             && currentIndex().isValid())
         activateRow(currentIndex());
     else if (event->keyCombination() == (Qt::SHIFT | Qt::Key_F10))
         askForMenu();

@@ -2,8 +2,11 @@
 
 #include <Qtilities/QtilitiesProperty.h>
 
+#include <QAbstractItemView>
 #include <QComboBox>
+#include <QHelpEvent>
 #include <QLineEdit>
+#include <QToolTip>
 #include <QValidator>
 
 using namespace Qt::Literals::StringLiterals;
@@ -69,4 +72,21 @@ void RowDelegate::setModelData(QWidget *editor, QAbstractItemModel *model,
         QtilitiesProperty::typeName(index.data(Qt::EditRole)), text);
     if (value.isValid() && value != index.data(Qt::EditRole))
         model->setData(index, value);
+}
+
+bool RowDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view,
+                            const QStyleOptionViewItem &option, const QModelIndex &index)
+{
+    const bool isCut = sizeHint(option, index).width() > option.rect.width();
+    if (event->type() != QEvent::ToolTip || !isCut)
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    QStringList lines {index.data(Qt::DisplayRole).toString()};
+    if (const QString tip = index.data(Qt::ToolTipRole).toString(); !tip.isEmpty())
+        lines.append(tip);
+    // A name is no markup.
+    const QString text = lines.join(u'\n');
+    QToolTip::showText(event->globalPos(),
+                       Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text,
+                       view->viewport(), option.rect);
+    return true;
 }

@@ -2,8 +2,8 @@
 
 #include <QStyledItemDelegate>
 
-// Gives the rows room, and edits the values of properties where they stand: a text that is one of
-// the property's type, or a choice of two.
+// Gives the rows room, says in the tool tip what is cut, and edits the values of properties where
+// they stand: a text that is one of the property's type, or a choice of two.
 class RowDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -17,4 +17,6 @@ public:
     void setEditorData(QWidget *editor, const QModelIndex &index) const override;
     void setModelData(QWidget *editor, QAbstractItemModel *model,
                       const QModelIndex &index) const override;
+    bool helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
+                   const QModelIndex &index) override;
 };

@@ -5,10 +5,12 @@
 
 #include <functional>
 
+class QGridLayout;
 class QHBoxLayout;
 class QLabel;
 
-// A strip above a page that says something, and offers what can be done about it.
+// A strip above a page that says something, and offers what can be done about it: beside the text,
+// or below where that would leave the text no room.
 class NoticeBar : public QFrame
 {
     Q_OBJECT
@@ -29,7 +31,12 @@ public:
     QString text() const;
 
 private:
+    void resizeEvent(QResizeEvent *event) override;
+    void arrange();
+
     QLabel *label;
-    QHBoxLayout *row;
+    QWidget *offers;
+    QHBoxLayout *offerRow;
+    QGridLayout *cells;
     QList<QWidget *> buttons;
 };

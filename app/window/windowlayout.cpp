@@ -29,11 +29,16 @@ QList<QSplitter *> splitters(const QMainWindow *window)
 
 } // namespace
 
-void restore(QMainWindow *window)
+QSize firstSize(const QMainWindow *window)
 {
     // At a large scale the screen may be smaller; some of it is for the window's frame.
     const QSize available = window->screen()->availableSize();
-    window->resize(usualSize.boundedTo(available * framed / 100));
+    return usualSize.boundedTo(available * framed / 100);
+}
+
+void restore(QMainWindow *window)
+{
+    window->resize(firstSize(window));
     if (!preferences::remembers(preferences::WindowLayout))
         return;
     const Settings settings;

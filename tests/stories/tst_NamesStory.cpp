@@ -3,6 +3,7 @@
 #include "app/designs/DesignTree.h"
 #include "app/designs/DesignTreeView.h"
 #include "app/DesignsMode.h"
+#include "app/editor/NoticeBar.h"
 #include "app/MainWindow.h"
 #include "app/window/FocusMark.h"
 #include "console/QtclConsole.h"
@@ -13,9 +14,15 @@
 #include <QAccessible>
 #include <QDialog>
 #include <QDockWidget>
+#include <QHeaderView>
+#include <QHelpEvent>
 #include <QLabel>
+#include <QPushButton>
+#include <QScopeGuard>
 #include <QScreen>
+#include <QScrollBar>
 #include <QTextBrowser>
+#include <QToolTip>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -29,6 +36,8 @@ private Q_SLOTS:
 
     void everyControlHasAName();
     void theTreeShowsWholeTexts();
+    void aNarrowTreeKeepsStatesWhole();
+    void aNoticeKeepsItsTextReadable();
     void theKeyboardIsSeen();
     void theFirstSizeFitsTheScreen();
     void helpTellsOfTheWindow();
@@ -36,6 +45,7 @@ private Q_SLOTS:
 
 private:
     QString helpText(const char *action) const;
+    int widest(int column) const;
 
     std::unique_ptr<Story> story;
 };
@@ -65,24 +75,81 @@ void tst_NamesStory::everyControlHasAName()
     QCOMPARE(nameless.join(u'\n'), QString());
 }
 
+int tst_NamesStory::widest(int column) const
+{
+    const DesignTreeView *tree = story->window().designTree()->treeView();
+    int width = 0;
+    for (QModelIndex row = tree->model()->index(0, 0); row.isValid(); row = tree->indexBelow(row)) {
+        const QString text = row.siblingAtColumn(column).data().toString();
+        width = qMax(width, tree->fontMetrics().horizontalAdvance(text));
+    }
+    return width;
+}
+
 void tst_NamesStory::theTreeShowsWholeTexts()
 {
     const DesignTreeView *tree = story->window().designTree()->treeView();
+    // Where there is room.
+    const QScopeGuard back([this, size = story->window().size()] { story->window().resize(size); });
+    story->window().resizeDocks({story->find<QDockWidget>("treeDock")}, {900}, Qt::Horizontal);
+    story->window().resize(1500, story->window().height());
     const QString name = u"a_file_with_a_rather_long_name.v"_s;
     story->type(u"files add "_s + name);
-    const auto widest = [tree](int column) {
-        int width = 0;
-        for (QModelIndex row = tree->model()->index(0, 0); row.isValid();
-             row = tree->indexBelow(row)) {
-            const QString text = row.siblingAtColumn(column).data().toString();
-            width = qMax(width, tree->fontMetrics().horizontalAdvance(text));
-        }
-        return width;
-    };
     QTRY_VERIFY(widest(0) > tree->fontMetrics().horizontalAdvance(name) - 1);
     for (int column = 0; column < tree->model()->columnCount(); ++column)
         QTRY_VERIFY2(tree->columnWidth(column) > widest(column),
                      qPrintable(QString::number(column)));
+}
+
+void tst_NamesStory::aNarrowTreeKeepsStatesWhole()
+{
+    auto *tree = story->window().designTree()->treeView();
+    story->type(u"morvalen property A_RATE 115200000000 -type string -readonly true"_s);
+    const auto find = [tree](const QString &text) {
+        return tree->model()->match(tree->model()->index(0, 0), Qt::DisplayRole, text, 1,
+                                    Qt::MatchExactly | Qt::MatchRecursive);
+    };
+    QTRY_COMPARE(find(u"A_RATE"_s).size(), 1);
+    const QScopeGuard back([this, size = story->window().size()] { story->window().resize(size); });
+    story->window().resize(1500, story->window().height());
+    auto *dock = story->find<QDockWidget>("treeDock");
+    const int narrow = tree->fontMetrics().averageCharWidth() * 70;
+    story->window().resizeDocks({dock}, {narrow}, Qt::Horizontal);
+    QTRY_COMPARE(dock->width(), narrow);
+    QVERIFY2(!tree->horizontalScrollBar()->isVisible(),
+             qPrintable(QString::number(tree->header()->length())));
+    QVERIFY(tree->columnWidth(2) > widest(2));
+    // What is cut is in the tool tip.
+    const QModelIndex cut = find(u"a_file_with_a_rather_long_name.v"_s).value(0);
+    QVERIFY(tree->columnWidth(0) < widest(0) + tree->visualRect(cut).x());
+    const QPoint at = tree->visualRect(cut).center();
+    QHelpEvent asked(QEvent::ToolTip, at, tree->viewport()->mapToGlobal(at));
+    QCoreApplication::sendEvent(tree->viewport(), &asked);
+    QCOMPARE(QToolTip::text(),
+             u"a_file_with_a_rather_long_name.v\n"_s + story->session()
+                 + u"/Designs/uart/a_file_with_a_rather_long_name.v"_s);
+    QToolTip::hideText();
+}
+
+void tst_NamesStory::aNoticeKeepsItsTextReadable()
+{
+    NoticeBar bar;
+    const QString text = u"Another program has changed the file while it had changes here"_s;
+    bar.show(text, {{u"Reload"_s, {}}, {u"Show Difference"_s, {}}, {u"Keep Mine"_s, {}}});
+    bar.resize(1400, 40);
+    bar.QWidget::show();
+    const auto *label = bar.findChild<QLabel *>(u"noticeText"_s);
+    const auto *last = bar.findChildren<QPushButton *>().constLast();
+    const auto top = [&bar](const QWidget *widget) { return widget->mapTo(&bar, QPoint()).y(); };
+    const auto words = [label](int characters) {
+        return label->fontMetrics().averageCharWidth() * characters;
+    };
+    QTRY_VERIFY(top(last) < label->geometry().bottom());
+    bar.resize(words(75), 90);
+    QTRY_VERIFY(top(last) > label->geometry().bottom());
+    QVERIFY2(label->width() > words(50), qPrintable(QString::number(label->width())));
+    bar.resize(1400, 40);
+    QTRY_VERIFY(top(last) < label->geometry().bottom());
 }
 
 void tst_NamesStory::theKeyboardIsSeen()

@@ -20,6 +20,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
+#include <QRegularExpression>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
@@ -39,6 +40,7 @@ private Q_SLOTS:
     void theFilterFindsByPathAndCategory();
     void theBuildSaysWhatItBuilds();
     void aFileIsRenamedWhereItStands();
+    void returnEndsANameAndNothingElse();
     void aNameThatIsTakenIsRefused();
     void aDesignClosesWhileANameIsTyped_data();
     void aDesignClosesWhileANameIsTyped();
@@ -249,6 +251,32 @@ void tst_TreeStory::aFileIsRenamedWhereItStands()
     QCOMPARE(view()->currentIndex().data().toString(), u"main part.v"_s);
     QCOMPARE(view()->selectionModel()->selectedRows().size(), 1);
     area->closeAll();
+}
+
+void tst_TreeStory::returnEndsANameAndNothingElse()
+{
+    QTest::failOnWarning(QRegularExpression(u"does not belong to this view"_s));
+    makeUart();
+    story->type(u"morvalen property WIDTH 8 -type int"_s);
+    QTRY_VERIFY(find(u"WIDTH"_s).isValid());
+    const EditorArea *area = story->window().designsMode()->editorArea();
+    QVERIFY(area->pages().isEmpty());
+    const auto edit = [this](const QString &row, const QString &typed) {
+        select({row});
+        story->press(Qt::Key_F2);
+        auto *line = qobject_cast<QLineEdit *>(QApplication::focusWidget());
+        QVERIFY(line);
+        line->selectAll();
+        QTest::keyClicks(line, typed);
+        QTest::keyClick(line, Qt::Key_Return);
+        QTRY_VERIFY(view()->hasFocus());
+    };
+    edit(u"top.v"_s, u"main.v"_s);
+    QTRY_COMPARE(under(u"rtl"_s), (QStringList {u"main.v"_s, u"b.v"_s}));
+    edit(u"WIDTH"_s, u"16"_s);
+    QTRY_COMPARE(find(u"WIDTH"_s).siblingAtColumn(1).data().toString(), u"16"_s);
+    QVERIFY(area->pages().isEmpty());
+    QVERIFY(view()->hasFocus());
 }
 
 void tst_TreeStory::aNameThatIsTakenIsRefused()
