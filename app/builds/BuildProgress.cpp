@@ -1,5 +1,7 @@
 #include "app/builds/BuildProgress.h"
 
+#include "app/builds/runstates.h"
+
 #include <MorvalenCore/BuildConfiguration.h>
 #include <MorvalenCore/BuildMonitor.h>
 #include <MorvalenCore/DesignManager.h>
@@ -138,7 +140,7 @@ void BuildProgress::end(const BuildConfiguration *configuration)
         begin(running.last());
         return;
     }
-    setStep(BuildConfiguration::runStateToString(configuration->runState()));
+    setStep(runstates::word(configuration->runState()));
     shown = nullptr;
     bar->hide();
     cancelButton->hide();

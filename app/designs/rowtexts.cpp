@@ -1,5 +1,7 @@
 #include "app/designs/rowtexts.h"
 
+#include "app/builds/runstates.h"
+
 #include <Qtilities/categorytext.h>
 
 #include <QCoreApplication>
@@ -73,15 +75,6 @@ void addPropertyStates(QStringList &states, const QtilitiesProperty &property)
         states.append(Texts::tr("Read-only"));
     if (!property.isRemovable())
         states.append(Texts::tr("Not removable"));
-}
-
-QString runStateText(BuildConfiguration::RunState state)
-{
-    static constexpr const char *words[] = {
-        QT_TRANSLATE_NOOP("DesignTree", "Idle"), QT_TRANSLATE_NOOP("DesignTree", "Running"),
-        QT_TRANSLATE_NOOP("DesignTree", "Completed"), QT_TRANSLATE_NOOP("DesignTree", "Failed"),
-        QT_TRANSLATE_NOOP("DesignTree", "Cancelled")};
-    return Texts::tr(words[state]);
 }
 
 QString designToolTip(const IDesign &design)
@@ -180,7 +173,7 @@ QStringList rowtexts::states(const TreeRow &row, const std::optional<LinkedItemS
         addPropertyStates(words, property->propertyData());
     if (const auto *configuration = row.configuration();
         configuration && configuration->runState() != BuildConfiguration::Idle)
-        words.append(runStateText(configuration->runState()));
+        words.append(runstates::word(configuration->runState()));
     return words;
 }
 

@@ -10,12 +10,15 @@
 
 #include <Qtilities/QtilitiesApplication.h>
 
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QSet>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTranslator>
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::CoreGui::QtilitiesApplication;
@@ -36,6 +39,7 @@ private Q_SLOTS:
     void numbersHaveTheirForms_data();
     void numbersHaveTheirForms();
     void theWindowSpeaksGerman();
+    void theButtonsOfDialogsDoToo();
 };
 
 namespace {
@@ -153,6 +157,25 @@ void tst_Translation::theWindowSpeaksGerman()
     }
     Logger::setInstance(nullptr);
     QDir::setCurrent(QDir::rootPath());
+}
+
+// Where Qt's own translations are not installed.
+void tst_Translation::theButtonsOfDialogsDoToo()
+{
+    QTranslator own;
+    QVERIFY(own.load(u":/translations/morvalen_de.qm"_s));
+    using Box = QDialogButtonBox;
+    const Box box(Box::Ok | Box::Save | Box::SaveAll | Box::Open | Box::Yes | Box::YesToAll
+                  | Box::No | Box::NoToAll | Box::Retry | Box::Close | Box::Cancel | Box::Discard
+                  | Box::Help | Box::Apply | Box::Reset | Box::RestoreDefaults);
+    QStringList said;
+    for (const auto *button : box.buttons())
+        said.append(own.translate("QPlatformTheme", button->text().toUtf8().constData()));
+    said.sort();
+    QCOMPARE(said.join(u", "_s),
+             u"&Ja, &Nein, Abbrechen, Alles speichern, Anwenden, Hilfe, Ja, &alle, N&ein, keine, "
+             "OK, Schließen, Speichern, Verwerfen, Voreinstellungen, Wiederholen, Zurücksetzen, "
+             "Öffnen"_s);
 }
 
 TEST_CLASS(tst_Translation)

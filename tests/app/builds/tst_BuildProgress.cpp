@@ -1,5 +1,7 @@
 #include "app/builds/BuildProgress.h"
+#include "app/Translation.h"
 #include "tests/host/MorvalenCore/SessionFixture.h"
+#include "tests/needed.h"
 #include "tests/TestClass.h"
 
 #include <MorvalenCore/BuildConfiguration.h>
@@ -123,14 +125,21 @@ void tst_BuildProgress::saysHowItEnded_data()
 {
     QTest::addColumn<QString>("command");
     QTest::addColumn<QString>("state");
-    QTest::newRow("end-1") << u"true"_s << u"Completed"_s;
-    QTest::newRow("end-2") << u"false"_s << u"Failed"_s;
+    QTest::addColumn<QString>("language");
+    QTest::newRow("end-1") << u"true"_s << u"Completed"_s << u"C"_s;
+    QTest::newRow("end-2") << u"false"_s << u"Failed"_s << u"C"_s;
+    QTest::newRow("end-3 in German") << u"true"_s << u"Fertig"_s << u"de"_s;
+    QTest::newRow("end-4 in German") << u"false"_s << u"Fehlgeschlagen"_s << u"de"_s;
 }
 
 void tst_BuildProgress::saysHowItEnded()
 {
     QFETCH(const QString, command);
     QFETCH(const QString, state);
+    QFETCH(const QString, language);
+    const Translation translation({language});
+    NEEDS(language != u"de"_s || translation.language() == language,
+          "lrelease, when the program was built,", "qt6-l10n-tools");
     progress->setEndTime(50);
     BuildConfiguration *main = add(u"Main"_s, {{u"only"_s, command, {}, {}}});
     QVERIFY(main);
