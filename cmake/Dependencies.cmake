@@ -1,11 +1,11 @@
 # Everything the build needs from outside, all Debian packages.
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Network)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets)
 find_package(EXPAT REQUIRED)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(LIBGIT2 REQUIRED IMPORTED_TARGET libgit2)
 pkg_check_modules(LIBEDIT REQUIRED IMPORTED_TARGET libedit)
 if(MORVALEN_TESTS)
-    find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
+    find_package(Qt6 6.4 REQUIRED COMPONENTS Network Test)
 endif()
 if(MORVALEN_BENCH)
     find_package(benchmark REQUIRED)

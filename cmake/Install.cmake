@@ -11,6 +11,9 @@ install(TARGETS supervise-build RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/
 install(TARGETS Qtilities MorvalenCore TclConsole TclScripting tcl EXPORT TclScriptingTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         COMPONENT runtime NAMELINK_COMPONENT development)
+# Opened by MorvalenCore, beside which it lies; nobody links it.
+install(TARGETS MorvalenGit
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_SKIP)
 install(EXPORT TclScriptingTargets NAMESPACE TclScripting:: DESTINATION "${PACKAGE_DIR}"
     COMPONENT development)
 

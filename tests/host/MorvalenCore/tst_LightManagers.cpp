@@ -3,23 +3,31 @@
 #include <MorvalenCore/EditorManager.h>
 #include <MorvalenCore/MorvalenManager.h>
 
+#include <Qtilities/Logger.h>
 #include <Qtilities/QtilitiesApplication.h>
 
 #include <QApplication>
 #include <QMainWindow>
-#include <QNetworkDatagram>
 #include <QPointer>
 #include <QSignalSpy>
+#include <QSocketNotifier>
 #include <QTest>
 #include <QUdpSocket>
 
+#include <cerrno>
 #include <memory>
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::EditorManager;
 using MorvalenCore::ExtensionWidgetParameters;
 using MorvalenCore::MorvalenManager;
 using Qtilities::CoreGui::QtilitiesApplication;
+using Qtilities::Logging::Logger;
 
 // The services that belong to no design.
 class tst_LightManagers : public QObject
@@ -35,6 +43,7 @@ private Q_SLOTS:
 
     void givesTheSessionAPort();
     void readsAndDropsWhatArrives();
+    void tellsWhyThereIsNoPort();
     void handsAWidgetToTheMainWindow();
     void showsAWidgetByItselfWithoutAMainWindow();
     void showsAWidgetByItselfWhenNobodyTakesIt();
@@ -76,17 +85,43 @@ void tst_LightManagers::givesTheSessionAPort()
 void tst_LightManagers::readsAndDropsWhatArrives()
 {
     const int port = manager->getUdpSocketForSession();
-    const auto *const socket = manager->findChild<QUdpSocket *>();
-    QVERIFY(socket);
-    QCOMPARE(socket->localAddress(), QHostAddress(QHostAddress::LocalHost));
-    QSignalSpy arrived(socket, &QUdpSocket::readyRead);
+    const auto *const arrivals = manager->findChild<QSocketNotifier *>();
+    QVERIFY(arrivals);
+    const int socket = int(arrivals->socket());
+    sockaddr_in address {};
+    socklen_t size = sizeof address;
+    QCOMPARE(getsockname(socket, reinterpret_cast<sockaddr *>(&address), &size), 0);
+    QCOMPARE(ntohl(address.sin_addr.s_addr), in_addr_t(INADDR_LOOPBACK));
+    QSignalSpy arrived(arrivals, &QSocketNotifier::activated);
     QUdpSocket sender;
 
     for (int count = 1; count <= 3; ++count) {
         QCOMPARE(sender.writeDatagram("hello", QHostAddress::LocalHost, quint16(port)), 5);
         QTRY_COMPARE(arrived.size(), count);
-        QVERIFY(!socket->hasPendingDatagrams());
+        char byte = 0;
+        QCOMPARE(recv(socket, &byte, sizeof byte, MSG_PEEK | MSG_DONTWAIT), ssize_t(-1));
+        QCOMPARE(errno, EAGAIN);
     }
+}
+
+// The next call finds one, when one can be had again.
+void tst_LightManagers::tellsWhyThereIsNoPort()
+{
+    Logger logger;
+    Logger::setInstance(&logger);
+    QSignalSpy told(&logger, &Logger::messageLogged);
+    rlimit before {};
+    QCOMPARE(getrlimit(RLIMIT_NOFILE, &before), 0);
+    const rlimit none {0, before.rlim_max};
+    QCOMPARE(setrlimit(RLIMIT_NOFILE, &none), 0);
+    const int port = manager->getUdpSocketForSession();
+    QCOMPARE(setrlimit(RLIMIT_NOFILE, &before), 0);
+    Logger::setInstance(nullptr);
+
+    QCOMPARE(port, 0);
+    QCOMPARE(told.size(), 1);
+    QCOMPARE(told[0][2].toString(), u"No UDP port for the session: Too many open files"_s);
+    QVERIFY(manager->getUdpSocketForSession() > 0);
 }
 
 void tst_LightManagers::handsAWidgetToTheMainWindow()

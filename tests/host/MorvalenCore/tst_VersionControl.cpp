@@ -2,6 +2,7 @@
 #include "tests/host/MorvalenCore/SessionFixture.h"
 #include "tests/TestClass.h"
 #include "vcs/GitHistory.h"
+#include "vcs/gitlibrary.h"
 
 #include <QTest>
 
@@ -47,6 +48,7 @@ private Q_SLOTS:
     void givesUpWhenCancelled();
     void opensNothingButFilesAndFolders_data();
     void opensNothingButFilesAndFolders();
+    void tellsWhenItsLibraryIsGone();
     void answersForDesignItems();
     void answersForDesignItemsInAnotherThread();
 
@@ -226,6 +228,24 @@ void tst_VersionControl::writeDesign()
     const QByteArray component = SessionFixture::read(made->componentFileName());
     session->closeAll();
     write(u"ip/component.xml"_s, component);
+}
+
+void tst_VersionControl::tellsWhenItsLibraryIsGone()
+{
+    const QString gone = session->path(u"gone"_s);
+    const auto opened = MorvalenCore::openGitLibrary(gone);
+    QCOMPARE(opened.status().kind(), Qtilities::Core::Status::Kind::Io);
+    QCOMPARE(opened.status().text(),
+             u"Version control cannot be asked: "_s + gone
+                 + u"/libMorvalenGit.so.1: cannot open shared object file: No such file or "
+                   "directory"_s);
+    // A library of that name that is another one.
+    QVERIFY(QDir().mkpath(gone));
+    const QString here = MorvalenCore::libraryFolder();
+    QVERIFY(QFile::link(here + u"/libQtilities.so.1"_s, gone + u"/libMorvalenGit.so.1"_s));
+    const QString text = MorvalenCore::openGitLibrary(gone).status().text();
+    QVERIFY2(text.endsWith(u": undefined symbol: morvalenLastCommit"_s), qPrintable(text));
+    QVERIFY(MorvalenCore::openGitLibrary(here).isOk());
 }
 
 void tst_VersionControl::answersForDesignItems()

@@ -5,9 +5,9 @@
 
 #include <QObject>
 
-QT_FORWARD_DECLARE_CLASS(QUdpSocket)
-
 namespace MorvalenCore {
+
+class SessionPort;
 
 // The services of the running program that belong to no design. One manager per process.
 class MORVALENCORE_EXPORT MorvalenManager : public QObject
@@ -38,7 +38,7 @@ Q_SIGNALS:
     void extensionWidgetAdded(const MorvalenCore::ExtensionWidgetParameters &parameters);
 
 private:
-    QUdpSocket *sessionSocket = nullptr;
+    SessionPort *sessionPort = nullptr;
 };
 
 } // namespace MorvalenCore

@@ -1,12 +1,12 @@
 #include <MorvalenCore/MorvalenManager.h>
 
+#include "managers/SessionPort.h"
+
 #include <Qtilities/Logger.h>
 #include <Qtilities/QtilitiesApplication.h>
 #include <Qtilities/Replaceable.h>
 
 #include <QMetaMethod>
-#include <QNetworkDatagram>
-#include <QUdpSocket>
 
 namespace MorvalenCore {
 
@@ -20,12 +20,6 @@ Qtilities::Core::Replaceable<MorvalenManager> &slot()
 {
     static auto *const theSlot = new Qtilities::Core::Replaceable<MorvalenManager>;
     return *theSlot;
-}
-
-void dropDatagrams(QUdpSocket *socket)
-{
-    while (socket->hasPendingDatagrams())
-        socket->receiveDatagram(0);
 }
 
 } // namespace
@@ -54,19 +48,14 @@ void MorvalenManager::addExtensionWidget(const ExtensionWidgetParameters &parame
 
 int MorvalenManager::getUdpSocketForSession()
 {
-    if (!sessionSocket) {
-        sessionSocket = new QUdpSocket(this);
-        connect(sessionSocket, &QUdpSocket::readyRead, this,
-                [this] { dropDatagrams(sessionSocket); });
-    }
-    if (sessionSocket->state() != QAbstractSocket::BoundState
-        && !sessionSocket->bind(QHostAddress::LocalHost, 0)) {
-        Logger::instance()->logMessage(
-            QString(), Logger::Warning,
-            u"No UDP port for the session: %1"_s.arg(sessionSocket->errorString()));
-        return 0;
-    }
-    return sessionSocket->localPort();
+    if (!sessionPort)
+        sessionPort = new SessionPort(this);
+    const auto port = sessionPort->number();
+    if (port.isOk())
+        return port.value();
+    Logger::instance()->logMessage(QString(), Logger::Warning,
+                                   u"No UDP port for the session: %1"_s.arg(port.status().text()));
+    return 0;
 }
 
 } // namespace MorvalenCore

@@ -1,47 +1,17 @@
 #include "vcs/GitHistory.h"
 
+#include "log/hostlog.h"
 #include "vcs/gitfolder.h"
+#include "vcs/gitlibrary.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
-
-#include <git2.h>
-
-#include <memory>
-#include <optional>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace MorvalenCore {
 
 namespace {
-
-template <auto Free>
-struct Releaser
-{
-    template <typename Object>
-    void operator()(Object *object) const
-    {
-        Free(object);
-    }
-};
-using Repository = std::unique_ptr<git_repository, Releaser<git_repository_free>>;
-using Commit = std::unique_ptr<git_commit, Releaser<git_commit_free>>;
-using Tree = std::unique_ptr<git_tree, Releaser<git_tree_free>>;
-using TreeEntry = std::unique_ptr<git_tree_entry, Releaser<git_tree_entry_free>>;
-using Reference = std::unique_ptr<git_reference, Releaser<git_reference_free>>;
-using Object = std::unique_ptr<git_object, Releaser<git_object_free>>;
-
-// Calls of the library that make an object: the object, or null when the call failed.
-template <typename Pointer, typename Call>
-Pointer made(Call call)
-{
-    typename Pointer::pointer object = nullptr;
-    if (call(&object) != 0)
-        object = nullptr;
-    return Pointer(object);
-}
 
 // The path with its folder resolved, since the repository knows its own place without links. The
 // last part stays: a link can be under version control itself.
@@ -56,107 +26,31 @@ QString resolved(const QString &path)
     return QDir::cleanPath(QFileInfo(folder).canonicalFilePath() + u'/' + rest);
 }
 
-Repository repositoryAround(const QString &path)
+// Null, with the reason in the log once, when it cannot be had.
+LastCommit *lastCommit()
 {
-    const QString git = gitFolderAround(path);
-    if (git.isEmpty())
-        return {};
-    return made<Repository>([&](git_repository **repository) {
-        return git_repository_open_ext(
-            repository, QFile::encodeName(git).constData(),
-            GIT_REPOSITORY_OPEN_NO_SEARCH | GIT_REPOSITORY_OPEN_NO_DOTGIT, nullptr);
-    });
-}
-
-// What a commit holds at a path: the id of the file or folder; none when there is nothing.
-std::optional<git_oid> idAt(const git_commit *commit, const QByteArray &path)
-{
-    const Tree tree = made<Tree>([&](git_tree **made) { return git_commit_tree(made, commit); });
-    if (!tree)
-        return {};
-    if (path.isEmpty())
-        return *git_tree_id(tree.get());
-    const TreeEntry entry = made<TreeEntry>([&](git_tree_entry **made) {
-        return git_tree_entry_bypath(made, tree.get(), path.constData());
-    });
-    if (!entry)
-        return {};
-    return *git_tree_entry_id(entry.get());
-}
-
-bool same(const std::optional<git_oid> &left, const std::optional<git_oid> &right)
-{
-    return left.has_value() == right.has_value() && (!left || git_oid_equal(&*left, &*right));
-}
-
-// Goes back from a commit as long as a parent holds the same at the path. Where branches were
-// joined, the first parent that holds the same is where the content came from.
-Commit lastChange(Commit commit, const QByteArray &path, const std::atomic_bool *cancelled)
-{
-    const std::optional<git_oid> content = idAt(commit.get(), path);
-    if (!content)
-        return {};
-    while (!cancelled || !*cancelled) {
-        Commit origin;
-        for (unsigned i = 0; i < git_commit_parentcount(commit.get()) && !origin; ++i) {
-            Commit parent = made<Commit>(
-                [&](git_commit **made) { return git_commit_parent(made, commit.get(), i); });
-            if (parent && same(idAt(parent.get(), path), content))
-                origin = std::move(parent);
-        }
-        if (!origin)
-            return commit;
-        commit = std::move(origin);
-    }
-    return {};
-}
-
-QString abbreviatedId(const git_commit *commit)
-{
-    git_buf id = {};
-    const auto *object = reinterpret_cast<const git_object *>(commit);
-    if (git_object_short_id(&id, object) != 0)
-        return {};
-    const QString text = QString::fromLatin1(id.ptr);
-    git_buf_dispose(&id);
-    return text;
+    static LastCommit *const function = []() -> LastCommit * {
+        const auto opened = openGitLibrary(libraryFolder());
+        if (opened.isOk())
+            return opened.value();
+        logWarning(opened.status().text());
+        return nullptr;
+    }();
+    return function;
 }
 
 } // namespace
 
 GitHistory GitHistory::of(const QString &path, const std::atomic_bool *cancelled)
 {
-    static const int started = git_libgit2_init();
-    if (started < 0 || path.isEmpty())
+    if (path.isEmpty())
         return {};
-
     const QString place = resolved(path);
-    const Repository repository = repositoryAround(place);
-    if (!repository || git_repository_is_bare(repository.get()))
+    const QString git = gitFolderAround(place);
+    QString id;
+    if (git.isEmpty() || !lastCommit() || !lastCommit()(git, place, cancelled, &id))
         return {};
-    const QString top =
-        QDir::cleanPath(QFile::decodeName(git_repository_workdir(repository.get())));
-    if (place != top && !place.startsWith(top + u'/'))
-        return {};
-
-    const Reference head = made<Reference>(
-        [&](git_reference **made) { return git_repository_head(made, repository.get()); });
-    if (!head)
-        return {};
-    const Object tip = made<Object>(
-        [&](git_object **made) { return git_reference_peel(made, head.get(), GIT_OBJECT_COMMIT); });
-    Commit newest = tip ? made<Commit>([&](git_commit **made) {
-        return git_commit_lookup(made, repository.get(), git_object_id(tip.get()));
-    })
-                        : Commit();
-    if (!newest)
-        return {};
-
-    const Commit commit =
-        lastChange(std::move(newest), QFile::encodeName(place.mid(top.size() + 1)), cancelled);
-    if (!commit)
-        return {};
-    return {u"Git"_s, abbreviatedId(commit.get())};
+    return {u"Git"_s, id};
 }
 
 } // namespace MorvalenCore
