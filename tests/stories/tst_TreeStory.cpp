@@ -258,7 +258,7 @@ void tst_TreeStory::returnEndsANameAndNothingElse()
     QTest::failOnWarning(QRegularExpression(u"does not belong to this view"_s));
     makeUart();
     story->type(u"morvalen property WIDTH 8 -type int"_s);
-    QTRY_VERIFY(find(u"WIDTH"_s).isValid());
+    QTRY_VERIFY(story->row(u"WIDTH"_s).isValid());
     const EditorArea *area = story->window().designsMode()->editorArea();
     QVERIFY(area->pages().isEmpty());
     const auto edit = [this](const QString &row, const QString &typed) {
@@ -274,7 +274,7 @@ void tst_TreeStory::returnEndsANameAndNothingElse()
     edit(u"top.v"_s, u"main.v"_s);
     QTRY_COMPARE(under(u"rtl"_s), (QStringList {u"main.v"_s, u"b.v"_s}));
     edit(u"WIDTH"_s, u"16"_s);
-    QTRY_COMPARE(find(u"WIDTH"_s).siblingAtColumn(1).data().toString(), u"16"_s);
+    QTRY_COMPARE(story->row(u"WIDTH"_s).siblingAtColumn(1).data().toString(), u"16"_s);
     QVERIFY(area->pages().isEmpty());
     QVERIFY(view()->hasFocus());
 }
