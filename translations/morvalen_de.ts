@@ -47,6 +47,10 @@
         <source>The design &quot;%1&quot; is closed</source>
         <translation>Das Design „%1“ ist geschlossen</translation>
     </message>
+    <message>
+        <source>Build configuration</source>
+        <translation>Build-Konfiguration</translation>
+    </message>
 </context>
 <context>
     <name>BuildMenu</name>
@@ -738,6 +742,10 @@
     <message>
         <source>Lines with &quot;-&quot; are on disk only, lines with &quot;+&quot; are here only.</source>
         <translation>Zeilen mit „-“ gibt es nur auf der Platte, Zeilen mit „+“ nur hier.</translation>
+    </message>
+    <message>
+        <source>Difference</source>
+        <translation>Unterschied</translation>
     </message>
 </context>
 <context>
@@ -2276,6 +2284,10 @@ Ein Doppelklick auf die Datei eines Designs öffnet sie.</translation>
     <message>
         <source>Not Removed</source>
         <translation>Nicht entfernt</translation>
+    </message>
+    <message>
+        <source>Shared properties</source>
+        <translation>Gemeinsame Eigenschaften</translation>
     </message>
 </context>
 <context>

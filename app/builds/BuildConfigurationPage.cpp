@@ -109,6 +109,7 @@ void BuildConfigurationPage::layOut()
     content->addLayout(form);
     content->addWidget(splitter, 1);
     auto *scrolled = new QScrollArea(this);
+    scrolled->setAccessibleName(tr("Build configuration"));
     scrolled->setFrameShape(QFrame::NoFrame);
     scrolled->setWidgetResizable(true);
     scrolled->setWidget(inside);

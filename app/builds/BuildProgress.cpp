@@ -102,28 +102,46 @@ void BuildProgress::setEndTime(int milliseconds) { hiding->setInterval(milliseco
 void BuildProgress::begin(BuildConfiguration *configuration)
 {
     hiding->stop();
-    shown = configuration;
-    title->setText(titleOf(configuration));
-    // Busy until the number of steps is known.
-    bar->setRange(0, 0);
+    counts.remove(configuration);
+    turnTo(configuration);
     bar->show();
     cancelButton->show();
     setStep(QString());
     show();
 }
 
-void BuildProgress::showProgress(BuildConfiguration *configuration, int done, int total)
+void BuildProgress::turnTo(BuildConfiguration *configuration)
 {
-    if (configuration != shown)
-        return;
+    shown = configuration;
+    hasRunning = false;
+    title->setText(titleOf(configuration));
+    showCounts();
+}
+
+// Busy until the number of steps is known.
+void BuildProgress::showCounts()
+{
+    const auto [done, total] = counts.value(shown);
     bar->setRange(0, total);
     bar->setValue(done);
 }
 
-void BuildProgress::showRunning(const BuildConfiguration *configuration,
-                                const QList<RunningStep> &steps)
+void BuildProgress::showProgress(const BuildConfiguration *configuration, int done, int total)
 {
-    if (configuration != shown || steps.isEmpty())
+    counts.insert(configuration, {done, total});
+    if (configuration == shown)
+        showCounts();
+}
+
+// Of builds that run as one, that one is shown of which something runs.
+void BuildProgress::showRunning(BuildConfiguration *configuration, const QList<RunningStep> &steps)
+{
+    if (configuration != shown && !hasRunning && !steps.isEmpty())
+        turnTo(configuration);
+    if (configuration != shown)
+        return;
+    hasRunning = !steps.isEmpty();
+    if (!hasRunning)
         return;
     QStringList texts;
     for (const RunningStep &running : steps)
@@ -133,6 +151,7 @@ void BuildProgress::showRunning(const BuildConfiguration *configuration,
 
 void BuildProgress::end(const BuildConfiguration *configuration)
 {
+    counts.remove(configuration);
     if (configuration != shown)
         return;
     const QList<BuildConfiguration *> running = BuildMonitor::instance()->running();

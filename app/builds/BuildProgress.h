@@ -2,6 +2,7 @@
 
 #include <MorvalenCore/BuildMonitor.h>
 
+#include <QHash>
 #include <QPointer>
 #include <QWidget>
 
@@ -26,13 +27,19 @@ public:
 private:
     void layOut();
     void begin(MorvalenCore::BuildConfiguration *configuration);
-    void showProgress(MorvalenCore::BuildConfiguration *configuration, int done, int total);
-    void showRunning(const MorvalenCore::BuildConfiguration *configuration,
+    void turnTo(MorvalenCore::BuildConfiguration *configuration);
+    void showCounts();
+    void showProgress(const MorvalenCore::BuildConfiguration *configuration, int done, int total);
+    void showRunning(MorvalenCore::BuildConfiguration *configuration,
                      const QList<MorvalenCore::RunningStep> &steps);
     void end(const MorvalenCore::BuildConfiguration *configuration);
     void setStep(const QString &step);
 
     QPointer<MorvalenCore::BuildConfiguration> shown;
+    // Whether something of it runs, as far as that is known.
+    bool hasRunning = false;
+    // The steps done and to do of each build that runs.
+    QHash<const MorvalenCore::BuildConfiguration *, std::pair<int, int>> counts;
     QLabel *title;
     QProgressBar *bar;
     QLabel *step;

@@ -38,6 +38,7 @@ SharedPropertiesDialog::SharedPropertiesDialog(const TreeRow &itemRow, QWidget *
 {
     setObjectName(u"sharedPropertiesDialog"_s);
     setWindowTitle(tr("Shared Properties of \"%1\"").arg(rowtexts::name(row)));
+    list->setAccessibleName(tr("Shared properties"));
     list->setHeaderLabels({tr("Name"), tr("Type"), tr("Value")});
     list->setRootIsDecorated(false);
     auto *column = new QWidget(this);

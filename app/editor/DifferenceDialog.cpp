@@ -70,6 +70,7 @@ DifferenceDialog::DifferenceDialog(const QString &title, const QString &onDisk, 
                              this);
     label->setWordWrap(true);
     auto *text = new QPlainTextEdit(difference, this);
+    text->setAccessibleName(tr("Difference"));
     text->setReadOnly(true);
     text->setLineWrapMode(QPlainTextEdit::NoWrap);
     text->setFont(EditorSettings::instance()->font());

@@ -58,7 +58,11 @@ Status show(TextPlace place, const QString &folder)
         if (!found.isOk())
             return found;
     }
-    const QString path = placesearch::find(place.file, folder);
+    QString path = placesearch::find(place.file, folder);
+    // Names have blanks, so that the words before one are taken for a part of it.
+    for (qsizetype blank = place.file.indexOf(u' '); path.isEmpty() && blank >= 0;
+         blank = place.file.indexOf(u' ', blank + 1))
+        path = placesearch::find(place.file.sliced(blank + 1), folder);
     if (path.isEmpty())
         return Status::notFound(Texts::tr("There is no file \"%1\".").arg(place.file));
     return placeopening::show(path, place.line, place.column);

@@ -20,6 +20,7 @@ ReportDialog::ReportDialog(const QString &title, const QString &report, QWidget 
     setObjectName(u"reportDialog"_s);
     setWindowTitle(title);
     auto *text = new QPlainTextEdit(report, this);
+    text->setAccessibleName(title);
     text->setReadOnly(true);
     text->setLineWrapMode(QPlainTextEdit::NoWrap);
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);

@@ -87,18 +87,21 @@ PlacesPage::PlacesPage(QWidget *parent)
         note(tr("Folders outside of a design's own that its builds may write to, such as a "
                 "scratch disk; one on each line."),
              this));
-    form->addRow(tr("&Folder of projects:"), projectsRow());
-    form->addRow(note(tr("Where projects are opened and saved unless you say otherwise."), this));
+    addProjects(form);
 }
 
-QLayout *PlacesPage::projectsRow()
+void PlacesPage::addProjects(QFormLayout *form)
 {
+    // Which of the two in the row is named.
+    auto *label = new QLabel(tr("&Folder of projects:"), this);
+    label->setBuddy(projects);
     auto *choose = new QPushButton(tr("&Choose..."), this);
     connect(choose, &QPushButton::clicked, this, &PlacesPage::chooseFolder);
     auto *row = new QHBoxLayout;
     row->addWidget(projects);
     row->addWidget(choose);
-    return row;
+    form->addRow(label, row);
+    form->addRow(note(tr("Where projects are opened and saved unless you say otherwise."), this));
 }
 
 void PlacesPage::chooseFolder()

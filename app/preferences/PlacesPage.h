@@ -22,7 +22,7 @@ public:
     void showUsual() override;
 
 private:
-    QLayout *projectsRow();
+    void addProjects(QFormLayout *form);
     QStringList targetFolders() const;
     void chooseFolder();
 

@@ -1,5 +1,6 @@
 // Build configurations from their rows in the tree and on their page.
 
+#include "app/builds/BuildProgress.h"
 #include "app/designs/DesignTree.h"
 #include "app/designs/DesignTreeView.h"
 #include "app/DesignsMode.h"
@@ -23,6 +24,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPlainTextEdit>
+#include <QProgressBar>
 #include <QRegularExpression>
 #include <QTableWidget>
 
@@ -58,6 +60,7 @@ private Q_SLOTS:
     void thePageGoesBackAndForth();
     void aFolderThatHasVanishedIsTold();
     void runningStepsAreShownWithTheirTime();
+    void runningStepsOfJointBuildsAreShown();
     void closingWhileABuildRunsAndATextIsUnsaved();
 
 private:
@@ -75,7 +78,9 @@ private:
     // Saves, and runs the journal since the design was made.
     void replay();
     // Builds, and does something meanwhile, again until it says that it has come to its end.
-    void whileItRuns(const std::function<bool()> &visit);
+    void whileItRuns(const std::function<bool()> &visit) { whileItRuns(QString(), visit); }
+    // By a command, or by F7 where there is none.
+    void whileItRuns(const QString &command, const std::function<bool()> &visit);
 
     std::unique_ptr<Story> story;
 };
@@ -297,7 +302,8 @@ void tst_ConfigurationsStory::aFolderThatHasVanishedIsTold()
 }
 
 // The run comes back only when it has ended; what happens meanwhile happens in its event loop.
-void tst_ConfigurationsStory::whileItRuns(const std::function<bool()> &visit)
+void tst_ConfigurationsStory::whileItRuns(const QString &command,
+                                          const std::function<bool()> &visit)
 {
     QTimer watch;
     watch.callOnTimeout(&story->window(), [&] {
@@ -308,8 +314,14 @@ void tst_ConfigurationsStory::whileItRuns(const std::function<bool()> &visit)
             watch.start();
     });
     watch.start(20);
-    view()->setFocus();
-    story->press(Qt::Key_F7);
+    if (!command.isEmpty())
+        story->window().activateMode(105);
+    else
+        view()->setFocus();
+    if (!command.isEmpty())
+        story->type(command);
+    else
+        story->press(Qt::Key_F7);
     QTRY_VERIFY_WITH_TIMEOUT(!watch.isActive(), patient(20'000));
     QTRY_VERIFY_WITH_TIMEOUT(BuildMonitor::instance()->running().isEmpty(), patient(20'000));
 }
@@ -336,6 +348,32 @@ void tst_ConfigurationsStory::runningStepsAreShownWithTheirTime()
     });
     QCOMPARE(state(0), u"Completed"_s);
     QVERIFY2(state(1) != u"Completed"_s, qPrintable(state(1)));
+}
+
+// The design whose build has more to do is the first one here; the one that began last is done at
+// once.
+void tst_ConfigurationsStory::runningStepsOfJointBuildsAreShown()
+{
+    NEEDS_TOOL("ninja", "ninja-build");
+    story->type(u"morvalen step add sim wait -command {sleep 600; touch $(OUTPUTS)} -outputs late "
+                "-inputs made"_s);
+    story->type(u"designs new timer; morvalen configuration add sim; morvalen step add sim touch "
+                "-command {touch $(OUTPUTS)} -outputs made"_s);
+    static const QRegularExpression shown(u"^wait \\([0-9]+ s\\)$"_s);
+    whileItRuns(u"morvalen build -all"_s, [&] {
+        const auto running = BuildMonitor::instance()->running();
+        const auto *step = story->find<QLabel>("buildStep");
+        const auto *bar = story->find<BuildProgress>("buildProgress")->findChild<QProgressBar *>();
+        if (running.size() != 2 || !shown.match(step->text()).hasMatch()
+            || bar->text() != u"1 of 2"_s)
+            return false;
+        const auto *title = story->find<QLabel>("buildTitle");
+        QVERIFY_OR_END(title->text() == u"uart: sim"_s);
+        running.first()->cancel();
+        return true;
+    });
+    DesignManager::instance()->closeDesigns({u"local.global.timer.1.0"_s}, true);
+    QVERIFY(QDir(story->session() + u"/Designs/timer"_s).removeRecursively());
 }
 
 void tst_ConfigurationsStory::closingWhileABuildRunsAndATextIsUnsaved()

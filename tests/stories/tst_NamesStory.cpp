@@ -7,11 +7,11 @@
 #include "app/MainWindow.h"
 #include "app/window/FocusMark.h"
 #include "console/QtclConsole.h"
+#include "tests/stories/spokennames.h"
 #include "tests/stories/Story.h"
 #include "tests/TestClass.h"
 
 #include <QAbstractScrollArea>
-#include <QAccessible>
 #include <QDialog>
 #include <QDockWidget>
 #include <QHeaderView>
@@ -58,21 +58,7 @@ void tst_NamesStory::everyControlHasAName()
     story->window().activateMode(DesignsMode::id);
     for (QDockWidget *dock : story->window().findChildren<QDockWidget *>())
         dock->show();
-    QStringList nameless;
-    for (QWidget *widget : story->window().findChildren<QWidget *>()) {
-        // What a label says is its name, if it says anything.
-        if (qobject_cast<QLabel *>(widget) || widget->isWindow()
-            || widget->focusPolicy() == Qt::NoFocus || widget->focusProxy()
-            || widget->objectName().startsWith(u"qt_"_s))
-            continue;
-        QAccessibleInterface *spoken = QAccessible::queryAccessibleInterface(widget);
-        if (!spoken || spoken->text(QAccessible::Name).isEmpty())
-            nameless.append(
-                QString::fromLatin1(widget->metaObject()->className()) + u" \""_s
-                + widget->objectName() + u"\" in "_s
-                + (widget->parentWidget() ? widget->parentWidget()->objectName() : QString()));
-    }
-    QCOMPARE(nameless.join(u'\n'), QString());
+    QCOMPARE(withoutNames(&story->window()), QString());
 }
 
 int tst_NamesStory::widest(int column) const

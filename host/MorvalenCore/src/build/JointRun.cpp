@@ -58,6 +58,7 @@ JointRun::JointRun(const QList<JointPart> &theParts, const NinjaFile &fileOfFirs
         firstSteps.append(first);
         first += int(part.plan.steps.size());
     }
+    connect(this, &BuildRun::stepsRun, this, &JointRun::divideRunning);
 }
 
 QString JointRun::fileName() { return u"joint.ninja"_s; }
@@ -108,6 +109,17 @@ void JointRun::stepShown(int step, int ended, int total)
     speaker = partOf(step);
     Q_EMIT partProgressed(speaker, ++counts[speaker], totals[speaker],
                           parts[speaker].plan.steps[step - firstSteps[speaker]].name);
+}
+
+void JointRun::divideRunning(const QList<RunningSteps::Step> &steps)
+{
+    QList<QList<RunningSteps::Step>> byPart(parts.size());
+    for (const RunningSteps::Step &step : steps) {
+        const int part = partOf(step.index);
+        byPart[part].append({step.index - firstSteps[part], step.milliseconds});
+    }
+    for (int part = 0; part < parts.size(); ++part)
+        Q_EMIT partStepsRun(part, byPart[part]);
 }
 
 // Behind a failure, what would be run now is what was not run although it had to be.

@@ -30,6 +30,8 @@ public:
 Q_SIGNALS:
     // The same as progressed(), of one of the plans. The step is empty before the first one.
     void partProgressed(int part, int done, int total, const QString &step);
+    // The same as stepsRun(), of each of the plans.
+    void partStepsRun(int part, const QList<MorvalenCore::RunningSteps::Step> &steps);
 
 private:
     Qtilities::Core::Status prepare(bool onlyLooks) override;
@@ -40,6 +42,7 @@ private:
     void stepShown(int step, int ended, int total) override;
 
     int partOf(int step) const;
+    void divideRunning(const QList<RunningSteps::Step> &steps);
     void divide(const Qtilities::Core::Status &ninjasEnd, const QList<int> &left);
     void tell(const Qtilities::Core::Status &status);
 

@@ -96,14 +96,19 @@ Status ConfigurationRunner::run(bool onlyOutdated, const Tell &tell, const Build
         [this](int done, int total, const QString &step) { showProgress(done, total, step); });
     QObject::connect(&run, &BuildRun::stepsRun, &configuration,
                      [this, kept = underWay.kept](const QList<RunningSteps::Step> &steps) {
-                         QList<RunningStep> named;
-                         for (const RunningSteps::Step &step : steps)
-                             named.append({kept->plan.steps[step.index].name, step.milliseconds});
-                         BuildMonitor::instance()->tellRunning(&configuration, named);
+                         showRunning(*kept, steps);
                      });
     begin(run);
     run.run(onlyOutdated ? BuildRun::Kind::Outdated : BuildRun::Kind::All);
     return end(underWay, run.endOfRun(), tell);
+}
+
+void ConfigurationRunner::showRunning(const KeptPlan &kept, const QList<RunningSteps::Step> &steps)
+{
+    QList<RunningStep> named;
+    for (const RunningSteps::Step &step : steps)
+        named.append({kept.plan.steps[step.index].name, step.milliseconds});
+    BuildMonitor::instance()->tellRunning(&configuration, named);
 }
 
 Result<ConfigurationRunner::UnderWay> ConfigurationRunner::prepare()

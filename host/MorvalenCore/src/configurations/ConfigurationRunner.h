@@ -60,6 +60,7 @@ public:
     void begin(BuildRun &run);
     void connectToLog(const BuildRun &run);
     void showProgress(int done, int total, const QString &step);
+    void showRunning(const KeptPlan &kept, const QList<RunningSteps::Step> &steps);
     static Qtilities::Core::Status end(const UnderWay &underWay, const BuildRun::End &end,
                                        const Tell &tell);
     // Notes what was made before the end does, so that the records of several are written at once.

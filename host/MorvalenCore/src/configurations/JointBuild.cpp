@@ -196,6 +196,12 @@ void JointBuild::runParts()
                          if (ConfigurationItem *item = parts[size_t(part)].underWay.configuration)
                              item->buildRunner().showProgress(done, total, step);
                      });
+    QObject::connect(&run, &JointRun::partStepsRun, &run,
+                     [this](int part, const QList<RunningSteps::Step> &steps) {
+                         const auto &underWay = parts[size_t(part)].underWay;
+                         if (ConfigurationItem *item = underWay.configuration)
+                             item->buildRunner().showRunning(*underWay.kept, steps);
+                     });
     // Whoever hears of it may close a design.
     for (const Part &part : parts) {
         if (ConfigurationItem *item = part.underWay.configuration)
