@@ -8,6 +8,12 @@ function(rule word)
     must_be("${word}:\n${output}" "${word}:\n${expected}\n")
 endfunction()
 
+rule(one-of-each
+    "set mine yes\; set starts -> 0 1"
+    "list $mine $starts -> 0 yes 2"
+    "one console"
+    "one interpreter"
+    "the first has lost it")
 rule(notifier-first "lsort $served -> 0 pipe server timer")
 rule(notifier-late
     "Warning: Qtk_InitNotifier was called after the start-up script: what that opened, such as a server or a pipe, is never served. Call it before TclScriptManager is made."

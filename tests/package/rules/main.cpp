@@ -71,6 +71,23 @@ const QByteArray threeEvents = R"(
     fileevent $pipe readable { lappend served pipe; close $pipe; look }
 )";
 
+// A second manager has what the first has, and begins anew.
+void oneOfEach()
+{
+    writeStartup("incr starts\n");
+    TclScriptManager first(nullptr);
+    first.initializeMode();
+    const QtclConsole *const console = QtclConsole::getInstance(nullptr, {});
+    const Tcl_Interp *const interp = registry()->interp;
+    run(first, u"set mine yes; set starts"_s);
+    TclScriptManager second(nullptr);
+    second.initializeMode();
+    run(second, u"list $mine $starts"_s);
+    print(QtclConsole::getInstance(nullptr, {}) == console ? u"one console"_s : u"two consoles"_s);
+    print(registry()->interp == interp ? u"one interpreter"_s : u"two interpreters"_s);
+    print(first.centralWidget() ? u"it stays with the first"_s : u"the first has lost it"_s);
+}
+
 int finish(ClientData, Tcl_Interp *, int, const char **)
 {
     QCoreApplication::quit();
@@ -332,6 +349,7 @@ const std::map<QString, void (*)()> rules {
     {u"name-of-its-own"_s, owndesigns::nameIsItsOwn},
     {u"notifier-first"_s, notifierFirst},
     {u"notifier-late"_s, notifierLate},
+    {u"one-of-each"_s, oneOfEach},
     {u"one-object"_s, oneObjectOfAClass},
     {u"prompt"_s, promptOfTheConsole},
     {u"startup-silent"_s, startupInSilence},
