@@ -1,6 +1,6 @@
 # What is installed, in three components as distributions pack them:
 #   runtime      the shared libraries
-#   development  headers, the CMake package and pkg-config's files
+#   development  headers, the CMake package, pkg-config's files, and how to write a host
 #   program      the program and what a desktop and a shell know of it
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME program)
 
@@ -46,6 +46,14 @@ foreach(library IN ITEMS qtilities morvalencore tclconsole tclscripting)
     install(FILES "${CMAKE_BINARY_DIR}/${library}.pc" DESTINATION "${pkgconfig_dir}"
         COMPONENT development)
 endforeach()
+
+# How to write a host: the pages lie as they do here, so that their links hold.
+set(MORVALEN_HOST_DOC_DIR "${CMAKE_INSTALL_DATAROOTDIR}/doc/morvalen" CACHE STRING
+    "Where the pages and the example for hosts go")
+install(FILES docs/embedding.md docs/own-host.md docs/running-scripts.md
+    DESTINATION "${MORVALEN_HOST_DOC_DIR}/docs" COMPONENT development)
+install(DIRECTORY examples/host DESTINATION "${MORVALEN_HOST_DOC_DIR}/examples"
+    COMPONENT development)
 
 # The desktop's share, and the shell's.
 set(share "${CMAKE_INSTALL_DATAROOTDIR}")

@@ -70,6 +70,29 @@ foreach(word IN ITEMS TclScripting MorvalenCore Qtilities git2)
     endif()
 endforeach()
 
+# The pages for hosts: their links hold, and the example is built from where it lies.
+set(pages "${prefix}/share/doc/morvalen/docs")
+foreach(page IN ITEMS embedding own-host running-scripts)
+    file(READ "${pages}/${page}.md" text)
+    string(REPLACE "](" "\n:" text "${text}") # brackets would join the elements of a list
+    string(REGEX MATCHALL "\n:[^)#:]+[)#]" links "${text}")
+    list(APPEND all_links ${links})
+    foreach(link IN LISTS links)
+        string(REGEX REPLACE "\n:(.*)." "\\1" path "${link}")
+        if(NOT EXISTS "${pages}/${path}")
+            message(FATAL_ERROR "the installed page ${page}.md leads to ${path}, which is not there")
+        endif()
+    endforeach()
+endforeach()
+if(NOT all_links)
+    message(FATAL_ERROR "the installed pages have no links")
+endif()
+must(${configure} -S "${pages}/../examples/host" -B "${WORK}/example")
+must("${CMAKE_COMMAND}" --build "${WORK}/example")
+must("${WORK}/example/example_host" "${WORK}/shelf" "designs new uart {Custom Design} Flat"
+    "designs list")
+must_be("${output}" "Successfully created new design \"uart\"\n\"local.global.uart\"\n")
+
 # How the package is asked for, and what it says when it cannot be had.
 must(${configure} -S "${CMAKE_CURRENT_LIST_DIR}/finding" -B "${WORK}/finding")
 

@@ -46,6 +46,11 @@ rule(exceptions
 rule(command-in-command
     "execCommad: 1 Command cannot be executed!"
     "another -> 0 42")
+rule(exit-and-quit
+    "exit -> 1 invalid command name \"dbgExit\""
+    "exit -> 0 bye"
+    "saves before the end")
+rule(current-folder "in Scripts" "file isdirectory Scripts -> 0 1")
 rule(one-object "left_lamp -> 0 right" "right_lamp -> 0 right")
 rule(prompt "morvalen > " "morvalen > set x 1" "1" "host> ")
 rule(startup-silent "list $before [info exists behind] -> 0 yes 0")

@@ -77,7 +77,9 @@ void tst_BusyWindowStory::tryToChange(const QByteArray &way)
     } else if (way == "shortcut") {
         QTest::keyClick(&console(), Qt::Key_Comma, Qt::ControlModifier);
     } else if (way == "context") {
-        QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(5, 5));
+        const QPoint place(5, 5);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place,
+                                console().viewport()->mapToGlobal(place));
         QCoreApplication::sendEvent(console().viewport(), &event);
     } else {
         QMimeData data;

@@ -2,6 +2,7 @@
 // what the log says of it.
 
 #include "console/QtclConsole.h"
+#include "consoles.h"
 #include "interp/commandsManager.h"
 #include "interp/QtNotifier.h"
 #include "interp/TclCallBack.h"
@@ -184,7 +185,11 @@ public:
     }
     Status tryParseDesignToFile(IDesign *, const QString &, bool) override { return {}; }
     Status tryCloseDesign(const QString &, bool) override { return {}; }
-    QList<Status> tryPrepareForShutdown(int) override { return {}; }
+    QList<Status> tryPrepareForShutdown(int reason) override
+    {
+        print(reason == QuitCommand ? u"saves before the end"_s : u"saves"_s);
+        return {};
+    }
     bool registerFactory(const ObjectFactory *factory,
                          const Qtilities::Core::FactoryItemID &id) override
     {
@@ -230,40 +235,6 @@ void managerDestroyed()
     makeAction();
 }
 
-void windowGone()
-{
-    auto window = std::make_unique<QMainWindow>();
-    QtilitiesApplication::setMainWindow(window.get());
-    TclScriptManager manager(nullptr);
-    window.reset();
-    QtilitiesApplication::setMainWindow(nullptr);
-    run(manager, u"expr {6 * 7}"_s);
-    manager.initializeMode();
-    TclScriptManager next(nullptr);
-    run(next, u"expr {6 * 7}"_s);
-    next.initializeMode();
-    print(next.centralWidget() == QtclConsole::getInstance(nullptr, {}) ? u"shown"_s : u"lost"_s);
-}
-
-int closeWindow(ClientData window, Tcl_Interp *, int, const char **)
-{
-    delete static_cast<QMainWindow *>(window);
-    return TCL_OK;
-}
-
-void windowGoneMeanwhile()
-{
-    auto *const window = new QMainWindow;
-    QtilitiesApplication::setMainWindow(window);
-    TclScriptManager manager(nullptr);
-    registry()->registerFunction("close_window", closeWindow, "Destroys the window", window);
-    QString result;
-    QtclConsole::getInstance(nullptr, {})
-        ->execCommand(u"close_window; puts later; set x 1"_s, true, true, &result);
-    print(result);
-    run(manager, u"set x"_s);
-}
-
 int throwError(ClientData, Tcl_Interp *, int, const char **)
 {
     throw std::runtime_error("no such valve");
@@ -281,20 +252,22 @@ void exceptions()
     run(manager, u"proc p {} { catch {open_valve 2} text; return [info level]$text }; p"_s);
 }
 
-int runAnother(ClientData manager, Tcl_Interp *interp, int, const char **)
+int bye(ClientData, Tcl_Interp *interp, int, const char **)
 {
-    int code = 99;
-    const QString text =
-        static_cast<TclScriptManager *>(manager)->execCommad(u"expr {6 * 7}"_s, &code);
-    print(u"execCommad: %1 %2"_s.arg(QString::number(code), text));
-    return Tcl_Eval(interp, "expr {6 * 7}");
+    tcltext::appendResult(interp, u"bye"_s);
+    return TCL_OK;
 }
 
-void commandInCommand()
+void exitAndQuit()
 {
+    OwnDesignManager own;
+    DesignManager::setInstance(&own);
     TclScriptManager manager(nullptr);
-    registry()->registerFunction("another", runAnother, "Runs another command", &manager);
-    run(manager, u"another"_s);
+    run(manager, u"exit"_s);
+    Tcl_CreateCommand(registry()->interp, "dbgExit", bye, nullptr, nullptr);
+    run(manager, u"exit"_s);
+    run(manager, u"quit"_s);
+    print(u"still here"_s);
 }
 
 class Lamp
@@ -323,21 +296,13 @@ void oneObjectOfAClass()
     run(manager, u"right_lamp"_s);
 }
 
-void promptOfTheConsole()
-{
-    TclScriptManager manager(nullptr);
-    QtclConsole *const console = QtclConsole::getInstance(nullptr, {});
-    console->setPrompt(u"host> "_s, false);
-    print(console->toPlainText().section(u'\n', -1));
-    console->execCommand(u"set x 1"_s, true, true, nullptr);
-    print(console->toPlainText().section(u'\n', -3));
-}
-
 const std::map<QString, void (*)()> rules {
     {u"commands-first"_s, commandsFirst},
     {u"commands-late"_s, commandsLate},
-    {u"command-in-command"_s, commandInCommand},
+    {u"command-in-command"_s, consoles::commandInCommand},
+    {u"current-folder"_s, consoles::currentFolder},
     {u"exceptions"_s, exceptions},
+    {u"exit-and-quit"_s, exitAndQuit},
     {u"folders-of-session"_s, owndesigns::foldersOfTheSession},
     {u"folders-where-it-says"_s, owndesigns::foldersWhereTheManagerSays},
     {u"interpreter-to-manager"_s, interpreterToTheManager},
@@ -351,10 +316,10 @@ const std::map<QString, void (*)()> rules {
     {u"notifier-late"_s, notifierLate},
     {u"one-of-each"_s, oneOfEach},
     {u"one-object"_s, oneObjectOfAClass},
-    {u"prompt"_s, promptOfTheConsole},
+    {u"prompt"_s, consoles::promptOfTheConsole},
     {u"startup-silent"_s, startupInSilence},
-    {u"window-gone"_s, windowGone},
-    {u"window-gone-meanwhile"_s, windowGoneMeanwhile},
+    {u"window-gone"_s, consoles::windowGone},
+    {u"window-gone-meanwhile"_s, consoles::windowGoneMeanwhile},
 };
 
 } // namespace
