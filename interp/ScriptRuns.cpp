@@ -4,6 +4,7 @@
 #include "interp/cancellation.h"
 #include "interp/ErrorWatch.h"
 #include "interp/Pacemaker.h"
+#include "interp/PendingTimers.h"
 
 #include <QSocketNotifier>
 
@@ -40,7 +41,8 @@ ScriptRuns::ScriptRuns(Tcl_Interp *watched, Pass livePass)
       pass(std::move(livePass)),
       handler(Tcl_AsyncCreate(serve, this)),
       errors(std::make_unique<ErrorWatch>()),
-      pacemaker(std::make_unique<Pacemaker>(handler, *errors))
+      pacemaker(std::make_unique<Pacemaker>(handler, *errors)),
+      timers(std::make_unique<PendingTimers>())
 {
     theInstance = this;
     asyncplace::learn(interp);
@@ -92,6 +94,7 @@ void ScriptRuns::forgetCancellation()
 {
     const PassBlocker blocker;
     cancellation::clear(interp);
+    timers->restore(interp);
 }
 
 void ScriptRuns::end()
@@ -162,6 +165,10 @@ void ScriptRuns::stop()
 {
     if (!isRunning())
         return;
+    if (!isStopping()) {
+        const PassBlocker blocker;
+        timers->remember(interp);
+    }
     // Whoever asks again wants all of them to end.
     stopDepth = std::exchange(hasStopped, true) ? 1 : depth;
     cancellation::cancel(interp);

@@ -12,6 +12,7 @@
 
 class ErrorWatch;
 class Pacemaker;
+class PendingTimers;
 QT_BEGIN_NAMESPACE
 class QSocketNotifier;
 QT_END_NAMESPACE
@@ -37,6 +38,8 @@ public:
 
     // Whether a command runs, or an event of Tcl's is being served.
     bool isRunning() const { return depth > 0; }
+    // Whether something is to end, and has not ended yet.
+    bool isStopping() const { return stopDepth > 0; }
     // Whether Tcl is at a safe point now, and the pass is under way.
     bool isInPass() const { return inPass; }
 
@@ -104,4 +107,5 @@ private:
     bool told = false;
     int stopDepth = 0; // of the outermost evaluation that is to end, of nested ones; 0 for none
     bool hasStopped = false; // one of those that are nested
+    const std::unique_ptr<PendingTimers> timers; // of when it was stopped
 };

@@ -2,6 +2,7 @@
 
 #include "interp/Evaluation.h"
 #include "interp/NotifierState.h"
+#include "interp/ScriptRuns.h"
 
 #include <QTimer>
 
@@ -18,21 +19,32 @@ static constexpr int retryInterval = 10;
 TclTimeNotifier::TclTimeNotifier() { setObjectName(u"TclTimeNotifier"_s); }
 
 // While one of its callbacks runs, Tcl serves nothing. Where that callback runs in a wait, the wait
-// sees to it; otherwise nobody tells when it has ended.
+// sees to it; otherwise nobody tells when it has ended. What would be served while a script is
+// being stopped would be stopped with it.
 void TclTimeNotifier::serve()
 {
-    if (notifier->waits) {
+    const ScriptRuns *runs = ScriptRuns::instance();
+    if (runs && runs->isStopping()) {
+        retry();
+    } else if (notifier->waits) {
         Tcl_ServiceAll();
     } else if (Tcl_GetServiceMode() == TCL_SERVICE_ALL) {
         Evaluation event;
         Tcl_ServiceAll();
         event.finish(TCL_OK);
-    } else if (!std::exchange(retrying, true)) {
-        QTimer::singleShot(retryInterval, this, [this] {
-            retrying = false;
-            serve();
-        });
+    } else {
+        retry();
     }
+}
+
+void TclTimeNotifier::retry()
+{
+    if (std::exchange(retrying, true))
+        return;
+    QTimer::singleShot(retryInterval, this, [this] {
+        retrying = false;
+        serve();
+    });
 }
 
 // A timer, not a posted event: that would wake the next wait even after it has been taken back.

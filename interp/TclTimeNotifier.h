@@ -29,6 +29,8 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
+    void retry();
+
     QBasicTimer later;
     bool retrying = false;
 };

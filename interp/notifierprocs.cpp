@@ -47,6 +47,13 @@ int restingWait(const Tcl_Time *time)
     return 1;
 }
 
+// What is served meanwhile would be stopped, too.
+bool isStopping()
+{
+    const ScriptRuns *runs = ScriptRuns::instance();
+    return runs && runs->isStopping();
+}
+
 int spinningWait(const Tcl_Time *time)
 {
     const int duration = time ? milliseconds(*time) : 0;
@@ -138,7 +145,7 @@ void queueFileEvent(int fd)
 
 int FileHandlerEventProc(Tcl_Event *event, int flags)
 {
-    if (!(flags & TCL_FILE_EVENTS))
+    if (!(flags & TCL_FILE_EVENTS) || isStopping())
         return 0;
     if (TclFileHandler *handler =
             notifier ? notifier->find(reinterpret_cast<FileHandlerEvent *>(event)->fd) : nullptr)

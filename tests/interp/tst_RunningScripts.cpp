@@ -2,6 +2,8 @@
 #include "interp/Evaluation.h"
 #include "interp/QtNotifier.h"
 #include "interp/ScriptRuns.h"
+#include "interp/ServedEvents.h"
+#include "tests/patience.h"
 #include "tests/TestClass.h"
 
 #include <QApplication>
@@ -63,6 +65,13 @@ private:
         return TCL_OK;
     }
 
+    // The same, where Tcl's events come.
+    static int waitServed(void *, Tcl_Interp *interp, int, const char **)
+    {
+        const ServedEvents served;
+        return waitOutside(nullptr, interp, 0, nullptr);
+    }
+
     // As a signal handler does.
     static int strike(void *self, Tcl_Interp *, int, const char **)
     {
@@ -87,6 +96,7 @@ private Q_SLOTS:
         registry->registerFunction("passes", passes, "counts", this);
         registry->registerFunction("wait_outside", waitOutside, "waits", nullptr);
         registry->registerFunction("strike", strike, "interrupts", this);
+        registry->registerFunction("wait_served", waitServed, "waits", nullptr);
         registry->registerVariable("watched", watched, "a number of the program's");
         QCOMPARE(ScriptRuns::instance(), nullptr);
         QCOMPARE(run("set x 1"), "0 1");
@@ -519,6 +529,55 @@ private Q_SLOTS:
         QTRY_COMPARE(run("set ran"), "0 a b");
         QCOMPARE(run("set told"), "0 Script stopped");
         run("rename bgerror {}");
+    }
+
+    // What an event waits for may be due while a command that it has let in is stopped.
+    void aStopTakesNoEventOfAnotherWait_data()
+    {
+        QTest::addColumn<QByteArray>("released");
+        QTest::addColumn<QByteArray>("command");
+        QTest::addColumn<QByteArray>("answer");
+        const QByteArray timer = "after 150 {set released 1}";
+        const QByteArray pipe = "set p [open {|sh -c {sleep .15; echo}}]; fileevent $p readable "
+                                "{gets $p released; close $p}";
+        const auto row = [](const char *name, const QByteArray &released, const char *command,
+                            const char *answer = "1 Script stopped") {
+            QTest::newRow(name) << released << QByteArray(command) << QByteArray(answer);
+        };
+        row("kept-1 a timer in a wait", timer, "vwait forever");
+        row("kept-2 a file event in a wait", pipe, "vwait forever");
+        row("kept-3 a timer in a wait outside of Tcl", timer, "wait_served");
+        row("kept-4 a file event in a wait outside of Tcl", pipe, "wait_served");
+        row("kept-5 a timer behind the one that is stopped", "",
+            "after 0 {wait_outside}; after 0 {set released 1}; vwait forever");
+        row("kept-6 an idle event behind the one that is stopped", "",
+            "after idle {wait_outside}; after idle {set released 1}; vwait forever");
+        row("kept-7 timers of children behind the one that is stopped", "",
+            "interp create k; interp create {k g}; interp alias {k g} done {} set released 2; "
+            "after 0 {wait_outside}; k eval {after 0 {set early 1}}; interp eval {k g} {after 0 "
+            "done}; vwait forever");
+        row("kept-8 a timer behind the one that is stopped in a wait outside of Tcl", "",
+            "after 0 {wait_outside}; after 0 {set released 1}; wait_served; set a whole",
+            "0 whole");
+    }
+    void aStopTakesNoEventOfAnotherWait()
+    {
+        QFETCH(const QByteArray, released);
+        QFETCH(const QByteArray, command);
+        run("unset -nocomplain released gone");
+        QObject scope;
+        QTimer::singleShot(100, &scope, [this] {
+            runs->stop();
+            QTest::qSleep(300);
+            QCoreApplication::processEvents();
+        });
+        QTimer::singleShot(patient(500), &scope, [this] { runs->stop(); });
+        Tcl_Eval(interp,
+                 ("after 0 {" + released + "; after 0 {set answer [within {" + command
+                  + "}]}; vwait released; set gone 1}")
+                     .constData());
+        QTRY_COMPARE(run("info exists gone"), "0 1");
+        QTEST(run("set answer").sliced(2), "answer");
     }
 
     void aChainOfEventsEndsWithItsCancellation()

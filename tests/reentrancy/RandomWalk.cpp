@@ -19,7 +19,8 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QTest>
-#include <QTimer>
+
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::AbstractScriptedAction;
@@ -33,6 +34,9 @@ namespace {
 // So deep one thing may start within another.
 constexpr int deepest = 8;
 constexpr int mostActions = 4;
+
+// A walk that has not taken a step for so long is stuck; in milliseconds.
+constexpr int longestRest = 25'000;
 
 // What of the walk is Tcl: "go" takes a step, whatever comes of it.
 constexpr char procedures[] =
@@ -72,6 +76,7 @@ RandomWalk::RandomWalk(Story &theStory, quint32 seed)
             u"text/x-tcl"_s, story.path(u"action.tcl"_s)));
         actions.back()->setShowExecutionLog(action == 0);
     }
+    connect(&watching, &QTimer::timeout, this, &RandomWalk::watch);
 }
 
 RandomWalk::~RandomWalk()
@@ -83,8 +88,9 @@ QString RandomWalk::go(int steps)
 {
     taken = 0;
     wanted = steps;
+    watching.start(longestRest);
     QString wrong;
-    while (taken < wanted && wrong.isEmpty()) {
+    while (taken < wanted && wrong.isEmpty() && stuck.isEmpty()) {
         const int before = taken;
         if (random.bounded(2))
             story.console().execCommand(u"go"_s, true, true, nullptr);
@@ -94,7 +100,24 @@ QString RandomWalk::go(int steps)
         if (taken == before || random.bounded(10) == 0)
             wrong = settle();
     }
-    return wrong.isEmpty() ? settle() : wrong;
+    if (wrong.isEmpty())
+        wrong = settle();
+    watching.stop();
+    return stuck.isEmpty() ? wrong : stuck;
+}
+
+// Says what waits, and stops it: nothing else would end it.
+void RandomWalk::watch()
+{
+    if (std::exchange(seen, taken) != taken)
+        return;
+    if (stuck.isEmpty()) {
+        int code = TCL_OK;
+        stuck = u"nothing goes on: "_s
+            + evaluate("list waits [info vars ::wait*] after [after info] level [info level]",
+                       &code);
+    }
+    ScriptRuns::instance()->stop();
 }
 
 int RandomWalk::step(void *self, Tcl_Interp *current, int, const char **)

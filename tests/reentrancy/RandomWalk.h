@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QRandomGenerator>
 #include <QStringList>
+#include <QTimer>
 
 #include <memory>
 #include <vector>
@@ -39,6 +40,7 @@ private:
     void outside();
     void executeAction();
     void openDialog();
+    void watch();
     QString settle();
     QString evaluate(const QByteArray &script, int *code) const;
     QByteArray one(const QList<QByteArray> &all) { return all[random.bounded(int(all.size()))]; }
@@ -50,4 +52,9 @@ private:
     int taken = 0;
     int wanted = 0;
     int depth = 0;
+
+    // Looks now and then whether the walk goes on.
+    QTimer watching;
+    int seen = -1;
+    QString stuck;
 };
