@@ -6,6 +6,7 @@
 #include <MorvalenCore/DesignManager.h>
 #include <MorvalenCore/DesignProjectItem.h>
 #include <MorvalenCore/DesignStructureManager.h>
+#include <MorvalenCore/IDesignEditing.h>
 #include <Qtilities/InstanceFactoryInfo.h>
 #include <Qtilities/ObjectManager.h>
 #include <Qtilities/ProjectManager.h>
@@ -18,6 +19,7 @@
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
 using MorvalenCore::Interfaces::IDesign;
+using MorvalenCore::Interfaces::IDesignEditing;
 using Qtilities::Core::Status;
 using Qtilities::ProjectManagement::ProjectManager;
 
@@ -90,6 +92,43 @@ public:
     {
         return DesignManager::instance()->tryCloseDesign(u"v.l.demo.1.0"_s, false);
     }
+};
+
+// A file that gets another name, on disk and in the component file. There is one file of the two
+// names, and it is the one that was there.
+class RenamingWriter : public DesignWriter
+{
+public:
+    void prepare(const QString &folder) override
+    {
+        DesignWriter::prepare(folder);
+        DesignsOnDisk::write(disk->path("ip/old.v"), "theirs\n");
+        design->addFile(u"old.v"_s, QString(), true, nullptr);
+        if (!design->trySaveToComponentFile().isOk())
+            qFatal("cannot make the design");
+    }
+
+    void startAnew() override
+    {
+        DesignsOnDisk::forgetAll();
+        design = disk->open("ip/component.xml");
+    }
+
+    Status write() override
+    {
+        const QString old = disk->path("ip/old.v");
+        Status status;
+        if (design->fileByActualPath(old, false))
+            status = editing()->tryRenameFile(old, disk->path("ip/new.v"));
+        if (status.isOk())
+            status = design->trySaveToComponentFile();
+        if (QFile::exists(old) == QFile::exists(disk->path("ip/new.v")))
+            return Status::failed(u"there are two files or none"_s);
+        return status;
+    }
+
+private:
+    IDesignEditing *editing() const { return qobject_cast<IDesignEditing *>(design->objectBase()); }
 };
 
 class NewDesignWriter : public Writer
@@ -182,6 +221,7 @@ std::vector<WriterKind> designWriters()
     return {{"component", [] { return std::make_unique<ComponentWriter>(); }},
             {"copy", [] { return std::make_unique<CopyWriter>(); }},
             {"backup", [] { return std::make_unique<BackupWriter>(); }},
+            {"renamed file", [] { return std::make_unique<RenamingWriter>(); }},
             {"new design", [] { return std::make_unique<NewDesignWriter>(); }},
             {"project", [] { return std::make_unique<ProjectWriter>(); }}};
 }

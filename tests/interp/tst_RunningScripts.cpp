@@ -435,6 +435,16 @@ private Q_SLOTS:
         QCOMPARE(run("set a 1"), "0 1");
     }
 
+    // Tcl cancels what its children run, and those that run nothing as well.
+    void childrenThatRunNothingAreNotStoppedLater()
+    {
+        inPass = [this] { runs->stop(); };
+        QCOMPARE(run("interp create k; interp create {k g}; while 1 {}"), "1 Script stopped");
+        inPass = {};
+        QCOMPARE(Tcl_Eval(Tcl_GetSlave(interp, "k"), "set a 1"), TCL_OK);
+        QCOMPARE(run("list [interp eval {k g} {set a 2}] [k eval {set a 3}]"), "0 2 3");
+    }
+
     void aStopInTheLastMomentIsForgotten()
     {
         QCOMPARE(run("stop_now"), "1 Script stopped");
@@ -768,6 +778,15 @@ private Q_SLOTS:
             "0 ");
         QCOMPARE(run("after 100 {set v 1}; vwait v; close $r; close $w; lsort $ran"),
                  "0 file idle timer");
+    }
+
+    // In a pass nothing of Tcl's is served, however often it is tried.
+    void aTimerThatIsDueInAPassFiresBehindTheScript()
+    {
+        QCOMPARE(run("unset -nocomplain fired; after 1 {set fired 1}; while {[passes] < 6} {}; "
+                     "info exists fired"),
+                 "0 0");
+        QTRY_COMPARE(run("info exists fired"), "0 1");
     }
 
     void aPassLeavesTheResultAlone()

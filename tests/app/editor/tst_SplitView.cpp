@@ -6,6 +6,7 @@
 #include "tests/TestClass.h"
 
 #include <QApplication>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTextBlock>
 
@@ -20,6 +21,7 @@ private Q_SLOTS:
     void cleanup() { page.reset(); }
 
     void bothShowTheText();
+    void theSecondShowsThePlaceOfTheFirst();
     void commandsMeanTheOneWithTheKeyboard();
     void joiningKeepsThePlace();
     void bothKeepToTheirReasons();
@@ -63,6 +65,19 @@ void tst_SplitView::bothShowTheText()
     QVERIFY(!page->isModified());
     QCOMPARE(barOf<PositionBar>(edit)->text(), u"Line 100, Column 1 | Verilog | UTF-8, LF"_s);
     QCOMPARE(barOf<PositionBar>(second)->text(), u"Line 100, Column 1 | Verilog | UTF-8, LF"_s);
+}
+
+void tst_SplitView::theSecondShowsThePlaceOfTheFirst()
+{
+    page->run(EditorPage::SplitView);
+    QCOMPARE(edits().size(), 1);
+    edit = edits().first();
+    // The cursor stays where it is, out of sight.
+    edit->verticalScrollBar()->setValue(30);
+    QCOMPARE(edit->verticalScrollBar()->value(), 30);
+    page->run(EditorPage::SplitView);
+    QCOMPARE(edit->verticalScrollBar()->value(), 30);
+    QCOMPARE(other()->verticalScrollBar()->value(), 30);
 }
 
 void tst_SplitView::commandsMeanTheOneWithTheKeyboard()

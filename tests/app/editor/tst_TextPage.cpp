@@ -25,6 +25,7 @@ private Q_SLOTS:
     void commandsFollowTheText_data();
     void commandsFollowTheText();
     void commandsRun();
+    void findLeavesTheLineForReplacingAway();
     void reasonsForbidChanges();
     void filesWithoutPermissionAreReadOnly();
     void whatCannotBeWrittenIsKept();
@@ -128,6 +129,20 @@ void tst_TextPage::commandsRun()
     QCOMPARE(edit->toPlainText(), QString());
     page->run(EditorPage::Redo);
     QCOMPARE(edit->toPlainText(), u"one\ntwo\n"_s);
+}
+
+void tst_TextPage::findLeavesTheLineForReplacingAway()
+{
+    const auto *pattern = page->findChild<QWidget *>(u"pattern"_s);
+    const auto *replacement = page->findChild<QWidget *>(u"replacement"_s);
+    page->run(EditorPage::Find);
+    QVERIFY(pattern->isVisible());
+    QVERIFY(!replacement->isVisible());
+    page->run(EditorPage::Replace);
+    QVERIFY(pattern->isVisible());
+    QVERIFY(replacement->isVisible());
+    page->run(EditorPage::Find);
+    QVERIFY(!replacement->isVisible());
 }
 
 void tst_TextPage::reasonsForbidChanges()

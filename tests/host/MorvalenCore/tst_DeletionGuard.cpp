@@ -11,13 +11,19 @@
 
 #include <atomic>
 #include <cerrno>
+#include <cstddef>
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <functional>
+#include <iterator>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
 #include <pwd.h>
 #include <sched.h>
 #include <sys/mount.h>
+#include <sys/prctl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -87,6 +93,24 @@ bool mountPrivately(const QString &folder, const QString &place)
             == 0;
 }
 
+// From now on this process and its children have a system that does not tell mount points, as Linux
+// before 5.8. Only what is safe behind a fork.
+void becomeOldSystem()
+{
+    sock_filter filter[] = {BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+                            BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_statx, 0, 1),
+                            BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | ENOSYS),
+                            BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW)};
+    const sock_fprog program {std::size(filter), filter};
+    prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
+    if (prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) != 0)
+        _exit(99);
+    struct statx here = {};
+    if (statx(AT_FDCWD, "/", 0, 0, &here) == 0
+        && (here.stx_attributes_mask & STATX_ATTR_MOUNT_ROOT) != 0)
+        _exit(98);
+}
+
 } // namespace
 
 // What stands before every deletion, and the deletions themselves.
@@ -120,6 +144,7 @@ private Q_SLOTS:
     void neverLeavesTheTreeWhenAFolderAboveIsSwapped();
     void deletesNothingOfAMount_data();
     void deletesNothingOfAMount();
+    void deletesWhatIsNoMountOnAnOldSystem();
 
 private:
     QString in(const QString &name) const { return base + u'/' + name; }
@@ -523,18 +548,23 @@ void tst_DeletionGuard::neverLeavesTheTreeWhenAFolderAboveIsSwapped()
 
 void tst_DeletionGuard::deletesNothingOfAMount_data()
 {
+    QTest::addColumn<bool>("oldSystem");
     QTest::addColumn<bool>("sameFileSystem");
     QTest::addColumn<QString>("doomed");
     QTest::addColumn<QString>("refused");
-    for (const bool same : {true, false}) {
-        const char *kind = same ? "a folder" : "a file system";
-        QTest::addRow("mount-1 deep in a folder, %s", kind) << same << u"area/d"_s << u"area/d/m"_s;
-        QTest::addRow("mount-2 the folder itself, %s", kind)
-            << same << u"area/d/m"_s << u"area/d/m"_s;
-        QTest::addRow("mount-3 a folder in it, %s", kind)
-            << same << u"area/d/m/precious"_s << u"area/d/m"_s;
-        QTest::addRow("mount-4 a file in it, %s", kind)
-            << same << u"area/d/m/precious/f"_s << u"area/d/m"_s;
+    for (const int kind : {0, 1, 2, 3}) {
+        static constexpr const char *names[] = {
+            "a file system", "a folder", "a file system, old system", "a folder, old system"};
+        const bool old = kind & 2;
+        const bool same = kind & 1;
+        QTest::addRow("mount-1 deep in a folder, %s", names[kind])
+            << old << same << u"area/d"_s << u"area/d/m"_s;
+        QTest::addRow("mount-2 the folder itself, %s", names[kind])
+            << old << same << u"area/d/m"_s << u"area/d/m"_s;
+        QTest::addRow("mount-3 a folder in it, %s", names[kind])
+            << old << same << u"area/d/m/precious"_s << u"area/d/m"_s;
+        QTest::addRow("mount-4 a file in it, %s", names[kind])
+            << old << same << u"area/d/m/precious/f"_s << u"area/d/m"_s;
     }
 }
 
@@ -542,6 +572,7 @@ void tst_DeletionGuard::deletesNothingOfAMount_data()
 // the child sees the mount.
 void tst_DeletionGuard::deletesNothingOfAMount()
 {
+    QFETCH(const bool, oldSystem);
     QFETCH(const bool, sameFileSystem);
     QFETCH(const QString, doomed);
     QFETCH(const QString, refused);
@@ -553,6 +584,8 @@ void tst_DeletionGuard::deletesNothingOfAMount()
             return notAllowed;
         if (!sameFileSystem)
             write(in(u"area/d/m/precious/f"_s));
+        if (oldSystem)
+            becomeOldSystem();
         const DeletionLimits limits {in(u"area"_s), {}};
         const Qtilities::Core::Status deleted = QFileInfo(in(doomed)).isDir()
             ? deleteFolder(in(doomed), limits, Deletion::Permanent)
@@ -567,6 +600,21 @@ void tst_DeletionGuard::deletesNothingOfAMount()
     QVERIFY(exists(in(u"outside/precious/f"_s)));
     NEEDS_MOUNTS(status != notAllowed);
     QCOMPARE(status, 0);
+}
+
+void tst_DeletionGuard::deletesWhatIsNoMountOnAnOldSystem()
+{
+    write(in(u"area/d/e/f"_s));
+    write(in(u"area/d/f"_s));
+    QCOMPARE(
+        inChild([&] {
+            becomeOldSystem();
+            return int(
+                !deleteFolder(in(u"area/d"_s), {in(u"area"_s), {}}, Deletion::Permanent).isOk());
+        }),
+        0);
+    QVERIFY(!exists(in(u"area/d"_s)));
+    QVERIFY(exists(in(u"area"_s)));
 }
 
 GUILESS_TEST_CLASS(tst_DeletionGuard)

@@ -3,6 +3,7 @@
 
 #include <MorvalenCore/ChangeBracket.h>
 #include <MorvalenCore/DesignConstructor.h>
+#include <MorvalenCore/ScriptManager.h>
 #include <Qtilities/FactoryItem.h>
 
 #include <QPointer>
@@ -17,6 +18,7 @@ using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::ChangeBracket;
 using MorvalenCore::DesignManager;
 using MorvalenCore::DesignStructureManager;
+using MorvalenCore::ScriptManager;
 using MorvalenCore::Interfaces::IDesign;
 
 namespace {
@@ -41,6 +43,26 @@ class Thing : public QObject
 {
 public:
     explicit Thing(QObject *parent) : QObject(parent) { }
+};
+
+// Of a host that has no designs, but perhaps things.
+class HostsManager : public DesignManager
+{
+public:
+    explicit HostsManager(bool makesThings) : hasFactory(makesThings) { }
+
+    QStringList openDesignIds() const override { return {}; }
+    IDesign *design(const QString &) const override { return nullptr; }
+    QList<IDesign *> activeDesigns() const override { return {}; }
+    void setActiveDesign(const QString &) override { }
+    const ObjectFactory *factory(const QString &tag) const override
+    {
+        static const Qtilities::Core::FactoryItem<QObject, Thing> things;
+        return hasFactory && tag == u"thing" ? &things : nullptr;
+    }
+
+private:
+    bool hasFactory;
 };
 
 } // namespace
@@ -99,6 +121,8 @@ private Q_SLOTS:
     void keepsAClosedDesignAsLongAsACommandMayHoldIt();
     void keepsAClosedDesignWhileTheBracketBreathes();
     void makesThingsByTheirTag();
+    void warnsOfAFactoryThatIsLostOnly_data();
+    void warnsOfAFactoryThatIsLostOnly();
     void completesTheFolderOfADesign();
 
 private:
@@ -727,6 +751,39 @@ void tst_DesignManager::keepsAClosedDesignWhileTheBracketBreathes()
     QVERIFY(object);
     bracket->close();
     QTRY_VERIFY(!object);
+}
+
+void tst_DesignManager::warnsOfAFactoryThatIsLostOnly_data()
+{
+    QTest::addColumn<bool>("before");
+    QTest::addColumn<bool>("after");
+    QTest::newRow("lost-1 there in neither") << false << false;
+    QTest::newRow("lost-2 there in the new one only") << false << true;
+    QTest::newRow("lost-3 there in both") << true << true;
+    QTest::newRow("lost-4 lost") << true << false;
+}
+
+void tst_DesignManager::warnsOfAFactoryThatIsLostOnly()
+{
+    QFETCH(const bool, before);
+    QFETCH(const bool, after);
+    ScriptManager scripts;
+    scripts.addKnownScriptType(u"text/x-thing"_s, {{}, {}, u"thing"_s});
+    ScriptManager::setInstance(&scripts);
+    HostsManager former(before);
+    HostsManager next(after);
+    DesignManager::setInstance(&former);
+    session->takeLog();
+    DesignManager::setInstance(&next);
+    DesignManager::setInstance(nullptr);
+    ScriptManager::setInstance(nullptr);
+    QStringList expected;
+    if (before && !after) {
+        expected.append(u"Warning: The new design manager has no factory for scripts of type "
+                        "\"text/x-thing\", which the former one had. Set it before "
+                        "TclScriptManager is made."_s);
+    }
+    QCOMPARE(session->takeLog(), expected);
 }
 
 void tst_DesignManager::makesThingsByTheirTag()
