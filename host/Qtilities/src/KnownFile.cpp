@@ -13,6 +13,9 @@ namespace Qtilities::Core {
 namespace {
 
 constexpr qint64 nanoseconds = 1'000'000'000;
+// More than that is kept as a hash. Of less the bytes are: to hash them takes longer than to
+// compare them, once is enough for most.
+constexpr qsizetype longestKept = 64 * 1024;
 // Coarser than the clock of any file system in use.
 constexpr qint64 restingTime = 2 * nanoseconds;
 
@@ -69,8 +72,9 @@ void KnownFile::know(const Content &read, Keep keep)
     known = read.stamp;
     isFresh = read.isFresh;
     length = read.bytes.size();
-    hash = keep == Keep::Hash ? hashOf(read.bytes) : QByteArray();
-    content = keep == Keep::Hash ? QByteArray() : read.bytes;
+    const bool hashed = keep == Keep::Hash && length > longestKept;
+    hash = hashed ? hashOf(read.bytes) : QByteArray();
+    content = hashed ? QByteArray() : read.bytes;
 }
 
 void KnownFile::knowWritten(const QByteArray &bytes)

@@ -13,7 +13,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <memory>
+#include <array>
 
 namespace Qtilities::Core {
 
@@ -21,11 +21,38 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-QString followed(QString path)
+constexpr int mostLinks = 40;
+
+// What is to be written: where links lead at last, and what lies there. The mode is 0 where nothing
+// does; the error is why nobody can tell.
+struct Target
 {
-    for (int links = 0; links < 40 && QFileInfo(path).isSymLink(); ++links)
-        path = QFileInfo(path).symLinkTarget();
-    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    QString path;
+    struct stat old = {};
+    int error = 0;
+};
+
+bool look(Target *target)
+{
+    if (::lstat(QFile::encodeName(target->path).constData(), &target->old) == 0)
+        return true;
+    target->old = {};
+    target->error = errno == ENOENT ? 0 : errno;
+    return false;
+}
+
+Target followed(const QString &fileName)
+{
+    Target target {.path = fileName};
+    for (int links = 0; look(&target) && S_ISLNK(target.old.st_mode); ++links) {
+        if (links == mostLinks) {
+            target.error = ELOOP;
+            break;
+        }
+        target.path = QFileInfo(target.path).symLinkTarget();
+    }
+    target.path = QDir::cleanPath(QFileInfo(target.path).absoluteFilePath());
+    return target;
 }
 
 // What the temporary files of a target begin with. A file's name has at most 255 bytes.
@@ -43,60 +70,74 @@ bool isRegular(int descriptor)
 }
 
 // A writer holds a lock on its temporary file; one without a lock belongs to nobody any more.
-void removeLeftovers(const QString &folderName, const QByteArray &prefix)
+void removeLeftover(const QByteArray &path)
 {
-    const QByteArray folder = QFile::encodeName(folderName) + '/';
-    const std::unique_ptr<DIR, int (*)(DIR *)> entries(::opendir(folder.constData()), ::closedir);
-    while (const dirent *const entry = entries ? ::readdir(entries.get()) : nullptr) {
-        const QByteArrayView name(entry->d_name);
-        if (!name.startsWith(prefix) || !name.endsWith(temporarySuffix))
-            continue;
-        const QByteArray path = folder + name.toByteArray();
-        const Descriptor leftover = Descriptor::open(path, O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
-        if (leftover && isRegular(leftover.get())
-            && ::flock(leftover.get(), LOCK_EX | LOCK_NB) == 0)
-            ::unlink(path.constData());
+    const Descriptor leftover = Descriptor::open(path, O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
+    if (leftover && isRegular(leftover.get()) && ::flock(leftover.get(), LOCK_EX | LOCK_NB) == 0)
+        ::unlink(path.constData());
+}
+
+// By the open folder, which is synchronised later: opendir() would open it once more.
+void removeLeftovers(const Descriptor &folder, const QByteArray &path, const QByteArray &prefix)
+{
+    alignas(dirent64) std::array<char, 32 * 1024> entries;
+    while (true) {
+        const ssize_t size = ::getdents64(folder.get(), entries.data(), entries.size());
+        if (size <= 0)
+            return;
+        for (ssize_t at = 0; at < size;) {
+            const auto *const entry = reinterpret_cast<const dirent64 *>(entries.data() + at);
+            const QByteArrayView name(entry->d_name);
+            if (name.startsWith(prefix) && name.endsWith(temporarySuffix))
+                removeLeftover(path + '/' + entry->d_name);
+            at += entry->d_reclen;
+        }
     }
 }
 
 // Locks the new file and tells whether it is still there: another process may have taken it for a
 // leftover between its creation and the lock.
-bool claim(int descriptor)
+bool claim(int descriptor, struct stat *made)
 {
-    struct stat status = {};
-    return ::flock(descriptor, LOCK_EX | LOCK_NB) == 0 && ::fstat(descriptor, &status) == 0
-        && status.st_nlink == 1;
+    return ::flock(descriptor, LOCK_EX | LOCK_NB) == 0 && ::fstat(descriptor, made) == 0
+        && made->st_nlink == 1;
 }
 
-bool keepOwnerAndMode(int descriptor, const QByteArray &target)
+bool keepOwnerAndMode(int descriptor, const struct stat &made, const struct stat &old)
 {
-    struct stat status = {};
-    if (::stat(target.constData(), &status) != 0)
-        return errno == ENOENT;
+    if (old.st_mode == 0)
+        return true;
+    const bool sameOwner = old.st_uid == made.st_uid && old.st_gid == made.st_gid;
+    const mode_t mode = old.st_mode & 07777;
+    if (sameOwner && mode == (made.st_mode & 07777))
+        return true;
     // Only the superuser can give a file away; anybody else's file is theirs anyway.
-    if (status.st_uid != ::geteuid() || status.st_gid != ::getegid())
-        static_cast<void>(::fchown(descriptor, status.st_uid, status.st_gid) == 0);
-    return ::fchmod(descriptor, status.st_mode & 07777) == 0;
+    if (!sameOwner)
+        static_cast<void>(::fchown(descriptor, old.st_uid, old.st_gid) == 0);
+    return ::fchmod(descriptor, mode) == 0;
 }
 
-bool synchroniseFolder(const QByteArray &folder)
+Descriptor openFolder(const QByteArray &path)
 {
-    const Descriptor descriptor = Descriptor::open(folder, O_RDONLY | O_DIRECTORY);
-    // Some file systems cannot do it and say so.
-    return descriptor && (::fsync(descriptor.get()) == 0 || errno == EINVAL);
+    return Descriptor::open(path, O_RDONLY | O_DIRECTORY);
 }
+
+// Some file systems cannot do it and say so.
+bool synchronise(const Descriptor &folder) { return ::fsync(folder.get()) == 0 || errno == EINVAL; }
 
 // The steps of the write proper; errno tells what went wrong.
-bool replace(const QByteArray &target, const QByteArray &temporary, const QByteArray &content)
+bool replace(const QByteArray &target, const struct stat &old, const QByteArray &temporary,
+             const QByteArray &content)
 {
     Descriptor file = Descriptor::open(temporary, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, 0666);
     if (!file)
         return false;
-    if (!claim(file.get())) {
+    struct stat made = {};
+    if (!claim(file.get(), &made)) {
         errno = EAGAIN;
         return false;
     }
-    const bool done = file.write(content) && keepOwnerAndMode(file.get(), target)
+    const bool done = file.write(content) && keepOwnerAndMode(file.get(), made, old)
         && ::fsync(file.get()) == 0 && ::rename(temporary.constData(), target.constData()) == 0;
     if (!done) {
         const int reason = errno;
@@ -107,44 +148,59 @@ bool replace(const QByteArray &target, const QByteArray &temporary, const QByteA
 }
 
 // What stands in the way of writing; the sentence is a reason only.
-Status writability(const QString &target)
+Status writability(const Target &target)
 {
-    const QFileInfo info(target);
-    if (info.isDir())
+    const mode_t mode = target.old.st_mode;
+    if (target.error != 0)
+        return Status::io(qt_error_string(target.error));
+    if (S_ISDIR(mode))
         return Status::invalidArgument(u"it is a folder"_s);
-    if (info.exists() && !info.isFile())
+    if (mode != 0 && !S_ISREG(mode))
         return Status::invalidArgument(u"it is not a file"_s);
-    if (info.exists() && ::access(QFile::encodeName(target).constData(), W_OK) != 0)
+    if (mode != 0 && ::access(QFile::encodeName(target.path).constData(), W_OK) != 0)
         return Status::readOnly(qt_error_string(errno));
     return {};
 }
 
-Status writeTo(const QString &target, const QByteArray &content)
+Status writeTo(const Target &target, const QByteArray &content)
 {
     if (const Status status = writability(target); !status.isOk())
         return status;
-    removeLeftovers(QFileInfo(target).path(), temporaryPrefix(target));
-    const QByteArray folder = QFile::encodeName(QFileInfo(target).path());
+    const QByteArray path = QFile::encodeName(QFileInfo(target.path).path());
+    // Of a folder that cannot be read nothing is known but that, in the end.
+    Descriptor folder = openFolder(path);
+    const QByteArray prefix = temporaryPrefix(target.path);
+    if (folder)
+        removeLeftovers(folder, path, prefix);
     bool done = false;
     for (int attempt = 0; !done && attempt < 10; ++attempt) {
         const QByteArray number = QByteArray::number(QRandomGenerator::global()->generate(), 16);
-        done = replace(QFile::encodeName(target),
-                       folder + '/' + temporaryPrefix(target) + number + temporarySuffix, content);
+        done = replace(QFile::encodeName(target.path), target.old,
+                       path + '/' + prefix + number + temporarySuffix, content);
         if (!done && errno != EEXIST && errno != EAGAIN)
             break;
     }
-    return done && synchroniseFolder(folder) ? Status() : Status::io(qt_error_string(errno));
+    if (done && !folder)
+        folder = openFolder(path);
+    return done && folder && synchronise(folder) ? Status() : Status::io(qt_error_string(errno));
 }
 
 } // namespace
 
-void removeUnfinishedFiles(const QString &folder) { removeLeftovers(folder, "."); }
+void removeUnfinishedFiles(const QString &folder)
+{
+    const QByteArray path = QFile::encodeName(folder);
+    if (const Descriptor opened = openFolder(path))
+        removeLeftovers(opened, path, ".");
+}
 
 Status writeFileAtomically(const QString &fileName, const QByteArray &content)
 {
     const Status status = fileName.isEmpty() || fileName.contains(QChar())
         ? Status::invalidArgument(u"that is not the name of a file"_s)
         : writeTo(followed(fileName), content);
+    if (status.isOk())
+        return status;
     return status.withText(u"Cannot write \"%1\": %2"_s.arg(fileName, status.text()));
 }
 

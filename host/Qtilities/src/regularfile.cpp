@@ -14,7 +14,9 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-constexpr qint64 pieceSize = 64 * 1024;
+// Most files are small, and what is asked for stays with what was read.
+constexpr qint64 smallestPiece = 8 * 1024;
+constexpr qint64 largestPiece = 64 * 1024;
 
 Status failureOfSystem()
 {
@@ -82,7 +84,8 @@ Result<QByteArray> readAll(const Descriptor &file, qint64 limit)
     QByteArray content;
     while (content.size() < limit) {
         const qsizetype size = content.size();
-        content.resize(size + std::min(pieceSize, limit - size));
+        content.resize(
+            size + std::min(std::clamp<qint64>(size, smallestPiece, largestPiece), limit - size));
         const ssize_t count =
             ::read(file.get(), content.data() + size, size_t(content.size() - size));
         content.resize(size + std::max<ssize_t>(count, 0));

@@ -119,6 +119,7 @@ private Q_SLOTS:
     void forgetsADesignThatSomebodyElseDestroys();
     void tellsTheOldAndNewIdOfARenamedDesign();
     void keepsAClosedDesignAsLongAsACommandMayHoldIt();
+    void remembersWhoAClosedDesignWas();
     void keepsAClosedDesignWhileTheBracketBreathes();
     void makesThingsByTheirTag();
     void warnsOfAFactoryThatIsLostOnly_data();
@@ -734,6 +735,26 @@ void tst_DesignManager::keepsAClosedDesignAsLongAsACommandMayHoldIt()
     ChangeBracket::instance()->close();
     QVERIFY(object);
     QTRY_VERIFY(!object);
+}
+
+// Also where the parts of its id are nothing that a standard name may be.
+void tst_DesignManager::remembersWhoAClosedDesignWas()
+{
+    IDesign *design = session->create(u"a"_s);
+    design->setVendor(u"a & b"_s);
+    design->setLibrary(QString());
+    design->setName(u"\u00fcber <x>"_s);
+    QVERIFY(design->setVersion(u"1 beta.2"_s).isOk());
+    const QString id = idOf(design);
+    ChangeBracket::instance()->open();
+    QVERIFY(session->manager()->closeDesign(id, false));
+    QCOMPARE(idOf(design), id);
+    QCOMPARE(design->vendor(), u"a & b"_s);
+    QCOMPARE(design->library(), QString());
+    QCOMPARE(design->name(), u"\u00fcber <x>"_s);
+    QCOMPARE(design->version(u"."_s), u"1 beta.2"_s);
+    QVERIFY(design->workingFolderPath().isEmpty());
+    ChangeBracket::instance()->close();
 }
 
 // An open bracket says now and then that it is closed, so that views follow; the command goes on.

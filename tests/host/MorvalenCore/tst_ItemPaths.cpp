@@ -17,6 +17,7 @@ class tst_ItemPaths : public QObject
 private Q_SLOTS:
     void givesTheActualPath_data();
     void givesTheActualPath();
+    void cleansTheFolderToo();
     void givesTheTextToKeep_data();
     void givesTheTextToKeep();
     void expandsVariablesToTouchTheDisk_data();
@@ -36,6 +37,14 @@ void tst_ItemPaths::givesTheActualPath_data()
     QTest::newRow("actual-6 absolute, not clean") << u"/other/./b/../a.v"_s << u"/other/a.v"_s;
     QTest::newRow("actual-7 above the root") << u"../../../../a.v"_s << u"/a.v"_s;
     QTest::newRow("actual-8 a dot") << u"."_s << u"/area/ip"_s;
+    QTest::newRow("actual-9 names that begin or end with dots")
+        << u"..a/.b/c./d../.../e"_s << u"/area/ip/..a/.b/c./d../.../e"_s;
+    QTest::newRow("actual-10 a slash at the end") << u"rtl/"_s << u"/area/ip/rtl"_s;
+    QTest::newRow("actual-11 two slashes") << u"rtl//a.v"_s << u"/area/ip/rtl/a.v"_s;
+    QTest::newRow("actual-12 a dot at the end") << u"rtl/."_s << u"/area/ip/rtl"_s;
+    QTest::newRow("actual-13 a folder up at the end") << u"rtl/x/.."_s << u"/area/ip/rtl"_s;
+    QTest::newRow("actual-14 a folder up alone") << u".."_s << u"/area"_s;
+    QTest::newRow("actual-15 the root") << u"/"_s << u"/"_s;
     QTest::newRow("actual-windows-1 backslashes") << u"rtl\\a.v"_s << u"/area/ip/rtl/a.v"_s;
     QTest::newRow("actual-windows-2 a drive") << u"C:\\area\\b.v"_s << u"C:/area/b.v"_s;
     QTest::newRow("actual-windows-3 a drive with slashes") << u"c:/area/c.v"_s << u"c:/area/c.v"_s;
@@ -59,6 +68,14 @@ void tst_ItemPaths::givesTheActualPath()
     QCOMPARE(actualItemPath(text, u"/area/ip"_s), path);
     // What is listed can be given back.
     QCOMPARE(actualItemPath(path, u"/area/ip"_s), path.startsWith(u"//"_s) ? path.mid(1) : path);
+}
+
+void tst_ItemPaths::cleansTheFolderToo()
+{
+    QCOMPARE(actualItemPath(u"a.v"_s, u"/"_s), u"/a.v"_s);
+    QCOMPARE(actualItemPath(u"a.v"_s, QString()), u"/a.v"_s);
+    QCOMPARE(actualItemPath(u"a.v"_s, u"/area/x/../ip/"_s), u"/area/ip/a.v"_s);
+    QCOMPARE(actualItemPath(u"a.v"_s, u"/area/$X/ip"_s), u"/area/$X/ip/a.v"_s);
 }
 
 void tst_ItemPaths::givesTheTextToKeep_data()

@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <array>
 #include <csignal>
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -103,6 +104,7 @@ private Q_SLOTS:
     void writes();
     void replacesAnOldFile();
     void keepsPermissions();
+    void keepsTheGroupWhereTheFolderGivesItsOwn();
     void givesANewFileTheUsualPermissions();
     void followsLinks();
     void followsALinkToNothing();
@@ -179,6 +181,27 @@ void tst_AtomicFile::keepsPermissions()
 
         QCOMPARE(modeOf(path(u"a.txt"_s)), mode);
     }
+}
+
+// Any group that this user may give files to; with none but its own nothing differs.
+void tst_AtomicFile::keepsTheGroupWhereTheFolderGivesItsOwn()
+{
+    put(path(u"a.txt"_s), "old");
+    const gid_t own = ::getegid();
+    std::array<gid_t, 64> groups {};
+    const int count = ::getgroups(int(groups.size()), groups.data());
+    gid_t other = ::geteuid() == 0 ? 65534 : own;
+    for (int i = 0; i < count; ++i)
+        other = groups[size_t(i)] != own ? groups[size_t(i)] : other;
+    const QByteArray encoded = QFile::encodeName(folder->path());
+    QCOMPARE(::chown(encoded.constData(), uid_t(-1), other), 0);
+    QCOMPARE(::chmod(encoded.constData(), 02755), 0);
+
+    QVERIFY(writeFileAtomically(path(u"a.txt"_s), "new").isOk());
+
+    struct stat status = {};
+    QCOMPARE(::stat(QFile::encodeName(path(u"a.txt"_s)).constData(), &status), 0);
+    QCOMPARE(status.st_gid, own);
 }
 
 void tst_AtomicFile::givesANewFileTheUsualPermissions()

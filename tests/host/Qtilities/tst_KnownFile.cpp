@@ -38,6 +38,8 @@ private Q_SLOTS:
     void theSameBytesAreNoChange();
     void whatWasWrittenIsKnown();
     void anotherWriteBetweenIsSeen();
+    void whatIsLargeIsKnownByItsHash_data();
+    void whatIsLargeIsKnownByItsHash();
     void whatCannotBeReadHasChanged();
     void readsAtMostTheLimit();
     void refuses();
@@ -178,6 +180,34 @@ void tst_KnownFile::anotherWriteBetweenIsSeen()
     QVERIFY(write("your"));
     file.knowWritten("mine");
     QCOMPARE(file.look(Trust::Stamp), Disk::Changed);
+}
+
+void tst_KnownFile::whatIsLargeIsKnownByItsHash_data()
+{
+    QTest::addColumn<qsizetype>("size");
+    QTest::newRow("size-1 the longest that is kept") << qsizetype(64 * 1024);
+    QTest::newRow("size-2 one byte more") << qsizetype(64 * 1024 + 1);
+    QTest::newRow("size-3 much more") << qsizetype(300'000);
+}
+
+void tst_KnownFile::whatIsLargeIsKnownByItsHash()
+{
+    QFETCH(const qsizetype, size);
+    QByteArray bytes(size, 'x');
+    QVERIFY(write(bytes));
+    KnownFile found = read();
+    KnownFile written(path);
+    written.knowWritten(bytes);
+    KnownFile marked(path);
+    marked.knowMark(found.mark());
+    QCOMPARE(written.mark(), found.mark());
+    QCOMPARE(read(KnownFile::Keep::Bytes).mark(), found.mark());
+    for (KnownFile *file : {&found, &written, &marked})
+        QCOMPARE(file->look(Trust::Nothing), Disk::Same);
+    bytes[size / 2] = 'y';
+    QVERIFY(write(bytes));
+    for (KnownFile *file : {&found, &written, &marked})
+        QCOMPARE(file->look(Trust::Nothing), Disk::Changed);
 }
 
 void tst_KnownFile::whatCannotBeReadHasChanged()

@@ -27,11 +27,13 @@ class ComponentDocument::Private
 public:
     Private(const ComponentFile &componentFile, const QByteArray &bytes, ComponentReader &reader)
         : file(componentFile),
+          folder(QFileInfo(file.path()).path()),
           tree(bytes, reader.takeIndex(), reader.generation())
     {
     }
 
     ComponentFile file;
+    const QString folder;
     ComponentTree tree;
     bool isNew = false;
     std::uint64_t savedRevision = 0;
@@ -137,7 +139,7 @@ Result<std::unique_ptr<ComponentDocument>> ComponentDocument::create(const Ident
 
 QString ComponentDocument::path() const { return d->file.path(); }
 
-QString ComponentDocument::folder() const { return QFileInfo(path()).path(); }
+QString ComponentDocument::folder() const { return d->folder; }
 
 Generation ComponentDocument::generation() const { return d->tree.generation(); }
 

@@ -34,8 +34,10 @@ void DeclaredPrefixes::leave()
 {
     for (; !declarations.empty() && declarations.back().depth == depth; declarations.pop_back()) {
         const auto count = counts.find(declarations.back().prefix);
-        if (--count->second == 0)
-            counts.erase(count);
+        if (--count->second != 0)
+            continue;
+        counts.erase(count);
+        foundLast.clear();
     }
     --depth;
 }
@@ -52,8 +54,13 @@ void DeclaredPrefixes::declare(const char *const *attributes)
 
 bool DeclaredPrefixes::knows(QByteArrayView prefix) const
 {
-    return prefix.isEmpty()
-        || counts.contains(std::string_view(prefix.data(), size_t(prefix.size())));
+    const std::string_view text(prefix.data(), size_t(prefix.size()));
+    if (text == foundLast || text.empty())
+        return true;
+    if (!counts.contains(text))
+        return false;
+    foundLast = text;
+    return true;
 }
 
 } // namespace MorvalenCore

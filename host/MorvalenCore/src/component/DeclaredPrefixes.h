@@ -43,6 +43,8 @@ private:
     std::vector<Declaration> declarations;
     // How many of the declarations are of each prefix.
     std::unordered_map<std::string, int, Hash, std::equal_to<>> counts;
+    // One of them, which most elements have.
+    mutable std::string foundLast;
 };
 
 } // namespace MorvalenCore

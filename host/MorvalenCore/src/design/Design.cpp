@@ -15,6 +15,20 @@ namespace MorvalenCore {
 using Qtilities::Core::Result;
 using Qtilities::Core::Status;
 
+namespace {
+
+// A document that holds nothing else. What has been in a document can be in another.
+std::unique_ptr<DesignDocument> documentOf(const DocumentFormat &format,
+                                           const DesignDocument::Identity &identity)
+{
+    Result<std::unique_ptr<DesignDocument>> document = format.create(identity, format.fileName());
+    if (!document.isOk())
+        document = format.create({QString(), QString(), u"closed"_s, QString()}, format.fileName());
+    return std::move(document).value();
+}
+
+} // namespace
+
 Result<std::unique_ptr<Design>> Design::create(const DocumentFormat &format, const QString &type,
                                                const QString &name)
 {
@@ -87,11 +101,10 @@ void Design::close()
     state.changed = nullptr;
     clearItems();
     state.setPlaced(false);
-    // What was read is not kept in memory; a design that is closed may wait long for its end.
-    Result<std::unique_ptr<DesignDocument>> identity =
-        format.create({vendor(), library(), name(), version(u"."_s)}, format.fileName());
-    if (identity.isOk())
-        state.setDocument(std::move(identity).value());
+    // What was read is not kept in memory; a design that is closed may wait long for its end, and
+    // is hardly ever asked who it was.
+    const DesignDocument::Identity identity {vendor(), library(), name(), version(u"."_s)};
+    state.setDocument([this, identity] { return documentOf(format, identity); });
 }
 
 // The parts of a version are joined by dots in the document.

@@ -14,19 +14,19 @@ QStringList OpenDesigns::ids() const
     return list;
 }
 
-void OpenDesigns::add(const QString &id, Interfaces::IDesign *design)
+void OpenDesigns::add(const QString &id, Interfaces::IDesign *design, const QString &place)
 {
     order.append(design);
     byId.insert(id, design);
-    const QString file = QFileInfo(design->componentFileName()).canonicalFilePath();
-    if (!file.isEmpty())
-        byFile.insert(file, design);
+    if (!place.isEmpty())
+        byPlace.insert(place, design);
 }
 
-Interfaces::IDesign *OpenDesigns::findByFile(const QString &path) const
+QString OpenDesigns::placeOf(const QString &path) { return QFileInfo(path).canonicalFilePath(); }
+
+Interfaces::IDesign *OpenDesigns::findByPlace(const QString &place) const
 {
-    const QString file = QFileInfo(path).canonicalFilePath();
-    return file.isEmpty() ? nullptr : byFile.value(file);
+    return place.isEmpty() ? nullptr : byPlace.value(place);
 }
 
 QString OpenDesigns::remove(Interfaces::IDesign *design)
@@ -36,7 +36,7 @@ QString OpenDesigns::remove(Interfaces::IDesign *design)
     activations.removeAll(design);
     const auto isDesign = [design](const auto &entry) { return entry.value() == design; };
     byId.removeIf(isDesign);
-    byFile.removeIf(isDesign);
+    byPlace.removeIf(isDesign);
     return id;
 }
 

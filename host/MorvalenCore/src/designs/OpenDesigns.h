@@ -17,10 +17,13 @@ public:
     // Null when none is open under that id.
     Interfaces::IDesign *find(const QString &id) const { return byId.value(id); }
 
-    // The design whose component file that was when it was added; null when there is none.
-    Interfaces::IDesign *findByFile(const QString &path) const;
+    // Where the links of a path lead; empty when nothing is there.
+    static QString placeOf(const QString &path);
+    // The design whose component file was in that place when it was added; null when there is none.
+    Interfaces::IDesign *findByPlace(const QString &place) const;
 
-    void add(const QString &id, Interfaces::IDesign *design);
+    // The place is that of its component file.
+    void add(const QString &id, Interfaces::IDesign *design, const QString &place);
     // The id that it had is the answer. The design itself is not looked at.
     QString remove(Interfaces::IDesign *design);
     void rename(const QString &oldId, const QString &newId);
@@ -32,8 +35,7 @@ public:
 private:
     QList<Interfaces::IDesign *> order;
     QHash<QString, Interfaces::IDesign *> byId;
-    // By canonical path.
-    QHash<QString, Interfaces::IDesign *> byFile;
+    QHash<QString, Interfaces::IDesign *> byPlace;
     // The last one is active now.
     QList<Interfaces::IDesign *> activations;
 };

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QProcessEnvironment>
 #include <QRegularExpression>
+#include <QStringBuilder>
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::Result;
@@ -54,9 +55,33 @@ Result<QString> expanded(const QString &text)
     return path.replace(u'\\', u'/');
 }
 
+// Whether cleaning would leave it as it is, as nearly all paths of designs are: no empty part, "."
+// or
+// "..", but what stands before the root.
+bool isClean(QStringView path)
+{
+    for (qsizetype from = path.startsWith(u'/') ? 1 : 0; from <= path.size();) {
+        const qsizetype slash = path.indexOf(u'/', from);
+        const qsizetype end = slash < 0 ? path.size() : slash;
+        if (end == from || (path[from] == u'.' && end - from <= 2 && path[end - 1] == u'.'))
+            return false;
+        from = end + 1;
+    }
+    return true;
+}
+
+// Whether that stands for a path of the folder just as it is.
+bool isPlain(const QString &text)
+{
+    return !text.startsWith(u'/') && !text.contains(u'\\') && !mayHoldVariable(text)
+        && !beginsWithDrive(text) && isClean(text);
+}
+
 // What stands for "one folder up" behind a variable depends on its value.
 QString cleaned(const QString &path)
 {
+    if (isClean(path))
+        return path;
     if (!mayHoldVariable(path) || !variable().match(path).hasMatch()) {
         QString clean = QDir::cleanPath(path);
         // Above the root is the root.
@@ -75,6 +100,8 @@ QString actualItemPath(const QString &text, const QString &folder)
 {
     if (text.isEmpty())
         return {};
+    if (isPlain(text) && isClean(folder))
+        return folder % u'/' % text;
     QString path = text;
     path.replace(u'\\', u'/');
     if (text.startsWith(u"\\\\"_s))

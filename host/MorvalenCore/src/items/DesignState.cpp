@@ -18,15 +18,27 @@ void DesignState::setDocument(std::unique_ptr<DesignDocument> document)
     component = std::move(document);
 }
 
+void DesignState::setDocument(const DocumentMaker &make)
+{
+    component.reset();
+    makeDocument = make;
+}
+
+DesignDocument &DesignState::made() const
+{
+    component = makeDocument();
+    return *component;
+}
+
 void DesignState::setPlaced(bool flag)
 {
     placed = flag;
-    resolvedFolder = flag ? QFileInfo(component->folder()).canonicalFilePath() : QString();
+    resolvedFolder = flag ? QFileInfo(document().folder()).canonicalFilePath() : QString();
 }
 
-QString DesignState::folder() const { return placed ? component->folder() : QString(); }
+QString DesignState::folder() const { return placed ? document().folder() : QString(); }
 
-bool DesignState::isReadOnly() const { return fileReadOnly || component->isReadOnly(); }
+bool DesignState::isReadOnly() const { return fileReadOnly || document().isReadOnly(); }
 
 Status DesignState::change(const Edit &edit)
 {

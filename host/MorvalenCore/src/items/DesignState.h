@@ -20,11 +20,14 @@ public:
     DesignState(const DesignState &) = delete;
     DesignState &operator=(const DesignState &) = delete;
 
-    DesignDocument &document() { return *component; }
-    const DesignDocument &document() const { return *component; }
+    DesignDocument &document() { return component ? *component : made(); }
+    const DesignDocument &document() const { return component ? *component : made(); }
     void setDocument(std::unique_ptr<DesignDocument> document);
+    // The same, with one that is made when it is asked for; never null.
+    using DocumentMaker = std::function<std::unique_ptr<DesignDocument>()>;
+    void setDocument(const DocumentMaker &make);
 
-    QString name() const { return component->text(DesignField::Name); }
+    QString name() const { return document().text(DesignField::Name); }
 
     // Whether the design has a component file, and so a folder that paths can be of.
     bool isPlaced() const { return placed; }
@@ -47,7 +50,10 @@ public:
     std::function<void()> changed;
 
 private:
-    std::unique_ptr<DesignDocument> component;
+    DesignDocument &made() const;
+
+    mutable std::unique_ptr<DesignDocument> component;
+    DocumentMaker makeDocument;
     bool placed = false;
     QString resolvedFolder;
     bool fileReadOnly = false;

@@ -46,8 +46,8 @@ public:
     // sentence of a failure is a reason only.
     Result<Content> read(qint64 limit) const;
 
-    // From now on that is known. Of Keep::Hash only a hash stays in memory, Keep::Bytes is for who
-    // holds the bytes anyway.
+    // From now on that is known. Of Keep::Hash no more than 64 kB stay in memory, Keep::Bytes is
+    // for who holds the bytes anyway.
     enum class Keep { Hash, Bytes };
     void know(const Content &content, Keep keep);
     // The same for bytes that were just written.
