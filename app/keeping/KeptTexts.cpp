@@ -9,6 +9,7 @@
 #include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QDir>
+#include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLockFile>
@@ -121,8 +122,10 @@ KeptTexts::~KeptTexts() = default;
 
 Status KeptTexts::prepare()
 {
-    if (own)
+    if (own && QFileInfo::exists(own->path))
         return {};
+    // The folder may have been cleared away by somebody.
+    own.reset();
     const QString all = sessionFolder(u"Unsaved"_s);
     const QString path = all + u'/' + QString::number(QCoreApplication::applicationPid()) + u'-'
         + QUuid::createUuid().toString(QUuid::Id128);

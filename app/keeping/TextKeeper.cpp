@@ -47,6 +47,8 @@ void TextKeeper::follow()
     for (TextPage *page : textPages(*editors)) {
         connect(page->textEdit(), &QPlainTextEdit::textChanged, this, &TextKeeper::keepSoon,
                 Qt::UniqueConnection);
+        // One that is not in front is saved, too.
+        connect(page, &EditorPage::stateChanged, this, &TextKeeper::follow, Qt::UniqueConnection);
         if (page->isModified())
             unsaved.insert(page->filePath());
     }

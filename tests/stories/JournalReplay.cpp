@@ -59,9 +59,9 @@ Files JournalReplay::filesOf(const QString &session)
     return files;
 }
 
-void JournalReplay::compare(const Story &story)
+void JournalReplay::compare(const Story &story, const QString &earlier)
 {
-    const QByteArray journal = CommandJournal::instance()->text().toUtf8();
+    const QByteArray journal = (earlier + CommandJournal::instance()->text()).toUtf8();
     const Files before = writtenOutside(story);
     Files expected = filesOf(story.session());
     erase_if(expected, [](Files::iterator file) {

@@ -8,6 +8,10 @@ class Story;
 
 // Runs the journal of a story again, in the program and in a session of its own, and compares the
 // component and project files that both have made, byte for byte.
+//
+// Some stories have nothing to run again. Building unsaved pages, kept texts, sudden ends and the
+// watch of components are about texts and other programs; finding and preferences change no design;
+// issues come of builds that fail, which ends a script; what is reopened belongs to its session.
 class JournalReplay
 {
 public:
@@ -15,8 +19,9 @@ public:
     static void begin(const Story *story = nullptr);
 
     // Fails the test that is running when the files differ. Files outside the session are first
-    // made what the story wrote itself since the beginning.
-    static void compare(const Story &story);
+    // made what the story wrote itself since the beginning. What was in the journal earlier, and
+    // was cleared, is run before.
+    static void compare(const Story &story, const QString &earlier = {});
 
     // The component and project files below the session, by path.
     static QHash<QString, QByteArray> filesOf(const QString &session);

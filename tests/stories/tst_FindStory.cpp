@@ -6,6 +6,7 @@
 #include "app/editor/TextPage.h"
 #include "app/find/FileSearch.h"
 #include "app/find/LocatorModel.h"
+#include "app/journal/CommandJournal.h"
 #include "app/MainWindow.h"
 #include "console/QtclConsole.h"
 #include "tests/stories/DialogVisits.h"
@@ -197,6 +198,7 @@ void tst_FindStory::manyNamesAreFiltered()
 
 void tst_FindStory::aTextIsFoundInFiles()
 {
+    CommandJournal::instance()->clear();
     find(u"sum"_s);
     QCOMPARE(results(),
              (QStringList {u"adder.v"_s, u"3: wire sum;|"_s, u"top.v"_s, u"2: adder a(sum);|"_s}));
@@ -209,6 +211,8 @@ void tst_FindStory::aTextIsFoundInFiles()
     find(u"no such text"_s);
     QCOMPARE(results(), QStringList());
     QCOMPARE(story->find<QLabel>("findNote")->text(), u"0 in 0 of 2 files"_s);
+    // What only looks is in no journal.
+    QCOMPARE(CommandJournal::instance()->text(), QString());
 }
 
 void tst_FindStory::caseIsAChoice()

@@ -22,9 +22,11 @@
 #include <QComboBox>
 #include <QDir>
 #include <QDockWidget>
+#include <QDropEvent>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QTextBlock>
 
@@ -46,6 +48,7 @@ private Q_SLOTS:
     void words();
     void aDayByMouseRunsAgain();
     void oddNamesRunAgain();
+    void namesWithNewLinesRunAgain();
     void theConsoleIsInIt();
     void theActiveDesignIsSaidWhereItMatters();
     void theDockCopiesAndSaves();
@@ -248,6 +251,45 @@ void tst_JournalStory::oddNamesRunAgain()
            }});
     QCOMPARE(Story::activeDesign()->description(), u"two\nlines {\n\\and\\ a [bracket] \""_s);
     choose(u"odd"_s, u"Save"_s);
+    JournalReplay::compare(*story);
+}
+
+// Such a file is dropped, since no field takes its name; such a property comes of a script.
+void tst_JournalStory::namesWithNewLinesRunAgain()
+{
+    newDesign(u"odd"_s, u"Custom Design"_s);
+    const QString file = story->path(u"two\nlines.v"_s);
+    Story::write(file, "module two;\n");
+    QMimeData dropped;
+    dropped.setUrls({QUrl::fromLocalFile(file)});
+    QTRY_VERIFY(find(u"files"_s).isValid());
+    const QPoint place = tree()->visualRect(find(u"files"_s)).center();
+    QDragEnterEvent enter(place, Qt::CopyAction, &dropped, Qt::LeftButton, {});
+    QApplication::sendEvent(tree()->viewport(), &enter);
+    QDragMoveEvent move(place, Qt::CopyAction, &dropped, Qt::LeftButton, {});
+    QApplication::sendEvent(tree()->viewport(), &move);
+    QDropEvent drop(place, Qt::CopyAction, &dropped, Qt::LeftButton, {});
+    QApplication::sendEvent(tree()->viewport(), &drop);
+    QTRY_VERIFY(find(u"two\nlines.v"_s).isValid());
+    story->type(u"morvalen property \"W\\nH\" 8 -type int"_s);
+    QTRY_VERIFY(find(u"W\nH"_s).isValid());
+    tree()->setFocus();
+    tree()->selectionModel()->setCurrentIndex(
+        find(u"W\nH"_s), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    story->press(Qt::Key_F2);
+    auto *line = qobject_cast<QLineEdit *>(QApplication::focusWidget());
+    QVERIFY(line);
+    line->selectAll();
+    QTest::keyClicks(line, u"16"_s);
+    QTest::keyClick(line, Qt::Key_Return);
+    QTRY_COMPARE(find(u"W\nH"_s).siblingAtColumn(1).data().toString(), u"16"_s);
+    choose(u"odd"_s, u"Save"_s);
+    QVERIFY(Story::read(Story::activeDesign()->componentFileName()).contains("lines.v"));
+    QCOMPARE(CommandJournal::instance()->entries().sliced(2),
+             (QStringList {u"morvalen property \"W\\nH\" 8 -type int"_s,
+                           u"morvalen property W\\u000aH 16 -type int "
+                           "-design local.global.odd.1.0"_s,
+                           u"design save"_s}));
     JournalReplay::compare(*story);
 }
 

@@ -54,6 +54,7 @@ private Q_SLOTS:
     void whoAsksLaterIsAskedAgain();
     void aDamagedTextGoesToTheBackups();
     void theDifferenceIsShown();
+    void twoWindowsKeepTheirTextsApart();
 
 private:
     void typeUntilKilled();
@@ -71,6 +72,7 @@ void tst_KeptTextsStory::initTestCase()
 {
     if (qEnvironmentVariableIsSet(folderVariable))
         typeUntilKilled();
+    TextKeeper::delay = 0;
     story = std::make_unique<Story>();
     // The windows of the other processes come up empty.
     preferences::setRemembers(preferences::OpenThings, false);
@@ -94,6 +96,13 @@ void tst_KeptTextsStory::typeUntilKilled()
     if (!qEnvironmentVariableIsSet(usualDelayVariable))
         TextKeeper::delay = 0;
     story = std::make_unique<Story>(QByteArray(), qEnvironmentVariable(folderVariable));
+    // What another window that lives keeps is none of this one's business.
+    const DialogVisits nothingIsOffered;
+    story->window().offerKeptTexts();
+    QCoreApplication::processEvents();
+    if (QApplication::activeModalWidget() || !nothingIsOffered.areDone())
+        qFatal("the text of another window is offered");
+    const qsizetype others = keptFiles().size();
     QString error;
     QWidget *opened = MorvalenCore::EditorManager::instance()->createEditorForPath(
         notes(), &error, QString(), true, false);
@@ -102,11 +111,11 @@ void tst_KeptTextsStory::typeUntilKilled()
     auto *text = opened->findChild<QPlainTextEdit *>();
     QTest::keyClicks(text, u"new "_s);
     QTest::keyClick(text, Qt::Key_End);
-    if (!QTest::qWaitFor([this] { return !keptFiles().isEmpty(); }, patient()))
+    if (!QTest::qWaitFor([&] { return keptFiles().size() > others; }, patient()))
         qFatal("nothing is kept");
     if (qEnvironmentVariableIsSet(saveVariable)) {
         QTest::keyClick(text, Qt::Key_S, Qt::ControlModifier);
-        if (!QTest::qWaitFor([this] { return keptFiles().isEmpty(); }, patient()))
+        if (!QTest::qWaitFor([&] { return keptFiles().size() == others; }, patient()))
             qFatal("a saved text is kept");
     }
     ::raise(SIGKILL);
@@ -278,6 +287,31 @@ void tst_KeptTextsStory::theDifferenceIsShown()
                });
            }});
     QVERIFY(page());
+}
+
+void tst_KeptTextsStory::twoWindowsKeepTheirTextsApart()
+{
+    const QString mine = story->path(u"mine.txt"_s);
+    Story::write(mine, "old\n");
+    story->window().openFiles({mine});
+    EditorArea *area = story->window().designsMode()->editorArea();
+    EditorPage *own = area->currentPage();
+    QTest::keyClicks(own->findChild<QPlainTextEdit *>(), u"my "_s);
+    QTRY_COMPARE(keptFiles().size(), 1);
+    killAWindow();
+    QCOMPARE(keptFiles().size(), 2);
+    offer({[this](QDialog *dialog) {
+        const auto *list = dialog->findChild<QTreeWidget *>(u"keptTextList"_s);
+        QCOMPARE(list->topLevelItemCount(), 1);
+        QCOMPARE(list->topLevelItem(0)->text(0), QFileInfo(notes()).absoluteFilePath());
+        DialogVisits::press(dialog, u"Restore"_s);
+    }});
+    QVERIFY(page() && page()->isModified() && own->isModified());
+    QTRY_COMPARE(keptFiles().size(), 2);
+    QVERIFY(page()->save().isOk() && own->save().isOk());
+    QCOMPARE(Story::read(mine), QByteArray("my old\n"));
+    QCOMPARE(Story::read(notes()), QByteArray("new old\n"));
+    QTRY_VERIFY(keptFiles().isEmpty());
 }
 
 TEST_CLASS(tst_KeptTextsStory)

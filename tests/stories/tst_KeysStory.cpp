@@ -7,6 +7,7 @@
 #include "app/editor/EditorPage.h"
 #include "app/MainWindow.h"
 #include "console/QtclConsole.h"
+#include "tests/stories/JournalReplay.h"
 #include "tests/stories/Story.h"
 #include "tests/TestClass.h"
 
@@ -52,6 +53,7 @@ private:
 void tst_KeysStory::initTestCase()
 {
     story = std::make_unique<Story>();
+    JournalReplay::begin(story.get());
     story->type(u"designs new uart; designs new fifo"_s);
 }
 
@@ -133,9 +135,11 @@ void tst_KeysStory::theSelectedDesignIsMeant()
     const QAbstractItemModel *model = tree()->treeView()->model();
     const IDesign *active = Story::activeDesign();
     QCOMPARE(active->name(), u"fifo"_s);
-    IDesign *uart =
+    const IDesign *uart =
         DesignManager::instance()->design(DesignManager::instance()->openDesignIds().first());
-    QVERIFY(uart->trySetDescription(u"changed"_s).isOk());
+    story->type(u"designs set_active local.global.uart.1.0; design set description changed; "
+                "designs set_active local.global.fifo.1.0"_s);
+    QVERIFY(uart->isModified());
     tree()->treeView()->setCurrentIndex(model->index(0, 0));
     QVERIFY(story->entry('f', u"Save \"uart\""_s));
     story->closeMenus();
@@ -146,6 +150,7 @@ void tst_KeysStory::theSelectedDesignIsMeant()
     tree()->treeView()->clearSelection();
     QVERIFY(story->entry('f', u"Close Design \"fifo\""_s));
     story->closeMenus();
+    JournalReplay::compare(*story);
 }
 
 void tst_KeysStory::theEditMenuIsAboutTheFocus()

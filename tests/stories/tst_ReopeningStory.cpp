@@ -6,6 +6,7 @@
 #include "app/editor/EditorArea.h"
 #include "app/editor/TextEdit.h"
 #include "app/editor/TextPage.h"
+#include "app/journal/CommandJournal.h"
 #include "app/MainWindow.h"
 #include "app/OpenThings.h"
 #include "app/session/preferences.h"
@@ -126,7 +127,10 @@ void tst_ReopeningStory::everythingComesBack()
     tree->collapse(tree->model()->index(0, 0));
     leaveAndEmpty();
 
+    CommandJournal::instance()->clear();
     story->window().reopen();
+    QCOMPARE(CommandJournal::instance()->entries(),
+             (QStringList {u"project open "_s + project, u"designs set_active "_s + active}));
     QCOMPARE(DesignManager::instance()->openDesignIds().size(), 3);
     QCOMPARE(Story::activeDesign()->id(u"."_s), active);
     QCOMPARE(ProjectManager::instance()->currentProjectFileName(), project);

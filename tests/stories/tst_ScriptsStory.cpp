@@ -5,12 +5,16 @@
 #include "app/editor/EditorArea.h"
 #include "app/editor/TextEdit.h"
 #include "app/editor/TextPage.h"
+#include "app/journal/CommandJournal.h"
 #include "app/MainWindow.h"
 #include "app/window/ScriptMenu.h"
 #include "console/QtclConsole.h"
 #include "tests/stories/DialogVisits.h"
+#include "tests/stories/JournalReplay.h"
 #include "tests/stories/Story.h"
 #include "tests/TestClass.h"
+
+#include <MorvalenCore/DesignManager.h>
 
 #include <QDir>
 #include <QDockWidget>
@@ -32,6 +36,7 @@ private Q_SLOTS:
     void cleanup();
 
     void aScriptIsMadeAndRun();
+    void whatAScriptMadeRunsAgain();
     void theTabOfAScriptHasWhatItLogs();
     void theFailingLineIsMarked();
     void namesThatCannotBeUsed_data();
@@ -96,6 +101,22 @@ void tst_ScriptsStory::aScriptIsMadeAndRun()
     QVERIFY(console().contains(u"it ran"_s));
     QVERIFY(area()->closeAll());
     QVERIFY(!run->isEnabled());
+}
+
+// The journal has the script by its path.
+void tst_ScriptsStory::whatAScriptMadeRunsAgain()
+{
+    JournalReplay::begin(story.get());
+    Story::write(scripts() + u"/make.tcl"_s,
+                 "designs new made\nmorvalen property WIDTH 8 -type int\ndesign save\n");
+    story->window().openFiles({scripts() + u"/make.tcl"_s});
+    story->press(Qt::Key_F5);
+    QVERIFY(Story::activeDesign());
+    QCOMPARE(CommandJournal::instance()->entries(),
+             QStringList(u"source "_s + scripts() + u"/make.tcl"_s));
+    JournalReplay::compare(*story);
+    using MorvalenCore::DesignManager;
+    DesignManager::instance()->closeDesigns(DesignManager::instance()->openDesignIds(), true);
 }
 
 void tst_ScriptsStory::theTabOfAScriptHasWhatItLogs()

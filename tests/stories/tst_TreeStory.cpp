@@ -9,6 +9,7 @@
 #include "app/MainWindow.h"
 #include "console/QtclConsole.h"
 #include "tests/stories/DialogVisits.h"
+#include "tests/stories/JournalReplay.h"
 #include "tests/stories/Story.h"
 #include "tests/TestClass.h"
 
@@ -55,11 +56,16 @@ private:
     QStringList menuTexts(bool enabledOnly = false);
     QStringList under(const QString &node, const QString &name = u"uart"_s) const;
     void makeUart();
+    // What comes from here on is looked at; what was before is run again only.
+    void journalStandsHere();
+    // Saves, and runs the journal since the design was made.
+    void replay();
     DesignTreeView *view() const { return story->window().designTree()->treeView(); }
     QStringList shownDesigns() const;
     QString selected() const;
     IDesign *design(const QString &name) const;
 
+    QString journalBefore;
     std::unique_ptr<Story> story;
 };
 
@@ -204,14 +210,28 @@ QStringList tst_TreeStory::under(const QString &node, const QString &name) const
 
 void tst_TreeStory::makeUart()
 {
+    JournalReplay::begin(story.get());
+    journalBefore.clear();
     story->type(u"designs new uart {Hardware Design}"_s);
-    const QString folder = design(u"uart"_s)->workingFolderPath();
-    Story::write(folder + u"/rtl/top.v"_s, "module top;\n");
-    Story::write(folder + u"/rtl/b.v"_s, "module b;\n");
+    // So that there are files where the journal runs again, too.
+    story->type(u"foreach f {top b} {set c [open [file join [design get wfp] rtl $f.v] w]; "
+                "puts $c \"module $f;\"; close $c}"_s);
     story->type(u"foreach f {rtl/top.v rtl/b.v} {morvalen file add $f -node rtl}"_s);
     story->window().activateMode(DesignsMode::id);
-    CommandJournal::instance()->clear();
+    journalStandsHere();
     QTRY_VERIFY(story->row(u"b.v"_s).isValid());
+}
+
+void tst_TreeStory::journalStandsHere()
+{
+    journalBefore += CommandJournal::instance()->text();
+    CommandJournal::instance()->clear();
+}
+
+void tst_TreeStory::replay()
+{
+    story->type(u"foreach id [designs list] {designs set_active $id; design save}"_s);
+    JournalReplay::compare(*story, journalBefore);
 }
 
 void tst_TreeStory::aFileIsRenamedWhereItStands()
@@ -225,7 +245,7 @@ void tst_TreeStory::aFileIsRenamedWhereItStands()
     QTRY_COMPARE(area->pages().size(), 1);
     auto *before = qobject_cast<TextPage *>(area->pages().first());
     before->goTo({4, 0});
-    CommandJournal::instance()->clear();
+    journalStandsHere();
     select({u"top.v"_s});
     story->press(Qt::Key_F2);
     auto *line = qobject_cast<QLineEdit *>(QApplication::focusWidget());
@@ -251,6 +271,7 @@ void tst_TreeStory::aFileIsRenamedWhereItStands()
     QCOMPARE(view()->currentIndex().data().toString(), u"main part.v"_s);
     QCOMPARE(view()->selectionModel()->selectedRows().size(), 1);
     area->closeAll();
+    replay();
 }
 
 void tst_TreeStory::returnEndsANameAndNothingElse()
@@ -367,6 +388,7 @@ void tst_TreeStory::filesAreCutAndPasted()
     story->press(Qt::Key_V, Qt::ControlModifier);
     QTRY_COMPARE(under(u"testbench"_s), QStringList {u"top.v"_s});
     QCOMPARE(under(u"files"_s, u"fifo"_s), QStringList {u"b.v"_s});
+    replay();
 }
 
 void tst_TreeStory::filesAreDragged()
@@ -391,6 +413,7 @@ void tst_TreeStory::filesAreDragged()
     QCOMPARE(CommandJournal::instance()->entries(),
              QStringList {u"morvalen file move rtl/top.v documents "
                           "-design local.global.uart.1.0"_s});
+    replay();
 }
 
 void tst_TreeStory::whatWasRemovedComesBack()
@@ -400,7 +423,7 @@ void tst_TreeStory::whatWasRemovedComesBack()
     const QString component = design(u"uart"_s)->componentFileName();
     const QByteArray before = Story::read(component);
     story->window().activateMode(DesignsMode::id);
-    CommandJournal::instance()->clear();
+    journalStandsHere();
     select({u"top.v"_s, u"b.v"_s});
     const auto agree = [](QDialog *dialog) { DialogVisits::press(dialog, u"Remove"_s); };
     {
@@ -433,6 +456,7 @@ void tst_TreeStory::whatWasRemovedComesBack()
              (QStringList {u"morvalen restore properties WIDTH -design local.global.uart.1.0"_s,
                            u"morvalen restore files rtl/b.v -design local.global.uart.1.0"_s,
                            u"morvalen restore files rtl/top.v -design local.global.uart.1.0"_s}));
+    replay();
 }
 
 void tst_TreeStory::everySelectionHasAMenu()

@@ -22,6 +22,7 @@ private Q_SLOTS:
     void comesBackAsItWas();
     void movesADamagedOneToTheBackups();
     void leavesADamagedOneThatCannotBeMoved();
+    void aFolderThatWasClearedAwayIsMadeAgain();
 
 private:
     // As a process that is killed leaves it.
@@ -127,6 +128,18 @@ void tst_KeptTexts::leavesADamagedOneThatCannotBeMoved()
              u"A text that was kept cannot be read; it is in \"%1\""_s.arg(before[0]));
     next.leaveAgain();
     QCOMPARE(kept(), before);
+}
+
+void tst_KeptTexts::aFolderThatWasClearedAwayIsMadeAgain()
+{
+    KeptTexts texts;
+    const KeptText text {u"/designs/uart/a.v"_s, "base", u"typed"_s, 0, {}};
+    QVERIFY(texts.keep(text).isOk());
+    QVERIFY(QDir(below(u"Unsaved"_s)).removeRecursively());
+    QVERIFY(texts.keep(text).isOk());
+    QCOMPARE(kept().size(), 1);
+    texts.dropAll();
+    QVERIFY(kept().isEmpty());
 }
 
 GUILESS_TEST_CLASS(tst_KeptTexts)
