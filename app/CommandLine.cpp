@@ -205,9 +205,10 @@ Status Parser::takeLogLevel(const QString &value)
 Status Parser::takeJobs(const QString &value)
 {
     line.jobs = BuildSettings::countFrom(value);
+    const QString shown = value.isEmpty() ? u"an empty word"_s : value;
     return line.jobs
         ? Status()
-        : Status::invalidArgument(u"--jobs wants a number of at least 1, not %1"_s.arg(value));
+        : Status::invalidArgument(u"--jobs wants a number of at least 1, not %1"_s.arg(shown));
 }
 
 Status Parser::takeKeepGoing(const QString &)

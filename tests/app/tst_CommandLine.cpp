@@ -148,10 +148,12 @@ void tst_CommandLine::refused_data()
         << QStringList {u"--batch"_s, u""_s} << u"the name of the script is empty"_s;
     QTest::newRow("bad-value-6 empty session")
         << QStringList {u"--session="_s} << u"the name of the session folder is empty"_s;
-    for (const QString &value : {u"0"_s, u"-1"_s, u"many"_s, u"1.5"_s, u""_s, u"99999999999"_s})
+    for (const QString &value : {u"0"_s, u"-1"_s, u"many"_s, u"1.5"_s, u"99999999999"_s})
         QTest::newRow(qPrintable(u"bad-jobs "_s + value))
             << QStringList {u"--jobs"_s, value}
             << u"--jobs wants a number of at least 1, not "_s + value;
+    QTest::newRow("bad-jobs-empty") << QStringList {u"--jobs"_s, u""_s}
+                                    << u"--jobs wants a number of at least 1, not an empty word"_s;
     QTest::newRow("bad-jobs-none") << QStringList {u"--jobs"_s} << u"--jobs needs N behind it"_s;
     QTest::newRow("bad-keep-going-1 no value wanted")
         << QStringList {u"--keep-going=1"_s} << u"--keep-going takes no value"_s;

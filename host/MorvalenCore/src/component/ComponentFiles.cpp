@@ -40,7 +40,9 @@ QList<FileId> ComponentFiles::files(FileSetId set) const
     QList<FileId> list;
     if (!contains(set))
         return list;
-    for (const XmlNode node : tree.standardChildren(set.node, "file"))
+    const QList<XmlNode> nodes = tree.standardChildren(set.node, "file");
+    list.reserve(nodes.size());
+    for (const XmlNode node : nodes)
         list.append(FileId {{node}});
     return list;
 }

@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QStringBuilder>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -116,7 +117,7 @@ QString Design::version(const QString &separator) const
 
 QString Design::id(const QString &separator) const
 {
-    return vendor() + separator + library() + separator + name() + separator + version(separator);
+    return vendor() % separator % library() % separator % name() % separator % version(separator);
 }
 
 Status Design::setVersion(const QString &version)
