@@ -66,7 +66,7 @@ soak:
 	@scripts/prerequisites test
 	@cmake --preset asan --log-level=WARNING
 	@cmake --build --preset asan
-	@scripts/soak build/asan 600
+	@scripts/soak build/asan 900
 
 bench: $(configured)
 	@scripts/prerequisites bench

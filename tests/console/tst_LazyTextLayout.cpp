@@ -390,6 +390,7 @@ void tst_LazyTextLayout::aNewFontReachesEveryLine()
     QTRY_VERIFY(!hasOldFont());
     QCOMPARE(console.document()->blockCount(), 20'004);
     QVERIFY(console.isUndoRedoEnabled());
+    QVERIFY(!console.document()->isUndoAvailable());
 }
 
 TEST_CLASS(tst_LazyTextLayout)
