@@ -416,11 +416,12 @@ void tst_MainWindow::closingSaves()
 
 void tst_MainWindow::theLayoutIsKept()
 {
-    window->resize(900, 640);
+    const QSize size(760, 640); // within the screen, to which Qt 6.8 restores
+    window->resize(size);
     window->close();
     QSettings settings(QtilitiesApplication::settingsFileName(), QSettings::IniFormat);
     QVERIFY(settings.contains(u"Window/geometry"_s));
-    QCOMPARE(MainWindow().size(), QSize(900, 640));
+    QCOMPARE(MainWindow().size(), size);
     settings.setValue(u"Window/geometry"_s, QByteArray("nonsense"));
     settings.sync();
     // The usual size, as far as the screen has room for it and a frame.

@@ -128,6 +128,9 @@ void tst_BuildMenu::init()
     window->menuBar()->addMenu(menu);
     window->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(window.get(), patient()));
+    // Qt 6.8 takes a click in a menu for the end of what opened it where the mouse has been
+    // nowhere.
+    QTest::mouseMove(window.get(), QPoint(1, 1));
     session->takeLog();
 }
 
