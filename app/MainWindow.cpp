@@ -21,7 +21,6 @@
 #include "app/issues/IssueSources.h"
 #include "app/issues/IssuesView.h"
 #include "app/issues/WindowLinks.h"
-#include "app/journal/CommandJournal.h"
 #include "app/journal/JournalDock.h"
 #include "app/journal/journaling.h"
 #include "app/keeping/TextKeeper.h"
@@ -29,10 +28,8 @@
 #include "app/live/passrules.h"
 #include "app/live/RunStatus.h"
 #include "app/OpenThings.h"
-#include "app/preferences/consolefont.h"
 #include "app/preferences/PreferencesDialog.h"
 #include "app/process/programend.h"
-#include "app/session/ConsoleHistory.h"
 #include "app/session/RecentFiles.h"
 #include "app/window/EditMenu.h"
 #include "app/window/ExtensionDocks.h"
@@ -45,9 +42,8 @@
 #include "app/window/themes.h"
 #include "app/window/ViewMenu.h"
 #include "app/window/windowlayout.h"
-#include "commands/commandmanuals.h"
+#include "app/WindowConsole.h"
 #include "console/QtclConsole.h"
-#include "ensemble/manuals.h"
 
 #include <MorvalenCore/DesignManager.h>
 #include <Qtilities/Logger.h>
@@ -93,7 +89,8 @@ MainWindow::MainWindow(QWidget *parent)
       helpDock(new HelpDock(this)),
       links(std::make_unique<WindowLinks>()),
       issueList(new IssueList(this)),
-      issues(new IssueSources(issueList, this))
+      issues(new IssueSources(issueList, this)),
+      console(new WindowConsole(this))
 {
     setObjectName(u"mainWindow"_s);
     themes::apply();
@@ -193,23 +190,12 @@ void MainWindow::showWhileStarting()
     starting->setFocus();
 }
 
-void MainWindow::adoptConsole(QtclConsole *theConsole)
+void MainWindow::adoptConsole(QtclConsole *adopted)
 {
-    console = theConsole;
-    console->setAccessibleName(tr("Tcl Console"));
-    consolefont::apply(console);
-    console->keepLightGround();
-    console->setFeatures(QConsole::AllFeatures);
-    console->setWholeLines(true);
-    console->setNextWords([](const QStringList &words) {
-        return commands::nextWords(words) + ensemble::nextWords(words);
-    });
-    history = new ConsoleHistory(console, this);
-    console->keepTypedKeys();
-    console->show(); // showWhileStarting() may have had it elsewhere
-    paneKeys->add(console);
-    CommandJournal::instance()->follow(console);
-    links->attachTo(console);
+    console->adopt(adopted);
+    adopted->show(); // showWhileStarting() may have had it elsewhere
+    paneKeys->add(adopted);
+    links->attachTo(adopted);
     issues->followRuns();
 }
 
@@ -294,7 +280,7 @@ void MainWindow::createIssuesDock()
     addDockWidget(Qt::BottomDockWidgetArea, journalDock);
     tabifyDockWidget(issuesDock, journalDock);
     connect(journalDock, &JournalDock::runWanted, this,
-            [this](const QStringList &entries) { runAgain(entries, console); });
+            [this](const QStringList &entries) { runAgain(entries, console->console()); });
     logDock->raise();
     new IssueMarks(issueList, designs->editorArea(), this);
 }
@@ -378,10 +364,7 @@ void MainWindow::askForPreferences(const QString &page)
 void MainWindow::followPreferences()
 {
     themes::apply();
-    if (console)
-        consolefont::apply(console);
-    if (history)
-        history->followPreferences();
+    console->followPreferences();
 }
 
 // Nothing ends it suddenly from here on.
@@ -390,8 +373,7 @@ void MainWindow::remember()
     suddenEnd->disarm();
     windowlayout::save(this);
     openThings->write();
-    if (history)
-        history->write();
+    console->remember();
 }
 
 void MainWindow::updateTitle()

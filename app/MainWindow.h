@@ -4,11 +4,9 @@
 
 #include <QHash>
 #include <QMainWindow>
-#include <QPointer>
 
 #include <memory>
 
-class ConsoleHistory;
 class DesignTree;
 class DesignsMode;
 class HelpDock;
@@ -28,6 +26,7 @@ class ScriptMenu;
 class SuddenEnd;
 class TextKeeper;
 class ViewMenu;
+class WindowConsole;
 
 // The window of the program: modes on the left, the log below, the manual beside them, and the
 // menus. It has the Designs mode from the start. Closing it asks about what is not saved, and saves
@@ -58,8 +57,8 @@ public:
     // Shows the window with the console in it while the start-up script still runs.
     void showWhileStarting();
 
-    // Gives the console its font and its history, as the preferences say, and keeps the history.
-    void adoptConsole(QtclConsole *console);
+    // Makes the console the window's, which keeps its history.
+    void adoptConsole(QtclConsole *adopted);
 
     // Opens what was open in the window before.
     void reopen();
@@ -116,12 +115,11 @@ private:
     std::unique_ptr<WindowLinks> links;
     IssueList *issueList;
     IssueSources *issues;
+    WindowConsole *console;
     IssuesView *issuesView = nullptr;
     QDockWidget *issuesDock = nullptr;
     JournalDock *journalDock = nullptr;
     PaneKeys *paneKeys = nullptr;
-    QPointer<QtclConsole> console;
-    ConsoleHistory *history = nullptr;
     QHash<int, Qtilities::CoreGui::Interfaces::IMode *> modes;
     int currentMode = -1;
 };

@@ -1603,10 +1603,6 @@ Ein Doppelklick auf die Datei eines Designs öffnet sie.</translation>
 <context>
     <name>MainWindow</name>
     <message>
-        <source>Tcl Console</source>
-        <translation>Tcl-Konsole</translation>
-    </message>
-    <message>
         <source>The program is asked to end from outside</source>
         <translation>Das Programm wird von außen gebeten zu enden</translation>
     </message>
@@ -2627,6 +2623,13 @@ Ein Doppelklick auf die Datei eines Designs öffnet sie.</translation>
     <message>
         <source>&amp;Full Screen</source>
         <translation>&amp;Vollbild</translation>
+    </message>
+</context>
+<context>
+    <name>WindowConsole</name>
+    <message>
+        <source>Tcl Console</source>
+        <translation>Tcl-Konsole</translation>
     </message>
 </context>
 <context>
