@@ -20,8 +20,7 @@ namespace {
 //   5. write its test tests/commands/tst_WORD.cpp and name it in tests/commands/CMakeLists.txt;
 //   6. call every subcommand in a script below tests/transcripts/WORD and let the program write the
 //      text beside it: tst_Transcripts --renew;
-//   7. add calls of it to tests/fuzz/commands.cpp, and what it answers a host that leaves things
-//   out
+//   7. add calls of it to tests/fuzz/commands.cpp, and its answers to hosts that leave things out
 //      to tests/package/least/nothing.txt, tests/package/least/design.txt,
 //      tests/package/least/file.txt, tests/package/least/build.txt,
 //      tests/package/least/manager.txt, tests/package/least/factory.txt,

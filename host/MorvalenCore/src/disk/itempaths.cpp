@@ -55,9 +55,8 @@ Result<QString> expanded(const QString &text)
     return path.replace(u'\\', u'/');
 }
 
-// Whether cleaning would leave it as it is, as nearly all paths of designs are: no empty part, "."
-// or
-// "..", but what stands before the root.
+// Whether cleaning would leave it as it is, as nearly all paths of designs are: it has no empty
+// part, no "." and no "..", but for what stands before the root.
 bool isClean(QStringView path)
 {
     for (qsizetype from = path.startsWith(u'/') ? 1 : 0; from <= path.size();) {
