@@ -63,7 +63,7 @@ test: $(configured)
 	@ctest --preset $(preset) --parallel $$(nproc)
 
 soak:
-	@scripts/prerequisites test
+	@scripts/prerequisites sanitize
 	@cmake --preset asan --log-level=WARNING
 	@cmake --build --preset asan
 	@scripts/soak build/asan 900

@@ -19,7 +19,9 @@ foreach(line IN LISTS symbols)
     if(symbol MATCHES "^(__bss_start|_edata|_end|_init|_fini|__odr_asan.*)$") # the linker's and the sanitizer's own
         continue()
     endif()
-    string(REGEX REPLACE "^(vtable for|typeinfo for|typeinfo name for|VTT for|guard variable for|(non-)?virtual thunk to|construction vtable for) " "" symbol "${symbol}")
+    string(REGEX REPLACE "^(vtable for|typeinfo for|typeinfo name for|VTT for|guard variable for|(non-)?virtual thunk to) " "" symbol "${symbol}")
+    # That of a base belongs to the class that has the base.
+    string(REGEX REPLACE "^construction vtable for .*-in-" "" symbol "${symbol}")
     set(known FALSE)
     foreach(name IN LISTS allowed)
         # A class is also the end of "vtable for X".

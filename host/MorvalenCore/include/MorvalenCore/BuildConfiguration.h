@@ -20,7 +20,7 @@ class MORVALENCORE_EXPORT BuildConfiguration : public QObject
     Q_OBJECT
 
 public:
-    enum RunState { Idle, Running, Completed, Failed, Cancelled };
+    enum RunState : int { Idle, Running, Completed, Failed, Cancelled };
     Q_ENUM(RunState)
 
     explicit BuildConfiguration(QObject *parent = nullptr);
