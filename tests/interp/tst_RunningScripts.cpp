@@ -66,10 +66,10 @@ private:
     }
 
     // The same, where Tcl's events come.
-    static int waitServed(void *, Tcl_Interp *interp, int, const char **)
+    static int waitServed(void *, Tcl_Interp *current, int, const char **)
     {
         const ServedEvents served;
-        return waitOutside(nullptr, interp, 0, nullptr);
+        return waitOutside(nullptr, current, 0, nullptr);
     }
 
     // As a signal handler does.
