@@ -150,6 +150,8 @@ void QConsole::keepLightGround()
             cursor.mergeCharFormat(black);
         }
     }
+    // What is typed behind the first prompt.
+    mergeCurrentCharFormat(black);
 }
 
 bool QConsole::execCommand(const QString &command, bool writeCommand, bool showPrompt,

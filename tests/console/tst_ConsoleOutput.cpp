@@ -109,6 +109,8 @@ private Q_SLOTS:
         QTextCursor welcome(fresh.document());
         welcome.movePosition(QTextCursor::Right);
         QCOMPARE(welcome.charFormat().foreground().color(), QColor(Qt::black));
+        QTest::keyClicks(&fresh, u"typed"_s);
+        QCOMPARE(fresh.textCursor().charFormat().foreground().color(), QColor(Qt::black));
         QApplication::setPalette(usual);
         QApplication::setPalette(dark);
         QCOMPARE(fresh.palette().color(QPalette::Base), QColor(Qt::white));
