@@ -67,6 +67,9 @@ void write(const QString &file)
 
 bool exists(const QString &path) { return QFileInfo::exists(path); }
 
+// Folders beside a mount.
+constexpr int besides = 20;
+
 // Runs a step in a child process, which ends with the step's answer.
 template <typename Step>
 int inChild(Step step)
@@ -578,6 +581,9 @@ void tst_DeletionGuard::deletesNothingOfAMount()
     QFETCH(const QString, refused);
     write(in(u"outside/precious/f"_s));
     QVERIFY(QDir().mkpath(in(u"area/d/m"_s)));
+    // Whatever order they are met in, some stand before the mount.
+    for (int i = 0; i < besides; ++i)
+        write(in(u"area/d/beside%1/f"_s.arg(i)));
     constexpr int notAllowed = 2;
     const int status = inChild([&] {
         if (!mountPrivately(sameFileSystem ? in(u"outside"_s) : QString(), in(u"area/d/m"_s)))
@@ -600,6 +606,8 @@ void tst_DeletionGuard::deletesNothingOfAMount()
     QVERIFY(exists(in(u"outside/precious/f"_s)));
     NEEDS_MOUNTS(status != notAllowed);
     QCOMPARE(status, 0);
+    for (int i = 0; i < besides; ++i)
+        QVERIFY(exists(in(u"area/d/beside%1/f"_s.arg(i))));
 }
 
 void tst_DeletionGuard::deletesWhatIsNoMountOnAnOldSystem()

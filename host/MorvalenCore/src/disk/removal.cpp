@@ -52,15 +52,29 @@ QList<QByteArray> entries(Descriptor folder)
     return names;
 }
 
+Descriptor copyOf(const Descriptor &folder)
+{
+    return Descriptor(fcntl(folder.get(), F_DUPFD_CLOEXEC, 0));
+}
+
 // Deletes trees below one folder, all on the file system of that folder.
 class TreeRemover
 {
 public:
     explicit TreeRemover(dev_t fileSystem) : device(fileSystem) { }
 
-    Status remove(int parent, const QByteArray &name, const QString &path, int level = 1)
+    // Nothing is gone where a folder of the tree is refused.
+    Status remove(int parent, const QByteArray &name, const QString &path) const
     {
-        const Descriptor folder = folderIn(parent, name.constData());
+        const Status allowed = check(parent, name, path, 1);
+        return allowed.isOk() ? clear(parent, name, path, 1) : allowed;
+    }
+
+private:
+    Result<Descriptor> enter(int parent, const QByteArray &name, const QString &path,
+                             int level) const
+    {
+        Descriptor folder = folderIn(parent, name.constData());
         struct stat here;
         if (!folder || fstat(folder.get(), &here) != 0)
             return failureOfSystem(path);
@@ -70,23 +84,48 @@ public:
             return refusal(path, u"it is a mounted file system");
         if (level > deepestFolder)
             return refusal(path, u"it lies too deep");
+        return Result<Descriptor>(std::move(folder));
+    }
 
-        for (const QByteArray &entry :
-             entries(Descriptor(fcntl(folder.get(), F_DUPFD_CLOEXEC, 0)))) {
-            if (unlinkat(folder.get(), entry.constData(), 0) == 0 || errno == ENOENT)
+    // Whether all folders of the tree can be entered now.
+    Status check(int parent, const QByteArray &name, const QString &path, int level) const
+    {
+        const Result<Descriptor> folder = enter(parent, name, path, level);
+        if (!folder.isOk())
+            return folder.status();
+        const int here = folder.value().get();
+        for (const QByteArray &entry : entries(copyOf(folder.value()))) {
+            struct stat there;
+            const int looked =
+                fstatat(here, entry.constData(), &there, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT);
+            if (looked != 0 || !S_ISDIR(there.st_mode))
+                continue;
+            const QString below = path + u'/' + QFile::decodeName(entry);
+            if (const Status allowed = check(here, entry, below, level + 1); !allowed.isOk())
+                return allowed;
+        }
+        return {};
+    }
+
+    Status clear(int parent, const QByteArray &name, const QString &path, int level) const
+    {
+        const Result<Descriptor> folder = enter(parent, name, path, level);
+        if (!folder.isOk())
+            return folder.status();
+        const int here = folder.value().get();
+        for (const QByteArray &entry : entries(copyOf(folder.value()))) {
+            if (unlinkat(here, entry.constData(), 0) == 0 || errno == ENOENT)
                 continue;
             const QString below = path + u'/' + QFile::decodeName(entry);
             if (errno != EISDIR)
                 return failureOfSystem(below);
-            const Status removed = remove(folder.get(), entry, below, level + 1);
-            if (!removed.isOk())
-                return removed;
+            if (const Status cleared = clear(here, entry, below, level + 1); !cleared.isOk())
+                return cleared;
         }
         return unlinkat(parent, name.constData(), AT_REMOVEDIR) == 0 ? Status()
                                                                      : failureOfSystem(path);
     }
 
-private:
     dev_t device;
 };
 
