@@ -109,12 +109,24 @@ private Q_SLOTS:
         QTextCursor welcome(fresh.document());
         welcome.movePosition(QTextCursor::Right);
         QCOMPARE(welcome.charFormat().foreground().color(), QColor(Qt::black));
-        QTest::keyClicks(&fresh, u"typed"_s);
-        QCOMPARE(fresh.textCursor().charFormat().foreground().color(), QColor(Qt::black));
         QApplication::setPalette(usual);
         QApplication::setPalette(dark);
         QCOMPARE(fresh.palette().color(QPalette::Base), QColor(Qt::white));
         QApplication::setPalette(usual);
+    }
+
+    void aLightGroundThatComesBehindThePromptIsTypedOnInBlack()
+    {
+        const QPalette usual = QApplication::palette();
+        const QScopeGuard restore([&usual] { QApplication::setPalette(usual); });
+        QPalette dark = usual;
+        dark.setColor(QPalette::Text, Qt::white);
+        QApplication::setPalette(dark);
+        ConsoleUnderTest fresh;
+        fresh.start();
+        fresh.keepLightGround();
+        QTest::keyClicks(&fresh, u"typed"_s);
+        QCOMPARE(coloursOf(fresh), u"none:Welcome/#000000:> typed/"_s);
     }
 
     void anEmptyWelcomeTextLeavesAnEmptyDocument()
