@@ -5,6 +5,7 @@
 
 #include <Qtilities/Logger.h>
 #include <Qtilities/QtilitiesApplication.h>
+#include <Qtilities/Status.h>
 
 #include <QApplication>
 #include <QMainWindow>
@@ -26,6 +27,7 @@ using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::EditorManager;
 using MorvalenCore::ExtensionWidgetParameters;
 using MorvalenCore::MorvalenManager;
+using Qtilities::Core::Status;
 using Qtilities::CoreGui::QtilitiesApplication;
 using Qtilities::Logging::Logger;
 
@@ -109,6 +111,8 @@ void tst_LightManagers::tellsWhyThereIsNoPort()
 {
     Logger logger;
     Logger::setInstance(&logger);
+    // A sanitizer takes descriptors to look at the types that it has not seen yet.
+    logger.logMessage(QString(), Logger::Warning, Status::io(u"seen"_s).text());
     QSignalSpy told(&logger, &Logger::messageLogged);
     rlimit before {};
     QCOMPARE(getrlimit(RLIMIT_NOFILE, &before), 0);
