@@ -41,25 +41,18 @@ QSize RowDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelInde
 QWidget *RowDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &,
                                    const QModelIndex &index) const
 {
-    const QString type = QtilitiesProperty::typeName(index.data(Qt::EditRole));
+    const QVariant value = index.data(Qt::EditRole);
+    const QString type = QtilitiesProperty::typeName(value);
     if (type == u"bool"_s) {
         auto *choice = new QComboBox(parent);
         choice->addItems({u"false"_s, u"true"_s});
+        choice->setCurrentText(value.toString());
         return choice;
     }
-    auto *line = new QLineEdit(parent);
+    auto *line = new QLineEdit(value.toString(), parent);
     line->setFrame(false);
     line->setValidator(new TypeValidator(type, line));
     return line;
-}
-
-void RowDelegate::setEditorData(QWidget *editor, const QModelIndex &index) const
-{
-    const QString text = index.data(Qt::EditRole).toString();
-    if (auto *choice = qobject_cast<QComboBox *>(editor))
-        choice->setCurrentText(text);
-    else if (auto *line = qobject_cast<QLineEdit *>(editor))
-        line->setText(text);
 }
 
 void RowDelegate::setModelData(QWidget *editor, QAbstractItemModel *model,

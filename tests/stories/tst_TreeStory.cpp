@@ -1,6 +1,7 @@
 // The tree of designs beside both modes, and what is selected, found and built there.
 
 #include "app/designs/DesignTree.h"
+#include "app/designs/DesignTreeModel.h"
 #include "app/designs/DesignTreeView.h"
 #include "app/DesignsMode.h"
 #include "app/editor/EditorArea.h"
@@ -21,7 +22,9 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
+#include <QPointer>
 #include <QRegularExpression>
+#include <QSignalSpy>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignManager;
@@ -43,6 +46,8 @@ private Q_SLOTS:
     void aFileIsRenamedWhereItStands();
     void returnEndsANameAndNothingElse();
     void aNameThatIsTakenIsRefused();
+    void whatIsTypedStaysWhileTheTreeFollows_data();
+    void whatIsTypedStaysWhileTheTreeFollows();
     void aDesignClosesWhileANameIsTyped_data();
     void aDesignClosesWhileANameIsTyped();
     void filesAreCutAndPasted();
@@ -317,6 +322,41 @@ void tst_TreeStory::aNameThatIsTakenIsRefused()
     QTRY_VERIFY2(visits.areDone(), qPrintable(visits.unexpected.join(u'\n')));
     QCOMPARE(under(u"rtl"_s), (QStringList {u"top.v"_s, u"b.v"_s}));
     QVERIFY(CommandJournal::instance()->entries().isEmpty());
+}
+
+void tst_TreeStory::whatIsTypedStaysWhileTheTreeFollows_data()
+{
+    QTest::addColumn<QString>("row");
+    QTest::addColumn<QString>("typed");
+    QTest::newRow("following-1 a name") << u"top.v"_s << u"main.v"_s;
+    QTest::newRow("following-2 a value") << u"WIDTH"_s << u"16"_s;
+}
+
+// Something else changes the design, such as a script whose time has come.
+void tst_TreeStory::whatIsTypedStaysWhileTheTreeFollows()
+{
+    QFETCH(const QString, row);
+    QFETCH(const QString, typed);
+    makeUart();
+    story->type(u"morvalen property WIDTH 8 -type int"_s);
+    QTRY_VERIFY(story->row(u"WIDTH"_s).isValid());
+    select({row});
+    story->press(Qt::Key_F2);
+    const QPointer<QLineEdit> line = qobject_cast<QLineEdit *>(QApplication::focusWidget());
+    QVERIFY(line);
+    line->selectAll();
+    QTest::keyClicks(line, typed);
+    const QSignalSpy followed(qobject_cast<DesignTreeModel *>(view()->model()),
+                              &DesignTreeModel::followed);
+    QVERIFY(design(u"uart"_s)->trySetDescription(u"changed"_s).isOk());
+    QTRY_COMPARE(followed.size(), 1);
+    QVERIFY(line);
+    QCOMPARE(line->text(), typed);
+    QTest::keyClick(line, Qt::Key_Return);
+    const int column = row == u"WIDTH"_s ? 1 : 0;
+    QTRY_VERIFY(story->row(column == 0 ? typed : row).isValid());
+    QTRY_COMPARE(story->row(column == 0 ? typed : row).siblingAtColumn(column).data().toString(),
+                 typed);
 }
 
 void tst_TreeStory::aDesignClosesWhileANameIsTyped_data()
