@@ -11,6 +11,8 @@
 #include <QApplication>
 #include <QSettings>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::BuildSettings;
 using MorvalenCore::DesignStructureManager;
@@ -109,8 +111,21 @@ private:
             return values;
         const QSettings settings(copy, QSettings::IniFormat);
         for (const QString &key : settings.allKeys())
-            values.insert(key, settings.value(key));
+            values.insert(key, asTexts(settings.value(key)));
         return values;
+    }
+
+    // A list with a null character is read as a list of texts and written as one of values, which
+    // are the same texts.
+    static QVariant asTexts(const QVariant &value)
+    {
+        if (value.metaType() != QMetaType::fromType<QVariantList>())
+            return value;
+        const QVariantList items = value.toList();
+        const bool areTexts = std::ranges::all_of(items, [](const QVariant &item) {
+            return item.metaType() == QMetaType::fromType<QString>();
+        });
+        return areTexts ? QVariant(value.toStringList()) : value;
     }
 
     const SessionFixture session;
