@@ -44,6 +44,18 @@ void runInEventLoop(Step step, int milliseconds = 20)
     loop.exec();
 }
 
+// The same for a loop that has ended when the step has: nothing is carried out in it any more.
+template <typename Step>
+void runAndLeaveAtOnce(Step step)
+{
+    QEventLoop loop;
+    QTimer::singleShot(0, &loop, [&] {
+        step();
+        loop.quit();
+    });
+    loop.exec();
+}
+
 } // namespace
 
 // Brackets around changes: counted, told once, and never left open.
@@ -63,6 +75,10 @@ private Q_SLOTS:
     void leavesABracketOpenInANestedEventLoop();
     void leavesABracketOpenWhileEventsAreProcessed();
     void closesWhatWasLeftOpenInANestedEventLoop();
+    void closesWhatWasOpenedBehindARestOfANestedEventLoop();
+    void closesWhatWasOpenedAfterSomebodyClosedTheOuterOne();
+    void keepsABracketThatIsOpenBesideARestOfANestedEventLoop();
+    void closesTheRestOfANestedEventLoopBeforeItsOwn();
     void breathesWhileAScriptWaits();
     void doesNotBreatheWhenNothingIsOpen();
     void keepsNothingOfAHundredThousandBrackets();
@@ -195,6 +211,73 @@ void tst_ChangeBracket::closesWhatWasLeftOpenInANestedEventLoop()
     });
 
     QCOMPARE(depthAfterNested, 1);
+    QCOMPARE(bracket->depth(), 0);
+}
+
+// The second of the outer brackets is opened after the rest of the nested loop was closed, and the
+// first with it: what is awaited for the outer loop must not take the rest for somebody's.
+void tst_ChangeBracket::closesWhatWasOpenedBehindARestOfANestedEventLoop()
+{
+    runInEventLoop([&] {
+        runAndLeaveAtOnce([&] { bracket->open(); });
+        bracket->open();
+        QCoreApplication::processEvents();
+        bracket->close();
+        bracket->open();
+        bracket->open();
+    });
+
+    QTRY_COMPARE(bracket->depth(), 0);
+}
+
+void tst_ChangeBracket::closesWhatWasOpenedAfterSomebodyClosedTheOuterOne()
+{
+    int depthAfterNested = -1;
+
+    runInEventLoop([&] {
+        bracket->open();
+        runInEventLoop([&] {
+            bracket->open();
+            bracket->close();
+            bracket->close();
+            bracket->open();
+        });
+        depthAfterNested = bracket->depth();
+    });
+
+    QCOMPARE(depthAfterNested, 0);
+    QCOMPARE(bracket->depth(), 0);
+}
+
+void tst_ChangeBracket::keepsABracketThatIsOpenBesideARestOfANestedEventLoop()
+{
+    const Journal journal(bracket.get());
+    int depthInside = -1;
+
+    runInEventLoop([&] {
+        runAndLeaveAtOnce([&] { bracket->open(); });
+        bracket->open();
+        QCoreApplication::processEvents();
+        depthInside = bracket->depth();
+        bracket->close();
+    });
+
+    QCOMPARE(depthInside, 1);
+    QCOMPARE(journal.words, QStringList({u"opened"_s, u"closed"_s, u"opened"_s, u"closed"_s}));
+}
+
+void tst_ChangeBracket::closesTheRestOfANestedEventLoopBeforeItsOwn()
+{
+    int depthInside = -1;
+
+    runInEventLoop([&] {
+        bracket->open();
+        runAndLeaveAtOnce([&] { bracket->open(); });
+        bracket->close();
+        depthInside = bracket->depth();
+    });
+
+    QCOMPARE(depthInside, 0);
     QCOMPARE(bracket->depth(), 0);
 }
 

@@ -3,7 +3,7 @@
 #include <MorvalenCore/MorvalenCoreExport.h>
 
 #include <QElapsedTimer>
-#include <QHash>
+#include <QMap>
 #include <QObject>
 #include <QTimer>
 
@@ -46,13 +46,21 @@ Q_SIGNALS:
     void closed();
 
 private:
+    struct AwaitedReturn
+    {
+        int depth = 0; // before, of what is still open
+        QObject *sentinel = nullptr;
+    };
+
+    void closeLast();
     void closeWhenControlReturns();
+    void closeWhatNestedLoopsLeft();
     void closeDownTo(int depth);
     void beat();
 
     int openBrackets = 0;
-    // For each level of nested event loops that somebody waits to return to: the depth before.
-    QHash<int, int> awaitedReturns;
+    // For each level of nested event loops that somebody waits to return to.
+    QMap<int, AwaitedReturn> awaitedReturns;
     QTimer heart;
     QElapsedTimer sinceBreath;
 };

@@ -35,6 +35,7 @@ void ChangeBracket::setInstance(ChangeBracket *bracket) { slot().set(bracket); }
 
 void ChangeBracket::open()
 {
+    closeWhatNestedLoopsLeft();
     closeWhenControlReturns();
     if (++openBrackets > 1)
         return;
@@ -44,7 +45,20 @@ void ChangeBracket::open()
 
 void ChangeBracket::close()
 {
-    if (openBrackets > 0 && --openBrackets == 0)
+    closeWhatNestedLoopsLeft();
+    closeLast();
+}
+
+// What was open somewhere and is closed here is nothing to come back to: a bracket that is opened
+// in its place belongs to whoever opens it.
+void ChangeBracket::closeLast()
+{
+    if (openBrackets == 0)
+        return;
+    --openBrackets;
+    for (AwaitedReturn &awaited : awaitedReturns)
+        awaited.depth = qMin(awaited.depth, openBrackets);
+    if (openBrackets == 0)
         Q_EMIT closed();
 }
 
@@ -57,19 +71,27 @@ void ChangeBracket::closeWhenControlReturns()
     const int level = QThread::currentThread()->loopLevel();
     if (awaitedReturns.contains(level))
         return;
-    awaitedReturns.insert(level, openBrackets);
     auto *const sentinel = new QObject(this);
+    awaitedReturns.insert(level, {openBrackets, sentinel});
     connect(sentinel, &QObject::destroyed, this,
-            [this, level] { closeDownTo(awaitedReturns.take(level)); });
+            [this, level] { closeDownTo(awaitedReturns.take(level).depth); });
     sentinel->deleteLater();
     if (!heart.isActive())
         heart.start();
 }
 
+// Control has returned from a nested loop, but not yet to a loop that would carry the deletion out.
+void ChangeBracket::closeWhatNestedLoopsLeft()
+{
+    const int level = QThread::currentThread()->loopLevel();
+    while (!awaitedReturns.isEmpty() && awaitedReturns.lastKey() > level)
+        delete awaitedReturns.last().sentinel;
+}
+
 void ChangeBracket::closeDownTo(int depth)
 {
     while (openBrackets > depth)
-        close();
+        closeLast();
 }
 
 void ChangeBracket::beat()
