@@ -31,6 +31,9 @@ set(prefix "${WORK}/moved prefix")
 must("${prefix}/bin/morvalen" --version)
 must_be("${output}" "morvalen ${VERSION}\n")
 
+# What it opens only when it is wanted is found there, too.
+include("${CMAKE_CURRENT_LIST_DIR}/opened_late.cmake")
+
 set(flags "")
 if(SANITIZE)
     set(flags "-fsanitize=address,undefined")
