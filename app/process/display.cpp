@@ -79,7 +79,7 @@ Status check()
         return {};
     const QString x = qEnvironmentVariable("DISPLAY");
     const QString wayland = qEnvironmentVariable("WAYLAND_DISPLAY");
-    const QString hint = u"; --batch and -c need none"_s;
+    const QString hint = u"; --batch, -c and --terminal need none"_s;
     if (x.isEmpty() && wayland.isEmpty())
         return Status::notFound(u"there is no display for a window"_s + hint);
     if ((!x.isEmpty() && isUsableX(x)) || (!wayland.isEmpty() && isUsableWayland(wayland)))

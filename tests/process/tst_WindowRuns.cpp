@@ -192,7 +192,7 @@ void tst_WindowRuns::noDisplay()
     if (!variable.isEmpty())
         program->environment.insert(variable, name);
     QCOMPARE(program->run({}),
-             (Ended {1, "", "morvalen: " + refusal + "; --batch and -c need none\n"}));
+             (Ended {1, "", "morvalen: " + refusal + "; --batch, -c and --terminal need none\n"}));
 }
 
 GUILESS_TEST_CLASS(tst_WindowRuns)
