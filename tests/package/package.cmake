@@ -90,6 +90,7 @@ endforeach()
 if(NOT all_links)
     message(FATAL_ERROR "the installed pages have no links")
 endif()
+include("${CMAKE_CURRENT_LIST_DIR}/pages.cmake")
 must(${configure} -S "${pages}/../examples/host" -B "${WORK}/example")
 must("${CMAKE_COMMAND}" --build "${WORK}/example")
 must("${WORK}/example/example_host" "${WORK}/shelf" "designs new uart {Custom Design} Flat"
