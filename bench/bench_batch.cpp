@@ -143,13 +143,18 @@ void manyDesigns(benchmark::State &state)
         == 0;
     double ours = 0;
     double peer = 0;
+    // Who comes later finds the disk in another state, so they take turns in being first.
+    bool isPeerFirst = false;
     for (auto _ : state) {
+        if (hasPeer && isPeerFirst)
+            peer += runPeer(count).cpu;
         const Cost cost = runOurs(count);
         state.SetIterationTime(cost.cpu);
         ours += cost.cpu;
-        state.counters["kB_more"] = double(cost.memory - runOurs(count / 10).memory);
-        if (hasPeer)
+        if (hasPeer && !isPeerFirst)
             peer += runPeer(count).cpu;
+        isPeerFirst = !isPeerFirst;
+        state.counters["kB_more"] = double(cost.memory - runOurs(count / 10).memory);
     }
     if (hasPeer)
         state.counters["tdom_over_ours"] = peer / ours;
@@ -228,7 +233,7 @@ void oneBuildOfManyDesigns(benchmark::State &state)
 
 } // namespace
 
-BENCHMARK(manyDesigns)->Arg(300)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(manyDesigns)->Arg(300)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(6);
 BENCHMARK(oneBuildOfManyDesigns)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
 
 BENCHMARK_MAIN();
