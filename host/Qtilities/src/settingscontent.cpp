@@ -94,6 +94,13 @@ QStringList keysOf(const QSettings &settings)
     return keys;
 }
 
+// QSettings asks for "/a" as for "a", which may be there, too.
+bool canBeAskedFor(const QString &key, const QSettings &settings)
+{
+    return !key.startsWith(u'/') && !key.endsWith(u'/') && !key.contains(u"//"_s)
+        && settings.contains(key);
+}
+
 Status edit(const QString &copy, const SettingsChanges &changes, QStringList *keys)
 {
     QSettings settings(copy, QSettings::IniFormat);
@@ -126,7 +133,7 @@ Result<SettingsContent> parseSettings(const QByteArray &bytes)
     const QSettings settings(name, QSettings::IniFormat);
     SettingsContent content {bytes, {}};
     for (const QString &key : keysOf(settings)) {
-        if (!settings.contains(key))
+        if (!canBeAskedFor(key, settings))
             return malformed;
         content.values.insert(key, settings.value(key));
     }

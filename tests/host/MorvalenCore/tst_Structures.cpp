@@ -134,6 +134,8 @@ void tst_Structures::keepsSettingsAsideThatItCannotRead_data()
     QTest::newRow("settings-8 a streamed value on two lines")
         << QByteArray("[Window]\nsplit=@V\\\n\rariant(\\0\\0\\0\\t)\n");
     QTest::newRow("settings-9 a key that cannot be asked for") << QByteArray("\\\\a=1\n");
+    QTest::newRow("settings-10 a key of a group without a name, beside one of no group")
+        << QByteArray("a=\n[]\na=\n");
 }
 
 void tst_Structures::keepsSettingsAsideThatItCannotRead()
