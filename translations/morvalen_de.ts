@@ -2033,6 +2033,30 @@ Ein Doppelklick auf die Datei eines Designs öffnet sie.</translation>
         <source>(%L1 more characters)</source>
         <translation>(%L1 weitere Zeichen)</translation>
     </message>
+    <message>
+        <source>Info</source>
+        <translation>Info</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>Warnung</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>Fatal</source>
+        <translation>Fatal</translation>
+    </message>
+    <message>
+        <source>Debug</source>
+        <translation>Debug</translation>
+    </message>
+    <message>
+        <source>Trace</source>
+        <translation>Trace</translation>
+    </message>
 </context>
 <context>
     <name>Qtilities::CoreGui::LogView</name>

@@ -8,6 +8,8 @@
 #include "tests/scripting/ScriptingHost.h"
 #include "tests/TestClass.h"
 
+#include <Qtilities/Logger.h>
+#include <Qtilities/LoggerGui.h>
 #include <Qtilities/QtilitiesApplication.h>
 
 #include <QDialogButtonBox>
@@ -16,11 +18,14 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QSet>
+#include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QToolButton>
 #include <QTranslator>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::CoreGui::LoggerGui;
 using Qtilities::CoreGui::QtilitiesApplication;
 using Qtilities::Logging::Logger;
 using TclScripting::TclScriptManager;
@@ -39,6 +44,7 @@ private Q_SLOTS:
     void numbersHaveTheirForms_data();
     void numbersHaveTheirForms();
     void theWindowSpeaksGerman();
+    void theLogNamesItsLevelsInGerman();
     void theButtonsOfDialogsDoToo();
 };
 
@@ -157,6 +163,29 @@ void tst_Translation::theWindowSpeaksGerman()
     }
     Logger::setInstance(nullptr);
     QDir::setCurrent(QDir::rootPath());
+}
+
+void tst_Translation::theLogNamesItsLevelsInGerman()
+{
+    const Translation translation({u"de"_s});
+    QString engine = u"levels"_s;
+    const std::unique_ptr<QWidget> window(LoggerGui::createLogWidget(
+        &engine, LoggerGui::AllDisplays, {}, true, Logger::AllLogLevels));
+    const auto *messages = window->findChild<QTableView *>();
+    QStringList buttons;
+    QStringList levels;
+    for (const auto *button : window->findChildren<QToolButton *>()) {
+        if (button->isCheckable())
+            buttons.append(button->text());
+    }
+    for (const auto type : {Logger::Info, Logger::Warning, Logger::Error, Logger::Fatal,
+                            Logger::Debug, Logger::Trace})
+        Logger::instance()->logMessage(engine, type, u"text"_s);
+    QTRY_COMPARE(messages->model()->rowCount(), 6);
+    for (int row = 0; row < 6; ++row)
+        levels.append(messages->model()->index(row, 1).data().toString());
+    QCOMPARE(buttons.join(u' '), u"Info Warnung Fehler Fatal Debug Trace"_s);
+    QCOMPARE(levels, buttons);
 }
 
 // Where Qt's own translations are not installed.

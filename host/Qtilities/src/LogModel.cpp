@@ -72,10 +72,30 @@ QString cellText(const LogLine &line, int column)
         return {};
     if (column == LogModel::TimeColumn)
         return line.time.toString(u"HH:mm:ss.zzz"_s);
-    return Logger::messageTypeName(Logger::MessageType(line.type));
+    return LogModel::levelText(line.type);
 }
 
 } // namespace
+
+QString LogModel::levelText(int type)
+{
+    switch (type) {
+    case Logger::Info:
+        return tr("Info");
+    case Logger::Warning:
+        return tr("Warning");
+    case Logger::Error:
+        return tr("Error");
+    case Logger::Fatal:
+        return tr("Fatal");
+    case Logger::Debug:
+        return tr("Debug");
+    case Logger::Trace:
+        return tr("Trace");
+    default:
+        return Logger::messageTypeName(Logger::MessageType(type));
+    }
+}
 
 LogModel::LogModel(QObject *parent) : QAbstractTableModel(parent) { }
 

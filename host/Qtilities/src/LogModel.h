@@ -37,6 +37,9 @@ public:
     // Characters of a line that views show; copying gives all of them.
     static constexpr int shownCharacters = 1000;
 
+    // The word for a type of message, in the language of the window.
+    static QString levelText(int type);
+
     explicit LogModel(QObject *parent = nullptr);
     ~LogModel() override;
 

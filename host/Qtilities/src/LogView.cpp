@@ -2,6 +2,7 @@
 
 #include "LineDelegate.h"
 
+#include <Qtilities/Logger.h>
 #include <Qtilities/LogLinks.h>
 
 #include <QApplication>
@@ -18,6 +19,7 @@ namespace Qtilities::CoreGui {
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
+using Logging::Logger;
 
 // Whether a text can hold characters that are wider than one column.
 bool hasWideCharacters(const QString &text)
@@ -50,7 +52,8 @@ LogView::LogView(LogModel *model, QWidget *parent) : QTableView(parent), log(mod
     setColumnWidth(LogModel::TimeColumn, metrics.horizontalAdvance(u"00:00:00.000  "_s));
     setIconSize(QSize(metrics.ascent(), metrics.ascent()));
     setColumnWidth(LogModel::LevelColumn,
-                   metrics.horizontalAdvance(u"Warning  "_s) + 2 * metrics.ascent());
+                   metrics.horizontalAdvance(LogModel::levelText(Logger::Warning) + u"  "_s)
+                       + 2 * metrics.ascent());
     connect(model, &QAbstractItemModel::rowsInserted, this,
             [this](const QModelIndex &, int first, int last) { widenForRows(first, last); });
     connect(model, &QAbstractItemModel::rowsRemoved, this,

@@ -97,7 +97,7 @@ void LogWidget::addLevelButtons(QWidget *bar, int messageTypes)
             continue;
         auto *const button = new QToolButton(bar);
         button->setObjectName(Logger::messageTypeName(level));
-        button->setText(Logger::messageTypeName(level));
+        button->setText(LogModel::levelText(level));
         button->setToolTip(tr("Show messages of this level"));
         button->setCheckable(true);
         button->setChecked(true);
