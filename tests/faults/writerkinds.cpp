@@ -4,7 +4,7 @@ const std::vector<WriterKind> &writerKinds()
 {
     static const std::vector<WriterKind> all = [] {
         std::vector<WriterKind> kinds = designWriters();
-        for (auto *more : {settingsWriters, buildWriters, textWriters}) {
+        for (auto *more : {settingsWriters, buildWriters, textWriters, windowWriters}) {
             for (const WriterKind &kind : more())
                 kinds.push_back(kind);
         }

@@ -7,3 +7,4 @@ std::vector<WriterKind> designWriters();
 std::vector<WriterKind> settingsWriters();
 std::vector<WriterKind> buildWriters();
 std::vector<WriterKind> textWriters();
+std::vector<WriterKind> windowWriters();
