@@ -1,5 +1,6 @@
 #include <Qtilities/FileLoggerEngine.h>
 #include <Qtilities/Logger.h>
+#include <Qtilities/makefolder.h>
 
 #include "logline.h"
 
@@ -58,11 +59,13 @@ FileLoggerEngine::~FileLoggerEngine() = default;
 
 Core::Status FileLoggerEngine::open()
 {
-    QDir().mkpath(folderPath);
+    const Core::Status made = Core::makeFolder(folderPath);
     if (startFile())
         return {};
-    return Core::Status::io(
-        u"Cannot write the log file \"%1\": %2"_s.arg(file.fileName(), file.errorString()));
+    // Of a folder that is missing, the file can only say that it is.
+    const bool isThere = made.isOk() || QFileInfo::exists(folderPath);
+    return Core::Status::io(u"Cannot write the log file \"%1\": %2"_s.arg(
+        file.fileName(), isThere ? file.errorString() : made.text()));
 }
 
 void FileLoggerEngine::setLimits(qint64 bytesOfAFile, int filesKept)
