@@ -1,7 +1,9 @@
 #include "app/terminal/LineEditor.h"
 
+#include <Qtilities/Logger.h>
+#include <Qtilities/statuslog.h>
+
 #include <QEventLoop>
-#include <QFile>
 #include <QSocketNotifier>
 
 #include <algorithm>
@@ -14,10 +16,12 @@
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
+using Qtilities::Core::Status;
+using Qtilities::Logging::Logger;
+using Qtilities::Logging::logStatus;
 
 namespace {
 
-constexpr int historySize = 1000;
 constexpr int patienceWithPartialLines = 100; // milliseconds
 
 // The stream that the terminal shows; -1 when none does.
@@ -50,23 +54,20 @@ QString commonStart(const QStringList &words)
 
 LineEditor::LineEditor(const QString &historyFile, TerminalSignals &signalsOfTerminal,
                        Completer theCompleter)
-    : historyPath(historyFile),
+    : history(historyFile),
       terminalSignals(signalsOfTerminal),
       completer(std::move(theCompleter)),
       out(fdopen(fcntl(displayDescriptor(), F_DUPFD_CLOEXEC, 3), "w")),
       editor(el_init("morvalen", stdin, out, out)),
-      history(history_winit()),
       isDumb(qgetenv("TERM").isEmpty() || qgetenv("TERM") == "dumb")
 {
-    HistEventW event;
-    history_w(history, &event, H_SETSIZE, historySize);
-    history_w(history, &event, H_SETUNIQUE, 1);
-    history_w(history, &event, H_LOAD, QFile::encodeName(historyPath).constData());
+    logStatus(history.loaded(), Logger::Warning);
+    isHistoryKept = history.loaded().isOk();
     el_wset(editor, EL_CLIENTDATA, this);
     el_wset(editor, EL_EDITOR, L"emacs");
     el_wset(editor, EL_SIGNAL, 0);
     el_wset(editor, EL_PROMPT, promptOf);
-    el_wset(editor, EL_HIST, history_w, history);
+    el_wset(editor, EL_HIST, history_w, history.handle());
     el_wset(editor, EL_GETCFN, readKey);
     el_wset(editor, EL_ADDFN, L"complete", L"Completes a word", complete);
     el_wset(editor, EL_BIND, L"^I", L"complete", nullptr);
@@ -97,7 +98,6 @@ LineEditor::LineEditor(const QString &historyFile, TerminalSignals &signalsOfTer
 
 LineEditor::~LineEditor()
 {
-    history_wend(history);
     el_end(editor);
     std::fclose(out);
 }
@@ -135,10 +135,11 @@ LineEditor::Outcome LineEditor::read(const QString &promptText, QString *line)
 
 void LineEditor::remember(const QString &command)
 {
-    HistEventW event;
-    history_w(history, &event, H_ENTER, command.toStdWString().c_str());
-    // Another process may have one as well: the last one that writes is kept.
-    history_w(history, &event, H_SAVE, QFile::encodeName(historyPath).constData());
+    const Status kept = history.remember(command);
+    // Once, until it is kept again.
+    if (isHistoryKept)
+        logStatus(kept, Logger::Warning);
+    isHistoryKept = kept.isOk();
 }
 
 int LineEditor::readKey(EditLine *editor, wchar_t *key)

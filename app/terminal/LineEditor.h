@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/terminal/OutputCapture.h"
+#include "app/terminal/TerminalHistory.h"
 #include "app/terminal/TerminalSignals.h"
 
 #include <QString>
@@ -61,7 +62,7 @@ private:
     void fitSize();
     int columns() const;
 
-    const QString historyPath;
+    TerminalHistory history;
     TerminalSignals &terminalSignals;
     const Completer completer;
     OutputCapture capture;
@@ -69,9 +70,9 @@ private:
     QByteArray held; // output that has no line feed yet
     std::FILE *out;
     EditLine *editor;
-    HistoryW *history;
     std::wstring prompt;
     QEventLoop *waiting = nullptr;
     bool isInterrupted = false;
+    bool isHistoryKept = true;
     bool isDumb;
 };

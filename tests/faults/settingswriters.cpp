@@ -2,6 +2,7 @@
 
 #include "app/session/ConsoleHistory.h"
 #include "app/session/preferences.h"
+#include "app/terminal/TerminalHistory.h"
 #include "console/QConsole.h"
 #include "tests/faults/DesignsOnDisk.h"
 #include "tests/faults/writerkinds.h"
@@ -107,6 +108,35 @@ private:
     QString said;
 };
 
+class TerminalHistoryWriter : public Writer
+{
+public:
+    explicit TerminalHistoryWriter(bool isFirst) : hasOldOne(!isFirst) { }
+
+    void prepare(const QString &folder) override
+    {
+        path = folder + u"/terminal-history"_s;
+        startAnew();
+        if (hasOldOne && !history->remember(u"set old 1"_s).isOk())
+            qFatal("cannot keep the first line");
+    }
+
+    // The same line is not remembered twice in a row.
+    Status write() override { return history->remember(u"set new 1"_s); }
+
+    void startAnew() override
+    {
+        history.emplace(path);
+        if (!history->loaded().isOk())
+            qFatal("the history is lost");
+    }
+
+private:
+    bool hasOldOne;
+    QString path;
+    std::optional<TerminalHistory> history;
+};
+
 } // namespace
 
 std::vector<WriterKind> settingsWriters()
@@ -115,5 +145,7 @@ std::vector<WriterKind> settingsWriters()
         {"preferences", [] { return std::make_unique<SettingsWriter>(setPreference); }},
         {"default structure", [] { return std::make_unique<SettingsWriter>(setDefaultStructure); }},
         {"projects path", [] { return std::make_unique<SettingsWriter>(setProjectsPath); }},
-        {"history", [] { return std::make_unique<HistoryWriter>(); }}};
+        {"history", [] { return std::make_unique<HistoryWriter>(); }},
+        {"terminal history", [] { return std::make_unique<TerminalHistoryWriter>(false); }},
+        {"first terminal history", [] { return std::make_unique<TerminalHistoryWriter>(true); }}};
 }
