@@ -4,6 +4,7 @@
 #include "console/QtclConsole.h"
 #include "interp/commandsManager.h"
 #include "interp/ScriptRuns.h"
+#include "tests/patience.h"
 #include "tests/reentrancy/buildingcomponent.h"
 #include "tests/stories/Story.h"
 
@@ -35,8 +36,8 @@ namespace {
 constexpr int deepest = 8;
 constexpr int mostActions = 4;
 
-// A walk that has not taken a step for so long is stuck; in milliseconds.
-constexpr int longestRest = 25'000;
+// A walk that has not taken a step for so long is stuck.
+constexpr int longestRest = patient(10'000);
 
 // What of the walk is Tcl: "go" takes a step, whatever comes of it.
 constexpr char procedures[] =
