@@ -6,7 +6,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QString entryOf(QString command) { return command.replace(u'\n', u"\\n"_s); }
+// QString::replace moves the rest of a long text again and again, this does not.
+QString entryOf(const QString &command) { return command.split(u'\n').join(u"\\n"_s); }
 
 } // namespace
 

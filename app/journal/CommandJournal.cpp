@@ -68,8 +68,7 @@ void CommandJournal::activate(const QString &designId)
 
 void CommandJournal::remark(const QString &text)
 {
-    QString line = text;
-    line.replace(u'\n', u"\n# "_s);
+    const QString line = text.split(u'\n').join(u"\n# "_s);
     // A backslash at the end would make the next line a part of the comment.
     append(u"# "_s + line + (line.endsWith(u'\\') ? u"."_s : QString()));
 }
