@@ -47,6 +47,12 @@ bool ErrorWatch::mark(Tcl_AsyncHandler handler)
     return !waiting;
 }
 
+bool ErrorWatch::isWaiting()
+{
+    const std::lock_guard lock(mutex);
+    return waiting;
+}
+
 void ErrorWatch::insist()
 {
     const std::lock_guard lock(mutex);

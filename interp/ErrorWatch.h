@@ -27,6 +27,8 @@ public:
     // arrived; or now, when somebody insists: what is on its way for long is none, but a script
     // that writes to the variables.
     bool mark(Tcl_AsyncHandler handler);
+    // Whether that handler is still to be marked.
+    bool isWaiting();
     void insist();
 
     // A handler is being asked.

@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include <poll.h>
+#include <pthread.h>
 #include <sys/eventfd.h>
 #include <unistd.h>
 
@@ -18,7 +19,7 @@ constexpr int beatsBeforeSleep = 20;
 // A beat that came just behind the begin of an evaluation is made up for so soon, in milliseconds.
 constexpr int secondLook = Pacemaker::beatInterval / 2;
 
-// Errors are caught soon after; in milliseconds.
+// Errors are caught soon after; in milliseconds that the interpreter works.
 constexpr int longestError = 20;
 
 qint64 now()
@@ -27,12 +28,20 @@ qint64 now()
     return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
 }
 
+clockid_t clockOfThisThread()
+{
+    clockid_t clock = CLOCK_MONOTONIC;
+    ::pthread_getcpuclockid(::pthread_self(), &clock);
+    return clock;
+}
+
 } // namespace
 
 Pacemaker::Pacemaker(Tcl_AsyncHandler asyncHandler, ErrorWatch &errorWatch)
     : handler(asyncHandler),
       errors(errorWatch),
       alarm(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
+      workClock(clockOfThisThread()),
       thread([this] { run(); })
 {
 }
@@ -107,12 +116,23 @@ void Pacemaker::beat()
     mark();
 }
 
+// A busy machine may hold the interpreter up for longer than that with an error on its way.
 void Pacemaker::mark()
 {
     if (errors.mark(handler))
         return;
-    sleep(longestError);
+    const qint64 end = timeWorked() + longestError;
+    do
+        sleep(longestError);
+    while (errors.isWaiting() && depth > 0 && !waiting && !ending && timeWorked() < end);
     errors.insist();
+}
+
+qint64 Pacemaker::timeWorked() const
+{
+    timespec time {};
+    ::clock_gettime(workClock, &time);
+    return qint64(time.tv_sec) * 1000 + time.tv_nsec / 1'000'000;
 }
 
 void Pacemaker::wake() const

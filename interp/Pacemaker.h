@@ -3,6 +3,7 @@
 #include <QtGlobal>
 
 #include <atomic>
+#include <ctime>
 #include <thread>
 
 #include <tcl.h>
@@ -41,10 +42,12 @@ private:
     bool sleep(int milliseconds) const;
 
     void mark();
+    qint64 timeWorked() const;
 
     const Tcl_AsyncHandler handler;
     ErrorWatch &errors;
     const int alarm; // an eventfd
+    const clockid_t workClock; // of the interpreter's thread
     std::atomic_int depth = 0; // of evaluations
     std::atomic_uint number = 0; // of the outermost one
     std::atomic_bool waiting = false;
