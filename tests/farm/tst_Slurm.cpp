@@ -22,8 +22,9 @@ constexpr int longTime = patient(20'000);
 // One allocation, and a request for each step in it.
 const QByteArray stepByStep = "[Builds]\njobs=16\nallocation=salloc --quiet -n 16\n"
                               "launcher=srun --quiet --exact -n 1 -c 1\n";
-// Ninja itself on a node, and no request for a step.
-const QByteArray onANode = "[Builds]\nallocation=srun --quiet -N 1 -c 16\n";
+// Ninja itself on a node, and no request for a step. Its own choice of jobs is by the processors
+// that the machine really has.
+const QByteArray onANode = "[Builds]\njobs=16\nallocation=srun --quiet -N 1 -c 16\n";
 
 QByteArray outputOf(const QString &program, const QStringList &arguments)
 {
