@@ -60,7 +60,7 @@ build: $(configured)
 test: $(configured)
 	@scripts/prerequisites test
 	@cmake --build --preset $(preset)
-	@ctest --preset $(preset) --parallel $$(nproc)
+	@ctest --preset $(preset) --parallel $$(($$(nproc) + 1))
 
 soak:
 	@scripts/prerequisites sanitize
