@@ -1,4 +1,4 @@
-# The front door. `make run` and `make test` need nothing but Debian 12: they install what is
+# The front door. `make run` and `make test` need nothing but Debian 12 or 13: they install what is
 # missing, configure, build with all cores what they need, and go.
 #
 #   make run                 open the window; without a display, run the tour of the examples
