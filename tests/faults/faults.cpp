@@ -5,6 +5,7 @@
 #include <csignal>
 #include <cstdarg>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -116,6 +117,30 @@ int disarm()
 }
 
 } // namespace Faults
+
+namespace {
+
+// A program that the library is loaded into in front of others is killed where its environment
+// says: "MORVALEN_KILL=CALL NUMBER FOLDER". The programs that it starts are not.
+[[maybe_unused]] const bool isArmedFromOutside = [] {
+    const char *wanted = std::getenv("MORVALEN_KILL");
+    char name[16] = "";
+    Fault fault {Call::Open, Effect::Kill, 0, 0};
+    int length = 0;
+    if (!wanted || std::sscanf(wanted, "%15s %d %n", name, &fault.number, &length) != 2)
+        return false;
+    const std::string folder = wanted + length;
+    unsetenv("MORVALEN_KILL");
+    unsetenv("LD_PRELOAD");
+    for (const Call call : calls) {
+        if (std::strcmp(nameOf(call), name) == 0)
+            fault.call = call;
+    }
+    arm(folder.c_str(), fault);
+    return true;
+}();
+
+} // namespace
 
 // The system's functions, which this library stands in front of.
 #define FORWARD(name, ...) next<decltype(name)>(#name)(__VA_ARGS__)

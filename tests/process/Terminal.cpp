@@ -5,6 +5,7 @@
 #include <QDebug>
 #include <QElapsedTimer>
 
+#include <cerrno>
 #include <csignal>
 #include <vector>
 
@@ -110,6 +111,12 @@ bool Terminal::contains(const QString &text)
     return waitFor([&] { return screen.text().contains(text); });
 }
 
+bool Terminal::containsBeforeItEnds(const QString &text)
+{
+    return waitFor([&] { return isHungUp || screen.text().contains(text); })
+        && screen.text().contains(text);
+}
+
 int Terminal::ended()
 {
     int status = 0;
@@ -129,6 +136,8 @@ bool Terminal::readSome()
     char buffer[4096];
     const ssize_t count =
         poll(&waited, 1, step) > 0 ? ::read(master, buffer, sizeof buffer) : ssize_t(0);
+    // The last one that had the terminal open is gone.
+    isHungUp = count < 0 && errno == EIO;
     if (count > 0)
         screen.feed(QByteArray(buffer, count));
     return count > 0;

@@ -29,6 +29,8 @@ public:
     // Waits until it ends with this, or contains it.
     bool endsWith(const QString &text);
     bool contains(const QString &text);
+    // The same; false, and nothing is in the log, when the program ends before.
+    bool containsBeforeItEnds(const QString &text);
 
     // Waits for the program's end: its exit status, -1 for a crash or a run that never ended.
     int ended();
@@ -43,4 +45,5 @@ private:
     Screen screen;
     int master = -1;
     pid_t child = -1;
+    bool isHungUp = false;
 };
