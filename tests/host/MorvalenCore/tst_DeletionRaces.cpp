@@ -88,6 +88,17 @@ void fill(const QString &folder, int files)
         write(folder + u"/canary-%1"_s.arg(i));
 }
 
+// A file whose name is no text.
+QByteArray oddFile(const QString &folder) { return QFile::encodeName(folder) + "/\xff\xc0.v"; }
+
+void addOddFile(const QString &folder)
+{
+    const int file = ::open(oddFile(folder).constData(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
+    if (file < 0)
+        qFatal("cannot write a name that is no text");
+    ::close(file);
+}
+
 } // namespace
 
 class tst_DeletionRaces : public QObject
@@ -100,6 +111,8 @@ private Q_SLOTS:
         dir.emplace();
         base = QFileInfo(dir->path()).canonicalFilePath();
         fill(base + u"/precious"_s, canaries);
+        fill(base + u"/precious/b"_s, 0);
+        addOddFile(base + u"/precious/b"_s);
     }
     void cleanup() { dir.reset(); }
 
@@ -157,6 +170,7 @@ void tst_DeletionRaces::links()
         const QString made = base + u"/made"_s;
         for (const char *folder : {"", "/b", "/b/c"})
             fill(made + QLatin1StringView(folder), 3);
+        addOddFile(made + u"/b"_s);
         ::rename(QFile::encodeName(made).constData(),
                  QFile::encodeName(base + u"/work/a"_s).constData());
         const DeletionLimits limits {base + u"/work"_s, {}};
@@ -166,6 +180,7 @@ void tst_DeletionRaces::links()
         QCOMPARE(canariesLeft(), canaries);
         QCOMPARE(QDir(base + u"/precious/b/c"_s).entryList(QDir::Files).size(), canaries);
         QCOMPARE(QDir(base + u"/precious/a/b/c"_s).entryList(QDir::Files).size(), canaries);
+        QVERIFY(::access(oddFile(base + u"/precious/b"_s).constData(), F_OK) == 0);
     }
     qInfo("%d swaps, %d deletions, %d refusals", swapper.count(), deletions, refusals);
 }
