@@ -1,5 +1,7 @@
 #include "app/find/textmatching.h"
 
+#include <Qtilities/utf8text.h>
+
 #include <QFile>
 
 #include <algorithm>
@@ -77,8 +79,10 @@ private:
             after = bytes.size();
         if (after > before && bytes[after - 1] == '\r')
             --after;
+        // Only the file's own mark is no character of its text.
         const auto text = [this](qsizetype from, qsizetype to) {
-            return QString::fromUtf8(bytes.sliced(from, to - from));
+            const QByteArrayView piece = bytes.sliced(from, to - from);
+            return from == 0 ? QString::fromUtf8(piece) : Qtilities::Core::textOfUtf8(piece);
         };
         matches.append({path, line, int(text(before, start).size()) + 1,
                         int(text(start, start + length).size()),

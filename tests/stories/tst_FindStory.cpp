@@ -49,6 +49,7 @@ private Q_SLOTS:
     void caseIsAChoice();
     void whatIsTypedIsFound();
     void otherTextsAreReplaced();
+    void marksWithinATextAreCharacters();
     void aFileThatChangedIsLeftAlone();
     void tenThousandFilesAreSearched();
 
@@ -257,6 +258,18 @@ void tst_FindStory::otherTextsAreReplaced()
     QCOMPARE(page->textEdit()->toPlainText(), u"module top;\nadder a(total);\n"_s);
     page->textEdit()->undo();
     QCOMPARE(page->textEdit()->toPlainText(), u"module top;\nadder a(sum);\n"_s);
+}
+
+void tst_FindStory::marksWithinATextAreCharacters()
+{
+    const QByteArray mark = "\xef\xbb\xbf";
+    Story::write(story->path(u"top.v"_s), mark + "sum;\n" + mark + "adder a(sum);\n");
+    find(u"sum"_s);
+    QTest::keyClicks(field("findReplacement"), u"total"_s);
+    QTest::mouseClick(story->find<QPushButton>("findReplace"), Qt::LeftButton);
+    field("findReplacement")->clear();
+    QCOMPARE(story->find<QLabel>("findNote")->text(), u"3 replaced"_s);
+    QCOMPARE(Story::read(story->path(u"top.v"_s)), mark + "total;\n" + mark + "adder a(total);\n");
 }
 
 void tst_FindStory::aFileThatChangedIsLeftAlone()
