@@ -4,17 +4,23 @@
 #include <QHash>
 #include <QString>
 
+#include <span>
+
 class Story;
 
 // Runs the journal of a story again, in the program and in a session of its own, and compares the
 // component and project files that both have made, byte for byte.
-//
-// Some stories have nothing to run again. Building unsaved pages, kept texts, sudden ends and the
-// watch of components are about texts and other programs; finding and preferences change no design;
-// issues come of builds that fail, which ends a script; what is reopened belongs to its session.
 class JournalReplay
 {
 public:
+    // The stories that run nothing again, and why.
+    struct Exception
+    {
+        const char *story;
+        const char *reason;
+    };
+    static std::span<const Exception> exceptions();
+
     // Forgets the journal: what is compared begins here, and is what is made from here on.
     static void begin(const Story *story = nullptr);
 

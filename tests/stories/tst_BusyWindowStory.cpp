@@ -1,6 +1,7 @@
 // What the window refuses while a script runs, and what else runs then.
 
 #include "app/DesignsMode.h"
+#include "app/journal/CommandJournal.h"
 #include "app/MainWindow.h"
 #include "tests/process/builds/buildcomponent.h"
 #include "tests/stories/DialogVisits.h"
@@ -109,7 +110,9 @@ void tst_BusyWindowStory::whatWouldChangeSomethingIsRefused()
         QVERIFY(!QApplication::activeModalWidget());
         QTest::keyClick(&story->window(), Qt::Key_Escape);
     });
+    const QStringList entries = CommandJournal::instance()->entries();
     story->type(u"while 1 {}"_s);
+    QCOMPARE(CommandJournal::instance()->entries(), entries);
     QCOMPARE(said, refusal);
     QCOMPARE(status(), QString());
     QVERIFY(none.areDone());

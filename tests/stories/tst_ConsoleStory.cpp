@@ -2,6 +2,7 @@
 
 #include "app/DesignsMode.h"
 #include "app/editor/EditorArea.h"
+#include "app/journal/CommandJournal.h"
 #include "app/MainWindow.h"
 #include "console/QtclConsole.h"
 #include "tests/stories/DialogVisits.h"
@@ -21,7 +22,7 @@ class tst_ConsoleStory : public QObject
 
 private Q_SLOTS:
     void initTestCase();
-    void cleanupTestCase() { story.reset(); }
+    void cleanupTestCase();
     void init();
 
     void noKeyOfTheConsoleIsTaken();
@@ -184,6 +185,12 @@ void tst_ConsoleStory::tabCompletesSubcommands()
     key(Qt::Key_Tab);
     QTEST(console().getCurrentCommand().trimmed(), "completed");
     console().replaceCurrentCommand(QString());
+}
+
+void tst_ConsoleStory::cleanupTestCase()
+{
+    QCOMPARE(CommandJournal::instance()->text(), QString());
+    story.reset();
 }
 
 TEST_CLASS(tst_ConsoleStory)

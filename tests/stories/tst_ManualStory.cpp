@@ -3,6 +3,7 @@
 #include "app/help/HelpDock.h"
 #include "app/help/ManualBrowser.h"
 #include "app/help/manualpages.h"
+#include "app/journal/CommandJournal.h"
 #include "app/MainWindow.h"
 #include "commands/commandmanuals.h"
 #include "console/QtclConsole.h"
@@ -20,7 +21,7 @@ class tst_ManualStory : public QObject
 
 private Q_SLOTS:
     void initTestCase();
-    void cleanupTestCase() { story.reset(); }
+    void cleanupTestCase();
 
     void aKeyOpensTheContents();
     void aKeyOpensThePageOfACommand_data();
@@ -182,6 +183,12 @@ void tst_ManualStory::theProgramTellsItsVersion()
     about->trigger();
     QVERIFY(visits.areDone());
     QVERIFY2(said.contains(u"Tcl 8.6"_s), qPrintable(said));
+}
+
+void tst_ManualStory::cleanupTestCase()
+{
+    QCOMPARE(CommandJournal::instance()->text(), QString());
+    story.reset();
 }
 
 TEST_CLASS(tst_ManualStory)

@@ -1,7 +1,9 @@
 // What is typed while a command runs.
 
+#include "app/journal/CommandJournal.h"
 #include "interp/commandsManager.h"
 #include "tests/patience.h"
+#include "tests/stories/JournalReplay.h"
 #include "tests/stories/RunningScriptTest.h"
 #include "tests/TestClass.h"
 
@@ -22,6 +24,7 @@ private Q_SLOTS:
     void pastedTextComesAtTheNextPrompt();
     void aWaitingEventLetsCommandsIn();
     void typedKeysComeWhenAnEventWaits();
+    void typedCommandsRunAgain();
 };
 
 void tst_TypingAheadStory::typedKeysComeAtTheNextPrompt()
@@ -133,6 +136,27 @@ void tst_TypingAheadStory::typedKeysComeWhenAnEventWaits()
     QTRY_COMPARE(console().toPlainText().sliced(before), u"set ::released 2\n2\nmorvalen > "_s);
     QTRY_VERIFY(!ScriptRuns::instance()->isRunning());
     QCOMPARE(typeAndRead(u"set gone"_s), u"set gone\n2\nmorvalen > "_s);
+}
+
+// In the order in which they ran, and without the one that was stopped.
+void tst_TypingAheadStory::typedCommandsRunAgain()
+{
+    JournalReplay::begin();
+    meanwhile([&] { key(Qt::Key_Escape); });
+    story->type(u"while 1 {}"_s);
+    meanwhile([&] {
+        for (const QString &command : {u"files add a.v"_s, u"design save"_s}) {
+            QTest::keyClicks(&console(), command);
+            key(Qt::Key_Return);
+        }
+    });
+    const QString first = u"designs new ahead; after 500"_s;
+    story->type(first);
+    QTRY_VERIFY(CommandJournal::instance()->entries().contains(u"design save"_s));
+    QCOMPARE(CommandJournal::instance()->entries(),
+             QStringList({first, u"files add a.v"_s, u"design save"_s}));
+    JournalReplay::compare(*story);
+    story->type(u"designs close [designs list] true"_s);
 }
 
 TEST_CLASS(tst_TypingAheadStory)
