@@ -41,6 +41,7 @@
 #include "app/window/ScriptsView.h"
 #include "app/window/themes.h"
 #include "app/window/ViewMenu.h"
+#include "app/window/windowicons.h"
 #include "app/window/windowlayout.h"
 #include "app/WindowConsole.h"
 #include "console/QtclConsole.h"
@@ -125,6 +126,7 @@ MainWindow::MainWindow(QWidget *parent)
                 bar->showMessage(text, messageMilliseconds);
             });
     addMode(designs);
+    windowicons::give(this);
     new FocusMark(this);
     new RedoKey(this);
     updateTitle();

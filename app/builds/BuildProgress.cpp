@@ -1,6 +1,7 @@
 #include "app/builds/BuildProgress.h"
 
 #include "app/builds/runstates.h"
+#include "app/drawing/actionicons.h"
 
 #include <MorvalenCore/BuildConfiguration.h>
 #include <MorvalenCore/BuildMonitor.h>
@@ -9,7 +10,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
-#include <QStyle>
 #include <QTimer>
 #include <QToolButton>
 
@@ -86,7 +86,7 @@ void BuildProgress::layOut()
     bar->setFixedWidth(fontMetrics().averageCharWidth() * barCharacters);
     cancelButton->setText(tr("Cancel"));
     cancelButton->setToolTip(tr("Cancel the build"));
-    cancelButton->setIcon(style()->standardIcon(QStyle::SP_BrowserStop));
+    cancelButton->setIcon(actionicons::icon(ActionIcon::Stop));
     cancelButton->setAutoRaise(true);
     cancelButton->setFocusPolicy(Qt::TabFocus);
     auto *layout = new QHBoxLayout(this);

@@ -285,7 +285,7 @@ void DesignTree::showMenu(const QPoint &globalPosition)
     for (const RowAction *action : actions) {
         if ((action->needs & RowAction::Separated) != 0)
             menu->addSeparator();
-        QAction *entry = menu->addAction(tr(action->text));
+        QAction *entry = menu->addAction(actionicons::icon(action->icon), tr(action->text));
         if (action->key != Qt::Key_unknown)
             entry->setShortcut(QKeySequence(action->key));
         entry->setShortcutVisibleInContextMenu(true);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/designs/TreeRow.h"
+#include "app/drawing/actionicons.h"
 
 #include <QKeySequence>
 #include <QList>
@@ -44,6 +45,7 @@ struct RowAction
     // Null when it is always possible.
     bool (*isPossible)(const RowCall &call) = nullptr;
     QKeyCombination key = Qt::Key_unknown;
+    ActionIcon icon = ActionIcon::None;
 
     bool isFor(const QList<TreeRow> &rows) const;
     bool isEnabled(const RowCall &call) const;

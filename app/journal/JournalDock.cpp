@@ -1,5 +1,6 @@
 #include "app/journal/JournalDock.h"
 
+#include "app/drawing/actionicons.h"
 #include "app/journal/CommandJournal.h"
 
 #include <Qtilities/atomicfile.h>
@@ -52,15 +53,16 @@ void JournalDock::addButtons(QWidget *bar)
 {
     auto *row = new QHBoxLayout(bar);
     row->addStretch();
-    const auto add = [&](const QString &label, const char *name, void (JournalDock::*act)()) {
-        auto *button = new QPushButton(label, bar);
+    const auto add = [&](ActionIcon icon, const QString &label, const char *name,
+                         void (JournalDock::*act)()) {
+        auto *button = new QPushButton(actionicons::icon(icon), label, bar);
         button->setObjectName(QLatin1StringView(name));
         connect(button, &QPushButton::clicked, this, act);
         row->addWidget(button);
     };
-    add(tr("Copy"), "journalCopy", &JournalDock::copy);
-    add(tr("Save as Script..."), "journalSave", &JournalDock::saveAsScript);
-    add(tr("Run Again from Here"), "journalRun", &JournalDock::runFromHere);
+    add(ActionIcon::Copy, tr("Copy"), "journalCopy", &JournalDock::copy);
+    add(ActionIcon::Save, tr("Save as Script..."), "journalSave", &JournalDock::saveAsScript);
+    add(ActionIcon::RunAgain, tr("Run Again from Here"), "journalRun", &JournalDock::runFromHere);
 }
 
 // An entry of several lines stays one paragraph each; its number stands with each of them.

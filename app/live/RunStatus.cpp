@@ -1,5 +1,6 @@
 #include "app/live/RunStatus.h"
 
+#include "app/drawing/actionicons.h"
 #include "console/QtclConsole.h"
 #include "interp/ScriptRuns.h"
 
@@ -41,6 +42,8 @@ RunStatus::RunStatus(QWidget *parent)
     label->setTextFormat(Qt::PlainText);
     stopButton->setObjectName(u"stopScript"_s);
     stopButton->setText(tr("Stop"));
+    stopButton->setIcon(actionicons::icon(ActionIcon::Stop));
+    stopButton->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     stopButton->setToolTip(tr("Stop what runs (Escape)"));
     hide();
     for (QTimer *timer : {&showTimer, &cursorTimer})

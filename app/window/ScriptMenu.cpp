@@ -1,6 +1,7 @@
 #include "app/window/ScriptMenu.h"
 #include "app/journal/journaling.h"
 
+#include "app/drawing/actionicons.h"
 #include "app/editor/EditorArea.h"
 #include "app/editor/EditorPage.h"
 #include "app/messages/messages.h"
@@ -58,6 +59,7 @@ ScriptMenu::ScriptMenu(const QString &folder, QWidget *parent)
     create->setObjectName(u"newScript"_s);
     record->setObjectName(u"saveRecorded"_s);
     editing->setObjectName(u"editScript"_s);
+    editing->setIcon(actionicons::icon(ActionIcon::Edit));
     // A menu disconnects what is taken out of it from itself.
     connect(runAgain, &QAction::triggered, runAgain, [this] { run(QString(lastScript)); });
     connect(runEditor, &QAction::triggered, runEditor, [this] { runShown(); });
@@ -145,7 +147,8 @@ void ScriptMenu::rebuild()
     addScripts(editing, files, &ScriptMenu::edit);
     editing->setEnabled(!files.isEmpty());
     addActions({create, editing->menuAction(), record});
-    connect(addAction(tr("Open Scripts &Folder")), &QAction::triggered, this,
+    connect(addAction(actionicons::icon(ActionIcon::OpenFolder), tr("Open Scripts &Folder")),
+            &QAction::triggered, this,
             [this] { QDesktopServices::openUrl(QUrl::fromLocalFile(scriptFolder)); });
 }
 

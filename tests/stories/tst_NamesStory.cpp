@@ -6,6 +6,7 @@
 #include "app/editor/NoticeBar.h"
 #include "app/MainWindow.h"
 #include "app/window/FocusMark.h"
+#include "app/window/windowicons.h"
 #include "console/QtclConsole.h"
 #include "tests/stories/spokennames.h"
 #include "tests/stories/Story.h"
@@ -34,6 +35,7 @@ private Q_SLOTS:
     void initTestCase() { story = std::make_unique<Story>(); }
     void cleanupTestCase() { story.reset(); }
 
+    void picturesAreOfActions();
     void everyControlHasAName();
     void theTreeShowsWholeTexts();
     void aNarrowTreeKeepsStatesWhole();
@@ -195,6 +197,14 @@ void tst_NamesStory::helpListsTheKeys()
                                u"Split or Join\nCtrl+\\\n"_s, u"Redo\nCtrl+Y, Ctrl+Shift+Z\n"_s})
         QVERIFY2(text.contains(row), qPrintable(row + u'\n' + text));
     QVERIFY(!text.contains(u'&'));
+}
+
+void tst_NamesStory::picturesAreOfActions()
+{
+    for (const QString &name : windowicons::actions()) {
+        const auto *action = story->find<QAction>(name.toLatin1());
+        QVERIFY2(action && !action->icon().isNull(), qPrintable(name));
+    }
 }
 
 TEST_CLASS(tst_NamesStory)
