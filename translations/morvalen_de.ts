@@ -2967,6 +2967,13 @@ Ein Doppelklick auf die Datei eines Designs öffnet sie.</translation>
     </message>
 </context>
 <context>
+    <name>messages</name>
+    <message>
+        <source>No program of the desktop shows &quot;%1&quot;</source>
+        <translation>Kein Programm des Desktops zeigt „%1“</translation>
+    </message>
+</context>
+<context>
     <name>opening</name>
     <message>
         <source>Not Now</source>

@@ -6,9 +6,7 @@
 #include "app/designs/DesignTree.h"
 #include "app/designs/RowAction.h"
 #include "app/journal/journaling.h"
-
-#include <QDesktopServices>
-#include <QUrl>
+#include "app/messages/messages.h"
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::BuildConfiguration;
@@ -66,10 +64,7 @@ QString folderOf(const RowCall &call)
     return configurationcalls::folderOf(*call.first().design(), *call.first().configuration());
 }
 
-void openFolder(const RowCall &call)
-{
-    QDesktopServices::openUrl(QUrl::fromLocalFile(folderOf(call)));
-}
+void openFolder(const RowCall &call) { messages::showFolder(folderOf(call)); }
 
 bool isResting(const RowCall &call)
 {

@@ -15,13 +15,11 @@
 #include <MorvalenCore/DesignManager.h>
 
 #include <QClipboard>
-#include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QInputDialog>
-#include <QUrl>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignConstructor;
@@ -188,7 +186,7 @@ void assignFolder(const RowCall &call)
 void openFolder(const RowCall &call)
 {
     for (const IDesign *design : rowactions::designsOf(call.rows))
-        QDesktopServices::openUrl(QUrl::fromLocalFile(design->workingFolderPath()));
+        messages::showFolder(design->workingFolderPath());
 }
 
 void copyId(const RowCall &call)

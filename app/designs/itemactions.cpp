@@ -8,16 +8,15 @@
 #include "app/designs/rowtexts.h"
 #include "app/designs/SharedPropertiesDialog.h"
 #include "app/journal/journaling.h"
+#include "app/messages/messages.h"
 
 #include <Qtilities/categorytext.h>
 
 #include <QClipboard>
-#include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QInputDialog>
-#include <QUrl>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::BuildConfiguration;
@@ -178,7 +177,7 @@ void openFolder(const RowCall &call)
     const QString path = pathOf(call.first());
     const QString folder =
         call.first().kind == RowKind::Folder ? path : QFileInfo(path).absolutePath();
-    QDesktopServices::openUrl(QUrl::fromLocalFile(folder));
+    messages::showFolder(folder);
 }
 
 void remove(const RowCall &call)

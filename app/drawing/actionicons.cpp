@@ -221,13 +221,35 @@ void drawGuide(QPainter &painter)
     painter.drawLine(QPointF(5.5, 10), QPointF(14.5, 10));
 }
 
-constexpr PaletteIcon::Shape ofActions[] = {
-    nullptr,           drawRun,        drawRunAll,       drawRunAgain,  drawStop,
-    drawNewPage,       drawNewConfiguration, drawEdit,   drawSave,      drawSaveAll,
-    shapes::folder,    drawFind,       drawFindInFiles,  drawGoTo,      drawNextIssue,
-    drawPreviousIssue, drawNextPane,   drawPreviousPane, drawSplitView, drawComment,
-    drawLarger,        drawSmaller,    shapes::pages,    drawRename,    drawRemove,
-    drawCut,           drawPaste,      drawKeyboard,     drawGuide};
+constexpr PaletteIcon::Shape ofActions[] = {nullptr,
+                                            drawRun,
+                                            drawRunAll,
+                                            drawRunAgain,
+                                            drawStop,
+                                            drawNewPage,
+                                            drawNewConfiguration,
+                                            drawEdit,
+                                            drawSave,
+                                            drawSaveAll,
+                                            shapes::folder,
+                                            drawFind,
+                                            drawFindInFiles,
+                                            drawGoTo,
+                                            drawNextIssue,
+                                            drawPreviousIssue,
+                                            drawNextPane,
+                                            drawPreviousPane,
+                                            drawSplitView,
+                                            drawComment,
+                                            drawLarger,
+                                            drawSmaller,
+                                            shapes::pages,
+                                            drawRename,
+                                            drawRemove,
+                                            drawCut,
+                                            drawPaste,
+                                            drawKeyboard,
+                                            drawGuide};
 static_assert(std::size(ofActions) == std::size_t(ActionIcon::Last) + 1);
 
 } // namespace

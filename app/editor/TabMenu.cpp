@@ -2,13 +2,12 @@
 
 #include "app/editor/EditorArea.h"
 #include "app/editor/EditorPage.h"
+#include "app/messages/messages.h"
 
 #include <QClipboard>
-#include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QUrl>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -25,9 +24,8 @@ TabMenu::TabMenu(EditorArea *area, EditorPage *page) : QMenu(area)
     QAction *copy = addAction(tr("Copy &Path"), this, [path] {
         QGuiApplication::clipboard()->setText(QDir::toNativeSeparators(path));
     });
-    QAction *show = addAction(tr("Show in &Folder"), this, [path] {
-        QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(path).absolutePath()));
-    });
+    QAction *show = addAction(tr("Show in &Folder"), this,
+                              [path] { messages::showFolder(QFileInfo(path).absolutePath()); });
     copy->setEnabled(!path.isEmpty());
     show->setEnabled(!path.isEmpty());
 }

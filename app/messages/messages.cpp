@@ -2,9 +2,12 @@
 
 #include <Qtilities/QtilitiesApplication.h>
 
+#include <QCoreApplication>
+#include <QDesktopServices>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStatusBar>
+#include <QUrl>
 
 namespace messages {
 
@@ -47,6 +50,13 @@ void tell(const QString &text)
 {
     if (QMainWindow *window = Qtilities::CoreGui::QtilitiesApplication::mainWindow())
         window->statusBar()->showMessage(text, milliseconds);
+}
+
+void showFolder(const QString &folder)
+{
+    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(folder)))
+        tell(QCoreApplication::translate("messages", "No program of the desktop shows \"%1\"")
+                 .arg(folder));
 }
 
 } // namespace messages

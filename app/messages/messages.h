@@ -19,4 +19,7 @@ void warn(QWidget *window, const QString &title, const QStringList &lines);
 // A short word in the status bar of the main window.
 void tell(const QString &text);
 
+// Has the desktop show a folder, and tells when it cannot.
+void showFolder(const QString &folder);
+
 } // namespace messages

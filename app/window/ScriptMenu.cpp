@@ -12,9 +12,7 @@
 #include <MorvalenCore/ScriptManager.h>
 #include <Qtilities/Logger.h>
 
-#include <QDesktopServices>
 #include <QDirIterator>
-#include <QUrl>
 
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::AbstractScriptedAction;
@@ -148,8 +146,7 @@ void ScriptMenu::rebuild()
     editing->setEnabled(!files.isEmpty());
     addActions({create, editing->menuAction(), record});
     connect(addAction(actionicons::icon(ActionIcon::OpenFolder), tr("Open Scripts &Folder")),
-            &QAction::triggered, this,
-            [this] { QDesktopServices::openUrl(QUrl::fromLocalFile(scriptFolder)); });
+            &QAction::triggered, this, [this] { messages::showFolder(scriptFolder); });
 }
 
 void ScriptMenu::addScripts(QMenu *menu, const ScriptFolder &folder, Use use)

@@ -20,13 +20,16 @@
 #include <MorvalenCore/DesignManager.h>
 #include <Qtilities/Logger.h>
 
+#include <QDesktopServices>
 #include <QDir>
 #include <QLabel>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QRegularExpression>
+#include <QStatusBar>
 #include <QTableWidget>
+#include <QUrl>
 
 #include <functional>
 
@@ -42,6 +45,18 @@ using MorvalenCore::Interfaces::IDesign;
         if (!QTest::qVerify(expression, #expression, "", __FILE__, __LINE__)) \
             return true; \
     } while (false)
+
+// Stands for the desktop's.
+class FileManager : public QObject
+{
+    Q_OBJECT
+
+public:
+    FileManager() { QDesktopServices::setUrlHandler(u"file"_s, this, "show"); }
+    ~FileManager() override { QDesktopServices::unsetUrlHandler(u"file"_s); }
+    Q_INVOKABLE void show(const QUrl &folder) { shown.append(folder); }
+    QList<QUrl> shown;
+};
 
 class tst_ConfigurationsStory : public QObject
 {
@@ -211,9 +226,14 @@ void tst_ConfigurationsStory::allStepsRunAndTheFolderOpens()
     const QString made = design()->workingFolderPath() + u"/made"_s;
     QTRY_VERIFY(QFileInfo::exists(made));
     QTRY_VERIFY(BuildMonitor::instance()->running().isEmpty());
-    open = entryOf(u"sim"_s, u"Open Folder"_s);
-    QVERIFY(open && open->isEnabled());
-    story->closeMenus();
+    // There is no desktop here.
+    choose(u"sim"_s, u"Open Folder"_s);
+    const QString folder = design()->workingFolderPath() + u"/build/sim"_s;
+    QCOMPARE(story->window().statusBar()->currentMessage(),
+             u"No program of the desktop shows \"%1\""_s.arg(folder));
+    FileManager manager;
+    choose(u"sim"_s, u"Open Folder"_s);
+    QCOMPARE(manager.shown, QList<QUrl> {QUrl::fromLocalFile(folder)});
 }
 
 void tst_ConfigurationsStory::namesAreMarkedWhileTyping()
