@@ -3,6 +3,7 @@
 #include "interp/ScriptRuns.h"
 #include "interp/tcltext.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 
@@ -19,6 +20,22 @@ Receiver &theReceiver()
 }
 
 Script *innermost = nullptr;
+
+constexpr qsizetype mostEvaluated = 100;
+
+// The files whose content was evaluated as a text, the last one first.
+QStringList &evaluated()
+{
+    static auto *const files = new QStringList;
+    return *files;
+}
+
+void noteEvaluated(const QString &file)
+{
+    evaluated().removeAll(file);
+    evaluated().prepend(file);
+    evaluated().resize(qMin(evaluated().size(), mostEvaluated));
+}
 
 // Keeps a Tcl value alive.
 class Value
@@ -48,6 +65,27 @@ private:
     Tcl_Obj *object;
 };
 
+// Of the content of a file Tcl knows a text, so that the file that has the body now is looked for.
+std::optional<Place> bodyInEvaluated(Tcl_Interp *interp, const QString &procedure)
+{
+    const Value command(Tcl_NewListObj(0, nullptr));
+    for (const QString &word : {u"::info"_s, u"body"_s, procedure})
+        Tcl_ListObjAppendElement(nullptr, command, Value(word));
+    if (evaluated().isEmpty() || Tcl_EvalObjEx(interp, command, TCL_EVAL_GLOBAL) != TCL_OK)
+        return {};
+    const QString body = u'{' + tcltext::result(interp) + u'}';
+    for (const QString &path : std::as_const(evaluated())) {
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+            continue;
+        const QString content = QString::fromUtf8(file.readAll());
+        const qsizetype found = content.indexOf(body);
+        if (found >= 0)
+            return Place {path, int(QStringView(content).first(found).count(u'\n')) + 1};
+    }
+    return {};
+}
+
 // Tcl keeps it with the compiled body.
 std::optional<Place> bodyOf(Tcl_Interp *interp, const QString &procedure)
 {
@@ -59,7 +97,7 @@ std::optional<Place> bodyOf(Tcl_Interp *interp, const QString &procedure)
     const Value code(Tcl_GetObjResult(interp));
     const QString file = code.entry(u"sourcefile"_s);
     if (file.isEmpty())
-        return {};
+        return bodyInEvaluated(interp, procedure);
     return Place {file, code.entry(u"initiallinenumber"_s).toInt()};
 }
 
@@ -143,7 +181,11 @@ void tell(Tcl_Interp *interp, int code)
     theReceiver()(stack);
 }
 
-Script::Script(const QString &name) : file(name), outer(innermost) { innermost = this; }
+Script::Script(const QString &name) : file(name), outer(innermost)
+{
+    innermost = this;
+    noteEvaluated(file);
+}
 
 Script::~Script() { innermost = outer; }
 

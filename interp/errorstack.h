@@ -13,10 +13,10 @@
 namespace errorstack {
 
 // The stack of the evaluation that has just ended with code, as Tcl's errorInfo has it, and with
-// the file and the line beside each level of a procedure that was read from a file; a file of the
-// current folder has its path. A script that was evaluated as a text, not by "source", has a last
-// level of its own when file is given. To be called before anything else is evaluated; leaves the
-// interpreter as it was.
+// the file and the line beside each level of a procedure that was read from a file, or that stands
+// in one whose content was evaluated as a text; a file of the current folder has its path. A script
+// that was evaluated as a text, not by "source", has a last level of its own when file is given. To
+// be called before anything else is evaluated; leaves the interpreter as it was.
 TCLSCRIPTING_EXPORT QString text(Tcl_Interp *interp, int code, const QString &file = {});
 
 struct Place
@@ -25,8 +25,8 @@ struct Place
     int line = 0;
 };
 
-// Where the body of a procedure begins, if it was read from a file. To be called while nothing is
-// evaluated; leaves the interpreter as it was.
+// Where the body of a procedure begins, if it was read from a file or stands in such a one. To be
+// called while nothing is evaluated; leaves the interpreter as it was.
 TCLSCRIPTING_EXPORT std::optional<Place> placeOf(Tcl_Interp *interp, const QString &procedure);
 
 // The file whose content is being evaluated as a text; empty when none is.

@@ -17,7 +17,7 @@ class ColumnFit : public QObject
 
 public:
     // The columns that may be elided, the first to give way first, each down to a number of
-    // characters; the others never.
+    // characters, and again to a lesser one where it is named again; the others never.
     struct Elided
     {
         int column;

@@ -62,7 +62,12 @@ DesignTreeView::DesignTreeView(DesignTreeModel *treeModel, QWidget *parent)
     setDragDropMode(DragDrop);
     setDragDropOverwriteMode(true);
     // States are always whole.
-    new ColumnFit(this, {{VersionControlColumn, 5}, {DetailsColumn, 10}, {NameColumn, 26}});
+    new ColumnFit(this,
+                  {{VersionControlColumn, 5},
+                   {DetailsColumn, 10},
+                   {NameColumn, 26},
+                   {DetailsColumn, 5},
+                   {NameColumn, 18}});
     connect(tree, &DesignTreeModel::aboutToFollow, this, &DesignTreeView::rememberPlace);
     connect(tree, &DesignTreeModel::followed, this, &DesignTreeView::restorePlace);
     connect(this, &QTreeView::expanded, this,

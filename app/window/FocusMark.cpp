@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <QEvent>
 
+#include <utility>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -27,18 +29,29 @@ FocusMark::FocusMark(QWidget *theWindow) : QWidget(theWindow), window(theWindow)
 // It lies beside the area, whose own parts it would be among otherwise, and goes with the window.
 void FocusMark::follow(QWidget *focused)
 {
-    if (area)
-        area->removeEventFilter(this);
     area = qobject_cast<QAbstractScrollArea *>(focused);
-    if (!area || area->window() != window) {
+    if (area && area->window() != window)
         area.clear();
+    watch();
+    if (!area) {
         hide();
         return;
     }
-    area->installEventFilter(this);
     place();
     show();
     raise();
+}
+
+void FocusMark::watch()
+{
+    for (const QPointer<QWidget> &each : std::exchange(watched, {})) {
+        if (each)
+            each->removeEventFilter(this);
+    }
+    for (QWidget *each = area; each && each != window; each = each->parentWidget()) {
+        each->installEventFilter(this);
+        watched.append(each);
+    }
 }
 
 void FocusMark::place()
@@ -46,15 +59,13 @@ void FocusMark::place()
     setGeometry(QRect(area->mapTo(window, QPoint(0, 0)), QSize(area->width(), thickness)));
 }
 
-bool FocusMark::eventFilter(QObject *watched, QEvent *event)
+bool FocusMark::eventFilter(QObject *mover, QEvent *event)
 {
     const QEvent::Type type = event->type();
-    if (area && watched == area) {
-        if (type == QEvent::Hide)
-            hide();
-        else if (type == QEvent::Resize || type == QEvent::Move || type == QEvent::Show)
-            QMetaObject::invokeMethod(
-                this, [this] { follow(QApplication::focusWidget()); }, Qt::QueuedConnection);
-    }
-    return QWidget::eventFilter(watched, event);
+    if (type == QEvent::Hide && mover == area)
+        hide();
+    else if (type == QEvent::Resize || type == QEvent::Move || type == QEvent::Show)
+        QMetaObject::invokeMethod(
+            this, [this] { follow(QApplication::focusWidget()); }, Qt::QueuedConnection);
+    return QWidget::eventFilter(mover, event);
 }

@@ -16,12 +16,15 @@ public:
     QWidget *marked() const { return area; }
 
 protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
+    bool eventFilter(QObject *mover, QEvent *event) override;
 
 private:
     void follow(QWidget *focused);
     void place();
+    void watch();
 
     QWidget *window;
     QPointer<QWidget> area;
+    // The area and what it lies in, any of which may move.
+    QList<QPointer<QWidget>> watched;
 };

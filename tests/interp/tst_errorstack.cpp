@@ -147,6 +147,33 @@ private Q_SLOTS:
                                stack.arg(u"three"_s, u"\n    (file \"a.tcl\" line 2)"_s)}));
     }
 
+    void proceduresOfEvaluatedFilesHaveTheirLines()
+    {
+        const QByteArray text = "# one\r\n\r\nproc own {} {\r\n    error oops\r\n}\r\n";
+        const QString file = QString::fromUtf8(write(u"text.tcl"_s, text));
+        const QString unknown =
+            u"oops\n    while executing\n\"error oops\"\n"
+            "    (procedure \"own\" line 2)\n    invoked from within\n\"own\""_s;
+        Tcl_Eval(interp, QByteArray(text).replace("\r\n", "\n").constData());
+        QCOMPARE(stackOf("own"), unknown);
+        {
+            const errorstack::Script script(file);
+        }
+        const QString known =
+            QString(unknown).replace(u"2)"_s, u"2, file \"FOLDER/text.tcl\" line 4)"_s);
+        QCOMPARE(stackOf("own"), known);
+        const auto place = errorstack::placeOf(interp, u"own"_s);
+        QVERIFY(place);
+        QCOMPARE(place->file, file);
+        QCOMPARE(place->line, 3);
+        // Somebody has changed it there since.
+        write(u"text.tcl"_s, "proc own {} {\n    error never\n}\n");
+        QCOMPARE(stackOf("own"), unknown);
+        QVERIFY(!errorstack::placeOf(interp, u"own"_s));
+        QFile::remove(file);
+        QCOMPARE(stackOf("own"), unknown);
+    }
+
     void textsOfAnyKindAreKept()
     {
         QCOMPARE(stackOf("error \"\\u20ac \\\\1 %1 (procedure \\\"x\\\" line 3)\""),

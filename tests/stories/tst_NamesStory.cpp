@@ -41,6 +41,7 @@ private Q_SLOTS:
     void aNarrowTreeKeepsStatesWhole();
     void aNoticeKeepsItsTextReadable();
     void theKeyboardIsSeen();
+    void theMarkGoesWithItsPane();
     void theFirstSizeFitsTheScreen();
     void helpTellsOfTheWindow();
     void helpListsTheKeys();
@@ -117,6 +118,12 @@ void tst_NamesStory::aNarrowTreeKeepsStatesWhole()
              u"a_file_with_a_rather_long_name.v\n"_s + story->session()
                  + u"/Designs/uart/a_file_with_a_rather_long_name.v"_s);
     QToolTip::hideText();
+    const int narrower = tree->fontMetrics().averageCharWidth() * 50;
+    story->window().resizeDocks({dock}, {narrower}, Qt::Horizontal);
+    QTRY_COMPARE(dock->width(), narrower);
+    QVERIFY2(!tree->horizontalScrollBar()->isVisible(),
+             qPrintable(QString::number(tree->header()->length())));
+    QVERIFY(tree->columnWidth(2) > widest(2));
 }
 
 void tst_NamesStory::aNoticeKeepsItsTextReadable()
@@ -160,6 +167,25 @@ void tst_NamesStory::theKeyboardIsSeen()
         }
         QVERIFY(seen.size() > 1);
     }
+}
+
+// Which moves without a word to what is in it.
+void tst_NamesStory::theMarkGoesWithItsPane()
+{
+    story->takeKeyboard();
+    auto *dock = story->find<QDockWidget>("issuesDock");
+    dock->raise();
+    auto *area = story->find<QAbstractScrollArea>("issues");
+    QTRY_VERIFY(area->isVisible());
+    area->setFocus();
+    const auto *mark = story->find<FocusMark>("focusMark");
+    QCOMPARE(mark->marked(), area);
+    const QPoint place = dock->pos();
+    dock->move(place - QPoint(3, 20));
+    QTRY_COMPARE(mark->mapToGlobal(QPoint()), area->mapToGlobal(QPoint()));
+    dock->move(place);
+    QTRY_COMPARE(mark->mapToGlobal(QPoint()), area->mapToGlobal(QPoint()));
+    story->find<QDockWidget>("logDock")->raise();
 }
 
 void tst_NamesStory::theFirstSizeFitsTheScreen()
