@@ -34,6 +34,7 @@
 #include "app/window/EditMenu.h"
 #include "app/window/ExtensionDocks.h"
 #include "app/window/FocusMark.h"
+#include "app/window/MenuKey.h"
 #include "app/window/ModeBar.h"
 #include "app/window/PaneKeys.h"
 #include "app/window/RedoKey.h"
@@ -129,6 +130,7 @@ MainWindow::MainWindow(QWidget *parent)
     windowicons::give(this);
     new FocusMark(this);
     new RedoKey(this);
+    new MenuKey(this);
     updateTitle();
     windowlayout::restore(this);
 }

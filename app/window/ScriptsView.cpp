@@ -1,8 +1,8 @@
 #include "app/window/ScriptsView.h"
 
 #include <QFileSystemModel>
+#include <QKeyEvent>
 #include <QMenu>
-#include <QShortcut>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -24,9 +24,21 @@ ScriptsView::ScriptsView(const QString &scriptFolder, QWidget *parent)
     setFocusProxy(tree);
     connect(tree, &QTreeView::activated, this, &ScriptsView::edit);
     connect(tree, &QWidget::customContextMenuRequested, this, &ScriptsView::showMenu);
-    auto *running = new QShortcut(Qt::Key_F5, tree);
-    running->setContext(Qt::WidgetShortcut);
-    connect(running, &QShortcut::activated, this, &ScriptsView::run);
+    tree->installEventFilter(this);
+}
+
+// The window has the same key for the script in the editor.
+bool ScriptsView::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool isPress = event->type() == QEvent::KeyPress;
+    if (!isPress && event->type() != QEvent::ShortcutOverride)
+        return QWidget::eventFilter(watched, event);
+    if (static_cast<QKeyEvent *>(event)->keyCombination() != QKeyCombination(Qt::Key_F5))
+        return QWidget::eventFilter(watched, event);
+    event->accept();
+    if (isPress)
+        run();
+    return true;
 }
 
 void ScriptsView::showEvent(QShowEvent *event)

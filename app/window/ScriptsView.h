@@ -21,6 +21,7 @@ Q_SIGNALS:
 protected:
     // The folder is looked at when it is first seen.
     void showEvent(QShowEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void makeModel();

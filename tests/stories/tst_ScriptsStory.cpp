@@ -44,6 +44,8 @@ private Q_SLOTS:
     void subFoldersAreSubMenus();
     void aScriptIsEditedFromTheMenu();
     void theTreeEditsAndRuns();
+    void theTreeRunsItsOwnBesideAPage();
+    void aRowHasItsMenuByKey();
     void recordedCommandsBecomeAPage();
     void anyTextIsOpened();
 
@@ -225,6 +227,58 @@ void tst_ScriptsStory::theTreeEditsAndRuns()
     QTest::keyClick(tree, Qt::Key_Return);
     QVERIFY(text());
     QCOMPARE(area()->currentPage()->title(), u"job.tcl"_s);
+    dock->hide();
+}
+
+// The page's key is the same one.
+void tst_ScriptsStory::theTreeRunsItsOwnBesideAPage()
+{
+    Story::write(scripts() + u"/job.tcl"_s, "puts {the tree ran its own}");
+    Story::write(scripts() + u"/page.tcl"_s, "puts {the page ran it}");
+    story->window().openFiles({scripts() + u"/page.tcl"_s});
+    QVERIFY(story->action("runShownScript")->isEnabled());
+    auto *dock = story->find<QDockWidget>("scriptsDock");
+    dock->show();
+    auto *tree = story->find<QTreeView>("scripts");
+    QTRY_COMPARE(tree->model()->rowCount(tree->rootIndex()), 2);
+    tree->setFocus();
+    tree->setCurrentIndex(tree->model()->index(0, 0, tree->rootIndex()));
+    QCOMPARE(tree->currentIndex().data().toString(), u"job.tcl"_s);
+    story->press(Qt::Key_F5);
+    QVERIFY(console().contains(u"the tree ran its own"_s));
+    QVERIFY(!console().contains(u"the page ran it"_s));
+    dock->hide();
+    text()->setFocus();
+    story->press(Qt::Key_F5);
+    QVERIFY(console().contains(u"the page ran it"_s));
+}
+
+void tst_ScriptsStory::aRowHasItsMenuByKey()
+{
+    Story::write(scripts() + u"/job.tcl"_s, "set job 1");
+    auto *dock = story->find<QDockWidget>("scriptsDock");
+    dock->show();
+    auto *tree = story->find<QTreeView>("scripts");
+    QTRY_COMPARE(tree->model()->rowCount(tree->rootIndex()), 1);
+    tree->setFocus();
+    tree->setCurrentIndex(tree->model()->index(0, 0, tree->rootIndex()));
+    QStringList entries;
+    QPoint place;
+    QTimer watch;
+    watch.callOnTimeout(&story->window(), [&] {
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        if (!menu)
+            return;
+        watch.stop();
+        place = tree->viewport()->mapFromGlobal(menu->pos());
+        for (const QAction *action : menu->actions())
+            entries.append(action->text());
+        menu->close();
+    });
+    watch.start(10);
+    story->press(Qt::Key_F10, Qt::ShiftModifier);
+    QCOMPARE(entries, (QStringList {u"&Run\tF5"_s, u"&Edit"_s, QString(), u"&New Script..."_s}));
+    QVERIFY(tree->visualRect(tree->currentIndex()).contains(place));
     dock->hide();
 }
 
