@@ -242,7 +242,9 @@ void tst_ScriptsStory::theTreeRunsItsOwnBesideAPage()
     auto *tree = story->find<QTreeView>("scripts");
     QTRY_COMPARE(tree->model()->rowCount(tree->rootIndex()), 2);
     tree->setFocus();
-    tree->setCurrentIndex(tree->model()->index(0, 0, tree->rootIndex()));
+    // They are sorted later.
+    tree->setCurrentIndex(
+        qobject_cast<QFileSystemModel *>(tree->model())->index(scripts() + u"/job.tcl"_s));
     QCOMPARE(tree->currentIndex().data().toString(), u"job.tcl"_s);
     story->press(Qt::Key_F5);
     QVERIFY(console().contains(u"the tree ran its own"_s));
@@ -263,14 +265,14 @@ void tst_ScriptsStory::aRowHasItsMenuByKey()
     tree->setFocus();
     tree->setCurrentIndex(tree->model()->index(0, 0, tree->rootIndex()));
     QStringList entries;
-    QPoint place;
+    int place = -1;
     QTimer watch;
     watch.callOnTimeout(&story->window(), [&] {
         auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
         if (!menu)
             return;
         watch.stop();
-        place = tree->viewport()->mapFromGlobal(menu->pos());
+        place = tree->viewport()->mapFromGlobal(menu->pos()).y();
         for (const QAction *action : menu->actions())
             entries.append(action->text());
         menu->close();
@@ -278,7 +280,9 @@ void tst_ScriptsStory::aRowHasItsMenuByKey()
     watch.start(10);
     story->press(Qt::Key_F10, Qt::ShiftModifier);
     QCOMPARE(entries, (QStringList {u"&Run\tF5"_s, u"&Edit"_s, QString(), u"&New Script..."_s}));
-    QVERIFY(tree->visualRect(tree->currentIndex()).contains(place));
+    // Sideways it keeps to the screen.
+    const QRect row = tree->visualRect(tree->currentIndex());
+    QVERIFY2(place >= row.top() && place <= row.bottom() + 1, qPrintable(QString::number(place)));
     dock->hide();
 }
 
