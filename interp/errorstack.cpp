@@ -76,7 +76,8 @@ std::optional<Place> bodyInEvaluated(Tcl_Interp *interp, const QString &procedur
     const QString body = u'{' + tcltext::result(interp) + u'}';
     for (const QString &path : std::as_const(evaluated())) {
         QFile file(path);
-        if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        // A pipe in its place would be waited for.
+        if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Text))
             continue;
         const QString content = QString::fromUtf8(file.readAll());
         const qsizetype found = content.indexOf(body);

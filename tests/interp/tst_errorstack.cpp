@@ -6,6 +6,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <sys/stat.h>
+
 using namespace Qt::Literals::StringLiterals;
 
 // The stack of what failed, with files and lines.
@@ -171,6 +173,8 @@ private Q_SLOTS:
         QCOMPARE(stackOf("own"), unknown);
         QVERIFY(!errorstack::placeOf(interp, u"own"_s));
         QFile::remove(file);
+        QCOMPARE(stackOf("own"), unknown);
+        QCOMPARE(::mkfifo(QFile::encodeName(file).constData(), 0600), 0);
         QCOMPARE(stackOf("own"), unknown);
     }
 

@@ -20,12 +20,13 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
+// Half a character would let no expression match the text around it.
 char16_t escaped(const QString &digits, int base)
 {
     char16_t value = 0;
     for (const QChar digit : digits)
         value = char16_t(value * base + QStringView(&digit, 1).toInt(nullptr, 16));
-    return value;
+    return QChar::isSurrogate(value) ? char16_t(QChar::ReplacementCharacter) : value;
 }
 
 // What a backslash in front of another character stands for: most are dropped.

@@ -136,6 +136,8 @@ void tst_Structures::keepsSettingsAsideThatItCannotRead_data()
     QTest::newRow("settings-9 a key that cannot be asked for") << QByteArray("\\\\a=1\n");
     QTest::newRow("settings-10 a key of a group without a name, beside one of no group")
         << QByteArray("a=\n[]\na=\n");
+    QTest::newRow("settings-11 a streamed value below half a character")
+        << QByteArray("[Window]\nother=\\xd9ea\nsplit=@Variant(\\0\\0\\0\\t)\n");
 }
 
 void tst_Structures::keepsSettingsAsideThatItCannotRead()
