@@ -13,6 +13,7 @@
 #include "app/ending/Leaving.h"
 #include "app/ending/SuddenEnd.h"
 #include "app/file/FileMenu.h"
+#include "app/find/FileSearch.h"
 #include "app/find/FindTools.h"
 #include "app/help/HelpDock.h"
 #include "app/help/HelpMenu.h"
@@ -230,6 +231,10 @@ void MainWindow::prepareForEnd()
     else
         keeper->keepNow();
     remember();
+    // The libraries that threads use are gone before the process is.
+    tree->endLooking();
+    for (FileSearch *search : findChildren<FileSearch *>())
+        search->end();
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)

@@ -265,6 +265,8 @@ void DesignTree::paste(const TreeRow &target)
     arranging::move(std::exchange(cutFiles, {}), target, false, window());
 }
 
+void DesignTree::endLooking() { model->endLooking(); }
+
 void DesignTree::takeFocus()
 {
     if (view->isVisible())

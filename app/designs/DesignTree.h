@@ -25,6 +25,9 @@ public:
 
     DesignTreeView *treeView() const { return view; }
 
+    // For the end of the program, which threads must not outlive.
+    void endLooking();
+
     // Does what comes to mind first: opens a file, activates a design, asks for a configuration,
     // edits a property. Errors are shown.
     void activate(const TreeRow &row);

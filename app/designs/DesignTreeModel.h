@@ -33,6 +33,8 @@ public:
 
     // Looks anew at what items are on disk and in version control, as rows are shown.
     void lookAgain();
+    // Never looks any more, and waits for the thread that does.
+    void endLooking() { states.end(); }
 
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     QVariant headerData(int section, Qt::Orientation orientation,

@@ -17,7 +17,9 @@ ItemStates::ItemStates(QObject *parent) : QObject(parent)
     thread.setMaxThreadCount(1);
 }
 
-ItemStates::~ItemStates()
+ItemStates::~ItemStates() { end(); }
+
+void ItemStates::end()
 {
     cancelled = true;
     thread.waitForDone();
@@ -64,7 +66,7 @@ void ItemStates::ask(const Request &request)
 void ItemStates::lookUpNext()
 {
     current.reset();
-    if (waiting.isEmpty())
+    if (waiting.isEmpty() || cancelled)
         return;
     current = waiting.takeLast();
     thread.start([this, lookup = current->lookup] {

@@ -23,8 +23,10 @@ public:
     static constexpr int lifetime = 2'000;
 
     explicit ItemStates(QObject *parent = nullptr);
-    // Waits for the look-up that is under way, which gives up soon.
     ~ItemStates() override;
+
+    // Looks up nothing any more, and waits for what is under way, which gives up soon.
+    void end();
 
     // What was found last; none when nothing is known yet. What is unknown or old is looked up,
     // and found() told when it is another one.

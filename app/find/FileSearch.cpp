@@ -14,7 +14,9 @@ constexpr qsizetype filesOfPart = 200;
 
 FileSearch::FileSearch(QObject *parent) : QObject(parent) { }
 
-FileSearch::~FileSearch()
+FileSearch::~FileSearch() { end(); }
+
+void FileSearch::end()
 {
     cancel();
     pool.waitForDone();

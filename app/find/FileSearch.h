@@ -26,6 +26,8 @@ public:
     void start(const QStringList &files, const QHash<QString, QString> &texts,
                const textmatching::Pattern &pattern);
     void cancel();
+    // Cancels, and waits until no thread works any more.
+    void end();
     bool isRunning() const { return left > 0; }
 
 Q_SIGNALS:

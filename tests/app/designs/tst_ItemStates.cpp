@@ -1,3 +1,4 @@
+#include "app/designs/ItemStates.h"
 #include "app/designs/RowDelegate.h"
 #include "tests/app/designs/DesignTreeFixture.h"
 #include "tests/host/MorvalenCore/GitRepository.h"
@@ -23,6 +24,30 @@ public:
     }
 };
 
+// Is looked up until that is given up.
+class Endless : public QObject, public MorvalenCore::AbstractDesignLinkedItem
+{
+public:
+    struct Counts
+    {
+        std::atomic_int begun = 0;
+        std::atomic_int ended = 0;
+    };
+    std::shared_ptr<Counts> counts = std::make_shared<Counts>();
+
+    bool existsOnDisk() const override { return true; }
+    StateLookup stateLookup() const override
+    {
+        return [of = counts](const std::atomic_bool &cancelled) {
+            ++of->begun;
+            while (!cancelled)
+                QThread::msleep(1);
+            ++of->ended;
+            return MorvalenCore::LinkedItemState {};
+        };
+    }
+};
+
 } // namespace
 
 // What the tree shows of the disk and of version control.
@@ -40,6 +65,7 @@ private Q_SLOTS:
     void looksAgainAfterChanges();
     void forgetsItemsThatGo();
     void goesAwayWhileItLooks();
+    void looksNoMoreOnceItHasEnded();
 
 private:
     QString in(const QString &name) const { return fixture->session.path(u"repo/"_s + name); }
@@ -152,6 +178,24 @@ void tst_ItemStates::goesAwayWhileItLooks()
     fixture->view()->grab();
     repository.reset();
     fixture.reset();
+}
+
+void tst_ItemStates::looksNoMoreOnceItHasEnded()
+{
+    ItemStates states;
+    Endless first;
+    Endless second;
+    Endless third;
+    states.state(&first, first, {});
+    states.state(&second, second, {});
+    QTRY_COMPARE(first.counts->begun, 1);
+    states.end();
+    QCOMPARE(first.counts->ended, 1);
+    states.state(&third, third, {});
+    QCoreApplication::processEvents();
+    states.end();
+    QCOMPARE(second.counts->begun, 0);
+    QCOMPARE(third.counts->begun, 0);
 }
 
 TEST_CLASS(tst_ItemStates)
