@@ -25,7 +25,6 @@ using Qtilities::Logging::logStatus;
 namespace {
 
 constexpr int writeDelay = 1'000; // milliseconds
-constexpr auto forOwnerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
 Result<QByteArray> read()
 {
@@ -43,15 +42,14 @@ QStringList linesOf(const QByteArray &content)
     return Qtilities::Core::textOfUtf8(content).split(u'\n', Qt::SkipEmptyParts);
 }
 
-// Commands that nobody else may read are in it from the first byte on.
+// Nobody else may read the commands.
 Status makeFile()
 {
-    QFile file(ConsoleHistory::fileName());
-    if (file.exists() || file.open(QIODevice::NewOnly | QIODevice::WriteOnly, forOwnerOnly)
-        || file.exists())
-        return {};
-    return Status::io(
-        ConsoleHistory::tr("Cannot write \"%1\": %2").arg(file.fileName(), file.errorString()));
+    const QString name = ConsoleHistory::fileName();
+    const Status made = Qtilities::Core::makePrivateFile(name);
+    return made.isOk()
+        ? made
+        : made.withText(ConsoleHistory::tr("Cannot write \"%1\": %2").arg(name, made.text()));
 }
 
 } // namespace

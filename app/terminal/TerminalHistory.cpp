@@ -4,8 +4,6 @@
 #include <Qtilities/Descriptor.h>
 #include <Qtilities/regularfile.h>
 
-#include <QFile>
-
 #include <cerrno>
 #include <limits>
 #include <sys/mman.h>
@@ -18,7 +16,6 @@ using Qtilities::Core::Status;
 namespace {
 
 constexpr int size = 1000;
-constexpr auto forOwnerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
 // The library opens its files by name, waits for pipes, and cuts off what it writes over. So it
 // reads and writes in memory.
@@ -80,10 +77,8 @@ Status TerminalHistory::save() const
         Qtilities::Core::readAll(memory, std::numeric_limits<qint64>::max());
     if (!content.isOk())
         return cannot("write", fileName, content.status().text());
-    // Commands that nobody else may read are in it from the first byte on.
-    QFile file(fileName);
-    if (!file.exists() && !file.open(QIODevice::NewOnly | QIODevice::WriteOnly, forOwnerOnly)
-        && !file.exists())
-        return cannot("write", fileName, file.errorString());
+    // Nobody else may read the commands.
+    if (const Status made = Qtilities::Core::makePrivateFile(fileName); !made.isOk())
+        return cannot("write", fileName, made.text());
     return Qtilities::Core::writeFileAtomically(fileName, content.value());
 }

@@ -194,6 +194,17 @@ void removeUnfinishedFiles(const QString &folder)
         removeLeftovers(opened, path, ".");
 }
 
+Status makePrivateFile(const QString &fileName)
+{
+    constexpr auto forOwnerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+    QFile file(fileName);
+    // Another process may have made it meanwhile.
+    if (file.exists() || file.open(QIODevice::NewOnly | QIODevice::WriteOnly, forOwnerOnly)
+        || file.exists())
+        return {};
+    return Status::io(file.errorString());
+}
+
 Status writeFileAtomically(const QString &fileName, const QByteArray &content)
 {
     const Status status = fileName.isEmpty() || fileName.contains(QChar())

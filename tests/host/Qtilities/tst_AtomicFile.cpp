@@ -100,6 +100,22 @@ private Q_SLOTS:
     }
     void cleanup() { folder.reset(); }
 
+    void makesAPrivateFileOnce()
+    {
+        const QString file = path(u"typed"_s);
+        QVERIFY(Qtilities::Core::makePrivateFile(file).isOk());
+        QCOMPARE(QFile::permissions(file),
+                 QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser);
+        QVERIFY(writeFileAtomically(file, "kept").isOk());
+        QVERIFY(
+            QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup));
+        QVERIFY(Qtilities::Core::makePrivateFile(file).isOk());
+        QCOMPARE(QFileInfo(file).size(), 4);
+        QVERIFY(QFile::permissions(file).testFlag(QFile::ReadGroup));
+        QCOMPARE(Qtilities::Core::makePrivateFile(path(u"none/typed"_s)).text(),
+                 u"No such file or directory"_s);
+    }
+
     void writes_data();
     void writes();
     void replacesAnOldFile();

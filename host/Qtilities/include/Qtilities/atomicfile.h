@@ -15,6 +15,10 @@ namespace Qtilities::Core {
 // right now. A file that may not be written stays as it is.
 QTILITIES_EXPORT Status writeFileAtomically(const QString &fileName, const QByteArray &content);
 
+// Makes a file that only its owner may read and write, unless there is one, so that what is written
+// to it is nobody else's from the first byte on. The text of a failure is the reason alone.
+QTILITIES_EXPORT Status makePrivateFile(const QString &fileName);
+
 // Removes what writers of any files of a folder left there when they were killed. It is for folders
 // whose files each have a new name, so that no later write does it.
 QTILITIES_EXPORT void removeUnfinishedFiles(const QString &folder);
