@@ -41,6 +41,16 @@ void setNodes(const QStringList &state)
     outputOf(u"scontrol"_s, QStringList {u"update"_s, u"nodename=ALL"_s} + state);
 }
 
+void drainNodes() { setNodes({u"state=drain"_s, u"reason=test"_s}); }
+
+// The nodes say at once that they are idle, but the controller gives them away only when it has
+// heard from each of them again, up to a second later.
+void resumeNodes()
+{
+    setNodes({u"state=resume"_s});
+    outputOf(u"srun"_s, {u"--quiet"_s, u"-N"_s, u"2"_s, u"true"_s});
+}
+
 bool isAlive(const QByteArray &id)
 {
     const QByteArray stat =
@@ -203,11 +213,11 @@ void tst_Slurm::asksForNothingWhenNothingIsOutdated()
     QCOMPARE(first.exitCode(), 0);
     QTRY_COMPARE_WITH_TIMEOUT(jobs(), QByteArray(), longTime);
     // Whoever asked would wait.
-    setNodes({u"state=drain"_s, u"reason=test"_s});
+    drainNodes();
     QProcess second;
     start(&second);
     const bool hasEnded = second.waitForFinished(longTime);
-    setNodes({u"state=resume"_s});
+    resumeNodes();
     QVERIFY(hasEnded);
     QCOMPARE(second.readAllStandardError(), QByteArray());
     QCOMPARE(second.readAllStandardOutput(),
@@ -305,7 +315,7 @@ void tst_Slurm::saysWhatItWaitsForWhenNodesAreDrained()
 {
     QFETCH(const QByteArray, settings);
     prepare(step("copy", "cp a.txt b.txt", "a.txt", "b.txt"), settings);
-    setNodes({u"state=drain"_s, u"reason=test"_s});
+    drainNodes();
     QProcess process;
     QByteArray errors;
     connect(&process, &QProcess::readyReadStandardError, &process,
@@ -319,7 +329,7 @@ void tst_Slurm::saysWhatItWaitsForWhenNodesAreDrained()
     const QByteArray queue = jobs();
     ::kill(pid_t(process.processId()), SIGINT);
     const bool hasEnded = process.waitForFinished(longTime);
-    setNodes({u"state=resume"_s});
+    resumeNodes();
     QVERIFY2(waited, errors);
     QVERIFY2(!queue.isEmpty(), "the allocation is waited for");
     QVERIFY(hasEnded);
