@@ -97,6 +97,11 @@ endif()
 # morvalen_target(<target>): a library or a program.
 function(morvalen_target target)
     morvalen_settings(${target})
+    # A path that is to be changed at installation CMake ends with a colon, by which the loader
+    # would look for Qt in the current folder, whoever put what there.
+    if(CMAKE_INSTALL_LIBDIR STREQUAL "lib" AND NOT CMAKE_SKIP_INSTALL_RPATH)
+        set_target_properties(${target} PROPERTIES BUILD_WITH_INSTALL_RPATH ON)
+    endif()
     if(MORVALEN_PCH)
         target_precompile_headers(${target} REUSE_FROM library_pch)
     endif()

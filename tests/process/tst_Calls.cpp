@@ -26,6 +26,7 @@ private Q_SLOTS:
     void noPlatformIsNeeded();
     void commandsRunInTheFolderOfTheCall();
     void theFolderOfTheCallIsGone();
+    void noLibraryIsTakenFromTheFolderOfTheCall();
     void outputThatCannotBeWritten_data();
     void outputThatCannotBeWritten();
     void closedDescriptors();
@@ -186,6 +187,14 @@ void tst_Calls::theFolderOfTheCallIsGone()
              (Ended {0, program->session.toUtf8() + "/Scripts\n",
                      "Warning: The folder of the call is gone; this run goes on in \""
                          + program->session.toUtf8() + "/Scripts\"\n"}));
+}
+
+void tst_Calls::noLibraryIsTakenFromTheFolderOfTheCall()
+{
+    for (const QString &name : {u"libQt6Widgets.so.6"_s, u"libtcl8.6.so"_s, u"libexpat.so.1"_s})
+        program->write(name, "not a library");
+    program->currentFolder = program->path(QString());
+    QCOMPARE(program->runCommands({u"list 1"_s}), (Ended {0, "1\n", ""}));
 }
 
 void tst_Calls::outputThatCannotBeWritten_data()
