@@ -4,7 +4,6 @@
 #include <QCryptographicHash>
 #include <QFile>
 
-#include <cerrno>
 #include <ctime>
 #include <sys/stat.h>
 
@@ -53,12 +52,10 @@ KnownFile::Stamp KnownFile::stampOf(const QString &fileName)
 
 Result<KnownFile::Content> KnownFile::read(qint64 limit) const
 {
-    const Result<Descriptor> file = openRegularFile(name);
+    struct stat status = {};
+    const Result<Descriptor> file = openRegularFile(name, &status);
     if (!file.isOk())
         return file.status();
-    struct stat status = {};
-    if (::fstat(file.value().get(), &status) != 0)
-        return Status::io(qt_error_string(errno));
     const Stamp stamp = stampFrom(status);
     const bool fresh = isFreshNow(stamp);
     Result<QByteArray> bytes = readAll(file.value(), limit);

@@ -32,7 +32,7 @@ Status regularity(const struct stat &status)
 
 } // namespace
 
-Result<Descriptor> openRegularFile(const QString &fileName)
+Result<Descriptor> openRegularFile(const QString &fileName, struct stat *opened)
 {
     if (fileName.isEmpty() || fileName.contains(QChar()))
         return Status::invalidArgument(u"that is not the name of a file"_s);
@@ -49,6 +49,8 @@ Result<Descriptor> openRegularFile(const QString &fileName)
         return failureOfSystem();
     if (const Status regular = regularity(status); !regular.isOk())
         return regular;
+    if (opened)
+        *opened = status;
     return Result<Descriptor>(std::move(file));
 }
 

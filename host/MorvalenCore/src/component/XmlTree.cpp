@@ -35,16 +35,6 @@ XmlTree::XmlTree(QByteArray bytes, XmlIndex index)
 {
 }
 
-const XmlElement &XmlTree::at(XmlNode node) const
-{
-    return isNew(node) ? added[node - elements.size()] : elements[node];
-}
-
-XmlElement &XmlTree::at(XmlNode node)
-{
-    return isNew(node) ? added[node - elements.size()] : elements[node];
-}
-
 bool XmlTree::isAlive(XmlNode node) const
 {
     while (node != root && node != 0)
@@ -112,7 +102,11 @@ std::optional<QByteArrayView> XmlTree::originalAttribute(XmlNode node, QByteArra
 {
     if (isNew(node))
         return {};
-    const XmlTag tag(startTag(node));
+    const QByteArrayView bytes = startTag(node);
+    // Most elements have no attributes.
+    if (!bytes.contains('='))
+        return {};
+    const XmlTag tag(bytes);
     for (const XmlTag::Attribute &attribute : tag.attributes()) {
         if (matches(node, attribute.name, local))
             return attribute.value;

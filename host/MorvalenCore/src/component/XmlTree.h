@@ -125,8 +125,14 @@ private:
         QHash<XmlNode, Edit> edits;
     };
 
-    const XmlElement &at(XmlNode node) const;
-    XmlElement &at(XmlNode node);
+    const XmlElement &at(XmlNode node) const
+    {
+        return isNew(node) ? added[node - elements.size()] : elements[node];
+    }
+    XmlElement &at(XmlNode node)
+    {
+        return isNew(node) ? added[node - elements.size()] : elements[node];
+    }
     QByteArrayView originalPart(std::uint32_t from, std::uint32_t to) const;
     QByteArrayView startTag(XmlNode node) const;
     QByteArrayView originalContent(XmlNode node) const;

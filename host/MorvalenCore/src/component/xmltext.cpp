@@ -138,11 +138,6 @@ char32_t codeAt(QStringView text, qsizetype &at)
 
 } // namespace
 
-bool isBlank(char character)
-{
-    return character == ' ' || character == '\n' || character == '\t' || character == '\r';
-}
-
 bool isBlank(QByteArrayView bytes)
 {
     return std::all_of(bytes.begin(), bytes.end(),

@@ -31,7 +31,10 @@ QByteArray encodeContent(QStringView text, XmlEncoding encoding, QByteArrayView 
 // Fits between quotes of both kinds.
 QByteArray encodeAttribute(QStringView text, XmlEncoding encoding);
 
-bool isBlank(char character);
+constexpr bool isBlank(char character)
+{
+    return character == ' ' || character == '\n' || character == '\t' || character == '\r';
+}
 bool isBlank(QByteArrayView bytes);
 
 } // namespace XmlText

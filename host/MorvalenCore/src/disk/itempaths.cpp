@@ -59,9 +59,10 @@ Result<QString> expanded(const QString &text)
 // part, no "." and no "..", but for what stands before the root.
 bool isClean(QStringView path)
 {
-    for (qsizetype from = path.startsWith(u'/') ? 1 : 0; from <= path.size();) {
-        const qsizetype slash = path.indexOf(u'/', from);
-        const qsizetype end = slash < 0 ? path.size() : slash;
+    qsizetype from = path.startsWith(u'/') ? 1 : 0;
+    for (qsizetype end = from; from <= path.size(); ++end) {
+        if (end < path.size() && path[end] != u'/')
+            continue;
         if (end == from || (path[from] == u'.' && end - from <= 2 && path[end - 1] == u'.'))
             return false;
         from = end + 1;

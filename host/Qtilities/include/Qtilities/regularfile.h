@@ -9,6 +9,8 @@
 
 #include <limits>
 
+#include <sys/stat.h>
+
 namespace Qtilities::Core {
 
 // What lies under a name that anybody may have made. A pipe would keep who opens it waiting and a
@@ -16,8 +18,9 @@ namespace Qtilities::Core {
 // at. The sentence of a failure is a reason only: "No such file or directory", "it is a folder",
 // "it is not a file".
 
-// Opens it for reading.
-QTILITIES_EXPORT Result<Descriptor> openRegularFile(const QString &fileName);
+// Opens it for reading. *status, unless it is null, receives what fstat() says of what was opened.
+QTILITIES_EXPORT Result<Descriptor> openRegularFile(const QString &fileName,
+                                                    struct stat *status = nullptr);
 
 // Makes it, or empties the one that is there, for writing. No link is followed.
 QTILITIES_EXPORT Result<Descriptor> makeRegularFile(const QString &fileName);
