@@ -60,7 +60,8 @@ build: $(configured)
 test: $(configured)
 	@scripts/prerequisites test
 	@cmake --build --preset $(preset)
-	@ctest --preset $(preset) --parallel $$(($$(nproc) + 1))
+	@ctest --preset $(preset) --parallel $$(($$(nproc) + 1)); status=$$?; \
+	    scripts/left-out $(folder); exit $$status
 
 soak:
 	@scripts/prerequisites sanitize

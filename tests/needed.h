@@ -4,8 +4,8 @@
 #include <QTest>
 
 // Skips a test where something that nobody must have to build and run the program is missing, and
-// says what and in which package of Debian it is. Under CI, where scripts/prerequisites installs
-// all of it, a missing one is a failure: nothing is left out there without a word.
+// says what and in which package of Debian it is; "make test" says it again at its end. Under CI,
+// where scripts/prerequisites installs all of it, a missing one is a failure.
 #define NEEDS(isThere, what, package) \
     do { \
         if (isThere) \

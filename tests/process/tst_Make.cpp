@@ -28,6 +28,7 @@ private Q_SLOTS:
     void uninstallsNothingFromAnotherPlace();
     void uninstallsNothingTwice();
     void uninstallsNothingThatClimbsOut();
+    void saysWhatTheTestsLeftOut();
 
 private:
     struct Ended
@@ -201,6 +202,24 @@ void tst_Make::uninstallsNothingThatClimbsOut()
         make({u"uninstall"_s, u"folder="_s + folder->path(), u"PREFIX="_s + path(u"here"_s)});
     QVERIFY(run.status != 0);
     QVERIFY(QFile::exists(path(u"there/file"_s)));
+}
+
+void tst_Make::saysWhatTheTestsLeftOut()
+{
+    QVERIFY(QDir(folder->path()).mkpath(u"Testing/Temporary"_s));
+    write(u"Testing/Temporary/LastTest.log"_s,
+          u"PASS   : tst_B::two()\n"
+          "SKIP   : tst_B::one(b-1 a (b) c) verilator is not installed (Debian: verilator)\n"
+          "   Loc: [/tests/tst_B.cpp(7)]\n"
+          "SKIP   : tst_B::one(b-2) verilator is not installed (Debian: verilator)\n"
+          "   Loc: [/tests/tst_B.cpp(7)]\n"
+          "SKIP   : tst_A::one() The kernel lets this user mount nothing.\n"_s);
+    const Ended said = ended(QStringLiteral(SOURCE_DIR "/scripts/left-out"), {folder->path()});
+    QCOMPARE(said.output,
+             u"Left out (1 of tst_A): The kernel lets this user mount nothing.\n"
+             "Left out (2 of tst_B): verilator is not installed (Debian: verilator)\n"_s);
+    QCOMPARE(said.error, QString());
+    QCOMPARE(said.status, 0);
 }
 
 GUILESS_TEST_CLASS(tst_Make)
