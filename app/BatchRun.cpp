@@ -4,7 +4,6 @@
 #include "app/process/standardstreams.h"
 #include "interp/commandsManager.h"
 #include "interp/tcltext.h"
-#include "scripting/TclScriptManager.h"
 
 #include <Qtilities/Logger.h>
 
@@ -68,9 +67,9 @@ QString errorReport(Tcl_Interp *interp, int code, const QString &message)
 
 } // namespace
 
-BatchRun::BatchRun(const CommandLine &commandLine, TclScripting::TclScriptManager &scriptManager)
+BatchRun::BatchRun(const CommandLine &commandLine, const Console &theConsole)
     : line(commandLine),
-      manager(scriptManager),
+      console(theConsole),
       interp(commandsManager::getInstance(nullptr)->interp)
 {
 }
@@ -102,7 +101,7 @@ bool BatchRun::runScript()
 {
     setArguments();
     int code = TCL_OK;
-    const QString text = manager.execCommad(listOf({u"source"_s, line.script}), &code);
+    const QString text = console(listOf({u"source"_s, line.script}), &code);
     if (code != TCL_OK)
         standardstreams::printError(errorReport(interp, code, text));
     return code == TCL_OK;
@@ -112,7 +111,7 @@ bool BatchRun::runCommands()
 {
     for (const QString &command : line.commands) {
         int code = TCL_OK;
-        const QString text = manager.execCommad(command, &code);
+        const QString text = console(command, &code);
         if (code != TCL_OK) {
             standardstreams::printError(text);
             return false;

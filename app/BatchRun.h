@@ -2,19 +2,19 @@
 
 #include "app/CommandLine.h"
 
-#include <tcl.h>
+#include <functional>
 
-namespace TclScripting {
-class TclScriptManager;
-}
+#include <tcl.h>
 
 // A run without a window: a script, or commands from the command line. Their output goes to the
 // process's own standard output and error, and nothing is ever asked.
 class BatchRun
 {
 public:
-    // The manager must outlive the run.
-    BatchRun(const CommandLine &line, TclScripting::TclScriptManager &manager);
+    // Runs a command in the console and returns its result's text; *code becomes Tcl's.
+    using Console = std::function<QString(const QString &command, int *code)>;
+
+    BatchRun(const CommandLine &line, const Console &console);
 
     // Gives Tcl the process's own streams, and the folder of the call; run() does that itself.
     void prepare();
@@ -33,6 +33,6 @@ private:
     void setArguments();
 
     const CommandLine &line;
-    TclScripting::TclScriptManager &manager;
+    const Console console;
     Tcl_Interp *interp;
 };

@@ -1,12 +1,12 @@
 #include "app/WindowRun.h"
 
-#include "app/builds/BuildInterrupt.h"
 #include "app/DesignsMode.h"
 #include "app/editor/WindowEditorManager.h"
 #include "app/issues/IssueSources.h"
 #include "app/journal/CommandJournal.h"
 #include "app/live/LiveWindow.h"
 #include "app/MainWindow.h"
+#include "app/process/BuildInterrupt.h"
 #include "app/process/programend.h"
 #include "console/QtclConsole.h"
 #include "ensemble/ensemble.h"

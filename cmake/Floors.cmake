@@ -25,9 +25,14 @@ function(morvalen_room name)
     target_link_libraries(${name} PUBLIC ${ROOM_LINKS})
 endfunction()
 
-# morvalen_floor(<name> SOURCES <file>... [ENTERS <floor>...] [LINKS <target>...])
-# A floor of the scripting library, which is one room.
+# morvalen_floor(<name> [FOLDER <floor>] SOURCES <file>... [ENTERS <floor>...] [LINKS <target>...])
+# A floor of the scripting library, which is one room; or a part of the floor whose folder is named.
 function(morvalen_floor name)
-    morvalen_room(${name} ROOT "${PROJECT_SOURCE_DIR}" FOLDER ${name} ${ARGN})
+    cmake_parse_arguments(FLOOR "" "FOLDER" "" ${ARGN})
+    if(NOT FLOOR_FOLDER)
+        set(FLOOR_FOLDER ${name})
+    endif()
+    morvalen_room(${name} ROOT "${PROJECT_SOURCE_DIR}" FOLDER ${FLOOR_FOLDER}
+        ${FLOOR_UNPARSED_ARGUMENTS})
     target_compile_definitions(${name} PRIVATE TCLSCRIPTING_LIBRARY)
 endfunction()

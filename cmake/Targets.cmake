@@ -1,9 +1,13 @@
 # How every target of the project is compiled.
 
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
-set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
-set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
-set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR};$ORIGIN")
+# As it will be installed, so that programs find libraries in the same way.
+file(RELATIVE_PATH libraries_from_programs
+    "${CMAKE_INSTALL_FULL_BINDIR}" "${CMAKE_INSTALL_FULL_LIBDIR}")
+cmake_path(ABSOLUTE_PATH libraries_from_programs BASE_DIRECTORY "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}"
+    NORMALIZE OUTPUT_VARIABLE CMAKE_LIBRARY_OUTPUT_DIRECTORY)
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}")
+set(CMAKE_INSTALL_RPATH "$ORIGIN/${libraries_from_programs};$ORIGIN")
 
 add_library(conventions INTERFACE)
 target_compile_features(conventions INTERFACE cxx_std_20)
@@ -99,7 +103,7 @@ function(morvalen_target target)
     morvalen_settings(${target})
     # A path that is to be changed at installation CMake ends with a colon, by which the loader
     # would look for Qt in the current folder, whoever put what there.
-    if(CMAKE_INSTALL_LIBDIR STREQUAL "lib" AND NOT CMAKE_SKIP_INSTALL_RPATH)
+    if(NOT CMAKE_SKIP_INSTALL_RPATH)
         set_target_properties(${target} PROPERTIES BUILD_WITH_INSTALL_RPATH ON)
     endif()
     if(MORVALEN_PCH)

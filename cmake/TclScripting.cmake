@@ -18,19 +18,19 @@ function(morvalen_floors target)
 endfunction()
 
 # Interpreter and console, for applications that have nothing of designs: Tcl and Qt, no host.
-morvalen_floors(TclConsole FLOORS interp console LINKS Qt6::Widgets tcl)
+morvalen_floors(TclConsole FLOORS interp console_core console LINKS Qt6::Widgets tcl)
 add_library(TclScripting::Console ALIAS TclConsole)
 set_target_properties(TclConsole PROPERTIES EXPORT_NAME Console)
 
 # All of it.
-morvalen_floors(TclScripting FLOORS commands scripting
+morvalen_floors(TclScripting FLOORS commands scripting_core scripting
     LINKS TclConsole Qtilities MorvalenCore Qt6::Widgets tcl)
 add_library(TclScripting::TclScripting ALIAS TclScripting)
 
 # The same objects for tests, which may enter any floor and so see what the libraries hide.
 add_library(all_floors INTERFACE)
 target_sources(all_floors INTERFACE
-    $<TARGET_OBJECTS:interp> $<TARGET_OBJECTS:console>
-    $<TARGET_OBJECTS:commands> $<TARGET_OBJECTS:scripting>)
+    $<TARGET_OBJECTS:interp> $<TARGET_OBJECTS:console_core> $<TARGET_OBJECTS:console>
+    $<TARGET_OBJECTS:commands> $<TARGET_OBJECTS:scripting_core> $<TARGET_OBJECTS:scripting>)
 target_include_directories(all_floors INTERFACE "${PROJECT_SOURCE_DIR}")
 target_link_libraries(all_floors INTERFACE Qtilities MorvalenCore Qt6::Widgets tcl)

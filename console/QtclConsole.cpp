@@ -1,12 +1,11 @@
 #include "console/QtclConsole.h"
 
+#include "console/CommandGate.h"
+#include "console/consolecommands.h"
 #include "console/OutputLine.h"
 #include "console/tclchannels.h"
 #include "console/tclcompletion.h"
-#include "interp/errorstack.h"
-#include "interp/Evaluation.h"
 #include "interp/ScriptRuns.h"
-#include "interp/TclCallBack.h"
 #include "interp/tcltext.h"
 
 #include <QRegularExpression>
@@ -15,12 +14,11 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// Results: TCL_ERROR; the usage text with the command's name in it.
-int usage(Tcl_Interp *interp, const char *name, const QString &text)
-{
-    tcltext::appendResult(interp, text.arg(tcltext::fromTcl(name)));
-    return TCL_ERROR;
-}
+// A text may come before anybody has asked for the console.
+[[maybe_unused]] const bool canBeMade = [] {
+    tclchannels::setConsoleMaker([] { QtclConsole::getInstance(nullptr, QString()); });
+    return true;
+}();
 
 } // namespace
 
@@ -34,29 +32,22 @@ QtclConsole *QtclConsole::getInstance(QWidget *parent, const QString &welcomeTex
 }
 
 QtclConsole::QtclConsole(QWidget *parent, const QString &welcomeText)
-    : QConsole(parent, welcomeText)
+    : QConsole(parent, welcomeText),
+      gate(std::make_unique<CommandGate>())
 {
-    using Binding = TclCallBack<QtclConsole>;
-    Binding::registerMethod(this, "history", &QtclConsole::showHistory,
-                            "Shows the commands history", nullptr);
-    Binding::registerMethod(this, "set_prompt", &QtclConsole::setPrompt, "Set a new prompt",
-                            nullptr);
-    Binding::registerMethod(this, "save_script", &QtclConsole::saveScript,
-                            "Saves a script of executed commands", nullptr);
+    consolecommands::bind(this);
     interp = commandsManager::getInstance(nullptr)->interp;
-    tclchannels::install(interp, this);
+    tclchannels::install(
+        interp,
+        {.console = this,
+         .show = [this](bool isError,
+                        const QString &text) { isError ? showError(text) : showOutput(text); },
+         .gather = [this](bool isError,
+                          const QByteArray &bytes) { return gather(isError, bytes); }});
     setPrompt(u"morvalen > "_s, true);
 }
 
-QtclConsole::~QtclConsole()
-{
-    const QStringList names = TclCallBack<QtclConsole>::methodNames;
-    for (const QString &name : names)
-        commandsManager::getInstance(nullptr)->unregisterFunction(name.toUtf8().constData());
-    // It may be destroyed by the command that it runs; a mutex must not be while it is locked.
-    Q_UNUSED(mutex.tryLock())
-    mutex.unlock();
-}
+QtclConsole::~QtclConsole() { consolecommands::unbind<QtclConsole>(); }
 
 bool QtclConsole::isCommandComplete(const QString &command)
 {
@@ -65,34 +56,14 @@ bool QtclConsole::isCommandComplete(const QString &command)
 
 QString QtclConsole::interpretCommand(const QString &command, int *res)
 {
-    // In a pass, Tcl is between two commands of something else.
-    const ScriptRuns *runs = ScriptRuns::instance();
-    if ((runs && runs->isInPass()) || !mutex.tryLock()) {
-        *res = 1;
-        return u"Command cannot be executed!"_s;
-    }
-    // The command may close the window that owns the console.
-    const QPointer<QtclConsole> alive(this);
-    Tcl_Interp *const commandInterp = interp;
-    QString result;
-    if (!command.isEmpty()) {
-        // Tcl's own exit would end the program without asking.
-        const QString torun = command == "exit"_L1 ? u"dbgExit"_s : command;
-        Evaluation evaluation(torun);
-        *res = evaluation.finish(Tcl_Eval(commandInterp, tcltext::toTcl(torun).constData()));
-        result = tcltext::result(commandInterp);
-        if (alive && outputLine) {
+    const auto endOutput = [this] {
+        if (outputLine) {
             outputLine->finish();
             errorLine->finish();
         }
-        if (*res != TCL_OK)
-            errorstack::tell(commandInterp, *res);
-        if (alive)
-            QConsole::interpretCommand(torun, res);
-    }
-    if (alive)
-        mutex.unlock();
-    return result;
+    };
+    const auto take = [this, res](const QString &run) { QConsole::interpretCommand(run, res); };
+    return gate->run(interp, command, res, {.console = this, .endOutput = endOutput, .take = take});
 }
 
 QStringList QtclConsole::suggestCommand(const QString &cmd, QString &prefix)
@@ -179,30 +150,19 @@ void QtclConsole::showError(const QString &output)
 
 int QtclConsole::showHistory(void *, Tcl_Interp *commandInterp, int argc, const char **argv)
 {
-    Tcl_ResetResult(commandInterp);
-    if (argc != 1)
-        return usage(commandInterp, argv[0], u"Usage: %1\n"_s);
-    QString list;
-    for (qsizetype i = 0; i < history.size(); ++i)
-        list += u"%1\t%2\n"_s.arg(QString::number(i + 1), history.at(i));
-    tcltext::appendResult(commandInterp, list);
-    return TCL_OK;
+    return consolecommands::showHistory(commandInterp, argc, argv, history);
 }
 
 int QtclConsole::setPrompt(void *, Tcl_Interp *commandInterp, int argc, const char **argv)
 {
-    Tcl_ResetResult(commandInterp);
-    if (argc != 2)
-        return usage(commandInterp, argv[0], u"Usage: %1 new_prompt\n"_s);
-    QConsole::setPrompt(tcltext::fromTcl(argv[1]), false);
-    return TCL_OK;
+    return consolecommands::setPrompt(commandInterp, argc, argv, [this](const QString &newPrompt) {
+        QConsole::setPrompt(newPrompt, false);
+    });
 }
 
 int QtclConsole::saveScript(void *, Tcl_Interp *commandInterp, int argc, const char **argv)
 {
-    Tcl_ResetResult(commandInterp);
-    if (argc != 2)
-        return usage(commandInterp, argv[0], u"Usage: %1 script_file_name\n"_s);
-    // Inverted on purpose: scripts rely on an error for a file that was written.
-    return QConsole::saveScript(tcltext::fromTcl(argv[1])) == 0 ? TCL_ERROR : TCL_OK;
+    return consolecommands::saveScript(commandInterp, argc, argv, [this](const QString &fileName) {
+        return QConsole::saveScript(fileName);
+    });
 }

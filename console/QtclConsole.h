@@ -2,13 +2,14 @@
 
 #include "console/QConsole.h"
 
-#include <QMutex>
 #include <QPointer>
 
 #include <functional>
+#include <memory>
 
 #include <tcl.h>
 
+class CommandGate;
 class OutputLine;
 
 // The console of the process's Tcl interpreter. It runs what is typed, completes command names,
@@ -85,7 +86,7 @@ private:
                                      void (QtclConsole::*tell)(const QString &));
 
     Tcl_Interp *interp = nullptr; // the registry's
-    QMutex mutex; // held while a command runs
+    std::unique_ptr<CommandGate> gate;
     std::function<QStringList(const QStringList &)> wordsBehind;
     std::unique_ptr<OutputLine> outputLine; // null unless whole lines are gathered
     std::unique_ptr<OutputLine> errorLine;

@@ -1,43 +1,54 @@
 #include "console/tclchannels.h"
 
-#include "console/QtclConsole.h"
 #include "interp/tcltext.h"
-
-#include <QPointer>
 
 namespace {
 
-// A channel's way to the console.
 struct Stream
 {
     bool isError;
-    void (QtclConsole::*show)(const QString &);
     bool lastCR = false;
 };
 
-QPointer<QtclConsole> console;
-bool hadConsole = false;
-
-QtclConsole *target()
+// What is known of the console; never destroyed, since channels are written to until the very end.
+struct Known
 {
-    if (!hadConsole) {
-        hadConsole = true;
-        console = QtclConsole::getInstance(nullptr, QString());
-    }
-    return console;
+    tclchannels::Receiver receiver;
+    bool hasBeen = false;
+    void (*make)() = nullptr;
+};
+
+Known &known()
+{
+    static auto *const theKnown = new Known;
+    return *theKnown;
+}
+
+// What is called may install another one.
+tclchannels::Receiver receiver() { return known().receiver; }
+
+tclchannels::Receiver receiverOfText()
+{
+    if (!known().hasBeen && known().make)
+        known().make();
+    return receiver();
 }
 
 int write(Stream &stream, const char *buf, int toWrite, int *errorCodePtr)
 {
     *errorCodePtr = 0;
     Tcl_SetErrno(0);
-    if (console && console->gather(stream.isError, QByteArray::fromRawData(buf, toWrite)))
+    const tclchannels::Receiver gatherer = receiver();
+    if (gatherer.console && gatherer.gather
+        && gatherer.gather(stream.isError, QByteArray::fromRawData(buf, toWrite)))
         return toWrite;
     const bool isText = !stream.lastCR;
     stream.lastCR = !stream.lastCR;
-    QtclConsole *const shown = isText ? target() : nullptr;
-    if (shown)
-        (shown->*stream.show)(tcltext::fromTcl(buf, qsizetype(qstrnlen(buf, uint(toWrite)))));
+    if (!isText)
+        return toWrite;
+    const tclchannels::Receiver shown = receiverOfText();
+    if (shown.console)
+        shown.show(stream.isError, tcltext::fromTcl(buf, qsizetype(qstrnlen(buf, uint(toWrite)))));
     return toWrite;
 }
 
@@ -88,13 +99,13 @@ void installOne(Tcl_Interp *interp, const Tcl_ChannelType &type, const char *nam
 
 int ConsoleOutput(ClientData, const char *buf, int toWrite, int *errorCodePtr)
 {
-    static Stream stream {.isError = false, .show = &QtclConsole::showOutput};
+    static Stream stream {.isError = false};
     return write(stream, buf, toWrite, errorCodePtr);
 }
 
 int ConsoleError(ClientData, const char *buf, int toWrite, int *errorCodePtr)
 {
-    static Stream stream {.isError = true, .show = &QtclConsole::showError};
+    static Stream stream {.isError = true};
     return write(stream, buf, toWrite, errorCodePtr);
 }
 
@@ -105,12 +116,14 @@ const Tcl_ChannelType consoleErrorChannelType = channelType("console2", ConsoleE
 
 namespace tclchannels {
 
-void install(Tcl_Interp *interp, QtclConsole *owner)
+void install(Tcl_Interp *interp, const Receiver &receiver)
 {
-    console = owner;
-    hadConsole = true;
+    known().receiver = receiver;
+    known().hasBeen = true;
     installOne(interp, consoleOutputChannelType, "stdout", TCL_STDOUT);
     installOne(interp, consoleErrorChannelType, "stderr", TCL_STDERR);
 }
+
+void setConsoleMaker(void (*maker)()) { known().make = maker; }
 
 } // namespace tclchannels

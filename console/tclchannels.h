@@ -1,8 +1,11 @@
 #pragma once
 
-#include <tcl.h>
+#include <QObject>
+#include <QPointer>
 
-class QtclConsole;
+#include <functional>
+
+#include <tcl.h>
 
 // Tcl's standard output and standard error as channels that show their text in the console. They
 // are write-only and unbuffered: puts hands over a text and its line feed in two calls. Each
@@ -10,9 +13,20 @@ class QtclConsole;
 // calls and does not look at contents. A console that gathers whole lines takes every text instead.
 namespace tclchannels {
 
-// Makes the two channels the interpreter's and the process's standard channels. The console is
-// guarded: once it is gone the channels still take text, and show it nowhere.
-void install(Tcl_Interp *interp, QtclConsole *console);
+// A console, as the channels see it. Once it is gone they still take text, and show it nowhere.
+struct Receiver
+{
+    QPointer<QObject> console;
+    std::function<void(bool isError, const QString &text)> show;
+    // Takes every text, if whole lines are gathered; returns whether that is so. None never does.
+    std::function<bool(bool isError, const QByteArray &bytes)> gather;
+};
+
+// Makes the two channels the interpreter's and the process's standard channels.
+void install(Tcl_Interp *interp, const Receiver &receiver);
+
+// What makes a console, and so installs it, for a text that comes before there has been any.
+void setConsoleMaker(void (*maker)());
 
 } // namespace tclchannels
 

@@ -44,14 +44,10 @@ std::function<void(const StartupNews &)> &startupListener()
     return listener;
 }
 
-StartupListener::StartupListener(QtclConsole &console, const QString &scriptsFolder)
+StartupListener::StartupListener(const QString &scriptsFolder)
     : interp(commandsManager::getInstance(nullptr)->interp),
-      isListening(startupListener() && QFile::exists(scriptsFolder + u"/startup.tcl"_s))
+      listening(startupListener() && QFile::exists(scriptsFolder + u"/startup.tcl"_s))
 {
-    if (!isListening)
-        return;
-    connect(&console, &QtclConsole::newConsoleOutput, this, &StartupListener::tellOfOutput);
-    connect(&console, &QtclConsole::newErrorOutput, this, &StartupListener::tellOfOutput);
 }
 
 void StartupListener::tellOfOutput(const QString &text)
@@ -61,7 +57,7 @@ void StartupListener::tellOfOutput(const QString &text)
 
 void StartupListener::tellOfError(const QString &text)
 {
-    if (isListening)
+    if (listening)
         startupListener()({lineOfError(interp), text});
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "console/QtclConsole.h"
 #include "scripting/TclScriptManager.h"
 
 namespace TclScripting {
@@ -8,23 +7,26 @@ namespace TclScripting {
 // The host's function that is told of what startup.tcl does; empty when there is none.
 std::function<void(const StartupNews &)> &startupListener();
 
-// Tells that function of what the console's interpreter writes as long as the object lives, which
-// is while startup.tcl runs. Does nothing when there is no function or no such script.
+// Tells that function of what the interpreter's console hands it, as long as the object lives,
+// which is while startup.tcl runs. Does nothing when there is no function.
 class StartupListener : public QObject
 {
     Q_OBJECT
 
 public:
-    StartupListener(QtclConsole &console, const QString &scriptsFolder);
+    explicit StartupListener(const QString &scriptsFolder);
 
+    // Whether there is a function to tell and a script to tell of.
+    bool isListening() const { return listening; }
+
+    // A text that the script wrote, while it runs.
+    void tellOfOutput(const QString &text);
     // The text of the error that has ended the script.
     void tellOfError(const QString &text);
 
 private:
-    void tellOfOutput(const QString &text);
-
     Tcl_Interp *interp;
-    bool isListening;
+    bool listening;
 };
 
 } // namespace TclScripting

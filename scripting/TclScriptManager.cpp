@@ -1,16 +1,13 @@
 #include "scripting/TclScriptManager.h"
 
 #include "commands/commandset.h"
-#include "commands/conventions.h"
 #include "console/QtclConsole.h"
-#include "interp/servicemode.h"
-#include "scripting/StartupListener.h"
+#include "scripting/startup.h"
 #include "scripting/TclScriptedAction.h"
 #include "ui_TclScriptManager.h"
 
 #include <MorvalenCore/DesignManager.h>
 #include <MorvalenCore/ScriptManager.h>
-#include <Qtilities/Logger.h>
 #include <Qtilities/QtilitiesApplication.h>
 
 #include <QCoreApplication>
@@ -19,7 +16,6 @@
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::CoreGui::QtilitiesApplication;
-using Qtilities::Logging::Logger;
 
 namespace TclScripting {
 
@@ -42,23 +38,6 @@ QString greeting()
     return QString::fromLocal8Bit(text.toLocal8Bit().constData());
 }
 
-// The inside of a word in double quotes that stands for the text itself: the name of a folder is
-// never run as code.
-QString escapedForQuotes(const QString &text)
-{
-    QString escaped;
-    for (const QChar c : text) {
-        if (u"\\\"$["_s.contains(c))
-            escaped += u'\\';
-        escaped += c;
-    }
-    return escaped;
-}
-
-QString scriptsFolder() { return QtilitiesApplication::applicationSessionPath() + u"/Scripts"_s; }
-
-void warn(const QString &text) { Logger::instance()->logMessage(QString(), Logger::Warning, text); }
-
 } // namespace
 
 TclScriptManager::TclScriptManager(Tcl_Interp *interp, QWidget *parent)
@@ -71,14 +50,12 @@ TclScriptManager::TclScriptManager(Tcl_Interp *interp, QWidget *parent)
     d->console = QtclConsole::getInstance(QtilitiesApplication::mainWindow(), greeting());
     commands::registerCommandSet(*commandsManager::getInstance(d->interp));
     if (d->interp && d->interp != commandsManager::getInstance(nullptr)->interp) {
-        warn(u"The interpreter given to TclScriptManager is ignored: the command registry has one "
-             "already. Give it to commandsManager::getInstance first."_s);
+        startup::warn(
+            u"The interpreter given to TclScriptManager is ignored: the command registry has one "
+            "already. Give it to commandsManager::getInstance first."_s);
     }
     initInterp();
-    servicemode::tellOfLateNotifier([] {
-        warn(u"Qtk_InitNotifier was called after the start-up script: what that opened, such as a "
-             "server or a pipe, is never served. Call it before TclScriptManager is made."_s);
-    });
+    startup::watchForLateNotifier();
 }
 
 TclScriptManager::~TclScriptManager() = default;
@@ -118,39 +95,17 @@ void TclScriptManager::initInterp()
 {
     if (!d->console)
         return;
-    runStartupScript();
+    startup::runScript(*d->console);
     makeScriptsKnown();
-    Logger::instance()->logMessage(QString(), Logger::Info,
-                                   u"Successfully initialized Tcl script environment."_s);
+    startup::logSuccess();
 }
 
 void TclScriptManager::listenToStartup(const std::function<void(const StartupNews &)> &listener)
 {
-    startupListener() = listener;
+    startup::listen(listener);
 }
 
-void TclScriptManager::logStartup()
-{
-    const QString script = scriptsFolder() + u"/startup.tcl"_s;
-    listenToStartup([script](const StartupNews &news) {
-        const QString place =
-            news.line > 0 ? u"%1:%2"_s.arg(script, QString::number(news.line)) : script;
-        warn(place + u": "_s + news.text);
-    });
-}
-
-// What goes wrong here is shown by what the script itself wrote, and by a host that listens.
-void TclScriptManager::runStartupScript()
-{
-    const QString scripts = scriptsFolder();
-    const QString path = escapedForQuotes(preparePath(scripts));
-    int code = TCL_OK;
-    d->console->interpretCommand(u"cd \"%1\""_s.arg(path), &code);
-    StartupListener listener(*d->console, scripts);
-    const QString text = d->console->interpretCommand(u"source startup.tcl"_s, &code);
-    if (code != TCL_OK)
-        listener.tellOfError(text);
-}
+void TclScriptManager::logStartup() { startup::log(); }
 
 void TclScriptManager::makeScriptsKnown()
 {

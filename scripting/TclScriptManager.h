@@ -76,7 +76,6 @@ public:
 
 private:
     void initInterp();
-    void runStartupScript();
     void makeScriptsKnown();
 
     std::unique_ptr<Ui::TclScriptManager> ui;

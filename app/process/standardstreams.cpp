@@ -67,6 +67,15 @@ void giveToTcl(Tcl_Interp *interp)
     replaceChannel(interp, {STDERR_FILENO, TCL_STDERR});
 }
 
+int shownByTerminal()
+{
+    if (isatty(STDOUT_FILENO))
+        return STDOUT_FILENO;
+    return isatty(STDERR_FILENO) ? STDERR_FILENO : -1;
+}
+
+bool haveTerminal() { return isatty(STDIN_FILENO) && shownByTerminal() >= 0; }
+
 bool printToTcl(const QString &text)
 {
     const Tcl_Channel channel = Tcl_GetStdChannel(TCL_STDOUT);

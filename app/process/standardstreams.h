@@ -15,6 +15,11 @@ void openClosedOnes();
 // the interpreter writes to: without a buffer, byte for byte.
 void giveToTcl(Tcl_Interp *interp);
 
+// The stream that a terminal shows; -1 when none does.
+int shownByTerminal();
+// Whether somebody can type, and see it.
+bool haveTerminal();
+
 // All of these write a text as a line: with a line feed unless it is empty or ends with one. False
 // when it cannot be written.
 

@@ -1,5 +1,7 @@
 #include "app/terminal/LineEditor.h"
 
+#include "app/process/standardstreams.h"
+
 #include <Qtilities/Logger.h>
 #include <Qtilities/statuslog.h>
 
@@ -23,14 +25,6 @@ using Qtilities::Logging::logStatus;
 namespace {
 
 constexpr int patienceWithPartialLines = 100; // milliseconds
-
-// The stream that the terminal shows; -1 when none does.
-int displayDescriptor()
-{
-    if (isatty(STDOUT_FILENO))
-        return STDOUT_FILENO;
-    return isatty(STDERR_FILENO) ? STDERR_FILENO : -1;
-}
 
 int widthOf(std::wstring_view text)
 {
@@ -57,7 +51,7 @@ LineEditor::LineEditor(const QString &historyFile, TerminalSignals &signalsOfTer
     : history(historyFile),
       terminalSignals(signalsOfTerminal),
       completer(std::move(theCompleter)),
-      out(fdopen(fcntl(displayDescriptor(), F_DUPFD_CLOEXEC, 3), "w")),
+      out(fdopen(fcntl(standardstreams::shownByTerminal(), F_DUPFD_CLOEXEC, 3), "w")),
       editor(el_init("morvalen", stdin, out, out)),
       isDumb(qgetenv("TERM").isEmpty() || qgetenv("TERM") == "dumb")
 {
@@ -101,8 +95,6 @@ LineEditor::~LineEditor()
     el_end(editor);
     std::fclose(out);
 }
-
-bool LineEditor::hasTerminal() { return isatty(STDIN_FILENO) && displayDescriptor() >= 0; }
 
 LineEditor::Outcome LineEditor::read(const QString &promptText, QString *line)
 {

@@ -32,12 +32,9 @@ public:
     };
     using Completer = std::function<Completions(const QString &text)>;
 
-    // The signals must outlive the editor.
+    // The process must have a terminal; the signals must outlive the editor.
     LineEditor(const QString &historyFile, TerminalSignals &signalsOfTerminal, Completer completer);
     ~LineEditor() override;
-
-    // Whether the process has a terminal that lines can be edited in.
-    static bool hasTerminal();
 
     enum class Outcome { Line, Interrupted, End };
     Outcome read(const QString &prompt, QString *line);

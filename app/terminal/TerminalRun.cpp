@@ -5,7 +5,6 @@
 #include "interp/commandsManager.h"
 #include "interp/ScriptRuns.h"
 #include "interp/tcltext.h"
-#include "scripting/TclScriptManager.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -21,9 +20,8 @@ bool isComplete(const QString &command)
 
 } // namespace
 
-TerminalRun::TerminalRun(const QString &sessionFolder,
-                         TclScripting::TclScriptManager &scriptManager)
-    : manager(scriptManager),
+TerminalRun::TerminalRun(const QString &sessionFolder, const Console &theConsole)
+    : console(theConsole),
       interp(commandsManager::getInstance(nullptr)->interp),
       editor(sessionFolder + u"/terminal-history"_s, terminalSignals,
              [this](const QString &text) { return completion::complete(interp, text); })
@@ -61,7 +59,7 @@ void TerminalRun::runCommand(const QString &command)
 {
     int code = TCL_OK;
     interrupt.setOn(true);
-    const QString text = manager.execCommad(command, &code);
+    const QString text = console(command, &code);
     interrupt.setOn(false);
     // The terminal has shown ^C.
     if (interrupt.hasCome())

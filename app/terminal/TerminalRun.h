@@ -3,11 +3,9 @@
 #include "app/terminal/CommandInterrupt.h"
 #include "app/terminal/LineEditor.h"
 
-#include <tcl.h>
+#include <functional>
 
-namespace TclScripting {
-class TclScriptManager;
-}
+#include <tcl.h>
 
 // A run in the terminal: commands are typed at a prompt, one after the other, until Ctrl+D or quit.
 // Ctrl+C gives up the line, or stops the command that runs.
@@ -16,15 +14,17 @@ class TerminalRun : public QObject
     Q_OBJECT
 
 public:
-    // The manager must outlive the run.
-    TerminalRun(const QString &sessionFolder, TclScripting::TclScriptManager &manager);
+    // Runs a command in the console and returns its result's text; *code becomes Tcl's.
+    using Console = std::function<QString(const QString &command, int *code)>;
+
+    TerminalRun(const QString &sessionFolder, const Console &console);
 
     void run();
 
 private:
     void runCommand(const QString &command);
 
-    TclScripting::TclScriptManager &manager;
+    const Console console;
     Tcl_Interp *interp;
     CommandInterrupt interrupt;
     TerminalSignals terminalSignals;

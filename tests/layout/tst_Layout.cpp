@@ -128,7 +128,7 @@ const QList<Room> rooms = {
       u"app/session"_s, u"app/editor"_s, u"app/journal"_s, u"app/drawing"_s}},
     {u"app/terminal"_s,
      u"app/terminal"_s,
-     {u"interp"_s, u"commands"_s, u"ensemble"_s, u"scripting"_s, u"Qtilities"_s, u"app/process"_s}},
+     {u"interp"_s, u"commands"_s, u"ensemble"_s, u"Qtilities"_s, u"app/process"_s}},
     {u"app"_s,
      u"app"_s,
      {u"interp"_s,       u"console"_s,     u"commands"_s,        u"ensemble"_s,

@@ -32,13 +32,21 @@ const QString german = sourceDir + u"/translations/morvalen_de.ts"_s;
 
 // What has no window writes to a terminal, to logs and for scripts, in English.
 const QString windowless[] = {
-    u"BatchRun.cpp"_s,        u"CommandLine.cpp"_s,          u"main.cpp"_s,  u"process/"_s,
-    u"session/Session.cpp"_s, u"session/TemporarySession"_s, u"terminal/"_s,
+    u"BatchRun.cpp"_s,
+    u"CommandLine.cpp"_s,
+    u"main.cpp"_s,
+    u"ProgramStart.cpp"_s,
+    u"process/"_s,
+    u"session/Session.cpp"_s,
+    u"session/TemporarySession"_s,
+    u"terminal/"_s,
+    u"windowlibrary.cpp"_s,
 };
 
 // Words that programs read: languages, tools, commands, and names on disk and in settings.
 const QHash<QString, QStringList> otherWords = {
     {u"MainWindow.cpp"_s, {u"Morvalen"_s}},
+    {u"windowentry.cpp"_s, {u"Morvalen"_s}},
     {u"editor/EditorActions.cpp"_s, {u"Ctrl+Tab; Ctrl+PgDown"_s, u"Ctrl+Shift+Tab; Ctrl+PgUp"_s}},
     {u"editor/Syntax.cpp"_s, {u"*"_s}},
     {u"issues/IssueReader.cpp"_s, {u"In file included from "_s, u"   required from "_s}},

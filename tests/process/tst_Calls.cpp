@@ -24,6 +24,7 @@ private Q_SLOTS:
     void commands();
     void helpDoesNotListWhatTypingExitRuns();
     void noPlatformIsNeeded();
+    void loadsNothingOfWindows();
     void commandsRunInTheFolderOfTheCall();
     void theFolderOfTheCallIsGone();
     void noLibraryIsTakenFromTheFolderOfTheCall();
@@ -166,6 +167,16 @@ void tst_Calls::noPlatformIsNeeded()
     QCOMPARE(program->runCommands({u"set env(QT_QPA_PLATFORM)"_s}), (Ended {0, "xcb\n", ""}));
 }
 
+void tst_Calls::loadsNothingOfWindows()
+{
+    QCOMPARE(
+        program->runScript("set f [open /proc/self/maps]\n"
+                           "foreach library {libtcl libQt6Core libQt6Gui libQt6Widgets libX11} "
+                           "{puts [list $library [string match *$library* [read $f]]]\n"
+                           "seek $f 0}\n"),
+        (Ended {0, "libtcl 1\nlibQt6Core 1\nlibQt6Gui 0\nlibQt6Widgets 0\nlibX11 0\n", ""}));
+}
+
 void tst_Calls::commandsRunInTheFolderOfTheCall()
 {
     program->write(u"session/Scripts/startup.tcl"_s, "set where [pwd]; cd /\n");
@@ -191,7 +202,7 @@ void tst_Calls::theFolderOfTheCallIsGone()
 
 void tst_Calls::noLibraryIsTakenFromTheFolderOfTheCall()
 {
-    for (const QString &name : {u"libQt6Widgets.so.6"_s, u"libtcl8.6.so"_s, u"libexpat.so.1"_s})
+    for (const QString &name : {u"libQt6Core.so.6"_s, u"libtcl8.6.so"_s, u"libexpat.so.1"_s})
         program->write(name, "not a library");
     program->currentFolder = program->path(QString());
     QCOMPARE(program->runCommands({u"list 1"_s}), (Ended {0, "1\n", ""}));

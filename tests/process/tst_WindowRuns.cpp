@@ -25,6 +25,7 @@ private Q_SLOTS:
     void anIdleWindowRests();
     void noDisplay_data();
     void noDisplay();
+    void theWindowIsNotThere();
 
 private:
     // Runs with a start-up script whose later part runs when the window stands.
@@ -193,6 +194,26 @@ void tst_WindowRuns::noDisplay()
         program->environment.insert(variable, name);
     QCOMPARE(program->run({}),
              (Ended {1, "", "morvalen: " + refusal + "; --batch, -c and --terminal need none\n"}));
+}
+
+void tst_WindowRuns::theWindowIsNotThere()
+{
+    // The program alone, as somebody copies it.
+    const QString command =
+        u"mkdir -p alone/bin && cp \"$0\" alone/bin && exec alone/bin/morvalen"_s;
+    program->currentFolder = QFileInfo(program->path(QString())).canonicalFilePath();
+    const QString window = program->currentFolder + u"/alone/"_s;
+    const Ended ended = program->runShell(command + u" --session \"$1\""_s, {program->session});
+    QCOMPARE(ended.status, 1);
+    QVERIFY2(ended.err.startsWith("morvalen: cannot load the window: " + window.toUtf8()),
+             ended.err);
+    QVERIFY2(ended.err.endsWith("/morvalen/window.so: cannot open shared object file: "
+                                "No such file or directory\n"),
+             ended.err);
+    QVERIFY(!QFileInfo::exists(program->session));
+    QCOMPARE(
+        program->runShell(command + u" --session \"$1\" -c \"expr 6*7\""_s, {program->session}),
+        (Ended {0, "42\n", ""}));
 }
 
 GUILESS_TEST_CLASS(tst_WindowRuns)

@@ -1,51 +1,7 @@
 #include <Qtilities/QtilitiesApplication.h>
 
-#include <QDir>
-#include <QPointer>
-#include <QStandardPaths>
-
 namespace Qtilities::CoreGui {
 
-namespace {
-
-using namespace Qt::Literals::StringLiterals;
-
-// What the static operations keep; never destroyed, so that it can be read until the very end.
-struct Session
-{
-    QString path;
-    QPointer<QMainWindow> mainWindow;
-};
-
-Session &session()
-{
-    static auto *const theSession = new Session;
-    return *theSession;
-}
-
-} // namespace
-
 QtilitiesApplication::QtilitiesApplication(int &argc, char **argv) : QApplication(argc, argv) { }
-
-QString QtilitiesApplication::applicationSessionPath()
-{
-    if (!session().path.isEmpty())
-        return session().path;
-    return QDir::cleanPath(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
-}
-
-void QtilitiesApplication::setApplicationSessionPath(const QString &path)
-{
-    session().path = path.isEmpty() ? QString() : QDir::cleanPath(QDir(path).absolutePath());
-}
-
-QString QtilitiesApplication::settingsFileName()
-{
-    return applicationSessionPath() + "/settings.ini"_L1;
-}
-
-QMainWindow *QtilitiesApplication::mainWindow() { return session().mainWindow; }
-
-void QtilitiesApplication::setMainWindow(QMainWindow *window) { session().mainWindow = window; }
 
 } // namespace Qtilities::CoreGui

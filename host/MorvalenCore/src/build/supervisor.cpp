@@ -1,27 +1,13 @@
 #include "build/supervisor.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
+#include <Qtilities/codefolder.h>
 
-#include <dlfcn.h>
+#include <QDir>
+#include <QFileInfo>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace MorvalenCore {
-
-namespace {
-
-// Where the library, or the program that this is linked into, lies.
-QString ownFolder()
-{
-    Dl_info info {};
-    if (dladdr(reinterpret_cast<const void *>(&supervisorProgram), &info) == 0 || !info.dli_fname)
-        return {};
-    return QFileInfo(QFile::decodeName(info.dli_fname)).canonicalPath();
-}
-
-} // namespace
 
 QString supervisorProgram()
 {
@@ -30,7 +16,8 @@ QString supervisorProgram()
         return asked;
     // A library may lie one folder deeper, in that of its architecture.
     const QString name = u"/libexec/morvalen/supervise-build"_s;
-    const QString folder = ownFolder();
+    const QString folder =
+        Qtilities::Core::codeFolder(reinterpret_cast<const void *>(&supervisorProgram));
     const QString deeper = QDir::cleanPath(folder + u"/../.."_s + name);
     return QFileInfo(deeper).isExecutable() ? deeper : QDir::cleanPath(folder + u"/.."_s + name);
 }

@@ -41,9 +41,10 @@ void MorvalenManager::addExtensionWidget(const ExtensionWidgetParameters &parame
     Q_EMIT extensionWidgetAdded(parameters);
     if (taken && QtilitiesApplication::mainWindow())
         return;
+    // By name: programs without windows have this code, too, and Qt's library for them not.
     if (!parameters.title.isEmpty())
-        parameters.widget->setWindowTitle(parameters.title);
-    parameters.widget->show();
+        parameters.widget->setProperty("windowTitle", parameters.title);
+    QMetaObject::invokeMethod(parameters.widget, "show");
 }
 
 int MorvalenManager::getUdpSocketForSession()

@@ -1,7 +1,9 @@
 #include "vcs/gitlibrary.h"
 
+#include <Qtilities/codefolder.h>
 #include <Qtilities/regularfile.h>
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -13,14 +15,15 @@ using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
-// Programs can be linked with this very code, but all of them have that library.
+// Programs can be linked with this very code; they have the host's lowest library, or its code,
+// too.
 QString libraryFolder()
 {
-    Dl_info info {};
     const auto *known = reinterpret_cast<const void *>(&Qtilities::Core::readRegularFile);
-    if (dladdr(known, &info) == 0 || !info.dli_fname)
-        return {};
-    return QFileInfo(QFile::decodeName(info.dli_fname)).canonicalPath();
+    const QString folder = Qtilities::Core::codeFolder(known);
+    const QString fromProgram = QDir::cleanPath(folder + QStringLiteral("/" MORVALEN_LIBRARIES));
+    const bool isBeside = QFileInfo::exists(folder + QStringLiteral("/" MORVALEN_GIT_LIBRARY));
+    return isBeside ? folder : fromProgram;
 }
 
 Result<LastCommit *> openGitLibrary(const QString &folder)

@@ -1,4 +1,4 @@
-#include "app/builds/BuildInterrupt.h"
+#include "app/process/BuildInterrupt.h"
 
 #include <MorvalenCore/BuildConfiguration.h>
 #include <MorvalenCore/BuildMonitor.h>

@@ -1,0 +1,30 @@
+#include "app/windowlibrary.h"
+
+#include "app/ProgramStart.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <dlfcn.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace windowlibrary {
+
+int run(const CommandLine &line)
+{
+    const QString program = QFileInfo(u"/proc/self/exe"_s).canonicalFilePath();
+    const QString folder = QFileInfo(program).path();
+    const QString path = QDir::cleanPath(folder + QStringLiteral("/" MORVALEN_WINDOW_LIBRARY));
+    void *const library = dlopen(QFile::encodeName(path).constData(), RTLD_LAZY | RTLD_LOCAL);
+    void *const function = library ? dlsym(library, entry) : nullptr;
+    if (function)
+        return reinterpret_cast<Run *>(function)(line);
+    const char *const reason = dlerror();
+    return programstart::fail(
+        u"cannot load the window: %1"_s.arg(QString::fromLocal8Bit(reason ? reason : "")),
+        programstart::failure);
+}
+
+} // namespace windowlibrary
