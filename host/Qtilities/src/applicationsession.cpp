@@ -16,7 +16,8 @@ using namespace Qt::Literals::StringLiterals;
 struct Session
 {
     QString path;
-    QPointer<QMainWindow> mainWindow;
+    QMainWindow *mainWindow = nullptr;
+    QPointer<QObject> guard; // of the window; one of its class would ask for that library
 };
 
 Session &session()
@@ -44,8 +45,15 @@ QString QtilitiesApplication::settingsFileName()
     return applicationSessionPath() + "/settings.ini"_L1;
 }
 
-QMainWindow *QtilitiesApplication::mainWindow() { return session().mainWindow; }
+QMainWindow *QtilitiesApplication::mainWindow()
+{
+    return session().guard ? session().mainWindow : nullptr;
+}
 
-void QtilitiesApplication::setMainWindow(QMainWindow *window) { session().mainWindow = window; }
+void QtilitiesApplication::setMainWindow(QMainWindow *window)
+{
+    session().mainWindow = window;
+    session().guard = window;
+}
 
 } // namespace Qtilities::CoreGui
