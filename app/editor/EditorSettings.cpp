@@ -5,7 +5,10 @@
 #include <QCoreApplication>
 #include <QFontDatabase>
 #include <QFontInfo>
+#include <QFontMetricsF>
 #include <QPointer>
+
+#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -19,6 +22,16 @@ const QString followKey = u"Editor/indent_as_text"_s;
 
 constexpr int smallestPoints = 4;
 constexpr int largestPoints = 96;
+
+// Measured, since not every font that is of fixed pitch says so: Noto Sans Mono does not.
+bool isOfFixedPitch(const QFont &font)
+{
+    const QFontMetricsF metrics(font);
+    const qreal width = metrics.horizontalAdvance(u'i');
+    const QString others = u"W.m0"_s;
+    return std::all_of(others.begin(), others.end(),
+                       [&](QChar c) { return metrics.horizontalAdvance(c) == width; });
+}
 
 } // namespace
 
@@ -52,7 +65,7 @@ QFont EditorSettings::defaultFont()
 
 QFont EditorSettings::fixedPitch(const QFont &font)
 {
-    if (QFontInfo(font).fixedPitch())
+    if (isOfFixedPitch(font))
         return font;
     QFont fixed(u"monospace"_s);
     fixed.setStyleHint(QFont::Monospace);
