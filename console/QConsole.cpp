@@ -16,6 +16,7 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPointer>
+#include <QTextBlock>
 
 using namespace Qt::Literals::StringLiterals;
 

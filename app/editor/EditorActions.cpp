@@ -3,6 +3,8 @@
 #include "app/editor/EditorArea.h"
 #include "app/editor/EditorPage.h"
 
+#include <QEvent>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {

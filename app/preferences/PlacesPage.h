@@ -5,6 +5,7 @@
 #include <QMap>
 
 class QCheckBox;
+class QFormLayout;
 class QLineEdit;
 class QPlainTextEdit;
 class QSpinBox;
