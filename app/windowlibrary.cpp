@@ -2,9 +2,10 @@
 
 #include "app/ProgramStart.h"
 
+#include <Qtilities/codefolder.h>
+
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 #include <dlfcn.h>
 
@@ -14,8 +15,7 @@ namespace windowlibrary {
 
 int run(const CommandLine &line)
 {
-    const QString program = QFileInfo(u"/proc/self/exe"_s).canonicalFilePath();
-    const QString folder = QFileInfo(program).path();
+    const QString folder = Qtilities::Core::codeFolder(entry);
     const QString path = QDir::cleanPath(folder + QStringLiteral("/" MORVALEN_WINDOW_LIBRARY));
     void *const library = dlopen(QFile::encodeName(path).constData(), RTLD_LAZY | RTLD_LOCAL);
     void *const function = library ? dlsym(library, entry) : nullptr;

@@ -1,6 +1,7 @@
 // A script over many designs: open, check the files, set a property and the author, save, close.
 // The peer is tclsh with tdom, with as many calls of fsync. "tdom_over_ours" is the processor time
 // of tclsh for the same designs as part of ours, "kB_more" what 300 designs take beyond 30.
+// The start of a script of one command, with the same counter for tclsh that loads tdom.
 // And a build of many designs in one call: "over_ideal" is its time as a multiple of what the steps
 // take with nothing between them, "over_ninja" as a multiple of Ninja's alone for the same steps.
 #include <benchmark/benchmark.h>
@@ -117,11 +118,22 @@ const QTemporaryDir &newFolder()
     return *folders.emplace_back(std::make_unique<QTemporaryDir>());
 }
 
+// Whoever runs a script has a session.
+QString session()
+{
+    static const QString folder = [] {
+        const QString made = newFolder().filePath(u"session"_s);
+        run({QStringLiteral(PROGRAM), u"--session"_s, made, u"-c"_s, u"set x {}"_s});
+        return made;
+    }();
+    return folder;
+}
+
 Cost runOurs(int count)
 {
     const QTemporaryDir &folder = newFolder();
-    return run(QStringList {QStringLiteral(PROGRAM), u"--session"_s, folder.filePath(u"session"_s),
-                            u"--batch"_s, QStringLiteral(SCRIPTS "/morvalen.tcl")}
+    return run(QStringList {QStringLiteral(PROGRAM), u"--session"_s, session(), u"--batch"_s,
+                            QStringLiteral(SCRIPTS "/morvalen.tcl")}
                + makeDesigns(folder.path(), count));
 }
 
@@ -133,14 +145,35 @@ Cost runPeer(int count)
         + makeDesigns(folder.path(), count));
 }
 
+bool peerIsThere()
+{
+    return QProcess::execute(u"sh"_s,
+                             {u"-c"_s, u"echo 'package require tdom' | tclsh8.6 >/dev/null 2>&1"_s})
+        == 0;
+}
+
+void oneCommand(benchmark::State &state)
+{
+    const QStringList words {QStringLiteral(PROGRAM), u"--session"_s, session(), u"-c"_s,
+                             u"set x {}"_s};
+    const bool hasPeer = peerIsThere();
+    double ours = 0;
+    double peer = 0;
+    for (auto _ : state) {
+        const double seconds = run(words).cpu;
+        state.SetIterationTime(seconds);
+        ours += seconds;
+        if (hasPeer)
+            peer += run({u"tclsh8.6"_s, QStringLiteral(SCRIPTS "/start.tcl")}).cpu;
+    }
+    if (hasPeer)
+        state.counters["tdom_over_ours"] = peer / ours;
+}
+
 void manyDesigns(benchmark::State &state)
 {
     const int count = int(state.range(0));
-    const bool hasPeer = QProcess::execute(u"sh"_s,
-                                           {u"-c"_s,
-                                            u"echo 'package require tdom' | tclsh8.6 "
-                                            ">/dev/null 2>&1"_s})
-        == 0;
+    const bool hasPeer = peerIsThere();
     double ours = 0;
     double peer = 0;
     // Who comes later finds the disk in another state, so they take turns in being first.
@@ -233,6 +266,7 @@ void oneBuildOfManyDesigns(benchmark::State &state)
 
 } // namespace
 
+BENCHMARK(oneCommand)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(60);
 BENCHMARK(manyDesigns)->Arg(300)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(6);
 BENCHMARK(oneBuildOfManyDesigns)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
 

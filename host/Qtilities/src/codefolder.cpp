@@ -19,7 +19,8 @@ QString codeFolder(const void *address)
     // The loader knows the program by the word that it was called by.
     const bool isProgram = !map->l_name || *map->l_name == '\0';
     const QString file = isProgram ? u"/proc/self/exe"_s : QFile::decodeName(map->l_name);
-    return QFileInfo(QFileInfo(file).canonicalFilePath()).path();
+    const QString place = QFileInfo(file).canonicalFilePath();
+    return place.isEmpty() ? QString() : QFileInfo(place).path();
 }
 
 } // namespace Qtilities::Core
