@@ -2,13 +2,21 @@
 
 #include "app/BatchRun.h"
 #include "app/CommandLine.h"
-#include "app/PlainRun.h"
+#include "app/process/BuildInterrupt.h"
 #include "app/process/display.h"
 #include "app/process/programend.h"
 #include "app/process/qtmessages.h"
 #include "app/process/standardstreams.h"
+#include "app/process/TerminalProgress.h"
 #include "app/ProgramStart.h"
+#include "app/terminal/TerminalRun.h"
 #include "app/windowlibrary.h"
+#include "commands/commandset.h"
+#include "console/PlainConsole.h"
+#include "interp/commandsManager.h"
+#include "interp/QtNotifier.h"
+#include "interp/ScriptRuns.h"
+#include "scripting/startup.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -17,6 +25,8 @@ using namespace Qt::Literals::StringLiterals;
 using programstart::fail;
 using Qtilities::Core::Result;
 using Qtilities::Core::Status;
+
+namespace startup = TclScripting::startup;
 
 namespace {
 
@@ -47,6 +57,50 @@ int runWithWindow(const CommandLine &line)
     return shown.isOk() ? windowlibrary::run(line) : fail(shown.text(), programstart::failure);
 }
 
+// What TclScriptManager does, but for the scripted actions, which need a window to be called from.
+void bringTclUp(PlainConsole &console)
+{
+    commands::registerCommandSet(*commandsManager::getInstance(nullptr));
+    startup::runScript(console);
+    startup::logSuccess();
+    programend::prepare(commandsManager::getInstance(nullptr)->interp);
+}
+
+int runInTerminal(const CommandLine &line, BatchRun &run, const BatchRun::Console &console,
+                  BuildInterrupt &interrupt)
+{
+    run.prepare();
+    // There is no window; but what runs can be stopped.
+    Qtk_KeepWindowAlive([] {});
+    QObject::connect(ScriptRuns::instance(), &ScriptRuns::stopping, &interrupt,
+                     &BuildInterrupt::cancelBuilds);
+    TerminalRun(line.sessionFolder, console).run();
+    return programend::save() ? 0 : programstart::failure;
+}
+
+// From the application object to the status of the process; Qt's core is all that it needs.
+int runPlain(const CommandLine &line)
+{
+    // The arguments of the command line are not Qt's.
+    static char name[] = "morvalen";
+    static char *argv[] {name, nullptr};
+    static int argc = 1;
+    QCoreApplication application(argc, argv);
+    programstart::bringHostUp(line);
+    // What startup.tcl leaves would be seen by nobody, and its error by nobody at all.
+    startup::log();
+    PlainConsole plainConsole;
+    bringTclUp(plainConsole);
+    const BatchRun::Console console = [&plainConsole](const QString &command, int *code) {
+        return plainConsole.interpretCommand(command, code);
+    };
+    const TerminalProgress progress;
+    BuildInterrupt interrupt;
+    BatchRun batch(line, console);
+    return line.run == CommandLine::Run::Terminal ? runInTerminal(line, batch, console, interrupt)
+                                                  : batch.run();
+}
+
 int runWithoutWindow(CommandLine line)
 {
     programend::begin();
@@ -57,7 +111,7 @@ int runWithoutWindow(CommandLine line)
         return fail(script.text());
     if (const Status prepared = programstart::prepareSession(&line); !prepared.isOk())
         return fail(prepared.text());
-    programend::leave(plainrun::run(line));
+    programend::leave(runPlain(line));
 }
 
 } // namespace

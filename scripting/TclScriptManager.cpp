@@ -2,6 +2,7 @@
 
 #include "commands/commandset.h"
 #include "console/QtclConsole.h"
+#include "interp/servicemode.h"
 #include "scripting/startup.h"
 #include "scripting/TclScriptedAction.h"
 #include "ui_TclScriptManager.h"
@@ -55,7 +56,12 @@ TclScriptManager::TclScriptManager(Tcl_Interp *interp, QWidget *parent)
             "already. Give it to commandsManager::getInstance first."_s);
     }
     initInterp();
-    startup::watchForLateNotifier();
+    servicemode::tellOfLateNotifier([] {
+        startup::warn(
+            u"Qtk_InitNotifier was called after the start-up script: what that opened, "
+            "such as a server or a pipe, is never served. Call it before TclScriptManager "
+            "is made."_s);
+    });
 }
 
 TclScriptManager::~TclScriptManager() = default;

@@ -1,7 +1,6 @@
 #include "scripting/startup.h"
 
 #include "commands/conventions.h"
-#include "interp/servicemode.h"
 
 #include <Qtilities/Logger.h>
 #include <Qtilities/QtilitiesApplication.h>
@@ -45,14 +44,6 @@ void log()
 }
 
 void warn(const QString &text) { Logger::instance()->logMessage(QString(), Logger::Warning, text); }
-
-void watchForLateNotifier()
-{
-    servicemode::tellOfLateNotifier([] {
-        warn(u"Qtk_InitNotifier was called after the start-up script: what that opened, such as a "
-             "server or a pipe, is never served. Call it before TclScriptManager is made."_s);
-    });
-}
 
 void logSuccess()
 {

@@ -10,8 +10,6 @@ void listen(const std::function<void(const StartupNews &)> &listener);
 void log();
 
 void warn(const QString &text);
-// Warns when a later call installs the notifier.
-void watchForLateNotifier();
 void logSuccess();
 
 // The session's folder of scripts, and the command that goes there.
