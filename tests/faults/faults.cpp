@@ -187,6 +187,12 @@ extern "C" int rename(const char *from, const char *to) noexcept
     return meets(Call::Rename, to) ? failed() : FORWARD(rename, from, to);
 }
 
+extern "C" int renameat(int fromFolder, const char *from, int toFolder, const char *to) noexcept
+{
+    return meets(Call::Rename, toFolder, to) ? failed()
+                                             : FORWARD(renameat, fromFolder, from, toFolder, to);
+}
+
 extern "C" int renameat2(int fromFolder, const char *from, int toFolder, const char *to,
                          unsigned int flags) noexcept
 {

@@ -11,6 +11,12 @@ Descriptor Descriptor::open(const QByteArray &path, int flags, unsigned int mode
     return Descriptor(::open(path.constData(), flags | O_CLOEXEC, mode));
 }
 
+Descriptor Descriptor::openAt(const Descriptor &folder, const QByteArray &path, int flags,
+                              unsigned int mode)
+{
+    return Descriptor(::openat(folder.get(), path.constData(), flags | O_CLOEXEC, mode));
+}
+
 bool Descriptor::write(QByteArrayView bytes) const
 {
     while (!bytes.isEmpty()) {

@@ -56,10 +56,7 @@ Target followed(const QString &fileName)
 }
 
 // What the temporary files of a target begin with. A file's name has at most 255 bytes.
-QByteArray temporaryPrefix(const QString &target)
-{
-    return '.' + QFile::encodeName(QFileInfo(target).fileName()).left(200) + '.';
-}
+QByteArray temporaryPrefix(const QByteArray &target) { return '.' + target.left(200) + '.'; }
 
 constexpr char temporarySuffix[] = ".part";
 
@@ -70,15 +67,16 @@ bool isRegular(int descriptor)
 }
 
 // A writer holds a lock on its temporary file; one without a lock belongs to nobody any more.
-void removeLeftover(const QByteArray &path)
+void removeLeftover(const Descriptor &folder, const char *name)
 {
-    const Descriptor leftover = Descriptor::open(path, O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
+    const Descriptor leftover =
+        Descriptor::openAt(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
     if (leftover && isRegular(leftover.get()) && ::flock(leftover.get(), LOCK_EX | LOCK_NB) == 0)
-        ::unlink(path.constData());
+        ::unlinkat(folder.get(), name, 0);
 }
 
 // By the open folder, which is synchronised later: opendir() would open it once more.
-void removeLeftovers(const Descriptor &folder, const QByteArray &path, const QByteArray &prefix)
+void removeLeftovers(const Descriptor &folder, const QByteArray &prefix)
 {
     alignas(dirent64) std::array<char, 32 * 1024> entries;
     while (true) {
@@ -89,7 +87,7 @@ void removeLeftovers(const Descriptor &folder, const QByteArray &path, const QBy
             const auto *const entry = reinterpret_cast<const dirent64 *>(entries.data() + at);
             const QByteArrayView name(entry->d_name);
             if (name.startsWith(prefix) && name.endsWith(temporarySuffix))
-                removeLeftover(path + '/' + entry->d_name);
+                removeLeftover(folder, entry->d_name);
             at += entry->d_reclen;
         }
     }
@@ -117,19 +115,25 @@ bool keepOwnerAndMode(int descriptor, const struct stat &made, const struct stat
     return ::fchmod(descriptor, mode) == 0;
 }
 
+// To look for leftovers is not to read: the folder is not written anew for the time of it. Only the
+// owner may do so.
 Descriptor openFolder(const QByteArray &path)
 {
-    return Descriptor::open(path, O_RDONLY | O_DIRECTORY);
+    constexpr int flags = O_RDONLY | O_DIRECTORY;
+    Descriptor folder = Descriptor::open(path, flags | O_NOATIME);
+    return folder || errno != EPERM ? std::move(folder) : Descriptor::open(path, flags);
 }
 
 // Some file systems cannot do it and say so.
 bool synchronise(const Descriptor &folder) { return ::fsync(folder.get()) == 0 || errno == EINVAL; }
 
-// The steps of the write proper; errno tells what went wrong.
-bool replace(const QByteArray &target, const struct stat &old, const QByteArray &temporary,
-             const QByteArray &content)
+// The steps of the write proper, all in the folder, wherever that is moved meanwhile; errno tells
+// what went wrong.
+bool replace(const Descriptor &folder, const QByteArray &target, const struct stat &old,
+             const QByteArray &temporary, const QByteArray &content)
 {
-    Descriptor file = Descriptor::open(temporary, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, 0666);
+    Descriptor file =
+        Descriptor::openAt(folder, temporary, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, 0666);
     if (!file)
         return false;
     struct stat made = {};
@@ -138,10 +142,11 @@ bool replace(const QByteArray &target, const struct stat &old, const QByteArray 
         return false;
     }
     const bool done = file.write(content) && keepOwnerAndMode(file.get(), made, old)
-        && ::fsync(file.get()) == 0 && ::rename(temporary.constData(), target.constData()) == 0;
+        && ::fsync(file.get()) == 0
+        && ::renameat(folder.get(), temporary.constData(), folder.get(), target.constData()) == 0;
     if (!done) {
         const int reason = errno;
-        ::unlink(temporary.constData());
+        ::unlinkat(folder.get(), temporary.constData(), 0);
         errno = reason;
     }
     return done && file.close();
@@ -166,21 +171,27 @@ Status writeTo(const Target &target, const QByteArray &content)
 {
     if (const Status status = writability(target); !status.isOk())
         return status;
-    const QByteArray path = QFile::encodeName(QFileInfo(target.path).path());
-    // Of a folder that cannot be read nothing is known but that, in the end.
+    const QFileInfo info(target.path);
+    const QByteArray path = QFile::encodeName(info.path());
+    const QByteArray name = QFile::encodeName(info.fileName());
     Descriptor folder = openFolder(path);
-    const QByteArray prefix = temporaryPrefix(target.path);
-    if (folder)
-        removeLeftovers(folder, path, prefix);
+    const bool isReadable = bool(folder);
+    const QByteArray prefix = temporaryPrefix(name);
+    if (isReadable)
+        removeLeftovers(folder, prefix);
+    else
+        folder = Descriptor::open(path, O_PATH | O_DIRECTORY);
+    if (!folder)
+        return Status::io(qt_error_string(errno));
     bool done = false;
     for (int attempt = 0; !done && attempt < 10; ++attempt) {
         const QByteArray number = QByteArray::number(QRandomGenerator::global()->generate(), 16);
-        done = replace(QFile::encodeName(target.path), target.old,
-                       path + '/' + prefix + number + temporarySuffix, content);
+        done = replace(folder, name, target.old, prefix + number + temporarySuffix, content);
         if (!done && errno != EEXIST && errno != EAGAIN)
             break;
     }
-    if (done && !folder)
+    // Of a folder that cannot be read nothing is known but that, in the end.
+    if (done && !isReadable)
         folder = openFolder(path);
     return done && folder && synchronise(folder) ? Status() : Status::io(qt_error_string(errno));
 }
@@ -191,7 +202,7 @@ void removeUnfinishedFiles(const QString &folder)
 {
     const QByteArray path = QFile::encodeName(folder);
     if (const Descriptor opened = openFolder(path))
-        removeLeftovers(opened, path, ".");
+        removeLeftovers(opened, ".");
 }
 
 Status makePrivateFile(const QString &fileName)

@@ -12,11 +12,13 @@
 #include <csignal>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <functional>
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::writeFileAtomically;
@@ -25,6 +27,8 @@ namespace {
 
 // The calls of the two below, while somebody listens.
 QStringList *calls = nullptr;
+// What happens once when the next file comes to the disk.
+std::function<void()> meanwhile;
 
 template <typename Function>
 Function *systems(const char *name)
@@ -42,14 +46,18 @@ extern "C" Q_DECL_EXPORT int fsync(int descriptor)
         calls->append(S_ISDIR(status.st_mode) ? u"fsync folder"_s
                                               : u"fsync %1 bytes"_s.arg(status.st_size));
     }
+    if (const auto step = std::exchange(meanwhile, nullptr))
+        step();
     return systems<int(int)>("fsync")(descriptor);
 }
 
-extern "C" Q_DECL_EXPORT int rename(const char *from, const char *to) noexcept
+extern "C" Q_DECL_EXPORT int renameat(int fromFolder, const char *from, int toFolder,
+                                      const char *to) noexcept
 {
     if (calls)
         calls->append(u"rename"_s);
-    return systems<int(const char *, const char *)>("rename")(from, to);
+    return systems<int(int, const char *, int, const char *)>("renameat")(fromFolder, from,
+                                                                          toFolder, to);
 }
 
 namespace {
@@ -127,8 +135,12 @@ private Q_SLOTS:
     void refuses_data();
     void refuses();
     void refusesAFolderThatCannotBeWritten();
+    void writesIntoAFolderOfSomebodyElse();
+    void tellsThatAFolderCannotBeRead();
     void refusesAFileThatMayNotBeWritten();
     void isOnDiskBeforeItTakesThePlace();
+    void staysInTheFolderWhereverThatIsMoved();
+    void leavesTheFoldersTimeOfAccess();
     void leavesTheOldFileWhenTheDiskIsFull();
     void removesWhatAKilledWriteLeft();
     void removesWhatKilledWritesOfAnyFileLeft();
@@ -318,6 +330,43 @@ void tst_AtomicFile::refusesAFolderThatCannotBeWritten()
     QCOMPARE(entries(), QStringList {u"a.txt"_s});
 }
 
+void tst_AtomicFile::writesIntoAFolderOfSomebodyElse()
+{
+    put(path(u".a.txt.1f.part"_s), "half");
+    for (const char *name : {"", "/.a.txt.1f.part"})
+        QCOMPARE(::chmod((QFile::encodeName(folder->path()) + name).constData(), 0777), 0);
+
+    const int status = inChild([&] {
+        if (::geteuid() == 0 && ::setuid(65534) != 0)
+            return false;
+        return writeFileAtomically(path(u"a.txt"_s), "new").isOk();
+    });
+
+    QCOMPARE(status, 0);
+    QCOMPARE(contentOf(path(u"a.txt"_s)), "new");
+    QCOMPARE(entries(), QStringList {u"a.txt"_s});
+}
+
+// The file is there, but nobody can tell the folder to go to the disk.
+void tst_AtomicFile::tellsThatAFolderCannotBeRead()
+{
+    const QByteArray encoded = QFile::encodeName(folder->path());
+    QCOMPARE(::chmod(encoded.constData(), 0333), 0);
+
+    const int status = inChild([&] {
+        if (::geteuid() == 0 && ::setuid(65534) != 0)
+            return false;
+        QString error;
+        return !writeFileAtomically(path(u"a.txt"_s), "new").toErrorText(&error)
+            && error == u"Cannot write \"%1\": Permission denied"_s.arg(path(u"a.txt"_s));
+    });
+    QCOMPARE(::chmod(encoded.constData(), 0755), 0);
+
+    QCOMPARE(status, 0);
+    QCOMPARE(contentOf(path(u"a.txt"_s)), "new");
+    QCOMPARE(entries(), QStringList {u"a.txt"_s});
+}
+
 void tst_AtomicFile::refusesAFileThatMayNotBeWritten()
 {
     put(path(u"a.txt"_s), "old");
@@ -348,6 +397,42 @@ void tst_AtomicFile::isOnDiskBeforeItTakesThePlace()
 
     QVERIFY(written);
     QCOMPARE(made, QStringList({u"fsync 5 bytes"_s, u"rename"_s, u"fsync folder"_s}));
+}
+
+// Somebody moves the folder while the file is written, and puts another in its place.
+void tst_AtomicFile::staysInTheFolderWhereverThatIsMoved()
+{
+    QDir here(folder->path());
+    QVERIFY(here.mkdir(u"a"_s));
+    put(path(u"a/file"_s), "old");
+    bool isMoved = false;
+    meanwhile = [&] {
+        isMoved = here.rename(u"a"_s, u"b"_s) && here.mkdir(u"a"_s);
+        put(path(u"a/file"_s), "somebody's");
+    };
+
+    QVERIFY(writeFileAtomically(path(u"a/file"_s), "new").isOk());
+
+    QVERIFY(isMoved);
+    QCOMPARE(contentOf(path(u"a/file"_s)), "somebody's");
+    QCOMPARE(contentOf(path(u"b/file"_s)), "new");
+    for (const auto &name : {u"a"_s, u"b"_s})
+        QCOMPARE(QDir(path(name)).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                 QStringList {u"file"_s});
+}
+
+// To look for leftovers is not to read the folder.
+void tst_AtomicFile::leavesTheFoldersTimeOfAccess()
+{
+    const timespec times[] = {{1'000'000'000, 0}, {1'000'000'000, UTIME_OMIT}};
+    const QByteArray encoded = QFile::encodeName(folder->path());
+    QCOMPARE(::utimensat(AT_FDCWD, encoded.constData(), times, 0), 0);
+
+    QVERIFY(writeFileAtomically(path(u"a.txt"_s), "new").isOk());
+
+    struct stat status = {};
+    QCOMPARE(::stat(encoded.constData(), &status), 0);
+    QCOMPARE(status.st_atim.tv_sec, 1'000'000'000);
 }
 
 void tst_AtomicFile::leavesTheOldFileWhenTheDiskIsFull()

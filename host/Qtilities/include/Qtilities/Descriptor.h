@@ -28,6 +28,9 @@ public:
     // Opens a path with the flags and mode of open(2); child processes do not get it. errno says
     // why it is not open.
     static Descriptor open(const QByteArray &path, int flags, unsigned int mode = 0);
+    // The same for a path that begins in an open folder.
+    static Descriptor openAt(const Descriptor &folder, const QByteArray &path, int flags,
+                             unsigned int mode = 0);
 
     explicit operator bool() const { return number >= 0; }
     int get() const { return number; }

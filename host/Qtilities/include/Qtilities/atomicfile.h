@@ -10,9 +10,10 @@ namespace Qtilities::Core {
 
 // Writes a whole file so that whatever happens, a killed process or a full disk, there is the old
 // file or the new one. The content goes to a temporary file beside the target, onto the disk, and
-// then takes the target's place, whose permissions and owner it keeps; a link is followed. What an
-// earlier write left behind when it was killed is removed, not so what another process is writing
-// right now. A file that may not be written stays as it is.
+// then takes the target's place, whose permissions and owner it keeps; a link is followed. All of
+// it happens in the folder that was found, even when somebody moves that meanwhile. What an earlier
+// write left behind when it was killed is removed, not so what another process is writing right
+// now. A file that may not be written stays as it is.
 QTILITIES_EXPORT Status writeFileAtomically(const QString &fileName, const QByteArray &content);
 
 // Makes a file that only its owner may read and write, unless there is one, so that what is written
