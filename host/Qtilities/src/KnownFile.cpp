@@ -5,7 +5,9 @@
 #include <QFile>
 
 #include <ctime>
+#include <linux/magic.h>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 
 namespace Qtilities::Core {
 
@@ -15,8 +17,10 @@ constexpr qint64 nanoseconds = 1'000'000'000;
 // More than that is kept as a hash. Of less the bytes are: to hash them takes longer than to
 // compare them, once is enough for most.
 constexpr qsizetype longestKept = 64 * 1024;
-// Coarser than the clock of any file system in use.
+// Longer than the clock of any file system in use stands still, that of FAT for two seconds. The
+// kernel's own, which local ones use, does so for ten milliseconds at most.
 constexpr qint64 restingTime = 2 * nanoseconds;
+constexpr qint64 restingTimeByKernel = nanoseconds / 10;
 
 qint64 inNanoseconds(const timespec &time)
 {
@@ -29,11 +33,31 @@ KnownFile::Stamp stampFrom(const struct stat &status)
             inNanoseconds(status.st_ctim)};
 }
 
-bool isFreshNow(const KnownFile::Stamp &stamp)
+// Whether the kernel of this machine stamps the file, with all the digits of its clock. Others have
+// a server's, and the older formats of ext keep whole seconds.
+bool isStampedByKernel(const Descriptor &file, const KnownFile::Stamp &stamp)
+{
+    struct statfs system = {};
+    if (stamp.changed % nanoseconds == 0 || ::fstatfs(file.get(), &system) != 0)
+        return false;
+    switch (system.f_type) {
+    case EXT4_SUPER_MAGIC:
+    case XFS_SUPER_MAGIC:
+    case BTRFS_SUPER_MAGIC:
+    case TMPFS_MAGIC:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool isFreshNow(const Descriptor &file, const KnownFile::Stamp &stamp)
 {
     timespec now = {};
     ::clock_gettime(CLOCK_REALTIME, &now);
-    return inNanoseconds(now) - qMax(stamp.modified, stamp.changed) < restingTime;
+    const qint64 rested = inNanoseconds(now) - qMax(stamp.modified, stamp.changed);
+    return rested < restingTime
+        && (rested < restingTimeByKernel || !isStampedByKernel(file, stamp));
 }
 
 QByteArray hashOf(const QByteArray &bytes)
@@ -57,7 +81,7 @@ Result<KnownFile::Content> KnownFile::read(qint64 limit) const
     if (!file.isOk())
         return file.status();
     const Stamp stamp = stampFrom(status);
-    const bool fresh = isFreshNow(stamp);
+    const bool fresh = isFreshNow(file.value(), stamp);
     Result<QByteArray> bytes = readAll(file.value(), limit);
     if (!bytes.isOk())
         return bytes.status();
@@ -76,8 +100,10 @@ void KnownFile::know(const Content &read, Keep keep)
 
 void KnownFile::knowWritten(const QByteArray &bytes)
 {
-    // Another process may have written since, so the stamp is not to be trusted.
-    know({bytes, stampOf(name), true}, Keep::Hash);
+    // Another process may have written since, so no stamp is to be trusted.
+    Stamp stamp;
+    stamp.size = bytes.size();
+    know({bytes, stamp, true}, Keep::Hash);
 }
 
 QByteArray KnownFile::mark() const
@@ -105,21 +131,24 @@ void KnownFile::knowMark(const QByteArray &mark)
 KnownFile::Disk KnownFile::look(Trust trust)
 {
     lookStatus = {};
+    if (!isKnown())
+        return stampOf(name).exists() ? Disk::Changed : Disk::Missing;
+    if (trust == Trust::Stamp && !isFresh && stampOf(name) == known)
+        return Disk::Same;
+    // One byte more tells whether it has grown meanwhile.
+    const Result<Content> found = read(length + 1);
+    if (found.isOk() && holds(found.value().bytes)) {
+        known = found.value().stamp;
+        isFresh = found.value().isFresh;
+        return Disk::Same;
+    }
     const Stamp now = stampOf(name);
     if (!now.exists())
         return Disk::Missing;
-    if (trust == Trust::Stamp && isKnown() && now == known && !isFresh)
-        return Disk::Same;
-    if (!isKnown() || now.size != known.size)
-        return Disk::Changed;
-    // One byte more tells whether it has grown meanwhile.
-    const Result<Content> found = read(length + 1);
-    lookStatus = found.status();
-    if (!found.isOk() || !holds(found.value().bytes))
-        return Disk::Changed;
-    known = found.value().stamp;
-    isFresh = found.value().isFresh;
-    return Disk::Same;
+    // Another size tells as much as the content would have.
+    if (now.size == known.size)
+        lookStatus = found.status();
+    return Disk::Changed;
 }
 
 bool KnownFile::holds(const QByteArray &bytes) const

@@ -2,6 +2,7 @@
 
 #include <Qtilities/KnownFile.h>
 
+#include <QDateTime>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
@@ -35,6 +36,7 @@ private Q_SLOTS:
     void changesAreSeen_data();
     void changesAreSeen();
     void aChangeWithTheSameTimeIsSeenWhileFresh();
+    void restsByTheClockThatStampsIt();
     void theSameBytesAreNoChange();
     void whatWasWrittenIsKnown();
     void anotherWriteBetweenIsSeen();
@@ -136,6 +138,8 @@ void tst_KnownFile::changesAreSeen()
 // A second write within a tick of the file system's clock leaves no trace in the times.
 void tst_KnownFile::aChangeWithTheSameTimeIsSeenWhileFresh()
 {
+    // Fresh, however slow the machine is.
+    QVERIFY(setTime(QDateTime::currentSecsSinceEpoch() + 3600));
     KnownFile file(path);
     KnownFile::Content content = file.read(noLimit).value();
     QVERIFY(content.isFresh);
@@ -148,6 +152,24 @@ void tst_KnownFile::aChangeWithTheSameTimeIsSeenWhileFresh()
     file.know(content, KnownFile::Keep::Hash);
     QCOMPARE(file.look(Trust::Stamp), Disk::Same);
     QCOMPARE(file.look(Trust::Nothing), Disk::Changed);
+}
+
+// After a tenth of a second the kernel's own clock has moved on.
+void tst_KnownFile::restsByTheClockThatStampsIt()
+{
+    const QTemporaryDir inMemory(u"/dev/shm/tst_KnownFile"_s);
+    QVERIFY2(inMemory.isValid(), qPrintable(inMemory.errorString()));
+    path = inMemory.filePath(u"file"_s);
+    QVERIFY(write("one"));
+    QTest::qSleep(150);
+    QVERIFY(!KnownFile(path).read(noLimit).value().isFresh);
+    KnownFile file = read();
+    QVERIFY(write("two"));
+    QCOMPARE(file.look(Trust::Stamp), Disk::Changed);
+
+    // A time to come is no rest.
+    QVERIFY(setTime(QDateTime::currentSecsSinceEpoch() + 3600));
+    QVERIFY(KnownFile(path).read(noLimit).value().isFresh);
 }
 
 void tst_KnownFile::theSameBytesAreNoChange()
