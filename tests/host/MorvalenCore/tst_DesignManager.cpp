@@ -95,6 +95,7 @@ private Q_SLOTS:
     void refusesAFolderThatIsNotEmpty();
     void takesAnEmptyFolder();
     void opensAComponentWhereItLies();
+    void refusesTheSameFileTwice_data();
     void refusesTheSameFileTwice();
     void saysWhyAFileDoesNotOpen_data();
     void saysWhyAFileDoesNotOpen();
@@ -394,18 +395,34 @@ void tst_DesignManager::opensAComponentWhereItLies()
     QCOMPARE(session->manager()->activeDesigns().first(), design);
 }
 
+void tst_DesignManager::refusesTheSameFileTwice_data()
+{
+    QTest::addColumn<QString>("first");
+    QTest::addColumn<QString>("again");
+    const QString file = u"one/component.xml"_s;
+    QTest::newRow("twice-1 the folder by a link") << file << u"link/component.xml"_s;
+    QTest::newRow("twice-2 the folder by a link first") << u"link/component.xml"_s << file;
+    QTest::newRow("twice-3 the file by a link") << file << u"other/component.xml"_s;
+    QTest::newRow("twice-4 the file by a link first") << u"other/component.xml"_s << file;
+    QTest::newRow("twice-5 both") << u"link/component.xml"_s << u"other/component.xml"_s;
+}
+
 void tst_DesignManager::refusesTheSameFileTwice()
 {
+    QFETCH(const QString, first);
+    QFETCH(const QString, again);
     const QString file = session->path(u"one/component.xml"_s);
     SessionFixture::write(file, componentNamed("x"));
-    QVERIFY(session->open(file)->objectBase());
-    session->manager()->activeDesigns().first()->setName(u"renamed"_s);
     QVERIFY(QFile::link(session->path(u"one"_s), session->path(u"link"_s)));
+    QVERIFY(QDir().mkpath(session->path(u"other"_s)));
+    QVERIFY(QFile::link(file, session->path(u"other/component.xml"_s)));
+    QVERIFY(session->open(session->path(first))->objectBase());
+    session->manager()->activeDesigns().first()->setName(u"renamed"_s);
     session->takeLog();
-    QVERIFY(!session->open(session->path(u"link/component.xml"_s)));
+    QVERIFY(!session->open(session->path(again)));
     QCOMPARE(session->takeLog(),
-             QStringList {u"Error: The component file \"%1\" is open already"_s.arg(
-                 session->path(u"link/component.xml"_s))});
+             QStringList {
+                 u"Error: The component file \"%1\" is open already"_s.arg(session->path(again))});
 }
 
 void tst_DesignManager::saysWhyAFileDoesNotOpen_data()

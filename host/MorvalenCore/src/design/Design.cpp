@@ -88,6 +88,15 @@ void Design::load()
     builds.load();
 }
 
+QString Design::componentFileOnDisk() const
+{
+    const QFileInfo file(componentFileName());
+    if (!state.isPlaced() || file.isSymLink())
+        return file.canonicalFilePath();
+    // The links on the way there have been followed already.
+    return QDir(state.folderOnDisk()).filePath(file.fileName());
+}
+
 void Design::clearItems()
 {
     builds.clear();

@@ -54,6 +54,9 @@ public:
     // Writes a copy; the design stays where it is.
     Qtilities::Core::Status saveCopy(const QString &fileName);
 
+    // Its component file, all links followed; empty when it has none.
+    QString componentFileOnDisk() const;
+
     // The parts of the design beyond what every design has.
     DesignFiles &fileItems() { return files; }
 

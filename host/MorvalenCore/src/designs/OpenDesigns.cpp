@@ -22,11 +22,10 @@ void OpenDesigns::add(const QString &id, Interfaces::IDesign *design, const QStr
         byPlace.insert(place, design);
 }
 
-QString OpenDesigns::placeOf(const QString &path) { return QFileInfo(path).canonicalFilePath(); }
-
-Interfaces::IDesign *OpenDesigns::findByPlace(const QString &place) const
+Interfaces::IDesign *OpenDesigns::findByFile(const QString &path) const
 {
-    return place.isEmpty() ? nullptr : byPlace.value(place);
+    // Many scripts have one design open at a time, and each step of a path asks the disk.
+    return byPlace.isEmpty() ? nullptr : byPlace.value(QFileInfo(path).canonicalFilePath());
 }
 
 QString OpenDesigns::remove(Interfaces::IDesign *design)

@@ -17,12 +17,11 @@ public:
     // Null when none is open under that id.
     Interfaces::IDesign *find(const QString &id) const { return byId.value(id); }
 
-    // Where the links of a path lead; empty when nothing is there.
-    static QString placeOf(const QString &path);
-    // The design whose component file was in that place when it was added; null when there is none.
-    Interfaces::IDesign *findByPlace(const QString &place) const;
+    // The design whose component file was where the links of a path lead, when it was added; null
+    // when there is none.
+    Interfaces::IDesign *findByFile(const QString &path) const;
 
-    // The place is that of its component file.
+    // The place is that of its component file, all links followed; empty when it has none.
     void add(const QString &id, Interfaces::IDesign *design, const QString &place);
     // The id that it had is the answer. The design itself is not looked at.
     QString remove(Interfaces::IDesign *design);

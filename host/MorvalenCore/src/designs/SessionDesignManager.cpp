@@ -23,6 +23,17 @@ using Qtilities::Core::Status;
 
 namespace MorvalenCore {
 
+namespace {
+
+QString placeOf(const IDesign &design)
+{
+    const auto *const own = dynamic_cast<const Design *>(&design);
+    return own ? own->componentFileOnDisk()
+               : QFileInfo(design.componentFileName()).canonicalFilePath();
+}
+
+} // namespace
+
 SessionDesignManager::SessionDesignManager(QObject *parent)
     : DesignManager(parent),
       objectManager(QtilitiesCoreApplication::objectManager())
@@ -77,18 +88,14 @@ Status SessionDesignManager::tryDesignName(const QString &name, const IDesign *r
 
 Status SessionDesignManager::tryAttachDesign(IDesign *design, bool makeActive)
 {
-    return design ? attach(design, makeActive, OpenDesigns::placeOf(design->componentFileName()))
-                  : Status::invalidArgument(u"There is no design to open"_s);
-}
-
-Status SessionDesignManager::attach(IDesign *design, bool makeActive, const QString &place)
-{
+    if (!design)
+        return Status::invalidArgument(u"There is no design to open"_s);
     if (open.all().contains(design))
         return Status::alreadyExists(u"The design \"%1\" is open already"_s.arg(design->name()));
     const QString id = design->id(u"."_s);
     if (const Status refused = checkId(id); !refused.isOk())
         return refused;
-    open.add(id, design, place);
+    open.add(id, design, placeOf(*design));
     connect(design->objectBase(), &QObject::destroyed, this, [this, design] { forget(design); });
     if (auto *own = dynamic_cast<Design *>(design))
         own->attachTo(this);
@@ -102,16 +109,12 @@ Result<IDesign *> SessionDesignManager::tryParseDesignFromFile(const QString &fi
 {
     if (fileName.isEmpty())
         return Status::invalidArgument(u"No file is named to open a design from"_s);
-    const QString place = OpenDesigns::placeOf(fileName);
-    if (open.findByPlace(place))
+    if (open.findByFile(fileName))
         return Status::alreadyExists(u"The component file \"%1\" is open already"_s.arg(fileName));
     Result<std::unique_ptr<Design>> opened = Design::open(ComponentFormat::instance(), fileName);
     if (!opened.isOk())
         return opened.status();
-    Design *const design = opened.value().get();
-    const bool isSame = design->componentFileName() == fileName;
-    const Status added = isSame ? attach(design, true, place) : tryAttachDesign(design, true);
-    const Status attached = added.after(opened.status());
+    const Status attached = tryAttachDesign(opened.value().get(), true).after(opened.status());
     if (!attached.isOk())
         return attached;
     return {opened.value().release(), attached};
@@ -126,7 +129,7 @@ Status SessionDesignManager::tryParseDesignToFile(IDesign *design, const QString
     if (fileName.isEmpty())
         return Status::invalidArgument(
             u"No file is named to write the design \"%1\" to"_s.arg(own->name()));
-    const IDesign *const owner = open.findByPlace(OpenDesigns::placeOf(fileName));
+    const IDesign *const owner = open.findByFile(fileName);
     if (owner && owner != design)
         return Status::busy(u"\"%1\" is the component file of the open design \"%2\""_s.arg(
             fileName, owner->name()));

@@ -50,9 +50,6 @@ private:
     void designIdChanged(Interfaces::IDesign *design, const QString &oldId) override;
     void designChanged(Interfaces::IDesign *design) override;
 
-    // The place is that of its component file, see OpenDesigns.
-    Qtilities::Core::Status attach(Interfaces::IDesign *design, bool makeActive,
-                                   const QString &place);
     void forget(Interfaces::IDesign *design);
     void letGo(Interfaces::IDesign *design);
 
