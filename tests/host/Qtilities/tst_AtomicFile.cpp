@@ -93,6 +93,20 @@ int inChild(Step step)
     return status;
 }
 
+// The superuser may read and write everywhere; the child is somebody else then.
+template <typename Step>
+int inChildWithoutRights(Step step)
+{
+    return inChild([&] { return (::geteuid() != 0 || ::setuid(65534) == 0) && step(); });
+}
+
+bool isDenied(const QString &target)
+{
+    QString error;
+    return !writeFileAtomically(target, "new").toErrorText(&error)
+        && error == u"Cannot write \"%1\": Permission denied"_s.arg(target);
+}
+
 } // namespace
 
 // Files are replaced as a whole or not at all.
@@ -315,14 +329,7 @@ void tst_AtomicFile::refusesAFolderThatCannotBeWritten()
     const QByteArray encoded = QFile::encodeName(folder->path());
     QCOMPARE(::chmod(encoded.constData(), 0555), 0);
 
-    // The superuser may write everywhere; the child is somebody else.
-    const int status = inChild([&] {
-        if (::geteuid() == 0 && ::setuid(65534) != 0)
-            return false;
-        QString error;
-        return !writeFileAtomically(path(u"a.txt"_s), "new").toErrorText(&error)
-            && !error.isEmpty();
-    });
+    const int status = inChildWithoutRights([&] { return isDenied(path(u"a.txt"_s)); });
     QCOMPARE(::chmod(encoded.constData(), 0755), 0);
 
     QCOMPARE(status, 0);
@@ -336,11 +343,8 @@ void tst_AtomicFile::writesIntoAFolderOfSomebodyElse()
     for (const char *name : {"", "/.a.txt.1f.part"})
         QCOMPARE(::chmod((QFile::encodeName(folder->path()) + name).constData(), 0777), 0);
 
-    const int status = inChild([&] {
-        if (::geteuid() == 0 && ::setuid(65534) != 0)
-            return false;
-        return writeFileAtomically(path(u"a.txt"_s), "new").isOk();
-    });
+    const int status =
+        inChildWithoutRights([&] { return writeFileAtomically(path(u"a.txt"_s), "new").isOk(); });
 
     QCOMPARE(status, 0);
     QCOMPARE(contentOf(path(u"a.txt"_s)), "new");
@@ -353,13 +357,7 @@ void tst_AtomicFile::tellsThatAFolderCannotBeRead()
     const QByteArray encoded = QFile::encodeName(folder->path());
     QCOMPARE(::chmod(encoded.constData(), 0333), 0);
 
-    const int status = inChild([&] {
-        if (::geteuid() == 0 && ::setuid(65534) != 0)
-            return false;
-        QString error;
-        return !writeFileAtomically(path(u"a.txt"_s), "new").toErrorText(&error)
-            && error == u"Cannot write \"%1\": Permission denied"_s.arg(path(u"a.txt"_s));
-    });
+    const int status = inChildWithoutRights([&] { return isDenied(path(u"a.txt"_s)); });
     QCOMPARE(::chmod(encoded.constData(), 0755), 0);
 
     QCOMPARE(status, 0);
@@ -373,13 +371,7 @@ void tst_AtomicFile::refusesAFileThatMayNotBeWritten()
     QCOMPARE(::chmod(QFile::encodeName(path(u"a.txt"_s)).constData(), 0444), 0);
     QCOMPARE(::chmod(QFile::encodeName(folder->path()).constData(), 0777), 0);
 
-    const int status = inChild([&] {
-        if (::geteuid() == 0 && ::setuid(65534) != 0)
-            return false;
-        QString error;
-        return !writeFileAtomically(path(u"a.txt"_s), "new").toErrorText(&error)
-            && error == u"Cannot write \"%1\": Permission denied"_s.arg(path(u"a.txt"_s));
-    });
+    const int status = inChildWithoutRights([&] { return isDenied(path(u"a.txt"_s)); });
 
     QCOMPARE(status, 0);
     QCOMPARE(contentOf(path(u"a.txt"_s)), "old");
