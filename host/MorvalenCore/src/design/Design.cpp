@@ -90,11 +90,11 @@ void Design::load()
 
 QString Design::componentFileOnDisk() const
 {
-    const QFileInfo file(componentFileName());
-    if (!state.isPlaced() || file.isSymLink())
-        return file.canonicalFilePath();
     // The links on the way there have been followed already.
-    return QDir(state.folderOnDisk()).filePath(file.fileName());
+    const QString folder = state.folderOnDisk();
+    const QFileInfo file(componentFileName());
+    return folder.isEmpty() || file.isSymLink() ? file.canonicalFilePath()
+                                                : QDir(folder).filePath(file.fileName());
 }
 
 void Design::clearItems()
