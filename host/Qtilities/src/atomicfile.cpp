@@ -1,7 +1,6 @@
 #include <Qtilities/atomicfile.h>
 #include <Qtilities/Descriptor.h>
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
@@ -14,6 +13,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <atomic>
 
 namespace Qtilities::Core {
 
@@ -51,14 +51,37 @@ Target followed(const QString &fileName)
         }
         target.path = QFileInfo(target.path).symLinkTarget();
     }
-    target.path = QDir::cleanPath(QFileInfo(target.path).absoluteFilePath());
     return target;
+}
+
+// The folder of a path and the name in it. The text is taken as it stands: behind a link, ".."
+// leads elsewhere than in the text.
+struct Place
+{
+    QByteArray folder;
+    QByteArray name;
+};
+
+Place placeOf(QByteArray path)
+{
+    while (path.size() > 1 && path.endsWith('/'))
+        path.chop(1);
+    const qsizetype slash = path.lastIndexOf('/');
+    return {slash < 0 ? "."_ba : path.first(qMax<qsizetype>(slash, 1)), path.sliced(slash + 1)};
 }
 
 // What the temporary files of a target begin with. A file's name has at most 255 bytes.
 QByteArray temporaryPrefix(const QByteArray &target) { return '.' + target.left(200) + '.'; }
 
 constexpr char temporarySuffix[] = ".part";
+
+// What tells the temporary files of a process apart. Another process may have the same, which costs
+// one more attempt.
+QByteArray nextNumber()
+{
+    static std::atomic<quint32> next = QRandomGenerator::global()->generate();
+    return QByteArray::number(next++, 16);
+}
 
 bool isRegular(int descriptor)
 {
@@ -171,28 +194,26 @@ Status writeTo(const Target &target, const QByteArray &content)
 {
     if (const Status status = writability(target); !status.isOk())
         return status;
-    const QFileInfo info(target.path);
-    const QByteArray path = QFile::encodeName(info.path());
-    const QByteArray name = QFile::encodeName(info.fileName());
-    Descriptor folder = openFolder(path);
+    const Place place = placeOf(QFile::encodeName(target.path));
+    Descriptor folder = openFolder(place.folder);
     const bool isReadable = bool(folder);
-    const QByteArray prefix = temporaryPrefix(name);
+    const QByteArray prefix = temporaryPrefix(place.name);
     if (isReadable)
         removeLeftovers(folder, prefix);
     else
-        folder = Descriptor::open(path, O_PATH | O_DIRECTORY);
+        folder = Descriptor::open(place.folder, O_PATH | O_DIRECTORY);
     if (!folder)
         return Status::io(qt_error_string(errno));
     bool done = false;
     for (int attempt = 0; !done && attempt < 10; ++attempt) {
-        const QByteArray number = QByteArray::number(QRandomGenerator::global()->generate(), 16);
-        done = replace(folder, name, target.old, prefix + number + temporarySuffix, content);
+        const QByteArray temporary = prefix + nextNumber() + temporarySuffix;
+        done = replace(folder, place.name, target.old, temporary, content);
         if (!done && errno != EEXIST && errno != EAGAIN)
             break;
     }
     // Of a folder that cannot be read nothing is known but that, in the end.
     if (done && !isReadable)
-        folder = openFolder(path);
+        folder = openFolder(place.folder);
     return done && folder && synchronise(folder) ? Status() : Status::io(qt_error_string(errno));
 }
 

@@ -145,6 +145,7 @@ private Q_SLOTS:
     void keepsTheGroupWhereTheFolderGivesItsOwn();
     void givesANewFileTheUsualPermissions();
     void followsLinks();
+    void takesTheFolderBehindALinkForTheOneAbove();
     void followsALinkToNothing();
     void refuses_data();
     void refuses();
@@ -269,6 +270,18 @@ void tst_AtomicFile::followsLinks()
     QVERIFY(!QFileInfo(path(u"real/a.txt"_s)).isSymLink());
     QCOMPARE(contentOf(path(u"real/a.txt"_s)), "new");
     QCOMPARE(entries(), QStringList({u"first"_s, u"real"_s, u"second"_s}));
+}
+
+void tst_AtomicFile::takesTheFolderBehindALinkForTheOneAbove()
+{
+    QVERIFY(QDir(folder->path()).mkpath(u"real/deep"_s));
+    QVERIFY(QFile::link(u"real/deep"_s, path(u"link"_s)));
+    put(path(u"real/a.txt"_s), "old");
+
+    QVERIFY(writeFileAtomically(path(u"link/../a.txt"_s), "new").isOk());
+
+    QCOMPARE(contentOf(path(u"real/a.txt"_s)), "new");
+    QCOMPARE(entries(), QStringList({u"link"_s, u"real"_s}));
 }
 
 void tst_AtomicFile::followsALinkToNothing()
