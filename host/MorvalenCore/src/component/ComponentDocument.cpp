@@ -7,6 +7,7 @@
 #include "component/ipxact.h"
 
 #include <Qtilities/atomicfile.h>
+#include <Qtilities/paths.h>
 
 #include <QDir>
 #include <QFileInfo>
@@ -27,7 +28,7 @@ class ComponentDocument::Private
 public:
     Private(const ComponentFile &componentFile, const QByteArray &bytes, ComponentReader &reader)
         : file(componentFile),
-          folder(QFileInfo(file.path()).path()),
+          folder(Qtilities::Core::folderOf(file.path())),
           tree(bytes, reader.takeIndex(), reader.generation())
     {
     }
@@ -46,7 +47,8 @@ namespace {
 
 QString absolutePath(const QString &path)
 {
-    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    const bool isWhole = path.isEmpty() || path.startsWith(u'/');
+    return QDir::cleanPath(isWhole ? path : QDir::currentPath() + u'/' + path);
 }
 
 // Whether a text stands in an element as it is.

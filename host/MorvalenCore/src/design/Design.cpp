@@ -5,6 +5,8 @@
 #include "log/hostlog.h"
 #include "structures/structures.h"
 
+#include <Qtilities/paths.h>
+
 #include <QDir>
 #include <QFileInfo>
 #include <QStringBuilder>
@@ -13,6 +15,11 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace MorvalenCore {
 
+using Qtilities::Core::canonicalPath;
+using Qtilities::Core::fileNameOf;
+using Qtilities::Core::isLink;
+using Qtilities::Core::isWritable;
+using Qtilities::Core::pathIn;
 using Qtilities::Core::Result;
 using Qtilities::Core::Status;
 
@@ -81,7 +88,7 @@ void Design::attachTo(DesignRegistry *openDesigns)
 void Design::load()
 {
     state.setPlaced(true);
-    state.setFileReadOnly(!QFileInfo(componentFileName()).isWritable());
+    state.setFileReadOnly(!isWritable(componentFileName()));
     files.load();
     folderItems.load();
     propertyItems.load();
@@ -92,9 +99,9 @@ QString Design::componentFileOnDisk() const
 {
     // The links on the way there have been followed already.
     const QString folder = state.folderOnDisk();
-    const QFileInfo file(componentFileName());
-    return folder.isEmpty() || file.isSymLink() ? file.canonicalFilePath()
-                                                : QDir(folder).filePath(file.fileName());
+    const QString file = componentFileName();
+    return folder.isEmpty() || isLink(file) ? canonicalPath(file)
+                                            : pathIn(folder, fileNameOf(file));
 }
 
 void Design::clearItems()
@@ -181,7 +188,7 @@ Status Design::trySetStructureId(const QString &id)
 Status Design::trySetReadOnly(bool readOnly)
 {
     if (state.isPlaced())
-        state.setFileReadOnly(!QFileInfo(componentFileName()).isWritable());
+        state.setFileReadOnly(!isWritable(componentFileName()));
     if (state.document().isReadOnly() != readOnly) {
         state.document().setReadOnly(readOnly);
         changes.changed();

@@ -1,6 +1,6 @@
 #include "items/DesignState.h"
 
-#include <QFileInfo>
+#include <Qtilities/paths.h>
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::Status;
@@ -33,7 +33,7 @@ DesignDocument &DesignState::made() const
 void DesignState::setPlaced(bool flag)
 {
     placed = flag;
-    resolvedFolder = flag ? QFileInfo(document().folder()).canonicalFilePath() : QString();
+    resolvedFolder = flag ? Qtilities::Core::canonicalPath(document().folder()) : QString();
 }
 
 QString DesignState::folder() const { return placed ? document().folder() : QString(); }
