@@ -115,6 +115,7 @@ private Q_SLOTS:
     void refusesToWriteOverAnotherOpenDesign();
     void savesAllDesignsBeforeTheEnd();
     void sendsEachSignalOnceForABracket();
+    void sendsWhatAReplacedBracketHeldTogether();
     void tellsNothingOfADesignThatComesAndGoes();
     void forgetsADesignThatSomebodyElseDestroys_data();
     void forgetsADesignThatSomebodyElseDestroys();
@@ -671,6 +672,33 @@ void tst_DesignManager::sendsEachSignalOnceForABracket()
 
     a->setDescription(u"outside"_s);
     QCOMPARE(changed.size(), 2);
+}
+
+void tst_DesignManager::sendsWhatAReplacedBracketHeldTogether()
+{
+    QSignalSpy attached(session->manager(), &DesignManager::designAttached);
+    ChangeBracket::instance()->open();
+    QVERIFY(session->create(u"a"_s));
+    ChangeBracket::instance()->close();
+    QCOMPARE(attached.size(), 1);
+
+    for (const QString &name : {u"b"_s, u"c"_s}) {
+        ChangeBracket replacement;
+        ChangeBracket::setInstance(&replacement);
+        replacement.open();
+        QVERIFY(session->create(name));
+        const qsizetype before = attached.size();
+        replacement.close();
+        QCOMPARE(attached.size(), before + 1);
+    }
+    QCOMPARE(attached.size(), 3);
+    ChangeBracket::setInstance(nullptr);
+
+    ChangeBracket::instance()->open();
+    QVERIFY(session->create(u"d"_s));
+    QCOMPARE(attached.size(), 3);
+    ChangeBracket::instance()->close();
+    QCOMPARE(attached.size(), 4);
 }
 
 void tst_DesignManager::tellsNothingOfADesignThatComesAndGoes()

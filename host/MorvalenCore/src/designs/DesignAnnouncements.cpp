@@ -15,8 +15,7 @@ DesignAnnouncements::Entry &DesignAnnouncements::entry(const Interfaces::IDesign
         if (news.design == design && !news.isClosed)
             return news;
     }
-    entries.append({.design = design, .known = known});
-    return entries.last();
+    return entries.emplace_back(Entry {.design = design, .known = known});
 }
 
 void DesignAnnouncements::attached(const Interfaces::IDesign *design)
@@ -34,7 +33,7 @@ void DesignAnnouncements::closed(const Interfaces::IDesign *design, const QStrin
 void DesignAnnouncements::changed(const Interfaces::IDesign *design)
 {
     // A batch of changes to one design comes this way each time.
-    if (!entries.isEmpty() && entries.last().design == design && entries.last().isChanged)
+    if (!entries.empty() && entries.back().design == design && entries.back().isChanged)
         return;
     entry(design, design->id(u"."_s)).isChanged = true;
     sendNowOrLater();
@@ -57,16 +56,24 @@ void DesignAnnouncements::sendNowOrLater()
     ChangeBracket *bracket = ChangeBracket::instance();
     if (bracket->depth() == 0)
         send();
-    else if (!awaitedClosing)
-        awaitedClosing =
-            QObject::connect(bracket, &ChangeBracket::closed, manager, [this] { send(); });
+    else
+        listenTo(bracket);
+}
+
+// Once for all brackets: hundreds of designs are opened and closed in one script.
+void DesignAnnouncements::listenTo(const ChangeBracket *bracket)
+{
+    if (closings && bracket == heard)
+        return;
+    QObject::disconnect(closings);
+    closings = QObject::connect(bracket, &ChangeBracket::closed, manager, [this] { send(); });
+    heard = bracket;
 }
 
 // Listeners may change designs themselves, which is told of in a round of its own.
 void DesignAnnouncements::send()
 {
-    QObject::disconnect(std::exchange(awaitedClosing, {}));
-    const QList<Entry> all = std::exchange(entries, {});
+    const std::vector<Entry> all = std::exchange(entries, {});
     const bool activeToo = std::exchange(active, false);
     for (const Entry &news : all) {
         if (news.isClosed && !news.known.isEmpty())

@@ -2,9 +2,11 @@
 
 #include <MorvalenCore/DesignManager.h>
 
-#include <QList>
+#include <vector>
 
 namespace MorvalenCore {
+
+class ChangeBracket;
 
 // Gathers what happens to open designs while a bracket of changes is open, so that the design
 // manager's signals are sent once, when it closes. One per design manager, part of it.
@@ -32,13 +34,16 @@ private:
 
     Entry &entry(const Interfaces::IDesign *design, const QString &known);
     void sendNowOrLater();
+    void listenTo(const ChangeBracket *bracket);
     void send();
     void tellOf(const Entry &news);
 
     DesignManager *manager;
-    QList<Entry> entries;
+    std::vector<Entry> entries;
     bool active = false;
-    QMetaObject::Connection awaitedClosing;
+    QMetaObject::Connection closings;
+    // Whose closings they are; not looked at.
+    const ChangeBracket *heard = nullptr;
 };
 
 } // namespace MorvalenCore

@@ -31,11 +31,10 @@ Interfaces::IDesign *OpenDesigns::findByFile(const QString &path) const
 QString OpenDesigns::remove(Interfaces::IDesign *design)
 {
     const QString id = byId.key(design);
-    order.removeAll(design);
-    activations.removeAll(design);
-    const auto isDesign = [design](const auto &entry) { return entry.value() == design; };
-    byId.removeIf(isDesign);
-    byPlace.removeIf(isDesign);
+    order.removeOne(design);
+    activations.removeOne(design);
+    byId.remove(id);
+    byPlace.remove(byPlace.key(design));
     return id;
 }
 
@@ -47,7 +46,7 @@ void OpenDesigns::rename(const QString &oldId, const QString &newId)
 
 void OpenDesigns::activate(Interfaces::IDesign *design)
 {
-    activations.removeAll(design);
+    activations.removeOne(design);
     activations.append(design);
 }
 

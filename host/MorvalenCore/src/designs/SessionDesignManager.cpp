@@ -96,7 +96,10 @@ Status SessionDesignManager::tryAttachDesign(IDesign *design, bool makeActive)
     if (const Status refused = checkId(id); !refused.isOk())
         return refused;
     open.add(id, design, placeOf(*design));
-    connect(design->objectBase(), &QObject::destroyed, this, [this, design] { forget(design); });
+    connect(design->objectBase(), &QObject::destroyed, this, [this, design] {
+        if (open.all().contains(design))
+            forget(design);
+    });
     if (auto *own = dynamic_cast<Design *>(design))
         own->attachTo(this);
     announcements.attached(design);
@@ -223,7 +226,6 @@ void SessionDesignManager::designChanged(IDesign *design)
 // A closed design is destroyed later.
 void SessionDesignManager::letGo(IDesign *design)
 {
-    disconnect(design->objectBase(), nullptr, this, nullptr);
     forget(design);
     if (auto *own = dynamic_cast<Design *>(design))
         own->close();
