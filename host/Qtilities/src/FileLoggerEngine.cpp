@@ -1,3 +1,4 @@
+#include <Qtilities/Descriptor.h>
 #include <Qtilities/FileLoggerEngine.h>
 #include <Qtilities/Logger.h>
 #include <Qtilities/makefolder.h>
@@ -7,9 +8,15 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
-#include <QRegularExpression>
 
+#include <algorithm>
+#include <fcntl.h>
+#include <filesystem>
+#include <string_view>
 #include <sys/file.h>
+#include <unistd.h>
+#include <utility>
+#include <vector>
 
 namespace Qtilities::Logging {
 
@@ -17,21 +24,48 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-// The files of this class in a folder, the oldest first. Those of one moment are in the order of
-// their numbers.
-QStringList logFiles(const QString &folder)
+// Whether a name is one that this class gives: day, second, process and number.
+bool isLogName(std::string_view name)
 {
-    static const QRegularExpression ours(u"^\\d{4}-\\d\\d-\\d\\d_\\d{6}_\\d+_\\d+\\.log$"_s);
-    QList<std::pair<QDateTime, QString>> files;
-    for (const QFileInfo &info : QDir(folder).entryInfoList(QDir::Files | QDir::NoSymLinks)) {
-        if (ours.match(info.fileName()).hasMatch())
-            files.append({info.lastModified(), info.fileName()});
+    constexpr std::string_view start = "0000-00-00_000000_";
+    constexpr std::string_view suffix = ".log";
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    if (name.size() < start.size() + suffix.size() || !name.ends_with(suffix)
+        || !std::equal(start.begin(), start.end(), name.begin(),
+                       [&](char form, char c) { return form == '0' ? isDigit(c) : c == form; }))
+        return false;
+    name = name.substr(start.size(), name.size() - start.size() - suffix.size());
+    const std::size_t between = name.find('_');
+    const auto areDigits = [&](std::string_view text) {
+        return !text.empty() && std::all_of(text.begin(), text.end(), isDigit);
+    };
+    return between != name.npos && areDigits(name.substr(0, between))
+        && areDigits(name.substr(between + 1));
+}
+
+// The files of this class in a folder, the oldest first. Those of one moment are in the order of
+// their numbers. Every start of a program asks, so it is done without the many objects that QDir
+// and QDateTime make for it.
+std::vector<std::filesystem::path> logFiles(const QString &folder)
+{
+    namespace fs = std::filesystem;
+    std::vector<std::pair<fs::file_time_type, fs::path>> files;
+    std::error_code error;
+    fs::directory_iterator entry(QFile::encodeName(folder).toStdString(), error);
+    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+        std::error_code vanished;
+        if (!isLogName(entry->path().filename().native()) || entry->is_symlink(vanished)
+            || !entry->is_regular_file(vanished))
+            continue;
+        const fs::file_time_type time = entry->last_write_time(vanished);
+        if (!vanished)
+            files.emplace_back(time, entry->path());
     }
     std::sort(files.begin(), files.end());
-    QStringList names;
-    for (const auto &[time, name] : files)
-        names.append(name);
-    return names;
+    std::vector<fs::path> paths;
+    for (auto &[time, path] : files)
+        paths.push_back(std::move(path));
+    return paths;
 }
 
 // A full disk takes the beginning of a text first and gives its reason with the rest.
@@ -93,15 +127,14 @@ bool FileLoggerEngine::startFile()
 
 void FileLoggerEngine::removeOldFiles() const
 {
-    QStringList files = logFiles(folderPath);
-    for (qsizetype index = 0; index < files.size() && files.size() > maximumFiles;) {
-        QFile old(folderPath + u'/' + files[index]);
-        const bool unused =
-            old.open(QIODevice::ReadOnly) && ::flock(old.handle(), LOCK_EX | LOCK_NB) == 0;
-        if (unused && old.remove())
-            files.removeAt(index);
-        else
-            ++index;
+    const auto files = logFiles(folderPath);
+    qsizetype surplus = qsizetype(files.size()) - maximumFiles;
+    for (auto path = files.begin(); path != files.end() && surplus > 0; ++path) {
+        const auto old = Core::Descriptor::open(QByteArray::fromStdString(path->native()),
+                                                O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
+        const bool unused = old && ::flock(old.get(), LOCK_EX | LOCK_NB) == 0;
+        if (unused && ::unlink(path->c_str()) == 0)
+            --surplus;
     }
 }
 
