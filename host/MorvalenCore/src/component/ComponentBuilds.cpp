@@ -29,7 +29,7 @@ template <typename T>
 QList<T> readList(const ComponentTree &tree, XmlNode parent, const ListFormat<T> &format)
 {
     QList<T> list;
-    for (const XmlNode node : tree.ownChildren(parent, format.element))
+    for (const QList nodes = tree.ownChildren(parent, format.element); const XmlNode node : nodes)
         list += format.read(tree, node);
     return list;
 }

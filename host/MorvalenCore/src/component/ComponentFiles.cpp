@@ -20,31 +20,39 @@ ComponentFiles::ComponentFiles(ComponentTree &componentTree) : tree(componentTre
 
 QList<FileSetId> ComponentFiles::fileSets() const
 {
+    const QList nodes =
+        tree.standardChildren(tree.standardChild(XmlTree::root, "fileSets"), "fileSet");
     QList<FileSetId> sets;
-    for (const XmlNode node :
-         tree.standardChildren(tree.standardChild(XmlTree::root, "fileSets"), "fileSet"))
+    sets.reserve(nodes.size());
+    for (const XmlNode node : nodes)
         sets.append(FileSetId {{node}});
     return sets;
 }
 
 QList<FileId> ComponentFiles::files() const
 {
+    const QList sets = fileSets();
     QList<FileId> all;
-    for (const FileSetId set : fileSets())
-        all += files(set);
+    for (const FileSetId set : sets)
+        appendFiles(set, &all);
     return all;
 }
 
 QList<FileId> ComponentFiles::files(FileSetId set) const
 {
     QList<FileId> list;
-    if (!contains(set))
-        return list;
-    const QList<XmlNode> nodes = tree.standardChildren(set.node, "file");
-    list.reserve(nodes.size());
-    for (const XmlNode node : nodes)
-        list.append(FileId {{node}});
+    if (contains(set))
+        appendFiles(set, &list);
     return list;
+}
+
+void ComponentFiles::appendFiles(FileSetId set, QList<FileId> *list) const
+{
+    const QList nodes = tree.standardChildren(set.node, "file");
+    if (list->isEmpty())
+        list->reserve(nodes.size());
+    for (const XmlNode node : nodes)
+        list->append(FileId {{node}});
 }
 
 bool ComponentFiles::contains(FileId file) const { return tree.xml.isAlive(file.node); }
@@ -63,7 +71,8 @@ QStringList ComponentFiles::groups(FileSetId set) const
     auto known = knownGroups.find(set);
     if (known == knownGroups.end()) {
         known = knownGroups.insert(set, {});
-        for (const XmlNode node : tree.standardChildren(set.node, "group"))
+        for (const QList nodes = tree.standardChildren(set.node, "group");
+             const XmlNode node : nodes)
             *known += tree.xml.text(node);
     }
     return *known;

@@ -70,6 +70,7 @@ public:
     QString fileTypeOf(const QString &path) const override;
 
 private:
+    void appendFiles(FileSetId set, QList<FileId> *list) const;
     QString standardCategory(FileId file) const;
 
     ComponentTree &tree;

@@ -12,8 +12,10 @@ ComponentFolders::ComponentFolders(ComponentTree &componentTree) : tree(componen
 
 QList<FolderId> ComponentFolders::folders() const
 {
+    const QList nodes = tree.ownChildren(tree.ownChild(tree.design(), "folders"), "folder");
     QList<FolderId> list;
-    for (const XmlNode node : tree.ownChildren(tree.ownChild(tree.design(), "folders"), "folder"))
+    list.reserve(nodes.size());
+    for (const XmlNode node : nodes)
         list.append(FolderId {{node}});
     return list;
 }

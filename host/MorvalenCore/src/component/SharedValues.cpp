@@ -32,7 +32,7 @@ XmlNode SharedValues::find(ItemId item, const QString &name) const
 QList<SharedValue> SharedValues::values(ItemId item) const
 {
     QList<SharedValue> values;
-    for (const XmlNode node : tree.ownChildren(list(item), "property")) {
+    for (const QList nodes = tree.ownChildren(list(item), "property"); const XmlNode node : nodes) {
         const QString type = tree.attribute(node, "type");
         values.append({tree.attribute(node, "name"), type.isEmpty() ? u"string"_s : type,
                        tree.xml.text(node)});

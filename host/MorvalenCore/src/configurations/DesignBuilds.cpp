@@ -29,7 +29,7 @@ DesignBuilds::~DesignBuilds() = default;
 void DesignBuilds::load()
 {
     const DocumentBuilds &written = state.document().builds();
-    for (const BuildDescription &description : written.configurations())
+    for (const QList all = written.configurations(); const BuildDescription &description : all)
         takeUp(description);
     takeUpDefault();
     activeName = written.activeName();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QHashFunctions>
+#include <QTypeInfo>
 
 #include <cstdint>
 
@@ -30,6 +31,16 @@ struct FolderId : ItemId
 struct PropertyId : ItemId
 {
 };
+
+} // namespace MorvalenCore
+
+// Lists of them are copied as bytes.
+Q_DECLARE_TYPEINFO(MorvalenCore::FileSetId, Q_PRIMITIVE_TYPE);
+Q_DECLARE_TYPEINFO(MorvalenCore::FileId, Q_PRIMITIVE_TYPE);
+Q_DECLARE_TYPEINFO(MorvalenCore::FolderId, Q_PRIMITIVE_TYPE);
+Q_DECLARE_TYPEINFO(MorvalenCore::PropertyId, Q_PRIMITIVE_TYPE);
+
+namespace MorvalenCore {
 
 inline size_t qHash(const ItemId &id, size_t seed = 0) { return ::qHash(id.node, seed); }
 

@@ -204,20 +204,23 @@ void DesignFiles::removing(FileItem &item)
 
 QList<DesignFile *> DesignFiles::underNode(const QString &node, bool recursive) const
 {
-    return table.inOrder<DesignFile>(node.isEmpty() ? part().files()
-                                                    : entriesUnderNode(node, recursive))
-        + madeUnderNode(node, recursive);
+    QList<DesignFile *> files = table.inOrder<DesignFile>(
+        node.isEmpty() ? part().files() : entriesUnderNode(node, recursive));
+    if (table.hasWithoutElements())
+        files += madeUnderNode(node, recursive);
+    return files;
 }
 
 QList<DesignFile *> DesignFiles::madeUnderNode(const QString &node, bool recursive) const
 {
     QList<DesignFile *> made = table.withoutElements<DesignFile>();
+    if (node.isEmpty() || node == nodeOfMade())
+        return made;
     // A set or a group hides a category of its name.
     const bool isSet = isSetOrGroup(node);
-    if (!node.isEmpty() && node != nodeOfMade())
-        made.removeIf([&](const DesignFile *file) {
-            return isSet || !liesUnder(textOf(file->category()), node, recursive);
-        });
+    made.removeIf([&](const DesignFile *file) {
+        return isSet || !liesUnder(textOf(file->category()), node, recursive);
+    });
     return made;
 }
 
@@ -270,7 +273,7 @@ QStringList DesignFiles::nodeNames() const
     QStringList names;
     for (const FileSetId &set : part().fileSets())
         names.append(part().name(set));
-    if (!table.withoutElements().isEmpty())
+    if (table.hasWithoutElements())
         names.append(nodeOfMade());
     names.removeDuplicates();
     return names;

@@ -37,6 +37,7 @@ public:
     QList<Base *> inOrder(const QList<Id> &order) const
     {
         QList<Base *> list;
+        list.reserve(order.size());
         QSet<const Item *> seen;
         for (const Id &id : order) {
             Item *item = byId(id);
@@ -52,11 +53,12 @@ public:
     }
 
     // Those that stand for no element, in the order in which they came.
+    bool hasWithoutElements() const { return !loose.isEmpty(); }
     template <typename Base = Item>
     QList<Base *> withoutElements() const
     {
         QList<Base *> list;
-        for (const std::shared_ptr<Item> &item : loose.values())
+        for (const QList items = loose.values(); const std::shared_ptr<Item> &item : items)
             list.append(item.get());
         return list;
     }

@@ -17,7 +17,7 @@ public:
     // Takes up what the document holds.
     void load()
     {
-        for (const Id &element : elementsOf(part())) {
+        for (const QList elements = elementsOf(part()); const Id &element : elements) {
             const QString key = keyOf(part().path(element));
             if (!key.isEmpty())
                 takeUp(key, element);

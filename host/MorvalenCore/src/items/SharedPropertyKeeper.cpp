@@ -34,7 +34,8 @@ void give(QObject *object, const SharedValue &shared)
 void SharedPropertyKeeper::load(ItemId element)
 {
     const QScopedValueRollback mine(ownChange, true);
-    for (const SharedValue &shared : state.document().sharedValues().values(element)) {
+    const QList values = state.document().sharedValues().values(element);
+    for (const SharedValue &shared : values) {
         if (!ObjectManager::propertyExists(item, shared.name.toUtf8().constData()))
             give(item, shared);
     }
