@@ -52,6 +52,8 @@ void Status::addStep(const Status &step)
 
 Status Status::after(const Status &step) const
 {
+    if (!step.state)
+        return *this;
     Status both = isOk() ? Status() : Status(kind(), text());
     both.addStep(step);
     both.addRemarks(remarks());

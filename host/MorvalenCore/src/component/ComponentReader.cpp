@@ -39,20 +39,18 @@ Status ComponentReader::readRoot()
 {
     const XmlElement &root = index.elements[1];
     const XmlName &name = index.names.at(root.name);
-    const QString qualified = QString::fromUtf8(name.qualified());
-    const QString uri = QString::fromUtf8(index.names.uri(name.space));
-    const QString place = uri.isEmpty() ? u"in no namespace"_s : u"in the namespace "_s + uri;
     const auto generation = Ipxact::generationOf(index.names.uri(name.space));
-    const int line = XmlIndex::lineOf(bytes, root.start);
+    const auto refusedFor = [&](const QString &what) {
+        const QString uri = QString::fromUtf8(index.names.uri(name.space));
+        const QString place = uri.isEmpty() ? u"in no namespace"_s : u"in the namespace "_s + uri;
+        return refused(XmlIndex::lineOf(bytes, root.start),
+                       u"The document is not %1: its root element is %2 %3."_s.arg(
+                           what, QString::fromUtf8(name.qualified()), place));
+    };
     if (name.local != "component")
-        return refused(
-            line,
-            u"The document is not a component: its root element is %1 %2."_s.arg(qualified, place));
+        return refusedFor(u"a component"_s);
     if (!generation)
-        return refused(
-            line,
-            u"The document is not of a version of IP-XACT that can be read: its root element "
-            "is %1 %2."_s.arg(qualified, place));
+        return refusedFor(u"of a version of IP-XACT that can be read"_s);
     componentGeneration = *generation;
     Status found;
     if (!index.undeclaredPrefix.isEmpty())

@@ -203,7 +203,11 @@ XmlNode ComponentTree::ensureOwn(XmlNode parent, QByteArrayView local)
 
 XmlNode ComponentTree::design() const
 {
-    return ownChild(standardChild(XmlTree::root, "vendorExtensions"), "design");
+    if (designSeenAt != xml.revision()) {
+        seenDesign = ownChild(standardChild(XmlTree::root, "vendorExtensions"), "design");
+        designSeenAt = xml.revision();
+    }
+    return seenDesign;
 }
 
 XmlNode ComponentTree::ensureDesign()

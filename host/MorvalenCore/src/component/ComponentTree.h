@@ -3,6 +3,9 @@
 #include "component/Generation.h"
 #include "component/XmlTree.h"
 
+#include <cstdint>
+#include <optional>
+
 namespace MorvalenCore {
 
 // A component's XML in the words of the standard and of our extensions: finds and makes elements
@@ -78,6 +81,9 @@ private:
     // Numbers of namespaces.
     std::uint32_t standardSpace;
     std::uint32_t ownSpace;
+    // Most of what is asked of a document begins there.
+    mutable XmlNode seenDesign = 0;
+    mutable std::optional<std::uint64_t> designSeenAt;
 };
 
 } // namespace MorvalenCore

@@ -206,6 +206,8 @@ bool IdReferences::isReferenced(XmlNode parameter) const
 
 void IdReferences::valueChanged(XmlNode parameter, const QString &before, const QString &after)
 {
+    if (ids.isEmpty())
+        return;
     count(before.toUtf8(), parameter, -1);
     count(after.toUtf8(), parameter, 1);
 }

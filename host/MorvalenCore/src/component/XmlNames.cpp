@@ -13,6 +13,9 @@ std::string_view view(QByteArrayView bytes)
 
 XmlNames::XmlNames()
 {
+    // As many as most documents have.
+    scopes.reserve(4);
+    names.reserve(32);
     spaces.emplace_back();
     scopes.emplace_back();
     scopes[outermost].prefix = "xml";

@@ -2,6 +2,7 @@
 
 #include "component/XmlScan.h"
 
+#include <QHashFunctions>
 #include <QStringDecoder>
 
 #include <algorithm>
@@ -27,6 +28,9 @@ XmlReader::XmlReader(const QByteArray &documentBytes, const XmlIndex::Wanted &wa
       limits(documentLimits),
       parser(XML_ParserCreate(nullptr))
 {
+    // Else the parser asks the system for random numbers for each document; without a seed of Qt's
+    // it still does.
+    XML_SetHashSalt(parser.get(), QHashSeed::globalSeed());
     XML_SetUserData(parser.get(), this);
     XML_SetXmlDeclHandler(parser.get(), onDeclaration);
     XML_SetStartDoctypeDeclHandler(parser.get(), onDoctype);
@@ -67,6 +71,9 @@ bool XmlReader::refuseByFirstBytes()
     };
     if (bytes.isEmpty())
         return refused(u"The file is empty."_s);
+    const bool isUsual = bytes.size() > 1 && bytes[0] == '<' && bytes[1] != '\0';
+    if (isUsual)
+        return false;
     if (startsWith("\0\0\xfe\xff", 4) || startsWith("\xff\xfe\0\0", 4) || startsWith("\0\0\0<", 4)
         || startsWith("<\0\0\0", 4))
         return refused(encodingRefusal(u"UTF-32"_s));

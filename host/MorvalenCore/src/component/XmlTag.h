@@ -1,8 +1,7 @@
 #pragma once
 
 #include <QByteArrayView>
-
-#include <vector>
+#include <QVarLengthArray>
 
 namespace MorvalenCore {
 
@@ -24,7 +23,9 @@ public:
     // Looks into the bytes, which must stay.
     explicit XmlTag(QByteArrayView tag);
 
-    const std::vector<Attribute> &attributes() const { return list; }
+    // Most tags have few.
+    using Attributes = QVarLengthArray<Attribute, 4>;
+    const Attributes &attributes() const { return list; }
     bool isSelfClosing() const;
     // Behind the last attribute, or behind the element's name.
     qsizetype end() const { return endOfLast; }
@@ -33,7 +34,7 @@ public:
 private:
     QByteArrayView bytes;
     QByteArrayView name;
-    std::vector<Attribute> list;
+    Attributes list;
     qsizetype endOfLast = 0;
 };
 

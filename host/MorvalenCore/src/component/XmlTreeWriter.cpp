@@ -4,6 +4,8 @@
 #include "component/xmltext.h"
 
 #include <algorithm>
+#include <tuple>
+#include <vector>
 
 namespace MorvalenCore {
 
@@ -22,6 +24,7 @@ QByteArray XmlTreeWriter::write()
 
 void XmlTreeWriter::gather()
 {
+    splices.reserve(tree.removed.size() + size_t(tree.edits.size()));
     for (const XmlNode node : tree.removed)
         gatherRemoval(node);
     for (auto edit = tree.edits.cbegin(); edit != tree.edits.cend(); ++edit) {
@@ -38,24 +41,29 @@ void XmlTreeWriter::gather()
 
 QByteArray XmlTreeWriter::apply()
 {
-    // Insertions come before replacements that start at the same place.
-    std::stable_sort(splices.begin(), splices.end(), [](const Splice &a, const Splice &b) {
-        return a.from != b.from ? a.from < b.from : (a.from == a.to) > (b.from == b.to);
-    });
     qsizetype size = original.size();
-    for (const Splice &splice : splices)
+    std::vector<const Splice *> ordered;
+    ordered.reserve(splices.size());
+    for (const Splice &splice : splices) {
         size += splice.text.size();
+        ordered.push_back(&splice);
+    }
+    // Insertions come before replacements that start at the same place, in the order in which they
+    // were gathered.
+    std::sort(ordered.begin(), ordered.end(), [](const Splice *a, const Splice *b) {
+        return std::tuple(a->from, a->from != a->to, a) < std::tuple(b->from, b->from != b->to, b);
+    });
     QByteArray out;
     out.reserve(size);
     qsizetype done = 0;
-    for (const Splice &splice : splices) {
+    for (const Splice *splice : ordered) {
         // Within something that was removed.
-        if (splice.to < done || (splice.to == done && splice.from < done))
+        if (splice->to < done || (splice->to == done && splice->from < done))
             continue;
-        const qsizetype from = std::max(splice.from, done);
+        const qsizetype from = std::max(splice->from, done);
         out += QByteArrayView(original).sliced(done, from - done);
-        out += splice.text;
-        done = splice.to;
+        out += splice->text;
+        done = splice->to;
     }
     out += QByteArrayView(original).sliced(done);
     return out;

@@ -111,7 +111,8 @@ void setElement(ComponentTree &tree, QByteArrayView name, const QString &text)
 bool isOdd(const QString &text)
 {
     return !std::all_of(text.begin(), text.end(), [](QChar c) {
-        return c.isLetterOrNumber() || c.isSurrogate() || c.isMark() || u"_-.:"_s.contains(c);
+        return c.isLetterOrNumber() || c == u'_' || c == u'-' || c == u'.' || c == u':'
+            || c.isSurrogate() || c.isMark();
     });
 }
 
@@ -174,17 +175,17 @@ Status IdentityCheck::check(const ComponentTree &tree, const QString &path)
          {DesignField::Vendor, DesignField::Library, DesignField::Name, DesignField::Version}) {
         const QByteArrayView name = rowOf(field).name;
         const XmlNode node = tree.standardChild(XmlTree::root, name);
-        const QString what = QString::fromLatin1(name);
         const QString text = tree.standardText(XmlTree::root, name);
         if (text.isEmpty() && field == DesignField::Name)
             named = Status::malformed(place(node) + u"The component has no name."_s);
         else if (text.isEmpty())
-            oddities.addWarning(place(node) + u"The component has no %1."_s.arg(what));
+            oddities.addWarning(place(node)
+                                + u"The component has no %1."_s.arg(QLatin1StringView(name)));
         else if (isOdd(text))
             oddities.addWarning(
                 place(node)
                 + u"The %1 \"%2\" holds characters that the standard does not allow there."_s.arg(
-                    what, text));
+                    QLatin1StringView(name), text));
     }
     return named.after(oddities);
 }
