@@ -7,17 +7,16 @@ namespace commands {
 QString fill(QStringView text, std::initializer_list<QString> values)
 {
     QString filled;
-    for (qsizetype at = 0; at < text.size(); ++at) {
-        const int digit =
-            text[at] == u'%' && at + 1 < text.size() ? text[at + 1].unicode() - u'0' : 0;
-        if (digit >= 1 && digit <= int(values.size())) {
-            filled += values.begin()[digit - 1];
-            ++at;
-        } else {
-            filled += text[at];
-        }
+    qsizetype done = 0;
+    for (qsizetype at = text.indexOf(u'%'); at >= 0; at = text.indexOf(u'%', at + 1)) {
+        const int digit = at + 1 < text.size() ? text[at + 1].unicode() - u'0' : 0;
+        if (digit < 1 || digit > int(values.size()))
+            continue;
+        filled += text.sliced(done, at - done);
+        filled += values.begin()[digit - 1];
+        done = at + 2;
     }
-    return filled;
+    return filled += text.sliced(done);
 }
 
 QString usageText(QStringView header, std::initializer_list<QString> values, UsageRows rows)

@@ -1,6 +1,8 @@
 #include "ensemble/Call.h"
 
 #include <algorithm>
+#include <string_view>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 using Qtilities::Core::Result;
@@ -15,11 +17,14 @@ struct Arity
 {
     explicit Arity(const Row &row)
     {
-        const QStringList names = QString::fromUtf8(row.arguments).split(u' ', Qt::SkipEmptyParts);
-        most = names.size();
-        least = std::count_if(names.begin(), names.end(),
-                              [](const QString &name) { return !name.startsWith(u'?'); });
-        isOpen = !names.isEmpty() && names.last().endsWith(u"...?"_s);
+        for (std::string_view rest(row.arguments); !rest.empty();) {
+            const std::string_view name = rest.substr(0, rest.find(' '));
+            rest.remove_prefix(std::min(name.size() + 1, rest.size()));
+            ++most;
+            if (!name.starts_with('?'))
+                ++least;
+            isOpen = name.ends_with("...?");
+        }
     }
 
     qsizetype least = 0;
@@ -133,7 +138,7 @@ Result<Call> Call::parse(const Row &row, const QString &prefix, std::span<Tcl_Ob
     Reader reader(row, prefix, words);
     if (const Status read = reader.read(); !read.isOk())
         return read;
-    return reader.call;
+    return std::move(reader.call);
 }
 
 std::optional<QString> Call::text(std::string_view option) const

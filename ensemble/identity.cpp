@@ -4,6 +4,9 @@
 
 #include <Qtilities/categorytext.h>
 
+#include <algorithm>
+#include <array>
+
 using namespace Qt::Literals::StringLiterals;
 using MorvalenCore::DesignProperty;
 using Qtilities::Core::QtilitiesProperty;
@@ -18,10 +21,10 @@ constexpr Option propertyOptionRows[] = {
 // The value of a type that a text stands for.
 Result<QVariant> valueOf(const QString &type, const QString &text)
 {
-    const QStringList types {u"bool"_s, u"int"_s, u"uint"_s, u"double"_s, u"string"_s};
-    if (!types.contains(type))
-        return Status::invalidArgument(
-            u"unknown type \"%1\": must be %2"_s.arg(type, choices(types)));
+    static constexpr std::array types {"bool"_L1, "int"_L1, "uint"_L1, "double"_L1, "string"_L1};
+    if (std::find(types.begin(), types.end(), type) == types.end())
+        return Status::invalidArgument(u"unknown type \"%1\": must be %2"_s.arg(
+            type, choices(QStringList(types.begin(), types.end()))));
     const QVariant value = QtilitiesProperty::constructVariant(type, text);
     if (!value.isValid())
         return Status::invalidArgument(u"\"%1\" is no value of type %2"_s.arg(text, type));
