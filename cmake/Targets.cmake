@@ -9,6 +9,12 @@ cmake_path(ABSOLUTE_PATH libraries_from_programs BASE_DIRECTORY "${CMAKE_RUNTIME
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}")
 set(CMAKE_INSTALL_RPATH "$ORIGIN/${libraries_from_programs};$ORIGIN")
 
+# Most of the code runs once between two waits for the disk, after which the processor fetches it
+# anew: less of it is faster. CMake's own choice is more; what somebody else chose stays.
+if(CMAKE_CXX_FLAGS_RELEASE STREQUAL "-O3 -DNDEBUG")
+    set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
+endif()
+
 add_library(conventions INTERFACE)
 target_compile_features(conventions INTERFACE cxx_std_20)
 target_compile_options(conventions INTERFACE

@@ -43,8 +43,9 @@ public:
     };
 
     Status() = default;
-    // The kind of a failure; the sentence says what failed and why.
-    QTILITIES_EXPORT Status(Kind kind, const QString &sentence);
+    // The kind of a failure; the sentence says what failed and why. Cold, so that compilers put the
+    // making of sentences apart from what is done when all goes well.
+    [[gnu::cold]] QTILITIES_EXPORT Status(Kind kind, const QString &sentence);
 
     static Status invalidArgument(const QString &text) { return {Kind::InvalidArgument, text}; }
     static Status notFound(const QString &text) { return {Kind::NotFound, text}; }
