@@ -19,8 +19,7 @@ namespace MorvalenCore {
 
 ComponentFile::ComponentFile(const QString &path) : file(path) { }
 
-// What stands in the way of reading it as a whole. Asked only when that has failed, since nearly
-// always it does not.
+// Whether there is something that can be read as a whole.
 Status ComponentFile::checkPath() const
 {
     // The system would take the part in front of the zero for the name.
@@ -43,10 +42,10 @@ Status ComponentFile::checkPath() const
 
 Result<QByteArray> ComponentFile::read()
 {
-    const Result<KnownFile::Content> content = file.read(greatestSize);
+    if (const Status status = checkPath(); !status.isOk())
+        return status;
+    const Result<KnownFile::Content> content = file.read(greatestSize + 1);
     if (!content.isOk() || content.value().bytes.size() != content.value().stamp.size) {
-        if (const Status status = checkPath(); !status.isOk())
-            return status;
         return Status::io(u"The file cannot be read: %1."_s.arg(
             content.isOk() ? u"it changes meanwhile"_s : content.status().text()));
     }
