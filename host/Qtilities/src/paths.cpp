@@ -9,6 +9,17 @@
 
 namespace Qtilities::Core {
 
+namespace {
+
+// The system would take the part in front of a zero for the path; of the empty one it knows
+// nothing.
+QByteArray forSystem(const QString &path)
+{
+    return path.contains(QChar()) ? QByteArray() : QFile::encodeName(path);
+}
+
+} // namespace
+
 QString folderOf(const QString &path)
 {
     return path.first(qMax<qsizetype>(path.lastIndexOf(u'/'), 1));
@@ -24,18 +35,15 @@ QString pathIn(const QString &folder, const QString &name)
 bool isLink(const QString &path)
 {
     struct stat status = {};
-    return ::lstat(QFile::encodeName(path).constData(), &status) == 0 && S_ISLNK(status.st_mode);
+    return ::lstat(forSystem(path).constData(), &status) == 0 && S_ISLNK(status.st_mode);
 }
 
-bool isWritable(const QString &path)
-{
-    return ::access(QFile::encodeName(path).constData(), W_OK) == 0;
-}
+bool isWritable(const QString &path) { return ::access(forSystem(path).constData(), W_OK) == 0; }
 
 QString canonicalPath(const QString &path)
 {
     const std::unique_ptr<char, decltype(&std::free)> real(
-        ::realpath(QFile::encodeName(path).constData(), nullptr), &std::free);
+        ::realpath(forSystem(path).constData(), nullptr), &std::free);
     return real ? QFile::decodeName(real.get()) : QString();
 }
 

@@ -67,6 +67,7 @@ void tst_Paths::tellsLinks()
     QVERIFY(!isLink(path(u"inner"_s)));
     QVERIFY(!isLink(path(u"way/none"_s)));
     QVERIFY(!isLink(QString()));
+    QVERIFY(!isLink(path(u"link"_s) + QChar() + u'x'));
 }
 
 void tst_Paths::tellsWhatCanBeWritten()
@@ -75,6 +76,7 @@ void tst_Paths::tellsWhatCanBeWritten()
     QVERIFY(isWritable(path(u"link"_s)));
     QVERIFY(!isWritable(path(u"dangling"_s)));
     QVERIFY(!isWritable(QString()));
+    QVERIFY(!isWritable(path(u"file"_s) + QChar() + u'x'));
 }
 
 void tst_Paths::followsAllLinks()
@@ -86,6 +88,7 @@ void tst_Paths::followsAllLinks()
     QCOMPARE(canonicalPath(path(u"dangling"_s)), QString());
     QCOMPARE(canonicalPath(path(u"file/none"_s)), QString());
     QCOMPARE(canonicalPath(QString()), QString());
+    QCOMPARE(canonicalPath(path(u"file"_s) + QChar() + u'x'), QString());
     QCOMPARE(canonicalPath(u"/"_s), u"/"_s);
 }
 

@@ -1,6 +1,6 @@
 #include "designs/OpenDesigns.h"
 
-#include <QFileInfo>
+#include <Qtilities/paths.h>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -25,7 +25,7 @@ void OpenDesigns::add(const QString &id, Interfaces::IDesign *design, const QStr
 Interfaces::IDesign *OpenDesigns::findByFile(const QString &path) const
 {
     // Many scripts have one design open at a time, and each step of a path asks the disk.
-    return byPlace.isEmpty() ? nullptr : byPlace.value(QFileInfo(path).canonicalFilePath());
+    return byPlace.isEmpty() ? nullptr : byPlace.value(Qtilities::Core::canonicalPath(path));
 }
 
 QString OpenDesigns::remove(Interfaces::IDesign *design)

@@ -8,6 +8,7 @@
 #include "designs/DoomedFolder.h"
 #include "structures/structures.h"
 
+#include <Qtilities/paths.h>
 #include <Qtilities/QtilitiesCoreApplication.h>
 
 #include <QFileInfo>
@@ -29,7 +30,7 @@ QString placeOf(const IDesign &design)
 {
     const auto *const own = dynamic_cast<const Design *>(&design);
     return own ? own->componentFileOnDisk()
-               : QFileInfo(design.componentFileName()).canonicalFilePath();
+               : Qtilities::Core::canonicalPath(design.componentFileName());
 }
 
 } // namespace
